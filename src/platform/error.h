@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace platform {
+
+/// A raised error as automation knows it: a number, the name of what raised it, and a text for people.
+///
+/// It is made from an HRESULT and EXCEPINFO at the COM edge, by the procedures that raise numbered errors and by the
+/// registry class; it becomes EXCEPINFO again at the automation object's door and nowhere else.
+class Error : public std::exception {
+ public:
+  Error(std::int32_t number, std::string source, std::string description)
+      : number_(number), source_(std::move(source)), description_(std::move(description)) {}
+
+  std::int32_t number() const noexcept { return number_; }
+  const std::string& source() const noexcept { return source_; }
+  const std::string& description() const noexcept { return description_; }
+  const char* what() const noexcept override { return description_.c_str(); }
+
+ private:
+  std::int32_t number_;
+  std::string source_;
+  std::string description_;
+};
+
+/// The object server's own errors: 0x80040000 plus the platform's 16-bit code.
+constexpr std::int32_t kObjectServerErrorBase = static_cast<std::int32_t>(0x80040000u);
+constexpr std::int32_t ObjectServerError(std::uint16_t code) { return kObjectServerErrorBase + code; }
+
+/// Automation's own refusals (the system's DISP_E_ numbers), raised where arguments or members do not fit.
+constexpr std::int32_t kUnknownInterface = static_cast<std::int32_t>(0x80020001u);
+constexpr std::int32_t kMemberNotFound = static_cast<std::int32_t>(0x80020003u);
+constexpr std::int32_t kTypeMismatch = static_cast<std::int32_t>(0x80020005u);
+constexpr std::int32_t kUnknownName = static_cast<std::int32_t>(0x80020006u);
+constexpr std::int32_t kOverflow = static_cast<std::int32_t>(0x8002000Au);
+constexpr std::int32_t kBadIndex = static_cast<std::int32_t>(0x8002000Bu);
+constexpr std::int32_t kBadArgumentCount = static_cast<std::int32_t>(0x8002000Eu);
+
+}  // namespace platform

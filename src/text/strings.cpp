@@ -1,0 +1,58 @@
+#include "text/strings.h"
+
+#include <algorithm>
+
+namespace text {
+namespace {
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+std::string Mapped(std::string_view text, char (*map)(char)) {
+  std::string result(text);
+  std::ranges::transform(result, result.begin(), map);
+  return result;
+}
+
+}  // namespace
+
+std::string ToLower(std::string_view text) { return Mapped(text, Lower); }
+std::string ToUpper(std::string_view text) { return Mapped(text, Upper); }
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+  return std::ranges::equal(a, b, {}, Lower, Lower);
+}
+
+std::string Trim(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
+std::vector<std::string> Split(std::string_view text, std::string_view separator) {
+  std::vector<std::string> pieces;
+  if (text.empty()) return pieces;
+  for (;;) {
+    const auto at = text.find(separator);
+    pieces.emplace_back(text.substr(0, at));
+    if (at == std::string_view::npos) return pieces;
+    text.remove_prefix(at + separator.size());
+  }
+}
+
+std::string Join(const std::vector<std::string>& pieces, std::string_view separator) {
+  std::string result;
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    if (i != 0) result += separator;
+    result += pieces[i];
+  }
+  return result;
+}
+
+HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter) {
+  const auto found = ToLower(text).find(ToLower(delimiter));
+  if (found == std::string::npos) return {std::string(text), {}};
+  return {std::string(text.substr(0, found)), Trim(text.substr(std::min(found + 1, text.size())))};
+}
+
+}  // namespace text

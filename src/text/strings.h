@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text helpers of the whole program. Texts are UTF-8; letter case is folded for ASCII letters only.
+namespace text {
+
+std::string ToLower(std::string_view text);
+std::string ToUpper(std::string_view text);
+bool EqualIgnoringCase(std::string_view a, std::string_view b);
+
+/// Without leading and trailing blanks (spaces only).
+std::string Trim(std::string_view text);
+
+/// The pieces between the separators; a text without one is a single piece, an empty text has none.
+std::vector<std::string> Split(std::string_view text, std::string_view separator);
+std::string Join(const std::vector<std::string>& pieces, std::string_view separator);
+
+struct HeadAndRest {
+  std::string head;
+  std::string rest;
+};
+
+/// Splits at the first delimiter, whatever its letter case: the head as it stands, the rest from the character after
+/// the delimiter's first one, trimmed. Without a delimiter the head is the whole text.
+HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter);
+
+}  // namespace text

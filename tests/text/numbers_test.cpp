@@ -1,0 +1,67 @@
+#include "text/numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+class Numbers : public testing::Test {
+ protected:
+  ~Numbers() override { text::SetDecimalSeparator('.'); }
+};
+
+TEST_F(Numbers, NumericTextAndLeadingNumber) {
+  struct Case {
+    const char* text;
+    bool numeric;
+    double leading;
+  };
+  const Case cases[] = {
+      {"21", true, 21},      {" 21.5 ", true, 21.5}, {"-0.3", true, -0.3}, {"+4", true, 4},     {".5", true, 0.5},
+      {"5.", true, 5},       {"", false, 0},         {"-", false, 0},      {".", false, 0},     {"-.", false, 0},
+      {"1:30", false, 1},    {"5-", false, 5},       {"21 C", false, 21},  {"--5", false, 0},   {"- 5", false, 0},
+      {"1.2.3", false, 1.2}, {"1e5", false, 1},      {"0x10", false, 0},   {"1,5", false, 1},   {"abc", false, 0},
+      {"\t5", false, 0},     {"inf", false, 0},      {"nan", false, 0},    {"21\t", false, 21}, {"   ", false, 0},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(text::IsNumeric(c.text), c.numeric) << '"' << c.text << '"';
+    EXPECT_DOUBLE_EQ(text::LeadingNumber(c.text), c.leading) << '"' << c.text << '"';
+  }
+}
+
+TEST_F(Numbers, ShortestTextReadsBackAsTheSameNumber) {
+  const std::pair<double, const char*> cases[] = {
+      {21.5, "21.5"}, {-0.0, "0"}, {100000, "100000"}, {0.1, "0.1"}, {6553.4, "6553.4"}, {-2.5, "-2.5"}, {1e-7, "0.0000001"}};
+  for (const auto& [value, expected] : cases) EXPECT_EQ(text::ShortestText(value), expected);
+  for (const double value : {0.1 + 0.2, 1.0 / 3, std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()})
+    EXPECT_EQ(text::LeadingNumber(text::ShortestText(value)), value);
+}
+
+TEST_F(Numbers, ComputedTextShowsNoBinaryResidue) {
+  EXPECT_EQ(text::ComputedText(21.1 + 2.3), "23.4");
+  EXPECT_EQ(text::ComputedText(0.2 - 0.5), "-0.3");
+}
+
+TEST_F(Numbers, TiesGoToTheEvenNeighbour) {
+  EXPECT_EQ(text::RoundHalfEven(2.5), 2);
+  EXPECT_EQ(text::RoundHalfEven(-3.5), -4);
+  EXPECT_DOUBLE_EQ(text::RoundToDecimals(0.25, 1), 0.2);
+  EXPECT_DOUBLE_EQ(text::RoundToDecimals(0.35, 1), 0.4);
+  EXPECT_DOUBLE_EQ(text::RoundToDecimals(-0.25, 1), -0.2);
+}
+
+TEST_F(Numbers, SeparatorOfTheLocaleUnlessItSeparatesFields) {
+  for (const char separates : {',', ' ', '\t'}) {
+    text::SetDecimalSeparator(separates);
+    EXPECT_EQ(text::ShortestText(21.5), "21.5") << "separator " << int{separates};
+  }
+  text::SetDecimalSeparator('\'');
+  EXPECT_EQ(text::ShortestText(21.5), "21'5");
+  EXPECT_TRUE(text::IsNumeric("21'5"));
+  EXPECT_FALSE(text::IsNumeric("21.5"));
+  EXPECT_EQ(text::LeadingNumber("21'5 C"), 21.5);
+}
+
+}  // namespace

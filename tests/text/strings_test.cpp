@@ -1,0 +1,38 @@
+#include "text/strings.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Strings, SplitAndJoinAreInverse) {
+  EXPECT_TRUE(text::Split("", ",").empty());
+  EXPECT_EQ(text::Split("7", ","), (std::vector<std::string>{"7"}));
+  EXPECT_EQ(text::Split("a,,b,", ","), (std::vector<std::string>{"a", "", "b", ""}));
+  EXPECT_EQ(text::Split("one\r\ntwo", "\r\n"), (std::vector<std::string>{"one", "two"}));
+  for (const char* whole : {"", "7", "a,,b,", ","}) EXPECT_EQ(text::Join(text::Split(whole, ","), ","), whole);
+}
+
+TEST(Strings, SplitAtFirst) {
+  struct Case {
+    const char *text, *delimiter, *head, *rest;
+  };
+  const Case cases[] = {
+      {"1.0.9", ".", "1", "0.9"},      {"no delimiter", ".", "no delimiter", ""},
+      {"Room [A] [B]", "[", "Room ", "A] [B]"}, {"axb", "X", "a", "b"},
+      {"a.  b ", ".", "a", "b"},       {"ends.", ".", "ends", ""},
+      {"", ".", "", ""},               {"a--b", "--", "a", "-b"},
+  };
+  for (const Case& c : cases) {
+    const auto split = text::SplitAtFirst(c.text, c.delimiter);
+    EXPECT_EQ(split.head, c.head) << c.text;
+    EXPECT_EQ(split.rest, c.rest) << c.text;
+  }
+}
+
+TEST(Strings, TrimTakesBlanksOnly) {
+  EXPECT_EQ(text::Trim("  /regplugin "), "/regplugin");
+  EXPECT_EQ(text::Trim("   "), "");
+  EXPECT_EQ(text::Trim("\tx"), "\tx");
+}
+
+}  // namespace
