@@ -1,5 +1,5 @@
 # One folder of src/ is one layer and one target. A layer is included as "layer/file.h", through an include
-# directory that holds this layer alone: what a layer does not name under USES it cannot include.
+# directory that holds this layer alone: what a layer does not name under USES (or what those use) it cannot include.
 
 set(QM5R_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 

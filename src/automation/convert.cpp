@@ -13,37 +13,39 @@ struct Overloaded : Cases... {
   using Cases::operator()...;
 };
 
-[[noreturn]] void ThrowMismatch() { throw platform::Error(platform::kTypeMismatch, "Automation", "Type mismatch."); }
+[[noreturn]] void ThrowMismatch() {
+  throw platform::Error(platform::kTypeMismatch, "Automation", "Type mismatch.");
+}
 
 }  // namespace
 
 std::string ToText(const platform::Value& value) {
-  return std::visit(Overloaded{[](std::monostate) { return std::string(); },
-                               [](bool b) { return std::string(b ? "True" : "False"); },
-                               [](std::int32_t n) { return std::to_string(n); },
-                               [](double d) { return text::ShortestText(d); },
-                               [](const std::string& s) { return s; },
-                               [](const platform::LateBoundPtr&) -> std::string { ThrowMismatch(); }},
-                    value);
+  return std::visit(
+      Overloaded{[](std::monostate) { return std::string(); },
+                 [](bool b) { return std::string(b ? "True" : "False"); },
+                 [](std::int32_t n) { return std::to_string(n); },
+                 [](double d) { return text::ShortestText(d); }, [](const std::string& s) { return s; },
+                 [](const platform::LateBoundPtr&) -> std::string { ThrowMismatch(); }},
+      value);
 }
 
 double ToDouble(const platform::Value& value) {
-  return std::visit(Overloaded{[](std::monostate) { return 0.0; },
-                               [](bool b) { return b ? -1.0 : 0.0; },
-                               [](std::int32_t n) { return static_cast<double>(n); },
-                               [](double d) { return d; },
-                               [](const std::string& s) {
-                                 const auto number = text::ParseNumber(s);
-                                 if (!number) ThrowMismatch();
-                                 return *number;
-                               },
-                               [](const platform::LateBoundPtr&) -> double { ThrowMismatch(); }},
-                    value);
+  return std::visit(
+      Overloaded{[](std::monostate) { return 0.0; }, [](bool b) { return b ? -1.0 : 0.0; },
+                 [](std::int32_t n) { return static_cast<double>(n); }, [](double d) { return d; },
+                 [](const std::string& s) {
+                   const auto number = text::ParseNumber(s);
+                   if (!number) ThrowMismatch();
+                   return *number;
+                 },
+                 [](const platform::LateBoundPtr&) -> double { ThrowMismatch(); }},
+      value);
 }
 
 std::int32_t ToInteger(const platform::Value& value) {
   const double number = text::RoundHalfEven(ToDouble(value));
-  const bool fits = number >= std::numeric_limits<std::int32_t>::min() && number <= std::numeric_limits<std::int32_t>::max();
+  const bool fits = number >= std::numeric_limits<std::int32_t>::min() &&
+                    number <= std::numeric_limits<std::int32_t>::max();
   if (!fits) throw platform::Error(platform::kOverflow, "Automation", "Overflow.");
   return static_cast<std::int32_t>(number);
 }

@@ -5,8 +5,8 @@
 
 #include "platform/late_bound.h"
 
-/// The conversions that automation makes between the types of its values. Each throws an Error with kTypeMismatch
-/// where the value has no such reading, kOverflow where the number does not fit.
+/// The conversions that automation makes between the types of its values. Each throws an Error with
+/// kTypeMismatch where the value has no such reading, kOverflow where the number does not fit.
 namespace automation {
 
 /// Numbers as their shortest decimal text, Booleans as "True" and "False", the empty value as "".

@@ -17,7 +17,8 @@ class Published : public platform::LateBound {
   virtual std::optional<std::int32_t> MemberNumber(std::string_view name) const = 0;
 };
 
-/// One row of a published class: a property with its accessors, or a method. A member that is null does not exist.
+/// One row of a published class: a property with its accessors, or a method. A member that is null does not
+/// exist.
 template <class T>
 struct MemberRow {
   std::int32_t number;
@@ -32,8 +33,8 @@ struct MemberRow {
 
 /// A published object whose members are one table: `static std::span<const MemberRow<T>> Members()` of T.
 ///
-/// A property that takes no index but is given one passes it on to the default member of the object it returns, so
-/// that `server.Networks("name")` works in one call.
+/// A property that takes no index but is given one passes it on to the default member of the object it
+/// returns, so that `server.Networks("name")` works in one call.
 template <class T>
 class PublishedTable : public Published {
  public:

@@ -9,8 +9,8 @@ namespace platform {
 
 /// A raised error as automation knows it: a number, the name of what raised it, and a text for people.
 ///
-/// It is made from an HRESULT and EXCEPINFO at the COM edge, by the procedures that raise numbered errors and by the
-/// registry class; it becomes EXCEPINFO again at the automation object's door and nowhere else.
+/// It is made from an HRESULT and EXCEPINFO at the COM edge, by the procedures that raise numbered errors and
+/// by the registry class; it becomes EXCEPINFO again at the automation object's door and nowhere else.
 class Error : public std::exception {
  public:
   Error(std::int32_t number, std::string source, std::string description)

@@ -15,8 +15,8 @@ namespace platform {
 class LateBound;
 using LateBoundPtr = std::shared_ptr<LateBound>;
 
-/// What crosses an automation call. The empty state is "no value"; a null LateBoundPtr is an object reference that
-/// refers to nothing. Texts are UTF-8.
+/// What crosses an automation call. The empty state is "no value"; a null LateBoundPtr is an object reference
+/// that refers to nothing. Texts are UTF-8.
 using Value = std::variant<std::monostate, bool, std::int32_t, double, std::string, LateBoundPtr>;
 using Arguments = std::span<const Value>;
 
@@ -33,7 +33,8 @@ constexpr std::int32_t kDefaultMember = 0;
 /// GetOrMethod is the call of a script, which cannot tell a property from a method.
 enum class CallKind { Get, Put, PutReference, Method, GetOrMethod };
 
-/// Keeps an event handler connected; destroying it disconnects. It may outlive the object that raises the events.
+/// Keeps an event handler connected; destroying it disconnects. It may outlive the object that raises the
+/// events.
 class Subscription {
  public:
   virtual ~Subscription() = default;
@@ -42,8 +43,8 @@ class Subscription {
 /// Receives an event by its number, with its arguments in the order of their declaration.
 using EventHandler = std::function<void(std::int32_t event, Arguments)>;
 
-/// An object known only by the names and numbers of its members: one of the object server's objects, reached over
-/// COM in the programs or directly in the portable tests.
+/// An object known only by the names and numbers of its members: one of the object server's objects, reached
+/// over COM in the programs or directly in the portable tests.
 ///
 /// Used from one thread. Every failure is a platform::Error that keeps the number of the side that raised it.
 class LateBound {

@@ -19,11 +19,13 @@ TEST_F(Numbers, NumericTextAndLeadingNumber) {
     double leading;
   };
   const Case cases[] = {
-      {"21", true, 21},      {" 21.5 ", true, 21.5}, {"-0.3", true, -0.3}, {"+4", true, 4},     {".5", true, 0.5},
-      {"5.", true, 5},       {"", false, 0},         {"-", false, 0},      {".", false, 0},     {"-.", false, 0},
-      {"1:30", false, 1},    {"5-", false, 5},       {"21 C", false, 21},  {"--5", false, 0},   {"- 5", false, 0},
-      {"1.2.3", false, 1.2}, {"1e5", false, 1},      {"0x10", false, 0},   {"1,5", false, 1},   {"abc", false, 0},
-      {"\t5", false, 0},     {"inf", false, 0},      {"nan", false, 0},    {"21\t", false, 21}, {"   ", false, 0},
+      {"21", true, 21},    {" 21.5 ", true, 21.5}, {"-0.3", true, -0.3}, {"+4", true, 4},
+      {".5", true, 0.5},   {"5.", true, 5},        {"", false, 0},       {"-", false, 0},
+      {".", false, 0},     {"-.", false, 0},       {"1:30", false, 1},   {"5-", false, 5},
+      {"21 C", false, 21}, {"--5", false, 0},      {"- 5", false, 0},    {"1.2.3", false, 1.2},
+      {"1e5", false, 1},   {"0x10", false, 0},     {"1,5", false, 1},    {"abc", false, 0},
+      {"\t5", false, 0},   {"inf", false, 0},      {"nan", false, 0},    {"21\t", false, 21},
+      {"   ", false, 0},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(text::IsNumeric(c.text), c.numeric) << '"' << c.text << '"';
@@ -32,10 +34,12 @@ TEST_F(Numbers, NumericTextAndLeadingNumber) {
 }
 
 TEST_F(Numbers, ShortestTextReadsBackAsTheSameNumber) {
-  const std::pair<double, const char*> cases[] = {
-      {21.5, "21.5"}, {-0.0, "0"}, {100000, "100000"}, {0.1, "0.1"}, {6553.4, "6553.4"}, {-2.5, "-2.5"}, {1e-7, "0.0000001"}};
+  const std::pair<double, const char*> cases[] = {{21.5, "21.5"},     {-0.0, "0"},        {100000, "100000"},
+                                                  {0.1, "0.1"},       {6553.4, "6553.4"}, {-2.5, "-2.5"},
+                                                  {1e-7, "0.0000001"}};
   for (const auto& [value, expected] : cases) EXPECT_EQ(text::ShortestText(value), expected);
-  for (const double value : {0.1 + 0.2, 1.0 / 3, std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()})
+  for (const double value :
+       {0.1 + 0.2, 1.0 / 3, std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()})
     EXPECT_EQ(text::LeadingNumber(text::ShortestText(value)), value);
 }
 

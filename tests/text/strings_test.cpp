@@ -9,7 +9,8 @@ TEST(Strings, SplitAndJoinAreInverse) {
   EXPECT_EQ(text::Split("7", ","), (std::vector<std::string>{"7"}));
   EXPECT_EQ(text::Split("a,,b,", ","), (std::vector<std::string>{"a", "", "b", ""}));
   EXPECT_EQ(text::Split("one\r\ntwo", "\r\n"), (std::vector<std::string>{"one", "two"}));
-  for (const char* whole : {"", "7", "a,,b,", ","}) EXPECT_EQ(text::Join(text::Split(whole, ","), ","), whole);
+  for (const char* whole : {"", "7", "a,,b,", ","})
+    EXPECT_EQ(text::Join(text::Split(whole, ","), ","), whole);
 }
 
 TEST(Strings, SplitAtFirst) {
@@ -17,10 +18,14 @@ TEST(Strings, SplitAtFirst) {
     const char *text, *delimiter, *head, *rest;
   };
   const Case cases[] = {
-      {"1.0.9", ".", "1", "0.9"},      {"no delimiter", ".", "no delimiter", ""},
-      {"Room [A] [B]", "[", "Room ", "A] [B]"}, {"axb", "X", "a", "b"},
-      {"a.  b ", ".", "a", "b"},       {"ends.", ".", "ends", ""},
-      {"", ".", "", ""},               {"a--b", "--", "a", "-b"},
+      {"1.0.9", ".", "1", "0.9"},
+      {"no delimiter", ".", "no delimiter", ""},
+      {"Room [A] [B]", "[", "Room ", "A] [B]"},
+      {"axb", "X", "a", "b"},
+      {"a.  b ", ".", "a", "b"},
+      {"ends.", ".", "ends", ""},
+      {"", ".", "", ""},
+      {"a--b", "--", "a", "-b"},
   };
   for (const Case& c : cases) {
     const auto split = text::SplitAtFirst(c.text, c.delimiter);

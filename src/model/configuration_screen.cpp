@@ -1,0 +1,165 @@
+#include "model/configuration_screen.h"
+
+#include <utility>
+
+namespace model {
+namespace {
+
+/// Grids of one page column share their column widths, so that fields stand below each other across frames.
+constexpr int kFieldGroup = 1;
+
+std::string ArrayName(const char* array, int index) {
+  return std::string(array) + "(" + std::to_string(index) + ")";
+}
+
+}  // namespace
+
+ConfigurationScreen::ConfigurationScreen()
+    : tabData("tabData", {kPageCaptions.begin(), kPageCaptions.end()}) {
+  for (const FramePlace& frame : Frames())
+    for (const FieldPlace& field : frame.fields) MakeControl(field.control);
+  txtMajorVersion.SetLocked(true);
+  txtMinorVersion.SetLocked(true);
+  lbModel.shows_data = lbHvacType.shows_data = true;
+  ShowInitialTexts();
+}
+
+void ConfigurationScreen::MakeControl(ControlRef ref) {
+  const auto index = static_cast<std::size_t>(ref.index);
+  if (ref.array == ScreenArray::txtNvi) {
+    text_fields_.at(index) = std::make_unique<ui::TextField>(ArrayName("txtNvi", ref.index));
+    text_fields_.at(index)->SetLocked(IsReadOnlyField(ref.index));
+  } else if (ref.array == ScreenArray::cbNvi) {
+    auto list = std::make_unique<ui::ChoiceList>(ArrayName("cbNvi", ref.index));
+    const auto items = ListItems(ref.index);
+    list->SetItems({items.begin(), items.end()});
+    choice_lists_.at(index) = std::move(list);
+  }
+}
+
+ui::TextField* ConfigurationScreen::txtNvi(int index) const {
+  return index >= 0 && index < kTextFieldCount ? text_fields_[static_cast<std::size_t>(index)].get()
+                                               : nullptr;
+}
+
+ui::ChoiceList* ConfigurationScreen::cbNvi(int index) const {
+  return index >= 0 && index < kChoiceListCount ? choice_lists_[static_cast<std::size_t>(index)].get()
+                                                : nullptr;
+}
+
+ui::Control* ConfigurationScreen::Find(ControlRef ref) const {
+  auto& self = const_cast<ConfigurationScreen&>(*this);
+  switch (ref.array) {
+    case ScreenArray::None:
+      return nullptr;
+    case ScreenArray::txtNvi:
+      return txtNvi(ref.index);
+    case ScreenArray::cbNvi:
+      return cbNvi(ref.index);
+    case ScreenArray::txtMajorVersion:
+      return &self.txtMajorVersion;
+    case ScreenArray::txtMinorVersion:
+      return &self.txtMinorVersion;
+    case ScreenArray::lbModel:
+      return &self.lbModel;
+    case ScreenArray::lbHvacType:
+      return &self.lbHvacType;
+  }
+  return nullptr;
+}
+
+int ConfigurationScreen::PageOf(const ui::Control& control) const {
+  for (const FramePlace& frame : Frames())
+    for (const FieldPlace& field : frame.fields)
+      if (Find(field.control) == &control) return frame.page;
+  return -1;
+}
+
+void ConfigurationScreen::ShowInitialTexts() {
+  const auto reset = [](ui::Control& control, const char* text) {
+    control.SetText(text);
+    control.SetForeColor(ui::Color::ButtonText);
+  };
+  for (const auto& field : text_fields_)
+    if (field) reset(*field, "");
+  for (const auto& list : choice_lists_)
+    if (list) reset(*list, "");
+  reset(lbModel, "Undefined model");
+  reset(lbHvacType, "HVT_UNKNOWN");
+}
+
+ui::Box ConfigurationScreen::Layout() {
+  std::vector<ui::Box> pages;
+  for (int page = 0; page < static_cast<int>(kPageCaptions.size()); ++page) pages.push_back(PageLayout(page));
+  return ui::Box::Pages(tabData, std::move(pages)).Stretch();
+}
+
+ui::Box ConfigurationScreen::PageLayout(int page) {
+  if (page == kContactPage) return ui::Box::Leaf(WebBrowser1).Stretch();
+  std::vector<ui::Box> on_page;
+  for (const FramePlace& frame : Frames())
+    if (frame.page == page && frame.inside.empty()) on_page.push_back(FrameLayout(frame).StretchWidth());
+  ui::Box frames = ui::Box::Grid(kFrameColumns, 0, std::move(on_page)).StretchWidth();
+  std::vector<ui::Box> rows;
+  if (page == kHardwarePage) {
+    ui::Label& heading = NewLabel(std::string(kHardwarePageHeading));
+    heading.weight = ui::Label::Weight::Heading;
+    rows.push_back(ui::Box::Leaf(heading));
+  }
+  rows.push_back(std::move(frames));
+  return ui::Box::Column(std::move(rows));
+}
+
+ui::Box ConfigurationScreen::FrameLayout(const FramePlace& place) {
+  frames_.push_back(std::make_unique<ui::Frame>("frame", std::string(place.caption)));
+  ui::Frame& frame = *frames_.back();
+  std::vector<ui::Box> rows;
+  if (!place.heading.empty()) {
+    ui::Label& heading = NewLabel(std::string(place.heading));
+    heading.weight = ui::Label::Weight::Heading;
+    rows.push_back(ui::Box::Leaf(heading));
+  }
+  if (!place.fields.empty()) rows.push_back(FieldsLayout(place));
+  for (const FramePlace& inner : Frames())
+    if (!place.caption.empty() && inner.inside == place.caption && inner.page == place.page)
+      rows.push_back(FrameLayout(inner).StretchWidth());
+  return ui::Box::Framed(frame, ui::Box::Column(std::move(rows)).Stretch()).StretchHeight();
+}
+
+ui::Box ConfigurationScreen::FieldsLayout(const FramePlace& place) {
+  std::vector<ui::Box> cells;
+  for (const FieldPlace& field : place.fields) {
+    ui::Control* control = Find(field.control);
+    control->SetAccessibleName(std::string(field.label.empty() ? place.caption : field.label));
+    cells.push_back(field.label.empty() ? ui::Box{} : ui::Box::Leaf(NewLabel(std::string(field.label))));
+    cells.push_back(ui::Box::Leaf(*control));
+    cells.push_back(UnitLabelOf(field));
+  }
+  return ui::Box::Grid(3, kFieldGroup, std::move(cells));
+}
+
+ui::Box ConfigurationScreen::UnitLabelOf(const FieldPlace& field) {
+  const auto add = [](auto& labels, const char* array, const char* text) -> ui::Box {
+    const int index = static_cast<int>(labels.size());
+    labels.push_back(std::make_unique<ui::Label>(ArrayName(array, index), text));
+    return ui::Box::Leaf(*labels.back());
+  };
+  switch (field.unit) {
+    case UnitLabel::None:
+      return {};
+    case UnitLabel::Temperature:
+      return add(temperature_units_, "txtTempUnits", "\u00BAF");
+    case UnitLabel::Percent:
+      return add(percent_units_, "txtPercentUnits", "%");
+    case UnitLabel::Seconds:
+      return ui::Box::Leaf(NewLabel("Sec"));
+  }
+  return {};
+}
+
+ui::Label& ConfigurationScreen::NewLabel(std::string caption) {
+  labels_.push_back(std::make_unique<ui::Label>("label", std::move(caption)));
+  return *labels_.back();
+}
+
+}  // namespace model

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/screen_layout.h"
+#include "ui/controls.h"
+#include "ui/layout.h"
+
+namespace model {
+
+/// The controls of the configuration screen, made from its table: the control arrays by their indices, the
+/// frames and labels around them, and the tab control that holds the pages.
+class ConfigurationScreen {
+ public:
+  ConfigurationScreen();
+
+  /// Null where the array has no such element.
+  ui::TextField* txtNvi(int index) const;
+  ui::ChoiceList* cbNvi(int index) const;
+  /// Null for ScreenArray::None and for elements that do not exist.
+  ui::Control* Find(ControlRef ref) const;
+  /// The page that holds the control; -1 for controls outside the tabs.
+  int PageOf(const ui::Control& control) const;
+
+  const std::vector<std::unique_ptr<ui::Label>>& txtTempUnits() const { return temperature_units_; }
+  const std::vector<std::unique_ptr<ui::Label>>& txtPercentUnits() const { return percent_units_; }
+
+  ui::Tabs tabData;
+  ui::TextField txtMajorVersion{"txtMajorVersion"};
+  ui::TextField txtMinorVersion{"txtMinorVersion"};
+  ui::Label lbModel{"lbModel"};
+  ui::Label lbHvacType{"lbHvacType"};
+  ui::WebView WebBrowser1{"WebBrowser1"};
+
+  /// Puts the texts of the layout back: empty fields and lists, the labels' initial texts, no marks.
+  void ShowInitialTexts();
+
+  /// The tab control with its pages, to be placed in a window.
+  ui::Box Layout();
+
+ private:
+  void MakeControl(ControlRef ref);
+  ui::Box PageLayout(int page);
+  ui::Box FrameLayout(const FramePlace& place);
+  ui::Box FieldsLayout(const FramePlace& place);
+  ui::Box UnitLabelOf(const FieldPlace& field);
+  ui::Label& NewLabel(std::string caption);
+
+  static constexpr int kTextFieldCount = 42;
+  std::array<std::unique_ptr<ui::TextField>, kTextFieldCount> text_fields_;
+  std::array<std::unique_ptr<ui::ChoiceList>, kChoiceListCount> choice_lists_;
+  std::vector<std::unique_ptr<ui::Label>> temperature_units_;
+  std::vector<std::unique_ptr<ui::Label>> percent_units_;
+  std::vector<std::unique_ptr<ui::Label>> labels_;
+  std::vector<std::unique_ptr<ui::Frame>> frames_;
+};
+
+}  // namespace model

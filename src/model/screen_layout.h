@@ -1,0 +1,64 @@
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+
+/// The configuration screen as data: its pages, frames, labels, fields and list items, in the order in which
+/// they are shown and walked by the keyboard. Captions, labels and list items are the product's own, letter
+/// for letter.
+namespace model {
+
+enum class ScreenArray { None, txtNvi, cbNvi, txtMajorVersion, txtMinorVersion, lbModel, lbHvacType };
+
+/// Names one control of the screen: an element of a control array, or a single control.
+struct ControlRef {
+  ScreenArray array = ScreenArray::None;
+  int index = 0;
+  friend bool operator==(const ControlRef&, const ControlRef&) = default;
+};
+constexpr ControlRef txtNvi(int index) { return {ScreenArray::txtNvi, index}; }
+constexpr ControlRef cbNvi(int index) { return {ScreenArray::cbNvi, index}; }
+
+enum class UnitLabel { None, Temperature, Percent, Seconds };
+
+struct FieldPlace {
+  std::string_view label;
+  ControlRef control;
+  UnitLabel unit = UnitLabel::None;
+};
+
+struct FramePlace {
+  int page;
+  /// The caption of the frame around this one; empty for a frame that stands on the page.
+  std::string_view inside;
+  std::string_view caption;
+  /// A heading over the fields; empty for none.
+  std::string_view heading;
+  std::span<const FieldPlace> fields;
+};
+
+inline constexpr std::array<std::string_view, 8> kPageCaptions = {
+    "&Heating - Cooling", "&General", "&Hardware", "RH &Options",
+    "&PIR Options",       "&Network", "C&ontact",  "A&bout"};
+
+/// The page that shows the contact page instead of fields, and the one with a heading of its own.
+inline constexpr int kContactPage = 6;
+inline constexpr int kHardwarePage = 2;
+inline constexpr std::string_view kHardwarePageHeading = "Configuration";
+
+/// Frames on a page stand in two columns, row by row; frames inside a frame stand below each other.
+inline constexpr int kFrameColumns = 2;
+std::span<const FramePlace> Frames();
+
+/// The items of cbNvi(index), in list order.
+std::span<const std::string_view> ListItems(int index);
+
+inline constexpr int kChoiceListCount = 17;
+
+/// The text fields that only show what the device reports.
+constexpr bool IsReadOnlyField(int txt_nvi_index) {
+  return (txt_nvi_index >= 11 && txt_nvi_index <= 13) || txt_nvi_index == 15;
+}
+
+}  // namespace model

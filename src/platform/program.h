@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// The program file that runs: its resources, version and place.
+class Program {
+ public:
+  virtual ~Program() = default;
+
+  /// A text of the string table; empty where the table has no such number.
+  virtual std::string StringResource(int number) const = 0;
+
+  struct Version {
+    int major = 0;
+    int minor = 0;
+    int revision = 0;
+  };
+  virtual Version FileVersion() const = 0;
+
+  /// The program's folder, without a backslash at its end, and its file name without ".exe".
+  virtual std::string Directory() const = 0;
+  virtual std::string ExecutableName() const = 0;
+
+  /// The time of day in the system's time format.
+  virtual std::string TimeOfDay() const = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <utility>
+
+namespace ui {
+
+/// A colour as the controls know it: 0x00BBGGRR, or a system colour with the top bit set.
+enum class Color : std::uint32_t {
+  ModifiedMark = 0x000000FF,  // pure red: the field holds an edit that has not been applied
+  ButtonText = 0x80000012,    // the normal text colour
+  Window = 0x80000005,
+  ButtonFace = 0x8000000F,
+};
+
+/// What of a control changed, for the window that shows it.
+enum class Aspect { Text, Colors, Enabled, Visible, Locked, Items, Selection, ToolTip, Rows, Clip };
+
+/// Shows one control. The window system makes it and keeps it as long as the control's window exists.
+class ControlPeer {
+ public:
+  virtual ~ControlPeer() = default;
+  virtual void Update(Aspect aspect) = 0;
+  virtual void TakeFocus() = 0;
+};
+
+/// The keys held down with another key, as the platform numbers them.
+enum KeyState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
+
+/// A control without a window: it holds its state and tells its peer what changed. The handlers are what the
+/// form that owns it wants to know; the peer calls them when the user does something.
+///
+/// Owned by its form, used from the user-interface thread.
+class Control {
+ public:
+  enum class Kind {
+    TextField,
+    ChoiceList,
+    Label,
+    Button,
+    OptionButton,
+    CheckBox,
+    Frame,
+    Tabs,
+    ListView,
+    StatusBar,
+    WebView,
+    AnimationHost
+  };
+
+  Control(Kind kind, std::string name) : kind_(kind), name_(std::move(name)) {}
+  virtual ~Control() = default;
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  Kind kind() const { return kind_; }
+  /// The control's name in the program, with its index in a control array: "txtNvi(3)".
+  const std::string& name() const { return name_; }
+
+  /// The text, caption or, for a choice list, the chosen text. "&" in a caption marks the accelerator.
+  const std::string& Text() const { return text_; }
+  void SetText(std::string text) { Set(text_, std::move(text), Aspect::Text); }
+
+  Color ForeColor() const { return fore_color_; }
+  void SetForeColor(Color color) { Set(fore_color_, color, Aspect::Colors); }
+  Color BackColor() const { return back_color_; }
+  void SetBackColor(Color color) { Set(back_color_, color, Aspect::Colors); }
+
+  bool Enabled() const { return enabled_; }
+  void SetEnabled(bool enabled) { Set(enabled_, enabled, Aspect::Enabled); }
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible) { Set(visible_, visible, Aspect::Visible); }
+
+  const std::string& ToolTip() const { return tool_tip_; }
+  void SetToolTip(std::string text) { Set(tool_tip_, std::move(text), Aspect::ToolTip); }
+  /// What a screen reader calls the control; set before the window is made.
+  const std::string& AccessibleName() const { return accessible_name_; }
+  void SetAccessibleName(std::string name) { accessible_name_ = std::move(name); }
+
+  const std::string& Tag() const { return tag_; }
+  void SetTag(std::string tag) { tag_ = std::move(tag); }
+
+  void SetFocus() {
+    if (peer_) peer_->TakeFocus();
+  }
+
+  std::function<void()> on_got_focus;
+  std::function<void()> on_lost_focus;
+
+  /// The peer is set when the window is made and cleared before it goes.
+  void Attach(ControlPeer* peer) { peer_ = peer; }
+
+ protected:
+  template <class T>
+  void Set(T& field, T value, Aspect aspect) {
+    if (field == value) return;
+    field = std::move(value);
+    Notify(aspect);
+  }
+  void Notify(Aspect aspect) {
+    if (peer_) peer_->Update(aspect);
+  }
+  /// Takes over what the user made of the text, without telling the window that shows it already.
+  void TakeUserText(std::string text) { text_ = std::move(text); }
+
+ private:
+  Kind kind_;
+  std::string name_;
+  std::string text_;
+  std::string tool_tip_;
+  std::string accessible_name_;
+  std::string tag_;
+  Color fore_color_ = Color::ButtonText;
+  Color back_color_ = Color::Window;
+  bool enabled_ = true;
+  bool visible_ = true;
+  ControlPeer* peer_ = nullptr;
+};
+
+}  // namespace ui

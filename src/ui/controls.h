@@ -1,0 +1,206 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ui/control.h"
+
+namespace ui {
+
+class TextField : public Control {
+ public:
+  explicit TextField(std::string name) : Control(Kind::TextField, std::move(name)) {}
+
+  /// A locked field shows its text, which can be selected and copied, and takes no input.
+  bool Locked() const { return locked_; }
+  void SetLocked(bool locked) { Set(locked_, locked, Aspect::Locked); }
+
+  /// The width to show, in digits; 0 leaves it to the layout.
+  int columns = 8;
+
+  /// The user changed the text to this one.
+  void UserChangesText(std::string text) {
+    TakeUserText(std::move(text));
+    if (on_change) on_change();
+  }
+  std::function<void()> on_change;
+  /// A key went down: virtual key code and KeyState bits. True when the key has been dealt with.
+  std::function<bool(int key, int state)> on_key_down;
+  /// A character is about to be entered. False refuses it.
+  std::function<bool(char32_t character)> on_key_press;
+  /// The focus is about to leave for another control of the window.
+  std::function<void()> on_validate;
+
+ private:
+  bool locked_ = false;
+};
+
+/// A drop-down list. Its text need not be one of the items: a value that the device reports is shown as it
+/// is.
+class ChoiceList : public Control {
+ public:
+  explicit ChoiceList(std::string name) : Control(Kind::ChoiceList, std::move(name)) {}
+
+  const std::vector<std::string>& Items() const { return items_; }
+  void SetItems(std::vector<std::string> items) { Set(items_, std::move(items), Aspect::Items); }
+
+  bool Locked() const { return locked_; }
+  void SetLocked(bool locked) { Set(locked_, locked, Aspect::Locked); }
+
+  void UserChooses(std::string item) {
+    TakeUserText(std::move(item));
+    if (on_change) on_change();
+  }
+  std::function<void()> on_change;
+  std::function<void()> on_drop_down;
+  std::function<bool(int key, int state)> on_key_down;
+
+ private:
+  std::vector<std::string> items_;
+  bool locked_ = false;
+};
+
+class Label : public Control {
+ public:
+  explicit Label(std::string name, std::string caption = {}) : Control(Kind::Label, std::move(name)) {
+    SetText(std::move(caption));
+  }
+  enum class Weight { Normal, Heading };
+  Weight weight = Weight::Normal;
+  /// A label that tells what the device reports rather than what a field is called: its text is no
+  /// accelerator.
+  bool shows_data = false;
+};
+
+class Button : public Control {
+ public:
+  enum class Picture { None, Help, Log };
+  Button(std::string name, std::string caption) : Control(Kind::Button, std::move(name)) {
+    SetText(std::move(caption));
+  }
+
+  Picture picture = Picture::None;
+  std::function<void()> on_click;
+  void UserClicks() {
+    if (Enabled() && on_click) on_click();
+  }
+};
+
+/// One of a group of which one is selected; the group is the frame it stands in.
+class OptionButton : public Control {
+ public:
+  OptionButton(std::string name, std::string caption) : Control(Kind::OptionButton, std::move(name)) {
+    SetText(std::move(caption));
+  }
+  bool Selected() const { return selected_; }
+  void SetSelected(bool selected) { Set(selected_, selected, Aspect::Selection); }
+
+  std::function<void()> on_click;
+  void UserClicks() {
+    if (Enabled() && on_click) on_click();
+  }
+
+ private:
+  bool selected_ = false;
+};
+
+class CheckBox : public Control {
+ public:
+  CheckBox(std::string name, std::string caption) : Control(Kind::CheckBox, std::move(name)) {
+    SetText(std::move(caption));
+  }
+  bool Checked() const { return checked_; }
+  void SetChecked(bool checked) { Set(checked_, checked, Aspect::Selection); }
+  void UserChecks(bool checked) { checked_ = checked; }
+
+ private:
+  bool checked_ = false;
+};
+
+/// A titled border around other controls; without a caption a plain border.
+class Frame : public Control {
+ public:
+  explicit Frame(std::string name, std::string caption = {}) : Control(Kind::Frame, std::move(name)) {
+    SetText(std::move(caption));
+  }
+};
+
+class Tabs : public Control {
+ public:
+  Tabs(std::string name, std::vector<std::string> captions)
+      : Control(Kind::Tabs, std::move(name)), captions_(std::move(captions)) {}
+
+  const std::vector<std::string>& Captions() const { return captions_; }
+  std::size_t Selected() const { return selected_; }
+  /// Brings a page to the front, by the program or by the user alike.
+  void Select(std::size_t page) {
+    if (page == selected_ || page >= captions_.size()) return;
+    selected_ = page;
+    Notify(Aspect::Selection);
+    if (on_select) on_select();
+  }
+  std::function<void()> on_select;
+
+ private:
+  std::vector<std::string> captions_;
+  std::size_t selected_ = 0;
+};
+
+/// A report list whose rows are only ever appended or cleared; the window asks for the rows it shows.
+class ListView : public Control {
+ public:
+  enum class Icon { Green, Red };
+  struct Row {
+    Icon icon;
+    std::vector<std::string> cells;
+  };
+  ListView(std::string name, std::vector<std::string> headers)
+      : Control(Kind::ListView, std::move(name)), headers_(std::move(headers)) {}
+
+  const std::vector<std::string>& Headers() const { return headers_; }
+  const std::vector<Row>& Rows() const { return rows_; }
+  void Append(Row row) {
+    rows_.push_back(std::move(row));
+    Notify(Aspect::Rows);
+  }
+  void Clear() {
+    rows_.clear();
+    Notify(Aspect::Rows);
+  }
+
+ private:
+  std::vector<std::string> headers_;
+  std::vector<Row> rows_;
+};
+
+class StatusBar : public Control {
+ public:
+  StatusBar(std::string name, std::size_t panels)
+      : Control(Kind::StatusBar, std::move(name)), panels_(panels) {}
+
+  const std::vector<std::string>& Panels() const { return panels_; }
+  /// Panels count from 1, as in the program's own numbering.
+  void SetPanel(std::size_t number, std::string text) {
+    Set(panels_.at(number - 1), std::move(text), Aspect::Text);
+  }
+
+ private:
+  std::vector<std::string> panels_;
+};
+
+/// Shows a page; its text is what a window without an HTML engine shows instead.
+class WebView : public Control {
+ public:
+  explicit WebView(std::string name) : Control(Kind::WebView, std::move(name)) {}
+  std::string url;
+};
+
+/// The area in which an animation plays.
+class AnimationHost : public Control {
+ public:
+  explicit AnimationHost(std::string name) : Control(Kind::AnimationHost, std::move(name)) {}
+};
+
+}  // namespace ui

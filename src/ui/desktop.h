@@ -1,0 +1,105 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace ui {
+
+class AnimationHost;
+class Form;
+
+enum class Icon { None, Critical, Question, Exclamation, Information };
+enum class Buttons { Ok, OkCancel, YesNo };
+enum class Answer { Ok, Cancel, Yes, No };
+enum class Pointer { Default, Hourglass };
+
+struct Message {
+  std::string text;
+  std::string caption;
+  Icon icon = Icon::None;
+  Buttons buttons = Buttons::Ok;
+  /// The button that Enter presses is the second one.
+  bool second_is_default = false;
+};
+
+/// Shows one form. What the user does to the window is told to the form.
+class FormWindow {
+ public:
+  virtual ~FormWindow() = default;
+  virtual void UpdateCaption() = 0;
+  virtual void UpdateBounds() = 0;
+  /// Visibility and window state (normal, minimised, maximised).
+  virtual void UpdateState() = 0;
+  virtual void Repaint() = 0;
+  /// The smallest outer size, in twips, in which nothing of the layout is cut, at which a fixed window is
+  /// made.
+  struct Size {
+    double width = 0;
+    double height = 0;
+  };
+  virtual Size BestSize() const = 0;
+};
+
+/// An animation control's window, as long as it exists.
+class AnimationWindow {
+ public:
+  virtual ~AnimationWindow() = default;
+  enum class Opened { Yes, ModuleMissing, ClipMissing };
+  /// Opens a clip resource of a program file; an empty path is this program.
+  virtual Opened OpenResource(const std::string& module_path, std::int32_t resource) = 0;
+  virtual Opened OpenFile(const std::string& path) = 0;
+  virtual void Show() = 0;
+  virtual void Play() = 0;
+  /// Closes the clip and hides the window.
+  virtual void Close() = 0;
+  virtual std::int32_t Width() const = 0;
+  virtual std::int32_t Height() const = 0;
+};
+
+struct AnimationStyle {
+  bool centre = false;
+  bool transparent = false;
+  bool auto_play = false;
+};
+
+/// The user's screen: windows, message boxes, pointer, and the message loop.
+///
+/// One for the process, used from the user-interface thread; a fake stands for it in the portable tests.
+class Desktop {
+ public:
+  virtual ~Desktop() = default;
+
+  /// Makes the window of a form, hidden, with all controls of its layout.
+  virtual std::unique_ptr<FormWindow> MakeWindow(Form& form) = 0;
+
+  /// Makes an animation control inside the area; null where the system has none or the area has no window.
+  virtual std::unique_ptr<AnimationWindow> MakeAnimation(AnimationHost& owner,
+                                                         const AnimationStyle& style) = 0;
+
+  /// Shows a modal message box and returns the button pressed. Closing it gives Cancel, No, or Ok where it is
+  /// alone.
+  virtual Answer ShowMessage(const Message& message) = 0;
+
+  /// Lets pending messages run: windows repaint, calls of the director and of the object server come in.
+  virtual void Yield() = 0;
+
+  virtual void SetPointer(Pointer pointer) = 0;
+
+  /// Repaints the active window of this program at once, if there is one.
+  virtual void RepaintActiveWindow() = 0;
+
+  virtual double TwipsPerPixelX() const = 0;
+  virtual double TwipsPerPixelY() const = 0;
+
+  /// The part of the primary screen that windows may cover, in twips.
+  struct Area {
+    double left = 0, top = 0, width = 0, height = 0;
+  };
+  virtual Area WorkArea() const = 0;
+
+  /// Ends the message loop and with it the program, when the running event has been dealt with.
+  virtual void EndProgram() = 0;
+};
+
+}  // namespace ui

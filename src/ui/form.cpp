@@ -1,0 +1,75 @@
+#include "ui/form.h"
+
+#include <utility>
+
+namespace ui {
+
+Form::Form(Desktop& desktop, std::string name, BorderStyle border)
+    : desktop_(desktop), name_(std::move(name)), border_(border) {}
+
+Form::~Form() = default;
+
+void Form::Load() {
+  if (window_) return;
+  window_ = desktop_.MakeWindow(*this);
+  const FormWindow::Size best = window_->BestSize();
+  SetBounds(left_, top_, best.width, best.height);
+  OnLoad();
+}
+
+void Form::Unload() {
+  if (!window_) return;
+  OnUnload();
+  visible_ = false;
+  active_control_ = nullptr;
+  window_.reset();
+}
+
+bool Form::CloseRequested(CloseReason reason) {
+  if (!OnQueryUnload(reason)) return false;
+  Unload();
+  return true;
+}
+
+void Form::SetCaption(std::string caption) {
+  caption_ = std::move(caption);
+  if (window_) window_->UpdateCaption();
+}
+
+void Form::SetVisible(bool visible) {
+  if (visible) Load();
+  if (visible_ == visible) return;
+  visible_ = visible;
+  if (window_) window_->UpdateState();
+}
+
+void Form::SetState(WindowState state) {
+  state_ = state;
+  if (window_) window_->UpdateState();
+}
+
+void Form::SetBounds(double left, double top, double width, double height) {
+  left_ = left;
+  top_ = top;
+  width_ = width;
+  height_ = height;
+  if (window_) window_->UpdateBounds();
+  OnResize();
+}
+
+void Form::WindowMoved(double left, double top, double width, double height) {
+  const bool resized = width != width_ || height != height_;
+  left_ = left;
+  top_ = top;
+  width_ = width;
+  height_ = height;
+  if (resized) OnResize();
+}
+
+void Form::Repaint() {
+  if (window_) window_->Repaint();
+}
+
+bool Form::HandleAccelerator(char32_t) { return false; }
+
+}  // namespace ui

@@ -1,0 +1,1 @@
+#include "ui/layout_engine.h"

@@ -1,0 +1,45 @@
+#include "ui/progress.h"
+
+#include <utility>
+
+#include "platform/error.h"
+
+namespace ui {
+namespace {
+
+constexpr int kProgressClip = 201;
+
+}  // namespace
+
+fProgress::fProgress(Desktop& desktop, const platform::Program& program, std::string plug_in_name)
+    : Form(desktop, "fProgress", BorderStyle::FixedDialog),
+      plug_in_name_(std::move(plug_in_name)),
+      animation_(desktop, program.ExecutableName()) {
+  SetCaption("Plug-in name will be set here at run time");
+  Status.shows_data = true;
+  SetLayout(Box::Column({Box::Leaf(picResAnim).StretchWidth(), Box::Leaf(Status).StretchWidth()}));
+  animation_.ResourceId = kProgressClip;
+  animation_.ResourceFileName = program.Directory() + "\\" + program.ExecutableName() + ".exe";
+  animation_.Centre = animation_.Transparent = animation_.AutoPlay = true;
+}
+
+void fProgress::OnLoad() {
+  SetCaption(plug_in_name_);
+  desktop().SetPointer(Pointer::Hourglass);
+  const Desktop::Area screen = desktop().WorkArea();
+  SetBounds(screen.left + (screen.width - Width()) / 2, screen.top + (screen.height - Height()) / 2, Width(),
+            Height());
+  animation_.SetOwner(picResAnim);
+  try {
+    animation_.StartPlay();
+  } catch (const platform::Error&) {
+    // A clip that cannot play must not stop the operation whose progress it decorates.
+  }
+}
+
+void fProgress::OnUnload() {
+  animation_.StopPlay();
+  desktop().SetPointer(Pointer::Default);
+}
+
+}  // namespace ui
