@@ -44,7 +44,8 @@ Scan ScanNumber(std::string_view text) {
 
 double ValueOf(const Scan& scan) {
   double value = 0;
-  const auto [end, error] = std::from_chars(scan.digits.data(), scan.digits.data() + scan.digits.size(), value);
+  const auto [end, error] =
+      std::from_chars(scan.digits.data(), scan.digits.data() + scan.digits.size(), value);
   return error == std::errc{} ? value : 0;
 }
 
@@ -73,7 +74,8 @@ double LeadingNumber(std::string_view text) {
 std::string ShortestText(double value) {
   if (value == 0) return "0";
   std::array<char, 400> buffer;  // the longest double without exponent has 309 digits before the point
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed).ptr;
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed).ptr;
   std::string result(buffer.data(), end);
   if (const auto point = result.find('.'); point != std::string::npos) result[point] = decimal_separator;
   return result;
@@ -81,7 +83,9 @@ std::string ShortestText(double value) {
 
 std::string ComputedText(double value) {
   std::array<char, 40> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, 14).ptr;
+  const auto end =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, 14)
+          .ptr;
   double rounded = value;
   std::from_chars(buffer.data(), end, rounded);
   return ShortestText(rounded);

@@ -6,15 +6,15 @@
 
 /// The number rules the whole program lives by. Nothing else parses or prints numbers.
 ///
-/// A numeric text is: blanks, at most one sign, digits with at most one decimal separator and at least one digit,
-/// blanks. There are no exponents and no digit groups.
+/// A numeric text is: blanks, at most one sign, digits with at most one decimal separator and at least one
+/// digit, blanks. There are no exponents and no digit groups.
 namespace text {
 
 /// The decimal separator of the process; "." until it is set.
 char DecimalSeparator();
 
-/// Takes the user's locale separator for the process, unless that character separates the fields of a device value
-/// (comma, blank, tab); then the separator is ".".
+/// Takes the user's locale separator for the process, unless that character separates the fields of a device
+/// value (comma, blank, tab); then the separator is ".".
 void SetDecimalSeparator(char of_locale);
 
 bool IsNumeric(std::string_view text);
@@ -25,7 +25,8 @@ std::optional<double> ParseNumber(std::string_view text);
 /// The number that the text starts with, 0 where it starts with none ("21 C" is 21, "abc" is 0).
 double LeadingNumber(std::string_view text);
 
-/// The shortest decimal text that reads back as the same double, never with an exponent; negative zero is "0".
+/// The shortest decimal text that reads back as the same double, never with an exponent; negative zero is
+/// "0".
 std::string ShortestText(double value);
 
 /// The text of a computed value: at most 15 significant digits, so that 21.1 + 2.3 is "23.4".

@@ -23,8 +23,8 @@ struct HeadAndRest {
   std::string rest;
 };
 
-/// Splits at the first delimiter, whatever its letter case: the head as it stands, the rest from the character after
-/// the delimiter's first one, trimmed. Without a delimiter the head is the whole text.
+/// Splits at the first delimiter, whatever its letter case: the head as it stands, the rest from the
+/// character after the delimiter's first one, trimmed. Without a delimiter the head is the whole text.
 HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter);
 
 }  // namespace text
