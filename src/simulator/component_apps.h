@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "simulator/object.h"
+
+namespace simulator {
+
+/// Finds the commands of the object they belong to; raises 17096 where that is gone.
+using FindApps = std::function<model::ComponentApps&(model::Installation&)>;
+
+/// The plug-in commands of an object, with Add(name, server, classId) and Remove(name or ordinal).
+class ComponentApps : public Simulated<ComponentApps> {
+ public:
+  ComponentApps(Origin origin, FindApps find) : Simulated(std::move(origin)), find_(std::move(find)) {}
+
+  static std::span<const MemberRow<ComponentApps>> Members();
+
+ private:
+  std::vector<std::string> Names();
+  Value Item(const std::string& name);
+  Value Add(Arguments arguments);
+  Value Remove(Arguments arguments);
+
+  FindApps find_;
+};
+
+class ComponentApp : public Simulated<ComponentApp> {
+ public:
+  ComponentApp(Origin origin, FindApps find, std::string name)
+      : Simulated(std::move(origin)), find_(std::move(find)), name_(std::move(name)) {}
+
+  static std::span<const MemberRow<ComponentApp>> Members();
+
+ private:
+  model::ComponentApp& app();
+  model::ComponentApp& Change();
+
+  FindApps find_;
+  std::string name_;
+};
+
+}  // namespace simulator

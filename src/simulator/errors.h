@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace simulator {
+
+/// The error codes that the simulated object server raises, each plus platform::kObjectServerErrorBase.
+/// NotOpen, MustBeClosed and InterfaceBusy are the simulator's own choice inside the platform's ranges.
+enum class Code : std::uint16_t {
+  InterfaceBusy = 16501,
+  DuplicateName = 17003,
+  NotOpen = 17004,
+  MustBeClosed = 17005,
+  NotFound = 17006,
+  Internal = 17008,
+  OutOfRange = 17090,
+  ObjectDeleted = 17096,
+  NotModifiable = 17119,
+  WriteRefused = 18034,
+  FormatFailed = 18035,
+  NoCommunication = 18200,
+};
+
+/// Raises a platform::Error of the source "LNS Simulator".
+[[noreturn]] void Fail(Code code, std::string description);
+[[noreturn]] void FailWith(std::uint16_t code, std::string description);
+
+/// A network file that cannot be used; the text names file, line and field.
+class FileError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace simulator

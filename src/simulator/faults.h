@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "simulator/installation.h"
+#include "simulator/journal.h"
+
+namespace simulator {
+
+/// What an operation is, for latency and faults.
+enum class OperationClass { Other, Read, Write, Open, Test };
+OperationClass ClassOf(const Operation& operation);
+
+/// The failures to come. Each counts the operations that match it.
+class Faults {
+ public:
+  explicit Faults(const std::vector<model::Fault>& faults = {});
+
+  void Add(const model::Fault& fault);
+  void Clear() { armed_.clear(); }
+  std::size_t Count() const { return armed_.size(); }
+
+  /// Counts the operation; the code of the first fault that is due, 0 for one that makes the device vanish.
+  std::optional<int> Strike(const Operation& operation);
+
+ private:
+  struct Armed {
+    model::Fault fault;
+    int seen = 0;
+  };
+  std::vector<Armed> armed_;
+};
+
+}  // namespace simulator

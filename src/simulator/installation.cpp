@@ -1,0 +1,93 @@
+#include "simulator/installation.h"
+
+#include <algorithm>
+
+#include "simulator/errors.h"
+
+namespace simulator::model {
+namespace {
+
+template <class T>
+T& Required(T* found, const std::string& name) {
+  if (!found) Fail(Code::ObjectDeleted, "The object \"" + name + "\" was deleted.");
+  return *found;
+}
+
+void AddKeys(const std::string& network, const Chain& chain, const std::vector<Device>& devices,
+             std::vector<DeviceKey>& keys) {
+  for (const Device& device : devices) keys.push_back({network, chain, device.name});
+}
+
+void AddKeysBelow(const std::string& network, const Chain& chain, const std::vector<Subsystem>& subsystems,
+                  std::vector<DeviceKey>& keys) {
+  for (const Subsystem& subsystem : subsystems) {
+    Chain below = chain;
+    below.push_back(subsystem.name);
+    AddKeys(network, below, subsystem.devices, keys);
+    AddKeysBelow(network, below, subsystem.subsystems, keys);
+  }
+}
+
+Subsystem& SubsystemOf(System& system, const Chain& chain) {
+  std::vector<Subsystem>* level = &system.subsystems;
+  Subsystem* found = nullptr;
+  for (const std::string& name : chain) {
+    found = &Required(FindByName(*level, name), name);
+    level = &found->subsystems;
+  }
+  return *found;
+}
+
+}  // namespace
+
+Network& NetworkOf(Installation& installation, const std::string& network) {
+  return Required(FindByName(installation.networks, network), network);
+}
+
+std::vector<Subsystem>& SubsystemsOf(System& system, const Chain& chain) {
+  return chain.empty() ? system.subsystems : SubsystemOf(system, chain).subsystems;
+}
+
+std::vector<Device>& DevicesOf(System& system, const Chain& chain) {
+  return chain == Chain{kDiscovered} ? system.discovered : SubsystemOf(system, chain).devices;
+}
+
+Device& DeviceOf(Installation& installation, const DeviceKey& key) {
+  System& system = NetworkOf(installation, key.network).system;
+  return Required(FindByName(DevicesOf(system, key.chain), key.name), key.name);
+}
+
+DeviceTemplate& TemplateOf(Installation& installation, const std::string& network, const std::string& name) {
+  return Required(FindByName(NetworkOf(installation, network).system.templates, name), name);
+}
+
+std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain) {
+  std::vector<DeviceKey> keys;
+  if (chain == Chain{kAllDevices}) {
+    AddKeysBelow(network.name, {}, network.system.subsystems, keys);
+    AddKeys(network.name, {kDiscovered}, network.system.discovered, keys);
+  } else {
+    AddKeys(network.name, chain, DevicesOf(network.system, chain), keys);
+  }
+  return keys;
+}
+
+std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device) {
+  std::vector<std::string> names;
+  for (const Variable& variable : type.variables)
+    if (std::find(device.missing.begin(), device.missing.end(), variable.name) == device.missing.end())
+      names.push_back(variable.name);
+  return names;
+}
+
+std::string PathOf(const Network& network, const Chain& chain) {
+  std::string path = network.name + "/" + network.system.name;
+  for (const std::string& name : chain) path += "." + name;
+  return path;
+}
+
+std::string PathOf(const Network& network, const DeviceKey& key) {
+  return PathOf(network, key.chain) + "/" + key.name;
+}
+
+}  // namespace simulator::model

@@ -1,0 +1,174 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "simulator/bytes.h"
+
+/// What a network file describes: plain values, changed in place by the objects and written back by the file
+/// writer. Names are unique among siblings; objects find their data by name at each call, so a reload never
+/// leaves a dangling reference behind.
+namespace simulator::model {
+
+struct ComponentApp {
+  std::string name;
+  std::string server;
+  int class_id = 0;
+  int command_id = 0;
+  bool is_default = false;
+  std::string description;
+  std::string manufacturer_id;
+  std::string version;
+  bool operator==(const ComponentApp&) const = default;
+};
+using ComponentApps = std::vector<ComponentApp>;
+
+struct LonMarkObject {
+  std::string name;
+  std::string programmatic_name;
+  int index = 0;
+  int type_index = 0;
+  int mode = 0;
+  bool mode_locked = false;
+  std::optional<std::vector<std::string>> variables;  // all of the device's where not given
+  ComponentApps component_apps;
+  bool operator==(const LonMarkObject&) const = default;
+};
+
+struct Variable {
+  std::string name;
+  std::string format;
+  bool is_output = false;
+  Bytes value;
+};
+
+struct DeviceTemplate {
+  std::string name;
+  std::string program_id;
+  std::string xif_path;
+  std::vector<Variable> variables;
+  std::vector<LonMarkObject> objects;
+  bool own_variables = false;  // given in the file, not taken from the built-in thermostat
+  bool own_objects = false;
+  ComponentApps component_apps;
+};
+
+struct Device {
+  std::string name;
+  std::string template_name;
+  int handle = 0;
+  std::string neuron_id;
+  std::string program_id;
+  int state = 4;
+  int attachment = 0;
+  bool commissioned = true;
+  int commission_status = 0;
+  int configuration_state = 0;
+  bool powered = true;
+  int test_result = 0;
+  std::map<std::string, Bytes> values;  // those that differ from the template's
+  std::vector<std::string> missing;
+  std::vector<std::string> refuses;
+  std::vector<LonMarkObject> objects;
+};
+
+struct Subsystem {
+  std::string name;
+  std::vector<Subsystem> subsystems;
+  std::vector<Device> devices;
+};
+
+struct System {
+  std::string name;
+  std::string interface;  // empty in engineered mode
+  int management_mode = 0;
+  int discovery_interval = 180;
+  int update_interval = 120;
+  bool launch_server = false;
+  std::string catalog_path;
+  ComponentApps component_apps;
+  std::vector<DeviceTemplate> templates;
+  std::vector<Subsystem> subsystems;
+  std::vector<Device> discovered;
+};
+
+struct Network {
+  std::string name;
+  bool local = true;
+  bool internet = false;
+  std::vector<std::string> remote_interfaces;
+  System system;
+};
+
+struct Interface {
+  std::string name;
+  bool in_use = false;
+};
+
+struct Latency {
+  int any = 0;
+  int read = 0;
+  int write = 0;
+  int open = 0;
+  int test = 0;
+};
+
+/// A failure to come. Empty texts match everything; occurrence 0 means every time; code 0 means that the
+/// device vanishes.
+struct Fault {
+  std::string device;
+  std::string item;
+  std::string operation;
+  int occurrence = 1;
+  int code = 0;
+};
+
+struct Installation {
+  bool auto_save = true;
+  std::vector<Interface> interfaces;
+  ComponentApps component_apps;
+  std::vector<Network> networks;
+  Latency latency;
+  std::vector<Fault> faults;
+};
+
+inline constexpr const char* kAllDevices = "ALL";
+inline constexpr const char* kDiscovered = "Discovered";
+
+/// Names of nested subsystems from the top level down.
+using Chain = std::vector<std::string>;
+
+struct DeviceKey {
+  std::string network;
+  Chain chain;
+  std::string name;
+};
+
+/// The item of that name, or null.
+template <class T>
+T* FindByName(std::vector<T>& items, const std::string& name) {
+  for (T& item : items)
+    if (item.name == name) return &item;
+  return nullptr;
+}
+
+/// Each raises 17096 (the object was deleted) where the installation no longer holds what is named.
+Network& NetworkOf(Installation& installation, const std::string& network);
+std::vector<Subsystem>& SubsystemsOf(System& system, const Chain& chain);
+std::vector<Device>& DevicesOf(System& system, const Chain& chain);
+Device& DeviceOf(Installation& installation, const DeviceKey& key);
+DeviceTemplate& TemplateOf(Installation& installation, const std::string& network, const std::string& name);
+
+/// The devices of a subsystem in order; all of the network's for the chain "ALL".
+std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain);
+
+/// The template's variables but for those that the device lacks, in the order of their indices.
+std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device);
+
+/// The platform's address of an object: network/system.subsystem.subsystem/device.
+std::string PathOf(const Network& network, const Chain& chain);
+std::string PathOf(const Network& network, const DeviceKey& key);
+
+}  // namespace simulator::model

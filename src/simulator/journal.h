@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+
+namespace simulator {
+
+/// Where an operation happens: the object's address, and the device and the item (variable, LonMark object,
+/// network) that faults are matched with.
+struct Place {
+  std::string path;
+  std::string device;
+  std::string item;
+};
+
+enum class OperationKind { Get, Put, Method };
+
+struct Operation {
+  Place place;
+  std::string member;
+  OperationKind kind = OperationKind::Get;
+  std::string value;  // what is put, or the arguments
+};
+
+struct JournalEntry {
+  Operation operation;
+  std::string result;
+  std::int32_t error = 0;
+
+  /// "path Member -> result", "path Member=value", "path Member(arguments)"; a failure adds " ! code".
+  std::string Text() const;
+};
+
+/// Every operation on the object model in the order of its beginning. Only the last `kMost` are kept.
+class Journal {
+ public:
+  static constexpr std::size_t kMost = 100000;
+
+  /// The number under which the operation's end is told.
+  std::size_t Begin(const Operation& operation);
+  void Finish(std::size_t number, const std::string& result);
+  void Fail(std::size_t number, std::int32_t error);
+
+  std::size_t Count() const { return entries_.size(); }
+  const JournalEntry& At(std::size_t index) const { return entries_.at(index); }
+  std::string Text() const;
+  void Clear();
+
+ private:
+  JournalEntry* Find(std::size_t number);
+
+  std::deque<JournalEntry> entries_;
+  std::size_t first_number_ = 0;
+};
+
+}  // namespace simulator

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "simulator/json_document.h"
+
+namespace simulator {
+
+/// Reads the members of one JSON object by key. Whatever does not fit raises a FileError
+/// "file:line: path.key: reason"; `Finish` does so for keys that nobody asked for.
+class JsonReader {
+ public:
+  JsonReader(const JsonNode& node, std::string path, std::string file);
+
+  bool Has(std::string_view key) { return Find(key) != nullptr; }
+
+  /// Those without a default are required.
+  std::string Text(std::string_view key);
+  std::string Text(std::string_view key, std::string otherwise);
+  int Integer(std::string_view key, int least, int most);
+  int Integer(std::string_view key, int otherwise, int least, int most);
+  bool Boolean(std::string_view key, bool otherwise);
+  std::vector<std::string> Texts(std::string_view key);
+
+  /// The object under a required key; each object of an optional list; each text of an optional object.
+  void Object(std::string_view key, const std::function<void(JsonReader&)>& read);
+  void Each(std::string_view key, const std::function<void(JsonReader&)>& read);
+  void EachText(std::string_view key,
+                const std::function<void(const std::string& name, const std::string& text)>& read);
+
+  /// Raises the error for a member of this object, or for the object itself where it has no such key.
+  [[noreturn]] void Refuse(std::string_view key, const std::string& reason) const;
+
+  void Finish() const;
+
+ private:
+  const JsonNode* Find(std::string_view key);
+  const JsonNode& Require(std::string_view key);
+  const JsonNode* FindKind(std::string_view key, JsonNode::Kind kind, const char* wanted);
+  std::string PathTo(std::string_view key) const;
+  [[noreturn]] void RefuseAt(int line, const std::string& path, const std::string& reason) const;
+
+  const JsonNode& node_;
+  std::string path_;
+  std::string file_;
+  std::set<std::string, std::less<>> asked_;
+};
+
+}  // namespace simulator

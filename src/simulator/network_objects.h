@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+
+#include "simulator/object.h"
+
+namespace simulator {
+
+/// A network of the installation. Its name and whether it is open can be asked at any time, all else needs it
+/// open.
+class Network : public Simulated<Network> {
+ public:
+  Network(Origin origin, std::string name) : Simulated(std::move(origin)), name_(std::move(name)) {}
+  static std::span<const MemberRow<Network>> Members();
+
+ private:
+  Value Systems();
+  std::string name_;
+};
+
+/// The one system of a network.
+class System : public Simulated<System> {
+ public:
+  System(Origin origin, std::string network) : Simulated(std::move(origin)), network_(std::move(network)) {}
+  static std::span<const MemberRow<System>> Members();
+
+ private:
+  model::System& Data();
+  model::System& Change();
+  Value ServiceDevice();
+  Value Subsystems();
+  Value Templates();
+  Value Apps();
+  void Begin(int milliseconds);
+
+  std::string network_;
+};
+
+/// The system's own place on the network. Without an interface the system opens in engineered mode.
+class NetworkServiceDevice : public Simulated<NetworkServiceDevice> {
+ public:
+  NetworkServiceDevice(Origin origin, std::string network)
+      : Simulated(std::move(origin)), network_(std::move(network)) {}
+  static std::span<const MemberRow<NetworkServiceDevice>> Members();
+
+ private:
+  Value Interface();
+  void SetInterface(const Value& value);
+  std::string network_;
+};
+
+class NetworkInterface : public Simulated<NetworkInterface> {
+ public:
+  NetworkInterface(Origin origin, std::string name) : Simulated(std::move(origin)), name_(std::move(name)) {}
+  static std::span<const MemberRow<NetworkInterface>> Members();
+  const std::string& name() const { return name_; }
+
+ private:
+  std::string name_;
+};
+
+/// The name of an interface object, also of one that comes from another process; empty for nothing. 17006
+/// where the installation has no interface of that name.
+std::string InterfaceName(model::Installation& installation, const LateBoundPtr& object);
+
+}  // namespace simulator

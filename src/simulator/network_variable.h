@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+#include "simulator/formats.h"
+#include "simulator/object.h"
+
+namespace simulator {
+
+/// A network variable of a device as one client sees it: the format belongs to this object, the value to the
+/// device.
+class NetworkVariable : public Simulated<NetworkVariable> {
+ public:
+  NetworkVariable(Origin origin, model::DeviceKey key, std::string name);
+  static std::span<const MemberRow<NetworkVariable>> Members();
+
+ private:
+  const model::Variable& Type();
+  std::int32_t Index();
+  Value ReadValue();
+  void WriteValue(const Value& value);
+  void SetFormat(const Value& value);
+  const std::string& FormatName();
+  void RequireAnswer();
+
+  model::DeviceKey key_;
+  std::string name_;
+  std::string format_;  // empty for the variable's own
+  std::int32_t source_options_ = 0;
+  std::int32_t monitor_tag_ = 0;
+};
+
+}  // namespace simulator

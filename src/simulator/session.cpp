@@ -1,0 +1,188 @@
+#include "simulator/session.h"
+
+#include <algorithm>
+
+#include "automation/convert.h"
+#include "simulator/errors.h"
+
+namespace simulator {
+namespace {
+
+using platform::Value;
+
+constexpr std::int32_t kIdleEvent = 9;
+constexpr std::size_t kObjectsBeforePruning = 1024;
+
+std::string JournalText(const Value& value) {
+  if (std::holds_alternative<platform::LateBoundPtr>(value)) return "";
+  return automation::ToText(value);
+}
+
+class Connection : public platform::Subscription {
+ public:
+  Connection(std::weak_ptr<Session> session, int number) : session_(std::move(session)), number_(number) {}
+  ~Connection() override {
+    if (const auto session = session_.lock()) session->Unadvise(number_);
+  }
+
+ private:
+  std::weak_ptr<Session> session_;
+  int number_;
+};
+
+int ExtraLatency(const model::Latency& latency, OperationClass operation) {
+  switch (operation) {
+    case OperationClass::Read:
+      return latency.read;
+    case OperationClass::Write:
+      return latency.write;
+    case OperationClass::Open:
+      return latency.open;
+    case OperationClass::Test:
+      return latency.test;
+    case OperationClass::Other:
+      break;
+  }
+  return 0;
+}
+
+}  // namespace
+
+Value Session::Perform(const Operation& operation, const std::function<Value()>& act) {
+  const auto alive = shared_from_this();  // an event handler may let go of the last object
+  Journal& journal = simulation_->journal();
+  const std::size_t number = journal.Begin(operation);
+  try {
+    Delay(operation);
+    if (const auto code = simulation_->faults().Strike(operation)) {
+      if (*code != 0) FailWith(static_cast<std::uint16_t>(*code), "A fault was set for this operation.");
+      if (!operation.place.device.empty()) simulation_->Vanish(operation.place.device);
+    }
+    Value result = act();
+    journal.Finish(number, JournalText(result));
+    simulation_->SaveChanges();
+    return result;
+  } catch (const platform::Error& error) {
+    journal.Fail(number, error.number());
+    throw;
+  }
+}
+
+void Session::Delay(const Operation& operation) {
+  const model::Latency& latency = simulation_->latency();
+  int remaining = latency.any + ExtraLatency(latency, ClassOf(operation));
+  while (idle_interval_ > 0 && remaining > idle_interval_) {
+    const int slice = idle_interval_;
+    simulation_->Sleep(std::chrono::milliseconds(slice));
+    remaining -= slice;
+    Raise(kIdleEvent, {});
+  }
+  if (remaining > 0) simulation_->Sleep(std::chrono::milliseconds(remaining));
+}
+
+Session::Settings& Session::ChangeSettings() {
+  if (open_) Fail(Code::MustBeClosed, "This must be set before the object server is opened.");
+  return settings_;
+}
+
+void Session::Close() {
+  open_ = false;
+  networks_.clear();
+  systems_.clear();
+  idle_interval_ = 0;
+}
+
+void Session::RequireOpen() const {
+  if (!open_) Fail(Code::NotOpen, "The object server is not open.");
+}
+
+bool Session::CanReach(const model::Network& network) const {
+  if (IsLocal()) return network.local;
+  if (IsLightweight()) return network.internet;
+  const auto& interfaces = network.remote_interfaces;
+  return std::find(interfaces.begin(), interfaces.end(), active_interface_) != interfaces.end();
+}
+
+std::vector<std::string> Session::ReachableNetworks() {
+  RequireOpen();
+  const bool full_remote = !IsLocal() && !IsLightweight();
+  if (full_remote && active_interface_.empty())
+    Fail(Code::NotFound, "No network interface is chosen for remote access.");
+  std::vector<std::string> names;
+  for (const model::Network& network : installation().networks)
+    if (CanReach(network)) names.push_back(network.name);
+  return names;
+}
+
+void Session::OpenNetwork(const std::string& name) {
+  RequireOpen();
+  const model::Network& network = model::NetworkOf(installation(), name);
+  if (!CanReach(network)) Fail(Code::NotFound, "The network \"" + name + "\" cannot be reached this way.");
+  if (!IsLocal() && !IsLightweight()) CheckInterfaceFree(active_interface_, name);
+  networks_.insert(name);
+}
+
+void Session::CloseNetwork(const std::string& network) {
+  CloseSystem(network);
+  networks_.erase(network);
+}
+
+void Session::RequireNetwork(const std::string& network) const {
+  RequireOpen();
+  if (!IsNetworkOpen(network)) Fail(Code::NotOpen, "The network \"" + network + "\" is not open.");
+}
+
+void Session::CheckInterfaceFree(const std::string& interface, const std::string& network) {
+  const model::Interface* found = model::FindByName(installation().interfaces, interface);
+  bool free = found && !found->in_use;
+  for (const auto& session : simulation_->Sessions())
+    for (const auto& [other, used] : session->systems_)
+      if (other != network && used == interface) free = false;
+  if (!free) Fail(Code::InterfaceBusy, "The network interface \"" + interface + "\" is in use.");
+}
+
+void Session::OpenSystem(const std::string& name) {
+  RequireNetwork(name);
+  if (IsSystemOpen(name)) return;
+  const std::string interface = IsLocal() ? model::NetworkOf(installation(), name).system.interface : "";
+  if (!interface.empty()) CheckInterfaceFree(interface, name);
+  if (IsLocal() && interface.empty())
+    for (const auto& session : simulation_->Sessions())
+      if (session->IsSystemOpen(name) && session->IsAttached(name))
+        Fail(Code::InterfaceBusy, "The system \"" + name + "\" is open on the network elsewhere.");
+  systems_[name] = interface;
+}
+
+void Session::RequireSystem(const std::string& network) const {
+  RequireNetwork(network);
+  if (!IsSystemOpen(network))
+    Fail(Code::NotOpen, "The system of the network \"" + network + "\" is not open.");
+}
+
+bool Session::IsAttached(const std::string& network) const {
+  const auto found = systems_.find(network);
+  return found != systems_.end() && (!IsLocal() || !found->second.empty());
+}
+
+std::unique_ptr<platform::Subscription> Session::Advise(platform::EventHandler handler) {
+  handlers_[++next_handler_] = std::move(handler);
+  return std::make_unique<Connection>(weak_from_this(), next_handler_);
+}
+
+void Session::Raise(std::int32_t event, platform::Arguments arguments) {
+  const auto handlers = handlers_;  // a handler may connect and disconnect
+  for (const auto& [number, handler] : handlers)
+    if (handlers_.contains(number)) handler(event, arguments);
+}
+
+platform::LateBoundPtr Session::Shared(const std::string& key,
+                                       const std::function<platform::LateBoundPtr()>& make) {
+  if (auto object = objects_[key].lock()) return object;
+  if (objects_.size() > kObjectsBeforePruning)
+    std::erase_if(objects_, [](const auto& each) { return each.second.expired(); });
+  auto object = make();
+  objects_[key] = object;
+  return object;
+}
+
+}  // namespace simulator

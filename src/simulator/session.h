@@ -1,0 +1,98 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/late_bound.h"
+#include "simulator/simulation.h"
+
+namespace simulator {
+
+/// One client of the object server: its settings, what it has open, and its event handlers. It ends when its
+/// root object and every object reached from it are gone, and with it everything it had open.
+class Session : public std::enable_shared_from_this<Session> {
+ public:
+  /// Bits of the flags word that the session looks at.
+  static constexpr int kUseTcp = 16;
+  static constexpr int kUseNsi = 32;
+
+  struct Settings {
+    bool single_user = false;
+    bool remote = false;
+    int flags = 0;
+  };
+
+  explicit Session(std::shared_ptr<Simulation> simulation) : simulation_(std::move(simulation)) {}
+
+  Simulation& simulation() { return *simulation_; }
+  model::Installation& installation() { return simulation_->installation(); }
+
+  /// Runs an operation as the platform would: journal, latency, faults, then the operation itself, then
+  /// saving.
+  platform::Value Perform(const Operation& operation, const std::function<platform::Value()>& act);
+
+  const Settings& settings() const { return settings_; }
+  /// 17005 while the session is open.
+  Settings& ChangeSettings();
+
+  /// The interface of a full remote client; empty where none is set.
+  const std::string& active_interface() const { return active_interface_; }
+  void SetActiveInterface(const std::string& name) { active_interface_ = name; }
+
+  bool IsOpen() const { return open_; }
+  void Open() { open_ = true; }
+  void Close();
+  void RequireOpen() const;
+
+  /// The networks that this kind of session can reach, by name.
+  std::vector<std::string> ReachableNetworks();
+
+  /// Opening what is open does nothing. Closing a network closes its system.
+  void OpenNetwork(const std::string& network);
+  void CloseNetwork(const std::string& network);
+  bool IsNetworkOpen(const std::string& network) const { return networks_.contains(network); }
+  void RequireNetwork(const std::string& network) const;
+
+  void OpenSystem(const std::string& network);
+  void CloseSystem(const std::string& network) { systems_.erase(network); }
+  bool IsSystemOpen(const std::string& network) const { return systems_.contains(network); }
+  void RequireSystem(const std::string& network) const;
+
+  /// Whether the open system can reach its devices; in engineered mode it cannot.
+  bool IsAttached(const std::string& network) const;
+
+  /// Event 9 comes at this interval while an operation takes longer; 0 switches it off.
+  void SetIdleInterval(int milliseconds) { idle_interval_ = milliseconds; }
+
+  std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler);
+  void Unadvise(int number) { handlers_.erase(number); }
+  void Raise(std::int32_t event, platform::Arguments arguments);
+
+  /// The live object of that key, or the one that `make` creates: so the same thing reached twice on the same
+  /// way is the same object.
+  platform::LateBoundPtr Shared(const std::string& key, const std::function<platform::LateBoundPtr()>& make);
+
+ private:
+  bool IsLocal() const { return !settings_.remote; }
+  bool IsLightweight() const { return settings_.remote && (settings_.flags & kUseTcp) != 0; }
+  bool CanReach(const model::Network& network) const;
+  void CheckInterfaceFree(const std::string& interface, const std::string& network);
+  void Delay(const Operation& operation);
+
+  std::shared_ptr<Simulation> simulation_;
+  Settings settings_;
+  std::string active_interface_;
+  bool open_ = false;
+  std::set<std::string> networks_;
+  std::map<std::string, std::string> systems_;  // network, and the interface that a local session uses
+  int idle_interval_ = 0;
+  std::map<int, platform::EventHandler> handlers_;
+  int next_handler_ = 0;
+  std::map<std::string, std::weak_ptr<platform::LateBound>> objects_;
+};
+
+}  // namespace simulator
