@@ -49,6 +49,11 @@ std::string Join(const std::vector<std::string>& pieces, std::string_view separa
   return result;
 }
 
+std::size_t CharacterCount(std::string_view text) {
+  const auto starts_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+  return static_cast<std::size_t>(std::ranges::count_if(text, starts_character));
+}
+
 HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter) {
   const auto found = ToLower(text).find(ToLower(delimiter));
   if (found == std::string::npos) return {std::string(text), {}};

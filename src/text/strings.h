@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,9 @@ std::string Trim(std::string_view text);
 /// The pieces between the separators; a text without one is a single piece, an empty text has none.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 std::string Join(const std::vector<std::string>& pieces, std::string_view separator);
+
+/// How many characters (code points) the text has.
+std::size_t CharacterCount(std::string_view text);
 
 struct HeadAndRest {
   std::string head;

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/error.h"
+#include "platform/attempt.h"
 
 namespace ui {
 namespace {
@@ -30,16 +30,31 @@ void fProgress::OnLoad() {
   SetBounds(screen.left + (screen.width - Width()) / 2, screen.top + (screen.height - Height()) / 2, Width(),
             Height());
   animation_.SetOwner(picResAnim);
-  try {
-    animation_.StartPlay();
-  } catch (const platform::Error&) {
-    // A clip that cannot play must not stop the operation whose progress it decorates.
-  }
+  // A clip that cannot play must not stop the operation whose progress it decorates.
+  platform::Attempt([this] { animation_.StartPlay(); });
 }
 
 void fProgress::OnUnload() {
   animation_.StopPlay();
   desktop().SetPointer(Pointer::Default);
+}
+
+void Progress::Show() {
+  if (!window_) window_ = std::make_unique<fProgress>(desktop_, program_, plug_in_name_);
+  window_->Show();
+  desktop_.Yield();
+}
+
+void Progress::DisplayStatus(const std::string& status) {
+  if (!window_ || !window_->Visible()) Show();
+  window_->Status.SetText(status);
+  desktop_.Yield();
+}
+
+void Progress::Close() {
+  if (!window_) return;
+  window_->Unload();
+  window_.reset();
 }
 
 }  // namespace ui

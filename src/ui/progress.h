@@ -1,6 +1,8 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/program.h"
 #include "ui/animation.h"
@@ -25,6 +27,24 @@ class fProgress : public Form {
  private:
   std::string plug_in_name_;
   cAnimControl animation_;
+};
+
+/// The process's one progress window, made when it is first needed and dropped when the operation ends.
+class Progress {
+ public:
+  Progress(Desktop& desktop, const platform::Program& program, std::string plug_in_name)
+      : desktop_(desktop), program_(program), plug_in_name_(std::move(plug_in_name)) {}
+
+  void Show();
+  /// Shows the window if it is not, and the text in it at once.
+  void DisplayStatus(const std::string& status);
+  void Close();
+
+ private:
+  Desktop& desktop_;
+  const platform::Program& program_;
+  std::string plug_in_name_;
+  std::unique_ptr<fProgress> window_;
 };
 
 }  // namespace ui

@@ -1,0 +1,100 @@
+#include "director/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+
+namespace director {
+namespace {
+
+void AddNetworkCommands(CLI::App& app, Options& options) {
+  app.add_subcommand("networks", "List the networks")->callback([&] { options.command = Command::Networks; });
+
+  CLI::App* devices = app.add_subcommand("devices", "List the devices of all networks, or of one");
+  devices->add_option("network", options.network, "The network's name");
+  devices->callback([&] { options.command = Command::Devices; });
+
+  CLI::App* show = app.add_subcommand("show", "Show a device's variables, formatted and raw");
+  show->add_option("path", options.path, "network/system.subsystem/device")->required();
+  show->callback([&] { options.command = Command::Show; });
+}
+
+void AddConfigureCommand(CLI::App& app, Options& options) {
+  CLI::App* configure = app.add_subcommand("configure", "Have the plug-in configure a device");
+  ConfigureRequest& request = options.configure;
+  configure->add_option("path", request.path, "network/system.subsystem/device")->required();
+  configure->add_option("--object", request.lonmark_object, "Configure this LonMark object of the device");
+  configure->add_option("--interface", request.interface_name,
+                        "Work remotely through this network interface, or over the Internet with \"Internet\"");
+  configure->add_option("--left", request.left, "Window position in pixels");
+  configure->add_option("--top", request.top, "Window position in pixels");
+  configure->add_option("--width", request.width, "Window size in pixels");
+  configure->add_option("--height", request.height, "Window size in pixels");
+  configure->add_option("--plug-in", options.plug_in, "ProgID of the plug-in")->capture_default_str();
+  configure->add_flag("--hidden", request.hidden, "Do not show the window");
+  configure->add_flag("--wait", options.wait, "Stay until the window is closed");
+  configure->callback([&] { options.command = Command::Configure; });
+
+  CLI::App* screen = app.add_subcommand("screen", "Print what the plug-in's windows show, page by page");
+  screen->callback([&] { options.command = Command::Screen; });
+}
+
+void AddFaultCommands(CLI::App& app, Options& options) {
+  CLI::App* fault = app.add_subcommand("fault", "Make the simulated network fail");
+  fault->require_subcommand(1);
+
+  CLI::App* add = fault->add_subcommand("add", "Fail the operations that match");
+  add->add_option("--device", options.fault.device, "Name or path; * is any")->capture_default_str();
+  add->add_option("--variable", options.fault.variable, "Name; * is any")->capture_default_str();
+  add->add_option("--operation", options.fault.operation, "read, write or a member's name; * is any")->capture_default_str();
+  add->add_option("--occurrence", options.fault.occurrence, "Which one from now on; 0 is every one")->capture_default_str();
+  add->add_option("--code", options.fault.code, "The platform's error code")->capture_default_str();
+  add->callback([&] { options.command = Command::FaultAdd; });
+
+  fault->add_subcommand("clear", "Take all faults back")->callback([&] { options.command = Command::FaultClear; });
+
+  CLI::App* vanish = fault->add_subcommand("vanish", "Take a device off the network");
+  vanish->add_option("device", options.device, "Name or path")->required();
+  vanish->callback([&] { options.command = Command::FaultVanish; });
+
+  CLI::App* restore = fault->add_subcommand("restore", "Bring a vanished device back");
+  restore->add_option("device", options.device, "Name or path")->required();
+  restore->callback([&] { options.command = Command::FaultRestore; });
+}
+
+void AddSimulatorCommands(CLI::App& app, Options& options) {
+  CLI::App* latency = app.add_subcommand("latency", "Show or set how long operations of the simulated network take");
+  latency->add_option("kind", options.latency_kind, "any, read, write, open or test")->capture_default_str();
+  latency->add_option("milliseconds", options.latency_milliseconds, "The new latency");
+  latency->callback([&] { options.command = Command::Latency; });
+
+  CLI::App* journal = app.add_subcommand("journal", "Print the operations that the simulated network has seen");
+  journal->add_flag("--clear", options.clear, "Forget them afterwards");
+  journal->callback([&] { options.command = Command::Journal; });
+
+  app.add_subcommand("stop", "End the simulated object server")->callback([&] { options.command = Command::Stop; });
+}
+
+}  // namespace
+
+ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
+  ParsedCommandLine parsed;
+  CLI::App app("A small network tool: lists networks and devices and starts plug-ins.", "director");
+  app.require_subcommand(1);
+  AddNetworkCommands(app, parsed.options);
+  AddConfigureCommand(app, parsed.options);
+  AddFaultCommands(app, parsed.options);
+  AddSimulatorCommands(app, parsed.options);
+  std::reverse(arguments.begin(), arguments.end());
+  try {
+    app.parse(arguments);
+    parsed.run = true;
+  } catch (const CLI::ParseError& error) {
+    std::ostringstream out;
+    parsed.exit_code = app.exit(error, out, out) == 0 ? 0 : 1;
+    parsed.message = out.str();
+  }
+  return parsed;
+}
+
+}  // namespace director

@@ -1,0 +1,51 @@
+#include "director/configure.h"
+
+#include <array>
+#include <string_view>
+
+#include "automation/convert.h"
+#include "director/networks.h"
+#include "platform/attempt.h"
+#include "plugin/supported_commands.h"
+
+namespace director {
+namespace {
+
+using platform::CallKind;
+using platform::Value;
+
+void Put(platform::LateBound& plug_in, std::string_view property, const Value& value) {
+  plug_in.Invoke({property}, CallKind::Put, {&value, 1});
+}
+
+void PutIfGiven(platform::LateBound& plug_in, std::string_view property, std::optional<std::int32_t> value) {
+  if (value) Put(plug_in, property, *value);
+}
+
+}  // namespace
+
+void Configure(platform::LateBound& plug_in, const ConfigureRequest& request) {
+  if (!request.interface_name.empty()) {
+    Put(plug_in, "Remote", true);
+    Put(plug_in, "NetworkInterfaceName", request.interface_name);
+  }
+  Put(plug_in, "networkName", NetworkOf(request.path));
+  PutIfGiven(plug_in, "left", request.left);
+  PutIfGiven(plug_in, "top", request.top);
+  PutIfGiven(plug_in, "Width", request.width);
+  PutIfGiven(plug_in, "Height", request.height);
+  const bool is_object = !request.lonmark_object.empty();
+  const std::array<Value, 3> command = {
+      plugin::kConfigureCommand, is_object ? plugin::kLonMarkObjectType : plugin::kAppDeviceType,
+      is_object ? request.path + "/" + request.lonmark_object : request.path};
+  plug_in.Invoke({"SendCommand"}, CallKind::Method, command);
+  if (!request.hidden) Put(plug_in, "Visible", true);
+}
+
+bool IsShown(platform::LateBound& plug_in) {
+  bool shown = false;
+  platform::Attempt([&] { shown = automation::ToBoolean(plug_in.Invoke({"Visible"}, CallKind::Get, {})); });
+  return shown;
+}
+
+}  // namespace director

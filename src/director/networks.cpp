@@ -1,0 +1,133 @@
+#include "director/networks.h"
+
+#include <algorithm>
+#include <ostream>
+#include <vector>
+
+#include "platform/attempt.h"
+#include "platform/error.h"
+#include "plugin/object_path.h"
+#include "plugin/supported_commands.h"
+#include "text/strings.h"
+
+namespace director {
+namespace {
+
+// These two subsystems repeat devices that stand elsewhere.
+bool RepeatsDevices(const std::string& subsystem) { return subsystem == "ALL" || subsystem == "Discovered"; }
+
+void PrintSubsystem(const lns::Subsystem& subsystem, const std::string& path, std::ostream& out) {
+  const auto devices = subsystem.AppDevices();
+  for (std::int32_t i = 1; i <= devices.Count(); ++i) {
+    const lns::AppDevice device = devices.Item(i);
+    out << path << '/' << device.Name() << "\tstate " << device.State() << '\t' << device.DeviceTemplate().Name() << '\n';
+  }
+  const auto below = subsystem.Subsystems();
+  for (std::int32_t i = 1; i <= below.Count(); ++i) {
+    const lns::Subsystem inner = below.Item(i);
+    PrintSubsystem(inner, path + '.' + inner.Name(), out);
+  }
+}
+
+void PrintNetworkDevices(const lns::ObjectServer& server, const std::string& name, std::ostream& out) {
+  const OpenedNetwork opened(server, name);
+  const auto subsystems = opened.system().Subsystems();
+  for (std::int32_t i = 1; i <= subsystems.Count(); ++i) {
+    const lns::Subsystem subsystem = subsystems.Item(i);
+    if (RepeatsDevices(subsystem.Name())) continue;
+    PrintSubsystem(subsystem, name + '/' + opened.system().Name() + '.' + subsystem.Name(), out);
+  }
+}
+
+std::vector<std::string> NetworkNames(const lns::ObjectServer& server) {
+  server.Open();
+  std::vector<std::string> names;
+  const auto networks = server.Networks();
+  for (std::int32_t i = 1; i <= networks.Count(); ++i) names.push_back(networks.Item(i).Name());
+  server.Close();
+  return names;
+}
+
+std::string ReadAs(const lns::NetworkVariable& variable, const std::string& format) {
+  try {
+    variable.SetAccessOption(0);
+    variable.SetFormatType(format);
+    return variable.Value();
+  } catch (const platform::Error& error) {
+    return "(" + error.description() + ")";
+  }
+}
+
+std::string Hexadecimal(const std::string& decimal_bytes) {
+  std::string result;
+  for (const std::string& byte : text::Split(decimal_bytes, "\t")) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    unsigned value = 0;
+    for (const char c : byte) {
+      if (c < '0' || c > '9') return decimal_bytes;
+      value = value * 10 + static_cast<unsigned>(c - '0');
+    }
+    if (!result.empty()) result += ' ';
+    result += kDigits[(value >> 4) & 15];
+    result += kDigits[value & 15];
+  }
+  return result;
+}
+
+}  // namespace
+
+OpenedNetwork::OpenedNetwork(const lns::ObjectServer& server, const std::string& network_name) : server_(server) {
+  try {
+    server_.Open();
+    network_ = server_.Networks().Item(network_name);
+    network_.Open();
+    system_ = network_.Systems().Item(1);
+    system_.Open();
+  } catch (...) {
+    Close();
+    throw;
+  }
+}
+
+OpenedNetwork::~OpenedNetwork() { Close(); }
+
+void OpenedNetwork::Close() {
+  using platform::Attempt;
+  Attempt([this] { if (system_ && system_.IsOpen()) system_.Close(); });
+  Attempt([this] { if (network_ && network_.IsOpen()) network_.Close(); });
+  Attempt([this] { if (server_.IsOpen()) server_.Close(); });
+}
+
+void PrintNetworks(const lns::ObjectServer& server, std::ostream& out) {
+  for (const std::string& name : NetworkNames(server)) out << name << '\n';
+}
+
+void PrintDevices(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out) {
+  if (!network_name.empty()) return PrintNetworkDevices(server, network_name, out);
+  for (const std::string& name : NetworkNames(server)) {
+    try {
+      PrintNetworkDevices(server, name, out);
+    } catch (const platform::Error& error) {
+      out << name << "\tcannot be opened: " << error.description() << '\n';
+    }
+  }
+}
+
+void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out) {
+  const OpenedNetwork opened(server, NetworkOf(path));
+  const lns::Object found = plugin::ResolveObject(plugin::kAppDeviceType, plugin::SplitObjectPath(path), opened.network(),
+                                                  opened.system());
+  if (!found) throw platform::Error(20005, "director", "There is no device " + path);
+  const lns::AppDevice device(found.reference());
+  out << "device\t" << device.Name() << "\ntemplate\t" << device.DeviceTemplate().Name() << "\nprogram ID\t"
+      << device.ProgramId() << "\nneuron ID\t" << device.NeuronId() << "\nstate\t" << device.State() << '\n';
+  const auto variables = device.Interface().NetworkVariables();
+  for (std::int32_t i = 1; i <= variables.Count(); ++i) {
+    const lns::NetworkVariable variable = variables.Item(i);
+    out << variable.Name() << '\t' << ReadAs(variable, "") << '\t' << Hexadecimal(ReadAs(variable, "RAW")) << '\n';
+  }
+}
+
+std::string NetworkOf(const std::string& path) { return path.substr(0, path.find('/')); }
+
+}  // namespace director

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "lns/object_model.h"
+
+/// What the director tells of the networks: lists and values, printed as lines for people and scripts.
+namespace director {
+
+/// One way into a network: the object server opened for it, and the network's system. Closes all of it again.
+class OpenedNetwork {
+ public:
+  /// Throws the platform's error; what was opened before is closed then.
+  OpenedNetwork(const lns::ObjectServer& server, const std::string& network_name);
+  ~OpenedNetwork();
+  OpenedNetwork(const OpenedNetwork&) = delete;
+  OpenedNetwork& operator=(const OpenedNetwork&) = delete;
+
+  const lns::Network& network() const { return network_; }
+  const lns::System& system() const { return system_; }
+
+ private:
+  void Close();
+
+  lns::ObjectServer server_;
+  lns::Network network_;
+  lns::System system_;
+};
+
+/// The names of all networks, one a line.
+void PrintNetworks(const lns::ObjectServer& server, std::ostream& out);
+
+/// The paths of all devices, one a line with state code and template: of one network, or of all for an empty name. A
+/// network that does not open is reported as such in the list.
+void PrintDevices(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out);
+
+/// Every variable of the device with its value in its own format and as raw bytes. A variable that cannot be read shows
+/// the reason. Throws 20005 for a path that names no device.
+void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out);
+
+/// The network's name in a path: what stands before the first "/".
+std::string NetworkOf(const std::string& path);
+
+}  // namespace director

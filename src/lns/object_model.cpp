@@ -1,0 +1,123 @@
+#include "lns/object_model.h"
+
+#include "automation/convert.h"
+#include "lns/members.h"
+
+namespace lns {
+namespace {
+
+using automation::ToBoolean;
+using automation::ToInteger;
+using automation::ToObject;
+using automation::ToText;
+using platform::CallKind;
+
+constexpr std::int32_t kObjectVariableNotSet = 91;
+
+}  // namespace
+
+platform::LateBound& Object::Target() const {
+  if (!object_) throw platform::Error(kObjectVariableNotSet, "LNS", "Object variable not set");
+  return *object_;
+}
+
+platform::Value Object::Get(const platform::Member& member) const { return Target().Invoke(member, CallKind::Get, {}); }
+
+platform::LateBoundPtr Object::GetObject(const platform::Member& member) const { return ToObject(Get(member)); }
+
+void Object::Put(const platform::Member& member, platform::Value value) const {
+  const bool is_reference = std::holds_alternative<platform::LateBoundPtr>(value);
+  Target().Invoke(member, is_reference ? CallKind::PutReference : CallKind::Put, {&value, 1});
+}
+
+platform::Value Object::Call(const platform::Member& member, platform::Arguments arguments) const {
+  return Target().Invoke(member, CallKind::Method, arguments);
+}
+
+std::string Object::Name() const { return ToText(Get(members::kName)); }
+std::int32_t Object::ClassId() const { return ToInteger(Get(members::kClassId)); }
+Object Object::Parent() const { return Object(GetObject(members::kParent)); }
+
+std::int32_t CollectionBase::Count() const { return ToInteger(Get(members::kCount)); }
+
+platform::LateBoundPtr CollectionBase::ItemAt(platform::Value key) const {
+  return ToObject(Target().Invoke(members::kItem, CallKind::GetOrMethod, {&key, 1}));
+}
+
+void NetworkVariable::SetAccessOption(std::int32_t option) const { Put(members::kSourceOptions, option); }
+std::string NetworkVariable::FormatType() const { return ToText(Get(members::kDsFormatType)); }
+void NetworkVariable::SetFormatType(const std::string& format) const { Put(members::kDsFormatType, format); }
+std::string NetworkVariable::Value() const { return ToText(Get(members::kValue)); }
+void NetworkVariable::SetValue(const std::string& text) const { Put(members::kValue, text); }
+
+std::int32_t LonMarkObject::Mode() const { return ToInteger(Get(members::kMode)); }
+void LonMarkObject::SetMode(std::int32_t scope) const { Put(members::kMode, scope); }
+
+Collection<NetworkVariable> Interface::NetworkVariables() const {
+  return Collection<NetworkVariable>(GetObject(members::kNetworkVariables));
+}
+Collection<LonMarkObject> Interface::LonMarkObjects() const {
+  return Collection<LonMarkObject>(GetObject(members::kLonMarkObjects));
+}
+
+std::string DeviceTemplate::ProgramId() const { return ToText(Get(members::kProgramId)); }
+
+lns::DeviceTemplate AppDevice::DeviceTemplate() const { return lns::DeviceTemplate(GetObject(members::kDeviceTemplate)); }
+lns::Interface AppDevice::Interface() const { return lns::Interface(GetObject(members::kInterface)); }
+std::int32_t AppDevice::AttachmentStatus() const { return ToInteger(Get(members::kAttachmentStatus)); }
+bool AppDevice::HasBeenCommissioned() const { return ToBoolean(Get(members::kHasBeenCommissioned)); }
+std::int32_t AppDevice::Test() const { return ToInteger(Call(members::kTest)); }
+std::int32_t AppDevice::State() const { return ToInteger(Get(members::kState)); }
+std::string AppDevice::ProgramId() const { return ToText(Get(members::kProgramId)); }
+std::string AppDevice::NeuronId() const { return ToText(Get(members::kNeuronId)); }
+
+Collection<Subsystem> Subsystem::Subsystems() const { return Collection<Subsystem>(GetObject(members::kSubsystems)); }
+Collection<AppDevice> Subsystem::AppDevices() const { return Collection<AppDevice>(GetObject(members::kAppDevices)); }
+
+void System::Open() const { Call(members::kOpen); }
+void System::Close() const { Call(members::kClose); }
+bool System::IsOpen() const { return ToBoolean(Get(members::kIsOpen)); }
+Collection<Subsystem> System::Subsystems() const { return Collection<Subsystem>(GetObject(members::kSubsystems)); }
+void System::SetDsPause(bool paused) const { Put(members::kDsPause, paused); }
+void System::SetDiscoveryInterval(std::int32_t seconds) const { Put(members::kDiscoveryInterval, seconds); }
+void System::BeginNssIdleEvent(std::int32_t milliseconds) const {
+  const platform::Value argument = milliseconds;
+  Call(members::kBeginNssIdleEvent, {&argument, 1});
+}
+
+void Network::Open() const { Call(members::kOpen); }
+void Network::Close() const { Call(members::kClose); }
+bool Network::IsOpen() const { return ToBoolean(Get(members::kIsOpen)); }
+Collection<System> Network::Systems() const { return Collection<System>(GetObject(members::kSystems)); }
+
+void ObjectServer::Open() const { Call(members::kServerOpen); }
+void ObjectServer::Close() const { Call(members::kServerClose); }
+bool ObjectServer::IsOpen() const { return ToBoolean(Get(members::kServerIsOpen)); }
+bool ObjectServer::RemoteFlag() const { return ToBoolean(Get(members::kRemoteFlag)); }
+void ObjectServer::SetRemoteFlag(bool remote) const { Put(members::kRemoteFlag, remote); }
+std::int32_t ObjectServer::Flags() const { return ToInteger(Get(members::kFlags)); }
+void ObjectServer::SetFlags(std::int32_t flags) const { Put(members::kFlags, flags); }
+void ObjectServer::SetOpenOption(bool value) const { Put(members::kOpenOption, value); }
+Collection<Network> ObjectServer::Networks() const { return Collection<Network>(GetObject(members::kNetworks)); }
+Collection<NetworkInterface> ObjectServer::RemoteNetworkInterfaces() const {
+  return Collection<NetworkInterface>(GetObject(members::kRemoteNetworkInterfaces));
+}
+void ObjectServer::SetActiveRemoteNI(const NetworkInterface& network_interface) const {
+  Put(members::kActiveRemoteNI, network_interface.reference());
+}
+std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHandler handler) const {
+  return Target().Advise(std::move(handler));
+}
+
+AppDevice OwningDevice(const Object& object) {
+  // Object, its collection, the interface, the device: a walk that takes longer is going elsewhere.
+  constexpr int kMostSteps = 6;
+  Object at = object;
+  for (int step = 0; step < kMostSteps && at; ++step) {
+    if (at.ClassId() == members::kClassAppDevice) return AppDevice(at.reference());
+    at = at.Parent();
+  }
+  return {};
+}
+
+}  // namespace lns

@@ -1,0 +1,164 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/late_bound.h"
+
+/// The object server's objects by their roles, one class each, over late-bound objects. A class holds a reference as a
+/// script would: it may refer to nothing, copies share the object, and the object is released with its last copy.
+///
+/// Every operation is one call of the platform and throws its platform::Error; calling through a reference to nothing
+/// throws 91, as automation does.
+namespace lns {
+
+class Object {
+ public:
+  Object() = default;
+  explicit Object(platform::LateBoundPtr object) : object_(std::move(object)) {}
+
+  explicit operator bool() const { return object_ != nullptr; }
+  const platform::LateBoundPtr& reference() const { return object_; }
+  friend bool operator==(const Object&, const Object&) = default;
+
+  std::string Name() const;
+  std::int32_t ClassId() const;
+  /// The object through which this one was reached.
+  Object Parent() const;
+
+ protected:
+  platform::Value Get(const platform::Member& member) const;
+  platform::LateBoundPtr GetObject(const platform::Member& member) const;
+  void Put(const platform::Member& member, platform::Value value) const;
+  platform::Value Call(const platform::Member& member, platform::Arguments arguments = {}) const;
+  platform::LateBound& Target() const;
+
+ private:
+  platform::LateBoundPtr object_;
+};
+
+/// A collection: items count from 1, names are compared with letter case.
+template <class T>
+class Collection;
+
+class CollectionBase : public Object {
+ public:
+  using Object::Object;
+  std::int32_t Count() const;
+
+ protected:
+  platform::LateBoundPtr ItemAt(platform::Value key) const;
+};
+
+template <class T>
+class Collection : public CollectionBase {
+ public:
+  using CollectionBase::CollectionBase;
+  T Item(std::int32_t ordinal) const { return T(ItemAt(ordinal)); }
+  T Item(const std::string& name) const { return T(ItemAt(name)); }
+};
+
+class NetworkInterface : public Object {
+ public:
+  using Object::Object;
+};
+
+class NetworkVariable : public Object {
+ public:
+  using Object::Object;
+  void SetAccessOption(std::int32_t option) const;
+  std::string FormatType() const;
+  void SetFormatType(const std::string& format) const;
+  /// Polls the device and renders the value in the current format.
+  std::string Value() const;
+  /// Parses the text in the current format and sends the value to the device.
+  void SetValue(const std::string& text) const;
+};
+
+class LonMarkObject : public Object {
+ public:
+  using Object::Object;
+  /// The scope of the resource file that defines the object: 0 standard to 6 one model of one maker.
+  std::int32_t Mode() const;
+  void SetMode(std::int32_t scope) const;
+};
+
+class Interface : public Object {
+ public:
+  using Object::Object;
+  Collection<NetworkVariable> NetworkVariables() const;
+  Collection<LonMarkObject> LonMarkObjects() const;
+};
+
+class DeviceTemplate : public Object {
+ public:
+  using Object::Object;
+  std::string ProgramId() const;
+};
+
+class AppDevice : public Object {
+ public:
+  using Object::Object;
+  lns::DeviceTemplate DeviceTemplate() const;
+  lns::Interface Interface() const;
+  std::int32_t AttachmentStatus() const;
+  bool HasBeenCommissioned() const;
+  /// Talks to the device; members::kTestGood when it answers as it should.
+  std::int32_t Test() const;
+  std::int32_t State() const;
+  std::string ProgramId() const;
+  std::string NeuronId() const;
+};
+
+class Subsystem : public Object {
+ public:
+  using Object::Object;
+  Collection<Subsystem> Subsystems() const;
+  Collection<AppDevice> AppDevices() const;
+};
+
+class System : public Object {
+ public:
+  using Object::Object;
+  void Open() const;
+  void Close() const;
+  bool IsOpen() const;
+  Collection<Subsystem> Subsystems() const;
+  void SetDsPause(bool paused) const;
+  void SetDiscoveryInterval(std::int32_t seconds) const;
+  void BeginNssIdleEvent(std::int32_t milliseconds) const;
+};
+
+class Network : public Object {
+ public:
+  using Object::Object;
+  void Open() const;
+  void Close() const;
+  bool IsOpen() const;
+  Collection<System> Systems() const;
+};
+
+class ObjectServer : public Object {
+ public:
+  using Object::Object;
+  void Open() const;
+  void Close() const;
+  bool IsOpen() const;
+  bool RemoteFlag() const;
+  void SetRemoteFlag(bool remote) const;
+  std::int32_t Flags() const;
+  void SetFlags(std::int32_t flags) const;
+  void SetOpenOption(bool value) const;
+  Collection<Network> Networks() const;
+  Collection<NetworkInterface> RemoteNetworkInterfaces() const;
+  void SetActiveRemoteNI(const NetworkInterface& network_interface) const;
+  std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;
+};
+
+/// The device that an object belongs to, found by walking up from it; nothing where the walk does not end at one.
+AppDevice OwningDevice(const Object& object);
+
+}  // namespace lns

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "platform/program.h"
+#include "ui/controls.h"
+#include "ui/form.h"
+
+namespace activity {
+
+/// The activity log: every network operation with its time, action and result, in a window of its own. It lives in
+/// memory as long as the process; rows are only appended or all cleared.
+class fLog : public ui::Form {
+ public:
+  fLog(ui::Desktop& desktop, const platform::Program& program);
+
+  /// Appends a row with a green mark.
+  void LogCommand(const std::string& action, const std::string& results);
+
+  /// Appends a row with a red mark. The message is the action and the result joined by CR LF, further lines are
+  /// dropped; a message without a line break leaves both columns empty and shows only time and mark. Deliberate.
+  void LogError(const std::string& message);
+
+  /// Removes all rows without asking.
+  void Clear() { lstActivity.Clear(); }
+
+  ui::ListView lstActivity{"lstActivity", {"Time", "Action", "Results"}};
+  ui::Frame frmBottom{"frmBottom"};
+  ui::Button cmdSave{"cmdSave", "&Save"};
+  ui::Button cmdClear{"cmdClear", "Clea&r"};
+  ui::Button cmdClose{"cmdClose", "&Close"};
+  ui::CheckBox cbOpenOnError{"cbOpenOnError", "Show on error"};
+
+ protected:
+  bool OnQueryUnload(ui::CloseReason reason) override;
+
+ private:
+  const platform::Program& program_;
+};
+
+}  // namespace activity

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "model/configuration_screen.h"
+#include "model/control_binding.h"
+#include "model/point_list.h"
+
+/// The configurable fields of the device, defined here once: which field of which point each control edits, how it is
+/// rounded for display, and its limits in SI and US units.
+namespace model {
+
+struct CatalogueLimits {
+  double si_min, si_max, us_min, us_max;
+};
+
+struct CatalogueRow {
+  std::string_view name;
+  std::string_view description;
+  ControlRef control;
+  std::string_view point;
+  int index;
+  /// The display rounding step; 0 for none.
+  double round_step = 0;
+  bool offset_value = false;
+  std::optional<CatalogueLimits> limits = std::nullopt;
+};
+
+std::span<const CatalogueRow> Catalogue();
+
+using BindingList = std::vector<CNvCtrlTable>;
+
+/// One binding a row, in row order. Throws 5 for a point that the list does not hold and 340 for a control that the
+/// screen does not have.
+BindingList MakeBindings(const PointList& points, const ConfigurationScreen& screen);
+
+}  // namespace model

@@ -1,0 +1,55 @@
+#include "model/control_binding.h"
+
+#include "platform/error.h"
+#include "text/numbers.h"
+
+namespace model {
+namespace {
+
+[[noreturn]] void ThrowSubscript(const std::string& detail) {
+  throw platform::Error(9, "CNvCtrlTable", "Subscript out of range: " + detail);
+}
+
+std::size_t UnitIndex(int units) {
+  if (units != 0 && units != 1) ThrowSubscript("there is no unit system " + std::to_string(units));
+  return static_cast<std::size_t>(units);
+}
+
+double LimitOf(const std::string& text) {
+  const auto number = text::ParseNumber(text);
+  if (!number) throw platform::Error(13, "CNvCtrlTable", "Type mismatch");
+  return *number;
+}
+
+}  // namespace
+
+std::string CNvCtrlTable::MaxLimit(int units) const { return text::ShortestText(upper_[UnitIndex(units)]); }
+void CNvCtrlTable::SetMaxLimit(int units, const std::string& text) { upper_[UnitIndex(units)] = LimitOf(text); }
+std::string CNvCtrlTable::MinLimit(int units) const { return text::ShortestText(lower_[UnitIndex(units)]); }
+void CNvCtrlTable::SetMinLimit(int units, const std::string& text) { lower_[UnitIndex(units)] = LimitOf(text); }
+
+std::string& CNvCtrlTable::Field() const {
+  auto& fields = NvCpTable->NvAsArray;
+  if (ItemArrayIndex < 0 || static_cast<std::size_t>(ItemArrayIndex) >= fields.size())
+    ThrowSubscript(NvCpTable->Name + " has no value number " + std::to_string(ItemArrayIndex + 1) + " for " + Name);
+  return fields[static_cast<std::size_t>(ItemArrayIndex)];
+}
+
+std::string CNvCtrlTable::Value() const {
+  const std::string& field = Field();
+  if (!RoundValue) return field;
+  const auto number = text::ParseNumber(field);
+  if (!number) return "0";
+  return text::ComputedText(text::RoundHalfEven(*number / Ceiling) * Ceiling);
+}
+
+void CNvCtrlTable::SetValue(const std::string& text) {
+  std::string& field = Field();
+  const std::string& separator = NvCpTable->Separator;
+  if (!separator.empty() && text.find(separator) != std::string::npos)
+    throw platform::Error(13, "CNvCtrlTable", "'" + text + "' cannot be stored in " + NvCpTable->Name + ": it contains the character that separates its values");
+  field = text;
+  NvCpTable->ValueAsChanges = true;
+}
+
+}  // namespace model

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "model/device_point.h"
+#include "ui/control.h"
+
+namespace model {
+
+/// Ties one field of one device point to the control that shows it, with the field's texts, display rounding and
+/// limits. It holds no copy of the value: bindings of one point see each other's changes.
+///
+/// Owned by the binding list; point and control are shared and outlive it.
+class CNvCtrlTable {
+ public:
+  std::string Name;
+  std::string Description;
+  /// The kind of item: "CP", "NVI" or "NVO".
+  std::string Typee;
+  /// Null for a field that is not shown.
+  ui::Control* TheControl = nullptr;
+  std::int16_t ItemArrayIndex = 0;
+  CNvCpTable* NvCpTable = nullptr;
+  bool RoundValue = false;
+  double Ceiling = 0;
+  /// A value exactly on a limit is stored a little inside it.
+  bool OffsetValue = false;
+
+  /// Limits as text, by unit index (0 SI, 1 US); any other index throws 9, text that is no number throws 13.
+  std::string MaxLimit(int units) const;
+  void SetMaxLimit(int units, const std::string& text);
+  std::string MinLimit(int units) const;
+  void SetMinLimit(int units, const std::string& text);
+
+  /// The format of the point's network variable on the object server.
+  std::string DsFormatType() const { return NvCpTable->MyNetworkVariable.FormatType(); }
+  void SetDsFormatType(const std::string& text) { NvCpTable->MyNetworkVariable.SetFormatType(text); }
+
+  std::string NvString() const { return NvCpTable->NvAsString(); }
+
+  /// The field's text for display, rounded to the step where the field rounds. Throws 9 where the point has no such
+  /// field, for example before it was read.
+  std::string Value() const;
+  /// Stores the text in the field and marks the point changed. Throws 9 where the point has no such field, and 13 for a
+  /// text with the point's separator in it, which would shift every later value by a field.
+  void SetValue(const std::string& text);
+
+  /// Clears the point's changed flag.
+  void Initialize() { NvCpTable->ValueAsChanges = false; }
+
+ private:
+  using Limits = std::array<double, 2>;
+  std::string& Field() const;
+
+  Limits lower_{};
+  Limits upper_{};
+};
+
+}  // namespace model

@@ -1,0 +1,80 @@
+#include "model/device_point.h"
+
+#include <cstdint>
+#include <limits>
+
+#include "platform/attempt.h"
+#include "platform/error.h"
+#include "text/strings.h"
+
+namespace model {
+namespace {
+
+using platform::Error;
+
+constexpr std::int16_t kNoCommunication = 18200;
+constexpr std::int16_t kWriteFailed = 18034;
+constexpr std::int16_t kFormatFailed = 18035;
+
+const char* TextOf(std::int16_t code) {
+  switch (code) {
+    case kNoCommunication: return "Failed to communicate with target device.";
+    case kWriteFailed: return "Failed to write data to the network variable object.";
+    case kFormatFailed: return "An attempt to format the requested data has failed.";
+    default: return "";
+  }
+}
+
+/// The object server's code inside an error number. An error that is not the object server's has none and overflows,
+/// as automation's 16-bit arithmetic does: that overflow then takes the place of the composed error.
+std::int16_t CodeOf(const Error& error) {
+  constexpr std::int32_t kOverflow = 6;
+  const std::int64_t code = std::int64_t{error.number()} - platform::kObjectServerErrorBase;
+  if (code < std::numeric_limits<std::int16_t>::min() || code > std::numeric_limits<std::int16_t>::max())
+    throw Error(kOverflow, error.source(), "Overflow");
+  return static_cast<std::int16_t>(code);
+}
+
+}  // namespace
+
+std::string CNvCpTable::NvAsString() const { return text::Join(NvAsArray, Separator); }
+
+std::string CNvCpTable::FormatFor(int display_units) const {
+  if (!LocalizationSpecific) return Format;
+  return (display_units != 0 ? "#US" : "#SI") + Format;
+}
+
+bool CNvCpTable::SendNetworkValue() {
+  try {
+    MyNetworkVariable.SetAccessOption(0);
+    MyNetworkVariable.SetValue(NvAsString());
+  } catch (const Error& error) {
+    const std::int16_t code = CodeOf(error);
+    const bool known = code == kWriteFailed || code == kFormatFailed;
+    // No blank after "updating" where the code is not known; deliberate.
+    throw Error(error.number(), "SendNetworkValue",
+                known ? "Error updating " + Name + " \r\n" + TextOf(code)
+                      : "Error updating" + Name + " \r\n" + error.description());
+  }
+  ValueAsChanges = false;
+  return true;
+}
+
+void CNvCpTable::GetNetworkValue(int display_units) {
+  const std::string format = FormatFor(display_units);
+  try {
+    MyNetworkVariable.SetAccessOption(0);
+    MyNetworkVariable.SetFormatType(format);
+    NvAsArray = text::Split(MyNetworkVariable.Value(), Separator);
+  } catch (const Error& error) {
+    // Where even this fails nothing is lost: no write is allowed before a complete read.
+    if (!format_read_.empty() && format_read_ != format)
+      platform::Attempt([this] { MyNetworkVariable.SetFormatType(format_read_); });
+    const std::int16_t code = CodeOf(error);
+    throw Error(error.number(), "GetNetworkValue",
+                "Error reading " + Name + " \r\n" + (code == kNoCommunication ? TextOf(code) : error.description()));
+  }
+  format_read_ = format;
+}
+
+}  // namespace model

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "lns/object_model.h"
+
+namespace model {
+
+/// One network variable of the device as the program reads and writes it: its value as an array of text fields.
+///
+/// Everything but the two network operations works without the object server. Owned by the point list.
+class CNvCpTable {
+ public:
+  std::string Name;
+  std::string Description;
+  /// Where the variable stands in the device interface; carried, never read.
+  std::string Relative;
+  /// The data format in which the object server renders the value.
+  std::string Format;
+  std::string Separator;
+  /// The array holds edits that have not been written to the device.
+  bool ValueAsChanges = false;
+  lns::NetworkVariable MyNetworkVariable;
+  /// The value contains temperatures, so the format names the unit system too.
+  bool LocalizationSpecific = false;
+  /// The value's fields; empty until the first read.
+  std::vector<std::string> NvAsArray;
+
+  std::string NvAsString() const;
+
+  /// Writes the joined text and clears the changed flag. The format is not set again: the device parses the text in the
+  /// format and units of the last read.
+  ///
+  /// Throws the platform's error number with the source "SendNetworkValue" and a text that names the point; the flag
+  /// then stays.
+  bool SendNetworkValue();
+
+  /// Reads the value in the units in force (0 SI, 1 US). Throws the platform's error number with the source
+  /// "GetNetworkValue" and a text that names the point. A failed read changes nothing: the array stays, and the format
+  /// that belongs to it is put back, so that a later write is parsed in the units its texts are in.
+  void GetNetworkValue(int display_units);
+
+ private:
+  std::string FormatFor(int display_units) const;
+
+  /// The format in which NvAsArray was read; empty before the first read.
+  std::string format_read_;
+};
+
+}  // namespace model

@@ -1,0 +1,63 @@
+#include "model/point_list.h"
+
+#include <string>
+
+#include "platform/error.h"
+
+namespace model {
+namespace {
+
+struct PointRow {
+  std::string_view key;
+  std::string_view name;
+  std::string_view description;
+  std::string_view variable;
+  std::string_view format;
+  std::string_view separator;
+  bool localization_specific;
+  std::string_view relative;
+};
+
+constexpr std::string_view kObject0 = "Network Variables:0";
+constexpr std::string_view kObject4 = "Network Variables:4";
+
+// The last row is a second view of nciSccModel: the same variable once formatted by its type and once as raw bytes.
+// clang-format off
+constexpr PointRow kPoints[] = {
+    {"nciSetPts",      "nciSetPts",         "Heating / Cooling Setpoints", "nciSetPts",   "SNVT_temp_setpt",      ",",  true,  kObject0},
+    {"nciRHmodel",     "nciRHmodel",        "",                            "nciRHmodel",  "UNVT_rh_model",        " ",  false, kObject4},
+    {"nciGenOpts",     "nciGenOpts",        "Device General Options",      "nciGenOpts",  "UNVT_fc_pir_gen_opts", " ",  true,  kObject4},
+    {"nciSccModel",    "nciSccModel",       "Model number and version",    "nciSccModel", "UNVT_model_info2",     " ",  false, kObject4},
+    {"nciHvacType",    "nciHvacType",       "",                            "nciHvacType", "SNVT_hvac_type",       " ",  false, kObject4},
+    {"nciSndHrtBt",    "nciSndHrtBt",       "",                            "nciSndHrtBt", "SNVT_time_sec",        " ",  false, kObject4},
+    {"nciMinOutTm",    "nciMinOutTm",       "",                            "nciMinOutTm", "SNVT_time_sec",        " ",  false, kObject4},
+    {"nciRcvHrtBt",    "nciRcvHrtBt",       "",                            "nciRcvHrtBt", "SNVT_time_sec",        " ",  false, kObject4},
+    {"nciMajVer",      "nciMajVer",         "nciMajVer",                   "nciMajVer",   "INT",                  " ",  false, kObject4},
+    {"nciMinVer",      "nciMinVer",         "nciMinVer",                   "nciMinVer",   "INT",                  " ",  false, kObject4},
+    {"nciSccModelRaw", "nciSccModel (Raw)", "Model number and version",    "nciSccModel", "RAW",                  "\t", false, kObject4},
+};
+// clang-format on
+
+}  // namespace
+
+PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables) {
+  for (const PointRow& row : kPoints) {
+    auto point = std::make_unique<CNvCpTable>();
+    point->Name = row.name;
+    point->Description = row.description;
+    point->Separator = row.separator;
+    point->Format = row.format;
+    point->LocalizationSpecific = row.localization_specific;
+    point->MyNetworkVariable = variables.Item(std::string(row.variable));
+    point->Relative = row.relative;
+    points_.push_back({row.key, std::move(point)});
+  }
+}
+
+CNvCpTable& PointList::Item(std::string_view key) const {
+  for (const Entry& entry : points_)
+    if (entry.key == key) return *entry.point;
+  throw platform::Error(5, "PointList", "Invalid procedure call or argument");
+}
+
+}  // namespace model

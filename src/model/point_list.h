@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "model/device_point.h"
+
+namespace model {
+
+/// The device's eleven points in the order in which they are read and written, each under its key.
+class PointList {
+ public:
+  PointList() = default;
+
+  /// Looks up the network variable of every point by name. Throws the platform's error for a variable that the device
+  /// lacks; no value is read.
+  explicit PointList(const lns::Collection<lns::NetworkVariable>& variables);
+
+  std::size_t size() const { return points_.size(); }
+  bool empty() const { return points_.empty(); }
+  CNvCpTable& operator[](std::size_t position) const { return *points_[position].point; }
+  std::string_view KeyAt(std::size_t position) const { return points_[position].key; }
+
+  /// Throws 5 for a key that the list does not hold.
+  CNvCpTable& Item(std::string_view key) const;
+
+ private:
+  struct Entry {
+    std::string_view key;
+    std::unique_ptr<CNvCpTable> point;
+  };
+  std::vector<Entry> points_;
+};
+
+}  // namespace model

@@ -1,0 +1,203 @@
+#include "plugin/api.h"
+
+#include "automation/convert.h"
+#include "plugin/network_session.h"
+#include "plugin/object_path.h"
+#include "text/numbers.h"
+
+namespace plugin {
+namespace {
+
+constexpr const char* kReadOnly = "Attempt to write to read-only property";
+
+/// The system's number for a call that comes while the server is busy and may be made again later.
+constexpr std::int32_t kServerCallRetryLater = static_cast<std::int32_t>(0x8001010Au);
+
+std::int32_t Pixels(double twips, double twips_per_pixel) {
+  return static_cast<std::int32_t>(text::RoundHalfEven(twips / twips_per_pixel));
+}
+
+}  // namespace
+
+LNSPlugInAPI::LNSPlugInAPI(const Surroundings& surroundings, fMain& main) : with_(surroundings), main_(main) {
+  Session& session = with_.session;
+  if (session.InstanceCount == 0) {
+    session.SupportedCommands = MakeSupportedCommands(with_.program);
+    session.NetworkOpen = false;
+    session.ServerOpen = false;
+    main_.Load();
+  }
+  ++session.InstanceCount;
+}
+
+LNSPlugInAPI::~LNSPlugInAPI() {
+  --with_.session.InstanceCount;
+  main_.EndIfUnused();
+}
+
+std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
+  using automation::ToBoolean;
+  using automation::ToInteger;
+  using automation::ToText;
+  using platform::Arguments;
+  using platform::Value;
+  using Api = LNSPlugInAPI;
+  constexpr auto kRefuseWrite = [](Api& api, const Value&) { api.Raise(20002, kReadOnly); };
+  static const automation::MemberRow<Api> kMembers[] = {
+      {1, "SendCommand", nullptr, nullptr,
+       [](Api& api, Arguments a) -> Value {
+         api.SendCommand(ToInteger(a[0]), ToInteger(a[1]), ToText(a[2]));
+         return {};
+       },
+       3},
+      {2, "Visible", [](Api& api, Arguments) -> Value { return api.main_.Visible(); },
+       [](Api& api, const Value& v) { api.SetVisible(ToBoolean(v)); }},
+      {3, "networkName", [](Api& api, Arguments) -> Value { return api.with_.session.CurrentNetworkName; },
+       [](Api& api, const Value& v) { api.SetNetworkName(ToText(v)); }},
+      {4, "NetworkInterfaceName", [](Api& api, Arguments) -> Value { return api.network_interface_name_; },
+       [](Api& api, const Value& v) { api.network_interface_name_ = ToText(v); }},
+      {5, "Remote", [](Api& api, Arguments) -> Value { return api.main_.lcaOS().RemoteFlag(); },
+       [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }},
+      {6, "Height",
+       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Height(), api.with_.desktop.TwipsPerPixelY()); },
+       [](Api& api, const Value& v) { api.SetHeight(ToInteger(v)); }},
+      {7, "Width",
+       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Width(), api.with_.desktop.TwipsPerPixelX()); },
+       [](Api& api, const Value& v) { api.SetWidth(ToInteger(v)); }},
+      {8, "left",
+       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Left(), api.with_.desktop.TwipsPerPixelX()); },
+       [](Api& api, const Value& v) { api.SetLeft(ToInteger(v)); }},
+      {9, "Minimized",
+       [](Api& api, Arguments) -> Value { return api.main_.State() == ui::WindowState::Minimized; },
+       [](Api& api, const Value& v) { api.SetMinimized(ToBoolean(v)); }},
+      {10, "ManufacturerID", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerID; },
+       kRefuseWrite},
+      {11, "ManufacturerName", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerName; },
+       kRefuseWrite},
+      {12, "LcaVersion", [](Api&, Arguments) -> Value { return std::string("3.0"); }, kRefuseWrite},
+      {13, "Version", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInVersion; }, kRefuseWrite},
+      {14, "top",
+       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Top(), api.with_.desktop.TwipsPerPixelY()); },
+       [](Api& api, const Value& v) { api.SetTop(ToInteger(v)); }},
+      {15, "Name", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInName; }, kRefuseWrite},
+      {16, "DevelopmentProgramId",
+       [](Api& api, Arguments) -> Value { return api.with_.session.DevelopmentProgramIdValue; },
+       [](Api& api, const Value& v) { api.SetDevelopmentProgramId(ToText(v)); }},
+  };
+  return kMembers;
+}
+
+void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data) {
+  CheckIdle();
+  const Operation running(with_.session);
+  with_.progress.Show();
+  with_.progress.DisplayStatus("Initializing plug-in . . .");
+  const Search found = FindCommand(command_id, object_type);
+  with_.progress.Close();
+  with_.desktop.Yield();
+  if (found.row) return Dispatch(*found.row, data);
+  if (found.command_known) Raise(20004, "Object type not supported for this command");
+  Raise(20003, "Command not supported");
+}
+
+LNSPlugInAPI::Search LNSPlugInAPI::FindCommand(std::int32_t command_id, std::int32_t object_type) const {
+  Search search;
+  for (const SupportedCommand& row : with_.session.SupportedCommands) {
+    if (row.CommandId != command_id) continue;
+    search.command_known = true;
+    if (row.ObjectType != object_type) continue;
+    search.row = &row;
+    break;
+  }
+  return search;
+}
+
+void LNSPlugInAPI::Dispatch(const SupportedCommand& row, const std::string& path) {
+  Session& session = with_.session;
+  session.CurrentObjectPath = path;
+  const lns::Object object =
+      ResolveObject(row.ObjectType, SplitObjectPath(path), session.CurrentNetwork, session.CurrentSystem);
+  if (!object) Raise(20005, "Object not found");
+  if (row.ObjectType == kLonMarkObjectType)
+    main_.ProcessLonMarkObjectCommand(lns::LonMarkObject(object.reference()));
+  else
+    main_.ProcessDeviceCommand(lns::AppDevice(object.reference()));
+}
+
+void LNSPlugInAPI::SetNetworkName(const std::string& name) {
+  CheckIdle();
+  const Operation running(with_.session);
+  with_.desktop.SetPointer(ui::Pointer::Hourglass);
+  try {
+    with_.session.ObjectServer = main_.lcaOS();
+    OpenNetwork(with_.session, name, network_interface_name_);
+  } catch (const platform::Error&) {
+    with_.desktop.SetPointer(ui::Pointer::Default);
+    Raise(20006, "Cannot open the network " + name);
+  }
+  with_.desktop.SetPointer(ui::Pointer::Default);
+}
+
+void LNSPlugInAPI::SetRemoteFlag(bool remote) {
+  CheckIdle();
+  const Operation running(with_.session);
+  with_.session.ObjectServer = main_.lcaOS();
+  SetRemote(with_.session, remote);
+}
+
+void LNSPlugInAPI::SetHeight(std::int32_t pixels) {
+  CheckSizable();
+  CheckNormalState();
+  main_.SetBounds(main_.Left(), main_.Top(), main_.Width(), pixels * with_.desktop.TwipsPerPixelY());
+}
+
+void LNSPlugInAPI::SetWidth(std::int32_t pixels) {
+  CheckSizable();
+  CheckNormalState();
+  main_.SetBounds(main_.Left(), main_.Top(), pixels * with_.desktop.TwipsPerPixelX(), main_.Height());
+}
+
+void LNSPlugInAPI::SetLeft(std::int32_t pixels) {
+  CheckNormalState();
+  main_.SetBounds(pixels * with_.desktop.TwipsPerPixelX(), main_.Top(), main_.Width(), main_.Height());
+}
+
+void LNSPlugInAPI::SetTop(std::int32_t pixels) {
+  CheckNormalState();
+  main_.SetBounds(main_.Left(), pixels * with_.desktop.TwipsPerPixelY(), main_.Width(), main_.Height());
+}
+
+void LNSPlugInAPI::SetMinimized(bool minimized) {
+  main_.SetState(minimized ? ui::WindowState::Minimized : ui::WindowState::Normal);
+  // "minimzed" and "invisble" are spelled so deliberately.
+  if (!main_.Visible())
+    Raise(20006,
+          "Can not modify the minimzed property when invisble. The property will be applied the next time the plug-in "
+          "is made visible");
+}
+
+void LNSPlugInAPI::SetDevelopmentProgramId(const std::string& program_id) {
+  constexpr std::size_t kProgramIdDigits = 16;
+  with_.session.DevelopmentProgramIdValue = text::CharacterCount(program_id) == kProgramIdDigits ? program_id : "";
+}
+
+void LNSPlugInAPI::Raise(std::int32_t number, const std::string& text) const {
+  throw platform::Error(number, with_.identity.PlugInName, text);
+}
+
+void LNSPlugInAPI::CheckIdle() const {
+  if (with_.session.Busy()) Raise(kServerCallRetryLater, "The plug-in is busy with another command");
+}
+
+void LNSPlugInAPI::CheckSizable() const {
+  using enum ui::BorderStyle;
+  const ui::BorderStyle border = main_.border_style();
+  if (border == FixedSingle || border == FixedDialog || border == FixedToolWindow) Raise(20002, kReadOnly);
+}
+
+void LNSPlugInAPI::CheckNormalState() const {
+  if (main_.State() != ui::WindowState::Normal)
+    Raise(20006, "Plug-in can't be moved or sized while minimized or maximized");
+}
+
+}  // namespace plugin

@@ -1,0 +1,155 @@
+#include "plugin/main_form.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/attempt.h"
+#include "plugin/display_settings.h"
+#include "plugin/network_session.h"
+
+namespace plugin {
+namespace {
+
+using platform::Attempt;
+
+// A start-up stage marks a window that must not be used with this tag.
+constexpr const char* kRefuseToStart = "Refuse to start";
+
+}  // namespace
+
+fMain::fMain(const Surroundings& surroundings)
+    : Form(surroundings.desktop, "fMain", ui::BorderStyle::Sizable), with_(surroundings) {
+  SetCaption("Your Plug-In Caption Here");
+  lblDeviceTemplate.weight = ui::Label::Weight::Heading;
+  lblDeviceTemplate.shows_data = true;
+  cmdHelp.picture = ui::Button::Picture::Help;
+  cmdHelp.SetAccessibleName("Help");
+  cmdHelp.SetToolTip("Help");
+  cmdViewLog.picture = ui::Button::Picture::Log;
+  cmdViewLog.SetAccessibleName("Activity log");
+  cmdViewLog.SetToolTip("Activity log");
+  cmdApply.SetEnabled(false);
+  cmdCancel.SetEnabled(false);
+  cmdDebug.SetVisible(false);
+  txtDebug.SetVisible(false);
+  cmdExit.on_click = [this] { ConfirmExit(); };
+  cmdRefresh.on_click = [this] { Refresh(); };
+  cmdViewLog.on_click = [this] { with_.log.Show(); };
+  DropDevice();
+  SetLayout(MakeLayout());
+}
+
+ui::Box fMain::MakeLayout() {
+  using ui::Box;
+  Box heading = Box::Column({Box::Leaf(lblDeviceTemplate).StretchWidth(),
+                             Box::Row({Box::Leaf(screen.lbModel).StretchWidth(), Box::Leaf(screen.lbHvacType).StretchWidth()})
+                                 .StretchWidth()})
+                    .StretchWidth();
+  Box units = Box::Framed(frmUnits, Box::Row({Box::Leaf(obUnits[0]), Box::Leaf(obUnits[1])}));
+  Box buttons = Box::Row({std::move(units), Box::Leaf(txtDebug), Box::Leaf(cmdDebug), Box{}.StretchWidth(),
+                          Box::Leaf(cmdApply), Box::Leaf(cmdCancel), Box::Leaf(cmdRefresh), Box::Leaf(cmdExit),
+                          Box::Leaf(cmdViewLog), Box::Leaf(cmdHelp)})
+                    .StretchWidth();
+  return Box::Column({std::move(heading), screen.Layout(), std::move(buttons), Box::Leaf(StatusBar).StretchWidth()})
+      .Stretch();
+}
+
+void fMain::OnLoad() {
+  SetCaption(with_.identity.PlugInName);
+  const ui::Desktop::Area area = desktop().WorkArea();
+  const double width = std::min(Width(), area.width);
+  const double height = std::min(Height(), area.height);
+  SetBounds(area.left + (area.width - width) / 2, area.top + (area.height - height) / 2, width, height);
+  const auto version = with_.program.FileVersion();
+  screen.txtMajorVersion.SetText(std::to_string(version.major));
+  screen.txtMinorVersion.SetText(std::to_string(version.minor));
+  GetDisplayUnits();
+  GetDebug();
+  resource_files_ = ResourceFiles(with_.registry, with_.program);
+  Attempt([this] { lcaOS(); });
+}
+
+lns::ObjectServer fMain::lcaOS() {
+  if (!object_server_) object_server_ = lns::ObjectServer(with_.make_object_server());
+  return object_server_;
+}
+
+void fMain::GetDisplayUnits() {
+  Session& session = with_.session;
+  session.DisplayUnits = StoredDisplayUnits(with_.registry, with_.identity.PlugInKey());
+  for (std::size_t i = 0; i < obUnits.size(); ++i)
+    obUnits[i].SetSelected(static_cast<int>(i) == session.DisplayUnits);
+  for (const auto& label : screen.txtTempUnits()) label->SetText(TemperatureUnit(session.DisplayUnits));
+}
+
+void fMain::GetDebug() { with_.session.DebugMode = StoredDebugMode(with_.registry, with_.identity.PlugInKey()); }
+
+void fMain::OnActivate() {
+  if (Tag() != kRefuseToStart) return;
+  EndPlugIn();
+}
+
+bool fMain::OnQueryUnload(ui::CloseReason reason) {
+  if (reason != ui::CloseReason::User) return true;
+  if (with_.session.Busy()) return false;
+  if (with_.session.InstanceCount == 0) return true;
+  ConfirmExit();
+  return false;
+}
+
+void fMain::ConfirmExit() {
+  if (with_.session.Busy()) return;
+  if (with_.session.InstanceCount == 0) return EndPlugIn();
+  const ui::Answer answer =
+      desktop().ShowMessage({"Are you sure that you want to exit?", with_.identity.PlugInName, ui::Icon::Question,
+                             ui::Buttons::YesNo, /*second_is_default=*/true});
+  if (answer != ui::Answer::Yes) return;
+  Attempt([this] { StoreDisplayUnits(with_.registry, with_.identity.PlugInKey(), with_.session.DisplayUnits); });
+  EndPlugIn();
+}
+
+void fMain::OnUnload() {
+  with_.log.Unload();
+  with_.progress.Close();
+  // A window that closes by itself ends the plug-in just the same.
+  if (!ending_) EndPlugIn();
+}
+
+void fMain::EndPlugIn() {
+  ending_ = true;
+  current_object_ = {};
+  current_device_ = {};
+  current_interface_ = {};
+  CloseSession(with_.session);
+  Attempt([this] { Unload(); });
+  desktop().EndProgram();
+}
+
+void fMain::EndIfUnused() {
+  const Session& session = with_.session;
+  if (!Visible() && session.InstanceCount == 0 && !session.Busy()) EndPlugIn();
+}
+
+void fMain::Refresh() {
+  if (with_.session.Busy()) return;
+  {
+    const Operation running(with_.session);
+    ReadAndShow();
+  }
+  EndIfUnused();
+}
+
+void fMain::ReadAndShow() {
+  if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return;
+  try {
+    editing::ShowAllValues(passes());
+  } catch (const platform::Error& error) {
+    editing::ReportFailure(passes(), "Showing the values", error.description());
+  }
+}
+
+editing::Passes fMain::passes() {
+  return {desktop(), with_.log, with_.progress, with_.identity.PlugInName, points_, bindings_};
+}
+
+}  // namespace plugin

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "editing/reading.h"
+#include "lns/object_model.h"
+#include "log/log.h"
+#include "model/catalogue.h"
+#include "model/configuration_screen.h"
+#include "model/point_list.h"
+#include "platform/program.h"
+#include "plugin/resource_files.h"
+#include "plugin/session.h"
+#include "registry/registry.h"
+#include "startup/identity.h"
+#include "ui/form.h"
+#include "ui/progress.h"
+
+namespace plugin {
+
+/// What the main window shares with the rest of the process; all of it outlives the window.
+struct Surroundings {
+  ui::Desktop& desktop;
+  const platform::Program& program;
+  registry::CRegistry& registry;
+  const startup::Identity& identity;
+  Session& session;
+  ui::Progress& progress;
+  activity::fLog& log;
+  /// Makes the object server of the process; throws where none can be had.
+  std::function<platform::LateBoundPtr()> make_object_server;
+};
+
+/// The plug-in's configuration window. It is loaded hidden with the first automation object, prepares the screen for
+/// the device of a configure command, and owns the ending of the whole plug-in.
+class fMain : public ui::Form {
+ public:
+  explicit fMain(const Surroundings& surroundings);
+
+  /// Shows the device's state and values. Questions and failures are shown to the user here.
+  void ProcessDeviceCommand(const lns::AppDevice& device);
+  /// The same for the device that owns the object; without an owner no device is shown at all.
+  void ProcessLonMarkObjectCommand(const lns::LonMarkObject& object);
+
+  /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it.
+  void EndPlugIn();
+  /// Ends the plug-in when no automation object is left and the window is hidden; while an operation runs, at its end.
+  void EndIfUnused();
+
+  /// The process's object server. Made at load, and again whenever it is asked for and there is none; nothing where
+  /// none can be had.
+  lns::ObjectServer lcaOS();
+
+  bool DeviceOnline() const { return device_online_; }
+  const lns::AppDevice& CurrentDevice() const { return current_device_; }
+  const lns::LonMarkObject& CurrentLonMarkObject() const { return current_object_; }
+
+  model::ConfigurationScreen screen;
+  ui::Label lblDeviceTemplate{"lblDeviceTemplate"};
+  ui::Frame frmUnits{"frmUnits", "Plug-In Display Units"};
+  // Indexed by the display units: 0 Celsius, 1 Fahrenheit.
+  std::array<ui::OptionButton, 2> obUnits{ui::OptionButton{"obUnits(0)", "&Metric"},
+                                          ui::OptionButton{"obUnits(1)", "&Imperial"}};
+  ui::Button cmdApply{"cmdApply", "&Apply"};
+  ui::Button cmdCancel{"cmdCancel", "&Cancel"};
+  ui::Button cmdRefresh{"cmdRefresh", "&Refresh All"};
+  ui::Button cmdExit{"cmdExit", "&Exit"};
+  ui::Button cmdHelp{"cmdHelp", ""};
+  ui::Button cmdViewLog{"cmdViewLog", ""};
+  ui::Button cmdDebug{"cmdDebug", ""};
+  ui::TextField txtDebug{"txtDebug"};
+  ui::StatusBar StatusBar{"StatusBar", 2};
+
+ protected:
+  void OnLoad() override;
+  void OnActivate() override;
+  bool OnQueryUnload(ui::CloseReason reason) override;
+  void OnUnload() override;
+
+ private:
+  ui::Box MakeLayout();
+  void GetDisplayUnits();
+  void GetDebug();
+  void ConfirmExit();
+  void Refresh();
+  void ReadAndShow();
+
+  void DropDevice();
+  void ConfigureCurrentDevice();
+  bool AskToGoOn(const std::string& question);
+  bool PrepareLonMarkObjects();
+  void ShowDeviceHeading();
+  void LoadDevice();
+  editing::Passes passes();
+
+  Surroundings with_;
+  lns::ObjectServer object_server_;
+  lns::AppDevice current_device_;
+  lns::LonMarkObject current_object_;
+  lns::Interface current_interface_;
+  bool device_online_ = false;
+  bool ending_ = false;
+  model::PointList points_;
+  model::BindingList bindings_;
+  ResourceFiles resource_files_;
+};
+
+}  // namespace plugin

@@ -1,0 +1,107 @@
+#include "plugin/network_session.h"
+
+#include "lns/members.h"
+#include "platform/attempt.h"
+
+namespace plugin {
+namespace {
+
+using platform::Attempt;
+
+constexpr const char* kInternet = "Internet";
+
+/// Brings the remote flag to what the interface name wants. Returns what it was.
+bool SwitchRemoteFlag(Session& session, bool wanted) {
+  const lns::ObjectServer& server = session.ObjectServer;
+  const bool was_remote = server.RemoteFlag();
+  if (was_remote != wanted) {
+    if (server.IsOpen()) {
+      CloseNetwork(session);
+      server.Close();
+      session.ServerOpen = false;
+    }
+    server.SetRemoteFlag(wanted);
+  }
+  return was_remote;
+}
+
+/// Opens the object server. True when the session is one over the Internet, which only an object server that was
+/// remote before this network was asked for can be: the order of these checks is deliberate.
+bool OpenServer(Session& session, const std::string& interface_name, bool was_remote) {
+  const lns::ObjectServer& server = session.ObjectServer;
+  if (server.IsOpen()) {
+    CloseNetwork(session);
+    server.Close();
+  }
+  server.SetOpenOption(false);
+  bool internet = false;
+  if (was_remote) {
+    internet = interface_name == kInternet;
+    const std::int32_t others = server.Flags() & ~(lns::members::kFlagUseTcp | lns::members::kFlagUseNsi);
+    server.SetFlags(others | (internet ? lns::members::kFlagUseTcp : lns::members::kFlagUseNsi));
+  }
+  server.Open();
+  session.ServerOpen = true;
+  return internet;
+}
+
+void PrepareInternetSystem(const lns::System& system) {
+  system.SetDsPause(true);
+  system.SetDiscoveryInterval(0);
+  system.SetDsPause(false);
+}
+
+}  // namespace
+
+void OpenNetwork(Session& session, const std::string& network_name, const std::string& interface_name) {
+  if (network_name == session.CurrentNetworkName && session.NetworkOpen) return;
+  const lns::ObjectServer& server = session.ObjectServer;
+  const bool was_remote = SwitchRemoteFlag(session, !interface_name.empty());
+  bool internet = false;
+  if (!session.ServerOpen) internet = OpenServer(session, interface_name, was_remote);
+  if (!interface_name.empty() && !internet)
+    server.SetActiveRemoteNI(server.RemoteNetworkInterfaces().Item(interface_name));
+
+  const lns::Network network = server.Networks().Item(network_name);
+  CloseNetwork(session);
+  session.CurrentNetwork = network;
+  network.Open();
+  session.CurrentNetworkName = network.Name();
+  session.CurrentSystem = network.Systems().Item(1);
+  session.CurrentSystem.Open();
+  if (internet) PrepareInternetSystem(session.CurrentSystem);
+  session.NetworkOpen = true;
+  session.CurrentSystem.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds);
+}
+
+void CloseNetwork(Session& session) {
+  Attempt([&] {
+    if (session.CurrentSystem && session.CurrentSystem.IsOpen()) session.CurrentSystem.Close();
+  });
+  session.CurrentSystem = {};
+  Attempt([&] {
+    if (session.CurrentNetwork && session.CurrentNetwork.IsOpen()) session.CurrentNetwork.Close();
+  });
+  session.CurrentNetwork = {};
+  session.NetworkOpen = false;
+}
+
+void CloseSession(Session& session) {
+  CloseNetwork(session);
+  Attempt([&] {
+    if (session.ObjectServer && session.ObjectServer.IsOpen()) session.ObjectServer.Close();
+  });
+  session.ServerOpen = false;
+}
+
+void SetRemote(Session& session, bool remote) {
+  session.ServerOpen = session.ObjectServer.IsOpen();
+  if (session.ServerOpen) {
+    CloseNetwork(session);
+    session.ObjectServer.Close();
+  }
+  session.ObjectServer.SetRemoteFlag(remote);
+  if (session.ServerOpen) session.ObjectServer.Open();
+}
+
+}  // namespace plugin

@@ -1,0 +1,58 @@
+#include "plugin/object_path.h"
+
+#include "platform/attempt.h"
+#include "plugin/supported_commands.h"
+#include "text/strings.h"
+
+namespace plugin {
+namespace {
+
+enum Component : std::size_t { kNetwork, kSystemAndSubsystems, kDevice, kLonMarkObject };
+
+/// The name without the prefix of its class. Only the class's own prefix is one: names may contain colons.
+std::string WithoutPrefix(const std::string& component, std::string_view class_name) {
+  const std::string prefix = "Lca" + std::string(class_name) + ":";
+  const bool has_prefix = text::EqualIgnoringCase(component.substr(0, prefix.size()), prefix);
+  return has_prefix ? component.substr(prefix.size()) : component;
+}
+
+/// The item with the name; nothing where the collection has none.
+template <class T>
+T Find(const lns::Collection<T>& collection, const std::string& name) {
+  T item;
+  if (!name.empty()) platform::Attempt([&] { item = collection.Item(name); });
+  return item;
+}
+
+lns::Subsystem FindSubsystem(const lns::System& system, const std::vector<std::string>& chain) {
+  lns::Subsystem subsystem = Find(system.Subsystems(), WithoutPrefix(chain[1], "Subsystem"));
+  for (std::size_t level = 2; level < chain.size() && subsystem; ++level)
+    subsystem = Find(subsystem.Subsystems(), WithoutPrefix(chain[level], "Subsystem"));
+  return subsystem;
+}
+
+lns::AppDevice FindDevice(const std::vector<std::string>& components, const lns::Network& network,
+                          const lns::System& system) {
+  if (WithoutPrefix(components[kNetwork], "Network") != network.Name()) return {};
+  const auto chain = text::Split(components[kSystemAndSubsystems], ".");
+  if (chain.size() < 2 || WithoutPrefix(chain[0], "System") != system.Name()) return {};
+  const lns::Subsystem subsystem = FindSubsystem(system, chain);
+  if (!subsystem) return {};
+  return Find(subsystem.AppDevices(), WithoutPrefix(components[kDevice], "AppDevice"));
+}
+
+}  // namespace
+
+std::vector<std::string> SplitObjectPath(std::string_view path) { return text::Split(path, "/"); }
+
+lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
+                          const lns::Network& network, const lns::System& system) {
+  const bool is_object = object_type == kLonMarkObjectType;
+  const std::size_t wanted = is_object ? kLonMarkObject + 1 : kDevice + 1;
+  if (components.size() != wanted || !network || !system) return {};
+  const lns::AppDevice device = FindDevice(components, network, system);
+  if (!is_object || !device) return device;
+  return Find(device.Interface().LonMarkObjects(), WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
+}
+
+}  // namespace plugin

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lns/object_model.h"
+
+namespace plugin {
+
+/// The components of an object's path as directors write it, split at "/":
+///
+///   network / system.subsystem[.subsystem...] / device [/ LonMark object]
+///
+/// A component may carry the prefix of its class and ":" ("LcaAppDevice:Room 101").
+std::vector<std::string> SplitObjectPath(std::string_view path);
+
+/// The application device or LonMark object that the path names on the open network, as the object type asks for;
+/// nothing where the path does not have that many components, names another network or system, or where a look-up of
+/// one of its names fails.
+lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
+                          const lns::Network& network, const lns::System& system);
+
+}  // namespace plugin

@@ -1,0 +1,81 @@
+#include "registry/registry.h"
+
+#include "platform/error.h"
+
+namespace registry {
+namespace {
+
+using platform::Registry;
+using platform::RegistryKey;
+using enum platform::Registry::Hive;
+
+constexpr std::int32_t kWriteFailed = static_cast<std::int32_t>(0x80040201u);
+
+std::string Read(Registry& registry, Registry::Hive hive, const std::string& path, const std::string& value_name) {
+  const auto key = registry.Open(hive, path, Registry::Access::Read);
+  if (!key) return {};
+  const std::string text = key->ReadText(value_name).value_or("");
+  return text.substr(0, text.find('\0'));
+}
+
+void Write(Registry& registry, Registry::Hive hive, const std::string& path, const std::string& value_name,
+           const std::string& value) {
+  const auto key = registry.Create(hive, path);
+  if (!key || !key->WriteText(value_name, value))
+    throw platform::Error(kWriteFailed, "CRegistry", "The registry value '" + path + "\\" + value_name + "' could not be written.");
+}
+
+std::string CutAtNul(const std::string& name) { return name.substr(0, name.find('\0')); }
+
+/// Always takes the subkey at index 0, since each deletion moves the others up; one that cannot be deleted ends it.
+bool EmptyKey(Registry& registry, const std::string& path) {
+  for (;;) {
+    const auto key = registry.Open(LocalMachine, path, Registry::Access::Full);
+    if (!key) return false;
+    const auto name = key->Subkey(0);
+    if (!name) return true;
+    if (key->DeleteSubkey(CutAtNul(*name))) continue;
+    const std::string below = path + "\\" + CutAtNul(*name);
+    if (!EmptyKey(registry, below) || !registry.Delete(LocalMachine, below)) return false;
+  }
+}
+
+}  // namespace
+
+std::string CRegistry::FindFirstMachineKey(const std::string& path) {
+  enumerated_ = registry_.Open(LocalMachine, path, Registry::Access::Full);
+  next_subkey_ = 0;
+  return GetNextMachineKey();
+}
+
+std::string CRegistry::GetNextMachineKey() {
+  const std::uint32_t index = next_subkey_++;
+  return enumerated_ ? CutAtNul(enumerated_->Subkey(index).value_or("")) : "";
+}
+
+std::string CRegistry::AppKeyPath(const std::string& section) const {
+  return "SOFTWARE\\LonWorks\\LCA\\Applets\\" + plug_in_name_ + "\\" + section;
+}
+
+std::string CRegistry::AppSetting(const std::string& section, const std::string& value_name) const {
+  return Read(registry_, CurrentUser, AppKeyPath(section), value_name);
+}
+
+void CRegistry::SetAppSetting(const std::string& section, const std::string& value_name, const std::string& value) {
+  Write(registry_, CurrentUser, AppKeyPath(section), value_name, value);
+}
+
+std::string CRegistry::MachineSetting(const std::string& path, const std::string& value_name) const {
+  return Read(registry_, LocalMachine, path, value_name);
+}
+
+void CRegistry::SetMachineSetting(const std::string& path, const std::string& value_name, const std::string& value) {
+  Write(registry_, LocalMachine, path, value_name, value);
+}
+
+bool CRegistry::DeleteMachineKey(const std::string& path) {
+  if (registry_.Delete(LocalMachine, path)) return true;
+  return EmptyKey(registry_, path) && registry_.Delete(LocalMachine, path);
+}
+
+}  // namespace registry

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/registry.h"
+
+namespace registry {
+
+/// All registry work of the program: machine settings by full key path below HKEY_LOCAL_MACHINE, application settings
+/// of the user below the plug-in's own key, deletion of a machine key with all below it, and the names of subkeys.
+///
+/// Key paths carry no hive and no leading backslash. Reads never fail, they give empty text. Text read is cut at its
+/// first NUL. Only string values are read; other types read as empty.
+class CRegistry {
+ public:
+  CRegistry(platform::Registry& registry, std::string plug_in_name)
+      : registry_(registry), plug_in_name_(std::move(plug_in_name)) {}
+
+  /// The first subkey of a machine key, empty where there is none or the key cannot be opened.
+  std::string FindFirstMachineKey(const std::string& path);
+  /// The next subkey of that key; empty after the last one, however often it is asked.
+  std::string GetNextMachineKey();
+
+  std::string AppSetting(const std::string& section, const std::string& value_name) const;
+  /// Throws 0x80040201 where the key cannot be made or the value not be set.
+  void SetAppSetting(const std::string& section, const std::string& value_name, const std::string& value);
+
+  /// An empty value name is the key's default value.
+  std::string MachineSetting(const std::string& path, const std::string& value_name) const;
+  /// Throws 0x80040201 where the key cannot be made or the value not be set.
+  void SetMachineSetting(const std::string& path, const std::string& value_name, const std::string& value);
+
+  /// True when the key was deleted with all its subkeys; false otherwise, also when it did not exist.
+  bool DeleteMachineKey(const std::string& path);
+
+ private:
+  std::string AppKeyPath(const std::string& section) const;
+
+  platform::Registry& registry_;
+  std::string plug_in_name_;
+  std::unique_ptr<platform::RegistryKey> enumerated_;
+  std::uint32_t next_subkey_ = 0;
+};
+
+}  // namespace registry

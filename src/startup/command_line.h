@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace startup {
+
+/// What a command line asks of a program that was started by hand.
+struct CommandLine {
+  enum class Role { RegisterPlugIn, DeregisterPlugIn, RegistrationWindow };
+  Role role = Role::RegistrationWindow;
+  /// The deregistration mode: -1 minimal, 0 complete, 1 exhaustive.
+  std::int32_t deregistration_mode = -1;
+};
+
+/// Takes the arguments as one text, trims it, ignores letter case and compares the whole of it: a switch with
+/// anything more, an unknown mode or a second blank opens the registration window.
+CommandLine ParseCommandLine(std::string_view arguments);
+
+}  // namespace startup

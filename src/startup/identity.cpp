@@ -1,0 +1,18 @@
+#include "startup/identity.h"
+
+namespace startup {
+
+Identity LoadIdentity(const platform::Program& program) {
+  Identity identity;
+  identity.PlugInProgID = program.StringResource(kPlugInProgIdText);
+  identity.PlugInName = program.StringResource(kPlugInNameText);
+  const auto version = program.FileVersion();
+  identity.PlugInVersion = std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
+                           std::to_string(version.revision);
+  identity.PlugInDescription = program.StringResource(kPlugInDescriptionText);
+  identity.PlugInManufacturerName = program.StringResource(kManufacturerNameText);
+  identity.PlugInManufacturerID = program.StringResource(kManufacturerIdText);
+  return identity;
+}
+
+}  // namespace startup

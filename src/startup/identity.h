@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+
+#include "platform/program.h"
+
+namespace startup {
+
+/// Numbers of the string table.
+enum StringResource : int {
+  kPlugInNameText = 101,
+  kPlugInProgIdText = 102,
+  kPlugInDescriptionText = 103,
+  kManufacturerNameText = 104,
+  kManufacturerIdText = 105,
+  kObjectCommandNameText = 110,
+  kObjectCommandDescriptionText = 111,
+  kDeviceCommandNameText = 120,
+  kDeviceCommandDescriptionText = 121,
+  kFirstProgramIdText = 130,
+  kFirstTemplateNameText = 131,
+  kSecondProgramIdText = 140,
+  kSecondTemplateNameText = 141,
+  kResourceFilePrefixText = 150,
+  kResourceFileFolderText = 151,
+  kHelpFileText = 160,
+};
+
+/// The caption of message boxes that give none of their own.
+inline constexpr const char* kProgramTitle = "QM5R-FC PIR LNS Device Plug-in";
+
+/// Who the plug-in is. Loaded once, first thing at start-up, and only read afterwards.
+struct Identity {
+  std::string PlugInProgID;
+  std::string PlugInName;
+  /// Major, minor and revision number of the executable, joined by ".".
+  std::string PlugInVersion;
+  std::string PlugInDescription;
+  std::string PlugInManufacturerName;
+  std::string PlugInManufacturerID;
+
+  /// The machine key that holds the plug-in's registration and settings.
+  std::string PlugInKey() const { return "SOFTWARE\\LonWorks\\LCA\\Plug-Ins\\" + PlugInName; }
+};
+
+Identity LoadIdentity(const platform::Program& program);
+
+}  // namespace startup

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "platform/late_bound.h"
+#include "platform/registry.h"
+
+namespace windows {
+
+/// The ProgID of the object server: the text of the machine value "Object Server" under "SOFTWARE\LonWorks\LCA", where
+/// a simulated object server may name itself, else the platform's own.
+std::string ObjectServerProgId(platform::Registry& registry);
+
+/// Makes the object server of this process. Throws where it is not installed or does not start.
+platform::LateBoundPtr MakeObjectServer(platform::Registry& registry);
+
+}  // namespace windows
