@@ -24,8 +24,9 @@ void AddConfigureCommand(CLI::App& app, Options& options) {
   ConfigureRequest& request = options.configure;
   configure->add_option("path", request.path, "network/system.subsystem/device")->required();
   configure->add_option("--object", request.lonmark_object, "Configure this LonMark object of the device");
-  configure->add_option("--interface", request.interface_name,
-                        "Work remotely through this network interface, or over the Internet with \"Internet\"");
+  configure->add_option(
+      "--interface", request.interface_name,
+      "Work remotely through this network interface, or over the Internet with \"Internet\"");
   configure->add_option("--left", request.left, "Window position in pixels");
   configure->add_option("--top", request.top, "Window position in pixels");
   configure->add_option("--width", request.width, "Window size in pixels");
@@ -44,14 +45,19 @@ void AddFaultCommands(CLI::App& app, Options& options) {
   fault->require_subcommand(1);
 
   CLI::App* add = fault->add_subcommand("add", "Fail the operations that match");
-  add->add_option("--device", options.fault.device, "Name or path; * is any")->capture_default_str();
-  add->add_option("--variable", options.fault.variable, "Name; * is any")->capture_default_str();
-  add->add_option("--operation", options.fault.operation, "read, write or a member's name; * is any")->capture_default_str();
-  add->add_option("--occurrence", options.fault.occurrence, "Which one from now on; 0 is every one")->capture_default_str();
-  add->add_option("--code", options.fault.code, "The platform's error code")->capture_default_str();
+  add->add_option("--device", options.fault.device, "Name or path; any if not given");
+  add->add_option("--variable", options.fault.variable, "Name; any if not given");
+  add->add_option("--operation", options.fault.operation, "read, write or a member's name; any if not given");
+  add->add_option("--occurrence", options.fault.occurrence, "Which one from now on; 0 is every one")
+      ->capture_default_str();
+  add->add_option("--code", options.fault.code,
+                  "The platform's error code; 0 takes the device off the network")
+      ->capture_default_str();
   add->callback([&] { options.command = Command::FaultAdd; });
 
-  fault->add_subcommand("clear", "Take all faults back")->callback([&] { options.command = Command::FaultClear; });
+  fault->add_subcommand("clear", "Take all faults back")->callback([&] {
+    options.command = Command::FaultClear;
+  });
 
   CLI::App* vanish = fault->add_subcommand("vanish", "Take a device off the network");
   vanish->add_option("device", options.device, "Name or path")->required();
@@ -63,16 +69,20 @@ void AddFaultCommands(CLI::App& app, Options& options) {
 }
 
 void AddSimulatorCommands(CLI::App& app, Options& options) {
-  CLI::App* latency = app.add_subcommand("latency", "Show or set how long operations of the simulated network take");
+  CLI::App* latency =
+      app.add_subcommand("latency", "Show or set how long operations of the simulated network take");
   latency->add_option("kind", options.latency_kind, "any, read, write, open or test")->capture_default_str();
   latency->add_option("milliseconds", options.latency_milliseconds, "The new latency");
   latency->callback([&] { options.command = Command::Latency; });
 
-  CLI::App* journal = app.add_subcommand("journal", "Print the operations that the simulated network has seen");
+  CLI::App* journal =
+      app.add_subcommand("journal", "Print the operations that the simulated network has seen");
   journal->add_flag("--clear", options.clear, "Forget them afterwards");
   journal->callback([&] { options.command = Command::Journal; });
 
-  app.add_subcommand("stop", "End the simulated object server")->callback([&] { options.command = Command::Stop; });
+  app.add_subcommand("stop", "End the simulated object server")->callback([&] {
+    options.command = Command::Stop;
+  });
 }
 
 }  // namespace

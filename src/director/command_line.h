@@ -9,7 +9,18 @@
 namespace director {
 
 enum class Command {
-  Networks, Devices, Show, Configure, Screen, FaultAdd, FaultClear, FaultVanish, FaultRestore, Latency, Journal, Stop
+  Networks,
+  Devices,
+  Show,
+  Configure,
+  Screen,
+  FaultAdd,
+  FaultClear,
+  FaultVanish,
+  FaultRestore,
+  Latency,
+  Journal,
+  Stop
 };
 
 /// What the command line of the director asks for.

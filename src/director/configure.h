@@ -21,8 +21,8 @@ struct ConfigureRequest {
   bool hidden = false;
 };
 
-/// Sends the command to a plug-in's automation object as directors do: remote settings first, then the network, place
-/// and size, the command, and at last the window shown. Throws what the plug-in raises.
+/// Sends the command to a plug-in's automation object as directors do: remote settings first, then the
+/// network, place and size, the command, and at last the window shown. Throws what the plug-in raises.
 void Configure(platform::LateBound& plug_in, const ConfigureRequest& request);
 
 /// Whether the plug-in still answers and shows its window.

@@ -20,7 +20,8 @@ void PrintSubsystem(const lns::Subsystem& subsystem, const std::string& path, st
   const auto devices = subsystem.AppDevices();
   for (std::int32_t i = 1; i <= devices.Count(); ++i) {
     const lns::AppDevice device = devices.Item(i);
-    out << path << '/' << device.Name() << "\tstate " << device.State() << '\t' << device.DeviceTemplate().Name() << '\n';
+    out << path << '/' << device.Name() << "\tstate " << device.State() << '\t'
+        << device.DeviceTemplate().Name() << '\n';
   }
   const auto below = subsystem.Subsystems();
   for (std::int32_t i = 1; i <= below.Count(); ++i) {
@@ -76,7 +77,8 @@ std::string Hexadecimal(const std::string& decimal_bytes) {
 
 }  // namespace
 
-OpenedNetwork::OpenedNetwork(const lns::ObjectServer& server, const std::string& network_name) : server_(server) {
+OpenedNetwork::OpenedNetwork(const lns::ObjectServer& server, const std::string& network_name)
+    : server_(server) {
   try {
     server_.Open();
     network_ = server_.Networks().Item(network_name);
@@ -93,9 +95,15 @@ OpenedNetwork::~OpenedNetwork() { Close(); }
 
 void OpenedNetwork::Close() {
   using platform::Attempt;
-  Attempt([this] { if (system_ && system_.IsOpen()) system_.Close(); });
-  Attempt([this] { if (network_ && network_.IsOpen()) network_.Close(); });
-  Attempt([this] { if (server_.IsOpen()) server_.Close(); });
+  Attempt([this] {
+    if (system_ && system_.IsOpen()) system_.Close();
+  });
+  Attempt([this] {
+    if (network_ && network_.IsOpen()) network_.Close();
+  });
+  Attempt([this] {
+    if (server_.IsOpen()) server_.Close();
+  });
 }
 
 void PrintNetworks(const lns::ObjectServer& server, std::ostream& out) {
@@ -115,8 +123,8 @@ void PrintDevices(const lns::ObjectServer& server, const std::string& network_na
 
 void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out) {
   const OpenedNetwork opened(server, NetworkOf(path));
-  const lns::Object found = plugin::ResolveObject(plugin::kAppDeviceType, plugin::SplitObjectPath(path), opened.network(),
-                                                  opened.system());
+  const lns::Object found = plugin::ResolveObject(plugin::kAppDeviceType, plugin::SplitObjectPath(path),
+                                                  opened.network(), opened.system());
   if (!found) throw platform::Error(20005, "director", "There is no device " + path);
   const lns::AppDevice device(found.reference());
   out << "device\t" << device.Name() << "\ntemplate\t" << device.DeviceTemplate().Name() << "\nprogram ID\t"
@@ -124,7 +132,8 @@ void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::
   const auto variables = device.Interface().NetworkVariables();
   for (std::int32_t i = 1; i <= variables.Count(); ++i) {
     const lns::NetworkVariable variable = variables.Item(i);
-    out << variable.Name() << '\t' << ReadAs(variable, "") << '\t' << Hexadecimal(ReadAs(variable, "RAW")) << '\n';
+    out << variable.Name() << '\t' << ReadAs(variable, "") << '\t' << Hexadecimal(ReadAs(variable, "RAW"))
+        << '\n';
   }
 }
 

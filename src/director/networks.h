@@ -31,12 +31,12 @@ class OpenedNetwork {
 /// The names of all networks, one a line.
 void PrintNetworks(const lns::ObjectServer& server, std::ostream& out);
 
-/// The paths of all devices, one a line with state code and template: of one network, or of all for an empty name. A
-/// network that does not open is reported as such in the list.
+/// The paths of all devices, one a line with state code and template: of one network, or of all for an empty
+/// name. A network that does not open is reported as such in the list.
 void PrintDevices(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out);
 
-/// Every variable of the device with its value in its own format and as raw bytes. A variable that cannot be read shows
-/// the reason. Throws 20005 for a path that names no device.
+/// Every variable of the device with its value in its own format and as raw bytes. A variable that cannot be
+/// read shows the reason. Throws 20005 for a path that names no device.
 void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out);
 
 /// The network's name in a path: what stands before the first "/".

@@ -22,7 +22,8 @@ Value SimulatorKnobs::Call(std::string_view member, platform::Arguments argument
 }
 
 void SimulatorKnobs::AddFault(const Fault& fault) {
-  const std::array<Value, 5> arguments = {fault.device, fault.variable, fault.operation, fault.occurrence, fault.code};
+  const std::array<Value, 5> arguments = {fault.device, fault.variable, fault.operation, fault.occurrence,
+                                          fault.code};
   Call("AddFault", arguments);
 }
 

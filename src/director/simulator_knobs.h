@@ -8,20 +8,21 @@
 
 namespace director {
 
-/// The knobs of a simulated object server. A real one has none: then every operation throws 20003 and says so.
+/// The knobs of a simulated object server. A real one has none: then every operation throws 20003 and says
+/// so.
 class SimulatorKnobs {
  public:
   explicit SimulatorKnobs(const platform::LateBoundPtr& object_server);
 
   struct Fault {
-    /// A device's name or path, a variable's name; "*" is any.
-    std::string device = "*";
-    std::string variable = "*";
-    /// read, write, or a member's name; "*" is any.
-    std::string operation = "*";
+    /// A device's name or path, a variable's name; empty is any.
+    std::string device;
+    std::string variable;
+    /// read, write, or a member's name; empty is any.
+    std::string operation;
     /// Which matching operation fails, from 1; 0 for every one.
     std::int32_t occurrence = 0;
-    /// The platform's error code.
+    /// The platform's error code; 0 makes the device vanish.
     std::int32_t code = 18200;
   };
   void AddFault(const Fault& fault);

@@ -8,7 +8,9 @@ namespace {
 /// The hourglass for as long as a pass runs.
 class BusyPointer {
  public:
-  explicit BusyPointer(ui::Desktop& desktop) : desktop_(desktop) { desktop_.SetPointer(ui::Pointer::Hourglass); }
+  explicit BusyPointer(ui::Desktop& desktop) : desktop_(desktop) {
+    desktop_.SetPointer(ui::Pointer::Hourglass);
+  }
   ~BusyPointer() { desktop_.SetPointer(ui::Pointer::Default); }
   BusyPointer(const BusyPointer&) = delete;
   BusyPointer& operator=(const BusyPointer&) = delete;
@@ -44,7 +46,8 @@ bool ReadAllPoints(const Passes& passes, int display_units) {
         passes.desktop.Yield();
       } catch (const platform::Error& error) {
         failed_action = "Error reading " + point.Name;
-        failure = error.description().empty() ? "Error " + std::to_string(error.number()) : error.description();
+        failure =
+            error.description().empty() ? "Error " + std::to_string(error.number()) : error.description();
       }
     }
     passes.progress.Close();

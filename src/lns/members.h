@@ -4,12 +4,12 @@
 
 #include "platform/late_bound.h"
 
-/// Every name and number of the object server's object model that the program uses, and nothing else of it anywhere
-/// else: for another release of LNS this is the file to edit.
+/// Every name and number of the object server's object model that the program uses, and nothing else of it
+/// anywhere else: for another release of LNS this is the file to edit.
 ///
-/// A member with a number is called by it, the name only explains it; all others are looked up by name. Members not
-/// remarked upon are documented by the platform. Remarks: "inferred" follows from neighbouring documentation and has
-/// not been seen in it; "chosen" is our own choice among several that fit.
+/// A member with a number is called by it, the name only explains it; all others are looked up by name.
+/// Members not remarked upon are documented by the platform. Remarks: "inferred" follows from neighbouring
+/// documentation and has not been seen in it; "chosen" is our own choice among several that fit.
 namespace lns::members {
 
 using platform::Member;
@@ -48,8 +48,9 @@ inline constexpr Member kClose{"Close"};    // inferred
 inline constexpr Member kIsOpen{"IsOpen"};  // on the system inferred
 inline constexpr Member kSystems{"Systems"};
 inline constexpr Member kSubsystems{"Subsystems"};
-// An Internet session pauses the data server, sets the interval to 0 and lets it run again. The pair is chosen: the
-// only documented Boolean of the system that is set and reset around a change, and the setting whose 0 means "off".
+// An Internet session pauses the data server, sets the interval to 0 and lets it run again. The pair is
+// chosen: the only documented Boolean of the system that is set and reset around a change, and the setting
+// whose 0 means "off".
 inline constexpr Member kDsPause{"DsPause"};
 inline constexpr Member kDiscoveryInterval{"DiscoveryInterval"};
 // Asks for the periodic event, in milliseconds; chosen as the one setting of the system that the event needs.

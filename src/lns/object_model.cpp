@@ -21,9 +21,13 @@ platform::LateBound& Object::Target() const {
   return *object_;
 }
 
-platform::Value Object::Get(const platform::Member& member) const { return Target().Invoke(member, CallKind::Get, {}); }
+platform::Value Object::Get(const platform::Member& member) const {
+  return Target().Invoke(member, CallKind::Get, {});
+}
 
-platform::LateBoundPtr Object::GetObject(const platform::Member& member) const { return ToObject(Get(member)); }
+platform::LateBoundPtr Object::GetObject(const platform::Member& member) const {
+  return ToObject(Get(member));
+}
 
 void Object::Put(const platform::Member& member, platform::Value value) const {
   const bool is_reference = std::holds_alternative<platform::LateBoundPtr>(value);
@@ -62,7 +66,9 @@ Collection<LonMarkObject> Interface::LonMarkObjects() const {
 
 std::string DeviceTemplate::ProgramId() const { return ToText(Get(members::kProgramId)); }
 
-lns::DeviceTemplate AppDevice::DeviceTemplate() const { return lns::DeviceTemplate(GetObject(members::kDeviceTemplate)); }
+lns::DeviceTemplate AppDevice::DeviceTemplate() const {
+  return lns::DeviceTemplate(GetObject(members::kDeviceTemplate));
+}
 lns::Interface AppDevice::Interface() const { return lns::Interface(GetObject(members::kInterface)); }
 std::int32_t AppDevice::AttachmentStatus() const { return ToInteger(Get(members::kAttachmentStatus)); }
 bool AppDevice::HasBeenCommissioned() const { return ToBoolean(Get(members::kHasBeenCommissioned)); }
@@ -71,13 +77,19 @@ std::int32_t AppDevice::State() const { return ToInteger(Get(members::kState)); 
 std::string AppDevice::ProgramId() const { return ToText(Get(members::kProgramId)); }
 std::string AppDevice::NeuronId() const { return ToText(Get(members::kNeuronId)); }
 
-Collection<Subsystem> Subsystem::Subsystems() const { return Collection<Subsystem>(GetObject(members::kSubsystems)); }
-Collection<AppDevice> Subsystem::AppDevices() const { return Collection<AppDevice>(GetObject(members::kAppDevices)); }
+Collection<Subsystem> Subsystem::Subsystems() const {
+  return Collection<Subsystem>(GetObject(members::kSubsystems));
+}
+Collection<AppDevice> Subsystem::AppDevices() const {
+  return Collection<AppDevice>(GetObject(members::kAppDevices));
+}
 
 void System::Open() const { Call(members::kOpen); }
 void System::Close() const { Call(members::kClose); }
 bool System::IsOpen() const { return ToBoolean(Get(members::kIsOpen)); }
-Collection<Subsystem> System::Subsystems() const { return Collection<Subsystem>(GetObject(members::kSubsystems)); }
+Collection<Subsystem> System::Subsystems() const {
+  return Collection<Subsystem>(GetObject(members::kSubsystems));
+}
 void System::SetDsPause(bool paused) const { Put(members::kDsPause, paused); }
 void System::SetDiscoveryInterval(std::int32_t seconds) const { Put(members::kDiscoveryInterval, seconds); }
 void System::BeginNssIdleEvent(std::int32_t milliseconds) const {
@@ -98,7 +110,9 @@ void ObjectServer::SetRemoteFlag(bool remote) const { Put(members::kRemoteFlag, 
 std::int32_t ObjectServer::Flags() const { return ToInteger(Get(members::kFlags)); }
 void ObjectServer::SetFlags(std::int32_t flags) const { Put(members::kFlags, flags); }
 void ObjectServer::SetOpenOption(bool value) const { Put(members::kOpenOption, value); }
-Collection<Network> ObjectServer::Networks() const { return Collection<Network>(GetObject(members::kNetworks)); }
+Collection<Network> ObjectServer::Networks() const {
+  return Collection<Network>(GetObject(members::kNetworks));
+}
 Collection<NetworkInterface> ObjectServer::RemoteNetworkInterfaces() const {
   return Collection<NetworkInterface>(GetObject(members::kRemoteNetworkInterfaces));
 }

@@ -8,11 +8,12 @@
 
 #include "platform/late_bound.h"
 
-/// The object server's objects by their roles, one class each, over late-bound objects. A class holds a reference as a
-/// script would: it may refer to nothing, copies share the object, and the object is released with its last copy.
+/// The object server's objects by their roles, one class each, over late-bound objects. A class holds a
+/// reference as a script would: it may refer to nothing, copies share the object, and the object is released
+/// with its last copy.
 ///
-/// Every operation is one call of the platform and throws its platform::Error; calling through a reference to nothing
-/// throws 91, as automation does.
+/// Every operation is one call of the platform and throws its platform::Error; calling through a reference to
+/// nothing throws 91, as automation does.
 namespace lns {
 
 class Object {
@@ -158,7 +159,8 @@ class ObjectServer : public Object {
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;
 };
 
-/// The device that an object belongs to, found by walking up from it; nothing where the walk does not end at one.
+/// The device that an object belongs to, found by walking up from it; nothing where the walk does not end at
+/// one.
 AppDevice OwningDevice(const Object& object);
 
 }  // namespace lns

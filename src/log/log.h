@@ -8,8 +8,8 @@
 
 namespace activity {
 
-/// The activity log: every network operation with its time, action and result, in a window of its own. It lives in
-/// memory as long as the process; rows are only appended or all cleared.
+/// The activity log: every network operation with its time, action and result, in a window of its own. It
+/// lives in memory as long as the process; rows are only appended or all cleared.
 class fLog : public ui::Form {
  public:
   fLog(ui::Desktop& desktop, const platform::Program& program);
@@ -17,8 +17,9 @@ class fLog : public ui::Form {
   /// Appends a row with a green mark.
   void LogCommand(const std::string& action, const std::string& results);
 
-  /// Appends a row with a red mark. The message is the action and the result joined by CR LF, further lines are
-  /// dropped; a message without a line break leaves both columns empty and shows only time and mark. Deliberate.
+  /// Appends a row with a red mark. The message is the action and the result joined by CR LF, further lines
+  /// are dropped; a message without a line break leaves both columns empty and shows only time and mark.
+  /// Deliberate.
   void LogError(const std::string& message);
 
   /// Removes all rows without asking.

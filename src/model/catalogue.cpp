@@ -13,9 +13,9 @@ constexpr ControlRef kNoControl{};
 constexpr ControlRef kLbModel{ScreenArray::lbModel};
 constexpr ControlRef kLbHvacType{ScreenArray::lbHvacType};
 
-// Meant as they stand: the setpoint structure puts cooling first while the heating rows come first here; the standby
-// setpoints round to whole degrees and take no offset; "Dehumidifiacation" and "trottle" are spelled so; the model is
-// shown twice and read a third time as raw bytes.
+// Meant as they stand: the setpoint structure puts cooling first while the heating rows come first here; the
+// standby setpoints round to whole degrees and take no offset; "Dehumidifiacation" and "trottle" are spelled
+// so; the model is shown twice and read a third time as raw bytes.
 // clang-format off
 constexpr CatalogueRow kCatalogue[] = {
     {"nciSetPts.occ_heat", "Occupied heating setpoint", txtNvi(0), "nciSetPts", 3, 0.5, true, CatalogueLimits{4.5, 32, 40, 90}},
@@ -76,7 +76,8 @@ void SetLimits(CNvCtrlTable& binding, const CatalogueLimits& limits) {
 ui::Control* ControlOf(const CatalogueRow& row, const ConfigurationScreen& screen) {
   ui::Control* control = screen.Find(row.control);
   if (!control && row.control != kNoControl)
-    throw platform::Error(340, "Catalogue", "Control array element " + std::to_string(row.control.index) + " doesn't exist");
+    throw platform::Error(340, "Catalogue",
+                          "Control array element " + std::to_string(row.control.index) + " doesn't exist");
   return control;
 }
 

@@ -24,14 +24,19 @@ double LimitOf(const std::string& text) {
 }  // namespace
 
 std::string CNvCtrlTable::MaxLimit(int units) const { return text::ShortestText(upper_[UnitIndex(units)]); }
-void CNvCtrlTable::SetMaxLimit(int units, const std::string& text) { upper_[UnitIndex(units)] = LimitOf(text); }
+void CNvCtrlTable::SetMaxLimit(int units, const std::string& text) {
+  upper_[UnitIndex(units)] = LimitOf(text);
+}
 std::string CNvCtrlTable::MinLimit(int units) const { return text::ShortestText(lower_[UnitIndex(units)]); }
-void CNvCtrlTable::SetMinLimit(int units, const std::string& text) { lower_[UnitIndex(units)] = LimitOf(text); }
+void CNvCtrlTable::SetMinLimit(int units, const std::string& text) {
+  lower_[UnitIndex(units)] = LimitOf(text);
+}
 
 std::string& CNvCtrlTable::Field() const {
   auto& fields = NvCpTable->NvAsArray;
   if (ItemArrayIndex < 0 || static_cast<std::size_t>(ItemArrayIndex) >= fields.size())
-    ThrowSubscript(NvCpTable->Name + " has no value number " + std::to_string(ItemArrayIndex + 1) + " for " + Name);
+    ThrowSubscript(NvCpTable->Name + " has no value number " + std::to_string(ItemArrayIndex + 1) + " for " +
+                   Name);
   return fields[static_cast<std::size_t>(ItemArrayIndex)];
 }
 
@@ -47,7 +52,9 @@ void CNvCtrlTable::SetValue(const std::string& text) {
   std::string& field = Field();
   const std::string& separator = NvCpTable->Separator;
   if (!separator.empty() && text.find(separator) != std::string::npos)
-    throw platform::Error(13, "CNvCtrlTable", "'" + text + "' cannot be stored in " + NvCpTable->Name + ": it contains the character that separates its values");
+    throw platform::Error(13, "CNvCtrlTable",
+                          "'" + text + "' cannot be stored in " + NvCpTable->Name +
+                              ": it contains the character that separates its values");
   field = text;
   NvCpTable->ValueAsChanges = true;
 }

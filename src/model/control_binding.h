@@ -8,8 +8,8 @@
 
 namespace model {
 
-/// Ties one field of one device point to the control that shows it, with the field's texts, display rounding and
-/// limits. It holds no copy of the value: bindings of one point see each other's changes.
+/// Ties one field of one device point to the control that shows it, with the field's texts, display rounding
+/// and limits. It holds no copy of the value: bindings of one point see each other's changes.
 ///
 /// Owned by the binding list; point and control are shared and outlive it.
 class CNvCtrlTable {
@@ -39,11 +39,11 @@ class CNvCtrlTable {
 
   std::string NvString() const { return NvCpTable->NvAsString(); }
 
-  /// The field's text for display, rounded to the step where the field rounds. Throws 9 where the point has no such
-  /// field, for example before it was read.
+  /// The field's text for display, rounded to the step where the field rounds. Throws 9 where the point has
+  /// no such field, for example before it was read.
   std::string Value() const;
-  /// Stores the text in the field and marks the point changed. Throws 9 where the point has no such field, and 13 for a
-  /// text with the point's separator in it, which would shift every later value by a field.
+  /// Stores the text in the field and marks the point changed. Throws 9 where the point has no such field,
+  /// and 13 for a text with the point's separator in it, which would shift every later value by a field.
   void SetValue(const std::string& text);
 
   /// Clears the point's changed flag.

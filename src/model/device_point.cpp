@@ -18,15 +18,20 @@ constexpr std::int16_t kFormatFailed = 18035;
 
 const char* TextOf(std::int16_t code) {
   switch (code) {
-    case kNoCommunication: return "Failed to communicate with target device.";
-    case kWriteFailed: return "Failed to write data to the network variable object.";
-    case kFormatFailed: return "An attempt to format the requested data has failed.";
-    default: return "";
+    case kNoCommunication:
+      return "Failed to communicate with target device.";
+    case kWriteFailed:
+      return "Failed to write data to the network variable object.";
+    case kFormatFailed:
+      return "An attempt to format the requested data has failed.";
+    default:
+      return "";
   }
 }
 
-/// The object server's code inside an error number. An error that is not the object server's has none and overflows,
-/// as automation's 16-bit arithmetic does: that overflow then takes the place of the composed error.
+/// The object server's code inside an error number. An error that is not the object server's has none and
+/// overflows, as automation's 16-bit arithmetic does: that overflow then takes the place of the composed
+/// error.
 std::int16_t CodeOf(const Error& error) {
   constexpr std::int32_t kOverflow = 6;
   const std::int64_t code = std::int64_t{error.number()} - platform::kObjectServerErrorBase;
@@ -71,8 +76,9 @@ void CNvCpTable::GetNetworkValue(int display_units) {
     if (!format_read_.empty() && format_read_ != format)
       platform::Attempt([this] { MyNetworkVariable.SetFormatType(format_read_); });
     const std::int16_t code = CodeOf(error);
-    throw Error(error.number(), "GetNetworkValue",
-                "Error reading " + Name + " \r\n" + (code == kNoCommunication ? TextOf(code) : error.description()));
+    throw Error(
+        error.number(), "GetNetworkValue",
+        "Error reading " + Name + " \r\n" + (code == kNoCommunication ? TextOf(code) : error.description()));
   }
   format_read_ = format;
 }

@@ -7,7 +7,8 @@
 
 namespace model {
 
-/// One network variable of the device as the program reads and writes it: its value as an array of text fields.
+/// One network variable of the device as the program reads and writes it: its value as an array of text
+/// fields.
 ///
 /// Everything but the two network operations works without the object server. Owned by the point list.
 class CNvCpTable {
@@ -29,16 +30,17 @@ class CNvCpTable {
 
   std::string NvAsString() const;
 
-  /// Writes the joined text and clears the changed flag. The format is not set again: the device parses the text in the
-  /// format and units of the last read.
+  /// Writes the joined text and clears the changed flag. The format is not set again: the device parses the
+  /// text in the format and units of the last read.
   ///
-  /// Throws the platform's error number with the source "SendNetworkValue" and a text that names the point; the flag
-  /// then stays.
+  /// Throws the platform's error number with the source "SendNetworkValue" and a text that names the point;
+  /// the flag then stays.
   bool SendNetworkValue();
 
   /// Reads the value in the units in force (0 SI, 1 US). Throws the platform's error number with the source
-  /// "GetNetworkValue" and a text that names the point. A failed read changes nothing: the array stays, and the format
-  /// that belongs to it is put back, so that a later write is parsed in the units its texts are in.
+  /// "GetNetworkValue" and a text that names the point. A failed read changes nothing: the array stays, and
+  /// the format that belongs to it is put back, so that a later write is parsed in the units its texts are
+  /// in.
   void GetNetworkValue(int display_units);
 
  private:

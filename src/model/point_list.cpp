@@ -21,7 +21,8 @@ struct PointRow {
 constexpr std::string_view kObject0 = "Network Variables:0";
 constexpr std::string_view kObject4 = "Network Variables:4";
 
-// The last row is a second view of nciSccModel: the same variable once formatted by its type and once as raw bytes.
+// The last row is a second view of nciSccModel: the same variable once formatted by its type and once as raw
+// bytes.
 // clang-format off
 constexpr PointRow kPoints[] = {
     {"nciSetPts",      "nciSetPts",         "Heating / Cooling Setpoints", "nciSetPts",   "SNVT_temp_setpt",      ",",  true,  kObject0},

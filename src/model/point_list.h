@@ -13,8 +13,8 @@ class PointList {
  public:
   PointList() = default;
 
-  /// Looks up the network variable of every point by name. Throws the platform's error for a variable that the device
-  /// lacks; no value is read.
+  /// Looks up the network variable of every point by name. Throws the platform's error for a variable that
+  /// the device lacks; no value is read.
   explicit PointList(const lns::Collection<lns::NetworkVariable>& variables);
 
   std::size_t size() const { return points_.size(); }

@@ -7,14 +7,15 @@
 
 namespace platform {
 
-/// The system registry as the program needs it: text values, by full key path below a hive. Texts are UTF-8 here and
-/// ANSI in the registry. Nothing throws: what cannot be done says so.
+/// The system registry as the program needs it: text values, by full key path below a hive. Texts are UTF-8
+/// here and ANSI in the registry. Nothing throws: what cannot be done says so.
 class RegistryKey {
  public:
   /// Closes the key.
   virtual ~RegistryKey() = default;
 
-  /// The value if it is of the string type, without regard to a terminating NUL being there; nothing otherwise.
+  /// The value if it is of the string type, without regard to a terminating NUL being there; nothing
+  /// otherwise.
   virtual std::optional<std::string> ReadText(const std::string& value_name) const = 0;
   /// Stores exactly the text's characters as the value's data, without a terminating NUL.
   virtual bool WriteText(const std::string& value_name, const std::string& text) = 0;

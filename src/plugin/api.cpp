@@ -59,25 +59,34 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
       {5, "Remote", [](Api& api, Arguments) -> Value { return api.main_.lcaOS().RemoteFlag(); },
        [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }},
       {6, "Height",
-       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Height(), api.with_.desktop.TwipsPerPixelY()); },
+       [](Api& api, Arguments) -> Value {
+         return Pixels(api.main_.Height(), api.with_.desktop.TwipsPerPixelY());
+       },
        [](Api& api, const Value& v) { api.SetHeight(ToInteger(v)); }},
       {7, "Width",
-       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Width(), api.with_.desktop.TwipsPerPixelX()); },
+       [](Api& api, Arguments) -> Value {
+         return Pixels(api.main_.Width(), api.with_.desktop.TwipsPerPixelX());
+       },
        [](Api& api, const Value& v) { api.SetWidth(ToInteger(v)); }},
       {8, "left",
-       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Left(), api.with_.desktop.TwipsPerPixelX()); },
+       [](Api& api, Arguments) -> Value {
+         return Pixels(api.main_.Left(), api.with_.desktop.TwipsPerPixelX());
+       },
        [](Api& api, const Value& v) { api.SetLeft(ToInteger(v)); }},
       {9, "Minimized",
        [](Api& api, Arguments) -> Value { return api.main_.State() == ui::WindowState::Minimized; },
        [](Api& api, const Value& v) { api.SetMinimized(ToBoolean(v)); }},
-      {10, "ManufacturerID", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerID; },
-       kRefuseWrite},
-      {11, "ManufacturerName", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerName; },
-       kRefuseWrite},
+      {10, "ManufacturerID",
+       [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerID; }, kRefuseWrite},
+      {11, "ManufacturerName",
+       [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerName; }, kRefuseWrite},
       {12, "LcaVersion", [](Api&, Arguments) -> Value { return std::string("3.0"); }, kRefuseWrite},
-      {13, "Version", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInVersion; }, kRefuseWrite},
+      {13, "Version", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInVersion; },
+       kRefuseWrite},
       {14, "top",
-       [](Api& api, Arguments) -> Value { return Pixels(api.main_.Top(), api.with_.desktop.TwipsPerPixelY()); },
+       [](Api& api, Arguments) -> Value {
+         return Pixels(api.main_.Top(), api.with_.desktop.TwipsPerPixelY());
+       },
        [](Api& api, const Value& v) { api.SetTop(ToInteger(v)); }},
       {15, "Name", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInName; }, kRefuseWrite},
       {16, "DevelopmentProgramId",
@@ -172,13 +181,15 @@ void LNSPlugInAPI::SetMinimized(bool minimized) {
   // "minimzed" and "invisble" are spelled so deliberately.
   if (!main_.Visible())
     Raise(20006,
-          "Can not modify the minimzed property when invisble. The property will be applied the next time the plug-in "
+          "Can not modify the minimzed property when invisble. The property will be applied the next time "
+          "the plug-in "
           "is made visible");
 }
 
 void LNSPlugInAPI::SetDevelopmentProgramId(const std::string& program_id) {
   constexpr std::size_t kProgramIdDigits = 16;
-  with_.session.DevelopmentProgramIdValue = text::CharacterCount(program_id) == kProgramIdDigits ? program_id : "";
+  with_.session.DevelopmentProgramIdValue =
+      text::CharacterCount(program_id) == kProgramIdDigits ? program_id : "";
 }
 
 void LNSPlugInAPI::Raise(std::int32_t number, const std::string& text) const {

@@ -9,9 +9,9 @@
 
 namespace plugin {
 
-/// The public automation class through which a director drives the plug-in: it names the network, places the window and
-/// sends commands. Objects share the process's session and window and are counted; the last one to go while the window
-/// is hidden ends the plug-in.
+/// The public automation class through which a director drives the plug-in: it names the network, places the
+/// window and sends commands. Objects share the process's session and window and are counted; the last one to
+/// go while the window is hidden ends the plug-in.
 ///
 /// Raises plain numbers with the plug-in's name as source: 20002 to 20006 with their fixed texts.
 class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {

@@ -1,5 +1,5 @@
-// The road of a configure command through the main window: from the device that the director named to its values on
-// the screen.
+// The road of a configure command through the main window: from the device that the director named to its
+// values on the screen.
 
 #include "platform/attempt.h"
 #include "plugin/device_state.h"
@@ -13,8 +13,10 @@ using platform::Attempt;
 
 // "formating" is spelled so deliberately.
 constexpr const char* kResourceFilesMissing =
-    "The resource files required for this device are not present on this computer. Browsing and data formating "
-    "capabilities might be restricted to standard types and standard functional profile templates. Do you want to "
+    "The resource files required for this device are not present on this computer. Browsing and data "
+    "formating "
+    "capabilities might be restricted to standard types and standard functional profile templates. Do you "
+    "want to "
     "continue?";
 constexpr const char* kModeFailed = "Unable to set the Mode for the LonMark Objects, do you want to proceed?";
 
@@ -80,11 +82,12 @@ bool fMain::PrepareLonMarkObjects() {
 
 void fMain::ShowDeviceHeading() {
   const std::string template_name = text::SplitAtFirst(current_device_.DeviceTemplate().Name(), "[").head;
-  lblDeviceTemplate.SetText(with_.identity.PlugInName + " [" + template_name + " (" + current_device_.Name() + ")]");
+  lblDeviceTemplate.SetText(with_.identity.PlugInName + " [" + template_name + " (" + current_device_.Name() +
+                            ")]");
 }
 
-/// Finds out the device's state, builds its points and bindings and reads it for the first time. A read that fails has
-/// been reported by the pass and leaves the layout's initial texts.
+/// Finds out the device's state, builds its points and bindings and reads it for the first time. A read that
+/// fails has been reported by the pass and leaves the layout's initial texts.
 void fMain::LoadDevice() {
   current_interface_ = current_device_.Interface();
   points_ = model::PointList(current_interface_.NetworkVariables());

@@ -15,13 +15,20 @@ constexpr const char* kUnknown = "?";
 
 DeviceState StateOfCode(std::int32_t code) {
   switch (code) {
-    case 2: return {"Unconfigured", false};
-    case 3: return {"App'less", false};
-    case 4: return {"Cnfg Online", true};
-    case 6: return {"Cnfg Offline", false};
-    case 12: return {"Soft Offline", false};
-    case 140: return {"Cnfg Bypass", false};
-    default: return {kUnknown, false};
+    case 2:
+      return {"Unconfigured", false};
+    case 3:
+      return {"App'less", false};
+    case 4:
+      return {"Cnfg Online", true};
+    case 6:
+      return {"Cnfg Offline", false};
+    case 12:
+      return {"Soft Offline", false};
+    case 140:
+      return {"Cnfg Bypass", false};
+    default:
+      return {kUnknown, false};
   }
 }
 

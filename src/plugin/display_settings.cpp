@@ -24,9 +24,12 @@ std::int16_t StoredDebugMode(const registry::CRegistry& registry, const std::str
 
 std::string TemperatureUnit(int units) {
   switch (units) {
-    case 0: return "\u00BAC";
-    case 1: return "\u00BAF";
-    default: return "\u00BAX";
+    case 0:
+      return "\u00BAC";
+    case 1:
+      return "\u00BAF";
+    default:
+      return "\u00BAX";
   }
 }
 

@@ -16,8 +16,8 @@ void StoreDisplayUnits(registry::CRegistry& registry, const std::string& plug_in
 /// 1 where the stored number rounds to 1, else 0.
 std::int16_t StoredDebugMode(const registry::CRegistry& registry, const std::string& plug_in_key);
 
-/// The unit shown beside temperatures. It begins with the masculine ordinal indicator (U+00BA) in place of the degree
-/// sign, deliberately.
+/// The unit shown beside temperatures. It begins with the masculine ordinal indicator (U+00BA) in place of
+/// the degree sign, deliberately.
 std::string TemperatureUnit(int units);
 
 }  // namespace plugin

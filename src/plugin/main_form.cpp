@@ -41,16 +41,19 @@ fMain::fMain(const Surroundings& surroundings)
 
 ui::Box fMain::MakeLayout() {
   using ui::Box;
-  Box heading = Box::Column({Box::Leaf(lblDeviceTemplate).StretchWidth(),
-                             Box::Row({Box::Leaf(screen.lbModel).StretchWidth(), Box::Leaf(screen.lbHvacType).StretchWidth()})
-                                 .StretchWidth()})
-                    .StretchWidth();
+  Box heading =
+      Box::Column(
+          {Box::Leaf(lblDeviceTemplate).StretchWidth(),
+           Box::Row({Box::Leaf(screen.lbModel).StretchWidth(), Box::Leaf(screen.lbHvacType).StretchWidth()})
+               .StretchWidth()})
+          .StretchWidth();
   Box units = Box::Framed(frmUnits, Box::Row({Box::Leaf(obUnits[0]), Box::Leaf(obUnits[1])}));
   Box buttons = Box::Row({std::move(units), Box::Leaf(txtDebug), Box::Leaf(cmdDebug), Box{}.StretchWidth(),
-                          Box::Leaf(cmdApply), Box::Leaf(cmdCancel), Box::Leaf(cmdRefresh), Box::Leaf(cmdExit),
-                          Box::Leaf(cmdViewLog), Box::Leaf(cmdHelp)})
+                          Box::Leaf(cmdApply), Box::Leaf(cmdCancel), Box::Leaf(cmdRefresh),
+                          Box::Leaf(cmdExit), Box::Leaf(cmdViewLog), Box::Leaf(cmdHelp)})
                     .StretchWidth();
-  return Box::Column({std::move(heading), screen.Layout(), std::move(buttons), Box::Leaf(StatusBar).StretchWidth()})
+  return Box::Column(
+             {std::move(heading), screen.Layout(), std::move(buttons), Box::Leaf(StatusBar).StretchWidth()})
       .Stretch();
 }
 
@@ -82,7 +85,9 @@ void fMain::GetDisplayUnits() {
   for (const auto& label : screen.txtTempUnits()) label->SetText(TemperatureUnit(session.DisplayUnits));
 }
 
-void fMain::GetDebug() { with_.session.DebugMode = StoredDebugMode(with_.registry, with_.identity.PlugInKey()); }
+void fMain::GetDebug() {
+  with_.session.DebugMode = StoredDebugMode(with_.registry, with_.identity.PlugInKey());
+}
 
 void fMain::OnActivate() {
   if (Tag() != kRefuseToStart) return;
@@ -101,10 +106,11 @@ void fMain::ConfirmExit() {
   if (with_.session.Busy()) return;
   if (with_.session.InstanceCount == 0) return EndPlugIn();
   const ui::Answer answer =
-      desktop().ShowMessage({"Are you sure that you want to exit?", with_.identity.PlugInName, ui::Icon::Question,
-                             ui::Buttons::YesNo, /*second_is_default=*/true});
+      desktop().ShowMessage({"Are you sure that you want to exit?", with_.identity.PlugInName,
+                             ui::Icon::Question, ui::Buttons::YesNo, /*second_is_default=*/true});
   if (answer != ui::Answer::Yes) return;
-  Attempt([this] { StoreDisplayUnits(with_.registry, with_.identity.PlugInKey(), with_.session.DisplayUnits); });
+  Attempt(
+      [this] { StoreDisplayUnits(with_.registry, with_.identity.PlugInKey(), with_.session.DisplayUnits); });
   EndPlugIn();
 }
 

@@ -32,8 +32,8 @@ struct Surroundings {
   std::function<platform::LateBoundPtr()> make_object_server;
 };
 
-/// The plug-in's configuration window. It is loaded hidden with the first automation object, prepares the screen for
-/// the device of a configure command, and owns the ending of the whole plug-in.
+/// The plug-in's configuration window. It is loaded hidden with the first automation object, prepares the
+/// screen for the device of a configure command, and owns the ending of the whole plug-in.
 class fMain : public ui::Form {
  public:
   explicit fMain(const Surroundings& surroundings);
@@ -45,11 +45,12 @@ class fMain : public ui::Form {
 
   /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it.
   void EndPlugIn();
-  /// Ends the plug-in when no automation object is left and the window is hidden; while an operation runs, at its end.
+  /// Ends the plug-in when no automation object is left and the window is hidden; while an operation runs, at
+  /// its end.
   void EndIfUnused();
 
-  /// The process's object server. Made at load, and again whenever it is asked for and there is none; nothing where
-  /// none can be had.
+  /// The process's object server. Made at load, and again whenever it is asked for and there is none; nothing
+  /// where none can be had.
   lns::ObjectServer lcaOS();
 
   bool DeviceOnline() const { return device_online_; }

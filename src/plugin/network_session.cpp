@@ -25,8 +25,8 @@ bool SwitchRemoteFlag(Session& session, bool wanted) {
   return was_remote;
 }
 
-/// Opens the object server. True when the session is one over the Internet, which only an object server that was
-/// remote before this network was asked for can be: the order of these checks is deliberate.
+/// Opens the object server. True when the session is one over the Internet, which only an object server that
+/// was remote before this network was asked for can be: the order of these checks is deliberate.
 bool OpenServer(Session& session, const std::string& interface_name, bool was_remote) {
   const lns::ObjectServer& server = session.ObjectServer;
   if (server.IsOpen()) {

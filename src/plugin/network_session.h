@@ -6,12 +6,12 @@
 
 namespace plugin {
 
-/// Opens the object server and a network in the way that the network interface's name asks for: none is local,
-/// "Internet" (in these letters) is a lightweight client, any other name is a full client through that interface.
-/// Another network that is open is closed once the new one has been found.
+/// Opens the object server and a network in the way that the network interface's name asks for: none is
+/// local, "Internet" (in these letters) is a lightweight client, any other name is a full client through that
+/// interface. Another network that is open is closed once the new one has been found.
 ///
-/// Does nothing where that network is open already under exactly this name. Throws the platform's error; a network
-/// that was closed for the new one then counts as not open.
+/// Does nothing where that network is open already under exactly this name. Throws the platform's error; a
+/// network that was closed for the new one then counts as not open.
 void OpenNetwork(Session& session, const std::string& network_name, const std::string& interface_name);
 
 /// Closes system and network, whatever they say, and forgets them.

@@ -52,7 +52,8 @@ lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::strin
   if (components.size() != wanted || !network || !system) return {};
   const lns::AppDevice device = FindDevice(components, network, system);
   if (!is_object || !device) return device;
-  return Find(device.Interface().LonMarkObjects(), WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
+  return Find(device.Interface().LonMarkObjects(),
+              WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
 }
 
 }  // namespace plugin

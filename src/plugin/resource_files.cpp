@@ -35,18 +35,25 @@ ResourceFiles::ResourceFiles(const registry::CRegistry& registry, const platform
 }
 
 bool ResourceFiles::Present() const {
-  return !folder_.empty() && HoldsFileWithExtension(folder_, ".typ") && HoldsFileWithExtension(folder_, ".fmt");
+  return !folder_.empty() && HoldsFileWithExtension(folder_, ".typ") &&
+         HoldsFileWithExtension(folder_, ".fmt");
 }
 
 std::int32_t ResourceFiles::Scope() const {
-  // Digits of a program ID: format, 5 of the maker, 4 of the class, 2 of the usage, 2 of the channel, 2 of the model.
+  // Digits of a program ID: format, 5 of the maker, 4 of the class, 2 of the usage, 2 of the channel, 2 of
+  // the model.
   switch (program_id_prefix_.size()) {
-    case 6: return 3;
-    case 10: return 4;
+    case 6:
+      return 3;
+    case 10:
+      return 4;
     case 12:
-    case 14: return 5;
-    case 16: return 6;
-    default: return 0;
+    case 14:
+      return 5;
+    case 16:
+      return 6;
+    default:
+      return 0;
   }
 }
 

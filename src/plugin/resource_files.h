@@ -9,11 +9,11 @@
 
 namespace plugin {
 
-/// The device's resource files on this computer: type and format files in a folder of their own below the LonWorks
-/// folder, written for the program IDs that begin with the maker's prefix.
+/// The device's resource files on this computer: type and format files in a folder of their own below the
+/// LonWorks folder, written for the program IDs that begin with the maker's prefix.
 ///
-/// What makes them "registered" to the platform stands in a catalogue whose format is not public; the files in their
-/// folder are what can be seen, so a folder with at least one type file and one format file counts.
+/// What makes them "registered" to the platform stands in a catalogue whose format is not public; the files
+/// in their folder are what can be seen, so a folder with at least one type file and one format file counts.
 class ResourceFiles {
  public:
   ResourceFiles() = default;
@@ -22,8 +22,8 @@ class ResourceFiles {
   /// The files are there. False also where the LonWorks folder is unknown or cannot be read.
   bool Present() const;
 
-  /// The scope of the files, from the length of the program-ID prefix: 3 one maker, 4 one class of its devices, 5 one
-  /// subclass, 6 one model; 0, the standard's own, for anything else.
+  /// The scope of the files, from the length of the program-ID prefix: 3 one maker, 4 one class of its
+  /// devices, 5 one subclass, 6 one model; 0, the standard's own, for anything else.
   std::int32_t Scope() const;
 
   const std::string& folder() const { return folder_; }
@@ -33,9 +33,9 @@ class ResourceFiles {
   std::string program_id_prefix_;
 };
 
-/// Sets every LonMark object of the device to the resource files that define it, so that the platform formats their
-/// members: objects that have another mode get the files' scope. This is a setting of the network's database; nothing
-/// is sent to the device, whose blocks go on running or stay disabled as they are.
+/// Sets every LonMark object of the device to the resource files that define it, so that the platform formats
+/// their members: objects that have another mode get the files' scope. This is a setting of the network's
+/// database; nothing is sent to the device, whose blocks go on running or stay disabled as they are.
 void SetLonMarkObjectModes(const lns::Interface& interface, const ResourceFiles& files);
 
 }  // namespace plugin

@@ -8,8 +8,8 @@
 
 namespace plugin {
 
-/// The process's state that all automation objects and the main window share. One copy, used from the user-interface
-/// thread.
+/// The process's state that all automation objects and the main window share. One copy, used from the
+/// user-interface thread.
 struct Session {
   std::int16_t InstanceCount = 0;
   lns::ObjectServer ObjectServer;
@@ -22,7 +22,8 @@ struct Session {
   std::string CurrentObjectPath;
   std::string DevelopmentProgramIdValue;
   plugin::SupportedCommands SupportedCommands;
-  /// The object server's remote flag at the last registration of commands; false where this process made none.
+  /// The object server's remote flag at the last registration of commands; false where this process made
+  /// none.
   bool RegistrationRemote = false;
 
   /// 0 SI (Celsius), 1 US (Fahrenheit).
@@ -34,8 +35,8 @@ struct Session {
   bool Busy() const { return RunningOperations > 0; }
 };
 
-/// Marks the session busy with one long operation at a time; the message loop runs inside it, so that calls and clicks
-/// come in that must not start another one.
+/// Marks the session busy with one long operation at a time; the message loop runs inside it, so that calls
+/// and clicks come in that must not start another one.
 class Operation {
  public:
   explicit Operation(Session& session) : session_(session) { ++session_.RunningOperations; }

@@ -6,7 +6,8 @@ namespace plugin {
 
 SupportedCommands MakeSupportedCommands(const platform::Program& program) {
   using namespace startup;
-  const auto row = [&program](std::int32_t type, int name, int description, int program_id, int template_name) {
+  const auto row = [&program](std::int32_t type, int name, int description, int program_id,
+                              int template_name) {
     SupportedCommand command;
     command.CommandId = kConfigureCommand;
     command.ObjectType = type;
@@ -17,10 +18,12 @@ SupportedCommands MakeSupportedCommands(const platform::Program& program) {
     return command;
   };
   const auto object_row = [&row](int program_id, int template_name) {
-    return row(kLonMarkObjectType, kObjectCommandNameText, kObjectCommandDescriptionText, program_id, template_name);
+    return row(kLonMarkObjectType, kObjectCommandNameText, kObjectCommandDescriptionText, program_id,
+               template_name);
   };
   const auto device_row = [&row](int program_id, int template_name) {
-    return row(kAppDeviceType, kDeviceCommandNameText, kDeviceCommandDescriptionText, program_id, template_name);
+    return row(kAppDeviceType, kDeviceCommandNameText, kDeviceCommandDescriptionText, program_id,
+               template_name);
   };
   return {object_row(kFirstProgramIdText, kFirstTemplateNameText),
           device_row(kFirstProgramIdText, kFirstTemplateNameText),

@@ -11,7 +11,8 @@ using enum platform::Registry::Hive;
 
 constexpr std::int32_t kWriteFailed = static_cast<std::int32_t>(0x80040201u);
 
-std::string Read(Registry& registry, Registry::Hive hive, const std::string& path, const std::string& value_name) {
+std::string Read(Registry& registry, Registry::Hive hive, const std::string& path,
+                 const std::string& value_name) {
   const auto key = registry.Open(hive, path, Registry::Access::Read);
   if (!key) return {};
   const std::string text = key->ReadText(value_name).value_or("");
@@ -22,12 +23,14 @@ void Write(Registry& registry, Registry::Hive hive, const std::string& path, con
            const std::string& value) {
   const auto key = registry.Create(hive, path);
   if (!key || !key->WriteText(value_name, value))
-    throw platform::Error(kWriteFailed, "CRegistry", "The registry value '" + path + "\\" + value_name + "' could not be written.");
+    throw platform::Error(kWriteFailed, "CRegistry",
+                          "The registry value '" + path + "\\" + value_name + "' could not be written.");
 }
 
 std::string CutAtNul(const std::string& name) { return name.substr(0, name.find('\0')); }
 
-/// Always takes the subkey at index 0, since each deletion moves the others up; one that cannot be deleted ends it.
+/// Always takes the subkey at index 0, since each deletion moves the others up; one that cannot be deleted
+/// ends it.
 bool EmptyKey(Registry& registry, const std::string& path) {
   for (;;) {
     const auto key = registry.Open(LocalMachine, path, Registry::Access::Full);
@@ -61,7 +64,8 @@ std::string CRegistry::AppSetting(const std::string& section, const std::string&
   return Read(registry_, CurrentUser, AppKeyPath(section), value_name);
 }
 
-void CRegistry::SetAppSetting(const std::string& section, const std::string& value_name, const std::string& value) {
+void CRegistry::SetAppSetting(const std::string& section, const std::string& value_name,
+                              const std::string& value) {
   Write(registry_, CurrentUser, AppKeyPath(section), value_name, value);
 }
 
@@ -69,7 +73,8 @@ std::string CRegistry::MachineSetting(const std::string& path, const std::string
   return Read(registry_, LocalMachine, path, value_name);
 }
 
-void CRegistry::SetMachineSetting(const std::string& path, const std::string& value_name, const std::string& value) {
+void CRegistry::SetMachineSetting(const std::string& path, const std::string& value_name,
+                                  const std::string& value) {
   Write(registry_, LocalMachine, path, value_name, value);
 }
 

@@ -8,11 +8,12 @@
 
 namespace registry {
 
-/// All registry work of the program: machine settings by full key path below HKEY_LOCAL_MACHINE, application settings
-/// of the user below the plug-in's own key, deletion of a machine key with all below it, and the names of subkeys.
+/// All registry work of the program: machine settings by full key path below HKEY_LOCAL_MACHINE, application
+/// settings of the user below the plug-in's own key, deletion of a machine key with all below it, and the
+/// names of subkeys.
 ///
-/// Key paths carry no hive and no leading backslash. Reads never fail, they give empty text. Text read is cut at its
-/// first NUL. Only string values are read; other types read as empty.
+/// Key paths carry no hive and no leading backslash. Reads never fail, they give empty text. Text read is cut
+/// at its first NUL. Only string values are read; other types read as empty.
 class CRegistry {
  public:
   CRegistry(platform::Registry& registry, std::string plug_in_name)

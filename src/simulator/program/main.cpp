@@ -32,7 +32,8 @@ constexpr const char* kProgId = "LnsSimulator.LcaObjectServer";
 constexpr const char* kObjectServerKey = "SOFTWARE\\LonWorks\\LCA";
 constexpr const char* kObjectServerValue = "Object Server";
 
-/// How long a simulator that COM started stays after its last client, so that faults set by one program meet the next.
+/// How long a simulator that COM started stays after its last client, so that faults set by one program meet
+/// the next.
 constexpr std::chrono::seconds kLinger{5};
 
 windows::com::ServerRegistration RegistrationFor(const Options& options) {
@@ -68,7 +69,8 @@ int Serve(const Options& options, bool by_com) {
   if (options.network_file.empty())
     throw std::invalid_argument("no network file is given: LnsSimulator.exe /network <file>");
   const auto simulation = simulator::Simulation::FromFile(
-      windows::ToWide(options.network_file), [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
+      windows::ToWide(options.network_file),
+      [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
   const windows::com::Apartment apartment;
   windows::com::ServedClass served{kClassId, [&simulation] { return simulation->CreateObjectServer(); }};
   served.open = [](const std::shared_ptr<automation::Published>& object) {
@@ -90,10 +92,16 @@ int Serve(const Options& options, bool by_com) {
 int Run(const std::string& arguments) {
   const Options options = simulator::program::ParseOptions(arguments);
   switch (windows::com::ServerStartOf(arguments)) {
-    case windows::com::ServerStart::Register: Register(options); return 0;
-    case windows::com::ServerStart::Unregister: Unregister(options); return 0;
-    case windows::com::ServerStart::ByCom: return Serve(options, true);
-    case windows::com::ServerStart::ByHand: return Serve(options, false);
+    case windows::com::ServerStart::Register:
+      Register(options);
+      return 0;
+    case windows::com::ServerStart::Unregister:
+      Unregister(options);
+      return 0;
+    case windows::com::ServerStart::ByCom:
+      return Serve(options, true);
+    case windows::com::ServerStart::ByHand:
+      return Serve(options, false);
   }
   return 0;
 }
@@ -102,7 +110,8 @@ int Run(const std::string& arguments) {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   // A windowless program tells its errors to the console that started it, where there is one.
-  if (GetStdHandle(STD_ERROR_HANDLE) == nullptr && AttachConsole(ATTACH_PARENT_PROCESS)) freopen("CONOUT$", "w", stderr);
+  if (GetStdHandle(STD_ERROR_HANDLE) == nullptr && AttachConsole(ATTACH_PARENT_PROCESS))
+    freopen("CONOUT$", "w", stderr);
   try {
     return Run(windows::CommandLineArguments());
   } catch (const std::exception& failure) {

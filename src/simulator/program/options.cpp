@@ -50,7 +50,9 @@ Options ParseOptions(std::string_view arguments) {
     } else if (name == "makedefault") {
       options.make_default = true;
     } else if (!IsServerSwitch(name)) {
-      throw std::invalid_argument("'" + words[i] + "' is not understood; use /network <file>, /makedefault, /regserver, /unregserver");
+      throw std::invalid_argument(
+          "'" + words[i] +
+          "' is not understood; use /network <file>, /makedefault, /regserver, /unregserver");
     }
   }
   return options;

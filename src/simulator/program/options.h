@@ -13,8 +13,9 @@ struct Options {
   bool make_default = false;
 };
 
-/// Reads "/network <file>" and "/makedefault"; switches begin with "-" or "/", in any letter case, and a file with
-/// blanks stands in double quotes. Throws std::invalid_argument for a switch without its file and for anything unknown.
+/// Reads "/network <file>" and "/makedefault"; switches begin with "-" or "/", in any letter case, and a file
+/// with blanks stands in double quotes. Throws std::invalid_argument for a switch without its file and for
+/// anything unknown.
 Options ParseOptions(std::string_view arguments);
 
 }  // namespace simulator::program

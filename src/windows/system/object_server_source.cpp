@@ -12,7 +12,8 @@ constexpr const char* kPlatformProgId = "LcaObjectServer.LcaObjectServer";
 }  // namespace
 
 std::string ObjectServerProgId(platform::Registry& registry) {
-  const std::string named = registry::CRegistry(registry, "").MachineSetting("SOFTWARE\\LonWorks\\LCA", "Object Server");
+  const std::string named =
+      registry::CRegistry(registry, "").MachineSetting("SOFTWARE\\LonWorks\\LCA", "Object Server");
   return named.empty() ? kPlatformProgId : named;
 }
 

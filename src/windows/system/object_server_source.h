@@ -7,8 +7,8 @@
 
 namespace windows {
 
-/// The ProgID of the object server: the text of the machine value "Object Server" under "SOFTWARE\LonWorks\LCA", where
-/// a simulated object server may name itself, else the platform's own.
+/// The ProgID of the object server: the text of the machine value "Object Server" under
+/// "SOFTWARE\LonWorks\LCA", where a simulated object server may name itself, else the platform's own.
 std::string ObjectServerProgId(platform::Registry& registry);
 
 /// Makes the object server of this process. Throws where it is not installed or does not start.

@@ -27,7 +27,8 @@ std::wstring ModulePath() {
 std::string WindowsProgram::StringResource(int number) const {
   // With no buffer the call gives a pointer to the text in the executable itself, whatever its length.
   const wchar_t* text = nullptr;
-  const int length = LoadStringW(GetModuleHandleW(nullptr), static_cast<UINT>(number), reinterpret_cast<wchar_t*>(&text), 0);
+  const int length =
+      LoadStringW(GetModuleHandleW(nullptr), static_cast<UINT>(number), reinterpret_cast<wchar_t*>(&text), 0);
   return length > 0 ? ToUtf8(std::wstring_view(text, static_cast<std::size_t>(length))) : std::string();
 }
 
@@ -58,13 +59,15 @@ std::string WindowsProgram::ExecutableName() const {
 
 std::string WindowsProgram::TimeOfDay() const {
   std::array<wchar_t, 80> text{};
-  const int length = GetTimeFormatW(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, text.data(), static_cast<int>(text.size()));
+  const int length =
+      GetTimeFormatW(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, text.data(), static_cast<int>(text.size()));
   return length > 0 ? ToUtf8(text.data()) : std::string();
 }
 
 char LocaleDecimalSeparator() {
   std::array<wchar_t, 8> text{};
-  const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text.data(), static_cast<int>(text.size()));
+  const int length =
+      GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text.data(), static_cast<int>(text.size()));
   return length == 2 && text[0] < 0x80 ? static_cast<char>(text[0]) : '.';
 }
 

@@ -17,15 +17,18 @@ constexpr DWORD kNameBuffer = 260;
 std::string ToAnsi(const std::string& utf8) {
   const std::wstring wide = ToWide(utf8);
   const int length = static_cast<int>(wide.size());
-  std::string ansi(static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr)),
+  std::string ansi(static_cast<std::size_t>(
+                       WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr)),
                    '\0');
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, ansi.data(), static_cast<int>(ansi.size()), nullptr, nullptr);
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, ansi.data(), static_cast<int>(ansi.size()), nullptr,
+                      nullptr);
   return ansi;
 }
 
 std::string FromAnsi(const std::string& ansi) {
   const int length = static_cast<int>(ansi.size());
-  std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, nullptr, 0)), L'\0');
+  std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, nullptr, 0)),
+                    L'\0');
   MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, wide.data(), static_cast<int>(wide.size()));
   return ToUtf8(wide);
 }
@@ -49,10 +52,12 @@ class OpenKey : public platform::RegistryKey {
     const std::string name = ToAnsi(value_name);
     DWORD type = 0;
     DWORD size = 0;
-    if (RegQueryValueExA(key_, name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS || type != REG_SZ)
+    if (RegQueryValueExA(key_, name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
+        type != REG_SZ)
       return std::nullopt;
     std::string data(size, '\0');
-    if (RegQueryValueExA(key_, name.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size) != ERROR_SUCCESS)
+    if (RegQueryValueExA(key_, name.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size) !=
+        ERROR_SUCCESS)
       return std::nullopt;
     data.resize(size);
     return FromAnsi(data);
@@ -60,9 +65,11 @@ class OpenKey : public platform::RegistryKey {
 
   bool WriteText(const std::string& value_name, const std::string& text) override {
     const std::string data = ToAnsi(text);
-    // The ANSI call adds a NUL of its own where it finds one right behind the data; a byte that is none prevents it.
+    // The ANSI call adds a NUL of its own where it finds one right behind the data; a byte that is none
+    // prevents it.
     const std::string guarded = data + '.';
-    return RegSetValueExA(key_, ToAnsi(value_name).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(guarded.data()),
+    return RegSetValueExA(key_, ToAnsi(value_name).c_str(), 0, REG_SZ,
+                          reinterpret_cast<const BYTE*>(guarded.data()),
                           static_cast<DWORD>(data.size())) == ERROR_SUCCESS;
   }
 
@@ -85,17 +92,19 @@ class OpenKey : public platform::RegistryKey {
 
 }  // namespace
 
-std::unique_ptr<platform::RegistryKey> WindowsRegistry::Open(Hive hive, const std::string& path, Access access) {
+std::unique_ptr<platform::RegistryKey> WindowsRegistry::Open(Hive hive, const std::string& path,
+                                                             Access access) {
   HKEY key = nullptr;
   const REGSAM rights = access == Access::Full ? KEY_ALL_ACCESS : KEY_READ;
-  if (RegOpenKeyExA(RootOf(hive), ToAnsi(path).c_str(), 0, rights | ViewOf(hive), &key) != ERROR_SUCCESS) return nullptr;
+  if (RegOpenKeyExA(RootOf(hive), ToAnsi(path).c_str(), 0, rights | ViewOf(hive), &key) != ERROR_SUCCESS)
+    return nullptr;
   return std::make_unique<OpenKey>(key, ViewOf(hive));
 }
 
 std::unique_ptr<platform::RegistryKey> WindowsRegistry::Create(Hive hive, const std::string& path) {
   HKEY key = nullptr;
-  if (RegCreateKeyExA(RootOf(hive), ToAnsi(path).c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE | ViewOf(hive), nullptr, &key,
-                      nullptr) != ERROR_SUCCESS)
+  if (RegCreateKeyExA(RootOf(hive), ToAnsi(path).c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE | ViewOf(hive),
+                      nullptr, &key, nullptr) != ERROR_SUCCESS)
     return nullptr;
   return std::make_unique<OpenKey>(key, ViewOf(hive));
 }

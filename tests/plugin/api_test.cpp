@@ -1,0 +1,201 @@
+#include "plugin/api.h"
+
+#include <gtest/gtest.h>
+
+#include "support/world.h"
+
+namespace {
+
+using platform::Error;
+using platform::Value;
+
+std::string TextOf(platform::LateBound& api, std::string_view property) {
+  return std::get<std::string>(World::Get(api, property));
+}
+std::int32_t NumberOf(platform::LateBound& api, std::string_view property) {
+  return std::get<std::int32_t>(World::Get(api, property));
+}
+
+/// The error that a step raises, as a director sees it.
+struct Raised {
+  std::int32_t number = 0;
+  std::string source;
+  std::string text;
+};
+template <class Step>
+Raised ErrorOf(Step step) {
+  try {
+    step();
+  } catch (const Error& error) {
+    return {error.number(), error.source(), error.description()};
+  }
+  return {};
+}
+
+TEST(Api, MembersKeepTheirNumbers) {
+  World world;
+  const auto api = world.CreateApi();
+  const char* kNames[] = {
+      "SendCommand", "Visible", "networkName", "NetworkInterfaceName", "Remote",           "Height",
+      "Width",       "left",    "Minimized",   "ManufacturerID",       "ManufacturerName", "LcaVersion",
+      "Version",     "top",     "Name",        "DevelopmentProgramId"};
+  for (int i = 0; i < 16; ++i) EXPECT_EQ(api->MemberNumber(kNames[i]), i + 1) << kNames[i];
+  EXPECT_EQ(api->MemberNumber("NETWORKNAME"), 3);
+  EXPECT_EQ(api->MemberNumber("Network"), std::nullopt);
+}
+
+TEST(Api, IdentityIsReadOnly) {
+  World world;
+  const auto api = world.CreateApi();
+  const std::pair<const char*, const char*> cases[] = {{"ManufacturerID", "211"},
+                                                       {"ManufacturerName", "Korvell Inc."},
+                                                       {"LcaVersion", "3.0"},
+                                                       {"Version", "1.2.3"},
+                                                       {"Name", "Korvell QM5R-FC PIR Configure"}};
+  for (const auto& [property, value] : cases) {
+    EXPECT_EQ(TextOf(*api, property), value);
+    const Raised raised = ErrorOf([&] { World::Put(*api, property, std::string("other")); });
+    EXPECT_EQ(raised.number, 20002) << property;
+    EXPECT_EQ(raised.source, "Korvell QM5R-FC PIR Configure");
+    EXPECT_EQ(raised.text, "Attempt to write to read-only property");
+    EXPECT_EQ(TextOf(*api, property), value);
+  }
+}
+
+TEST(Api, PlaceAndSizeAreReadBackAsWritten) {
+  for (const double twips_per_pixel : {15.0, 12.0, 10.0, 7.5}) {
+    World world;
+    world.desktop.twips_per_pixel = twips_per_pixel;
+    const auto api = world.CreateApi();
+    const std::pair<const char*, std::int32_t> places[] = {
+        {"left", -20}, {"top", 33}, {"Width", 901}, {"Height", 655}};
+    for (const auto& [property, pixels] : places) World::Put(*api, property, pixels);
+    for (const auto& [property, pixels] : places) EXPECT_EQ(NumberOf(*api, property), pixels) << property;
+  }
+}
+
+TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
+  World world;
+  const auto api = world.CreateApi();
+  Raised raised = ErrorOf([&] { World::Put(*api, "Minimized", true); });
+  EXPECT_EQ(raised.number, 20006);
+  EXPECT_EQ(raised.text,
+            "Can not modify the minimzed property when invisble. The property will be applied the next time "
+            "the plug-in "
+            "is made visible");
+  EXPECT_FALSE(world.main.Visible());
+  EXPECT_EQ(std::get<bool>(World::Get(*api, "Minimized")), true);
+  for (const char* property : {"left", "top", "Width", "Height"}) {
+    raised = ErrorOf([&] { World::Put(*api, property, 10); });
+    EXPECT_EQ(raised.number, 20006) << property;
+    EXPECT_EQ(raised.text, "Plug-in can't be moved or sized while minimized or maximized");
+  }
+  World::Put(*api, "Visible", true);
+  EXPECT_EQ(world.main.State(), ui::WindowState::Minimized);
+  EXPECT_EQ(ErrorOf([&] { World::Put(*api, "Minimized", false); }).number, 0);
+  EXPECT_EQ(world.main.State(), ui::WindowState::Normal);
+}
+
+TEST(Api, DevelopmentProgramIdHasSixteenCharacters) {
+  World world;
+  const auto api = world.CreateApi();
+  const std::pair<const char*, const char*> cases[] = {{"8000D3550004041D", "8000D3550004041D"},
+                                                       {"8000D3550004041", ""},
+                                                       {"8000D3550004041D0", ""},
+                                                       {"ÄÖÜÄÖÜÄÖÜÄÖÜÄÖÜÄ", "ÄÖÜÄÖÜÄÖÜÄÖÜÄÖÜÄ"}};
+  for (const auto& [written, kept] : cases) {
+    World::Put(*api, "DevelopmentProgramId", std::string(written));
+    EXPECT_EQ(TextOf(*api, "DevelopmentProgramId"), kept);
+  }
+}
+
+TEST(Api, RefusedCommands) {
+  struct Case {
+    std::int32_t command, type;
+    const char* path;
+    std::int32_t number;
+    const char* text;
+  };
+  const Case cases[] = {
+      {14, 7, kFirstThermostat, 20003, "Command not supported"},
+      {13, 3, kFirstThermostat, 20004, "Object type not supported for this command"},
+      {13, 7, "Demo Tower/Demo Tower.Floor 1/Nobody", 20005, "Object not found"},
+      {13, 28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/Nothing", 20005, "Object not found"},
+      {13, 7, "", 20005, "Object not found"},
+  };
+  World world;
+  const auto api = world.Configure(kFirstThermostat);
+  const std::string heading = world.main.lblDeviceTemplate.Text();
+  for (const Case& c : cases) {
+    const Raised raised = ErrorOf([&] { World::Send(*api, c.command, c.type, c.path); });
+    EXPECT_EQ(raised.number, c.number) << c.path;
+    EXPECT_EQ(raised.text, c.text);
+    EXPECT_EQ(raised.source, world.identity.PlugInName);
+    EXPECT_EQ(world.main.lblDeviceTemplate.Text(), heading) << "the present device stays";
+  }
+  EXPECT_EQ(world.desktop.windows, 1) << "no progress window is left open";
+}
+
+TEST(Api, LastReleaseEndsAHiddenPlugInOnly) {
+  World world;
+  auto first = world.CreateApi();
+  auto second = world.CreateApi();
+  first.reset();
+  EXPECT_FALSE(world.desktop.ended);
+  World::Put(*second, "Visible", true);
+  second.reset();
+  EXPECT_FALSE(world.desktop.ended) << "the window is shown";
+  world.main.CloseRequested(ui::CloseReason::User);
+  EXPECT_TRUE(world.desktop.ended);
+  EXPECT_TRUE(world.desktop.messages.empty()) << "nobody holds an object: no question";
+
+  World hidden;
+  hidden.CreateApi().reset();
+  EXPECT_TRUE(hidden.desktop.ended);
+  EXPECT_EQ(hidden.desktop.windows, 0);
+}
+
+TEST(Api, ExitAsksWhileObjectsAreHeld) {
+  World world;
+  const auto api = world.Configure(kFirstThermostat);
+  world.main.Show();
+  world.session.DisplayUnits = 1;
+  world.desktop.answers = {ui::Answer::No, ui::Answer::No, ui::Answer::Yes};
+  world.main.cmdExit.UserClicks();
+  EXPECT_FALSE(world.main.CloseRequested(ui::CloseReason::User));
+  EXPECT_FALSE(world.desktop.ended);
+  EXPECT_EQ(world.registry.MachineSetting(world.identity.PlugInKey(), "DisplayUnits"), "0");
+  world.main.cmdExit.UserClicks();
+  EXPECT_TRUE(world.desktop.ended);
+  EXPECT_EQ(world.registry.MachineSetting(world.identity.PlugInKey(), "DisplayUnits"), "1");
+  ASSERT_EQ(world.desktop.messages.size(), 3u);
+  const ui::Message& question = world.desktop.messages[0].message;
+  EXPECT_EQ(question.text, "Are you sure that you want to exit?");
+  EXPECT_EQ(question.caption, world.identity.PlugInName);
+  EXPECT_TRUE(question.second_is_default);
+  EXPECT_FALSE(world.session.NetworkOpen);
+  EXPECT_FALSE(world.simulation->Sessions().empty());
+  EXPECT_EQ(world.desktop.windows, 0);
+}
+
+TEST(Api, CallsDuringACommandAreRefusedAndHarmless) {
+  World world;
+  const auto api = world.Configure(kFirstThermostat);
+  int refused = 0;
+  world.desktop.on_yield = [&] {
+    for (const auto& call :
+         {std::function<void()>([&] { World::Send(*api, 13, 7, kFirstThermostat); }),
+          std::function<void()>([&] { World::Put(*api, "networkName", std::string("Demo Annex")); })})
+      refused += ErrorOf(call).number == static_cast<std::int32_t>(0x8001010Au);
+    world.main.cmdRefresh.UserClicks();
+    world.main.cmdExit.UserClicks();
+    world.main.CloseRequested(ui::CloseReason::User);
+  };
+  World::Send(*api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+  world.desktop.on_yield = nullptr;
+  EXPECT_GT(refused, 11);
+  EXPECT_FALSE(world.desktop.ended);
+  EXPECT_EQ(world.StatusPanel(2), "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+#include "plugin/object_path.h"
+
+#include <gtest/gtest.h>
+
+#include "support/world.h"
+
+namespace {
+
+TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
+  struct Case {
+    std::int32_t type;
+    const char* path;
+    const char* found;  // empty for nothing
+  };
+  const Case cases[] = {
+      {7, "Demo Tower/Demo Tower.Floor 1/Thermostat 101", "Thermostat 101"},
+      {7, "Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110", "Thermostat 110"},
+      {7, "LcaNetwork:Demo Tower/LcaSystem:Demo Tower.LcaSubsystem:Floor 1/LcaAppDevice:Thermostat 101",
+       "Thermostat 101"},
+      {7, "Demo Tower/Demo Tower.ALL/Thermostat 101", "Thermostat 101"},
+      {28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/Thermostat", "Thermostat"},
+      {28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/LcaLonMarkObject:Thermostat", "Thermostat"},
+      {7, "", ""},
+      {7, "/", ""},
+      {7, "//", ""},
+      {7, "Demo Tower", ""},
+      {7, "Demo Tower/Demo Tower/Thermostat 101", ""},
+      {7, "Demo Tower/Demo Tower./Thermostat 101", ""},
+      {7, "Demo Tower/Demo Tower.Floor 1", ""},
+      {7, "Demo Tower/Demo Tower.Floor 1/", ""},
+      {7, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/", ""},
+      {7, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/Thermostat", ""},
+      {28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101", ""},
+      {28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/", ""},
+      {28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/Thermostat/more", ""},
+      {7, "demo tower/Demo Tower.Floor 1/Thermostat 101", ""},
+      {7, "Demo Tower/Other.Floor 1/Thermostat 101", ""},
+      {7, "Demo Tower/Demo Tower.Floor 9/Thermostat 101", ""},
+      {7, "Demo Tower/Demo Tower.Floor 1/LcaRouter:Thermostat 101", ""},
+      {7, "Demo Annex/Demo Annex.Floor 1/Thermostat 101", ""},
+      {7, "Demo Tower\\Demo Tower.Floor 1\\Thermostat 101", ""},
+  };
+  World world;
+  const auto api = world.CreateApi();
+  World::Put(*api, "networkName", std::string("Demo Tower"));
+  for (const Case& c : cases) {
+    const lns::Object found = plugin::ResolveObject(
+        c.type, plugin::SplitObjectPath(c.path), world.session.CurrentNetwork, world.session.CurrentSystem);
+    EXPECT_EQ(found ? found.Name() : "", c.found) << c.path;
+  }
+  EXPECT_FALSE(plugin::ResolveObject(7, plugin::SplitObjectPath(kFirstThermostat), {}, {}))
+      << "no network is open";
+}
+
+}  // namespace

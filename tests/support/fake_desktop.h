@@ -1,0 +1,82 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/desktop.h"
+#include "ui/form.h"
+
+/// A screen without pixels: it answers message boxes from a script and keeps a journal of what was shown.
+class FakeDesktop : public ui::Desktop {
+ public:
+  struct Shown {
+    ui::Message message;
+    ui::Answer answer;
+  };
+
+  std::vector<Shown> messages;
+  std::deque<ui::Answer> answers;  // the next ones; when it is empty a box is closed with its first button
+  std::vector<ui::Pointer> pointers;
+  std::function<void()> on_yield;
+  std::function<void(const ui::Message&)> on_message;
+  int windows = 0;
+  int repaints = 0;
+  bool ended = false;
+  double twips_per_pixel = 15;
+  bool can_animate = true;
+
+  std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form&) override {
+    struct Window : ui::FormWindow {
+      explicit Window(int& count) : open(count) { ++open; }
+      ~Window() override { --open; }
+      void UpdateCaption() override {}
+      void UpdateBounds() override {}
+      void UpdateState() override {}
+      void Repaint() override {}
+      Size BestSize() const override { return {9000, 6000}; }
+      int& open;
+    };
+    return std::make_unique<Window>(windows);
+  }
+
+  std::unique_ptr<ui::AnimationWindow> MakeAnimation(ui::AnimationHost&, const ui::AnimationStyle&) override {
+    struct Animation : ui::AnimationWindow {
+      Opened OpenResource(const std::string& module_path, std::int32_t resource) override {
+        if (module_path.find("missing") != std::string::npos) return Opened::ModuleMissing;
+        return resource == 201 ? Opened::Yes : Opened::ClipMissing;
+      }
+      Opened OpenFile(const std::string&) override { return Opened::ClipMissing; }
+      void Show() override {}
+      void Play() override {}
+      void Close() override {}
+      std::int32_t Width() const override { return 64; }
+      std::int32_t Height() const override { return 48; }
+    };
+    if (!can_animate) return nullptr;
+    return std::make_unique<Animation>();
+  }
+
+  ui::Answer ShowMessage(const ui::Message& message) override {
+    if (on_message) on_message(message);
+    ui::Answer answer = message.buttons == ui::Buttons::YesNo ? ui::Answer::Yes : ui::Answer::Ok;
+    if (!answers.empty()) {
+      answer = answers.front();
+      answers.pop_front();
+    }
+    messages.push_back({message, answer});
+    return answer;
+  }
+
+  void Yield() override {
+    if (on_yield) on_yield();
+  }
+  void SetPointer(ui::Pointer pointer) override { pointers.push_back(pointer); }
+  void RepaintActiveWindow() override { ++repaints; }
+  double TwipsPerPixelX() const override { return twips_per_pixel; }
+  double TwipsPerPixelY() const override { return twips_per_pixel; }
+  Area WorkArea() const override { return {0, 0, 1280 * 15, 1024 * 15}; }
+  void EndProgram() override { ended = true; }
+};

@@ -1,0 +1,76 @@
+#include "support/fake_machine.h"
+
+namespace {
+
+bool HasSubkeys(const std::map<std::string, FakeRegistry::Key>& keys, const std::string& path) {
+  const auto next = keys.lower_bound(path + "\\");
+  return next != keys.end() && next->first.starts_with(path + "\\");
+}
+
+class FakeKey : public platform::RegistryKey {
+ public:
+  FakeKey(FakeRegistry& registry, platform::Registry::Hive hive,
+          std::map<std::string, FakeRegistry::Key>& keys, std::string path)
+      : registry_(registry), hive_(hive), keys_(keys), path_(std::move(path)) {}
+
+  std::optional<std::string> ReadText(const std::string& name) const override {
+    const auto& texts = keys_.at(path_).texts;
+    const auto found = texts.find(name);
+    return found == texts.end() ? std::nullopt : std::optional(found->second);
+  }
+  bool WriteText(const std::string& name, const std::string& text) override {
+    if (registry_.refuse_writes) return false;
+    keys_.at(path_).texts[name] = text;
+    return true;
+  }
+  std::optional<std::string> Subkey(std::uint32_t index) const override {
+    for (const auto& [path, key] : keys_) {
+      const bool below =
+          path.starts_with(path_ + "\\") && path.find('\\', path_.size() + 1) == std::string::npos;
+      if (below && index-- == 0) return path.substr(path_.size() + 1);
+    }
+    return std::nullopt;
+  }
+  bool DeleteSubkey(const std::string& name) override { return registry_.Delete(hive_, path_ + "\\" + name); }
+
+ private:
+  FakeRegistry& registry_;
+  platform::Registry::Hive hive_;
+  std::map<std::string, FakeRegistry::Key>& keys_;
+  std::string path_;
+};
+
+}  // namespace
+
+std::unique_ptr<platform::RegistryKey> FakeRegistry::Open(Hive hive, const std::string& path, Access) {
+  if (!Of(hive).contains(path)) return nullptr;
+  return std::make_unique<FakeKey>(*this, hive, Of(hive), path);
+}
+
+std::unique_ptr<platform::RegistryKey> FakeRegistry::Create(Hive hive, const std::string& path) {
+  if (refuse_writes) return nullptr;
+  for (std::size_t end = path.find('\\');; end = path.find('\\', end + 1)) {
+    Of(hive)[path.substr(0, end)];
+    if (end == std::string::npos) break;
+  }
+  return std::make_unique<FakeKey>(*this, hive, Of(hive), path);
+}
+
+bool FakeRegistry::Delete(Hive hive, const std::string& path) {
+  if (path == undeletable || HasSubkeys(Of(hive), path)) return false;
+  return Of(hive).erase(path) == 1;
+}
+
+std::string FakeProgram::StringResource(int number) const {
+  if (const auto changed = changed_strings.find(number); changed != changed_strings.end())
+    return changed->second;
+  switch (number) {
+#define STRING(resource, text) \
+  case resource:               \
+    return text;
+#include "startup/string_table.inc"
+#undef STRING
+    default:
+      return {};
+  }
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/program.h"
+#include "platform/registry.h"
+
+/// A registry in memory. Paths are compared as they stand.
+class FakeRegistry : public platform::Registry {
+ public:
+  struct Key {
+    std::map<std::string, std::string> texts;
+    std::map<std::string, int> numbers;  // values of another type
+  };
+  std::map<std::string, Key> machine;  // by full path; a key exists with all its parents
+  std::map<std::string, Key> user;
+  bool refuse_writes = false;
+  std::string undeletable;
+
+  std::unique_ptr<platform::RegistryKey> Open(Hive hive, const std::string& path, Access) override;
+  std::unique_ptr<platform::RegistryKey> Create(Hive hive, const std::string& path) override;
+  bool Delete(Hive hive, const std::string& path) override;
+
+ private:
+  std::map<std::string, Key>& Of(Hive hive) { return hive == Hive::LocalMachine ? machine : user; }
+};
+
+/// The executable with its real string table.
+class FakeProgram : public platform::Program {
+ public:
+  std::map<int, std::string> changed_strings;
+  std::string StringResource(int number) const override;
+  Version FileVersion() const override { return {1, 2, 3}; }
+  std::string Directory() const override { return "C:\\Plug-in"; }
+  std::string ExecutableName() const override { return "QM5RFcPirConfigure"; }
+  std::string TimeOfDay() const override { return "12:34:56"; }
+};
