@@ -109,6 +109,11 @@ std::span<const MemberRow<SimulatorControl>> SimulatorControl::Members() {
        [](Self& self, Arguments) { return self.DoFile(&Simulation::Reload); }},
       {15, "Save", nullptr, nullptr, [](Self& self, Arguments) { return self.DoFile(&Simulation::Save); }},
       {16, "SaveError", [](Self& self, Arguments) -> Value { return self.simulation_->SaveError(); }},
+      {17, "Stop", nullptr, nullptr,
+       [](Self& self, Arguments) -> Value {
+         if (self.simulation_->on_stop) self.simulation_->on_stop();
+         return {};
+       }},
   };
   return kRows;
 }

@@ -110,6 +110,8 @@ std::span<const MemberRow<System>> System::Members() {
        [](Self& self, Arguments) -> Value { return self.Begin(0), Value(); }},
       ClassRow<3>(15),
       ParentRow(16),
+      {17, "DsPause", [](Self& self, Arguments) -> Value { return self.data_server_paused_; },
+       [](Self& self, const Value& value) { self.data_server_paused_ = automation::ToBoolean(value); }},
   };
   return kRows;
 }
