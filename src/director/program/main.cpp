@@ -1,0 +1,116 @@
+// director.exe: a small command-line network tool.
+
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "director/command_line.h"
+#include "director/configure.h"
+#include "director/networks.h"
+#include "director/program/screen_reader.h"
+#include "director/simulator_knobs.h"
+#include "platform/error.h"
+#include "windows/com/dispatch_object.h"
+#include "windows/com/local_server.h"
+#include "windows/com/wide_text.h"
+#include "windows/system/object_server_source.h"
+#include "windows/system/registry.h"
+
+namespace {
+
+using director::Command;
+using director::Options;
+
+/// Exit codes for scripts: 0 done, 1 the command line is wrong, 2 something failed.
+constexpr int kFailed = 2;
+
+platform::LateBoundPtr ObjectServer() {
+  windows::WindowsRegistry registry;
+  return windows::MakeObjectServer(registry);
+}
+
+void WaitUntilClosed(platform::LateBound& plug_in) {
+  constexpr DWORD kPollMilliseconds = 250;
+  while (director::IsShown(plug_in)) Sleep(kPollMilliseconds);
+}
+
+int RunConfigure(const Options& options) {
+  const platform::LateBoundPtr plug_in = windows::com::CreateObject(options.plug_in);
+  director::Configure(*plug_in, options.configure);
+  if (options.wait) WaitUntilClosed(*plug_in);
+  return 0;
+}
+
+int RunLatency(const Options& options) {
+  director::SimulatorKnobs knobs(ObjectServer());
+  if (options.latency_milliseconds >= 0) knobs.SetLatency(options.latency_kind, options.latency_milliseconds);
+  std::cout << options.latency_kind << '\t' << knobs.Latency(options.latency_kind) << " ms\n";
+  return 0;
+}
+
+int RunJournal(const Options& options) {
+  director::SimulatorKnobs knobs(ObjectServer());
+  knobs.PrintJournal(std::cout);
+  if (options.clear) knobs.ClearJournal();
+  return 0;
+}
+
+int Run(const Options& options) {
+  const auto knobs = [] { return director::SimulatorKnobs(ObjectServer()); };
+  switch (options.command) {
+    case Command::Networks: return director::PrintNetworks(lns::ObjectServer(ObjectServer()), std::cout), 0;
+    case Command::Devices:
+      return director::PrintDevices(lns::ObjectServer(ObjectServer()), options.network, std::cout), 0;
+    case Command::Show: return director::PrintDevice(lns::ObjectServer(ObjectServer()), options.path, std::cout), 0;
+    case Command::Configure: return RunConfigure(options);
+    case Command::Screen: return director::PrintScreen(std::cout) ? 0 : kFailed;
+    case Command::FaultAdd: return knobs().AddFault(options.fault), 0;
+    case Command::FaultClear: return knobs().ClearFaults(), 0;
+    case Command::FaultVanish: return knobs().Vanish(options.device), 0;
+    case Command::FaultRestore: return knobs().Restore(options.device), 0;
+    case Command::Latency: return RunLatency(options);
+    case Command::Journal: return RunJournal(options);
+    case Command::Stop: return knobs().Stop(), 0;
+  }
+  return kFailed;
+}
+
+/// "object server error 18200 (LNS Simulator): ..." with the platform's code, or the plug-in's plain number.
+void PrintError(const platform::Error& error) {
+  const auto number = static_cast<std::uint32_t>(error.number());
+  std::cerr << "director: ";
+  if ((number & 0xFFFF0000u) == 0x80040000u)
+    std::cerr << "object server error " << (number & 0xFFFFu);
+  else if (number < 0x80000000u)
+    std::cerr << "error " << number;
+  else
+    std::cerr << "error 0x" << std::hex << number << std::dec;
+  std::cerr << " (" << error.source() << "): " << error.description() << '\n';
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** words) {
+  SetConsoleOutputCP(CP_UTF8);
+  std::vector<std::string> arguments;
+  for (int i = 1; i < count; ++i) arguments.push_back(windows::ToUtf8(words[i]));
+  const director::ParsedCommandLine parsed = director::ParseCommandLine(std::move(arguments));
+  if (!parsed.run) {
+    (parsed.exit_code == 0 ? std::cout : std::cerr) << parsed.message;
+    return parsed.exit_code;
+  }
+  try {
+    const windows::com::Apartment apartment;
+    return Run(parsed.options);
+  } catch (const platform::Error& error) {
+    PrintError(error);
+  } catch (const std::exception& failure) {
+    std::cerr << "director: " << failure.what() << '\n';
+  }
+  return kFailed;
+}

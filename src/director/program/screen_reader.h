@@ -1,0 +1,12 @@
+#pragma once
+
+#include <iosfwd>
+
+namespace director {
+
+/// Prints what the plug-in's windows show: every page of the main window with its frames, labels and fields, the status
+/// bar, and the rows of the log. Works on the windows from outside, as a screen reader does. False where the plug-in
+/// shows no window.
+bool PrintScreen(std::ostream& out);
+
+}  // namespace director

@@ -1,0 +1,38 @@
+#include <gtest/gtest.h>
+
+#include "registry_contract.h"
+#include "support/fake_machine.h"
+
+namespace {
+
+TEST(Registry, Contract) {
+  FakeRegistry fake;
+  RegistryContract(fake).Run();
+  EXPECT_TRUE(fake.user.contains("SOFTWARE\\LonWorks\\LCA\\Applets\\QM5R Contract\\Section"));
+}
+
+TEST(Registry, RefusedWritesRaise) {
+  FakeRegistry fake;
+  registry::CRegistry settings(fake, "name");
+  fake.refuse_writes = true;
+  for (const auto& write : {std::function<void()>([&] { settings.SetMachineSetting("SOFTWARE\\A", "v", "x"); }),
+                            std::function<void()>([&] { settings.SetAppSetting("s", "v", "x"); })}) {
+    try {
+      write();
+      ADD_FAILURE() << "a refused write passed";
+    } catch (const platform::Error& error) {
+      EXPECT_EQ(error.number(), static_cast<std::int32_t>(0x80040201u));
+    }
+  }
+}
+
+TEST(Registry, ASubkeyThatCannotBeDeletedEndsTheDeletion) {
+  FakeRegistry fake;
+  registry::CRegistry settings(fake, "name");
+  for (const char* key : {"SOFTWARE\\K\\A", "SOFTWARE\\K\\B\\C", "SOFTWARE\\K\\D"}) settings.SetMachineSetting(key, "", "x");
+  fake.undeletable = "SOFTWARE\\K\\B\\C";
+  EXPECT_FALSE(settings.DeleteMachineKey("SOFTWARE\\K"));
+  EXPECT_EQ(settings.MachineSetting("SOFTWARE\\K\\B\\C", ""), "x");
+}
+
+}  // namespace

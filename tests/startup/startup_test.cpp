@@ -1,0 +1,46 @@
+#include <gtest/gtest.h>
+
+#include "startup/command_line.h"
+#include "startup/identity.h"
+#include "support/fake_machine.h"
+
+namespace {
+
+using Role = startup::CommandLine::Role;
+
+TEST(CommandLine, IsComparedAsAWhole) {
+  struct Case {
+    const char* text;
+    Role role;
+    int mode;
+  };
+  const Case cases[] = {
+      {"/regplugin", Role::RegisterPlugIn, -1},
+      {"  /REGPLUGIN  ", Role::RegisterPlugIn, -1},
+      {"/deregplugin", Role::DeregisterPlugIn, 0},
+      {"/DeregPlugin /DeregMode:-1", Role::DeregisterPlugIn, -1},
+      {"/deregplugin /deregmode:0", Role::DeregisterPlugIn, 0},
+      {"/deregplugin /deregmode:1", Role::DeregisterPlugIn, 1},
+      {"", Role::RegistrationWindow, -1},
+      {"/deregplugin /deregmode:2", Role::RegistrationWindow, -1},
+      {"/deregplugin  /deregmode:0", Role::RegistrationWindow, -1},
+      {"/regplugin /x", Role::RegistrationWindow, -1},
+      {"\t/regplugin", Role::RegistrationWindow, -1},
+      {"-regplugin", Role::RegistrationWindow, -1},
+  };
+  for (const Case& c : cases) {
+    const startup::CommandLine line = startup::ParseCommandLine(c.text);
+    EXPECT_EQ(line.role, c.role) << c.text;
+    EXPECT_EQ(line.deregistration_mode, c.mode) << c.text;
+  }
+}
+
+TEST(Identity, ComesFromTheExecutable) {
+  const startup::Identity identity = startup::LoadIdentity(FakeProgram());
+  EXPECT_EQ(identity.PlugInProgID, "QM5RFcPirConfigure.LNSPlugInAPI");
+  EXPECT_EQ(identity.PlugInVersion, "1.2.3");
+  EXPECT_EQ(identity.PlugInDescription, "Configure the Korvell QM5R-FC PIR series LonTalk\u00AE thermostat");
+  EXPECT_EQ(identity.PlugInKey(), "SOFTWARE\\LonWorks\\LCA\\Plug-Ins\\Korvell QM5R-FC PIR Configure");
+}
+
+}  // namespace
