@@ -1,0 +1,121 @@
+#include "director/program/remote_window.h"
+
+#include <commctrl.h>
+
+#include <array>
+#include <cstring>
+
+#include "windows/com/wide_text.h"
+
+namespace director {
+namespace {
+
+constexpr std::size_t kTextLength = 1024;
+
+/// Memory of the process that owns a window, for messages whose parameters are addresses there.
+class RemoteMemory {
+ public:
+  RemoteMemory(HWND window, std::size_t size) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process);
+    if (process_) address_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+  }
+  ~RemoteMemory() {
+    if (address_) VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
+    if (process_) CloseHandle(process_);
+  }
+  RemoteMemory(const RemoteMemory&) = delete;
+  RemoteMemory& operator=(const RemoteMemory&) = delete;
+
+  void* At(std::size_t offset) const { return static_cast<char*>(address_) + offset; }
+  LPARAM Parameter() const { return reinterpret_cast<LPARAM>(address_); }
+  template <class T>
+  void Write(const T& value) const {
+    WriteProcessMemory(process_, address_, &value, sizeof value, nullptr);
+  }
+  std::string Text(std::size_t offset) const {
+    std::array<wchar_t, kTextLength> text{};
+    ReadProcessMemory(process_, At(offset), text.data(), sizeof text - sizeof(wchar_t), nullptr);
+    return windows::ToUtf8(text.data());
+  }
+
+ private:
+  HANDLE process_ = nullptr;
+  void* address_ = nullptr;
+};
+
+template <class Item>
+constexpr std::size_t kRemoteSize = sizeof(Item) + kTextLength * sizeof(wchar_t);
+
+std::string ListCell(HWND list, const RemoteMemory& memory, int row, int column) {
+  LVITEMW item{};
+  item.iSubItem = column;
+  item.pszText = static_cast<wchar_t*>(memory.At(sizeof item));
+  item.cchTextMax = kTextLength;
+  memory.Write(item);
+  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), memory.Parameter());
+  return memory.Text(sizeof item);
+}
+
+}  // namespace
+
+std::string TextOf(HWND window) {
+  std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+  return windows::ToUtf8(text);
+}
+
+std::wstring ClassOf(HWND window) {
+  std::array<wchar_t, 80> name{};
+  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+  return name.data();
+}
+
+std::vector<HWND> ChildrenOf(HWND window) {
+  std::vector<HWND> children;
+  for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) children.push_back(child);
+  return children;
+}
+
+std::vector<std::string> TabCaptions(HWND tab) {
+  const RemoteMemory memory(tab, kRemoteSize<TCITEMW>);
+  std::vector<std::string> captions;
+  const auto count = static_cast<int>(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0));
+  for (int i = 0; i < count; ++i) {
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = static_cast<wchar_t*>(memory.At(sizeof item));
+    item.cchTextMax = kTextLength;
+    memory.Write(item);
+    SendMessageW(tab, TCM_GETITEMW, static_cast<WPARAM>(i), memory.Parameter());
+    captions.push_back(memory.Text(sizeof item));
+  }
+  return captions;
+}
+
+std::vector<std::string> StatusTexts(HWND status_bar) {
+  const RemoteMemory memory(status_bar, kTextLength * sizeof(wchar_t));
+  std::vector<std::string> texts;
+  const auto count = static_cast<int>(SendMessageW(status_bar, SB_GETPARTS, 0, 0));
+  for (int i = 0; i < count; ++i) {
+    SendMessageW(status_bar, SB_GETTEXTW, static_cast<WPARAM>(i), memory.Parameter());
+    texts.push_back(memory.Text(0));
+  }
+  return texts;
+}
+
+std::vector<std::vector<std::string>> ListRows(HWND list) {
+  const RemoteMemory memory(list, kRemoteSize<LVITEMW>);
+  const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+  const auto columns = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+  const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+  std::vector<std::vector<std::string>> rows;
+  for (int row = 0; row < count; ++row) {
+    rows.emplace_back();
+    for (int column = 0; column < columns; ++column) rows.back().push_back(ListCell(list, memory, row, column));
+  }
+  return rows;
+}
+
+}  // namespace director

@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# The road of a configure command through the real programs: registered, driven by a script and by director.exe, seen on
+# the screen, and nothing left running.
+#
+#   road.sh <folder of the programs> in-wine|in-wine32
+set -u
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../../.." && pwd)
+programs=$1
+wine=$root/scripts/$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failed=0
+
+fail() { printf 'FAILED: %s\n' "$*"; failed=1; }
+expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):"; cat "$1"; }; }
+running() { "$wine" wine tasklist 2>/dev/null | grep -c QM5RFcPirConfigure; }
+expect_gone() {
+  for _ in $(seq 50); do
+    [ "$(running)" = 0 ] && return
+    sleep 0.2
+  done
+  fail "the plug-in is still running after: $1"
+  "$wine" wine taskkill /f /im QM5RFcPirConfigure.exe >/dev/null 2>&1
+}
+
+"$wine" wine cmd /c exit >/dev/null 2>&1
+[ $? = 77 ] && { echo "skipped: there is no 32-bit Wine"; exit 77; }
+
+cp "$root/demo/network.json" "$work/network.json"
+cp "$work/network.json" "$work/before.json"
+"$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
+
+"$wine" wine cscript //nologo "$here/director.vbs" >"$work/director.txt" 2>&1 || fail "director.vbs ended with $?"
+expect "$work/director.txt" "checks passed"
+grep FAILED "$work/director.txt" && failed=1
+expect_gone "director.vbs"
+
+"$wine" "$programs/director.exe" configure 'Demo Tower/Demo Tower.Floor 1/Thermostat 102' --left 20 --top 30 \
+  >"$work/configure.txt" 2>&1 || { fail "configure"; cat "$work/configure.txt"; }
+"$wine" "$programs/director.exe" screen >"$work/screen.txt" 2>&1 || fail "screen"
+for text in 'Korvell QM5R-FC PIR Configure [Korvell QM5R-FC PIR  (Thermostat 102)]' 'Cnfg Online' \
+  'Demo Tower/Demo Tower.Floor 1/Thermostat 102' 'Occupied	20.5' 'Reading nciSetPts' 'Reading nciSccModel (Raw)'; do
+  expect "$work/screen.txt" "$text"
+done
+"$wine" "$programs/director.exe" journal >"$work/journal.txt" 2>&1
+reads=$(grep -cE 'Thermostat 102/nci[A-Za-z]+ (SourceOptions=0|DsFormatType=|Value)' "$work/journal.txt")
+[ "$reads" = 33 ] || { fail "$reads operations on variables instead of 33"; cat "$work/journal.txt"; }
+"$wine" "$programs/director.exe" close || fail "close"
+expect_gone "closing the window"
+
+for refused in "Nowhere/System.Sub/Device" "Demo Tower/Demo Tower.Floor 1/Nobody" "Demo Tower"; do
+  "$wine" "$programs/director.exe" configure "$refused" --hidden >"$work/refused.txt" 2>&1
+  [ $? = 2 ] || fail "configure $refused did not fail"
+  expect "$work/refused.txt" "(Korvell QM5R-FC PIR Configure)"
+done
+expect_gone "refused commands"
+
+cmp -s "$work/network.json" "$work/before.json" || echo "note: the network file was saved (LonMark object modes)"
+"$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
+"$wine" wine reg query 'HKLM\Software\Classes\QM5RFcPirConfigure.LNSPlugInAPI' >/dev/null 2>&1 && fail "the class is still registered"
+"$wine" "$programs/LnsSimulator.exe" /unregserver || fail "unregserver of the simulator"
+[ $failed = 0 ] && echo "road: ok"
+exit $failed
