@@ -5,6 +5,7 @@
 #include "simulator/component_apps.h"
 #include "simulator/errors.h"
 #include "simulator/network_variable.h"
+#include "simulator/template_objects.h"
 
 namespace simulator {
 namespace {
@@ -21,7 +22,7 @@ std::string DevicePath(Session& session, const model::DeviceKey& key) {
   return model::PathOf(model::NetworkOf(session.installation(), key.network), key);
 }
 
-/// A collection of variables of a device: those that `listed` names, or all.
+/// The item of a collection of variables of the device.
 LateBoundPtr MakeVariable(Collection& self, const model::DeviceKey& key, const std::string& name) {
   const std::string device = DevicePath(self.session(), key);
   return self.Make<NetworkVariable>(Place{device + "/" + name, device, name}, key, name);
@@ -243,57 +244,6 @@ std::span<const MemberRow<LonMarkObject>> LonMarkObject::Members() {
       {7, "ComponentApps", [](Self& self, Arguments) { return self.Apps(); }},
       ClassRow<28>(8),
       ParentRow(9),
-  };
-  return kRows;
-}
-
-Value TemplateLibrary::Templates() {
-  const auto names = [](Collection& self) {
-    std::vector<std::string> result;
-    for (const auto& type : model::NetworkOf(self.installation(), self.network()).system.templates)
-      result.push_back(type.name);
-    return result;
-  };
-  return Make<Collection>(
-      PartPlace("DeviceTemplates"), 37, names, [names](Collection& self, std::size_t index) {
-        const std::string name = names(self)[index];
-        const std::string system =
-            model::PathOf(model::NetworkOf(self.installation(), self.network()), model::Chain());
-        return self.Make<DeviceTemplate>(Place{system + "/LcaDeviceTemplate:" + name, "", name}, name);
-      });
-}
-
-std::span<const MemberRow<TemplateLibrary>> TemplateLibrary::Members() {
-  static const MemberRow<TemplateLibrary> kRows[] = {
-      {1, "DeviceTemplates", [](TemplateLibrary& self, Arguments) { return self.Templates(); }},
-      ParentRow(2),
-  };
-  return kRows;
-}
-
-void DeviceTemplate::SetXifPath(const Value& value) {
-  Data().xif_path = automation::ToText(value);
-  session().simulation().MarkChanged();
-}
-
-Value DeviceTemplate::Apps() {
-  Data();
-  const auto find = [network = network(), name = name_](model::Installation& all) -> model::ComponentApps& {
-    return model::TemplateOf(all, network, name).component_apps;
-  };
-  return Make<ComponentApps>(PartPlace("ComponentApps"), FindApps(find));
-}
-
-std::span<const MemberRow<DeviceTemplate>> DeviceTemplate::Members() {
-  using Self = DeviceTemplate;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self& self, Arguments) -> Value { return self.Data().name; }},
-      {1, "ProgramId", [](Self& self, Arguments) -> Value { return self.Data().program_id; }},
-      {2, "XifPath", [](Self& self, Arguments) -> Value { return self.Data().xif_path; },
-       [](Self& self, const Value& value) { self.SetXifPath(value); }},
-      {3, "ComponentApps", [](Self& self, Arguments) { return self.Apps(); }},
-      ClassRow<36>(4),
-      ParentRow(5),
   };
   return kRows;
 }

@@ -64,27 +64,6 @@ class LonMarkObject : public Simulated<LonMarkObject> {
   std::string name_;
 };
 
-class TemplateLibrary : public Simulated<TemplateLibrary> {
- public:
-  using Simulated::Simulated;
-  static std::span<const MemberRow<TemplateLibrary>> Members();
-
- private:
-  Value Templates();
-};
-
-class DeviceTemplate : public Simulated<DeviceTemplate> {
- public:
-  DeviceTemplate(Origin origin, std::string name) : Simulated(std::move(origin)), name_(std::move(name)) {}
-  static std::span<const MemberRow<DeviceTemplate>> Members();
-
- private:
-  model::DeviceTemplate& Data() { return model::TemplateOf(installation(), network(), name_); }
-  void SetXifPath(const Value& value);
-  Value Apps();
-  std::string name_;
-};
-
 /// Whether the session can talk to the device now.
 bool Answers(Session& session, const model::DeviceKey& key);
 

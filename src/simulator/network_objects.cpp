@@ -4,6 +4,7 @@
 #include "simulator/component_apps.h"
 #include "simulator/device_objects.h"
 #include "simulator/errors.h"
+#include "simulator/template_objects.h"
 
 namespace simulator {
 

@@ -12,7 +12,6 @@ class ObjectServer : public Simulated<ObjectServer> {
  public:
   explicit ObjectServer(std::shared_ptr<Session> session)
       : Simulated({std::move(session), nullptr, {"LcaObjectServer", "", ""}, "", ""}) {}
-  ~ObjectServer() override { session().Close(); }
 
   static std::span<const MemberRow<ObjectServer>> Members();
 

@@ -49,7 +49,8 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   /// Raises an event of the object server in every session.
   void RaiseEvent(std::int32_t event, platform::Arguments arguments);
 
-  /// What the knob "Stop" does: a program that serves the simulation ends with it. Empty where nothing can end.
+  /// What the knob "Stop" does: a program that serves the simulation ends with it. Empty where nothing can
+  /// end.
   std::function<void()> on_stop;
 
   /// The open sessions, for questions that concern all of them.

@@ -79,7 +79,7 @@ TEST(Devices, FailuresHaveThePlatformsCodes) {
 }
 
 TEST(Devices, TestTellsWhetherTheDeviceAnswers) {
-  World world(Replaced(kWorld, "\"attachment\": 1", "\"testResult\": 3"));
+  World world(Replaced(kWorld, "\"attachment\": 1", "\"attachment\": 1, \"testResult\": 3"));
   Play(world.Open(), {kDeviceA + ".Test -> 0", kDeviceB + ".Test -> 3",
                       kSystem + ".Subsystems(Discovered).AppDevices(D).Test -> 1"});
 }

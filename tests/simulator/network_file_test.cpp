@@ -70,6 +70,8 @@ TEST(NetworkFile, ErrorsNameLineAndField) {
       {"4,\n", "256,\n", "16", "D[0].state", "expected a whole number from 0 to 255"},
       {"4,\n", "99999999999999999999,\n", "16", "D[0].state", "expected a whole number"},
       {"4,\n", "4, 'state': 4,\n", "16", "", "the key 'state' is given twice"},
+      {"{'nciHvacType': '02'}", "5\n", "17", "D[0].values",
+       "expected an object"},  // its line ends the number
       {"'state'", "'State'", "16", "D[0].State", "unknown key"},
       {"'02'", "'0'", "17", "D[0].values.nciHvacType", "expected 1 to 31 bytes, two hexadecimal digits each"},
       {"'02'", "'0G'", "17", "D[0].values.nciHvacType",

@@ -73,6 +73,10 @@ TEST_F(Saving, ChangesAreInTheFileAtOnce) {
   const LateBoundPtr later = Open();
   EXPECT_EQ(Text(later, kVariablesOfA + "(nciMajVer).Value"), "9");
   EXPECT_EQ(Text(later, kDeviceA + ".DeviceTemplate.ComponentApps.Count"), "2");
+  Do(later, kVariablesOfA + "(nciMajVer).Value=3");
+  Write("edited by hand");
+  Do(later, kVariablesOfA + "(nciMajVer).Value");
+  EXPECT_EQ(Read(), "edited by hand") << "what is saved is not saved again";
 }
 
 TEST_F(Saving, WithoutAutoSaveOnlyOnRequest) {
