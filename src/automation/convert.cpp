@@ -12,6 +12,8 @@ template <class... Cases>
 struct Overloaded : Cases... {
   using Cases::operator()...;
 };
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 [[noreturn]] void ThrowMismatch() {
   throw platform::Error(platform::kTypeMismatch, "Automation", "Type mismatch.");

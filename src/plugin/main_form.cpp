@@ -58,6 +58,7 @@ ui::Box fMain::MakeLayout() {
 }
 
 void fMain::OnLoad() {
+  ending_ = false;
   SetCaption(with_.identity.PlugInName);
   const ui::Desktop::Area area = desktop().WorkArea();
   const double width = std::min(Width(), area.width);
@@ -118,15 +119,22 @@ void fMain::OnUnload() {
   with_.log.Unload();
   with_.progress.Close();
   // A window that closes by itself ends the plug-in just the same.
-  if (!ending_) EndPlugIn();
+  EndPlugIn();
 }
 
 void fMain::EndPlugIn() {
+  if (ending_) return;
   ending_ = true;
   current_object_ = {};
   current_device_ = {};
   current_interface_ = {};
+  if (!with_.session.Busy()) {
+    bindings_.clear();
+    points_ = {};
+  }
   CloseSession(with_.session);
+  with_.session.ObjectServer = {};
+  object_server_ = {};
   Attempt([this] { Unload(); });
   desktop().EndProgram();
 }

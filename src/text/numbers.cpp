@@ -46,7 +46,13 @@ double ValueOf(const Scan& scan) {
   double value = 0;
   const auto [end, error] =
       std::from_chars(scan.digits.data(), scan.digits.data() + scan.digits.size(), value);
-  return error == std::errc{} ? value : 0;
+  if (error == std::errc{}) return value;
+  // Out of range: too large for any limit, or so small that it is nothing.
+  const bool negative = scan.digits.starts_with('-');
+  const std::size_t first = scan.digits.find_first_of("123456789");
+  const bool large = first < scan.digits.find('.');
+  if (!large) return 0;
+  return negative ? -HUGE_VAL : HUGE_VAL;
 }
 
 }  // namespace

@@ -43,6 +43,13 @@ TEST_F(Numbers, ShortestTextReadsBackAsTheSameNumber) {
     EXPECT_EQ(text::LeadingNumber(text::ShortestText(value)), value);
 }
 
+TEST_F(Numbers, NumbersBeyondADoubleAreNotZero) {
+  const std::string digits(400, '9');
+  EXPECT_GT(text::LeadingNumber(digits), 1e300) << "a limit must be able to clamp it";
+  EXPECT_LT(text::LeadingNumber("-" + digits), -1e300);
+  EXPECT_EQ(text::LeadingNumber("0." + std::string(400, '0') + "1"), 0);
+}
+
 TEST_F(Numbers, ComputedTextShowsNoBinaryResidue) {
   EXPECT_EQ(text::ComputedText(21.1 + 2.3), "23.4");
   EXPECT_EQ(text::ComputedText(0.2 - 0.5), "-0.3");
