@@ -54,7 +54,7 @@ TEST(Api, IdentityIsReadOnly) {
                                                        {"Name", "Korvell QM5R-FC PIR Configure"}};
   for (const auto& [property, value] : cases) {
     EXPECT_EQ(TextOf(*api, property), value);
-    const Raised raised = ErrorOf([&] { World::Put(*api, property, std::string("other")); });
+    const Raised raised = ErrorOf([&, name = property] { World::Put(*api, name, std::string("other")); });
     EXPECT_EQ(raised.number, 20002) << property;
     EXPECT_EQ(raised.source, "Korvell QM5R-FC PIR Configure");
     EXPECT_EQ(raised.text, "Attempt to write to read-only property");
