@@ -24,6 +24,8 @@ class ControlPeer {
   virtual ~ControlPeer() = default;
   virtual void Update(Aspect aspect) = 0;
   virtual void TakeFocus() = 0;
+  /// The control is being destroyed before its window.
+  virtual void ControlGone() {}
 };
 
 /// The keys held down with another key, as the platform numbers them.
@@ -51,7 +53,9 @@ class Control {
   };
 
   Control(Kind kind, std::string name) : kind_(kind), name_(std::move(name)) {}
-  virtual ~Control() = default;
+  virtual ~Control() {
+    if (peer_) peer_->ControlGone();
+  }
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 

@@ -72,6 +72,9 @@ class Label : public Control {
   /// A label that tells what the device reports rather than what a field is called: its text is no
   /// accelerator.
   bool shows_data = false;
+  /// Room to keep for texts to come, in digits; a longer text is cut with an ellipsis. 0 is as wide as its
+  /// text.
+  int columns = 0;
 };
 
 class Button : public Control {

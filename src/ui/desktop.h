@@ -4,6 +4,9 @@
 #include <memory>
 #include <string>
 
+// A system header has a macro of this name, for a call that is no longer needed.
+#undef Yield
+
 namespace ui {
 
 class AnimationHost;

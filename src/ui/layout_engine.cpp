@@ -1,1 +1,300 @@
 #include "ui/layout_engine.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
+
+namespace ui {
+namespace {
+
+bool IsGroup(Box::Kind kind) { return kind == Box::Kind::Frame || kind == Box::Kind::Pages; }
+
+/// Fields are as wide as their column, so that their edges are in line.
+bool IsField(const Box& box) {
+  return box.kind == Box::Kind::Leaf && (box.control->kind() == Control::Kind::TextField ||
+                                         box.control->kind() == Control::Kind::ChoiceList);
+}
+
+std::size_t ColumnCount(const Box& grid) { return static_cast<std::size_t>(std::max(grid.columns, 1)); }
+
+/// The first of the empty cells that a field takes in; its own column where there is none.
+std::size_t FirstColumn(const Box& grid, std::size_t index) {
+  const std::size_t columns = ColumnCount(grid), column = index % columns;
+  if (!IsField(grid.children[index])) return column;
+  for (std::size_t cell = index - column; cell < index; ++cell)
+    if (grid.children[cell].kind != Box::Kind::Empty) return column;
+  return 0;
+}
+
+Rectangle Inside(const Rectangle& outer, const Insets& insets) {
+  return {outer.left + insets.left, outer.top + insets.top, outer.width - insets.left - insets.right,
+          outer.height - insets.top - insets.bottom};
+}
+
+/// A child in its cell: stretched across, or at its own size; single controls stand in the middle of their
+/// row, so that a label is level with the field beside it.
+Rectangle InCell(const Box& box, Extent size, Rectangle cell) {
+  if (!box.stretch_width && !IsField(box)) cell.width = std::min(cell.width, size.width);
+  if (!box.stretch_height) {
+    if (box.kind == Box::Kind::Leaf) cell.top += std::max(0, cell.height - size.height) / 2;
+    cell.height = std::min(cell.height, size.height);
+  }
+  return cell;
+}
+
+}  // namespace
+
+LayoutEngine::LayoutEngine(const Box& layout, const Metrics& metrics) : metrics_(metrics) {
+  root_ = Build(layout, {});
+  Measure(root_);  // finds the shared widths
+  Measure(root_);  // and uses them
+  const int margin = metrics_.Margin();
+  minimum_ = {root_.size.width + 2 * margin, root_.size.height + (EndsWithStatusBar() ? margin : 2 * margin)};
+}
+
+LayoutEngine::Node LayoutEngine::Build(const Box& box, Around around) {
+  Node node;
+  node.box = &box;
+  node.key = {box.group, around.page, around.column};
+  node.nested = around.in_frame;
+  if (box.kind == Box::Kind::Frame) around.in_frame = true;
+  for (std::size_t i = 0; i < box.children.size(); ++i) {
+    if (box.kind == Box::Kind::Pages) around.page = static_cast<int>(i) + 1;
+    if (box.kind == Box::Kind::Grid) around.column = static_cast<int>(i % ColumnCount(box));
+    node.children.push_back(Build(box.children[i], around));
+  }
+  return node;
+}
+
+bool LayoutEngine::EndsWithStatusBar() const {
+  if (root_.box->kind != Box::Kind::Column || root_.children.empty()) return false;
+  const Control* last = root_.children.back().box->control;
+  return last && last->kind() == Control::Kind::StatusBar;
+}
+
+int LayoutEngine::GapBetween(const Node& one, const Node& other) const {
+  if (one.size.height == 0 || other.size.height == 0) return 0;
+  return IsGroup(one.box->kind) || IsGroup(other.box->kind) ? metrics_.GroupGap() : metrics_.ControlGap();
+}
+
+void LayoutEngine::Measure(Node& node) {
+  for (Node& child : node.children) Measure(child);
+  switch (node.box->kind) {
+    case Box::Kind::Leaf:
+      node.size = metrics_.PreferredSize(*node.box->control);
+      break;
+    case Box::Kind::Empty:
+      break;
+    case Box::Kind::Row:
+      return MeasureRow(node);
+    case Box::Kind::Column:
+      return MeasureColumn(node);
+    case Box::Kind::Grid:
+      return MeasureGrid(node);
+    case Box::Kind::Frame:
+      return MeasureFrame(node);
+    case Box::Kind::Pages:
+      return MeasurePages(node);
+  }
+}
+
+void LayoutEngine::MeasureRow(Node& node) const {
+  node.size = {};
+  for (std::size_t i = 0; i < node.children.size(); ++i) {
+    const Extent child = node.children[i].size;
+    if (i > 0) node.size.width += GapBetween(node.children[i - 1], node.children[i]);
+    node.size.width += child.width;
+    node.size.height = std::max(node.size.height, child.height);
+  }
+}
+
+void LayoutEngine::MeasureColumn(Node& node) const {
+  node.size = {};
+  for (std::size_t i = 0; i < node.children.size(); ++i) {
+    const Extent child = node.children[i].size;
+    if (i > 0) node.size.height += GapBetween(node.children[i - 1], node.children[i]);
+    node.size.height += child.height;
+    node.size.width = std::max(node.size.width, child.width);
+  }
+}
+
+std::vector<int> LayoutEngine::OwnColumns(const Node& grid, std::vector<int> widths) const {
+  widths.resize(ColumnCount(*grid.box));
+  const auto widen = [&](bool spanning) {
+    for (std::size_t i = 0; i < grid.children.size(); ++i) {
+      const std::size_t column = i % widths.size(), first = FirstColumn(*grid.box, i);
+      if ((first != column) != spanning) continue;
+      const int before = ColumnLeft(grid, widths, column) - ColumnLeft(grid, widths, first);
+      widths[column] = std::max(widths[column], grid.children[i].size.width - before);
+    }
+  };
+  widen(false);
+  widen(true);
+  return widths;
+}
+
+void LayoutEngine::MeasureGrid(Node& node) {
+  if (node.box->group == 0) {
+    node.columns = OwnColumns(node, {});
+  } else {
+    std::vector<int>& shared = shared_columns_[node.key];
+    shared = OwnColumns(node, std::move(shared));
+    node.columns = shared;
+  }
+  const std::vector<int> heights = RowHeights(node);
+  const int gaps = heights.empty() ? 0 : static_cast<int>(heights.size() - 1) * GridGap(node);
+  node.size = {ColumnLeft(node, node.columns, node.columns.size()),
+               std::accumulate(heights.begin(), heights.end(), gaps)};
+}
+
+void LayoutEngine::MeasureFrame(Node& node) const {
+  const Insets insets = metrics_.FrameInsets(*node.box->control, node.nested);
+  const Extent caption = metrics_.PreferredSize(*node.box->control);
+  const Extent child = node.children.at(0).size;
+  node.size = {std::max(child.width + insets.left + insets.right, caption.width),
+               std::max(child.height + insets.top + insets.bottom, caption.height)};
+}
+
+void LayoutEngine::MeasurePages(Node& node) const {
+  const Insets insets = metrics_.TabInsets(*node.box->control);
+  const int margins = 2 * metrics_.Margin();
+  Extent page;
+  for (const Node& child : node.children)
+    page = {std::max(page.width, child.size.width), std::max(page.height, child.size.height)};
+  const Extent captions = metrics_.PreferredSize(*node.box->control);
+  node.size = {std::max(page.width + margins + insets.left + insets.right, captions.width),
+               page.height + margins + insets.top + insets.bottom};
+}
+
+int LayoutEngine::GridGap(const Node& grid) const {
+  const bool groups = std::any_of(grid.children.begin(), grid.children.end(),
+                                  [](const Node& child) { return IsGroup(child.box->kind); });
+  return groups ? metrics_.GroupGap() : metrics_.ControlGap();
+}
+
+std::vector<int> LayoutEngine::RowHeights(const Node& grid) const {
+  const std::size_t columns = ColumnCount(*grid.box);
+  std::vector<int> heights((grid.children.size() + columns - 1) / columns);
+  for (std::size_t i = 0; i < grid.children.size(); ++i)
+    heights[i / columns] = std::max(heights[i / columns], grid.children[i].size.height);
+  return heights;
+}
+
+int LayoutEngine::ColumnLeft(const Node& grid, const std::vector<int>& columns, std::size_t column) const {
+  int left = 0;
+  bool any = false;
+  for (std::size_t i = 0; i < columns.size() && i <= column; ++i) {
+    if (columns[i] == 0) continue;
+    if (any) left += GridGap(grid);
+    if (i == column) return left;
+    left += columns[i];
+    any = true;
+  }
+  return left;
+}
+
+std::vector<Placement> LayoutEngine::Arrange(Extent client) const {
+  const int margin = metrics_.Margin();
+  Rectangle area{margin, margin, std::max(client.width, minimum_.width) - 2 * margin,
+                 std::max(client.height, minimum_.height) - margin};
+  if (!EndsWithStatusBar()) area.height -= margin;
+  std::vector<Placement> placed;
+  Place(root_, area, placed);
+  if (EndsWithStatusBar()) {
+    placed.back().rectangle.left = 0;
+    placed.back().rectangle.width = area.width + 2 * margin;
+  }
+  return placed;
+}
+
+void LayoutEngine::Place(const Node& node, Rectangle area, std::vector<Placement>& placed) const {
+  if (node.box->control) placed.push_back({node.box->control, area});
+  switch (node.box->kind) {
+    case Box::Kind::Leaf:
+    case Box::Kind::Empty:
+      return;
+    case Box::Kind::Row:
+      return PlaceRow(node, area, placed);
+    case Box::Kind::Column:
+      return PlaceColumn(node, area, placed);
+    case Box::Kind::Grid:
+      return PlaceGrid(node, area, placed);
+    case Box::Kind::Frame:
+      return Place(node.children.at(0), Inside(area, metrics_.FrameInsets(*node.box->control, node.nested)),
+                   placed);
+    case Box::Kind::Pages: {
+      const int margin = metrics_.Margin();
+      const Rectangle page =
+          Inside(Inside(area, metrics_.TabInsets(*node.box->control)), {margin, margin, margin, margin});
+      for (const Node& child : node.children) Place(child, page, placed);
+    }
+  }
+}
+
+void LayoutEngine::PlaceRow(const Node& node, Rectangle area, std::vector<Placement>& placed) const {
+  const auto stretching =
+      static_cast<int>(std::count_if(node.children.begin(), node.children.end(),
+                                     [](const Node& child) { return child.box->stretch_width; }));
+  int left_over = std::max(0, area.width - node.size.width), sharing = stretching;
+  int left = area.left;
+  for (std::size_t i = 0; i < node.children.size(); ++i) {
+    const Node& child = node.children[i];
+    if (i > 0) left += GapBetween(node.children[i - 1], child);
+    int width = child.size.width;
+    if (child.box->stretch_width) {
+      const int share = left_over / sharing--;
+      width += share;
+      left_over -= share;
+    }
+    Place(child, InCell(*child.box, child.size, {left, area.top, width, area.height}), placed);
+    left += width;
+  }
+}
+
+void LayoutEngine::PlaceColumn(const Node& node, Rectangle area, std::vector<Placement>& placed) const {
+  const auto last = std::find_if(node.children.rbegin(), node.children.rend(),
+                                 [](const Node& child) { return child.box->stretch_height; });
+  int top = area.top;
+  for (std::size_t i = 0; i < node.children.size(); ++i) {
+    const Node& child = node.children[i];
+    if (i > 0) top += GapBetween(node.children[i - 1], child);
+    int height = child.size.height;
+    if (last != node.children.rend() && &child == &*last)
+      height += std::max(0, area.height - node.size.height);
+    Rectangle cell{area.left, top, area.width, height};
+    if (!child.box->stretch_width) cell.width = std::min(cell.width, child.size.width);
+    Place(child, cell, placed);
+    top += height;
+  }
+}
+
+std::vector<int> LayoutEngine::StretchedColumns(const Node& grid, int width) const {
+  std::vector<int> columns = grid.columns;
+  std::vector<std::size_t> stretching;
+  for (std::size_t i = 0; i < grid.children.size() && i < columns.size(); ++i)
+    for (std::size_t cell = i; cell < grid.children.size(); cell += columns.size())
+      if (grid.children[cell].box->stretch_width) {
+        stretching.push_back(i);
+        break;
+      }
+  for (int left_over = width - grid.size.width; left_over > 0 && !stretching.empty(); --left_over)
+    ++columns[*std::min_element(stretching.begin(), stretching.end(),
+                                [&](auto one, auto other) { return columns[one] < columns[other]; })];
+  return columns;
+}
+
+void LayoutEngine::PlaceGrid(const Node& node, Rectangle area, std::vector<Placement>& placed) const {
+  const std::vector<int> columns = StretchedColumns(node, area.width);
+  const std::vector<int> heights = RowHeights(node);
+  int top = area.top;
+  for (std::size_t i = 0; i < node.children.size(); ++i) {
+    const std::size_t column = i % columns.size(), row = i / columns.size();
+    if (column == 0 && row > 0) top += heights[row - 1] + GridGap(node);
+    const int left = ColumnLeft(node, columns, FirstColumn(*node.box, i));
+    const int right = ColumnLeft(node, columns, column) + columns[column];
+    const Node& child = node.children[i];
+    Place(child, InCell(*child.box, child.size, {area.left + left, top, right - left, heights[row]}), placed);
+  }
+}
+
+}  // namespace ui
