@@ -1,0 +1,193 @@
+#!/usr/bin/env python3
+"""Draws the clip of the progress window: packets travel between the nodes of a small network and a thermostat.
+
+Usage: make_progress_clip.py OUTPUT.avi
+
+The file is an AVI with one stream of 8-bit frames, run-length coded (RLE8), which is what the system's animation
+control plays. Palette entry 0 is the background; the control makes it transparent.
+"""
+import math
+import struct
+import sys
+
+WIDTH, HEIGHT = 320, 72
+FRAMES = 36
+MICROSECONDS = 80000  # a frame
+SAMPLES = 4  # per pixel and direction, for smooth edges
+
+BACKGROUND = (240, 240, 240)
+LINE = (176, 186, 198)
+NODE = (92, 110, 130)
+CASE = (250, 251, 252)
+BLUE = (31, 111, 184)
+ORANGE = (222, 120, 34)
+INKS = [LINE, NODE, CASE, BLUE, ORANGE]
+STEPS = 16  # shades from background to ink
+
+# Where the nodes stand, and the thermostat at the right end.
+NODES = [(34, 36), (104, 18), (104, 54), (178, 36)]
+THERMOSTAT = (272, 36)
+LINKS = [(NODES[0], NODES[1]), (NODES[0], NODES[2]), (NODES[1], NODES[3]), (NODES[2], NODES[3]),
+         (NODES[3], (THERMOSTAT[0] - 26, THERMOSTAT[1]))]
+# A packet's way, as links, its ink and the part of the cycle at which it starts.
+WAYS = [([0, 2, 4], BLUE, 0.0), ([1, 3, 4], BLUE, 0.5)]
+
+
+def palette():
+    """Entry 0 is the background, then each ink from faint to full."""
+    colors = [BACKGROUND]
+    for ink in INKS:
+        for step in range(1, STEPS + 1):
+            part = step / STEPS
+            colors.append(tuple(round(b + (i - b) * part) for b, i in zip(BACKGROUND, ink)))
+    return colors
+
+
+def shade(ink, part):
+    step = round(part * STEPS)
+    return 0 if step == 0 else 1 + INKS.index(ink) * STEPS + step - 1
+
+
+class Frame:
+    """A picture of palette entries, top row first."""
+
+    def __init__(self):
+        self.rows = [bytearray(WIDTH) for _ in range(HEIGHT)]
+
+    def fill(self, inside, box, ink):
+        """Paints where `inside` holds; at edges over other inks the stronger one wins."""
+        left, top, right, bottom = box
+        for y in range(max(0, int(top)), min(HEIGHT, math.ceil(bottom))):
+            for x in range(max(0, int(left)), min(WIDTH, math.ceil(right))):
+                hits = sum(inside(x + (i + 0.5) / SAMPLES, y + (j + 0.5) / SAMPLES)
+                           for i in range(SAMPLES) for j in range(SAMPLES))
+                part = hits / SAMPLES**2
+                if part >= 0.5 or (part > 0 and self.rows[y][x] == 0):
+                    self.rows[y][x] = shade(ink, part)
+
+    def disc(self, center, radius, ink):
+        cx, cy = center
+        self.fill(lambda x, y: (x - cx)**2 + (y - cy)**2 <= radius**2,
+                  (cx - radius, cy - radius, cx + radius, cy + radius), ink)
+
+    def rounded(self, center, width, height, radius, ink):
+        cx, cy = center
+        inner_x, inner_y = width / 2 - radius, height / 2 - radius
+
+        def inside(x, y):
+            dx, dy = max(0, abs(x - cx) - inner_x), max(0, abs(y - cy) - inner_y)
+            return dx * dx + dy * dy <= radius * radius
+
+        self.fill(inside, (cx - width / 2, cy - height / 2, cx + width / 2, cy + height / 2), ink)
+
+    def stroke(self, start, end, width, ink):
+        (ax, ay), (bx, by) = start, end
+        dx, dy = bx - ax, by - ay
+        length = dx * dx + dy * dy
+
+        def inside(x, y):
+            along = min(1, max(0, ((x - ax) * dx + (y - ay) * dy) / length))
+            return (x - ax - along * dx)**2 + (y - ay - along * dy)**2 <= width * width / 4
+
+        self.fill(inside, (min(ax, bx) - width, min(ay, by) - width, max(ax, bx) + width, max(ay, by) + width), ink)
+
+
+def position(way, progress):
+    """A point on the way, and how near its end it is; progress runs from 0 to 1."""
+    along = min(progress, 0.9999) * len(way)
+    (ax, ay), (bx, by) = LINKS[way[int(along)]]
+    part = along - int(along)
+    part = part * part * (3 - 2 * part)  # slows down at the nodes
+    return ax + (bx - ax) * part, ay + (by - ay) * part
+
+
+def thermostat(frame, glow):
+    x, y = THERMOSTAT
+    frame.rounded((x, y), 52, 48, 8, NODE)
+    frame.rounded((x, y), 47, 43, 6, CASE)
+    ink = ORANGE if glow else NODE
+    for step in range(-135, 136, 27):  # the scale around the dial
+        angle = math.radians(step - 90)
+        end = (x + 15 * math.cos(angle), y + 15 * math.sin(angle))
+        frame.disc(end, 1.7, ink if step <= (54 if glow else 0) else LINE)
+    angle = math.radians((54 if glow else 0) - 90)
+    frame.stroke((x, y), (x + 9 * math.cos(angle), y + 9 * math.sin(angle)), 2.6, ink)
+    frame.disc((x, y), 3.2, ink)
+
+
+def still(glow):
+    """What does not move; the thermostat glows when a packet has arrived."""
+    frame = Frame()
+    for start, end in LINKS:
+        frame.stroke(start, end, 2, LINE)
+    for node in NODES:
+        frame.disc(node, 9, NODE)
+        frame.disc(node, 6, CASE)
+    thermostat(frame, glow)
+    return frame
+
+
+def draw(index, stills):
+    moving, arrived = [], False
+    for way, ink, offset in WAYS:
+        progress = ((index / FRAMES - offset) % 1) / 0.72
+        if progress < 1:
+            moving += [(position(way, progress - tail), 4.6 - tail * 50, ink)
+                       for tail in (0.05, 0.025, 0) if progress > tail]
+        elif progress < 1.25:
+            arrived = True
+    frame = Frame()
+    frame.rows = [row[:] for row in stills[arrived].rows]
+    for center, radius, ink in moving:
+        frame.disc(center, radius, ink)
+    return frame
+
+
+def run_length(rows):
+    """RLE8, bottom row first: runs of one entry, each row ended, the picture ended."""
+    data = bytearray()
+    for row in reversed(rows):
+        x = 0
+        while x < WIDTH:
+            run = 1
+            while x + run < WIDTH and run < 255 and row[x + run] == row[x]:
+                run += 1
+            data += bytes((run, row[x]))
+            x += run
+        data += b"\0\0"
+    return bytes(data + b"\0\1")
+
+
+def chunk(name, data):
+    return name + struct.pack("<I", len(data)) + data + b"\0" * (len(data) % 2)
+
+
+def group(kind, data, outer=b"LIST"):
+    return chunk(outer, kind + data)
+
+
+def avi(frames):
+    largest = max(map(len, frames))
+    header = struct.pack("<14I", MICROSECONDS, 0, 0, 0x10, len(frames), 0, 1, largest, WIDTH, HEIGHT, 0, 0, 0, 0)
+    stream = struct.pack("<4s4sIHHIIIIIIIIHHHH", b"vids", b"RLE ", 0, 0, 0, 0, MICROSECONDS, 1000000, 0, len(frames),
+                         largest, 0xFFFFFFFF, 0, 0, 0, WIDTH, HEIGHT)
+    colors = palette() + [(0, 0, 0)] * (256 - len(palette()))
+    picture = struct.pack("<IiiHHIIiiII", 40, WIDTH, HEIGHT, 1, 8, 1, WIDTH * HEIGHT, 0, 0, 256, 0)
+    picture += b"".join(struct.pack("BBBB", blue, green, red, 0) for red, green, blue in colors)
+    headers = group(b"hdrl", chunk(b"avih", header) +
+                    group(b"strl", chunk(b"strh", stream) + chunk(b"strf", picture)))
+    movie = b"".join(chunk(b"00dc", frame) for frame in frames)
+    index, offset = b"", 4
+    for frame in frames:
+        index += struct.pack("<4sIII", b"00dc", 0x10, offset, len(frame))
+        offset += 8 + len(frame) + len(frame) % 2
+    return group(b"AVI ", headers + group(b"movi", movie) + chunk(b"idx1", index), b"RIFF")
+
+
+def main():
+    stills = {glow: still(glow) for glow in (False, True)}
+    with open(sys.argv[1], "wb") as output:
+        output.write(avi([run_length(draw(index, stills).rows) for index in range(FRAMES)]))
+
+
+main()

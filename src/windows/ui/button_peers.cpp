@@ -1,0 +1,86 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "windows/com/wide_text.h"
+#include "windows/ui/pictures.h"
+#include "windows/ui/simple_peers.h"
+
+namespace windows {
+
+ButtonPeer::ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default)
+    : ControlPeer(host, parent, button) {
+  const bool has_picture = button.picture != ui::Button::Picture::None;
+  Create(L"BUTTON", ToWide(button.Text()),
+         static_cast<DWORD>((is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | (has_picture ? BS_ICON : 0)));
+  if (!has_picture) return;
+  const Picture picture = button.picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
+  picture_ = DrawPicture(picture, look().Scaled(16));
+  Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(picture_.get()));
+}
+
+ui::Extent ButtonPeer::PreferredSize() const {
+  const int height = look().TextHeight() + look().Scaled(12);
+  if (picture_) return {height + look().Scaled(10), height};
+  const ui::Extent text = look().TextSize(ToWide(button().Text()), Look::Weight::Normal, true);
+  return {std::max(text.width + look().Scaled(24), look().Scaled(84)), height};
+}
+
+void ButtonPeer::Command(WORD notification) {
+  if (notification == BN_CLICKED) button().UserClicks();
+}
+
+void ButtonPeer::Press() { button().UserClicks(); }
+
+MarkPeer::MarkPeer(PeerHost& host, Surface& parent, ui::OptionButton& option)
+    : ControlPeer(host, parent, option) {
+  Create(L"BUTTON", ToWide(option.Text()), BS_RADIOBUTTON);
+  // The focus alone chooses nothing.
+  Send(BM_SETDONTCLICK, TRUE);
+  ShowMark();
+}
+
+MarkPeer::MarkPeer(PeerHost& host, Surface& parent, ui::CheckBox& box) : ControlPeer(host, parent, box) {
+  Create(L"BUTTON", ToWide(box.Text()), BS_CHECKBOX);
+  ShowMark();
+}
+
+ui::OptionButton* MarkPeer::option() const {
+  return control().kind() == ui::Control::Kind::OptionButton ? static_cast<ui::OptionButton*>(&control())
+                                                             : nullptr;
+}
+
+ui::Extent MarkPeer::PreferredSize() const {
+  const ui::Extent text = look().TextSize(ToWide(control().Text()), Look::Weight::Normal, true);
+  return {text.width + look().Scaled(24), std::max(text.height, look().Scaled(13)) + look().Scaled(4)};
+}
+
+void MarkPeer::ShowMark() const {
+  const bool set = option() ? option()->Selected() : static_cast<const ui::CheckBox&>(control()).Checked();
+  Send(BM_SETCHECK, set ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void MarkPeer::Update(ui::Aspect aspect) {
+  if (aspect != ui::Aspect::Selection) return ControlPeer::Update(aspect);
+  ShowMark();
+  if (option() && option()->Selected()) host().Selected(*option());
+}
+
+void MarkPeer::Command(WORD notification) {
+  if (notification == BN_CLICKED) Press();
+}
+
+void MarkPeer::Press() {
+  if (ui::OptionButton* const chosen = option()) {
+    chosen->SetSelected(true);
+    chosen->UserClicks();
+    return;
+  }
+  auto& box = static_cast<ui::CheckBox&>(control());
+  box.UserChecks(!box.Checked());
+  ShowMark();
+}
+
+}  // namespace windows

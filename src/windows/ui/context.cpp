@@ -1,0 +1,44 @@
+#include "windows/ui/context.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "platform/attempt.h"
+#include "windows/ui/form_shell.h"
+
+namespace windows {
+
+Context::Context(int dpi, FailureHandler on_failure) : look_(dpi), on_failure_(std::move(on_failure)) {}
+
+Context::~Context() {
+  for (const auto& shell : shells_) shell->Close();
+  shells_.clear();
+}
+
+HINSTANCE Context::instance() const { return GetModuleHandleW(nullptr); }
+
+void Context::Report(const std::exception& failure) noexcept {
+  if (on_failure_) platform::Attempt([&] { on_failure_(failure); });
+}
+
+void Context::ReportUnknown() noexcept { Report(std::runtime_error("An unknown failure.")); }
+
+FormShell& Context::Adopt(std::unique_ptr<FormShell> shell) {
+  shells_.push_back(std::move(shell));
+  return *shells_.back();
+}
+
+void Context::DestroyClosed() noexcept {
+  if (procedures_ > 0 || loops_ > 1) return;
+  for (std::size_t i = 0; i < shells_.size();) {
+    if (!shells_[i]->closed()) {
+      ++i;
+      continue;
+    }
+    const std::unique_ptr<FormShell> going = std::move(shells_[i]);
+    shells_.erase(shells_.begin() + static_cast<std::ptrdiff_t>(i));
+  }
+}
+
+}  // namespace windows

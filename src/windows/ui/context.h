@@ -1,0 +1,79 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "windows/ui/look.h"
+
+namespace windows {
+
+class FormShell;
+
+/// What all windows of the user-interface thread share.
+///
+/// Every window procedure runs its body through Dispatch: nothing thrown leaves it, and the depth tells when
+/// it is safe to destroy windows. A form may close in the middle of an event of one of its own controls. Its
+/// window then goes in this order:
+///   1. its controls forget their peers, so that the form reaches no window any more;
+///   2. the window is hidden and hears nothing: a procedure of it that is still running ends without touching
+///      form or controls, which may be gone;
+///   3. when no procedure runs any more, the windows are destroyed, then the peers, then the shell.
+class Context {
+ public:
+  using FailureHandler = std::function<void(const std::exception&)>;
+  Context(int dpi, FailureHandler on_failure);
+  ~Context();
+  Context(const Context&) = delete;
+  Context& operator=(const Context&) = delete;
+
+  const Look& look() const { return look_; }
+  HINSTANCE instance() const;
+
+  template <class Body>
+  LRESULT Dispatch(Body body) noexcept {
+    const Count running(procedures_);
+    try {
+      return body();
+    } catch (const std::exception& failure) {
+      Report(failure);
+    } catch (...) {
+      ReportUnknown();
+    }
+    return 0;
+  }
+
+  /// Runs a message loop, counted, so that only the outermost destroys windows.
+  template <class Body>
+  void Loop(Body body) {
+    const Count running(loops_);
+    body();
+  }
+
+  FormShell& Adopt(std::unique_ptr<FormShell> shell);
+  const std::vector<std::unique_ptr<FormShell>>& shells() const { return shells_; }
+  /// Destroys the windows of closed forms if nothing of them can be running.
+  void DestroyClosed() noexcept;
+
+  bool hourglass = false;
+  /// How many message boxes have come up so far.
+  int messages_shown = 0;
+
+ private:
+  struct Count {
+    explicit Count(int& counted) : counter(counted) { ++counter; }
+    ~Count() { --counter; }
+    int& counter;
+  };
+  void Report(const std::exception& failure) noexcept;
+  void ReportUnknown() noexcept;
+
+  Look look_;
+  FailureHandler on_failure_;
+  int procedures_ = 0;
+  int loops_ = 0;
+  std::vector<std::unique_ptr<FormShell>> shells_;
+};
+
+}  // namespace windows

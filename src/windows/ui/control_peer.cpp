@@ -1,0 +1,172 @@
+#include "windows/ui/control_peer.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "platform/error.h"
+#include "windows/com/wide_text.h"
+#include "windows/ui/accessible_name.h"
+#include "windows/ui/surface.h"
+
+namespace windows {
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr wchar_t kProperty[] = L"ControlPeer";
+
+bool TakesFocus(const ui::Control& control) {
+  using Kind = ui::Control::Kind;
+  switch (control.kind()) {
+    case Kind::Label:
+    case Kind::Frame:
+    case Kind::StatusBar:
+    case Kind::AnimationHost:
+      return false;
+    default:
+      return true;
+  }
+}
+
+bool IsDown(int key) { return GetKeyState(key) < 0; }
+
+}  // namespace
+
+int HeldKeys() {
+  return (IsDown(VK_SHIFT) ? ui::kShift : 0) | (IsDown(VK_CONTROL) ? ui::kCtrl : 0) |
+         (IsDown(VK_MENU) ? ui::kAlt : 0);
+}
+
+ControlPeer::ControlPeer(PeerHost& host, Surface& parent, ui::Control& control)
+    : host_(host), parent_(parent), control_(&control), backdrop_(parent.color()) {}
+
+ControlPeer::~ControlPeer() {
+  Detach();
+  if (handle_) DestroyWindow(handle_);
+}
+
+void ControlPeer::Detach() {
+  if (control_) control_->Attach(nullptr);
+  control_ = nullptr;
+}
+
+ControlPeer* ControlPeer::Of(HWND window) { return static_cast<ControlPeer*>(GetPropW(window, kProperty)); }
+
+void ControlPeer::Create(const wchar_t* window_class, const std::wstring& text, DWORD style,
+                         DWORD extended_style) {
+  style |= WS_CHILD | WS_CLIPSIBLINGS;
+  if (control_->Visible()) style |= WS_VISIBLE;
+  if (!control_->Enabled()) style |= WS_DISABLED;
+  handle_ = CreateWindowExW(extended_style, window_class, text.c_str(), style, 0, 0, 0, 0, parent_.handle(),
+                            nullptr, host_.context().instance(), nullptr);
+  if (!handle_)
+    throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
+                          "No window can be made for the control " + control_->name() + ".");
+  SetWindowSubclass(handle_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+  SetPropW(handle_, kProperty, this);
+  SetFont(Look::Weight::Normal);
+  if (!control_->AccessibleName().empty()) SetAccessibleName(handle_, ToWide(control_->AccessibleName()));
+  control_->Attach(this);
+}
+
+void ControlPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
+  if (rectangle == place_) return;
+  place_ = rectangle;
+  batch = DeferWindowPos(batch, handle_, nullptr, rectangle.left - parent_.origin.x,
+                         rectangle.top - parent_.origin.y, rectangle.width, rectangle.height,
+                         SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
+void ControlPeer::Update(ui::Aspect aspect) {
+  switch (aspect) {
+    case ui::Aspect::Text: {
+      const std::wstring text = ToWide(control_->Text());
+      if (text != WindowText()) SetWindowTextW(handle_, text.c_str());
+      break;
+    }
+    case ui::Aspect::Enabled:
+    case ui::Aspect::Visible:
+      if ((!control_->Enabled() || !control_->Visible()) && GetFocus() == handle_) host_.MoveOn(*this);
+      if (!alive()) break;
+      EnableWindow(handle_, control_->Enabled());
+      ShowWindow(handle_, control_->Visible() ? SW_SHOWNA : SW_HIDE);
+      break;
+    case ui::Aspect::Colors:
+      InvalidateRect(handle_, nullptr, TRUE);
+      break;
+    case ui::Aspect::ToolTip:
+      host_.ShowToolTip(*this);
+      break;
+    default:
+      break;
+  }
+}
+
+HBRUSH ControlPeer::Colors(HDC dc) {
+  SetTextColor(dc, ToColorRef(control_->ForeColor()));
+  SetBkColor(dc, GetSysColor(backdrop_));
+  return GetSysColorBrush(backdrop_);
+}
+
+LRESULT CALLBACK ControlPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                        DWORD_PTR self) {
+  auto& peer = *reinterpret_cast<ControlPeer*>(self);
+  if (message == WM_NCDESTROY) {
+    RemovePropW(window, kProperty);
+    RemoveWindowSubclass(window, Procedure, kSubclass);
+    peer.handle_ = nullptr;
+    return DefSubclassProc(window, message, wparam, lparam);
+  }
+  if (!peer.alive()) return DefSubclassProc(window, message, wparam, lparam);
+  return peer.host_.context().Dispatch([&] { return peer.Handle(message, wparam, lparam); });
+}
+
+LRESULT ControlPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_SETFOCUS: {
+      const LRESULT result = Default(message, wparam, lparam);
+      if (alive() && TakesFocus(*control_)) host_.Arrived(*this);
+      return result;
+    }
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+      if (TakesFocus(*control_) && !host_.PressMayGoOn(*this)) return 0;
+      break;
+    case WM_KEYDOWN:
+      if (host_.NavigationKey(wparam)) return 0;
+      break;
+    case WM_CHAR:  // of the keys by which one gets around
+      if (wparam == VK_TAB || wparam == VK_RETURN || wparam == VK_ESCAPE) return 0;
+      break;
+    case WM_SYSKEYDOWN:
+      host_.ShowKeyboardCues();
+      break;
+    case WM_SYSCHAR:
+      if (host_.AcceleratorKey(static_cast<char32_t>(wparam))) return 0;
+      break;
+    default:
+      break;
+  }
+  return Default(message, wparam, lparam);
+}
+
+LRESULT ControlPeer::Default(UINT message, WPARAM wparam, LPARAM lparam) {
+  return DefSubclassProc(handle_, message, wparam, lparam);
+}
+
+LRESULT ControlPeer::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
+  return SendMessageW(handle_, message, wparam, lparam);
+}
+
+void ControlPeer::SetFont(Look::Weight weight) const {
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(look().Font(weight)), FALSE);
+}
+
+std::wstring ControlPeer::WindowText() const {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(handle_)), L'\0');
+  if (!text.empty()) GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()) + 1);
+  return text;
+}
+
+}  // namespace windows

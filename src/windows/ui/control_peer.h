@@ -1,0 +1,114 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "ui/controls.h"
+#include "ui/layout_engine.h"
+#include "windows/ui/context.h"
+
+namespace windows {
+
+class ControlPeer;
+class Surface;
+
+/// What a control's window needs of the window it stands in.
+class PeerHost {
+ public:
+  virtual ~PeerHost() = default;
+  virtual Context& context() const = 0;
+  /// The form has closed; neither it nor its controls may be touched.
+  virtual bool closed() const = 0;
+
+  virtual void Arrived(ControlPeer& peer) = 0;
+  /// A mouse press on a control: moves the focus to it first. False when that brought up a message or moved
+  /// the focus elsewhere, so that the press does nothing.
+  virtual bool PressMayGoOn(ControlPeer& peer) = 0;
+  virtual void TakeFocus(ControlPeer& peer) = 0;
+  /// The control cannot keep the focus.
+  virtual void MoveOn(ControlPeer& peer) = 0;
+
+  /// Keys by which the user gets around in the window. True when the key has been used.
+  virtual bool NavigationKey(WPARAM key) = 0;
+  virtual bool AcceleratorKey(char32_t letter) = 0;
+  virtual void ShowKeyboardCues() = 0;
+
+  virtual void Selected(ui::OptionButton& option) = 0;
+  virtual void ShowToolTip(ControlPeer& peer) = 0;
+  /// A text may have outgrown its control.
+  virtual void Relayout() = 0;
+};
+
+/// Shows one portable control in a window of the system, and tells the control what the user does. One class
+/// for each kind of control derives from it; none holds a rule of the program.
+///
+/// Owned by the form's shell, which destroys the window first.
+class ControlPeer : public ui::ControlPeer {
+ public:
+  ControlPeer(PeerHost& host, Surface& parent, ui::Control& control);
+  ~ControlPeer() override;
+  ControlPeer(const ControlPeer&) = delete;
+  ControlPeer& operator=(const ControlPeer&) = delete;
+
+  /// The peer of a control's window; null for other windows.
+  static ControlPeer* Of(HWND window);
+
+  HWND handle() const { return handle_; }
+  Surface& parent() const { return parent_; }
+  ui::Control& control() const { return *control_; }
+  /// The control exists, and its form is open.
+  bool alive() const { return control_ && !host_.closed(); }
+  void Detach();
+
+  /// The color of what lies behind the control.
+  void StandOn(int system_color) { backdrop_ = system_color; }
+
+  virtual ui::Extent PreferredSize() const = 0;
+  /// The rectangle is in the form's client area; the batch, of the parent's children, moves many at once.
+  virtual void Place(const ui::Rectangle& rectangle, HDWP& batch);
+  const ui::Rectangle& place() const { return place_; }
+
+  void Update(ui::Aspect aspect) override;
+  void TakeFocus() override { host_.TakeFocus(*this); }
+  void ControlGone() override { control_ = nullptr; }
+
+  // What the parent hands on.
+  virtual void Command(WORD) {}
+  virtual LRESULT Notify(NMHDR&) { return 0; }
+  virtual void Draw(const DRAWITEMSTRUCT&) {}
+  virtual HBRUSH Colors(HDC dc);
+
+  /// The focus has come from another control of the window.
+  virtual void Prepare() {}
+  /// Acts as if pressed; for accelerators and the keys of the default buttons.
+  virtual void Press() {}
+
+ protected:
+  void Create(const wchar_t* window_class, const std::wstring& text, DWORD style, DWORD extended_style = 0);
+  virtual LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
+  LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam);
+  LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
+  void SetFont(Look::Weight weight) const;
+  std::wstring WindowText() const;
+
+  PeerHost& host() const { return host_; }
+  const Look& look() const { return host_.context().look(); }
+  int backdrop() const { return backdrop_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                                    DWORD_PTR self);
+
+  PeerHost& host_;
+  Surface& parent_;
+  ui::Control* control_;
+  HWND handle_ = nullptr;
+  int backdrop_;
+  ui::Rectangle place_;
+};
+
+/// The platform's KeyState bits of the keys held down now.
+int HeldKeys();
+
+}  // namespace windows

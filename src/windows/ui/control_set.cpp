@@ -1,0 +1,160 @@
+#include "windows/ui/control_set.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <map>
+
+#include "windows/com/wide_text.h"
+#include "windows/ui/field_peers.h"
+#include "windows/ui/list_view_peer.h"
+#include "windows/ui/simple_peers.h"
+#include "windows/ui/tabs_peer.h"
+
+namespace windows {
+
+using Kind = ui::Control::Kind;
+
+ControlSet::ControlSet(Surface& window, ui::Form& form)
+    : window_(window), form_(form), focus_(form, [this](ui::Control& control) {
+        if (ControlPeer* peer = PeerOf(control)) peer->Prepare();
+      }) {}
+
+ControlSet::~ControlSet() { Close(); }
+
+void ControlSet::Create() {
+  Make(form_.layout(), window_, false);
+  MakeToolTips();
+  MeasureLayout();
+}
+
+void ControlSet::MeasureLayout() { engine_.emplace(form_.layout(), static_cast<const ui::Metrics&>(*this)); }
+
+void ControlSet::Make(const ui::Box& box, Surface& parent, bool nested) {
+  // A frame lies below what stands in it: the system puts each new window under its elder siblings.
+  if (box.kind == ui::Box::Kind::Frame) Make(box.children.at(0), parent, true);
+  if (box.control) {
+    peers_.push_back(MakePeer(*box.control, parent, nested));
+    by_control_[box.control] = peers_.back().get();
+  }
+  if (box.kind == ui::Box::Kind::Frame) return;
+  for (std::size_t index = 0; index < box.children.size(); ++index) {
+    Surface* on = &parent;
+    if (box.kind == ui::Box::Kind::Pages)
+      on = &static_cast<TabsPeer*>(by_control_.at(box.control))->page(index);
+    Make(box.children[index], *on, nested && box.kind != ui::Box::Kind::Pages);
+  }
+}
+
+std::unique_ptr<ControlPeer> ControlSet::MakePeer(ui::Control& control, Surface& parent, bool nested) {
+  switch (control.kind()) {
+    case Kind::TextField:
+      return std::make_unique<TextFieldPeer>(*this, parent, static_cast<ui::TextField&>(control));
+    case Kind::ChoiceList:
+      return std::make_unique<ChoiceListPeer>(*this, parent, static_cast<ui::ChoiceList&>(control));
+    case Kind::Label:
+      return std::make_unique<LabelPeer>(*this, parent, static_cast<ui::Label&>(control));
+    case Kind::Button:
+      return std::make_unique<ButtonPeer>(*this, parent, static_cast<ui::Button&>(control),
+                                          form_.default_button == &control);
+    case Kind::OptionButton:
+      return std::make_unique<MarkPeer>(*this, parent, static_cast<ui::OptionButton&>(control));
+    case Kind::CheckBox:
+      return std::make_unique<MarkPeer>(*this, parent, static_cast<ui::CheckBox&>(control));
+    case Kind::Frame:
+      return std::make_unique<FramePeer>(*this, parent, static_cast<ui::Frame&>(control), nested);
+    case Kind::Tabs:
+      return std::make_unique<TabsPeer>(*this, parent, static_cast<ui::Tabs&>(control));
+    case Kind::ListView:
+      return std::make_unique<ListViewPeer>(*this, parent, static_cast<ui::ListView&>(control));
+    case Kind::StatusBar:
+      return std::make_unique<StatusBarPeer>(
+          *this, parent, static_cast<ui::StatusBar&>(control),
+          (GetWindowLongW(window_.handle(), GWL_STYLE) & WS_THICKFRAME) != 0);
+    case Kind::WebView:
+      return std::make_unique<WebViewPeer>(*this, parent, static_cast<ui::WebView&>(control));
+    case Kind::AnimationHost:
+      return std::make_unique<AnimationHostPeer>(*this, parent, static_cast<ui::AnimationHost&>(control));
+  }
+  return nullptr;
+}
+
+void ControlSet::Close() {
+  closed_ = true;
+  focus_.Stop();
+  for (const auto& peer : peers_) peer->Detach();
+}
+
+ControlPeer* ControlSet::PeerOf(const ui::Control& control) const {
+  const auto found = by_control_.find(&control);
+  return found == by_control_.end() ? nullptr : found->second;
+}
+
+ui::Extent ControlSet::PreferredSize(const ui::Control& control) const {
+  return by_control_.at(&control)->PreferredSize();
+}
+
+ui::Insets ControlSet::FrameInsets(const ui::Control& frame, bool) const {
+  return static_cast<const FramePeer*>(by_control_.at(&frame))->FrameInsets();
+}
+
+ui::Insets ControlSet::TabInsets(const ui::Control& tabs) const {
+  return static_cast<const TabsPeer*>(by_control_.at(&tabs))->TabInsets();
+}
+
+void ControlSet::Arrange(ui::Extent client) {
+  client_ = client;
+  // One batch moves children of one parent only.
+  std::map<const Surface*, HDWP> batches;
+  for (const ui::Placement& placement : engine_->Arrange(client)) {
+    ControlPeer& peer = *by_control_.at(placement.control);
+    const auto batch = batches.try_emplace(&peer.parent(), nullptr).first;
+    if (!batch->second) batch->second = BeginDeferWindowPos(static_cast<int>(peers_.size()));
+    peer.Place(placement.rectangle, batch->second);
+  }
+  for (const auto& [parent, batch] : batches) EndDeferWindowPos(batch);
+}
+
+void ControlSet::Relayout() {
+  if (!engine_ || closed_) return;
+  const ui::Extent former = Minimum();
+  MeasureLayout();
+  const ui::Extent minimum = Minimum();
+  const int wider = client_.width >= former.width ? std::max(0, minimum.width - client_.width) : 0;
+  const int higher = client_.height >= former.height ? std::max(0, minimum.height - client_.height) : 0;
+  RECT outer;
+  GetWindowRect(window_.handle(), &outer);
+  if ((wider > 0 || higher > 0) && !IsIconic(window_.handle()) && !IsZoomed(window_.handle()))
+    SetWindowPos(window_.handle(), nullptr, 0, 0, static_cast<int>(outer.right - outer.left) + wider,
+                 static_cast<int>(outer.bottom - outer.top) + higher,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  Arrange(client_);
+}
+
+void ControlSet::MakeToolTips() {
+  tool_tips_ = CreateWindowExW(
+      WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_.handle(), nullptr, context().instance(), nullptr);
+  for (const auto& peer : peers_)
+    if (!peer->control().ToolTip().empty()) ShowToolTip(*peer);
+}
+
+void ControlSet::ShowToolTip(ControlPeer& peer) {
+  std::wstring text = ToWide(peer.control().ToolTip());
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V1_SIZE;
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = window_.handle();
+  tool.uId = reinterpret_cast<UINT_PTR>(peer.handle());
+  tool.lpszText = text.data();
+  SendMessageW(tool_tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  if (!text.empty()) SendMessageW(tool_tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void ControlSet::Selected(ui::OptionButton& option) {
+  for (ui::OptionButton* const other : ui::OptionsAround(form_.layout(), option))
+    if (other != &option) other->SetSelected(false);
+}
+
+}  // namespace windows

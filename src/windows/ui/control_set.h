@@ -1,0 +1,84 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "ui/focus.h"
+#include "ui/form.h"
+#include "ui/keyboard.h"
+#include "ui/layout_engine.h"
+#include "windows/ui/control_peer.h"
+#include "windows/ui/surface.h"
+
+namespace windows {
+
+/// The controls of one form's window: their peers, their places, the focus among them and the keyboard's way
+/// through them.
+class ControlSet final : public PeerHost, private ui::Metrics {
+ public:
+  ControlSet(Surface& window, ui::Form& form);
+  ~ControlSet() override;
+
+  /// Makes the windows of all controls.
+  void Create();
+  ui::Extent Minimum() const { return engine_->Minimum(); }
+  void Arrange(ui::Extent client);
+  /// Controls forget their peers; from now on nothing is told to the form.
+  void Close();
+
+  /// The window becomes active or is left by another window.
+  void RestoreFocus();
+  void SaveFocus();
+
+  ControlPeer* PeerOf(const ui::Control& control) const;
+
+  // PeerHost
+  Context& context() const override { return window_.context(); }
+  bool closed() const override { return closed_; }
+  void Arrived(ControlPeer& peer) override;
+  bool PressMayGoOn(ControlPeer& peer) override;
+  void TakeFocus(ControlPeer& peer) override;
+  void MoveOn(ControlPeer& peer) override;
+  bool NavigationKey(WPARAM key) override;
+  bool AcceleratorKey(char32_t letter) override;
+  void ShowKeyboardCues() override;
+  void Selected(ui::OptionButton& option) override;
+  void ShowToolTip(ControlPeer& peer) override;
+  void Relayout() override;
+
+ private:
+  // Metrics
+  ui::Extent PreferredSize(const ui::Control& control) const override;
+  ui::Insets FrameInsets(const ui::Control& frame, bool nested) const override;
+  ui::Insets TabInsets(const ui::Control& tabs) const override;
+  int Margin() const override { return context().look().Scaled(10); }
+  int ControlGap() const override { return context().look().Scaled(7); }
+  int GroupGap() const override { return context().look().Scaled(10); }
+
+  void Make(const ui::Box& box, Surface& parent, bool nested);
+  std::unique_ptr<ControlPeer> MakePeer(ui::Control& control, Surface& parent, bool nested);
+  void MakeToolTips();
+  void MeasureLayout();
+
+  bool MoveFocus(ControlPeer& peer);
+  bool MoveFocus(ui::Control* control);
+  void PressByKey(ui::Control* control);
+  bool TurnPage(int step);
+  void BringToFront(ui::Tabs& tabs, std::size_t page);
+  bool ArrowKey(ui::Direction direction);
+
+  Surface& window_;
+  ui::Form& form_;
+  bool closed_ = false;
+  ui::FocusTracker focus_;
+  std::vector<std::unique_ptr<ControlPeer>> peers_;
+  std::unordered_map<const ui::Control*, ControlPeer*> by_control_;
+  std::optional<ui::LayoutEngine> engine_;
+  ui::Extent client_;
+  HWND saved_focus_ = nullptr;
+  HWND tool_tips_ = nullptr;
+};
+
+}  // namespace windows

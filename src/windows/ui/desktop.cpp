@@ -1,0 +1,122 @@
+#include "windows/ui/desktop.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <utility>
+
+#include "windows/com/wide_text.h"
+#include "windows/ui/animation_window.h"
+#include "windows/ui/form_shell.h"
+#include "windows/ui/message_box.h"
+
+#undef Yield  // the system's macro
+
+namespace windows {
+namespace {
+
+void InitialiseControls() {
+  INITCOMMONCONTROLSEX classes{sizeof classes, ICC_ANIMATE_CLASS | ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES |
+                                                   ICC_TAB_CLASSES | ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&classes);
+}
+
+}  // namespace
+
+WindowsDesktop::WindowsDesktop() : WindowsDesktop(Settings{}) {}
+
+WindowsDesktop::WindowsDesktop(Settings settings) {
+  InitialiseControls();
+  if (!settings.on_failure)
+    settings.on_failure = [this](const std::exception& failure) {
+      ShowMessage({failure.what(), {}, ui::Icon::Critical});
+    };
+  context_ = std::make_unique<Context>(settings.dpi > 0 ? settings.dpi : Look::SystemDpi(),
+                                       std::move(settings.on_failure));
+}
+
+WindowsDesktop::~WindowsDesktop() = default;
+
+int WindowsDesktop::Run() {
+  MSG message{};
+  context_->Loop([&] {
+    for (;;) {
+      context_->DestroyClosed();
+      if (GetMessageW(&message, nullptr, 0, 0) <= 0) return;
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+  });
+  context_->DestroyClosed();
+  return static_cast<int>(message.wParam);
+}
+
+void WindowsDesktop::Yield() {
+  MSG message{};
+  context_->Loop([&] {
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+      if (message.message == WM_QUIT) {
+        // It is the outermost loop's.
+        PostQuitMessage(static_cast<int>(message.wParam));
+        return;
+      }
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+  });
+  context_->DestroyClosed();
+}
+
+void WindowsDesktop::EndProgram() { PostQuitMessage(0); }
+
+std::unique_ptr<ui::FormWindow> WindowsDesktop::MakeWindow(ui::Form& form) {
+  auto made = std::make_unique<FormShell>(*context_, form);
+  made->Create();
+  return std::make_unique<FormWindowPeer>(context_->Adopt(std::move(made)));
+}
+
+std::unique_ptr<ui::AnimationWindow> WindowsDesktop::MakeAnimation(ui::AnimationHost& owner,
+                                                                   const ui::AnimationStyle& style) {
+  for (const auto& shell : context_->shells()) {
+    ControlPeer* const area = shell->closed() ? nullptr : shell->PeerOf(owner);
+    if (area) return MakeAnimationWindow(area->handle(), style);
+  }
+  return nullptr;
+}
+
+ui::Answer WindowsDesktop::ShowMessage(const ui::Message& message) {
+  ++context_->messages_shown;
+  std::vector<HWND> windows;
+  for (const auto& shell : context_->shells())
+    if (!shell->closed()) windows.push_back(shell->handle());
+  return ShowMessageBox(message, windows);
+}
+
+void WindowsDesktop::SetPointer(ui::Pointer pointer) {
+  context_->hourglass = pointer == ui::Pointer::Hourglass;
+  // The system asks again only when the mouse moves.
+  POINT at;
+  GetCursorPos(&at);
+  const HWND under = WindowFromPoint(at);
+  if (under && GetWindowThreadProcessId(under, nullptr) == GetCurrentThreadId())
+    SendMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+}
+
+void WindowsDesktop::RepaintActiveWindow() {
+  if (const HWND active = GetActiveWindow())
+    RedrawWindow(active, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
+
+double WindowsDesktop::TwipsPerPixelX() const { return 1440.0 / context_->look().dpi(); }
+double WindowsDesktop::TwipsPerPixelY() const { return TwipsPerPixelX(); }
+
+ui::Desktop::Area WindowsDesktop::WorkArea() const {
+  RECT area{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  const double scale = TwipsPerPixelX();
+  return {area.left * scale, area.top * scale, (area.right - area.left) * scale,
+          (area.bottom - area.top) * scale};
+}
+
+}  // namespace windows

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <memory>
+
+#include "ui/desktop.h"
+
+namespace windows {
+
+class Context;
+
+/// The user's screen on Windows.
+///
+/// Made and used on the user-interface thread, before any form. It outlives the forms' windows. What a
+/// handler of a form throws is caught at the window procedure and given to `on_failure`; the program goes on.
+class WindowsDesktop final : public ui::Desktop {
+ public:
+  struct Settings {
+    /// Dots per inch for fonts, gaps and twips; 0 is the system's.
+    int dpi = 0;
+    /// Shows a failure in a message box if nothing else is given.
+    std::function<void(const std::exception&)> on_failure = nullptr;
+  };
+  WindowsDesktop();
+  explicit WindowsDesktop(Settings settings);
+  ~WindowsDesktop() override;
+
+  /// Runs the message loop until EndProgram; returns the program's exit code.
+  int Run();
+
+  std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form& form) override;
+  std::unique_ptr<ui::AnimationWindow> MakeAnimation(ui::AnimationHost& owner,
+                                                     const ui::AnimationStyle& style) override;
+  ui::Answer ShowMessage(const ui::Message& message) override;
+  void Yield() override;
+  void SetPointer(ui::Pointer pointer) override;
+  void RepaintActiveWindow() override;
+  double TwipsPerPixelX() const override;
+  double TwipsPerPixelY() const override;
+  Area WorkArea() const override;
+  void EndProgram() override;
+
+ private:
+  std::unique_ptr<Context> context_;
+};
+
+}  // namespace windows

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "windows/ui/control_peer.h"
+
+namespace windows {
+
+/// A one-line EDIT. Every way of entering text - typing, pasting, the context menu - goes through the field's
+/// key filter, and every change is told to the field.
+class TextFieldPeer final : public ControlPeer {
+ public:
+  TextFieldPeer(PeerHost& host, Surface& parent, ui::TextField& field);
+
+  ui::Extent PreferredSize() const override;
+  void Update(ui::Aspect aspect) override;
+  void Command(WORD notification) override;
+  HBRUSH Colors(HDC dc) override;
+  void Prepare() override;
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  ui::TextField& field() const { return static_cast<ui::TextField&>(control()); }
+  LRESULT Character(WPARAM character, LPARAM lparam);
+  void Paste();
+  void CentreLine(RECT& client) const;
+  void PaintAboveAndBelow() const;
+  COLORREF BackColor() const;
+
+  bool telling_ = false;  // the program itself changes the text
+  bool select_on_release_ = false;
+};
+
+/// A drop-down list, drawn by the program so that its text shows the field's colour in every style of the
+/// system. A text that is no item stands as an extra item at the end until another text is set.
+class ChoiceListPeer final : public ControlPeer {
+ public:
+  ChoiceListPeer(PeerHost& host, Surface& parent, ui::ChoiceList& list);
+
+  ui::Extent PreferredSize() const override;
+  void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
+  void Update(ui::Aspect aspect) override;
+  void Command(WORD notification) override;
+  void Draw(const DRAWITEMSTRUCT& item) override;
+  HBRUSH Colors(HDC dc) override;
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  ui::ChoiceList& list() const { return static_cast<ui::ChoiceList&>(control()); }
+  void FillItems();
+  void SelectText();
+  /// Tells the list what is selected now, if that is news.
+  void TellChoice();
+  std::optional<LRESULT> KeyDown(WPARAM key);
+  bool DroppedDown() const { return Send(CB_GETDROPPEDSTATE) != 0; }
+  std::wstring ItemText(WPARAM index) const;
+};
+
+}  // namespace windows

@@ -1,0 +1,250 @@
+#include "windows/ui/form_shell.h"
+
+#include <cmath>
+
+#include "windows/com/wide_text.h"
+
+namespace windows {
+namespace {
+
+struct WindowStyle {
+  DWORD style;
+  DWORD extended;
+};
+
+WindowStyle StyleOf(const ui::Form& form) {
+  constexpr DWORD kTitled = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
+  WindowStyle style{};
+  switch (form.border_style()) {
+    case ui::BorderStyle::None:
+      style = {WS_POPUP, WS_EX_TOOLWINDOW};
+      break;
+    case ui::BorderStyle::FixedSingle:
+      style = {kTitled | WS_MINIMIZEBOX, 0};
+      break;
+    case ui::BorderStyle::Sizable:
+      style = {WS_OVERLAPPEDWINDOW, 0};
+      break;
+    case ui::BorderStyle::FixedDialog:
+      style = {kTitled, WS_EX_DLGMODALFRAME};
+      break;
+    case ui::BorderStyle::FixedToolWindow:
+      style = {kTitled, WS_EX_TOOLWINDOW};
+      break;
+    case ui::BorderStyle::SizableToolWindow:
+      style = {kTitled | WS_THICKFRAME, WS_EX_TOOLWINDOW};
+      break;
+  }
+  style.extended |= WS_EX_CONTROLPARENT | (form.always_on_top ? static_cast<DWORD>(WS_EX_TOPMOST) : 0);
+  return style;
+}
+
+/// Sets a flag for as long as it lives.
+class Flagged {
+ public:
+  explicit Flagged(bool& flag) : flag_(flag), former_(flag) { flag = true; }
+  ~Flagged() { flag_ = former_; }
+  Flagged(const Flagged&) = delete;
+  Flagged& operator=(const Flagged&) = delete;
+
+ private:
+  bool& flag_;
+  bool former_;
+};
+
+}  // namespace
+
+FormShell::FormShell(Context& context, ui::Form& form)
+    : Surface(context, COLOR_3DFACE), form_(form), controls_(*this, form) {}
+
+FormShell::~FormShell() {
+  Close();
+  Destroy();
+}
+
+void FormShell::Create() {
+  const Flagged moves(program_moves_);
+  const WindowStyle style = StyleOf(form_);
+  Surface::Create(ToWide(form_.Caption()).c_str(), style.style, style.extended, nullptr);
+  controls_.Create();
+}
+
+void FormShell::Close() {
+  if (closed()) return;
+  controls_.Close();
+  if (!handle()) return;
+  ShowWindow(handle(), SW_HIDE);
+  EnableWindow(handle(), FALSE);
+}
+
+double FormShell::TwipsPerPixel() const { return 1440.0 / context().look().dpi(); }
+
+RECT FormShell::FormBounds() const {
+  const auto pixels = [this](double twips) { return std::lround(twips / TwipsPerPixel()); };
+  const LONG left = pixels(form_.Left()), top = pixels(form_.Top());
+  return {left, top, left + pixels(form_.Width()), top + pixels(form_.Height())};
+}
+
+ui::Extent FormShell::Frame() const {
+  RECT outer, client;
+  GetWindowRect(handle(), &outer);
+  GetClientRect(handle(), &client);
+  RECT frame{0, 0, 0, 0};
+  AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(handle(), GWL_STYLE)), FALSE,
+                     static_cast<DWORD>(GetWindowLongW(handle(), GWL_EXSTYLE)));
+  // A window that still has no room has no client area to measure.
+  if (client.right == 0 || client.bottom == 0)
+    return {static_cast<int>(frame.right - frame.left), static_cast<int>(frame.bottom - frame.top)};
+  return {static_cast<int>(outer.right - outer.left - client.right),
+          static_cast<int>(outer.bottom - outer.top - client.bottom)};
+}
+
+ui::Extent FormShell::OuterMinimum() const {
+  const ui::Extent frame = Frame(), client = controls_.Minimum();
+  return {client.width + frame.width, client.height + frame.height};
+}
+
+ui::FormWindow::Size FormShell::BestSize() const {
+  const ui::Extent size = OuterMinimum();
+  return {size.width * TwipsPerPixel(), size.height * TwipsPerPixel()};
+}
+
+void FormShell::UpdateCaption() { SetWindowTextW(handle(), ToWide(form_.Caption()).c_str()); }
+
+void FormShell::UpdateBounds() {
+  const Flagged moves(program_moves_);
+  const RECT bounds = FormBounds();
+  if (IsIconic(handle()) || IsZoomed(handle())) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    GetWindowPlacement(handle(), &placement);
+    placement.rcNormalPosition = bounds;
+    if (!form_.Visible()) placement.showCmd = SW_HIDE;
+    SetWindowPlacement(handle(), &placement);
+  } else {
+    SetWindowPos(handle(), nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
+                 static_cast<int>(bounds.right - bounds.left), static_cast<int>(bounds.bottom - bounds.top),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+  }
+}
+
+void FormShell::UpdateState() {
+  const Flagged moves(program_moves_);
+  if (!form_.Visible()) {
+    ShowWindow(handle(), SW_HIDE);
+    return;
+  }
+  switch (form_.State()) {
+    case ui::WindowState::Normal:
+      ShowWindow(handle(), SW_SHOWNORMAL);
+      break;
+    case ui::WindowState::Minimized:
+      ShowWindow(handle(), SW_SHOWMINIMIZED);
+      break;
+    case ui::WindowState::Maximized:
+      ShowWindow(handle(), SW_SHOWMAXIMIZED);
+      break;
+  }
+}
+
+void FormShell::Repaint() {
+  RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
+
+LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (closed()) return Surface::Handle(message, wparam, lparam);
+  switch (message) {
+    case WM_CLOSE:
+      form_.CloseRequested(ui::CloseReason::User);
+      return 0;
+    case WM_ENDSESSION:
+      if (wparam) form_.CloseRequested(ui::CloseReason::SystemShutdown);
+      return 0;
+    case WM_ACTIVATE:
+      return Activated(wparam, lparam);
+    case WM_SETFOCUS:
+      controls_.RestoreFocus();
+      return 0;
+    case WM_KEYDOWN:
+      return controls_.NavigationKey(wparam) ? 0 : Surface::Handle(message, wparam, lparam);
+    case WM_SYSCHAR:
+      if (controls_.AcceleratorKey(static_cast<char32_t>(wparam))) return 0;
+      break;
+    case WM_SYSKEYDOWN:
+      controls_.ShowKeyboardCues();
+      break;
+    case WM_GETMINMAXINFO:
+      LimitSize(*reinterpret_cast<MINMAXINFO*>(lparam));
+      return 0;
+    case WM_SIZE:
+      Sized(wparam);
+      return 0;
+    case WM_MOVE:
+      TellBounds();
+      return 0;
+    case WM_SETCURSOR:
+      if (ShowHourglass(lparam)) return TRUE;
+      break;
+    default:
+      break;
+  }
+  return Surface::Handle(message, wparam, lparam);
+}
+
+LRESULT FormShell::Activated(WPARAM wparam, LPARAM lparam) {
+  if (LOWORD(wparam) == WA_INACTIVE) {
+    controls_.SaveFocus();
+    return Surface::Handle(WM_ACTIVATE, wparam, lparam);
+  }
+  Surface::Handle(WM_ACTIVATE, wparam, lparam);
+  if (!closed() && !HIWORD(wparam)) form_.WindowActivated();
+  return 0;
+}
+
+void FormShell::LimitSize(MINMAXINFO& limits) const {
+  // The program may make a window as small as it likes.
+  if (program_moves_) {
+    limits.ptMinTrackSize = {1, 1};
+    return;
+  }
+  const ui::Extent minimum = OuterMinimum();
+  limits.ptMinTrackSize = {minimum.width, minimum.height};
+}
+
+void FormShell::Sized(WPARAM how) {
+  if (form_.Visible() && !program_moves_) {
+    form_.WindowStateChanged(how == SIZE_MINIMIZED   ? ui::WindowState::Minimized
+                             : how == SIZE_MAXIMIZED ? ui::WindowState::Maximized
+                                                     : ui::WindowState::Normal);
+  }
+  if (how == SIZE_MINIMIZED) return;
+  RECT client;
+  GetClientRect(handle(), &client);
+  controls_.Arrange({static_cast<int>(client.right), static_cast<int>(client.bottom)});
+  TellBounds();
+}
+
+void FormShell::TellBounds() {
+  if (IsIconic(handle()) || program_moves_) return;
+  RECT actual;
+  GetWindowRect(handle(), &actual);
+  const RECT known = FormBounds();
+  if (EqualRect(&actual, &known)) return;
+  const double scale = TwipsPerPixel();
+  form_.WindowMoved(actual.left * scale, actual.top * scale, (actual.right - actual.left) * scale,
+                    (actual.bottom - actual.top) * scale);
+}
+
+bool FormShell::ShowHourglass(LPARAM lparam) const {
+  if (!context().hourglass || LOWORD(lparam) != HTCLIENT) return false;
+  SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+  return true;
+}
+
+FormWindowPeer::~FormWindowPeer() {
+  Context& context = shell_.context();
+  shell_.Close();
+  context.DestroyClosed();
+}
+
+}  // namespace windows

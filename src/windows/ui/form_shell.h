@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+
+#include "ui/form.h"
+#include "windows/ui/control_set.h"
+#include "windows/ui/surface.h"
+
+namespace windows {
+
+/// The top-level window of a form. The form's bounds are twips and stay as they were written; the window
+/// stands on the nearest whole pixels, and tells the form only what the user or the system made of it.
+///
+/// Owned by the context, which outlives the form's hold on it (see there how a window goes).
+class FormShell final : public Surface {
+ public:
+  FormShell(Context& context, ui::Form& form);
+  ~FormShell() override;
+
+  void Create();
+  /// The form lets go of its window.
+  void Close();
+  bool closed() const { return controls_.closed(); }
+
+  void UpdateCaption();
+  void UpdateBounds();
+  void UpdateState();
+  void Repaint();
+  ui::FormWindow::Size BestSize() const;
+
+  ControlPeer* PeerOf(const ui::Control& control) const { return controls_.PeerOf(control); }
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  double TwipsPerPixel() const;
+  /// The pixels on which the form's bounds lie.
+  RECT FormBounds() const;
+  ui::Extent Frame() const;
+  ui::Extent OuterMinimum() const;
+  void LimitSize(MINMAXINFO& limits) const;
+  void TellBounds();
+  void Sized(WPARAM how);
+  LRESULT Activated(WPARAM wparam, LPARAM lparam);
+  bool ShowHourglass(LPARAM lparam) const;
+
+  ui::Form& form_;
+  ControlSet controls_;
+  bool program_moves_ = false;
+};
+
+/// What the form holds of its window; letting it go closes the window.
+class FormWindowPeer final : public ui::FormWindow {
+ public:
+  explicit FormWindowPeer(FormShell& shell) : shell_(shell) {}
+  ~FormWindowPeer() override;
+
+  void UpdateCaption() override { shell_.UpdateCaption(); }
+  void UpdateBounds() override { shell_.UpdateBounds(); }
+  void UpdateState() override { shell_.UpdateState(); }
+  void Repaint() override { shell_.Repaint(); }
+  Size BestSize() const override { return shell_.BestSize(); }
+
+ private:
+  FormShell& shell_;
+};
+
+}  // namespace windows

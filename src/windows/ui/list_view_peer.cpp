@@ -1,0 +1,91 @@
+#include "windows/ui/list_view_peer.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "windows/com/wide_text.h"
+#include "windows/ui/pictures.h"
+
+namespace windows {
+
+ListViewPeer::ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list)
+    : ControlPeer(host, parent, list) {
+  Create(WC_LISTVIEWW, L"", LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+         WS_EX_CLIENTEDGE);
+  const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER;
+  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
+  MakeImages();
+  MakeColumns();
+  ShowRows();
+}
+
+void ListViewPeer::MakeImages() {
+  const int size = look().Scaled(16);
+  // The list view destroys its image list.
+  const HIMAGELIST images = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 2, 0);
+  for (const Picture mark : {Picture::GreenMark, Picture::RedMark})
+    ImageList_ReplaceIcon(images, -1, DrawPicture(mark, size).get());
+  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+}
+
+void ListViewPeer::MakeColumns() {
+  const auto& headers = list().Headers();
+  widths_.assign(headers.size(), 0);
+  answered_.resize(headers.size());
+  for (std::size_t column = 0; column < headers.size(); ++column) {
+    std::wstring text = ToWide(headers[column]);
+    LVCOLUMNW description{};
+    description.mask = LVCF_TEXT;
+    description.pszText = text.data();
+    Send(LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&description));
+    Widen(column, headers[column], look().Scaled(24));
+  }
+}
+
+ui::Extent ListViewPeer::PreferredSize() const { return {look().Scaled(560), look().Scaled(260)}; }
+
+void ListViewPeer::Widen(std::size_t column, const std::string& text, int extra) {
+  const int width = look().TextSize(ToWide(text)).width + extra;
+  if (width <= widths_[column]) return;
+  widths_[column] = width;
+  Send(LVM_SETCOLUMNWIDTH, column, width);
+}
+
+void ListViewPeer::ShowRows() {
+  const auto& rows = list().Rows();
+  if (rows.size() < rows_shown_) rows_shown_ = 0;
+  const int padding = look().Scaled(14), mark = look().Scaled(20);
+  for (; rows_shown_ < rows.size(); ++rows_shown_) {
+    const auto& cells = rows[rows_shown_].cells;
+    for (std::size_t column = 0; column < std::min(cells.size(), widths_.size()); ++column)
+      Widen(column, cells[column], column == 0 ? padding + mark : padding);
+  }
+  Send(LVM_SETITEMCOUNT, rows.size(), rows.empty() ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+  if (!rows.empty()) Send(LVM_ENSUREVISIBLE, rows.size() - 1, FALSE);
+}
+
+void ListViewPeer::Update(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Rows)
+    ShowRows();
+  else
+    ControlPeer::Update(aspect);
+}
+
+LRESULT ListViewPeer::Notify(NMHDR& header) {
+  if (header.code != LVN_GETDISPINFOW) return 0;
+  LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
+  const auto row = static_cast<std::size_t>(item.iItem), column = static_cast<std::size_t>(item.iSubItem);
+  if (row >= list().Rows().size()) return 0;
+  const ui::ListView::Row& shown = list().Rows()[row];
+  if (item.mask & LVIF_IMAGE) item.iImage = shown.icon == ui::ListView::Icon::Green ? 0 : 1;
+  if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
+    answered_[column] = column < shown.cells.size() ? ToWide(shown.cells[column]) : std::wstring();
+    item.pszText = answered_[column].data();
+  }
+  return 0;
+}
+
+}  // namespace windows

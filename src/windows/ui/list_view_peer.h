@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "windows/ui/control_peer.h"
+
+namespace windows {
+
+/// A report list that asks the control for the rows it shows, so that a long list costs no more than a short
+/// one. Each column is as wide as the widest text that it has held.
+class ListViewPeer final : public ControlPeer {
+ public:
+  ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list);
+
+  ui::Extent PreferredSize() const override;
+  void Update(ui::Aspect aspect) override;
+  LRESULT Notify(NMHDR& header) override;
+
+ private:
+  const ui::ListView& list() const { return static_cast<const ui::ListView&>(control()); }
+  void MakeImages();
+  void MakeColumns();
+  void ShowRows();
+  void Widen(std::size_t column, const std::string& text, int extra);
+
+  std::size_t rows_shown_ = 0;
+  std::vector<int> widths_;
+  std::vector<std::wstring> answered_;  // the texts last handed to the system, a column each
+};
+
+}  // namespace windows

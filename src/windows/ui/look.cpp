@@ -1,0 +1,63 @@
+#include "windows/ui/look.h"
+
+#include <array>
+
+namespace windows {
+namespace {
+
+LOGFONTW MessageFont(int dpi) {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
+  LOGFONTW font = metrics.lfMessageFont;
+  font.lfHeight = MulDiv(font.lfHeight, dpi, Look::SystemDpi());
+  return font;
+}
+
+}  // namespace
+
+Look::Look(int dpi) : dpi_(dpi), measuring_(CreateCompatibleDC(nullptr)) {
+  LOGFONTW font = MessageFont(dpi);
+  normal_.reset(CreateFontIndirectW(&font));
+  font.lfWeight = FW_BOLD;
+  bold_.reset(CreateFontIndirectW(&font));
+  const Selected in(measuring_.get(), normal_.get());
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(measuring_.get(), &metrics);
+  text_height_ = metrics.tmHeight;
+  SIZE digits{};
+  GetTextExtentPoint32W(measuring_.get(), L"0123456789", 10, &digits);
+  digit_width_ = (digits.cx + 9) / 10;
+}
+
+int Look::SystemDpi() {
+  const HDC screen = GetDC(nullptr);
+  const int dpi = screen ? GetDeviceCaps(screen, LOGPIXELSY) : 0;
+  ReleaseDC(nullptr, screen);
+  return dpi > 0 ? dpi : 96;
+}
+
+HFONT Look::Font(Weight weight) const { return weight == Weight::Bold ? bold_.get() : normal_.get(); }
+
+ui::Extent Look::TextSize(const std::wstring& text, Weight weight, bool caption) const {
+  const Selected in(measuring_.get(), Font(weight));
+  RECT box{};
+  DrawTextW(measuring_.get(), text.c_str(), static_cast<int>(text.size()), &box,
+            DT_CALCRECT | DT_LEFT | DT_NOCLIP | (caption ? 0u : static_cast<UINT>(DT_NOPREFIX)));
+  return {static_cast<int>(box.right), text.empty() ? text_height_ : static_cast<int>(box.bottom)};
+}
+
+COLORREF ToColorRef(ui::Color color) {
+  const auto value = static_cast<std::uint32_t>(color);
+  constexpr std::uint32_t kSystemColor = 0x80000000u;
+  return value & kSystemColor ? GetSysColor(static_cast<int>(value & 0xFFu)) : value & 0x00FFFFFFu;
+}
+
+COLORREF Between(int system_color, int other_system_color, int percent) {
+  const COLORREF one = GetSysColor(system_color), other = GetSysColor(other_system_color);
+  const auto mix = [&](BYTE a, BYTE b) { return static_cast<BYTE>(a + (b - a) * percent / 100); };
+  return RGB(mix(GetRValue(one), GetRValue(other)), mix(GetGValue(one), GetGValue(other)),
+             mix(GetBValue(one), GetBValue(other)));
+}
+
+}  // namespace windows

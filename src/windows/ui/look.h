@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+
+#include "ui/control.h"
+#include "ui/layout_engine.h"
+#include "windows/ui/gdi.h"
+
+namespace windows {
+
+/// Fonts, measures and colours of all windows of the program: the system's message font at one resolution.
+class Look {
+ public:
+  /// Dots per inch; 96 is a scale of 100 %.
+  explicit Look(int dpi);
+
+  static int SystemDpi();
+  int dpi() const { return dpi_; }
+  /// A length that is given for 96 dots per inch.
+  int Scaled(int pixels) const { return MulDiv(pixels, dpi_, 96); }
+
+  enum class Weight { Normal, Bold };
+  HFONT Font(Weight weight = Weight::Normal) const;
+  int TextHeight() const { return text_height_; }
+  int DigitWidth() const { return digit_width_; }
+  /// The size of a text of one or more lines; with `caption` a "&" marks the accelerator and takes no room.
+  ui::Extent TextSize(const std::wstring& text, Weight weight = Weight::Normal, bool caption = false) const;
+  /// The height of text fields and lists.
+  int FieldHeight() const { return text_height_ + Scaled(8); }
+
+ private:
+  int dpi_;
+  OwnedFont normal_;
+  OwnedFont bold_;
+  OwnedDc measuring_;
+  int text_height_ = 0;
+  int digit_width_ = 0;
+};
+
+COLORREF ToColorRef(ui::Color color);
+/// Between two system colours; 0 is the first, 100 the second. Keeps lines and quiet texts readable in every
+/// colour scheme.
+COLORREF Between(int system_color, int other_system_color, int percent);
+
+}  // namespace windows

@@ -1,0 +1,96 @@
+#include "windows/ui/message_box.h"
+
+#include <algorithm>
+#include <string>
+
+#include "windows/com/wide_text.h"
+
+namespace windows {
+namespace {
+
+UINT FlagsOf(const ui::Message& message) {
+  UINT flags = message.second_is_default ? MB_DEFBUTTON2 : MB_DEFBUTTON1;
+  switch (message.icon) {
+    case ui::Icon::None:
+      break;
+    case ui::Icon::Critical:
+      flags |= MB_ICONERROR;
+      break;
+    case ui::Icon::Question:
+      flags |= MB_ICONQUESTION;
+      break;
+    case ui::Icon::Exclamation:
+      flags |= MB_ICONWARNING;
+      break;
+    case ui::Icon::Information:
+      flags |= MB_ICONINFORMATION;
+      break;
+  }
+  switch (message.buttons) {
+    case ui::Buttons::Ok:
+      return flags | MB_OK;
+    case ui::Buttons::OkCancel:
+      return flags | MB_OKCANCEL;
+    case ui::Buttons::YesNo:
+      return flags | MB_YESNO;
+  }
+  return flags;
+}
+
+ui::Answer AnswerOf(int pressed, ui::Buttons buttons) {
+  switch (pressed) {
+    case IDOK:
+      return ui::Answer::Ok;
+    case IDYES:
+      return ui::Answer::Yes;
+    case IDNO:
+      return ui::Answer::No;
+    default:  // closed
+      return buttons == ui::Buttons::Ok      ? ui::Answer::Ok
+             : buttons == ui::Buttons::YesNo ? ui::Answer::No
+                                             : ui::Answer::Cancel;
+  }
+}
+
+/// The title of a message that has none of its own: the program's name.
+std::wstring ProgramName() {
+  wchar_t path[MAX_PATH];
+  const std::wstring file(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+  const std::wstring name = file.substr(file.find_last_of(L'\\') + 1);
+  return name.substr(0, name.find_last_of(L'.'));
+}
+
+/// Disables windows and enables them again.
+class Disabled {
+ public:
+  Disabled(const std::vector<HWND>& windows, HWND but) {
+    for (const HWND window : windows)
+      if (window != but && IsWindowEnabled(window) && IsWindowVisible(window)) {
+        EnableWindow(window, FALSE);
+        windows_.push_back(window);
+      }
+  }
+  ~Disabled() {
+    for (const HWND window : windows_)
+      if (IsWindow(window)) EnableWindow(window, TRUE);
+  }
+  Disabled(const Disabled&) = delete;
+  Disabled& operator=(const Disabled&) = delete;
+
+ private:
+  std::vector<HWND> windows_;
+};
+
+}  // namespace
+
+ui::Answer ShowMessageBox(const ui::Message& message, const std::vector<HWND>& windows) {
+  HWND owner = GetActiveWindow();
+  if (std::find(windows.begin(), windows.end(), owner) == windows.end() || !IsWindowVisible(owner))
+    owner = nullptr;
+  const Disabled others(windows, owner);
+  const std::wstring caption = message.caption.empty() ? ProgramName() : ToWide(message.caption);
+  const UINT flags = FlagsOf(message) | (owner ? 0 : MB_SETFOREGROUND | MB_TASKMODAL);
+  return AnswerOf(MessageBoxW(owner, ToWide(message.text).c_str(), caption.c_str(), flags), message.buttons);
+}
+
+}  // namespace windows

@@ -1,0 +1,195 @@
+#include "windows/ui/simple_peers.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "windows/com/wide_text.h"
+
+namespace windows {
+namespace {
+
+/// A text with the line ends that the system's controls want.
+std::wstring WithLineEnds(const std::string& text) {
+  std::string lines;
+  for (const char character : text) {
+    if (character == '\r') continue;
+    lines += character == '\n' ? std::string("\r\n") : std::string(1, character);
+  }
+  return ToWide(lines);
+}
+
+}  // namespace
+
+LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label) : ControlPeer(host, parent, label) {
+  const bool data = label.shows_data || label.columns > 0;
+  Create(L"STATIC", ToWide(label.Text()),
+         static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) | (label.shows_data ? SS_NOPREFIX : 0)));
+  SetFont(weight());
+}
+
+Look::Weight LabelPeer::weight() const {
+  return label().weight == ui::Label::Weight::Heading ? Look::Weight::Bold : Look::Weight::Normal;
+}
+
+ui::Extent LabelPeer::PreferredSize() const {
+  ui::Extent size = look().TextSize(ToWide(label().Text()), weight(), !label().shows_data);
+  if (label().columns > 0) size.width = label().columns * look().DigitWidth();
+  return size;
+}
+
+void LabelPeer::Update(ui::Aspect aspect) {
+  ControlPeer::Update(aspect);
+  if (aspect != ui::Aspect::Text) return;
+  const ui::Extent wanted = PreferredSize();
+  if (wanted.width > place().width || wanted.height > place().height) host().Relayout();
+}
+
+FramePeer::FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested)
+    : ControlPeer(host, parent, frame), nested_(nested) {
+  Create(L"BUTTON", ToWide(frame.Text()), BS_GROUPBOX);
+  SetFont(weight());
+}
+
+ui::Extent FramePeer::PreferredSize() const {
+  const int caption = look().TextSize(ToWide(control().Text()), weight(), true).width;
+  return {caption + look().Scaled(32), look().TextHeight() + look().Scaled(16)};
+}
+
+ui::Insets FramePeer::FrameInsets() const {
+  const int top = look().TextHeight() + look().Scaled(nested_ ? 5 : 7);
+  if (nested_) return {0, top, 0, look().Scaled(2)};
+  return {look().Scaled(12), top, look().Scaled(12), look().Scaled(12)};
+}
+
+void FramePeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
+  if (rectangle != place()) InvalidateRect(handle(), nullptr, FALSE);
+  ControlPeer::Place(rectangle, batch);
+}
+
+LRESULT FramePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT: {
+      PAINTSTRUCT paint;
+      Paint(BeginPaint(handle(), &paint));
+      EndPaint(handle(), &paint);
+      return 0;
+    }
+    case WM_PRINTCLIENT:
+      Paint(reinterpret_cast<HDC>(wparam));
+      return 0;
+    case WM_SIZE:
+      InvalidateRect(handle(), nullptr, FALSE);
+      return 0;
+    default:
+      return ControlPeer::Handle(message, wparam, lparam);
+  }
+}
+
+void FramePeer::Paint(HDC dc) const {
+  RECT area;
+  GetClientRect(handle(), &area);
+  FillRect(dc, &area, GetSysColorBrush(backdrop()));
+  PaintLine(dc, area);
+  const std::wstring caption = ToWide(control().Text());
+  if (caption.empty()) return;
+  const ui::Extent text = look().TextSize(caption, weight(), true);
+  const int left = nested_ ? 0 : look().Scaled(9), padding = nested_ ? 0 : look().Scaled(4);
+  RECT place{left, 0, left + text.width + 2 * padding + (nested_ ? look().Scaled(6) : 0), text.height};
+  FillRect(dc, &place, GetSysColorBrush(backdrop()));
+  place.left += padding;
+  const Selected font(dc, look().Font(weight()));
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, nested_ ? Between(backdrop(), COLOR_BTNTEXT, 72) : ToColorRef(control().ForeColor()));
+  DrawTextW(dc, caption.c_str(), -1, &place, DT_SINGLELINE | DT_LEFT | DT_TOP | DT_NOCLIP);
+}
+
+void FramePeer::PaintLine(HDC dc, const RECT& area) const {
+  const OwnedPen pen(CreatePen(PS_SOLID, look().Scaled(1), Between(backdrop(), COLOR_BTNTEXT, 22)));
+  const Selected in_pen(dc, pen.get());
+  const Selected in_brush(dc, GetStockObject(NULL_BRUSH));
+  const int middle = look().TextHeight() / 2;  // of the caption, and in line with it where there is none
+  if (nested_) {
+    MoveToEx(dc, area.left, middle, nullptr);
+    LineTo(dc, area.right, middle);
+  } else {
+    RoundRect(dc, area.left, middle, area.right, area.bottom, look().Scaled(6), look().Scaled(6));
+  }
+}
+
+StatusBarPeer::StatusBarPeer(PeerHost& host, Surface& parent, ui::StatusBar& bar, bool grip)
+    : ControlPeer(host, parent, bar) {
+  Create(STATUSCLASSNAMEW, L"",
+         static_cast<DWORD>(CCS_NOPARENTALIGN | CCS_NORESIZE | (grip ? SBARS_SIZEGRIP : 0)));
+}
+
+ui::Extent StatusBarPeer::PreferredSize() const {
+  return {look().Scaled(120), look().TextHeight() + look().Scaled(9)};
+}
+
+void StatusBarPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
+  ControlPeer::Place(rectangle, batch);
+  const auto count = static_cast<int>(static_cast<const ui::StatusBar&>(control()).Panels().size());
+  std::vector<int> right_edges;
+  for (int panel = 1; panel < count; ++panel) right_edges.push_back(rectangle.width * panel / count);
+  right_edges.push_back(-1);
+  Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
+  ShowTexts();
+}
+
+void StatusBarPeer::Update(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Text)
+    ShowTexts();
+  else
+    ControlPeer::Update(aspect);
+}
+
+void StatusBarPeer::ShowTexts() const {
+  WPARAM part = 0;
+  for (const std::string& text : static_cast<const ui::StatusBar&>(control()).Panels())
+    Send(SB_SETTEXTW, part++, reinterpret_cast<LPARAM>(ToWide(text).c_str()));
+}
+
+WebViewPeer::WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view)
+    : ControlPeer(host, parent, view) {
+  Create(L"EDIT", WithLineEnds(view.Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL, WS_EX_CLIENTEDGE);
+}
+
+ui::Extent WebViewPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(200)}; }
+
+void WebViewPeer::Update(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Text)
+    SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
+  else
+    ControlPeer::Update(aspect);
+}
+
+HBRUSH WebViewPeer::Colors(HDC dc) {
+  SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+  SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+  return GetSysColorBrush(COLOR_WINDOW);
+}
+
+AnimationHostPeer::AnimationHostPeer(PeerHost& host, Surface& parent, ui::AnimationHost& area)
+    : ControlPeer(host, parent, area) {
+  Create(L"STATIC", L"", SS_LEFT | WS_CLIPCHILDREN);
+}
+
+// A little more than the clip, whose pixels are not scaled.
+ui::Extent AnimationHostPeer::PreferredSize() const {
+  constexpr int kClipWidth = 320, kClipHeight = 72;
+  return {std::max(kClipWidth, look().Scaled(kClipWidth)), kClipHeight + look().Scaled(8)};
+}
+
+LRESULT AnimationHostPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  // The animation asks for the background it is to be transparent on.
+  if (message == WM_CTLCOLORSTATIC) return reinterpret_cast<LRESULT>(Colors(reinterpret_cast<HDC>(wparam)));
+  return ControlPeer::Handle(message, wparam, lparam);
+}
+
+}  // namespace windows

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "windows/ui/control_peer.h"
+#include "windows/ui/gdi.h"
+#include "windows/ui/surface.h"
+
+/// The peers of the controls that do little.
+namespace windows {
+
+class LabelPeer final : public ControlPeer {
+ public:
+  LabelPeer(PeerHost& host, Surface& parent, ui::Label& label);
+  ui::Extent PreferredSize() const override;
+  void Update(ui::Aspect aspect) override;
+
+ private:
+  const ui::Label& label() const { return static_cast<const ui::Label&>(control()); }
+  Look::Weight weight() const;
+};
+
+/// A button with a caption, or with a picture drawn for the resolution.
+class ButtonPeer final : public ControlPeer {
+ public:
+  ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default);
+  ui::Extent PreferredSize() const override;
+  void Command(WORD notification) override;
+  void Press() override;
+
+ private:
+  ui::Button& button() const { return static_cast<ui::Button&>(control()); }
+  OwnedIcon picture_;
+};
+
+/// An option button or a check box.
+class MarkPeer final : public ControlPeer {
+ public:
+  MarkPeer(PeerHost& host, Surface& parent, ui::OptionButton& option);
+  MarkPeer(PeerHost& host, Surface& parent, ui::CheckBox& box);
+  ui::Extent PreferredSize() const override;
+  void Update(ui::Aspect aspect) override;
+  void Command(WORD notification) override;
+  void Press() override;
+
+ private:
+  ui::OptionButton* option() const;
+  void ShowMark() const;
+};
+
+/// A frame: on a page a thin border with a bold caption; inside another frame a caption and a line.
+class FramePeer final : public ControlPeer {
+ public:
+  FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested);
+  ui::Extent PreferredSize() const override;
+  ui::Insets FrameInsets() const;
+  void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+
+ private:
+  Look::Weight weight() const { return nested_ ? Look::Weight::Normal : Look::Weight::Bold; }
+  void Paint(HDC dc) const;
+  void PaintLine(HDC dc, const RECT& area) const;
+  bool nested_;
+};
+
+class StatusBarPeer final : public ControlPeer {
+ public:
+  StatusBarPeer(PeerHost& host, Surface& parent, ui::StatusBar& bar, bool grip);
+  ui::Extent PreferredSize() const override;
+  void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
+  void Update(ui::Aspect aspect) override;
+
+ private:
+  void ShowTexts() const;
+};
+
+/// Shows the page's text, to be scrolled and copied.
+class WebViewPeer final : public ControlPeer {
+ public:
+  WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view);
+  ui::Extent PreferredSize() const override;
+  void Update(ui::Aspect aspect) override;
+  HBRUSH Colors(HDC dc) override;
+};
+
+/// A plain area; an animation becomes its child.
+class AnimationHostPeer final : public ControlPeer {
+ public:
+  AnimationHostPeer(PeerHost& host, Surface& parent, ui::AnimationHost& area);
+  ui::Extent PreferredSize() const override;
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+};
+
+}  // namespace windows

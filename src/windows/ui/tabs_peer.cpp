@@ -1,0 +1,84 @@
+#include "windows/ui/tabs_peer.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "windows/com/wide_text.h"
+
+namespace windows {
+namespace {
+
+constexpr int kPageColor = COLOR_WINDOW;
+
+}  // namespace
+
+TabsPeer::TabsPeer(PeerHost& host, Surface& parent, ui::Tabs& tabs) : ControlPeer(host, parent, tabs) {
+  Create(WC_TABCONTROLW, L"", WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
+  Send(TCM_SETPADDING, 0, MAKELPARAM(look().Scaled(10), look().Scaled(4)));
+  for (std::size_t index = 0; index < tabs.Captions().size(); ++index) {
+    std::wstring caption = ToWide(tabs.Captions()[index]);
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = caption.data();
+    Send(TCM_INSERTITEMW, index, reinterpret_cast<LPARAM>(&item));
+    pages_.push_back(std::make_unique<Surface>(host.context(), kPageColor));
+    pages_.back()->Create(L"", WS_CHILD, WS_EX_CONTROLPARENT, handle());
+  }
+  ShowPage();
+}
+
+TabsPeer::~TabsPeer() = default;
+
+ui::Insets TabsPeer::TabInsets() const {
+  RECT page{0, 0, 1000, 1000};
+  Send(TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&page));
+  return {static_cast<int>(page.left), static_cast<int>(page.top), static_cast<int>(1000 - page.right),
+          static_cast<int>(1000 - page.bottom)};
+}
+
+ui::Extent TabsPeer::PreferredSize() const {
+  RECT last{};
+  Send(TCM_GETITEMRECT, pages_.size() - 1, reinterpret_cast<LPARAM>(&last));
+  RECT first{};
+  Send(TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
+  return {static_cast<int>(last.right - first.left) + look().Scaled(8), static_cast<int>(last.bottom)};
+}
+
+void TabsPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
+  ControlPeer::Place(rectangle, batch);
+  const ui::Insets insets = TabInsets();
+  for (const auto& page : pages_) {
+    page->origin = {rectangle.left + insets.left, rectangle.top + insets.top};
+    SetWindowPos(page->handle(), nullptr, insets.left, insets.top,
+                 rectangle.width - insets.left - insets.right, rectangle.height - insets.top - insets.bottom,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+}
+
+void TabsPeer::Update(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Selection)
+    ShowPage();
+  else
+    ControlPeer::Update(aspect);
+}
+
+void TabsPeer::ShowPage() {
+  const std::size_t front = tabs().Selected();
+  if (Send(TCM_GETCURSEL) != static_cast<LRESULT>(front)) Send(TCM_SETCURSEL, front);
+  const HWND focus = GetFocus();
+  ShowWindow(pages_.at(front)->handle(), SW_SHOWNA);
+  for (std::size_t index = 0; index < pages_.size(); ++index) {
+    if (index == front) continue;
+    // The focus may not stay on a page that goes out of sight.
+    if (focus && IsChild(pages_[index]->handle(), focus)) ::SetFocus(handle());
+    ShowWindow(pages_[index]->handle(), SW_HIDE);
+  }
+}
+
+LRESULT TabsPeer::Notify(NMHDR& header) {
+  if (header.code == TCN_SELCHANGE) tabs().Select(static_cast<std::size_t>(Send(TCM_GETCURSEL)));
+  return 0;
+}
+
+}  // namespace windows

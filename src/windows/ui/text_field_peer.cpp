@@ -1,0 +1,149 @@
+#include "windows/com/wide_text.h"
+#include "windows/ui/field_peers.h"
+#include "windows/ui/surface.h"
+
+namespace windows {
+namespace {
+
+constexpr WPARAM kSelectAll = 1;  // Ctrl+A, as a character
+constexpr WPARAM kFirstPrintable = 0x20;
+
+/// The text on the clipboard; empty where there is none.
+std::wstring ClipboardText(HWND owner) {
+  std::wstring text;
+  if (!OpenClipboard(owner)) return text;
+  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+    if (const auto* characters = static_cast<const wchar_t*>(GlobalLock(data))) text = characters;
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
+}  // namespace
+
+TextFieldPeer::TextFieldPeer(PeerHost& host, Surface& parent, ui::TextField& field)
+    : ControlPeer(host, parent, field) {
+  Create(L"EDIT", ToWide(field.Text()), ES_LEFT | ES_AUTOHSCROLL | (field.Locked() ? ES_READONLY : 0),
+         WS_EX_CLIENTEDGE);
+}
+
+ui::Extent TextFieldPeer::PreferredSize() const {
+  const int digits = field().columns > 0 ? field().columns : 8;
+  return {digits * look().DigitWidth() + look().Scaled(14), look().FieldHeight()};
+}
+
+void TextFieldPeer::Update(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Locked) Send(EM_SETREADONLY, field().Locked());
+  telling_ = true;
+  ControlPeer::Update(aspect);
+  telling_ = false;
+  if (aspect != ui::Aspect::Text)
+    RedrawWindow(handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
+}
+
+void TextFieldPeer::Command(WORD notification) {
+  if (notification == EN_CHANGE && !telling_) field().UserChangesText(ToUtf8(WindowText()));
+}
+
+COLORREF TextFieldPeer::BackColor() const {
+  return ToColorRef(field().Locked() || !field().Enabled() ? ui::Color::ButtonFace : field().BackColor());
+}
+
+HBRUSH TextFieldPeer::Colors(HDC dc) {
+  ControlPeer::Colors(dc);
+  SetBkColor(dc, BackColor());
+  SetDCBrushColor(dc, BackColor());
+  return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+}
+
+/// The system puts the line at the top of the field; it belongs in the middle, level with its label.
+void TextFieldPeer::CentreLine(RECT& client) const {
+  const LONG line = look().TextHeight() + 2, spare = client.bottom - client.top - line;
+  if (spare <= 0) return;
+  client.top += spare / 2;
+  client.bottom = client.top + line;
+}
+
+void TextFieldPeer::PaintAboveAndBelow() const {
+  RECT window, client;
+  GetWindowRect(handle(), &window);
+  GetClientRect(handle(), &client);
+  POINT origin{0, 0};
+  ClientToScreen(handle(), &origin);
+  OffsetRect(&client, static_cast<int>(origin.x - window.left), static_cast<int>(origin.y - window.top));
+  const LONG edge = GetSystemMetrics(SM_CYEDGE);
+  const RECT above{client.left, edge, client.right, client.top};
+  const RECT below{client.left, client.bottom, client.right, window.bottom - window.top - edge};
+  const HDC dc = GetWindowDC(handle());
+  SetDCBrushColor(dc, BackColor());
+  for (const RECT& band : {above, below}) FillRect(dc, &band, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+  ReleaseDC(handle(), dc);
+}
+
+void TextFieldPeer::Prepare() {
+  if (!field().Locked()) Send(EM_SETSEL, 0, -1);
+}
+
+LRESULT TextFieldPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_KEYDOWN:
+      if (field().on_key_down && field().on_key_down(static_cast<int>(wparam), HeldKeys())) return 0;
+      if (!alive()) return 0;
+      break;
+    case WM_CHAR:
+      return Character(wparam, lparam);
+    case WM_NCCALCSIZE: {
+      const LRESULT result = Default(message, wparam, lparam);
+      CentreLine(wparam ? reinterpret_cast<NCCALCSIZE_PARAMS*>(lparam)->rgrc[0]
+                        : *reinterpret_cast<RECT*>(lparam));
+      return result;
+    }
+    case WM_NCPAINT: {
+      const LRESULT result = Default(message, wparam, lparam);
+      PaintAboveAndBelow();
+      return result;
+    }
+    case WM_PASTE:
+      Paste();
+      return 0;
+    case WM_LBUTTONDOWN:
+      select_on_release_ = GetFocus() != handle();
+      break;
+    case WM_LBUTTONUP: {
+      const LRESULT result = Default(message, wparam, lparam);
+      DWORD start = 0, end = 0;
+      Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+      if (alive() && select_on_release_ && start == end) Prepare();
+      select_on_release_ = false;
+      return result;
+    }
+    default:
+      break;
+  }
+  return ControlPeer::Handle(message, wparam, lparam);
+}
+
+LRESULT TextFieldPeer::Character(WPARAM character, LPARAM lparam) {
+  if (character == kSelectAll) {
+    Send(EM_SETSEL, 0, -1);
+    return 0;
+  }
+  // The other control characters are commands such as copy and undo; Backspace alone enters something.
+  const bool enters = character >= kFirstPrintable || character == VK_BACK;
+  if (enters && field().on_key_press && !field().on_key_press(static_cast<char32_t>(character))) return 0;
+  return alive() ? ControlPeer::Handle(WM_CHAR, character, lparam) : 0;
+}
+
+void TextFieldPeer::Paste() {
+  if (field().Locked()) return;
+  std::wstring accepted;
+  for (const wchar_t character : ClipboardText(handle())) {
+    if (character < kFirstPrintable) continue;
+    if (!field().on_key_press || field().on_key_press(character)) accepted += character;
+    if (!alive()) return;
+  }
+  if (!accepted.empty()) Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(accepted.c_str()));
+}
+
+}  // namespace windows
