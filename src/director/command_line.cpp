@@ -38,6 +38,7 @@ void AddConfigureCommand(CLI::App& app, Options& options) {
 
   CLI::App* screen = app.add_subcommand("screen", "Print what the plug-in's windows show, page by page");
   screen->callback([&] { options.command = Command::Screen; });
+  app.add_subcommand("close", "Close the plug-in's window")->callback([&] { options.command = Command::Close; });
 }
 
 void AddFaultCommands(CLI::App& app, Options& options) {

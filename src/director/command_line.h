@@ -14,6 +14,7 @@ enum class Command {
   Show,
   Configure,
   Screen,
+  Close,
   FaultAdd,
   FaultClear,
   FaultVanish,

@@ -15,12 +15,14 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program)
 }
 
 void fLog::LogCommand(const std::string& action, const std::string& results) {
+  Load();
   lstActivity.Append({ui::ListView::Icon::Green, {program_.TimeOfDay(), action, results}});
 }
 
 void fLog::LogError(const std::string& message) {
   const std::vector<std::string> parts = text::Split(message, "\r\n");
   const bool has_result = parts.size() >= 2;
+  Load();
   lstActivity.Append({ui::ListView::Icon::Red,
                       {program_.TimeOfDay(), has_result ? parts[0] : "", has_result ? parts[1] : ""}});
   if (cbOpenOnError.Checked()) Show();

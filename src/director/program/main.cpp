@@ -69,6 +69,7 @@ int Run(const Options& options) {
     case Command::Show: return director::PrintDevice(lns::ObjectServer(ObjectServer()), options.path, std::cout), 0;
     case Command::Configure: return RunConfigure(options);
     case Command::Screen: return director::PrintScreen(std::cout) ? 0 : kFailed;
+    case Command::Close: return director::CloseWindow() ? 0 : kFailed;
     case Command::FaultAdd: return knobs().AddFault(options.fault), 0;
     case Command::FaultClear: return knobs().ClearFaults(), 0;
     case Command::FaultVanish: return knobs().Vanish(options.device), 0;

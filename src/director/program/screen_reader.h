@@ -9,4 +9,7 @@ namespace director {
 /// shows no window.
 bool PrintScreen(std::ostream& out);
 
+/// Asks the plug-in's window to close, as its close box does. False where it shows no window.
+bool CloseWindow();
+
 }  // namespace director

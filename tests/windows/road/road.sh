@@ -14,14 +14,14 @@ failed=0
 
 fail() { printf 'FAILED: %s\n' "$*"; failed=1; }
 expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):"; cat "$1"; }; }
-running() { "$wine" wine tasklist 2>/dev/null | grep -c QM5RFcPirConfigure; }
+# Processes are looked up from outside, by the folder and name of the program that COM starts.
+running() { pgrep -f "$(basename "$programs")[/\\\\]QM5RFcPirConfigure.exe"; }
 expect_gone() {
   for _ in $(seq 50); do
-    [ "$(running)" = 0 ] && return
+    running >/dev/null || return
     sleep 0.2
   done
   fail "the plug-in is still running after: $1"
-  "$wine" wine taskkill /f /im QM5RFcPirConfigure.exe >/dev/null 2>&1
 }
 
 "$wine" wine cmd /c exit >/dev/null 2>&1
@@ -31,7 +31,8 @@ cp "$root/demo/network.json" "$work/network.json"
 cp "$work/network.json" "$work/before.json"
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
 
-"$wine" wine cscript //nologo "$here/director.vbs" >"$work/director.txt" 2>&1 || fail "director.vbs ended with $?"
+# The script host takes a path that begins with "/" for a switch.
+"$wine" wine cscript //nologo "Z:${here//\//\\}\\director.vbs" >"$work/director.txt" 2>&1 || fail "director.vbs ended with $?"
 expect "$work/director.txt" "checks passed"
 grep FAILED "$work/director.txt" && failed=1
 expect_gone "director.vbs"
@@ -40,7 +41,7 @@ expect_gone "director.vbs"
   >"$work/configure.txt" 2>&1 || { fail "configure"; cat "$work/configure.txt"; }
 "$wine" "$programs/director.exe" screen >"$work/screen.txt" 2>&1 || fail "screen"
 for text in 'Korvell QM5R-FC PIR Configure [Korvell QM5R-FC PIR  (Thermostat 102)]' 'Cnfg Online' \
-  'Demo Tower/Demo Tower.Floor 1/Thermostat 102' 'Occupied	20.5' 'Reading nciSetPts' 'Reading nciSccModel (Raw)'; do
+  'Demo Tower/Demo Tower.Floor 1/Thermostat 102' 'Occupied	69	ºF' 'Reading nciSetPts' 'Reading nciSccModel (Raw)'; do
   expect "$work/screen.txt" "$text"
 done
 "$wine" "$programs/director.exe" journal >"$work/journal.txt" 2>&1
