@@ -43,23 +43,21 @@ bool HasCaption(const Control& control) {
   }
 }
 
-void Collect(const Box& box, const Control* frame, std::vector<Stop>& stops) {
-  if (box.control && (!box.control->Visible() || !box.control->Enabled())) {
-    if (box.kind == Box::Kind::Leaf) return;
-  } else if (box.control) {
+/// What can be seen and used, and `also`, which need not be usable.
+void Collect(const Box& box, const Control* frame, const Control* also, std::vector<Stop>& stops) {
+  if (box.control && ((box.control->Visible() && box.control->Enabled()) || box.control == also))
     stops.push_back({box.control, frame});
-  }
   if (box.kind == Box::Kind::Frame) frame = box.control;
   for (std::size_t i = 0; i < box.children.size(); ++i) {
     const bool behind =
         box.kind == Box::Kind::Pages && static_cast<const Tabs*>(box.control)->Selected() != i;
-    if (!behind) Collect(box.children[i], frame, stops);
+    if (!behind) Collect(box.children[i], frame, also, stops);
   }
 }
 
-std::vector<Stop> Usable(const Box& layout) {
+std::vector<Stop> Usable(const Box& layout, const Control* also = nullptr) {
   std::vector<Stop> stops;
-  Collect(layout, nullptr, stops);
+  Collect(layout, nullptr, also, stops);
   return stops;
 }
 
@@ -108,7 +106,7 @@ char32_t AcceleratorOf(const std::string& caption) {
 }
 
 Control* NextControl(const Box& layout, const Control* from, Direction direction) {
-  std::vector<Stop> stops = Usable(layout);
+  const std::vector<Stop> stops = Usable(layout, from);
   std::vector<Control*> order;
   std::size_t start = 0;
   bool found = false;

@@ -202,9 +202,10 @@ LRESULT FormShell::Activated(WPARAM wparam, LPARAM lparam) {
 }
 
 void FormShell::LimitSize(MINMAXINFO& limits) const {
-  // The program may make a window as small as it likes.
+  // The program may make a window as small or large as it likes.
   if (program_moves_) {
     limits.ptMinTrackSize = {1, 1};
+    limits.ptMaxTrackSize = {SHRT_MAX, SHRT_MAX};
     return;
   }
   const ui::Extent minimum = OuterMinimum();

@@ -1,0 +1,147 @@
+#include "ui/keyboard.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using ui::Box;
+using ui::Control;
+using ui::Direction;
+
+/// A window with two pages and a strip below them.
+struct Window {
+  ui::Tabs tabs{"tabs", {"&Heating", "&Hardware", "C&ontact"}};
+  ui::Label first_label{"first_label", "&Setpoint"};
+  ui::TextField first{"first"};
+  ui::TextField second{"second"};
+  ui::Frame timers{"timers", "&Timers"};
+  ui::Label spent{"spent", "Hours"};
+  ui::ChoiceList hours{"hours"};
+  ui::Label data{"data", "R&D"};
+  ui::Frame units{"units", "Units"};
+  ui::OptionButton metric{"metric", "&Metric"}, imperial{"imperial", "&Imperial"};
+  ui::Button apply{"apply", "&Apply"}, options{"options", "&Options"}, hidden{"hidden", "&Zoom"};
+  ui::CheckBox show{"show", "Sho&w && wait"};
+  Box layout;
+
+  Window() {
+    data.shows_data = true;
+    hidden.SetVisible(false);
+    Box one = Box::Column({Box::Leaf(first_label), Box::Leaf(first), Box::Leaf(second)});
+    Box two = Box::Framed(timers, Box::Row({Box::Leaf(spent), Box::Leaf(hours)}));
+    layout = Box::Column({Box::Pages(tabs, {std::move(one), std::move(two), Box::Leaf(data)}),
+                          Box::Framed(units, Box::Row({Box::Leaf(metric), Box::Leaf(imperial)})),
+                          Box::Leaf(hidden), Box::Leaf(apply), Box::Leaf(options), Box::Leaf(show)});
+  }
+};
+
+std::string Name(const Control* control) { return control ? control->name() : "none"; }
+
+TEST(Keyboard, ReadsTheAcceleratorOfACaption) {
+  const std::pair<const char*, char32_t> cases[] = {
+      {"&Apply", U'a'}, {"RH &Options", U'o'}, {"R && &D", U'd'}, {"None", 0}, {"End &", 0}, {"", 0}};
+  for (const auto& [caption, letter] : cases) EXPECT_EQ(ui::AcceleratorOf(caption), letter) << caption;
+}
+
+TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
+  struct Case {
+    const char* name;
+    void (*prepare)(Window&);
+    const char* order;
+  };
+  const Case cases[] = {
+      {"first page", [](Window&) {}, "tabs first second metric apply options show"},
+      {"second page", [](Window& w) { w.tabs.Select(1); }, "tabs hours metric apply options show"},
+      {"page without fields", [](Window& w) { w.tabs.Select(2); }, "tabs metric apply options show"},
+      {"the option that is set", [](Window& w) { w.imperial.SetSelected(true); },
+       "tabs first second imperial apply options show"},
+      {"disabled and hidden ones",
+       [](Window& w) {
+         w.first.SetEnabled(false);
+         w.apply.SetVisible(false);
+       },
+       "tabs second metric options show"},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    Window window;
+    each.prepare(window);
+    std::string forward, backward;
+    Control* at = nullptr;
+    do {
+      at = ui::NextControl(window.layout, at, Direction::Forward);
+      forward += (forward.empty() ? "" : " ") + Name(at);
+    } while (at && ui::NextControl(window.layout, at, Direction::Forward) != &window.tabs);
+    EXPECT_EQ(forward, each.order);
+    at = nullptr;
+    do {
+      at = ui::NextControl(window.layout, at, Direction::Backward);
+      backward = Name(at) + (backward.empty() ? "" : " ") + backward;
+    } while (at && at != &window.tabs);
+    EXPECT_EQ(backward, each.order);
+    EXPECT_EQ(ui::NextControl(window.layout, &window.show, Direction::Forward), &window.tabs);
+  }
+}
+
+TEST(Keyboard, LeavesAGroupOfOptionsFromWhicheverHasTheFocus) {
+  Window window;
+  EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Backward), &window.metric);
+  window.imperial.SetSelected(true);
+  EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Backward), &window.second);
+  EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Forward), &window.apply);
+  EXPECT_EQ(ui::NextOption(window.layout, window.imperial, Direction::Forward), &window.metric);
+  EXPECT_EQ(ui::NextOption(window.layout, window.metric, Direction::Backward), &window.imperial);
+}
+
+TEST(Keyboard, FindsWhatALetterLeadsTo) {
+  Window window;
+  struct Row {
+    const char* name;
+    char32_t letter;
+    std::size_t page_in_front;
+    const Control* active;
+    std::string control;
+    int page;
+    bool only_one;
+  };
+  const Row rows[] = {
+      {"a button, in either case", U'A', 0, nullptr, "apply", -1, true},
+      {"a label leads to its field", U's', 0, nullptr, "first", -1, true},
+      {"not from a page behind", U's', 1, nullptr, "none", -1, true},
+      {"a frame leads to its first field", U't', 1, nullptr, "hours", -1, true},
+      {"what a device reports is no caption", U'd', 2, nullptr, "none", -1, true},
+      {"nothing hidden", U'z', 0, nullptr, "none", -1, true},
+      {"no such letter", U'x', 0, nullptr, "none", -1, true},
+      {"a doubled sign is text", U' ', 0, nullptr, "none", -1, true},
+      {"two pages: from the first to the second", U'h', 0, nullptr, "tabs", 1, false},
+      {"and on to the first", U'h', 1, nullptr, "tabs", 0, false},
+      {"from elsewhere the first", U'h', 2, nullptr, "tabs", 0, false},
+      {"a page and a button: first the page", U'o', 0, nullptr, "tabs", 2, false},
+      {"then the button", U'o', 2, nullptr, "options", -1, false},
+      {"then the page again", U'o', 2, &window.options, "tabs", 2, false},
+      {"an option button", U'i', 0, nullptr, "imperial", -1, true},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    window.tabs.Select(row.page_in_front);
+    const auto found = ui::FindAccelerator(window.layout, row.letter, row.active);
+    EXPECT_EQ(found ? Name(found->control) : "none", row.control);
+    if (!found) continue;
+    EXPECT_EQ(found->page ? static_cast<int>(*found->page) : -1, row.page);
+    EXPECT_EQ(found->only_one, row.only_one);
+  }
+}
+
+TEST(Keyboard, KnowsThePageOfAControl) {
+  Window window;
+  const auto pages = ui::PagesAround(window.layout, window.hours);
+  ASSERT_EQ(pages.size(), 1u);
+  EXPECT_EQ(pages[0].tabs, &window.tabs);
+  EXPECT_EQ(pages[0].page, 1u);
+  EXPECT_TRUE(ui::PagesAround(window.layout, window.apply).empty());
+  EXPECT_TRUE(ui::PagesAround(window.layout, window.tabs).empty());
+}
+
+}  // namespace

@@ -1,0 +1,204 @@
+#include "ui/layout_engine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+#include "model/configuration_screen.h"
+
+namespace {
+
+using ui::Box;
+using ui::Control;
+using ui::Extent;
+using ui::Rectangle;
+
+/// A font of 6 by 12 pixels.
+class FakeMetrics : public ui::Metrics {
+ public:
+  Extent PreferredSize(const Control& control) const override {
+    const int text = 6 * static_cast<int>(control.Text().size());
+    switch (control.kind()) {
+      case Control::Kind::TextField:
+        return {60, 20};
+      case Control::Kind::ChoiceList: {
+        int widest = 0;
+        for (const std::string& item : static_cast<const ui::ChoiceList&>(control).Items())
+          widest = std::max(widest, 6 * static_cast<int>(item.size()));
+        return {widest + 20, 20};
+      }
+      case Control::Kind::Tabs:
+        return {400, 22};
+      case Control::Kind::StatusBar:
+        return {50, 18};
+      default:
+        return {text, 12};
+    }
+  }
+  ui::Insets FrameInsets(const Control&, bool nested) const override {
+    return nested ? ui::Insets{0, 14, 0, 2} : ui::Insets{8, 16, 8, 8};
+  }
+  ui::Insets TabInsets(const Control&) const override { return {4, 24, 4, 4}; }
+  int Margin() const override { return 10; }
+  int ControlGap() const override { return 5; }
+  int GroupGap() const override { return 9; }
+};
+
+using Places = std::map<const Control*, Rectangle>;
+
+Places Arrange(const Box& layout, Extent client) {
+  const FakeMetrics metrics;
+  Places places;
+  for (const ui::Placement& placement : ui::LayoutEngine(layout, metrics).Arrange(client))
+    places[placement.control] = placement.rectangle;
+  return places;
+}
+
+bool Contains(const Rectangle& outer, const Rectangle& inner) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right() <= outer.right() &&
+         inner.bottom() <= outer.bottom();
+}
+
+bool Overlap(const Rectangle& one, const Rectangle& other) {
+  return one.left < other.right() && other.left < one.right() && one.top < other.bottom() &&
+         other.top < one.bottom();
+}
+
+/// Checks that all controls of a box lie inside what surrounds them and that siblings keep apart; returns the
+/// controls that lie next to each other in it.
+std::vector<const Control*> ExpectTidy(const Box& box, const Places& places, Rectangle around) {
+  const FakeMetrics metrics;
+  if (box.control) {
+    const Rectangle own = places.at(box.control);
+    EXPECT_TRUE(Contains(around, own)) << box.control->name() << " " << box.control->Text();
+    const Extent needed = metrics.PreferredSize(*box.control);
+    EXPECT_GE(own.width, needed.width) << box.control->name();
+    EXPECT_GE(own.height, needed.height) << box.control->name();
+    around = own;
+    if (box.kind == Box::Kind::Frame) around.top += 12;  // the caption
+    if (box.kind == Box::Kind::Pages) around.top += 22;
+  }
+  std::vector<const Control*> inside;
+  for (const Box& child : box.children) {
+    const auto added = ExpectTidy(child, places, around);
+    if (box.kind == Box::Kind::Pages) continue;  // pages lie on top of each other
+    for (const Control* one : inside)
+      for (const Control* other : added)
+        EXPECT_FALSE(Overlap(places.at(one), places.at(other))) << one->name() << " and " << other->name();
+    inside.insert(inside.end(), added.begin(), added.end());
+  }
+  return box.control ? std::vector<const Control*>{box.control} : inside;
+}
+
+TEST(LayoutEngine, KeepsTheConfigurationScreenTidyAtEverySize) {
+  model::ConfigurationScreen screen;
+  const Box layout = screen.Layout();
+  const FakeMetrics metrics;
+  const Extent minimum = ui::LayoutEngine(layout, metrics).Minimum();
+  const Extent sizes[] = {minimum,
+                          {minimum.width + 1, minimum.height + 1},
+                          {minimum.width + 377, minimum.height},
+                          {minimum.width, minimum.height + 254},
+                          {3000, 2000},
+                          {minimum.width / 2, 10}};
+  for (const Extent size : sizes) {
+    SCOPED_TRACE(testing::Message() << size.width << " x " << size.height);
+    ExpectTidy(layout, Arrange(layout, size),
+               {0, 0, std::max(size.width, minimum.width), std::max(size.height, minimum.height)});
+  }
+}
+
+TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
+  model::ConfigurationScreen screen;
+  const Places places = Arrange(screen.Layout(), {1000, 700});
+  struct Pair {
+    const Control* one;
+    const Control* other;
+    bool same_left;
+  };
+  const Pair pairs[] = {
+      {screen.txtNvi(0), screen.txtNvi(18), true},  // one frame
+      {screen.txtNvi(0), screen.cbNvi(0), true},    // frames below each other
+      {screen.txtNvi(3), screen.txtNvi(16), true}, {screen.txtNvi(3), screen.cbNvi(1), true},
+      {screen.txtNvi(14), screen.cbNvi(8), true},   // frames inside a frame
+      {screen.txtNvi(14), screen.cbNvi(7), false},  // takes in the room of the label that it has not
+      {screen.cbNvi(5), screen.cbNvi(7), true},    {screen.txtNvi(11), screen.txtNvi(15), true},
+  };
+  for (const Pair& pair : pairs) {
+    const Rectangle one = places.at(pair.one), other = places.at(pair.other);
+    EXPECT_EQ(one.right(), other.right()) << pair.one->name() << " and " << pair.other->name();
+    EXPECT_EQ(one.left == other.left, pair.same_left) << pair.one->name() << " and " << pair.other->name();
+  }
+  // The first page's columns need not be as wide as those of the others.
+  EXPECT_NE(places.at(screen.txtNvi(0)).left, places.at(screen.txtNvi(6)).left);
+}
+
+struct Window {
+  ui::Label small{"small", "12345"}, wide{"wide", "1234567890"}, middle{"middle", "1234567"};
+  ui::Frame frame{"frame", "Frame"};
+  ui::StatusBar bar{"bar", 1};
+};
+
+struct StretchCase {
+  const char* name;
+  Box (*layout)(Window&);
+  Extent client;
+  std::vector<Rectangle> expected;  // in layout order
+};
+
+const StretchCase kStretchCases[] = {
+    {"a row shares its width",
+     [](Window& w) {
+       return Box::Row(
+           {Box::Leaf(w.small).StretchWidth(), Box::Leaf(w.wide), Box::Leaf(w.middle).StretchWidth()});
+     },
+     {262, 50},
+     {{10, 19, 80, 12}, {95, 19, 60, 12}, {160, 19, 92, 12}}},
+    {"an empty box pushes what follows to the edge",
+     [](Window& w) {
+       return Box::Row({Box::Leaf(w.small), Box{}.StretchWidth(), Box::Leaf(w.middle)});
+     },
+     {200, 32},
+     {{10, 10, 30, 12}, {148, 10, 42, 12}}},
+    {"a column gives its height to the last that stretches",
+     [](Window& w) {
+       return Box::Column({Box::Leaf(w.small).StretchHeight(), Box::Leaf(w.middle).StretchHeight(),
+                           Box::Leaf(w.wide).StretchWidth()});
+     },
+     {100, 166},
+     {{10, 10, 30, 12}, {10, 27, 42, 112}, {10, 144, 80, 12}}},
+    {"a grid makes the narrow column as wide as the other first",
+     [](Window& w) {
+       return Box::Grid(2, 0, {Box::Leaf(w.small).StretchWidth(), Box::Leaf(w.wide).StretchWidth()});
+     },
+     {145, 32},
+     {{10, 10, 60, 12}, {75, 10, 60, 12}}},
+    {"a frame beside a label, and the status bar along the edge",
+     [](Window& w) {
+       Box framed = Box::Framed(w.frame, Box::Column({Box::Leaf(w.small)})).StretchHeight();
+       return Box::Column(
+           {Box::Row({std::move(framed), Box::Leaf(w.middle)}).Stretch(), Box::Leaf(w.bar).StretchWidth()});
+     },
+     {200, 100},
+     {{10, 10, 46, 67}, {18, 26, 30, 12}, {65, 37, 42, 12}, {0, 82, 200, 18}}},
+};
+
+TEST(LayoutEngine, SharesLeftOverRoom) {
+  for (const StretchCase& each : kStretchCases) {
+    SCOPED_TRACE(each.name);
+    Window window;
+    const Box layout = each.layout(window);
+    const FakeMetrics metrics;
+    std::vector<Rectangle> places;
+    for (const ui::Placement& placement : ui::LayoutEngine(layout, metrics).Arrange(each.client))
+      places.push_back(placement.rectangle);
+    ASSERT_EQ(places.size(), each.expected.size());
+    for (std::size_t i = 0; i < places.size(); ++i)
+      EXPECT_EQ(places[i], each.expected[i])
+          << "control " << i << ": " << places[i].left << ", " << places[i].top << ", " << places[i].width
+          << ", " << places[i].height;
+  }
+}
+
+}  // namespace

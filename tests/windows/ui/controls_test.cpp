@@ -1,0 +1,204 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "windows_under_test.h"
+
+namespace {
+
+class Controls : public WindowsUiTest {
+ protected:
+  Controls() { form.Load(); }
+  LRESULT Tell(HWND control, UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
+    return SendMessageW(control, message, wparam, lparam);
+  }
+  HWND List() const { return Children(WindowOf(form), L"SysListView32").at(0); }
+  std::wstring Cell(int row, int column) const {
+    wchar_t text[128] = L"";
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = 128;
+    SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    return text;
+  }
+  /// The combo box whose first item is this one.
+  HWND Combo(const std::wstring& first) const {
+    for (const HWND combo : Children(WindowOf(form), L"ComboBox"))
+      if (Item(combo, 0) == first) return combo;
+    return nullptr;
+  }
+  static std::wstring Item(HWND combo, LRESULT index) {
+    wchar_t text[64] = L"";
+    return SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text)) ==
+                   CB_ERR
+               ? L""
+               : text;
+  }
+  static std::wstring Chosen(HWND combo) { return Item(combo, SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
+
+  ScreenForm form{desktop};
+};
+
+TEST_F(Controls, ListShowsWhatIsAppended) {
+  const auto width = [&](int column) { return ListView_GetColumnWidth(List(), column); };
+  const int header_width = width(2);
+  for (int row = 0; row < 500; ++row)
+    form.log.Append({ui::ListView::Icon::Green, {"10:00:00", "Read", std::to_string(row)}});
+  form.log.Append(
+      {ui::ListView::Icon::Red, {"10:00:01", "Write", "A result that is wider than its heading \u00BAC"}});
+  EXPECT_EQ(ListView_GetItemCount(List()), 501);
+  EXPECT_EQ(Cell(7, 2), L"7");
+  EXPECT_EQ(Cell(500, 1), L"Write");
+  const int top = ListView_GetTopIndex(List());
+  EXPECT_GE(top + ListView_GetCountPerPage(List()), 501);
+  EXPECT_GT(top, 0);
+  EXPECT_GT(width(2), ListView_GetStringWidth(List(), L"A result that is wider than its heading \u00BAC"));
+
+  LVITEMW item{};
+  item.mask = LVIF_IMAGE;
+  item.iItem = 500;
+  Tell(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  const int red = item.iImage;
+  item.iItem = 499;
+  Tell(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  EXPECT_NE(item.iImage, red);
+
+  form.log.Clear();
+  EXPECT_EQ(ListView_GetItemCount(List()), 0);
+  form.log.Append({ui::ListView::Icon::Green, {"10:00:02", "Read", "again"}});
+  EXPECT_EQ(Cell(0, 2), L"again");
+  EXPECT_GT(width(2), header_width);
+}
+
+TEST_F(Controls, ChoiceListKeepsATextThatIsNoItem) {
+  ui::ChoiceList& list = *form.screen.cbNvi(11);
+  const HWND combo = Combo(L"TWO_PIPE");
+  ASSERT_TRUE(combo);
+  struct Step {
+    const char* set;
+    const wchar_t* shown;
+    LRESULT items;
+  };
+  const Step steps[] = {{"FOUR_PIPE", L"FOUR_PIPE", 2}, {"6", L"6", 3}, {"7 \u00BA", L"7 \u00BA", 3},
+                        {"TWO_PIPE", L"TWO_PIPE", 2},   {"", L"", 2},   {"SIX_PIPE", L"SIX_PIPE", 3}};
+  for (const Step& step : steps) {
+    list.SetText(step.set);
+    EXPECT_EQ(Chosen(combo), step.shown);
+    EXPECT_EQ(Tell(combo, CB_GETCOUNT), step.items) << step.set;
+    EXPECT_EQ(list.Text(), step.set);
+  }
+  // Opened and closed without a choice the text is still there.
+  int opened = 0;
+  list.on_drop_down = [&] { ++opened; };
+  form.Show();
+  Tell(combo, CB_SHOWDROPDOWN, TRUE);
+  Tell(combo, CB_SHOWDROPDOWN, FALSE);
+  EXPECT_EQ(opened, 1);
+  EXPECT_EQ(list.Text(), "SIX_PIPE");
+}
+
+TEST_F(Controls, ChoiceListTakesArrowsAndNeitherLettersNorTheWheel) {
+  ui::ChoiceList& list = *form.screen.cbNvi(2);
+  const HWND combo = Combo(L"NONE");
+  form.Show();
+  form.screen.tabData.Select(2);
+  list.SetText("REM_NSB");
+  struct Step {
+    const char* name;
+    UINT message;
+    WPARAM wparam;
+    const char* text;
+  };
+  const Step steps[] = {{"letter", WM_CHAR, 'W', "REM_NSB"},
+                        {"wheel", WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), "REM_NSB"},
+                        {"down", WM_KEYDOWN, VK_DOWN, "MOTION_NO"},
+                        {"end", WM_KEYDOWN, VK_END, "WINDOW"},
+                        {"home", WM_KEYDOWN, VK_HOME, "NONE"}};
+  int keys = 0;
+  list.on_key_down = [&](int, int) {
+    ++keys;
+    return false;
+  };
+  for (const Step& step : steps) {
+    Tell(combo, step.message, step.wparam);
+    EXPECT_EQ(list.Text(), step.text) << step.name;
+  }
+  EXPECT_EQ(keys, 3);
+  list.SetLocked(true);
+  Tell(combo, WM_KEYDOWN, VK_DOWN);
+  EXPECT_EQ(list.Text(), "NONE");
+}
+
+TEST_F(Controls, TextFieldPutsEveryEntryThroughItsFilter) {
+  ui::TextField& field = *form.screen.txtNvi(0);
+  field.SetText("unique");
+  const HWND edit = Child(WindowOf(form), L"unique");
+  std::string asked;
+  int changes = 0;
+  field.on_key_press = [&](char32_t character) {
+    asked += static_cast<char>(character);
+    return character != U'x';
+  };
+  field.on_change = [&] { ++changes; };
+  field.SetText("21");
+  EXPECT_EQ(changes, 0);  // the program's own change is no entry
+
+  const auto put_on_clipboard = [&](const wchar_t* text) {
+    ASSERT_TRUE(OpenClipboard(WindowOf(form)));
+    EmptyClipboard();
+    const std::size_t bytes = (wcslen(text) + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    memcpy(GlobalLock(memory), text, bytes);
+    GlobalUnlock(memory);
+    SetClipboardData(CF_UNICODETEXT, memory);
+    CloseClipboard();
+  };
+  const auto type = [&](wchar_t character) { Tell(edit, WM_CHAR, static_cast<WPARAM>(character)); };
+  Tell(edit, EM_SETSEL, 0, -1);
+  type(L'4');
+  type(L'x');
+  type(L'5');
+  EXPECT_EQ(field.Text(), "45");
+  type(VK_BACK);
+  EXPECT_EQ(field.Text(), "4");
+  EXPECT_EQ(asked, std::string("4x5\b"));
+  put_on_clipboard(L"1x2\r\n3");
+  Tell(edit, WM_PASTE);
+  EXPECT_EQ(field.Text(), "4123");
+  EXPECT_EQ(changes, 4);
+  asked.clear();
+  Tell(edit, EM_SETSEL, 0, -1);
+  type(3);  // Ctrl+C
+  EXPECT_EQ(asked, "");
+
+  field.SetLocked(true);
+  type(L'9');
+  Tell(edit, WM_PASTE);
+  EXPECT_EQ(field.Text(), "4123");
+}
+
+TEST_F(Controls, OptionButtonsExcludeEachOther) {
+  int clicks = 0;
+  form.metric.on_click = form.imperial.on_click = [&] { ++clicks; };
+  const HWND metric = Child(WindowOf(form), L"&Metric"), imperial = Child(WindowOf(form), L"&Imperial");
+  form.metric.SetSelected(true);
+  Tell(imperial, BM_CLICK);
+  EXPECT_FALSE(form.metric.Selected());
+  EXPECT_TRUE(form.imperial.Selected());
+  EXPECT_EQ(Tell(metric, BM_GETCHECK), BST_UNCHECKED);
+  form.metric.SetSelected(true);
+  EXPECT_EQ(Tell(imperial, BM_GETCHECK), BST_UNCHECKED);
+  EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Controls, WindowGrowsWithATextThatNeedsMore) {
+  const double before = form.Width();
+  form.apply.SetText("&Apply");
+  EXPECT_EQ(form.Width(), before);
+  for (const auto& label : form.screen.txtTempUnits())
+    label->SetText("degrees of the scale in use, spelt out");
+  EXPECT_GT(form.Width(), before);
+}
+
+}  // namespace

@@ -1,0 +1,141 @@
+// The keyboard and the mouse, by real input.
+
+#include "windows_under_test.h"
+
+namespace {
+
+class Input : public WindowsUiTest {
+ protected:
+  Input() {
+    for (ui::TextField* field : {&first, &second, &third}) {
+      const std::string name = field->name();
+      field->on_got_focus = [this, name] { journal += " got " + name; };
+      field->on_validate = [this, name] { journal += " check " + name; };
+      field->on_lost_focus = [this, name] { journal += " lost " + name; };
+    }
+    form.apply.on_click = [this] { journal += " apply"; };
+  }
+  HWND Button(const std::wstring& caption) const { return Child(WindowOf(form), caption); }
+
+  /// Presses Enter in message boxes as they come up.
+  void AnswerBoxes() {
+    SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR timer, DWORD) {
+      const HWND box = FindWindowW(L"#32770", L"Question of the test");
+      if (!box) return;
+      KillTimer(nullptr, timer);
+      PostMessageW(box, WM_COMMAND, IDOK, 0);
+    });
+  }
+  void Ask() {
+    journal += " asks";
+    AnswerBoxes();
+    desktop.ShowMessage({"Text", "Question of the test", ui::Icon::Exclamation});
+    journal += " answered";
+  }
+
+  ScreenForm form{desktop};
+  ui::TextField &first = *form.screen.txtNvi(0), &second = *form.screen.txtNvi(18),
+                &third = *form.screen.txtNvi(1);
+  std::string journal;
+};
+
+TEST_F(Input, TabWalksTheFieldsAndTypingReplacesTheirText) {
+  first.SetText("20");
+  second.SetText("18");
+  ASSERT_TRUE(Activate(form));
+  EXPECT_EQ(form.ActiveControl(), &first);
+  Type("21.5");
+  Press({VK_TAB});
+  Type("7");
+  EXPECT_EQ(first.Text(), "21.5");
+  EXPECT_EQ(second.Text(), "7");
+  Press({VK_SHIFT, VK_TAB});
+  EXPECT_EQ(form.ActiveControl(), &first);
+  EXPECT_EQ(journal,
+            " got txtNvi(0) check txtNvi(0) lost txtNvi(0) got txtNvi(18) check txtNvi(18) lost txtNvi(18)"
+            " got txtNvi(0)");
+  EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(Input, LettersWithAltBringPagesToTheFront) {
+  ASSERT_TRUE(Activate(form));
+  struct Step {
+    WORD letter;
+    std::size_t page;
+  };
+  const Step steps[] = {{'G', 1}, {'H', 0}, {'H', 2}, {'H', 0}, {'P', 4}, {'B', 7}, {'N', 5}};
+  for (const Step& step : steps) {
+    Press({VK_MENU, step.letter});
+    EXPECT_TRUE(Until([&] { return form.screen.tabData.Selected() == step.page; })) << char(step.letter);
+    ASSERT_TRUE(form.ActiveControl());
+    EXPECT_EQ(form.screen.PageOf(*form.ActiveControl()), static_cast<int>(step.page));
+    EXPECT_TRUE(IsWindowVisible(GetFocus()));
+  }
+  Press({VK_MENU, 'A'});
+  EXPECT_NE(journal.find(" apply"), std::string::npos);
+  Press({VK_CONTROL, VK_TAB});
+  EXPECT_EQ(form.screen.tabData.Selected(), 6u);
+  Press({VK_CONTROL, VK_PRIOR});
+  EXPECT_EQ(form.screen.tabData.Selected(), 5u);
+}
+
+TEST_F(Input, MovesOnOnlyWhenACheckBringsUpNoMessage) {
+  first.on_validate = [this] { Ask(); };
+  ASSERT_TRUE(Activate(form));
+  journal.clear();
+  Click(Button(L"&Apply"));
+  EXPECT_EQ(journal, " asks answered lost txtNvi(0)");
+  EXPECT_EQ(form.ActiveControl(), &form.apply);
+  journal.clear();
+  Click(Button(L"&Apply"));
+  EXPECT_TRUE(Until([&] { return journal == " apply"; })) << journal;
+}
+
+TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
+  first.on_lost_focus = [this] {
+    form.screen.txtNvi(7)->SetFocus();  // on a page behind
+    Ask();
+  };
+  ASSERT_TRUE(Activate(form));
+  journal.clear();
+  Click(Button(L"&Apply"));
+  EXPECT_EQ(journal, " check txtNvi(0) asks answered");
+  EXPECT_EQ(form.ActiveControl(), form.screen.txtNvi(7));
+  EXPECT_EQ(form.screen.tabData.Selected(), 3u);
+  EXPECT_TRUE(IsWindowVisible(GetFocus()));
+}
+
+TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
+  ASSERT_TRUE(Activate(form));
+  journal.clear();
+  ScreenForm other(desktop);
+  other.SetCaption("The other one");
+  ASSERT_TRUE(Activate(other));
+  SetForegroundWindow(WindowOf(form));
+  EXPECT_TRUE(Until([&] { return GetActiveWindow() == WindowOf(form); }));
+  Ask();
+  EXPECT_EQ(form.ActiveControl(), &first);
+  EXPECT_EQ(journal, " asks answered");
+}
+
+TEST_F(Input, EnterAndEscapePressTheirButtons) {
+  form.default_button = &form.apply;
+  form.cancel_button = &form.options;
+  form.options.on_click = [this] { journal += " cancel"; };
+  ASSERT_TRUE(Activate(form));
+  journal.clear();
+  Press({VK_RETURN});
+  Press({VK_ESCAPE});
+  EXPECT_EQ(journal, " check txtNvi(0) lost txtNvi(0) apply cancel");
+}
+
+TEST_F(Input, FocusLeavesAControlThatIsDisabled) {
+  ASSERT_TRUE(Activate(form));
+  form.apply.on_click = [this] { form.apply.SetEnabled(false); };
+  Click(Button(L"&Apply"));
+  EXPECT_EQ(form.ActiveControl(), &form.options);
+  Press({VK_SHIFT, VK_TAB});
+  EXPECT_EQ(form.ActiveControl(), &form.show);
+}
+
+}  // namespace

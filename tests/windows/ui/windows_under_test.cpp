@@ -1,0 +1,130 @@
+#include "windows_under_test.h"
+
+#include <algorithm>
+
+ScreenForm::ScreenForm(ui::Desktop& screen_desktop)
+    : Form(screen_desktop, "fScreen", ui::BorderStyle::Sizable) {
+  using ui::Box;
+  SetCaption("Screen under test");
+  heading.shows_data = true;
+  help.picture = ui::Button::Picture::Help;
+  help.SetToolTip("Help");
+  Box strip =
+      Box::Row({Box::Framed(units, Box::Row({Box::Leaf(metric), Box::Leaf(imperial)})), Box{}.StretchWidth(),
+                Box::Leaf(show), Box::Leaf(apply), Box::Leaf(options), Box::Leaf(help)});
+  SetLayout(Box::Column({Box::Leaf(heading).StretchWidth(), screen.Layout(), std::move(strip).StretchWidth(),
+                         Box::Leaf(log).Stretch(), Box::Leaf(bar).StretchWidth()}));
+}
+
+WindowsUiTest::WindowsUiTest(int dpi)
+    : desktop({dpi, [this](const std::exception& failure) { failures.push_back(failure.what()); }}) {}
+
+bool WindowsUiTest::Until(const std::function<bool()>& condition) {
+  for (const ULONGLONG end = GetTickCount64() + 5000; GetTickCount64() < end;) {
+    desktop.Yield();
+    if (condition()) return true;
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+  }
+  return false;
+}
+
+HWND WindowsUiTest::WindowOf(const ui::Form& form) const {
+  struct Search {
+    std::wstring caption;
+    HWND found;
+  } search{windows::ToWide(form.Caption()), nullptr};
+  EnumThreadWindows(
+      GetCurrentThreadId(),
+      [](HWND window, LPARAM data) -> BOOL {
+        auto& wanted = *reinterpret_cast<Search*>(data);
+        if (ClassOf(window) == L"FormSurface" && TextOf(window) == wanted.caption) wanted.found = window;
+        return !wanted.found;
+      },
+      reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+std::vector<HWND> WindowsUiTest::Children(HWND parent, const std::wstring& window_class) const {
+  std::vector<HWND> all;
+  EnumChildWindows(
+      parent,
+      [](HWND window, LPARAM data) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(data)->push_back(window);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&all));
+  if (!window_class.empty()) std::erase_if(all, [&](HWND window) { return ClassOf(window) != window_class; });
+  return all;
+}
+
+HWND WindowsUiTest::Child(HWND parent, const std::wstring& text) const {
+  for (const HWND child : Children(parent))
+    if (TextOf(child) == text) return child;
+  return nullptr;
+}
+
+bool WindowsUiTest::Activate(ui::Form& form) {
+  form.Show();
+  const HWND window = WindowOf(form);
+  SetForegroundWindow(window);
+  return Until([&] { return GetForegroundWindow() == window && GetFocus(); });
+}
+
+void WindowsUiTest::Press(std::vector<WORD> keys) {
+  std::vector<INPUT> inputs;
+  const auto add = [&](WORD key, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = flags;
+    inputs.push_back(input);
+  };
+  for (const WORD key : keys) add(key, 0);
+  for (auto key = keys.rbegin(); key != keys.rend(); ++key) add(*key, KEYEVENTF_KEYUP);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  Settle();
+}
+
+void WindowsUiTest::Type(const std::string& text) {
+  for (const char character : text) {
+    const SHORT key = VkKeyScanW(static_cast<wchar_t>(character));
+    Press(HIBYTE(key) & 1 ? std::vector<WORD>{VK_SHIFT, LOBYTE(key)} : std::vector<WORD>{LOBYTE(key)});
+  }
+}
+
+void WindowsUiTest::Click(HWND window) {
+  const RECT place = ScreenPlace(window);
+  const auto absolute = [](LONG pixel, int screen_metric) {
+    return MulDiv(static_cast<int>(pixel), 65536, GetSystemMetrics(screen_metric)) + 32;
+  };
+  // Moved and pressed in one go, so that the real mouse cannot come between.
+  INPUT inputs[3]{};
+  for (INPUT& input : inputs) {
+    input.type = INPUT_MOUSE;
+    input.mi.dx = absolute((place.left + place.right) / 2, SM_CXSCREEN);
+    input.mi.dy = absolute((place.top + place.bottom) / 2, SM_CYSCREEN);
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+  }
+  inputs[1].mi.dwFlags |= MOUSEEVENTF_LEFTDOWN;
+  inputs[2].mi.dwFlags |= MOUSEEVENTF_LEFTUP;
+  SendInput(3, inputs, sizeof(INPUT));
+  Settle();
+}
+
+std::wstring ClassOf(HWND window) {
+  wchar_t name[64];
+  return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
+}
+
+std::wstring TextOf(HWND window) {
+  wchar_t text[256];
+  return {text,
+          static_cast<std::size_t>(SendMessageW(window, WM_GETTEXT, 256, reinterpret_cast<LPARAM>(text)))};
+}
+
+RECT ScreenPlace(HWND window) {
+  RECT place;
+  GetWindowRect(window, &place);
+  return place;
+}

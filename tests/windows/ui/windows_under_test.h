@@ -1,0 +1,64 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "model/configuration_screen.h"
+#include "ui/form.h"
+#include "windows/com/wide_text.h"
+#include "windows/ui/desktop.h"
+
+/// The configuration screen in a window, with a strip of buttons below it.
+class ScreenForm : public ui::Form {
+ public:
+  explicit ScreenForm(ui::Desktop& screen_desktop);
+
+  model::ConfigurationScreen screen;
+  ui::Label heading{"heading", "R&D template"};
+  ui::Frame units{"units", "Plug-In Display Units"};
+  ui::OptionButton metric{"metric", "&Metric"}, imperial{"imperial", "&Imperial"};
+  ui::Button apply{"apply", "&Apply"}, options{"options", "&Options of this window"}, help{"help", ""};
+  ui::CheckBox show{"show", "Show on error"};
+  ui::ListView log{"log", {"Time", "Action", "Results"}};
+  ui::StatusBar bar{"bar", 2};
+
+  std::function<bool(ui::CloseReason)> on_query_unload;
+
+ protected:
+  bool OnQueryUnload(ui::CloseReason reason) override { return !on_query_unload || on_query_unload(reason); }
+};
+
+/// A desktop at one resolution, and what tests do with its windows.
+class WindowsUiTest : public testing::Test {
+ protected:
+  explicit WindowsUiTest(int dpi = 96);
+
+  /// Lets messages run until the condition holds. False when it does not within a few seconds.
+  bool Until(const std::function<bool()>& condition);
+  void Settle() { desktop.Yield(); }
+
+  /// The window of a form, hidden ones included; null where it has none.
+  HWND WindowOf(const ui::Form& form) const;
+  /// The windows of one class below another, in their order.
+  std::vector<HWND> Children(HWND parent, const std::wstring& window_class = L"") const;
+  /// The window that shows a text; null where none does.
+  HWND Child(HWND parent, const std::wstring& text) const;
+
+  /// Brings the window to the front for real input.
+  bool Activate(ui::Form& form);
+  /// Presses keys together, the last one first let go.
+  void Press(std::vector<WORD> keys);
+  void Type(const std::string& text);
+  void Click(HWND window);
+
+  std::vector<std::string> failures;
+  windows::WindowsDesktop desktop;
+};
+
+std::wstring ClassOf(HWND window);
+std::wstring TextOf(HWND window);
+RECT ScreenPlace(HWND window);
