@@ -42,6 +42,8 @@ make_prefix() {
   rm -rf "$prefix"
   mkdir -p "$prefix"
   "$@" wineboot -i >"$prefix.log" 2>&1 || { cat "$prefix.log"; exit 1; }
+  # Wine's own fonts, which Debian keeps where Wine does not look: the system's dialog font and the caption's signs.
+  cp /usr/share/wine/fonts/{marlett,tahoma,tahomabd}.ttf "$prefix/drive_c/windows/Fonts/" 2>/dev/null || true
   "$@" wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d qm5r /f >/dev/null
   "$@" wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v qm5r /d 1280x1024 /f >/dev/null
   "$@" wineserver -w

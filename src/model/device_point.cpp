@@ -49,6 +49,15 @@ std::string CNvCpTable::FormatFor(int display_units) const {
   return (display_units != 0 ? "#US" : "#SI") + Format;
 }
 
+std::vector<std::string> CNvCpTable::SplitValue(const std::string& value) const {
+  std::vector<std::string> fields = text::Split(value, Separator);
+  if (MostFields != 0 && fields.size() > MostFields)
+    throw Error(platform::ObjectServerError(kFormatFailed), "CNvCpTable",
+                "The value '" + value + "' has " + std::to_string(fields.size()) + " fields where " +
+                    std::to_string(MostFields) + " are the most.");
+  return fields;
+}
+
 bool CNvCpTable::SendNetworkValue() {
   try {
     MyNetworkVariable.SetAccessOption(0);
@@ -70,7 +79,7 @@ void CNvCpTable::GetNetworkValue(int display_units) {
   try {
     MyNetworkVariable.SetAccessOption(0);
     MyNetworkVariable.SetFormatType(format);
-    NvAsArray = text::Split(MyNetworkVariable.Value(), Separator);
+    NvAsArray = SplitValue(MyNetworkVariable.Value());
   } catch (const Error& error) {
     // Where even this fails nothing is lost: no write is allowed before a complete read.
     if (!format_read_.empty() && format_read_ != format)

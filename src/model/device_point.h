@@ -28,6 +28,10 @@ class CNvCpTable {
   /// The value's fields; empty until the first read.
   std::vector<std::string> NvAsArray;
 
+  /// The most fields that the value can have; 0 for any number. An object server whose numbers carry the
+  /// separator as their decimal sign gives more, and each would stand for another one's value.
+  std::size_t MostFields = 0;
+
   std::string NvAsString() const;
 
   /// Writes the joined text and clears the changed flag. The format is not set again: the device parses the
@@ -45,6 +49,7 @@ class CNvCpTable {
 
  private:
   std::string FormatFor(int display_units) const;
+  std::vector<std::string> SplitValue(const std::string& value) const;
 
   /// The format in which NvAsArray was read; empty before the first read.
   std::string format_read_;

@@ -18,6 +18,9 @@ struct PointRow {
   std::string_view relative;
 };
 
+/// The setpoint structure is the one whose fields are separated by what may be a decimal sign.
+constexpr std::size_t kSetpoints = 6;
+
 constexpr std::string_view kObject0 = "Network Variables:0";
 constexpr std::string_view kObject4 = "Network Variables:4";
 
@@ -51,6 +54,7 @@ PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables) {
     point->LocalizationSpecific = row.localization_specific;
     point->MyNetworkVariable = variables.Item(std::string(row.variable));
     point->Relative = row.relative;
+    if (row.separator == ",") point->MostFields = kSetpoints;
     points_.push_back({row.key, std::move(point)});
   }
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "support/world.h"
 
 namespace {
@@ -14,6 +16,30 @@ std::vector<std::string> LoggedActions(const World& world, ui::ListView::Icon ic
     if (row.icon == icon) actions.push_back(row.cells[1]);
   return actions;
 }
+
+/// An object server whose network variables give other values than the device has.
+class TamperedObject : public platform::LateBound {
+ public:
+  using Values = std::map<std::string, platform::Value>;
+  TamperedObject(platform::LateBoundPtr inner, const Values& values, std::string name = {})
+      : inner_(std::move(inner)), values_(values), name_(std::move(name)) {}
+
+  platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
+                         platform::Arguments arguments) override {
+    const platform::Value result = inner_->Invoke(member, kind, arguments);
+    if (const auto found = values_.find(name_); member.name == "Value" && found != values_.end())
+      return found->second;
+    const auto* object = std::get_if<platform::LateBoundPtr>(&result);
+    if (!object || !*object) return result;
+    const auto* item = arguments.empty() ? nullptr : std::get_if<std::string>(&arguments[0]);
+    return std::make_shared<TamperedObject>(*object, values_, item ? *item : "");
+  }
+
+ private:
+  platform::LateBoundPtr inner_;
+  const Values& values_;
+  std::string name_;
+};
 
 /// "nciSetPts DsFormatType=#SISNVT_temp_setpt" for every operation on a variable.
 std::vector<std::string> VariableOperations(const World& world) {
@@ -84,6 +110,15 @@ TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
     expected.push_back(std::string(name) + " Value");
   }
   EXPECT_EQ(VariableOperations(world), expected);
+  std::size_t others = 0;
+  bool reading = false;
+  for (std::size_t i = 0, seen = 0; i < world.simulation->journal().Count() && seen < expected.size(); ++i) {
+    const bool of_variable = world.simulation->journal().At(i).operation.place.item.starts_with("nci");
+    reading = reading || of_variable;
+    seen += of_variable;
+    others += reading && !of_variable;
+  }
+  EXPECT_EQ(others, 0u) << "nothing else is asked between the points";
   const auto actions = LoggedActions(world, ui::ListView::Icon::Green);
   ASSERT_EQ(actions.size(), 11u);
   EXPECT_EQ(actions.front(), "Reading nciSetPts");
@@ -143,6 +178,53 @@ TEST(ConfigureRoad, AFailedReadIsToldOnceAndShowsNoHalfDevice) {
     world.main.cmdRefresh.UserClicks();
     EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the next try works";
   }
+}
+
+TEST(ConfigureRoad, ValuesThatDoNotFitAreReported) {
+  struct Case {
+    platform::Value value;
+    const char* told;
+  };
+  const Case cases[] = {
+      {std::string("23,25"), "nciSetPts has no value number 4 for nciSetPts.occ_heat"},
+      {std::string(), "nciSetPts has no value number 4"},
+      {std::int32_t{42}, "nciSetPts has no value number 4"},
+      {std::monostate{}, "nciSetPts has no value number 4"},
+      {platform::LateBoundPtr(), "Overflow"},
+      {std::string("23,5,25,0,28,0,21,0,19,0,16,0"), "has 12 fields where 6 are the most"},
+  };
+  for (const Case& c : cases) {
+    World world;
+    TamperedObject::Values values = {{"nciSetPts", c.value}};
+    plugin::Surroundings tampered = world.surroundings;
+    tampered.make_object_server = [&] {
+      return std::make_shared<TamperedObject>(world.simulation->CreateObjectServer(), values);
+    };
+    plugin::fMain main(tampered);
+    const auto api = std::make_shared<plugin::LNSPlugInAPI>(tampered, main);
+    World::Put(*api, "networkName", std::string("Demo Tower"));
+    World::Send(*api, 13, 7, kFirstThermostat);
+    ASSERT_EQ(world.desktop.messages.size(), 1u) << c.told;
+    EXPECT_NE(world.desktop.messages[0].message.text.find(c.told), std::string::npos)
+        << world.desktop.messages[0].message.text;
+    EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Red).size(), 1u);
+    EXPECT_EQ(main.screen.txtNvi(0)->Text(), "");
+    EXPECT_EQ(main.screen.cbNvi(0)->Text(), "") << "no half device";
+
+    values.clear();
+    World::Send(*api, 13, 7, kFirstThermostat);
+    EXPECT_EQ(main.screen.txtNvi(0)->Text(), "21") << "the window stays usable";
+  }
+}
+
+TEST(ConfigureRoad, WorksOnANetworkWrittenFromTheDocumentation) {
+  World world(R"({"interfaces": [{"name": "My interface"}], "networks": [{"name": "My network", "system": {
+      "interface": "My interface", "templates": [{"name": "Thermostat type", "programId": "8000D3550004041D"}],
+      "subsystems": [{"name": "Floor 1", "devices": [{"name": "Thermostat 1", "template": "Thermostat type"}]}]}}]})");
+  const auto api = world.Configure("My network/My network.Floor 1/Thermostat 1");
+  EXPECT_EQ(world.Shown(txtNvi(0)), "21");
+  EXPECT_EQ(world.StatusPanel(1), "Cnfg Online");
+  EXPECT_TRUE(world.desktop.messages.empty());
 }
 
 TEST(ConfigureRoad, ADeviceWithoutAVariableIsReported) {
