@@ -1,0 +1,62 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ocidl.h>
+
+#include <map>
+#include <memory>
+
+#include "platform/late_bound.h"
+#include "windows/com/com_ptr.h"
+
+namespace windows::com {
+
+// COM's interfaces have no destructor to be virtual.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+/// The place where clients connect their sinks to the events of a published object. A part of its door: it
+/// has an identity but no life of its own.
+///
+/// Every connection is a subscription of its own to the object. Events are delivered within the call that
+/// raises them; a sink whose process has gone is dropped at the first event that it misses. The object has to
+/// bear that handlers come and go while it raises an event.
+class ConnectionPoint final : public IConnectionPoint {
+ public:
+  ConnectionPoint(IConnectionPointContainer& door, platform::LateBound& source, const IID& events)
+      : door_(door), source_(source), events_(events) {}
+  virtual ~ConnectionPoint() = default;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** interface_pointer) override;
+  ULONG STDMETHODCALLTYPE AddRef() override { return door_.AddRef(); }
+  ULONG STDMETHODCALLTYPE Release() override { return door_.Release(); }
+
+  HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* id) override;
+  HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override;
+  HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override;
+  HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
+  /// Not offered: enumerating connections does not survive the way into another process.
+  HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
+
+ private:
+  struct Connection {
+    ComPtr<IDispatch> sink;
+    std::unique_ptr<platform::Subscription> subscription;
+  };
+  static void Deliver(const std::shared_ptr<Connection>& connection, std::int32_t event,
+                      platform::Arguments arguments);
+
+  IConnectionPointContainer& door_;
+  platform::LateBound& source_;
+  const IID events_;
+  std::map<DWORD, std::shared_ptr<Connection>> connections_;
+  DWORD last_cookie_ = 0;
+};
+
+#pragma GCC diagnostic pop
+
+/// The enumeration of the one connection point that a door has.
+ComPtr<IEnumConnectionPoints> EnumerateOne(ComPtr<IConnectionPoint> point);
+
+}  // namespace windows::com

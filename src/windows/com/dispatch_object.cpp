@@ -1,0 +1,92 @@
+#include "windows/com/dispatch_object.h"
+
+#include "windows/com/event_subscription.h"
+#include "windows/com/failure.h"
+#include "windows/com/variant_conversion.h"
+
+namespace windows::com {
+namespace {
+
+using platform::CallKind;
+
+WORD FlagsOf(CallKind kind) {
+  switch (kind) {
+    case CallKind::Get:
+      return DISPATCH_PROPERTYGET;
+    case CallKind::Put:
+      return DISPATCH_PROPERTYPUT;
+    case CallKind::PutReference:
+      return DISPATCH_PROPERTYPUTREF;
+    case CallKind::Method:
+      return DISPATCH_METHOD;
+    case CallKind::GetOrMethod:
+      return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+  }
+  return 0;
+}
+
+bool IsPut(CallKind kind) { return kind == CallKind::Put || kind == CallKind::PutReference; }
+
+ComPtr<IDispatch> CreateInstance(const CLSID& class_id, std::string_view attempt) {
+  ComPtr<IDispatch> object;
+  Check(CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, __uuidof(IDispatch),
+                         object.ReceiveVoid()),
+        attempt);
+  return object;
+}
+
+}  // namespace
+
+platform::Value DispatchObject::Invoke(const platform::Member& member, CallKind kind,
+                                       platform::Arguments arguments) {
+  const DISPID number = NumberOf(member);
+  CallArguments call(arguments);
+  const DISPPARAMS parameters = call.Parameters(IsPut(kind));
+  if (kind != CallKind::PutReference) return Call(number, FlagsOf(kind), parameters);
+  try {
+    return Call(number, DISPATCH_PROPERTYPUTREF, parameters);
+  } catch (const platform::Error& error) {
+    if (error.number() != platform::kMemberNotFound) throw;
+  }
+  return Call(number, DISPATCH_PROPERTYPUT, parameters);
+}
+
+DISPID DispatchObject::NumberOf(const platform::Member& member) {
+  if (member.number != platform::Member::kNoNumber) return member.number;
+  if (const auto known = numbers_.find(member.name); known != numbers_.end()) return known->second;
+  std::wstring name = ToWide(member.name);
+  LPOLESTR names = name.data();
+  DISPID number = DISPID_UNKNOWN;
+  Check(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &number), member.name);
+  numbers_.emplace(member.name, number);
+  return number;
+}
+
+platform::Value DispatchObject::Call(DISPID number, WORD flags, DISPPARAMS parameters) const {
+  const bool put = parameters.cNamedArgs != 0;
+  const ComPtr<IDispatch> object = object_;
+  Variant result;
+  ExceptionInfo info;
+  UINT bad_argument = 0;
+  const HRESULT outcome = object->Invoke(number, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                         put ? nullptr : result.get(), info.get(), &bad_argument);
+  if (FAILED(outcome)) throw CallError(outcome, info);
+  return FromVariant(*result.get());
+}
+
+std::unique_ptr<platform::Subscription> DispatchObject::Advise(platform::EventHandler handler) {
+  return SubscribeToDefaultEvents(object_.get(), std::move(handler));
+}
+
+platform::LateBoundPtr CreateObject(std::string_view prog_id) {
+  const std::string attempt = "Cannot create the object \"" + std::string(prog_id) + "\"";
+  CLSID class_id;
+  Check(CLSIDFromProgID(ToWide(prog_id).c_str(), &class_id), attempt);
+  return FromDispatch(CreateInstance(class_id, attempt));
+}
+
+platform::LateBoundPtr CreateObject(const CLSID& class_id) {
+  return FromDispatch(CreateInstance(class_id, "Cannot create the object"));
+}
+
+}  // namespace windows::com

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+
+#include <memory>
+
+#include "automation/published.h"
+#include "windows/com/com_ptr.h"
+#include "windows/com/implements.h"
+#include "windows/com/published_call.h"
+#include "windows/com/server_use.h"
+
+namespace windows::com {
+
+/// The open doors of this process. An object has at most one, so that it has one identity for its clients,
+/// and a door that comes back as an argument is known by its address: a door leads into its own process
+/// without a proxy. For the thread of the apartment that the doors live in.
+class OpenDoor {
+ public:
+  OpenDoor(const std::shared_ptr<automation::Published>& object, IDispatch* door);
+  OpenDoor(const OpenDoor&) = delete;
+  OpenDoor& operator=(const OpenDoor&) = delete;
+  ~OpenDoor() { Close(); }
+
+  /// The door is no longer found; for doors about to go.
+  void Close() noexcept;
+
+ private:
+  const automation::Published* object_;
+  const IDispatch* door_;
+};
+
+/// The open door of an object, null where it has none.
+ComPtr<IDispatch> FindDoor(const automation::Published& object);
+
+/// The object behind a door of this process, null for any other IDispatch.
+std::shared_ptr<automation::Published> PublishedBehind(const IDispatch* door);
+
+/// IDispatch over a published object, with `Interface` being IDispatch or a dual interface on top of it. The
+/// door owns its object: where nobody else does, the last client's release ends the object, on the same
+/// thread.
+template <class Interface, class... More>
+class Door : public Implements<Interface, More...> {
+ public:
+  /// `type_info` describes the members to those who ask and may be null.
+  explicit Door(std::shared_ptr<automation::Published> object, ComPtr<ITypeInfo> type_info = {})
+      : object_(std::move(object)),
+        type_info_(std::move(type_info)),
+        open_(object_, static_cast<Interface*>(this)) {}
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    if (!count) return E_POINTER;
+    *count = type_info_ ? 1 : 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** type_info) override {
+    if (!type_info) return E_POINTER;
+    *type_info = nullptr;
+    if (!type_info_) return E_NOTIMPL;
+    if (index != 0) return DISP_E_BADINDEX;
+    *type_info = ComPtr<ITypeInfo>(type_info_).Detach();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+                                          DISPID* numbers) override {
+    return FindNumbers(*object_, names, count, numbers);
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID number, REFIID id, LCID, WORD flags, DISPPARAMS* parameters,
+                                   VARIANT* result, EXCEPINFO* info, UINT* bad_argument) override {
+    return CallPublished(object_, number, id, flags, parameters, result, info, bad_argument);
+  }
+
+ protected:
+  void* Find(REFIID id) noexcept override {
+    if (id == __uuidof(IDispatch)) return static_cast<IDispatch*>(static_cast<Interface*>(this));
+    return Implements<Interface, More...>::Find(id);
+  }
+
+  const std::shared_ptr<automation::Published>& object() const { return object_; }
+  const ComPtr<ITypeInfo>& type_info() const { return type_info_; }
+  void Close() noexcept { open_.Close(); }
+
+ private:
+  ServerUse use_;
+  std::shared_ptr<automation::Published> object_;
+  ComPtr<ITypeInfo> type_info_;
+  OpenDoor open_;
+};
+
+}  // namespace windows::com

@@ -1,0 +1,103 @@
+#include "windows/com/event_subscription.h"
+
+#include <ocidl.h>
+
+#include "windows/com/failure.h"
+#include "windows/com/implements.h"
+#include "windows/com/variant_conversion.h"
+
+namespace windows::com {
+namespace {
+
+/// Answers for the events' own interface and for IDispatch alike: sources ask for one or the other.
+class EventSink final : public Implements<IDispatch> {
+ public:
+  EventSink(const IID& events, platform::EventHandler handler)
+      : events_(events), handler_(std::make_shared<platform::EventHandler>(std::move(handler))) {}
+
+  /// After this the sink is deaf, however long the source keeps it.
+  void Close() { handler_.reset(); }
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    if (count) *count = 0;
+    return count ? S_OK : E_POINTER;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
+                                   EXCEPINFO* info, UINT* bad_argument) override {
+    const auto handler = handler_;
+    if (!handler) return S_OK;
+    UINT position = 0;
+    try {
+      const auto arguments = FromParameters(parameters ? *parameters : DISPPARAMS{}, position);
+      (*handler)(event, arguments);
+      return S_OK;
+    } catch (...) {
+      if (bad_argument) *bad_argument = position;
+      return ReportToInvoke(info);
+    }
+  }
+
+ protected:
+  void* Find(REFIID id) noexcept override {
+    return id == events_ ? static_cast<IDispatch*>(this) : Implements::Find(id);
+  }
+
+ private:
+  const IID events_;
+  std::shared_ptr<platform::EventHandler> handler_;
+};
+
+class EventSubscription final : public platform::Subscription {
+ public:
+  EventSubscription(ComPtr<IConnectionPoint> point, const IID& events, platform::EventHandler handler)
+      : point_(std::move(point)), sink_(Make<EventSink>(events, std::move(handler))) {
+    Check(point_->Advise(sink_.get(), &cookie_), "Cannot receive the object's events");
+  }
+  EventSubscription(const EventSubscription&) = delete;
+  EventSubscription& operator=(const EventSubscription&) = delete;
+  ~EventSubscription() override {
+    sink_->Close();
+    // Where the source has died there is nothing left to disconnect from.
+    static_cast<void>(point_->Unadvise(cookie_));
+  }
+
+ private:
+  ComPtr<IConnectionPoint> point_;
+  ComPtr<EventSink> sink_;
+  DWORD cookie_ = 0;
+};
+
+ComPtr<IConnectionPoint> DefaultPoint(IDispatch* object, IConnectionPointContainer& container) {
+  ComPtr<IConnectionPoint> point;
+  IID id;
+  const auto classes = ComPtr<IDispatch>(object).As<IProvideClassInfo2>();
+  if (classes && SUCCEEDED(classes->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) &&
+      SUCCEEDED(container.FindConnectionPoint(id, point.Receive())))
+    return point;
+  ComPtr<IEnumConnectionPoints> points;
+  ULONG count = 0;
+  if (FAILED(container.EnumConnectionPoints(points.Receive()))) return nullptr;
+  if (points->Next(1, point.Receive(), &count) != S_OK) return nullptr;
+  return point;
+}
+
+}  // namespace
+
+std::unique_ptr<platform::Subscription> SubscribeToDefaultEvents(IDispatch* object,
+                                                                 platform::EventHandler handler) {
+  const auto container = ComPtr<IDispatch>(object).As<IConnectionPointContainer>();
+  const auto point = container ? DefaultPoint(object, *container.get()) : nullptr;
+  if (!point)
+    throw platform::Error(platform::kUnknownInterface, std::string(kAutomation),
+                          "The object raises no events.");
+  IID events;
+  Check(point->GetConnectionInterface(&events), "Cannot receive the object's events");
+  return std::make_unique<EventSubscription>(point, events, std::move(handler));
+}
+
+}  // namespace windows::com

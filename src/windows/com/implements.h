@@ -1,0 +1,54 @@
+#pragma once
+
+#include <windows.h>
+
+#include <unknwn.h>
+
+#include <atomic>
+
+namespace windows::com {
+
+// COM's interfaces have no destructor to be virtual: their objects are only ever released.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+/// A reference-counted COM object with these interfaces; the first one is its identity.
+template <class First, class... More>
+class Implements : public First, public More... {
+ public:
+  Implements() = default;
+  Implements(const Implements&) = delete;
+  Implements& operator=(const Implements&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** interface_pointer) override {
+    if (!interface_pointer) return E_POINTER;
+    *interface_pointer = Find(id);
+    if (!*interface_pointer) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  virtual ~Implements() = default;
+
+  /// The interface with this identifier, without a new reference; null where there is none.
+  virtual void* Find(REFIID id) noexcept {
+    if (id == __uuidof(IUnknown) || id == __uuidof(First)) return static_cast<First*>(this);
+    void* found = nullptr;
+    ((id == __uuidof(More) ? void(found = static_cast<More*>(this)) : void()), ...);
+    return found;
+  }
+
+ private:
+  std::atomic<ULONG> references_ = 1;
+};
+
+#pragma GCC diagnostic pop
+
+}  // namespace windows::com
