@@ -1,0 +1,91 @@
+#include "sample.h"
+
+#include <array>
+#include <stdexcept>
+
+#include "automation/convert.h"
+
+using automation::ToInteger;
+using automation::ToText;
+using platform::Arguments;
+using platform::Value;
+
+namespace {
+
+Value Throw(Sample&, Arguments what) {
+  if (ToText(what[0]) == "standard") throw std::runtime_error("standard failure");
+  if (ToText(what[0]) == "other") throw 7;
+  throw platform::Error(ToInteger(what[0]), "Sample", ToText(what[1]));
+}
+
+Value FindItem(SampleItems& self, Arguments arguments) {
+  for (std::size_t i = 0; i < self.items.size(); ++i)
+    if (ToText(arguments[0]) == self.items[i] || arguments[0] == Value(static_cast<std::int32_t>(i + 1)))
+      return self.items[i];
+  throw platform::Error(platform::kBadIndex, "Sample", "No such item.");
+}
+
+Value CountItems(SampleItems& self, Arguments) { return static_cast<std::int32_t>(self.items.size()); }
+Value Echo(Sample&, Arguments arguments) { return arguments[0]; }
+Value Fire(Sample& self, Arguments arguments) {
+  return self.Fire(ToInteger(arguments[0]), arguments.subspan(1));
+}
+Value MakeItems(Sample&, Arguments) { return std::make_shared<SampleItems>(); }
+Value ProcessId(Sample&, Arguments) { return static_cast<std::int32_t>(GetCurrentProcessId()); }
+Value Die(Sample&, Arguments) { ExitProcess(0); }
+
+}  // namespace
+
+std::span<const automation::MemberRow<Sample>> Sample::Members() {
+  static constexpr auto get_value = [](Sample& self, Arguments) { return self.value_; };
+  static constexpr auto put_value = [](Sample& self, const Value& value) { self.value_ = value; };
+  static const std::array<automation::MemberRow<Sample>, 7> rows{{
+      {.number = 1, .name = "Value", .get = get_value, .put = put_value},
+      {.number = 2, .name = "Echo", .method = Echo, .least = 1},
+      {.number = 3, .name = "Items", .get = MakeItems},
+      {.number = 4, .name = "Throw", .method = Throw, .least = 1, .most = 2},
+      {.number = 5, .name = "Fire", .method = ::Fire, .least = 1, .most = 4},
+      {.number = 6, .name = "ProcessId", .get = ProcessId},
+      {.number = 7, .name = "Die", .method = Die},
+  }};
+  return rows;
+}
+
+std::unique_ptr<platform::Subscription> Sample::Advise(platform::EventHandler handler) {
+  struct Listening : platform::Subscription {
+    std::shared_ptr<platform::EventHandler> heard;
+  };
+  auto listening = std::make_unique<Listening>();
+  listening->heard = std::make_shared<platform::EventHandler>(std::move(handler));
+  handlers_.push_back(listening->heard);
+  return listening;
+}
+
+std::int32_t Sample::Fire(std::int32_t event, Arguments arguments) {
+  std::int32_t heard = 0;
+  for (const auto& listening : std::vector(handlers_))
+    if (const auto handler = listening.lock()) (*handler)(event, arguments), ++heard;
+  return heard;
+}
+
+std::span<const automation::MemberRow<SampleItems>> SampleItems::Members() {
+  static const std::array<automation::MemberRow<SampleItems>, 2> rows{{
+      {.number = platform::kDefaultMember, .name = "Item", .get = FindItem, .least = 1},
+      {.number = 2, .name = "Count", .get = CountItems},
+  }};
+  return rows;
+}
+
+std::string Describe(const Value& value) {
+  static constexpr std::array kKinds{"empty", "boolean ", "integer ", "number ", "text "};
+  if (const auto* object = std::get_if<platform::LateBoundPtr>(&value)) return *object ? "object" : "nothing";
+  return kKinds[value.index()] + ToText(value);
+}
+
+std::string Outcome(const std::function<Value()>& work) try {
+  return Describe(work());
+} catch (const platform::Error& error) {
+  const std::int32_t refusal = error.number() - platform::kUnknownInterface + 1;
+  if (refusal > 0 && refusal < 20) return "refused " + std::to_string(refusal);
+  return "error " + std::to_string(error.number()) + " " + error.source() + ": " + error.description();
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "automation/published.h"
+
+/// An object with one member of every shape, and a way to make each kind of thing go wrong.
+class Sample final : public automation::PublishedTable<Sample> {
+ public:
+  static constexpr CLSID kClass{0x98c8dc5b, 0x9904, 0x4ce4, {0x92, 0x31, 0x20, 0x94, 0x66, 0x95, 0x3d, 0x91}};
+  static constexpr IID kEvents{0x4ddb0a4f, 0x270b, 0x4082, {0x88, 0x5e, 0x8c, 0xcf, 0x0a, 0x8f, 0x3f, 0x4a}};
+  static std::span<const automation::MemberRow<Sample>> Members();
+
+  std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override;
+  /// How many handlers have heard the event.
+  std::int32_t Fire(std::int32_t event, platform::Arguments arguments = {});
+
+ private:
+  platform::Value value_ = "sample";
+  std::vector<std::weak_ptr<platform::EventHandler>> handlers_;
+};
+
+/// A collection of texts, by position from 1 or by the text itself.
+class SampleItems final : public automation::PublishedTable<SampleItems> {
+ public:
+  static std::span<const automation::MemberRow<SampleItems>> Members();
+
+  std::vector<std::string> items{"alpha", "beta", "gamma"};
+};
+
+/// What came of something, as one line: "text sample", "integer 3", "error 20003 Source: Text". Automation's
+/// own refusals show their number only, because their texts are the system's.
+std::string Describe(const platform::Value& value);
+std::string Outcome(const std::function<platform::Value()>& work);
