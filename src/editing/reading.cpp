@@ -1,36 +1,25 @@
 #include "editing/reading.h"
 
+#include "editing/pending_edits.h"
 #include "platform/error.h"
 
 namespace editing {
 namespace {
-
-/// The hourglass for as long as a pass runs.
-class BusyPointer {
- public:
-  explicit BusyPointer(ui::Desktop& desktop) : desktop_(desktop) {
-    desktop_.SetPointer(ui::Pointer::Hourglass);
-  }
-  ~BusyPointer() { desktop_.SetPointer(ui::Pointer::Default); }
-  BusyPointer(const BusyPointer&) = delete;
-  BusyPointer& operator=(const BusyPointer&) = delete;
-
- private:
-  ui::Desktop& desktop_;
-};
 
 void ReadPoint(const Passes& passes, model::CNvCpTable& point, int display_units) {
   point.GetNetworkValue(display_units);
   passes.log.LogCommand("Reading " + point.Name, point.NvAsString());
 }
 
-}  // namespace
-
-bool IsMarked(const ui::Control& control) { return control.ForeColor() == ui::Color::ModifiedMark; }
-
-void ReportFailure(const Passes& passes, const std::string& action, const std::string& description) {
+void LogFailure(const Passes& passes, const std::string& action, const std::string& description) {
   const bool names_action = description.find("\r\n") != std::string::npos;
   passes.log.LogError(names_action ? description : action + "\r\n" + description);
+}
+
+}  // namespace
+
+void ReportFailure(const Passes& passes, const std::string& action, const std::string& description) {
+  LogFailure(passes, action, description);
   passes.desktop.ShowMessage({description, passes.plug_in_name, ui::Icon::Critical});
 }
 
@@ -57,6 +46,21 @@ bool ReadAllPoints(const Passes& passes, int display_units) {
   return false;
 }
 
+bool ReadBackIn(const Passes& passes, int display_units) {
+  const BusyPointer busy(passes.desktop);
+  for (std::size_t i = 0; i < passes.points.size(); ++i) {
+    model::CNvCpTable& point = passes.points[i];
+    if (point.IsReadIn(display_units)) continue;
+    try {
+      ReadPoint(passes, point, display_units);
+    } catch (const platform::Error& error) {
+      LogFailure(passes, "Error reading " + point.Name, error.description());
+      return false;
+    }
+  }
+  return true;
+}
+
 bool InitializeAllBindings(const Passes& passes) {
   const BusyPointer busy(passes.desktop);
   for (model::CNvCtrlTable& binding : passes.bindings) binding.Initialize();
@@ -70,7 +74,7 @@ void ShowAllValues(const Passes& passes) {
     if (!control) continue;
     const bool editable = control->kind() == Kind::TextField || control->kind() == Kind::ChoiceList;
     if (!editable && control->kind() != Kind::Label) continue;
-    if (editable && IsMarked(*control)) continue;
+    if (editable && PendingEdits::IsMarked(*control)) continue;
     control->SetText(binding.Value());
   }
 }

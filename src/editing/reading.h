@@ -30,6 +30,10 @@ void ReportFailure(const Passes& passes, const std::string& action, const std::s
 /// either way.
 bool ReadAllPoints(const Passes& passes, int display_units);
 
+/// Reads the points again whose fields stand in other units than these, after a read in those units failed. The first
+/// failure ends the pass; it is logged, and the result is false.
+bool ReadBackIn(const Passes& passes, int display_units);
+
 /// Clears the changed flag of every binding's point.
 bool InitializeAllBindings(const Passes& passes);
 
@@ -37,7 +41,16 @@ bool InitializeAllBindings(const Passes& passes);
 /// caller.
 void ShowAllValues(const Passes& passes);
 
-/// A field or list that holds an edit which has not been applied.
-bool IsMarked(const ui::Control& control);
+/// The hourglass for as long as a pass runs.
+class BusyPointer {
+ public:
+  explicit BusyPointer(ui::Desktop& desktop) : desktop_(desktop) { desktop_.SetPointer(ui::Pointer::Hourglass); }
+  ~BusyPointer() { desktop_.SetPointer(ui::Pointer::Default); }
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+
+ private:
+  ui::Desktop& desktop_;
+};
 
 }  // namespace editing

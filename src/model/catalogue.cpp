@@ -99,6 +99,7 @@ BindingList MakeBindings(const PointList& points, const ConfigurationScreen& scr
     binding.Ceiling = row.round_step;
     binding.OffsetValue = row.offset_value;
     if (row.limits) SetLimits(binding, *row.limits);
+    binding.MonitorTag = static_cast<std::int32_t>(bindings.size()) + 1;
     bindings.push_back(std::move(binding));
   }
   return bindings;

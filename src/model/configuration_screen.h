@@ -17,6 +17,8 @@ class ConfigurationScreen {
  public:
   ConfigurationScreen();
 
+  /// Indices of txtNvi lie below this; not every one has a field.
+  static constexpr int kTextFieldCount = 42;
   /// Null where the array has no such element.
   ui::TextField* txtNvi(int index) const;
   ui::ChoiceList* cbNvi(int index) const;
@@ -49,7 +51,6 @@ class ConfigurationScreen {
   ui::Box UnitLabelOf(const FieldPlace& field);
   ui::Label& NewLabel(std::string caption);
 
-  static constexpr int kTextFieldCount = 42;
   std::array<std::unique_ptr<ui::TextField>, kTextFieldCount> text_fields_;
   std::array<std::unique_ptr<ui::ChoiceList>, kChoiceListCount> choice_lists_;
   std::vector<std::unique_ptr<ui::Label>> temperature_units_;

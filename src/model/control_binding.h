@@ -24,6 +24,8 @@ class CNvCtrlTable {
   CNvCpTable* NvCpTable = nullptr;
   bool RoundValue = false;
   double Ceiling = 0;
+  /// The tag under which the object server monitors the field: its row in the catalogue, from 1.
+  std::int32_t MonitorTag = 0;
   /// A value exactly on a limit is stored a little inside it.
   bool OffsetValue = false;
 

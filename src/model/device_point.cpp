@@ -71,6 +71,7 @@ bool CNvCpTable::SendNetworkValue() {
                       : "Error updating" + Name + " \r\n" + error.description());
   }
   ValueAsChanges = false;
+  known_fields_ = NvAsArray;
   return true;
 }
 
@@ -90,6 +91,12 @@ void CNvCpTable::GetNetworkValue(int display_units) {
         "Error reading " + Name + " \r\n" + (code == kNoCommunication ? TextOf(code) : error.description()));
   }
   format_read_ = format;
+  known_fields_ = NvAsArray;
+}
+
+void CNvCpTable::DropChanges() {
+  NvAsArray = known_fields_;
+  ValueAsChanges = false;
 }
 
 }  // namespace model

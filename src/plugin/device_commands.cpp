@@ -4,6 +4,7 @@
 #include "platform/attempt.h"
 #include "plugin/device_state.h"
 #include "plugin/main_form.h"
+#include "text/numbers.h"
 #include "text/strings.h"
 
 namespace plugin {
@@ -43,8 +44,8 @@ void fMain::DropDevice() {
   current_object_ = {};
   current_interface_ = {};
   device_online_ = false;
-  cmdApply.SetEnabled(false);
-  cmdCancel.SetEnabled(false);
+  complete_read_ = false;
+  pending_.Lower();
   screen.ShowInitialTexts();
   lblDeviceTemplate.SetText("Device Template");
   StatusBar.SetPanel(1, "");
@@ -99,6 +100,8 @@ void fMain::LoadDevice() {
   editing::InitializeAllBindings(passes());
   if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return;
   editing::ShowAllValues(passes());
+  complete_read_ = true;
+  SetUpScreen(static_cast<int>(text::RoundHalfEven(text::LeadingNumber(points_.Item("nciSccModelRaw").NvAsArray.front()))));
 }
 
 }  // namespace plugin

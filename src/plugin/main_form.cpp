@@ -24,7 +24,11 @@ std::string ContactText(const startup::Identity& identity) {
 }  // namespace
 
 fMain::fMain(const Surroundings& surroundings)
-    : Form(surroundings.desktop, "fMain", ui::BorderStyle::Sizable), with_(surroundings) {
+    : Form(surroundings.desktop, "fMain", ui::BorderStyle::Sizable),
+      with_(surroundings),
+      pending_(cmdApply, cmdCancel),
+      fields_(screen, surroundings.desktop, pending_),
+      events_(surroundings.desktop, surroundings.log, bindings_) {
   SetCaption("Your Plug-In Caption Here");
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
   lblDeviceTemplate.shows_data = true;
@@ -34,14 +38,11 @@ fMain::fMain(const Surroundings& surroundings)
   cmdViewLog.picture = ui::Button::Picture::Log;
   cmdViewLog.SetAccessibleName("Activity log");
   cmdViewLog.SetToolTip("Activity log");
-  cmdApply.SetEnabled(false);
-  cmdCancel.SetEnabled(false);
   cmdDebug.SetVisible(false);
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };
-  cmdRefresh.on_click = [this] { Refresh(); };
   cmdViewLog.on_click = [this] { with_.log.Show(); };
-  DropDevice();
+  ConnectEditing();
   SetLayout(MakeLayout());
 }
 
@@ -65,6 +66,7 @@ ui::Box fMain::MakeLayout() {
 
 void fMain::OnLoad() {
   ending_ = false;
+  DropDevice();
   SetCaption(with_.identity.PlugInName);
   const ui::Desktop::Area area = desktop().WorkArea();
   const double width = std::min(Width(), area.width);
@@ -81,16 +83,19 @@ void fMain::OnLoad() {
 }
 
 lns::ObjectServer fMain::lcaOS() {
-  if (!object_server_) object_server_ = lns::ObjectServer(with_.make_object_server());
+  if (object_server_) return object_server_;
+  object_server_ = lns::ObjectServer(with_.make_object_server());
+  // Without events everything works, only less lively.
+  Attempt([this] {
+    subscription_ = object_server_.Advise(
+        [this](std::int32_t event, platform::Arguments arguments) { events_.Handle(event, arguments); });
+  });
   return object_server_;
 }
 
 void fMain::GetDisplayUnits() {
-  Session& session = with_.session;
-  session.DisplayUnits = StoredDisplayUnits(with_.registry, with_.identity.PlugInKey());
-  for (std::size_t i = 0; i < obUnits.size(); ++i)
-    obUnits[i].SetSelected(static_cast<int>(i) == session.DisplayUnits);
-  for (const auto& label : screen.txtTempUnits()) label->SetText(TemperatureUnit(session.DisplayUnits));
+  with_.session.DisplayUnits = StoredDisplayUnits(with_.registry, with_.identity.PlugInKey());
+  ShowUnits();
 }
 
 void fMain::GetDebug() {
@@ -141,6 +146,7 @@ void fMain::EndPlugIn() {
   }
   CloseSession(with_.session);
   with_.session.ObjectServer = {};
+  subscription_.reset();
   object_server_ = {};
   Attempt([this] { Unload(); });
   desktop().EndProgram();
@@ -151,22 +157,10 @@ void fMain::EndIfUnused() {
   if (!Visible() && session.InstanceCount == 0 && !session.Busy()) EndPlugIn();
 }
 
-void fMain::Refresh() {
-  if (with_.session.Busy()) return;
-  {
-    const Operation running(with_.session);
-    ReadAndShow();
-  }
-  EndIfUnused();
-}
-
-void fMain::ReadAndShow() {
-  if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return;
-  try {
-    editing::ShowAllValues(passes());
-  } catch (const platform::Error& error) {
-    editing::ReportFailure(passes(), "Showing the values", error.description());
-  }
+int fMain::HelpContext() const {
+  constexpr std::array kTopics = {1004, 1002, 1003, 1006, 1005, 1001, 1000};
+  const std::size_t page = screen.tabData.Selected();
+  return page < kTopics.size() ? kTopics[page] : 0;
 }
 
 editing::Passes fMain::passes() {

@@ -3,6 +3,8 @@
 #include <array>
 #include <functional>
 
+#include "editing/field_editing.h"
+#include "editing/pending_edits.h"
 #include "editing/reading.h"
 #include "lns/object_model.h"
 #include "log/log.h"
@@ -10,6 +12,7 @@
 #include "model/configuration_screen.h"
 #include "model/point_list.h"
 #include "platform/program.h"
+#include "plugin/object_server_events.h"
 #include "plugin/resource_files.h"
 #include "plugin/session.h"
 #include "registry/registry.h"
@@ -53,6 +56,9 @@ class fMain : public ui::Form {
   /// where none can be had.
   lns::ObjectServer lcaOS();
 
+  /// The help topic that belongs to the page in front.
+  int HelpContext() const;
+
   bool DeviceOnline() const { return device_online_; }
   const lns::AppDevice& CurrentDevice() const { return current_device_; }
   const lns::LonMarkObject& CurrentLonMarkObject() const { return current_object_; }
@@ -84,8 +90,13 @@ class fMain : public ui::Form {
   void GetDisplayUnits();
   void GetDebug();
   void ConfirmExit();
-  void Refresh();
+  void ConnectEditing();
+  void Run(const std::function<void()>& command);
+  void Apply();
   void ReadAndShow();
+  void SwitchUnits(std::int16_t units);
+  void ShowUnits();
+  void SetUpScreen(int model_number);
 
   void DropDevice();
   void ConfigureCurrentDevice();
@@ -105,6 +116,13 @@ class fMain : public ui::Form {
   model::PointList points_;
   model::BindingList bindings_;
   ResourceFiles resource_files_;
+
+  editing::PendingEdits pending_;
+  editing::FieldEditing fields_;
+  /// Every point holds what was read in the display units; nothing may be applied before.
+  bool complete_read_ = false;
+  ObjectServerEvents events_;
+  std::unique_ptr<platform::Subscription> subscription_;
 };
 
 }  // namespace plugin

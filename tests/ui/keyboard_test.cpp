@@ -95,6 +95,13 @@ TEST(Keyboard, LeavesAGroupOfOptionsFromWhicheverHasTheFocus) {
   EXPECT_EQ(ui::NextOption(window.layout, window.metric, Direction::Backward), &window.imperial);
 }
 
+TEST(Keyboard, GoesOnFromAControlThatCannotBeUsedAnyMore) {
+  Window window;
+  window.apply.SetEnabled(false);
+  EXPECT_EQ(ui::NextControl(window.layout, &window.apply, Direction::Forward), &window.options);
+  EXPECT_EQ(ui::NextControl(window.layout, &window.apply, Direction::Backward), &window.metric);
+}
+
 TEST(Keyboard, FindsWhatALetterLeadsTo) {
   Window window;
   struct Row {

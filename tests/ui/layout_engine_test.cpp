@@ -130,8 +130,10 @@ TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
     EXPECT_EQ(one.right(), other.right()) << pair.one->name() << " and " << pair.other->name();
     EXPECT_EQ(one.left == other.left, pair.same_left) << pair.one->name() << " and " << pair.other->name();
   }
-  // The first page's columns need not be as wide as those of the others.
+  // Neither the other column of frames nor another page makes these columns wider.
+  const auto width = [&](const Control* field) { return places.at(field).width; };
   EXPECT_NE(places.at(screen.txtNvi(0)).left, places.at(screen.txtNvi(6)).left);
+  EXPECT_GT(width(screen.txtNvi(0)), width(screen.txtNvi(3)));
 }
 
 struct Window {

@@ -82,6 +82,8 @@ void ControlPeer::Update(ui::Aspect aspect) {
     case ui::Aspect::Text: {
       const std::wstring text = ToWide(control_->Text());
       if (text != WindowText()) SetWindowTextW(handle_, text.c_str());
+      const ui::Extent wanted = PreferredSize();
+      if (wanted.width > place_.width || wanted.height > place_.height) host_.Relayout();
       break;
     }
     case ui::Aspect::Enabled:

@@ -26,7 +26,7 @@ void InitialiseControls() {
 
 WindowsDesktop::WindowsDesktop() : WindowsDesktop(Settings{}) {}
 
-WindowsDesktop::WindowsDesktop(Settings settings) {
+WindowsDesktop::WindowsDesktop(Settings settings) : end_program_(std::move(settings.end_program)) {
   InitialiseControls();
   if (!settings.on_failure)
     settings.on_failure = [this](const std::exception& failure) {
@@ -68,7 +68,12 @@ void WindowsDesktop::Yield() {
   context_->DestroyClosed();
 }
 
-void WindowsDesktop::EndProgram() { PostQuitMessage(0); }
+void WindowsDesktop::EndProgram() {
+  if (end_program_)
+    end_program_();
+  else
+    PostQuitMessage(0);
+}
 
 std::unique_ptr<ui::FormWindow> WindowsDesktop::MakeWindow(ui::Form& form) {
   auto made = std::make_unique<FormShell>(*context_, form);

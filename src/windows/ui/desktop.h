@@ -21,6 +21,8 @@ class WindowsDesktop final : public ui::Desktop {
     int dpi = 0;
     /// Shows a failure in a message box if nothing else is given.
     std::function<void(const std::exception&)> on_failure = nullptr;
+    /// Ends the program in place of ending the message loop.
+    std::function<void()> end_program = nullptr;
   };
   WindowsDesktop();
   explicit WindowsDesktop(Settings settings);
@@ -42,6 +44,7 @@ class WindowsDesktop final : public ui::Desktop {
   void EndProgram() override;
 
  private:
+  std::function<void()> end_program_;
   std::unique_ptr<Context> context_;
 };
 

@@ -63,10 +63,10 @@ FormShell::~FormShell() {
 }
 
 void FormShell::Create() {
-  const Flagged moves(program_moves_);
   const WindowStyle style = StyleOf(form_);
   Surface::Create(ToWide(form_.Caption()).c_str(), style.style, style.extended, nullptr);
   controls_.Create();
+  created_ = true;
 }
 
 void FormShell::Close() {
@@ -152,7 +152,7 @@ void FormShell::Repaint() {
 }
 
 LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
-  if (closed()) return Surface::Handle(message, wparam, lparam);
+  if (closed() || !created_) return Surface::Handle(message, wparam, lparam);
   switch (message) {
     case WM_CLOSE:
       form_.CloseRequested(ui::CloseReason::User);
@@ -213,7 +213,7 @@ void FormShell::LimitSize(MINMAXINFO& limits) const {
 }
 
 void FormShell::Sized(WPARAM how) {
-  if (form_.Visible() && !program_moves_) {
+  if (form_.Visible()) {
     form_.WindowStateChanged(how == SIZE_MINIMIZED   ? ui::WindowState::Minimized
                              : how == SIZE_MAXIMIZED ? ui::WindowState::Maximized
                                                      : ui::WindowState::Normal);
@@ -226,7 +226,7 @@ void FormShell::Sized(WPARAM how) {
 }
 
 void FormShell::TellBounds() {
-  if (IsIconic(handle()) || program_moves_) return;
+  if (IsIconic(handle())) return;
   RECT actual;
   GetWindowRect(handle(), &actual);
   const RECT known = FormBounds();

@@ -47,6 +47,7 @@ class FormShell final : public Surface {
 
   ui::Form& form_;
   ControlSet controls_;
+  bool created_ = false;  // with all its controls
   bool program_moves_ = false;
 };
 

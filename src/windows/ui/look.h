@@ -32,7 +32,6 @@ class Look {
   int dpi_;
   OwnedFont normal_;
   OwnedFont bold_;
-  OwnedDc measuring_;
   int text_height_ = 0;
   int digit_width_ = 0;
 };

@@ -29,6 +29,7 @@ LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label) : Contro
   Create(L"STATIC", ToWide(label.Text()),
          static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) | (label.shows_data ? SS_NOPREFIX : 0)));
   SetFont(weight());
+  first_width_ = look().TextSize(ToWide(label.Text()), weight()).width;
 }
 
 Look::Weight LabelPeer::weight() const {
@@ -38,14 +39,9 @@ Look::Weight LabelPeer::weight() const {
 ui::Extent LabelPeer::PreferredSize() const {
   ui::Extent size = look().TextSize(ToWide(label().Text()), weight(), !label().shows_data);
   if (label().columns > 0) size.width = label().columns * look().DigitWidth();
+  // What a device reports may be of any length and must not make the window grow.
+  if (label().shows_data && label().columns == 0) size.width = first_width_;
   return size;
-}
-
-void LabelPeer::Update(ui::Aspect aspect) {
-  ControlPeer::Update(aspect);
-  if (aspect != ui::Aspect::Text) return;
-  const ui::Extent wanted = PreferredSize();
-  if (wanted.width > place().width || wanted.height > place().height) host().Relayout();
 }
 
 FramePeer::FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested)
@@ -158,6 +154,8 @@ void StatusBarPeer::ShowTexts() const {
 WebViewPeer::WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view)
     : ControlPeer(host, parent, view) {
   Create(L"EDIT", WithLineEnds(view.Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL, WS_EX_CLIENTEDGE);
+  const auto margin = static_cast<WORD>(look().Scaled(8));
+  Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
 }
 
 ui::Extent WebViewPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(200)}; }

@@ -11,11 +11,11 @@ class LabelPeer final : public ControlPeer {
  public:
   LabelPeer(PeerHost& host, Surface& parent, ui::Label& label);
   ui::Extent PreferredSize() const override;
-  void Update(ui::Aspect aspect) override;
 
  private:
   const ui::Label& label() const { return static_cast<const ui::Label&>(control()); }
   Look::Weight weight() const;
+  int first_width_ = 0;
 };
 
 /// A button with a caption, or with a picture drawn for the resolution.

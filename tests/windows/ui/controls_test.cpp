@@ -192,13 +192,17 @@ TEST_F(Controls, OptionButtonsExcludeEachOther) {
   EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(Controls, WindowGrowsWithATextThatNeedsMore) {
+TEST_F(Controls, WindowGrowsWithACaptionButNotWithWhatADeviceReports) {
+  const std::string text =
+      "A text that takes far more room than the one that the layout was made for, and then some";
   const double before = form.Width();
-  form.apply.SetText("&Apply");
+  form.heading.SetText(text + text + text);
   EXPECT_EQ(form.Width(), before);
-  for (const auto& label : form.screen.txtTempUnits())
-    label->SetText("degrees of the scale in use, spelt out");
-  EXPECT_GT(form.Width(), before);
+  form.options.SetText(text + text);
+  const double with_button = form.Width();
+  EXPECT_GT(with_button, before);
+  for (const auto& label : form.screen.txtTempUnits()) label->SetText(text);
+  EXPECT_GT(form.Width(), with_button);
 }
 
 }  // namespace

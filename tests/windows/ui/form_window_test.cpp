@@ -56,7 +56,9 @@ TEST_F(FormWindow, ReadsTheBoundsThatWereWritten) {
   const Bounds cases[] = {{300, 150, 15000, 12000, {20, 10, 1020, 810}},
                           {301, 157, 15007, 12008, {20, 10, 1020, 811}},  // no whole pixels
                           {-150, -75, 9000, 9000, {-10, -5, 590, 595}},
-                          {0, 0, 3000, 1500, {0, 0, 200, 100}}};  // below the layout's minimum
+                          {0, 0, 3000, 1500, {0, 0, 200, 100}},       // below the layout's minimum
+                          {0, 0, 900, 450, {0, 0, 60, 30}},           // and below the system's
+                          {0, 0, 30000, 24000, {0, 0, 2000, 1600}}};  // larger than the screen
   for (const bool visible : {false, true}) {
     form.SetVisible(visible);
     for (const Bounds& bounds : cases) {
@@ -89,21 +91,7 @@ struct ClosingCase {
   void (*act)(ScreenForm&, HWND);
 };
 
-HWND Find(HWND window, const wchar_t* text) {
-  struct Search {
-    const wchar_t* text;
-    HWND found;
-  } search{text, nullptr};
-  EnumChildWindows(
-      window,
-      [](HWND child, LPARAM data) -> BOOL {
-        auto& wanted = *reinterpret_cast<Search*>(data);
-        if (TextOf(child) == wanted.text) wanted.found = child;
-        return !wanted.found;
-      },
-      reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
+HWND Find(HWND window, const wchar_t* text) { return WindowsUiTest::Child(window, text); }
 
 const ClosingCase kClosing[] = {
     {"button", [](ScreenForm& f) { f.apply.on_click = [&f] { f.Unload(); }; },

@@ -4,6 +4,14 @@
 
 namespace {
 
+/// Presses the button of the message box when it has come up.
+void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
+  const HWND box = FindWindowW(L"#32770", L"Question of the test");
+  if (!box) return;
+  KillTimer(nullptr, timer);
+  PostMessageW(box, WM_COMMAND, IDOK, 0);
+}
+
 class Input : public WindowsUiTest {
  protected:
   Input() {
@@ -17,18 +25,9 @@ class Input : public WindowsUiTest {
   }
   HWND Button(const std::wstring& caption) const { return Child(WindowOf(form), caption); }
 
-  /// Presses Enter in message boxes as they come up.
-  void AnswerBoxes() {
-    SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR timer, DWORD) {
-      const HWND box = FindWindowW(L"#32770", L"Question of the test");
-      if (!box) return;
-      KillTimer(nullptr, timer);
-      PostMessageW(box, WM_COMMAND, IDOK, 0);
-    });
-  }
   void Ask() {
     journal += " asks";
-    AnswerBoxes();
+    SetTimer(nullptr, 0, 30, AnswerBox);
     desktop.ShowMessage({"Text", "Question of the test", ui::Icon::Exclamation});
     journal += " answered";
   }

@@ -2,6 +2,15 @@
 
 #include <algorithm>
 
+namespace {
+
+BOOL CALLBACK AddWindow(HWND window, LPARAM all) {
+  reinterpret_cast<std::vector<HWND>*>(all)->push_back(window);
+  return TRUE;
+}
+
+}  // namespace
+
 ScreenForm::ScreenForm(ui::Desktop& screen_desktop)
     : Form(screen_desktop, "fScreen", ui::BorderStyle::Sizable) {
   using ui::Box;
@@ -29,35 +38,21 @@ bool WindowsUiTest::Until(const std::function<bool()>& condition) {
 }
 
 HWND WindowsUiTest::WindowOf(const ui::Form& form) const {
-  struct Search {
-    std::wstring caption;
-    HWND found;
-  } search{windows::ToWide(form.Caption()), nullptr};
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND window, LPARAM data) -> BOOL {
-        auto& wanted = *reinterpret_cast<Search*>(data);
-        if (ClassOf(window) == L"FormSurface" && TextOf(window) == wanted.caption) wanted.found = window;
-        return !wanted.found;
-      },
-      reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  std::vector<HWND> all;
+  EnumThreadWindows(GetCurrentThreadId(), AddWindow, reinterpret_cast<LPARAM>(&all));
+  for (const HWND window : all)
+    if (ClassOf(window) == L"FormSurface" && TextOf(window) == windows::ToWide(form.Caption())) return window;
+  return nullptr;
 }
 
-std::vector<HWND> WindowsUiTest::Children(HWND parent, const std::wstring& window_class) const {
+std::vector<HWND> WindowsUiTest::Children(HWND parent, const std::wstring& window_class) {
   std::vector<HWND> all;
-  EnumChildWindows(
-      parent,
-      [](HWND window, LPARAM data) -> BOOL {
-        reinterpret_cast<std::vector<HWND>*>(data)->push_back(window);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&all));
+  EnumChildWindows(parent, AddWindow, reinterpret_cast<LPARAM>(&all));
   if (!window_class.empty()) std::erase_if(all, [&](HWND window) { return ClassOf(window) != window_class; });
   return all;
 }
 
-HWND WindowsUiTest::Child(HWND parent, const std::wstring& text) const {
+HWND WindowsUiTest::Child(HWND parent, const std::wstring& text) {
   for (const HWND child : Children(parent))
     if (TextOf(child) == text) return child;
   return nullptr;

@@ -37,17 +37,19 @@ class WindowsUiTest : public testing::Test {
  protected:
   explicit WindowsUiTest(int dpi = 96);
 
+ public:
+  /// The windows of one class below another, in their order.
+  static std::vector<HWND> Children(HWND parent, const std::wstring& window_class = L"");
+  /// The window that shows a text; null where none does.
+  static HWND Child(HWND parent, const std::wstring& text);
+
+ protected:
   /// Lets messages run until the condition holds. False when it does not within a few seconds.
   bool Until(const std::function<bool()>& condition);
   void Settle() { desktop.Yield(); }
 
   /// The window of a form, hidden ones included; null where it has none.
   HWND WindowOf(const ui::Form& form) const;
-  /// The windows of one class below another, in their order.
-  std::vector<HWND> Children(HWND parent, const std::wstring& window_class = L"") const;
-  /// The window that shows a text; null where none does.
-  HWND Child(HWND parent, const std::wstring& text) const;
-
   /// Brings the window to the front for real input.
   bool Activate(ui::Form& form);
   /// Presses keys together, the last one first let go.

@@ -15,6 +15,7 @@
 #include "ui/progress.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
+#include "windows/com/server_use.h"
 #include "windows/plugin/plug_in_door.h"
 #include "windows/system/object_server_source.h"
 #include "windows/system/program.h"
@@ -38,10 +39,22 @@ windows::com::ServerRegistration RegistrationOf(const startup::Identity& identit
 /// clients. The apartment is left before the window's state goes: leaving it takes the automation objects that
 /// directors still hold, and these tell the window. References to the object server are gone by then.
 int Serve(const startup::Identity& identity, const platform::Program& program) {
-  windows::WindowsDesktop desktop;
+  plugin::Session session;
+  windows::com::LocalServer* server = nullptr;
+  bool ending = false;
+  windows::WindowsDesktop::Settings settings;
+  // Where directors still hold objects, the user has decided. Where the last one has just released its object, another
+  // one that comes within a moment is served by this process.
+  settings.end_program = [&] {
+    ending = true;
+    if (session.InstanceCount != 0)
+      server->Quit();
+    else if (windows::com::ServerUse::count() == 0)
+      server->QuitUnlessUsed();
+  };
+  windows::WindowsDesktop desktop(std::move(settings));
   windows::WindowsRegistry machine;
   registry::CRegistry registry(machine, identity.PlugInName);
-  plugin::Session session;
   ui::Progress progress(desktop, program, identity.PlugInName);
   activity::fLog log(desktop, program);
   const plugin::Surroundings surroundings{desktop, program,  registry, identity,
@@ -50,12 +63,18 @@ int Serve(const startup::Identity& identity, const platform::Program& program) {
 
   const windows::com::Apartment apartment;
   windows::com::ServedClass served{windows::plugin::PlugInClassId(),
-                                   [&] { return std::make_shared<plugin::LNSPlugInAPI>(surroundings, main); },
+                                   [&] {
+                                     ending = false;
+                                     return std::make_shared<plugin::LNSPlugInAPI>(surroundings, main);
+                                   },
                                    windows::plugin::OpenPlugInDoor};
   windows::com::ServerLifetime lifetime;
-  lifetime.on_last_object_released = [] {};
+  lifetime.on_last_object_released = [&] {
+    if (ending) server->QuitUnlessUsed();
+  };
   lifetime.idle_limit = windows::com::kIdleLimit;
-  windows::com::LocalServer server(std::move(served), std::move(lifetime));
+  windows::com::LocalServer local_server(std::move(served), std::move(lifetime));
+  server = &local_server;
   return desktop.Run();
 }
 

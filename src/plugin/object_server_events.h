@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+
+#include "log/log.h"
+#include "model/catalogue.h"
+#include "platform/late_bound.h"
+#include "ui/desktop.h"
+
+namespace plugin {
+
+/// What the program does with the object server's events, by their numbers: a periodic notification keeps the screen
+/// painted, an update shows the new value of a monitored field, an error goes into the log. All others are ignored.
+///
+/// Events come in whenever the message loop runs, also in the middle of a pass; a binding's tag is its row number, and
+/// tag 0 belongs to none.
+class ObjectServerEvents {
+ public:
+  ObjectServerEvents(ui::Desktop& desktop, activity::fLog& log, const model::BindingList& bindings)
+      : desktop_(desktop), log_(log), bindings_(bindings) {}
+
+  void Handle(std::int32_t event, platform::Arguments arguments);
+
+ private:
+  void ShowUpdate(platform::Arguments arguments);
+  void LogUpdateError(platform::Arguments arguments);
+
+  ui::Desktop& desktop_;
+  activity::fLog& log_;
+  const model::BindingList& bindings_;
+};
+
+}  // namespace plugin
