@@ -17,7 +17,8 @@ using model::CNvCtrlTable;
 /// The marked fields as they were collected.
 using Collected = std::vector<std::pair<ui::Control*, std::string>>;
 
-// By how much a value on a limit is stored inside it; two constants, not one converted into the other. Deliberate.
+// By how much a value on a limit is stored inside it; two constants, not one converted into the other.
+// Deliberate.
 double OffsetStep(int display_units) { return display_units == 0 ? 0.05 : 0.025; }
 
 bool IsEditable(const ui::Control& control) {
@@ -28,8 +29,8 @@ bool IsEditable(const ui::Control& control) {
 bool IsWritable(const CNvCtrlTable& binding) { return binding.Typee == "CP" || binding.Typee == "NVI"; }
 
 void ClampTo(const Passes& passes, const CNvCtrlTable& binding, const char* which, const std::string& limit) {
-  passes.desktop.ShowMessage({binding.Description + " out of range\r\n\r\nThe " + which + " allowed value is: " + limit +
-                                  "\r\n\r\nThe value has been adjusted",
+  passes.desktop.ShowMessage({binding.Description + " out of range\r\n\r\nThe " + which +
+                                  " allowed value is: " + limit + "\r\n\r\nThe value has been adjusted",
                               startup::kProgramTitle});
   binding.TheControl->SetText(limit);
 }
@@ -59,7 +60,8 @@ Collected Collect(const Passes& passes, int units) {
   Collected collected;
   for (CNvCtrlTable& binding : passes.bindings) {
     ui::Control* control = binding.TheControl;
-    if (!control || !IsEditable(*control) || !PendingEdits::IsMarked(*control) || !IsWritable(binding)) continue;
+    if (!control || !IsEditable(*control) || !PendingEdits::IsMarked(*control) || !IsWritable(binding))
+      continue;
     const bool is_list = control->kind() == Kind::ChoiceList;
     if (!is_list) Clamp(passes, binding, units);
     binding.SetValue(is_list ? control->Text() : ValueToStore(binding, units));

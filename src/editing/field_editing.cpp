@@ -51,7 +51,9 @@ void FieldEditing::Connect(int index, ui::TextField& field) {
   if (field.Locked()) return;
   field.on_got_focus = [&field] { field.SetTag(field.Text()); };
   field.on_key_down = [this, &field](int key, int state) { return KeyDown(field, key, state); };
-  field.on_key_press = [this, index, &field](char32_t character) { return KeyPress(index, field, character); };
+  field.on_key_press = [this, index, &field](char32_t character) {
+    return KeyPress(index, field, character);
+  };
   field.on_change = [this, &field] { pending_.Mark(field); };
   field.on_validate = [this, &field] { Validate(field); };
 }
@@ -66,7 +68,8 @@ bool FieldEditing::KeyDown(ui::TextField& field, int key, int state) {
   return true;
 }
 
-/// A refused character marks the field all the same: the mark, not the text, decides what is applied. Deliberate.
+/// A refused character marks the field all the same: the mark, not the text, decides what is applied.
+/// Deliberate.
 bool FieldEditing::KeyPress(int index, ui::TextField& field, char32_t character) {
   constexpr char32_t kBackspace = 8;
   const bool is_separator = character == U'.' || character == static_cast<char32_t>(text::DecimalSeparator());
@@ -86,10 +89,14 @@ void FieldEditing::Validate(ui::TextField& field) {
 
 void FieldEditing::LeaveField(int index) {
   switch (index) {
-    case kOccupiedHeat: return KeepDeadBandByCooling(kOccupiedHeat, kOccupiedCool);
-    case kUnoccupiedHeat: return KeepDeadBandByCooling(kUnoccupiedHeat, kUnoccupiedCool);
-    case kOccupiedCool: return KeepDeadBandByHeating(kOccupiedHeat, kOccupiedCool);
-    case kUnoccupiedCool: return KeepDeadBandByHeating(kUnoccupiedHeat, kUnoccupiedCool);
+    case kOccupiedHeat:
+      return KeepDeadBandByCooling(kOccupiedHeat, kOccupiedCool);
+    case kUnoccupiedHeat:
+      return KeepDeadBandByCooling(kUnoccupiedHeat, kUnoccupiedCool);
+    case kOccupiedCool:
+      return KeepDeadBandByHeating(kOccupiedHeat, kOccupiedCool);
+    case kUnoccupiedCool:
+      return KeepDeadBandByHeating(kUnoccupiedHeat, kUnoccupiedCool);
     case kDeadBand:
       KeepDeadBandByHeating(kOccupiedHeat, kOccupiedCool);
       return KeepDeadBandByHeating(kUnoccupiedHeat, kUnoccupiedCool);
@@ -99,7 +106,8 @@ void FieldEditing::LeaveField(int index) {
     case kCoolMin:
       KeepLimit(kCoolMin, kOccupiedCool, false);
       return KeepLimit(kCoolMin, kUnoccupiedCool, false);
-    default: return;
+    default:
+      return;
   }
 }
 
@@ -133,7 +141,8 @@ void FieldEditing::Adjust(int index, const std::string& text, const char* senten
   desktop_.ShowMessage({std::string(sentence) + "\r\n\r\nAdjustment where made", startup::kProgramTitle});
 }
 
-void ConnectLists(model::ConfigurationScreen& screen, PendingEdits& pending, const std::function<void()>& apply) {
+void ConnectLists(model::ConfigurationScreen& screen, PendingEdits& pending,
+                  const std::function<void()>& apply) {
   constexpr int kEnter = 13;
   constexpr std::array kKeysThatCannotChoose = {9 /*Tab*/, 16 /*Shift*/, 17 /*Ctrl*/, 18 /*Alt*/, 112 /*F1*/};
   for (int index = 0; index < model::kChoiceListCount; ++index) {

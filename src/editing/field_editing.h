@@ -9,12 +9,13 @@
 
 namespace editing {
 
-/// What happens while the user edits the numeric fields txtNvi(i): which keys are accepted, how an edit is marked, how an
-/// entry that is no number is refused, and the rules between setpoints, dead band and limits, which repair the other
-/// field when a field is left.
+/// What happens while the user edits the numeric fields txtNvi(i): which keys are accepted, how an edit is
+/// marked, how an entry that is no number is refused, and the rules between setpoints, dead band and limits,
+/// which repair the other field when a field is left.
 ///
-/// Values are compared as the numbers that the texts read as, in whatever units are in force, after rounding to six
-/// decimals, so that equality is never a violation. Handlers of a locked field do nothing; the rules run on every field.
+/// Values are compared as the numbers that the texts read as, in whatever units are in force, after rounding
+/// to six decimals, so that equality is never a violation. Handlers of a locked field do nothing; the rules
+/// run on every field.
 class FieldEditing {
  public:
   FieldEditing(model::ConfigurationScreen& screen, ui::Desktop& desktop, PendingEdits& pending);
@@ -38,8 +39,9 @@ class FieldEditing {
   PendingEdits& pending_;
 };
 
-/// The choice lists cbNvi(i): opening one or pressing a key in it marks it, Enter applies all pending edits. Keys that
-/// cannot choose do not mark.
-void ConnectLists(model::ConfigurationScreen& screen, PendingEdits& pending, const std::function<void()>& apply);
+/// The choice lists cbNvi(i): opening one or pressing a key in it marks it, Enter applies all pending edits.
+/// Keys that cannot choose do not mark.
+void ConnectLists(model::ConfigurationScreen& screen, PendingEdits& pending,
+                  const std::function<void()>& apply);
 
 }  // namespace editing

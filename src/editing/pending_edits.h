@@ -4,8 +4,8 @@
 
 namespace editing {
 
-/// The window's changes-pending flag and the two buttons that go with it. What is pending stands in the fields
-/// themselves: a field whose text is pure red holds an edit that has not been applied.
+/// The window's changes-pending flag and the two buttons that go with it. What is pending stands in the
+/// fields themselves: a field whose text is pure red holds an edit that has not been applied.
 class PendingEdits {
  public:
   PendingEdits(ui::Button& apply, ui::Button& cancel) : apply_(apply), cancel_(cancel) { Lower(); }

@@ -30,8 +30,8 @@ void ReportFailure(const Passes& passes, const std::string& action, const std::s
 /// either way.
 bool ReadAllPoints(const Passes& passes, int display_units);
 
-/// Reads the points again whose fields stand in other units than these, after a read in those units failed. The first
-/// failure ends the pass; it is logged, and the result is false.
+/// Reads the points again whose fields stand in other units than these, after a read in those units failed.
+/// The first failure ends the pass; it is logged, and the result is false.
 bool ReadBackIn(const Passes& passes, int display_units);
 
 /// Clears the changed flag of every binding's point.
@@ -44,7 +44,9 @@ void ShowAllValues(const Passes& passes);
 /// The hourglass for as long as a pass runs.
 class BusyPointer {
  public:
-  explicit BusyPointer(ui::Desktop& desktop) : desktop_(desktop) { desktop_.SetPointer(ui::Pointer::Hourglass); }
+  explicit BusyPointer(ui::Desktop& desktop) : desktop_(desktop) {
+    desktop_.SetPointer(ui::Pointer::Hourglass);
+  }
   ~BusyPointer() { desktop_.SetPointer(ui::Pointer::Default); }
   BusyPointer(const BusyPointer&) = delete;
   BusyPointer& operator=(const BusyPointer&) = delete;

@@ -101,7 +101,8 @@ void fMain::LoadDevice() {
   if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return;
   editing::ShowAllValues(passes());
   complete_read_ = true;
-  SetUpScreen(static_cast<int>(text::RoundHalfEven(text::LeadingNumber(points_.Item("nciSccModelRaw").NvAsArray.front()))));
+  SetUpScreen(static_cast<int>(
+      text::RoundHalfEven(text::LeadingNumber(points_.Item("nciSccModelRaw").NvAsArray.front()))));
 }
 
 }  // namespace plugin

@@ -12,7 +12,9 @@ void fMain::ConnectEditing() {
   cmdApply.on_click = [this] { Run([this] { Apply(); }); };
   cmdCancel.on_click = [this] { Run([this] { editing::Cancel(passes(), pending_); }); };
   cmdRefresh.on_click = [this] { Run([this] { ReadAndShow(); }); };
-  cmdDebug.on_click = [this] { SetUpScreen(static_cast<int>(text::RoundHalfEven(text::LeadingNumber(txtDebug.Text())))); };
+  cmdDebug.on_click = [this] {
+    SetUpScreen(static_cast<int>(text::RoundHalfEven(text::LeadingNumber(txtDebug.Text()))));
+  };
   for (std::size_t i = 0; i < obUnits.size(); ++i)
     obUnits[i].on_click = [this, units = static_cast<std::int16_t>(i)] {
       Run([this, units] { SwitchUnits(units); });
@@ -33,8 +35,9 @@ void fMain::Run(const std::function<void()>& command) {
 
 void fMain::Apply() {
   if (!complete_read_ && pending_.Raised()) {
-    editing::ReportFailure(passes(), "Applying the changes",
-                           "The device has not been read completely. Refresh all values before applying changes.");
+    editing::ReportFailure(
+        passes(), "Applying the changes",
+        "The device has not been read completely. Refresh all values before applying changes.");
     return;
   }
   editing::Apply(passes(), pending_, with_.session.DisplayUnits);
@@ -55,8 +58,8 @@ void fMain::SwitchUnits(std::int16_t units) {
   if (units == session.DisplayUnits) return;
   if (pending_.Raised()) {
     const ui::Answer answer =
-        desktop().ShowMessage({"This action will discard all changes\r\n\r\nProceed and lose all changes ?", "Warning",
-                               ui::Icon::Exclamation, ui::Buttons::OkCancel});
+        desktop().ShowMessage({"This action will discard all changes\r\n\r\nProceed and lose all changes ?",
+                               "Warning", ui::Icon::Exclamation, ui::Buttons::OkCancel});
     if (answer != ui::Answer::Ok) return;
   }
   editing::Cancel(passes(), pending_);

@@ -17,8 +17,8 @@ constexpr const char* kRefuseToStart = "Refuse to start";
 
 /// What the contact page says where no HTML engine shows it.
 std::string ContactText(const startup::Identity& identity) {
-  return identity.PlugInManufacturerName + "\r\n\r\n" + identity.PlugInName + "\r\nVersion " + identity.PlugInVersion +
-         "\r\n\r\n" + identity.PlugInDescription + ".";
+  return identity.PlugInManufacturerName + "\r\n\r\n" + identity.PlugInName + "\r\nVersion " +
+         identity.PlugInVersion + "\r\n\r\n" + identity.PlugInDescription + ".";
 }
 
 }  // namespace

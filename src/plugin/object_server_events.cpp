@@ -8,10 +8,14 @@ namespace plugin {
 
 void ObjectServerEvents::Handle(std::int32_t event, platform::Arguments arguments) {
   switch (event) {
-    case lns::members::kPeriodicEvent: return desktop_.RepaintActiveWindow();
-    case lns::members::kMonitorUpdateEvent: return ShowUpdate(arguments);
-    case lns::members::kMonitorErrorEvent: return LogUpdateError(arguments);
-    default: return;
+    case lns::members::kPeriodicEvent:
+      return desktop_.RepaintActiveWindow();
+    case lns::members::kMonitorUpdateEvent:
+      return ShowUpdate(arguments);
+    case lns::members::kMonitorErrorEvent:
+      return LogUpdateError(arguments);
+    default:
+      return;
   }
 }
 
@@ -21,7 +25,8 @@ void ObjectServerEvents::ShowUpdate(platform::Arguments arguments) {
     const std::int32_t tag = automation::ToInteger(arguments[0]);
     if (tag < 1 || static_cast<std::size_t>(tag) > bindings_.size()) return;
     ui::Control* control = bindings_[static_cast<std::size_t>(tag) - 1].TheControl;
-    if (control && control->kind() == ui::Control::Kind::TextField) control->SetText(automation::ToText(arguments[1]));
+    if (control && control->kind() == ui::Control::Kind::TextField)
+      control->SetText(automation::ToText(arguments[1]));
   });
 }
 

@@ -9,11 +9,12 @@
 
 namespace plugin {
 
-/// What the program does with the object server's events, by their numbers: a periodic notification keeps the screen
-/// painted, an update shows the new value of a monitored field, an error goes into the log. All others are ignored.
+/// What the program does with the object server's events, by their numbers: a periodic notification keeps the
+/// screen painted, an update shows the new value of a monitored field, an error goes into the log. All others
+/// are ignored.
 ///
-/// Events come in whenever the message loop runs, also in the middle of a pass; a binding's tag is its row number, and
-/// tag 0 belongs to none.
+/// Events come in whenever the message loop runs, also in the middle of a pass; a binding's tag is its row
+/// number, and tag 0 belongs to none.
 class ObjectServerEvents {
  public:
   ObjectServerEvents(ui::Desktop& desktop, activity::fLog& log, const model::BindingList& bindings)

@@ -26,7 +26,8 @@ bool HasField(int model_number, ControlRef field) {
 void EnableFieldsOfModel(model::ConfigurationScreen& screen, int model_number) {
   for (int i = 0; i < model::ConfigurationScreen::kTextFieldCount; ++i)
     if (ui::TextField* field = screen.txtNvi(i)) field->SetEnabled(HasField(model_number, model::txtNvi(i)));
-  for (int i = 0; i < model::kChoiceListCount; ++i) screen.cbNvi(i)->SetEnabled(HasField(model_number, model::cbNvi(i)));
+  for (int i = 0; i < model::kChoiceListCount; ++i)
+    screen.cbNvi(i)->SetEnabled(HasField(model_number, model::cbNvi(i)));
 }
 
 }  // namespace plugin

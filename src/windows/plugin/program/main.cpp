@@ -35,16 +35,17 @@ windows::com::ServerRegistration RegistrationOf(const startup::Identity& identit
   return registration;
 }
 
-/// Serves directors until the plug-in ends itself: the window and the last automation object decide, not the count of
-/// clients. The apartment is left before the window's state goes: leaving it takes the automation objects that
-/// directors still hold, and these tell the window. References to the object server are gone by then.
+/// Serves directors until the plug-in ends itself: the window and the last automation object decide, not the
+/// count of clients. The apartment is left before the window's state goes: leaving it takes the automation
+/// objects that directors still hold, and these tell the window. References to the object server are gone by
+/// then.
 int Serve(const startup::Identity& identity, const platform::Program& program) {
   plugin::Session session;
   windows::com::LocalServer* server = nullptr;
   bool ending = false;
   windows::WindowsDesktop::Settings settings;
-  // Where directors still hold objects, the user has decided. Where the last one has just released its object, another
-  // one that comes within a moment is served by this process.
+  // Where directors still hold objects, the user has decided. Where the last one has just released its
+  // object, another one that comes within a moment is served by this process.
   settings.end_program = [&] {
     ending = true;
     if (session.InstanceCount != 0)
@@ -57,8 +58,9 @@ int Serve(const startup::Identity& identity, const platform::Program& program) {
   registry::CRegistry registry(machine, identity.PlugInName);
   ui::Progress progress(desktop, program, identity.PlugInName);
   activity::fLog log(desktop, program);
-  const plugin::Surroundings surroundings{desktop, program,  registry, identity,
-                                          session, progress, log,      [&machine] { return windows::MakeObjectServer(machine); }};
+  const plugin::Surroundings surroundings{
+      desktop, program,  registry, identity,
+      session, progress, log,      [&machine] { return windows::MakeObjectServer(machine); }};
   plugin::fMain main(surroundings);
 
   const windows::com::Apartment apartment;
@@ -83,10 +85,16 @@ int Run() {
   const startup::Identity identity = startup::LoadIdentity(program);
   text::SetDecimalSeparator(windows::LocaleDecimalSeparator());
   switch (windows::com::ServerStartOf(windows::CommandLineArguments())) {
-    case ServerStart::Register: windows::com::RegisterServer(RegistrationOf(identity)); return 0;
-    case ServerStart::Unregister: windows::com::UnregisterServer(RegistrationOf(identity)); return 0;
-    case ServerStart::ByCom: return Serve(identity, program);
-    case ServerStart::ByHand: return 0;
+    case ServerStart::Register:
+      windows::com::RegisterServer(RegistrationOf(identity));
+      return 0;
+    case ServerStart::Unregister:
+      windows::com::UnregisterServer(RegistrationOf(identity));
+      return 0;
+    case ServerStart::ByCom:
+      return Serve(identity, program);
+    case ServerStart::ByHand:
+      return 0;
   }
   return 0;
 }

@@ -1,0 +1,194 @@
+#include "editing/field_editing.h"
+
+#include <gtest/gtest.h>
+
+#include "support/user.h"
+
+namespace {
+
+struct Opened {
+  Opened() : api(world.Configure(kFirstThermostat)), user(world) {}
+  World world;
+  std::shared_ptr<plugin::LNSPlugInAPI> api;
+  User user;
+};
+
+TEST(FieldEditing, KeysAreFilteredAndAlwaysMark) {
+  struct Case {
+    int field;
+    char32_t character;
+    bool accepted;
+  };
+  const Case cases[] = {{0, U'0', true},   {0, U'9', true},  {0, U'.', true},  {0, U'-', true},
+                        {0, U':', true},   {0, 8, true},     {0, U' ', false}, {0, U',', false},
+                        {0, U'a', false},  {0, U'+', false}, {0, U'٣', false}, {19, U'.', true},
+                        {7, U'.', false},  {8, U'.', false}, {9, U'.', false}, {17, U'.', false},
+                        {18, U'.', false}, {10, U'.', true}, {7, U'5', true},  {18, U'-', true},
+                        {14, U'.', true}};
+  for (const Case& c : cases) {
+    Opened opened;
+    ui::TextField& field = opened.user.Field(c.field);
+    opened.user.GoTo(field);
+    EXPECT_FALSE(User::IsMarked(field));
+    EXPECT_EQ(field.on_key_press(c.character), c.accepted)
+        << c.field << ' ' << static_cast<unsigned>(c.character);
+    EXPECT_TRUE(User::IsMarked(field)) << "a refused key marks as well";
+    EXPECT_TRUE(opened.world.main.cmdApply.Enabled() && opened.world.main.cmdCancel.Enabled());
+  }
+}
+
+TEST(FieldEditing, PageKeysStep) {
+  constexpr int kUp = 33, kDown = 34;
+  struct Case {
+    const char* before;
+    int key, state;
+    const char* after;
+  };
+  const Case cases[] = {{"21", kUp, 0, "21.5"},
+                        {"21", kUp, ui::kShift, "31"},
+                        {"21", kUp, ui::kCtrl, "22"},
+                        {"21", kUp, ui::kAlt, "22"},
+                        {"21", kUp, ui::kShift | ui::kCtrl, "22"},
+                        {"0.2", kDown, 0, "-0.3"},
+                        {"0.5", kDown, 0, "0"},
+                        {"21.1", kUp, 0, "21.6"},
+                        {"21.24", kUp, 0, "21.7"},
+                        {"21.75", kDown, ui::kShift | ui::kAlt, "20.8"},
+                        {"99", kUp, ui::kShift, "109"}};
+  for (const Case& c : cases) {
+    Opened opened;
+    ui::TextField& field = opened.user.Field(0);
+    field.SetText(c.before);
+    EXPECT_TRUE(field.on_key_down(c.key, c.state));
+    EXPECT_EQ(field.Text(), c.after) << c.before;
+    EXPECT_TRUE(User::IsMarked(field));
+  }
+  Opened opened;
+  ui::TextField& field = opened.user.Field(0);
+  for (const char* text : {"", "-", "1:30"}) {
+    field.SetText(text);
+    EXPECT_FALSE(field.on_key_down(kUp, 0));
+  }
+  field.SetText("21");
+  EXPECT_FALSE(field.on_key_down(13, 0)) << "Enter does nothing";
+  EXPECT_FALSE(User::IsMarked(field));
+  for (const int locked : {11, 12, 13, 15}) EXPECT_FALSE(opened.user.Field(locked).on_key_down) << locked;
+}
+
+TEST(FieldEditing, AnEntryThatIsNoNumberIsRefused) {
+  for (const char* entry : {"1:30", "-", "5-", ".", "1.2.3"}) {
+    Opened opened;
+    opened.user.Enter(0, entry);
+    ASSERT_EQ(opened.world.desktop.messages.size(), 1u) << entry;
+    const ui::Message& message = opened.world.desktop.messages[0].message;
+    EXPECT_EQ(message.text, "Value must be numerical");
+    EXPECT_EQ(message.caption, "Invalid value");
+    EXPECT_EQ(message.icon, ui::Icon::Exclamation);
+    EXPECT_EQ(opened.user.Field(0).Text(), "21");
+    EXPECT_FALSE(User::IsMarked(opened.user.Field(0)));
+    EXPECT_EQ(opened.user.Focused(), &opened.user.List(0)) << "the focus may always leave";
+  }
+}
+
+TEST(FieldEditing, RulesRepairTheOtherField) {
+  constexpr const char* kDeadBand = "The deadband limitation was not respected.\r\n\r\nAdjustment where made";
+  constexpr const char* kLimit = "Heating maximum limit was not respected.\r\n\r\nAdjustment where made";
+  struct Case {
+    int left;
+    const char* typed;
+    std::map<int, const char*> changed;  // besides the field that was left
+    std::vector<const char*> messages;
+    int focused;  // -1: where the user went
+  };
+  // The screen before: heating 21 and 16, at most 32; cooling 23 and 28, at least 12; dead band 1.5.
+  const Case cases[] = {
+      {0, "21.4", {}, {}, -1},
+      {0, "21.5", {}, {}, -1},
+      {0, "21.6", {{3, "23.1"}}, {kDeadBand}, 3},
+      {0, "30", {{3, "31.5"}}, {kDeadBand}, 3},
+      {1, "26.5", {}, {}, -1},
+      {1, "27.1", {{4, "28.6"}}, {kDeadBand}, 4},
+      {3, "22.5", {}, {}, -1},
+      {3, "22.3", {{0, "20.8"}}, {kDeadBand}, 0},
+      {4, "17.5", {}, {}, -1},
+      {4, "17", {{1, "15.5"}}, {kDeadBand}, 1},
+      {16, "2", {}, {}, -1},
+      {16, "2.1", {{0, "20.9"}}, {kDeadBand}, 0},
+      {16, "12.5", {{0, "10.5"}, {1, "15.5"}}, {kDeadBand, kDeadBand}, 1},
+      {2, "21", {}, {}, -1},
+      {2, "20.5", {{0, "20.5"}}, {kLimit}, 0},
+      {2, "15.0", {{0, "15.0"}, {1, "15.0"}}, {kLimit, kLimit}, 1},
+      {5, "23", {}, {}, -1},
+      {5, "24", {{3, "24"}}, {kLimit}, 3},
+      {5, "29", {{3, "29"}, {4, "29"}}, {kLimit, kLimit}, 4},
+      {18, "40", {}, {}, -1},
+      {19, "5", {}, {}, -1},
+  };
+  for (const Case& c : cases) {
+    Opened opened;
+    std::map<int, std::string> before;
+    for (int i = 0; i < 22; ++i) before[i] = opened.user.Field(i).Text();
+    opened.user.Enter(c.left, c.typed);
+    EXPECT_EQ(opened.world.MessageTexts(), std::vector<std::string>(c.messages.begin(), c.messages.end()))
+        << c.typed;
+    for (int i = 0; i < 22; ++i) {
+      const auto changed = c.changed.find(i);
+      const bool is_changed = changed != c.changed.end();
+      EXPECT_EQ(opened.user.Field(i).Text(), i == c.left  ? c.typed
+                                             : is_changed ? changed->second
+                                                          : before[i])
+          << i << ' ' << c.typed;
+      EXPECT_EQ(User::IsMarked(opened.user.Field(i)), i == c.left || is_changed) << i << ' ' << c.typed;
+    }
+    for (const auto& shown : opened.world.desktop.messages) {
+      EXPECT_EQ(shown.message.icon, ui::Icon::None);
+      EXPECT_EQ(shown.message.caption, "QM5R-FC PIR LNS Device Plug-in");
+    }
+    const ui::Control* expected =
+        c.focused < 0 ? static_cast<ui::Control*>(&opened.user.List(0)) : &opened.user.Field(c.focused);
+    EXPECT_EQ(opened.user.Focused(), expected) << c.left << ' ' << c.typed;
+  }
+}
+
+TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
+  Opened opened;
+  opened.user.Field(16).SetText("5");
+  opened.user.GoTo(opened.user.Field(0));
+  opened.user.GoTo(opened.user.List(0));
+  EXPECT_EQ(opened.user.Field(3).Text(), "26");
+  EXPECT_TRUE(opened.world.main.cmdCancel.Enabled());
+  opened.user.Press(opened.world.main.cmdCancel);
+  EXPECT_EQ(opened.user.Field(3).Text(), "23");
+  EXPECT_FALSE(opened.world.main.cmdCancel.Enabled());
+}
+
+TEST(Lists, OpeningAndKeysMarkAndEnterApplies) {
+  struct Case {
+    int key;
+    bool marks;
+  };
+  for (const Case& c : {Case{40, true}, Case{38, true}, Case{65, true}, Case{27, true}, Case{9, false},
+                        Case{112, false}, Case{16, false}, Case{17, false}, Case{18, false}}) {
+    Opened opened;
+    EXPECT_FALSE(opened.user.List(0).on_key_down(c.key, 0));
+    EXPECT_EQ(User::IsMarked(opened.user.List(0)), c.marks) << c.key;
+    EXPECT_EQ(opened.world.main.cmdApply.Enabled(), c.marks);
+  }
+  Opened opened;
+  opened.user.Choose(0, "TEMPORARY");
+  EXPECT_TRUE(opened.user.List(0).on_key_down(13, 0));
+  EXPECT_FALSE(User::IsMarked(opened.user.List(0)));
+  EXPECT_FALSE(opened.world.main.cmdApply.Enabled());
+  EXPECT_EQ(opened.world.log.lstActivity.Rows().back().cells[1], "Updating nciGenOpts");
+}
+
+TEST(Tabs, HelpTopicFollowsThePage) {
+  Opened opened;
+  const int topics[] = {1004, 1002, 1003, 1006, 1005, 1001, 1000, 0};
+  for (std::size_t page = 0; page < std::size(topics); ++page) {
+    opened.world.main.screen.tabData.Select(page);
+    EXPECT_EQ(opened.world.main.HelpContext(), topics[page]);
+  }
+}
+
+}  // namespace
