@@ -1,17 +1,65 @@
 #include "log/log.h"
 
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 #include <utility>
 #include <vector>
 
+#include "startup/identity.h"
 #include "text/strings.h"
 
 namespace activity {
+namespace {
+
+// The window's geometry, in twips of its outer size.
+constexpr double kBottomHeight = 1450;  // from the top of the bottom frame to the window's lower edge
+constexpr double kSideRoom = 300;
+constexpr double kButtonStep = 1100;
+constexpr double kButtonWidth = 1035;
+constexpr double kButtonHeight = 375;
+constexpr double kInset = 240;
+constexpr double kLeft = 90;
+constexpr double kFrameHeight = 780;
+
+std::filesystem::path PathOf(const std::string& utf8) {
+  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+[[noreturn]] void ThrowFileError(const std::string& path) {
+  throw std::system_error(errno ? errno : EIO, std::generic_category(), path);
+}
+
+}  // namespace
 
 fLog::fLog(ui::Desktop& desktop, const platform::Program& program)
     : Form(desktop, "fLog", ui::BorderStyle::Sizable), program_(program) {
+  using ui::Box;
   SetCaption("Network activity logging");
+  cmdSave.on_click = [this] { Save(); };
+  cmdClear.on_click = [this] { AskAndClear(); };
   cmdClose.on_click = [this] { Hide(); };
-  SetLayout(ui::Box::Column({ui::Box::Leaf(lstActivity).Stretch()}).Stretch());
+  constexpr double kLeastWidth = 7500, kLeastHeight = 4500;
+  SetLayout(Box::Placed(
+      {Box::Leaf(lstActivity), Box::Leaf(cbOpenOnError), Box::Leaf(cmdSave), Box::Leaf(cmdClear),
+       Box::Leaf(cmdClose), Box::Leaf(frmBottom)},
+      [this] { return PlaceControls(); }, kLeastWidth, kLeastHeight));
+}
+
+std::vector<ui::Spot> fLog::PlaceControls() {
+  const double frame_top = Height() - kBottomHeight;
+  const double width = Width() - kSideRoom;
+  const double close_left = width - kButtonStep;
+  const auto button = [&](ui::Control& control, double left) {
+    return ui::Spot{&control, kLeft + left, frame_top + kInset, kButtonWidth, kButtonHeight};
+  };
+  return {{&lstActivity, kLeft, 0, width, frame_top - 15},
+          {&frmBottom, kLeft, frame_top, width, kFrameHeight},
+          button(cmdClose, close_left),
+          button(cmdClear, close_left - kButtonStep),
+          button(cmdSave, close_left - 2 * kButtonStep),
+          {&cbOpenOnError, kLeft + kInset, frame_top + kInset, 2400, kButtonHeight}};
 }
 
 void fLog::LogCommand(const std::string& action, const std::string& results) {
@@ -26,6 +74,45 @@ void fLog::LogError(const std::string& message) {
   lstActivity.Append({ui::ListView::Icon::Red,
                       {program_.TimeOfDay(), has_result ? parts[0] : "", has_result ? parts[1] : ""}});
   if (cbOpenOnError.Checked()) Show();
+}
+
+void fLog::Save() {
+  try {
+    // The blanks around the bars are part of the filter.
+    const auto path =
+        desktop().AskSaveFile({"Save As...", "ActivityLog", "*.csv",
+                               "Comma separated values (*.csv) |*.csv | All Files (*.*) | *.*"});
+    if (!path) return;
+    if (std::filesystem::exists(PathOf(*path))) {
+      const ui::Answer answer =
+          desktop().ShowMessage({"File already exists, override?", startup::kProgramTitle,
+                                 ui::Icon::Exclamation, ui::Buttons::OkCancel});
+      if (answer != ui::Answer::Ok) {
+        desktop().ShowMessage({"Action canceled by user", startup::kProgramTitle, ui::Icon::Exclamation});
+        return;
+      }
+    }
+    WriteRows(*path);
+  } catch (const std::exception& failure) {
+    desktop().ShowMessage({failure.what(), startup::kProgramTitle, ui::Icon::Exclamation});
+  }
+}
+
+/// Quotes inside a text are written as they are, not doubled; deliberate.
+void fLog::WriteRows(const std::string& path) const {
+  errno = 0;
+  std::ofstream file(PathOf(path), std::ios::binary | std::ios::trunc);
+  if (!file) ThrowFileError(path);
+  for (const ui::ListView::Row& row : lstActivity.Rows())
+    file << '"' << row.cells[0] << "\",\"" << row.cells[1] << "\",\"" << row.cells[2] << "\"\r\n";
+  file.close();
+  if (!file) ThrowFileError(path);
+}
+
+void fLog::AskAndClear() {
+  const ui::Answer answer = desktop().ShowMessage(
+      {"Clear Log file ?", startup::kProgramTitle, ui::Icon::Exclamation, ui::Buttons::OkCancel});
+  if (answer == ui::Answer::Ok) Clear();
 }
 
 bool fLog::OnQueryUnload(ui::CloseReason reason) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/program.h"
 #include "ui/controls.h"
@@ -36,6 +37,12 @@ class fLog : public ui::Form {
   bool OnQueryUnload(ui::CloseReason reason) override;
 
  private:
+  std::vector<ui::Spot> PlaceControls();
+  /// Asks where to, and writes one line a row: three quoted texts with commas between them, ended by CR LF.
+  void Save();
+  void WriteRows(const std::string& path) const;
+  void AskAndClear();
+
   const platform::Program& program_;
 };
 

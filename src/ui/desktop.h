@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 // A system header has a macro of this name, for a call that is no longer needed.
@@ -24,6 +25,15 @@ struct Message {
   Buttons buttons = Buttons::Ok;
   /// The button that Enter presses is the second one.
   bool second_is_default = false;
+};
+
+struct SaveDialog {
+  std::string title;
+  std::string file_name;
+  /// As "*.csv".
+  std::string default_extension;
+  /// Descriptions and patterns in turn, with "|" between them.
+  std::string filter;
 };
 
 /// Shows one form. What the user does to the window is told to the form.
@@ -83,6 +93,10 @@ class Desktop {
   /// Shows a modal message box and returns the button pressed. Closing it gives Cancel, No, or Ok where it is
   /// alone.
   virtual Answer ShowMessage(const Message& message) = 0;
+
+  /// Asks for a file to save to; the path chosen, nothing when cancelled. The dialog asks nothing about files
+  /// that exist.
+  virtual std::optional<std::string> AskSaveFile(const SaveDialog& dialog) = 0;
 
   /// Lets pending messages run: windows repaint, calls of the director and of the object server come in.
   virtual void Yield() = 0;

@@ -11,6 +11,12 @@ namespace ui {
 /// How the controls of a window are arranged: a tree of rows, columns, grids, frames and tab pages with the
 /// controls as its leaves. Sizes follow from the texts and the font, so that nothing is cut at any
 /// resolution.
+/// Where a form puts one of its controls itself, in twips of the client area.
+struct Spot {
+  Control* control;
+  double left, top, width, height;
+};
+
 struct Box {
   enum class Kind {
     Leaf,    // one control
@@ -20,32 +26,44 @@ struct Box {
     Grid,    // children row by row in `columns` columns; columns of grids of one `group` are equally wide
     Frame,   // a Frame control around its only child
     Pages,   // a Tabs control; one child a page, all the same size
+    Placed,  // the form says where each of its children stands; only at the root
   };
 
   Kind kind = Kind::Empty;
   Control* control = nullptr;
-  std::vector<Box> children;
+  std::vector<Box> children = {};
   int columns = 0;
   int group = 0;
   /// Takes the room that is left over in the direction of the parent, or across it.
   bool stretch_width = false;
   bool stretch_height = false;
+  /// Of placed children: the rule, and the smallest client area in twips that it is made for.
+  std::function<std::vector<Spot>()> place = nullptr;
+  double least_width = 0;
+  double least_height = 0;
 
-  static Box Leaf(Control& control) { return {Kind::Leaf, &control, {}, 0, 0, false, false}; }
-  static Box Row(std::vector<Box> children) {
-    return {Kind::Row, nullptr, std::move(children), 0, 0, false, false};
-  }
+  static Box Leaf(Control& control) { return {.kind = Kind::Leaf, .control = &control}; }
+  static Box Row(std::vector<Box> children) { return {.kind = Kind::Row, .children = std::move(children)}; }
   static Box Column(std::vector<Box> children) {
-    return {Kind::Column, nullptr, std::move(children), 0, 0, false, false};
+    return {.kind = Kind::Column, .children = std::move(children)};
   }
   static Box Grid(int columns, int group, std::vector<Box> children) {
-    return {Kind::Grid, nullptr, std::move(children), columns, group, false, false};
+    return {.kind = Kind::Grid, .children = std::move(children), .columns = columns, .group = group};
   }
   static Box Framed(Control& frame, Box child) {
-    return {Kind::Frame, &frame, {std::move(child)}, 0, 0, false, false};
+    return {.kind = Kind::Frame, .control = &frame, .children = {std::move(child)}};
   }
   static Box Pages(Control& tabs, std::vector<Box> pages) {
-    return {Kind::Pages, &tabs, std::move(pages), 0, 0, false, false};
+    return {.kind = Kind::Pages, .control = &tabs, .children = std::move(pages)};
+  }
+
+  static Box Placed(std::vector<Box> children, std::function<std::vector<Spot>()> place, double least_width,
+                    double least_height) {
+    Box box{.kind = Kind::Placed, .children = std::move(children)};
+    box.place = std::move(place);
+    box.least_width = least_width;
+    box.least_height = least_height;
+    return box;
   }
 
   Box StretchWidth() && {

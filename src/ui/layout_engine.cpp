@@ -1,6 +1,7 @@
 #include "ui/layout_engine.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <numeric>
 
@@ -48,7 +49,7 @@ LayoutEngine::LayoutEngine(const Box& layout, const Metrics& metrics) : metrics_
   root_ = Build(layout, {});
   Measure(root_);  // finds the shared widths
   Measure(root_);  // and uses them
-  const int margin = metrics_.Margin();
+  const int margin = layout.kind == Box::Kind::Placed ? 0 : metrics_.Margin();
   minimum_ = {root_.size.width + 2 * margin, root_.size.height + (EndsWithStatusBar() ? margin : 2 * margin)};
 }
 
@@ -64,6 +65,17 @@ LayoutEngine::Node LayoutEngine::Build(const Box& box, Around around) {
     node.children.push_back(Build(box.children[i], around));
   }
   return node;
+}
+
+int LayoutEngine::InPixels(double twips) const {
+  return static_cast<int>(std::lround(twips / metrics_.TwipsPerPixel()));
+}
+
+void LayoutEngine::PlaceByForm(const Node& node, std::vector<Placement>& placed) const {
+  for (const Spot& spot : node.box->place())
+    placed.push_back({spot.control,
+                      {InPixels(spot.left), InPixels(spot.top), std::max(0, InPixels(spot.width)),
+                       std::max(0, InPixels(spot.height))}});
 }
 
 bool LayoutEngine::EndsWithStatusBar() const {
@@ -95,6 +107,9 @@ void LayoutEngine::Measure(Node& node) {
       return MeasureFrame(node);
     case Box::Kind::Pages:
       return MeasurePages(node);
+    case Box::Kind::Placed:
+      node.size = {InPixels(node.box->least_width), InPixels(node.box->least_height)};
+      break;
   }
 }
 
@@ -213,6 +228,8 @@ void LayoutEngine::Place(const Node& node, Rectangle area, std::vector<Placement
     case Box::Kind::Leaf:
     case Box::Kind::Empty:
       return;
+    case Box::Kind::Placed:
+      return PlaceByForm(node, placed);
     case Box::Kind::Row:
       return PlaceRow(node, area, placed);
     case Box::Kind::Column:

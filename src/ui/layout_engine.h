@@ -42,6 +42,8 @@ class Metrics {
   virtual int ControlGap() const = 0;
   /// Between two where one of them is a frame or a tab control.
   virtual int GroupGap() const = 0;
+  /// How many twips a pixel has.
+  virtual double TwipsPerPixel() const = 0;
 };
 
 struct Placement {
@@ -97,6 +99,7 @@ class LayoutEngine {
   void MeasureFrame(Node& node) const;
   void MeasurePages(Node& node) const;
   std::vector<int> OwnColumns(const Node& grid, std::vector<int> widths) const;
+  int InPixels(double twips) const;
   int GapBetween(const Node& one, const Node& other) const;
   int GridGap(const Node& grid) const;
   std::vector<int> RowHeights(const Node& grid) const;
@@ -105,6 +108,7 @@ class LayoutEngine {
   void Place(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
   void PlaceRow(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
   void PlaceColumn(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
+  void PlaceByForm(const Node& node, std::vector<Placement>& placed) const;
   void PlaceGrid(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
   std::vector<int> StretchedColumns(const Node& grid, int width) const;
   bool EndsWithStatusBar() const;

@@ -1,6 +1,12 @@
 #include "log/log.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <utility>
 
 #include "support/fake_desktop.h"
 #include "support/fake_machine.h"
@@ -51,6 +57,89 @@ TEST(Log, PopsUpOnErrorsOnlyWhenAsked) {
   EXPECT_EQ(log.lstActivity.Rows().size(), 3u);
   log.LogError("a\r\nb");
   EXPECT_TRUE(log.Visible());
+}
+
+struct SavedLog {
+  SavedLog() : log(desktop, program) {
+    desktop.save_path =
+        (std::filesystem::temp_directory_path() / ("qm5r-log-" + std::to_string(getpid()) + ".csv")).string();
+  }
+  ~SavedLog() { std::filesystem::remove(*desktop.save_path); }
+  std::string Content() const {
+    std::ifstream file(*desktop.save_path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  FakeDesktop desktop;
+  FakeProgram program;
+  activity::fLog log;
+};
+
+TEST(Log, IsSavedAsCommaSeparatedValues) {
+  SavedLog saved;
+  saved.log.cmdSave.UserClicks();
+  EXPECT_EQ(saved.Content(), "");
+  EXPECT_TRUE(std::filesystem::exists(*saved.desktop.save_path)) << "an empty log makes an empty file";
+  saved.log.LogCommand("say \"hi\"", "a,b");
+  saved.log.LogError("only time and mark");
+  saved.log.cmdSave.UserClicks();
+  EXPECT_EQ(saved.Content(), "\"12:34:56\",\"say \"hi\"\",\"a,b\"\r\n\"12:34:56\",\"\",\"\"\r\n");
+  ASSERT_EQ(saved.desktop.messages.size(), 1u);
+  EXPECT_EQ(saved.desktop.messages[0].message.text, "File already exists, override?");
+  EXPECT_EQ(saved.desktop.messages[0].message.buttons, ui::Buttons::OkCancel);
+  const ui::SaveDialog& dialog = saved.desktop.save_dialogs[0];
+  EXPECT_EQ(dialog.title + dialog.file_name + dialog.default_extension, "Save As...ActivityLog*.csv");
+  EXPECT_EQ(dialog.filter, "Comma separated values (*.csv) |*.csv | All Files (*.*) | *.*");
+
+  const std::string before = saved.Content();
+  saved.log.LogCommand("more", "");
+  saved.desktop.answers = {ui::Answer::Cancel};
+  saved.log.cmdSave.UserClicks();
+  EXPECT_EQ(saved.Content(), before);
+  EXPECT_EQ(saved.desktop.messages.back().message.text, "Action canceled by user");
+}
+
+TEST(Log, AFailedSaveIsToldAndACancelledOneIsNot) {
+  SavedLog saved;
+  saved.log.LogCommand("a", "b");
+  const auto path = std::exchange(saved.desktop.save_path, std::nullopt);
+  saved.log.cmdSave.UserClicks();
+  EXPECT_TRUE(saved.desktop.messages.empty());
+  saved.desktop.save_path = "/nowhere/at/all.csv";
+  saved.log.cmdSave.UserClicks();
+  ASSERT_EQ(saved.desktop.messages.size(), 1u);
+  EXPECT_EQ(saved.desktop.messages[0].message.icon, ui::Icon::Exclamation);
+  EXPECT_NE(saved.desktop.messages[0].message.text.find("/nowhere/at/all.csv"), std::string::npos);
+  EXPECT_EQ(saved.log.lstActivity.Rows().size(), 1u);
+  saved.desktop.save_path = path;
+}
+
+TEST(Log, IsClearedWhenConfirmed) {
+  SavedLog saved;
+  saved.log.LogCommand("a", "b");
+  saved.desktop.answers = {ui::Answer::Cancel, ui::Answer::Ok};
+  saved.log.cmdClear.UserClicks();
+  EXPECT_EQ(saved.log.lstActivity.Rows().size(), 1u);
+  EXPECT_EQ(saved.desktop.messages[0].message.text, "Clear Log file ?");
+  saved.log.cmdClear.UserClicks();
+  EXPECT_TRUE(saved.log.lstActivity.Rows().empty());
+}
+
+TEST(Log, ButtonsStayRightAligned) {
+  SavedLog saved;
+  saved.log.Load();
+  saved.log.SetBounds(0, 0, 9000, 6000);
+  std::map<std::string, ui::Spot> spots;
+  for (const ui::Spot& spot : saved.log.layout().place()) spots.insert({spot.control->name(), spot});
+  EXPECT_EQ(spots.at("frmBottom").top, 4550);
+  EXPECT_EQ(spots.at("frmBottom").width, 8700);
+  EXPECT_EQ(spots.at("lstActivity").height, 4535);
+  EXPECT_EQ(spots.at("lstActivity").width, 8700);
+  const double frame = spots.at("frmBottom").left;
+  EXPECT_EQ(spots.at("cmdClose").left - frame, 7600);
+  EXPECT_EQ(spots.at("cmdClear").left - frame, 6500);
+  EXPECT_EQ(spots.at("cmdSave").left - frame, 5400);
+  EXPECT_EQ(spots.at("cbOpenOnError").left - frame, 240);
+  EXPECT_EQ(spots.at("cbOpenOnError").top - spots.at("frmBottom").top, 240);
 }
 
 }  // namespace

@@ -70,6 +70,13 @@ class FakeDesktop : public ui::Desktop {
     return answer;
   }
 
+  std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override {
+    save_dialogs.push_back(dialog);
+    return save_path;
+  }
+  std::vector<ui::SaveDialog> save_dialogs;
+  std::optional<std::string> save_path;
+
   void Yield() override {
     if (on_yield) on_yield();
   }

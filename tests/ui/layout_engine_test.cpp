@@ -43,6 +43,7 @@ class FakeMetrics : public ui::Metrics {
   int Margin() const override { return 10; }
   int ControlGap() const override { return 5; }
   int GroupGap() const override { return 9; }
+  double TwipsPerPixel() const override { return 15; }
 };
 
 using Places = std::map<const Control*, Rectangle>;

@@ -56,6 +56,7 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   int Margin() const override { return context().look().Scaled(10); }
   int ControlGap() const override { return context().look().Scaled(7); }
   int GroupGap() const override { return context().look().Scaled(10); }
+  double TwipsPerPixel() const override { return 1440.0 / context().look().dpi(); }
 
   void Make(const ui::Box& box, Surface& parent, bool nested);
   std::unique_ptr<ControlPeer> MakePeer(ui::Control& control, Surface& parent, bool nested);

@@ -35,6 +35,7 @@ class WindowsDesktop final : public ui::Desktop {
   std::unique_ptr<ui::AnimationWindow> MakeAnimation(ui::AnimationHost& owner,
                                                      const ui::AnimationStyle& style) override;
   ui::Answer ShowMessage(const ui::Message& message) override;
+  std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override;
   void Yield() override;
   void SetPointer(ui::Pointer pointer) override;
   void RepaintActiveWindow() override;

@@ -87,6 +87,7 @@ TEST_F(FormWindow, KeepsTheUserAboveTheMinimumSize) {
 // One entry for each way in which a form can lose its window while one of its controls is at work.
 struct ClosingCase {
   const char* name;
+  bool in_procedure;  // of the window itself, which must stay until that has ended
   void (*prepare)(ScreenForm&);
   void (*act)(ScreenForm&, HWND);
 };
@@ -94,16 +95,16 @@ struct ClosingCase {
 HWND Find(HWND window, const wchar_t* text) { return WindowsUiTest::Child(window, text); }
 
 const ClosingCase kClosing[] = {
-    {"button", [](ScreenForm& f) { f.apply.on_click = [&f] { f.Unload(); }; },
+    {"button", true, [](ScreenForm& f) { f.apply.on_click = [&f] { f.Unload(); }; },
      [](ScreenForm&, HWND window) { SendMessageW(Find(window, L"&Apply"), BM_CLICK, 0, 0); }},
-    {"option button", [](ScreenForm& f) { f.imperial.on_click = [&f] { f.Unload(); }; },
+    {"option button", true, [](ScreenForm& f) { f.imperial.on_click = [&f] { f.Unload(); }; },
      [](ScreenForm&, HWND window) { SendMessageW(Find(window, L"&Imperial"), BM_CLICK, 0, 0); }},
-    {"text", [](ScreenForm& f) { f.screen.txtNvi(0)->on_change = [&f] { f.Unload(); }; },
+    {"text", true, [](ScreenForm& f) { f.screen.txtNvi(0)->on_change = [&f] { f.Unload(); }; },
      [](ScreenForm& f, HWND window) {
        f.screen.txtNvi(0)->SetText("marked");
        SendMessageW(Find(window, L"marked"), WM_CHAR, '1', 0);
      }},
-    {"key",
+    {"key", true,
      [](ScreenForm& f) {
        f.screen.txtNvi(0)->on_key_press = [&f](char32_t) {
          f.Unload();
@@ -114,12 +115,13 @@ const ClosingCase kClosing[] = {
        f.screen.txtNvi(0)->SetText("marked");
        SendMessageW(Find(window, L"marked"), WM_CHAR, '1', 0);
      }},
-    {"page", [](ScreenForm& f) { f.screen.tabData.on_select = [&f] { f.Unload(); }; },
+    {"page", false, [](ScreenForm& f) { f.screen.tabData.on_select = [&f] { f.Unload(); }; },
      [](ScreenForm& f, HWND) { f.screen.tabData.Select(2); }},
-    {"focus", [](ScreenForm& f) { f.apply.on_got_focus = [&f] { f.Unload(); }; },
+    {"focus", true, [](ScreenForm& f) { f.apply.on_got_focus = [&f] { f.Unload(); }; },
      [](ScreenForm& f, HWND) { f.apply.SetFocus(); }},
-    {"close box", [](ScreenForm&) {}, [](ScreenForm&, HWND window) { SendMessageW(window, WM_CLOSE, 0, 0); }},
-    {"the program itself", [](ScreenForm&) {}, [](ScreenForm& f, HWND) { f.Unload(); }},
+    {"close box", true, [](ScreenForm&) {},
+     [](ScreenForm&, HWND window) { SendMessageW(window, WM_CLOSE, 0, 0); }},
+    {"the program itself", false, [](ScreenForm&) {}, [](ScreenForm& f, HWND) { f.Unload(); }},
 };
 
 TEST_F(FormWindow, ClosesFromWithinItsOwnEvents) {
@@ -133,6 +135,10 @@ TEST_F(FormWindow, ClosesFromWithinItsOwnEvents) {
     ASSERT_TRUE(window);
     each.act(closing, window);
     EXPECT_FALSE(closing.Loaded());
+    EXPECT_EQ(IsWindow(window) != 0, each.in_procedure);
+    for (const HWND child : Children(window))  // what still comes is heard by nobody
+      for (const UINT late : {WM_SETFOCUS, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_CHAR, WM_NCPAINT, WM_PAINT})
+        SendMessageW(child, late, 0, 0);
     EXPECT_TRUE(Until([&] { return !IsWindow(window); }));
     closing.Show();  // and it can be loaded again
     EXPECT_TRUE(WindowOf(closing));

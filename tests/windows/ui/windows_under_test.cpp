@@ -16,6 +16,7 @@ ScreenForm::ScreenForm(ui::Desktop& screen_desktop)
   using ui::Box;
   SetCaption("Screen under test");
   heading.shows_data = true;
+  note.columns = 30;
   help.picture = ui::Button::Picture::Help;
   help.SetToolTip("Help");
   Box strip =

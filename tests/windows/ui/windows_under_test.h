@@ -19,6 +19,7 @@ class ScreenForm : public ui::Form {
 
   model::ConfigurationScreen screen;
   ui::Label heading{"heading", "R&D template"};
+  ui::Label note{"note", "Note"};
   ui::Frame units{"units", "Plug-In Display Units"};
   ui::OptionButton metric{"metric", "&Metric"}, imperial{"imperial", "&Imperial"};
   ui::Button apply{"apply", "&Apply"}, options{"options", "&Options of this window"}, help{"help", ""};

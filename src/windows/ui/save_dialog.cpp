@@ -1,0 +1,57 @@
+#include <windows.h>
+
+#include <commdlg.h>
+
+#include <array>
+#include <string>
+
+#include "windows/com/wide_text.h"
+#include "windows/ui/desktop.h"
+
+#undef Yield  // the system's macro
+
+namespace windows {
+namespace {
+
+constexpr std::size_t kLongestPath = 32768;
+
+/// Descriptions and patterns as the dialog takes them: each ended by a NUL, patterns without the blanks
+/// around them.
+std::wstring DialogFilter(const std::string& filter) {
+  std::wstring result;
+  bool is_pattern = false;
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t end = filter.find('|', start);
+    std::string piece = filter.substr(start, end == std::string::npos ? end : end - start);
+    if (is_pattern) std::erase(piece, ' ');
+    result += ToWide(piece) + L'\0';
+    is_pattern = !is_pattern;
+    if (end == std::string::npos) return result + L'\0';
+    start = end + 1;
+  }
+}
+
+}  // namespace
+
+std::optional<std::string> WindowsDesktop::AskSaveFile(const ui::SaveDialog& dialog) {
+  const std::wstring filter = DialogFilter(dialog.filter);
+  const std::wstring title = ToWide(dialog.title);
+  const std::wstring extension =
+      ToWide(dialog.default_extension.substr(dialog.default_extension.rfind('.') + 1));
+  std::wstring path = ToWide(dialog.file_name);
+  path.resize(kLongestPath);
+  OPENFILENAMEW ask{};
+  ask.lStructSize = sizeof ask;
+  ask.hwndOwner = GetActiveWindow();
+  ask.lpstrFilter = filter.c_str();
+  ask.lpstrFile = path.data();
+  ask.nMaxFile = kLongestPath;
+  ask.lpstrTitle = title.c_str();
+  ask.lpstrDefExt = extension.c_str();
+  ask.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
+  if (!GetSaveFileNameW(&ask)) return std::nullopt;
+  return ToUtf8(path.c_str());
+}
+
+}  // namespace windows
