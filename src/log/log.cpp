@@ -1,5 +1,6 @@
 #include "log/log.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -45,6 +46,13 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program)
       {Box::Leaf(lstActivity), Box::Leaf(cbOpenOnError), Box::Leaf(cmdSave), Box::Leaf(cmdClear),
        Box::Leaf(cmdClose), Box::Leaf(frmBottom)},
       [this] { return PlaceControls(); }, kLeastWidth, kLeastHeight));
+}
+
+void fLog::OnLoad() {
+  constexpr double kFirstWidth = 12000, kFirstHeight = 6500;
+  const ui::Desktop::Area screen = desktop().WorkArea();
+  const double width = std::min(kFirstWidth, screen.width), height = std::min(kFirstHeight, screen.height);
+  SetBounds(screen.left + (screen.width - width) / 2, screen.top + (screen.height - height) / 2, width, height);
 }
 
 std::vector<ui::Spot> fLog::PlaceControls() {

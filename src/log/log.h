@@ -34,6 +34,7 @@ class fLog : public ui::Form {
   ui::CheckBox cbOpenOnError{"cbOpenOnError", "Show on error"};
 
  protected:
+  void OnLoad() override;
   bool OnQueryUnload(ui::CloseReason reason) override;
 
  private:
