@@ -50,6 +50,13 @@ reads=$(grep -cE 'Thermostat 102/nci[A-Za-z]+ (SourceOptions=0|DsFormatType=|Val
 "$wine" "$programs/director.exe" close || fail "close"
 expect_gone "closing the window"
 
+"$wine" wine reg add 'HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure' /v DisplayUnits /d 0 /f /reg:32 >/dev/null
+"$wine" "$programs/editing_road_tests.exe" >"$work/editing.txt" 2>&1
+grep -q '\[  PASSED  \] [1-9]' "$work/editing.txt" && ! grep -q FAILED "$work/editing.txt" ||
+  { fail "editing"; cat "$work/editing.txt"; }
+"$wine" wine reg delete 'HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure' /f /reg:32 >/dev/null
+expect_gone "editing"
+
 for refused in "Nowhere/System.Sub/Device" "Demo Tower/Demo Tower.Floor 1/Nobody" "Demo Tower"; do
   "$wine" "$programs/director.exe" configure "$refused" --hidden >"$work/refused.txt" 2>&1
   [ $? = 2 ] || fail "configure $refused did not fail"

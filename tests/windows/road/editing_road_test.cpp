@@ -1,0 +1,91 @@
+// Editing in the real program, by real keys and the mouse, on the simulated network.
+
+#include "plug_in_user.h"
+
+namespace {
+
+// Fields of the first page in the order of Tab.
+enum Field : std::size_t { kOccupiedHeat, kStandbyHeat, kUnoccupiedHeat, kHeatMax, kOccupiedCool, kStandbyCool, kUnoccupiedCool, kCoolMin, kSetpointType, kCyclePerHour, kDeadBand };
+
+class EditingRoad : public PlugInUser {};
+
+TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
+  Click(Fields().at(kStandbyHeat));
+  Key(VK_SHIFT, VK_TAB);
+  Type("22x");
+  EXPECT_EQ(Text(kOccupiedHeat), "22") << "a letter is refused";
+  EXPECT_TRUE(Enabled(L"&Apply"));
+  Key(VK_TAB);
+  const HWND box = Box(kTitle);
+  ASSERT_TRUE(box);
+  EXPECT_EQ(BoxText(box), "The deadband limitation was not respected.\r\n\r\nAdjustment where made");
+  EXPECT_EQ(BoxButtons(box), "<OK>");
+  Key(VK_RETURN);
+  EXPECT_TRUE(Eventually([&] { return !IsWindow(box); }));
+  EXPECT_EQ(Text(kOccupiedCool), "23.5");
+  Key(VK_PRIOR);
+  EXPECT_EQ(Text(kOccupiedCool), "24") << "the rewritten field has the focus";
+  Key(VK_MENU, 'A');
+  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
+  EXPECT_EQ(Written(), "nciSetPts ");
+  EXPECT_EQ(Raw("nciSetPts"), "096009C40AF00898076C0640");
+}
+
+TEST_F(EditingRoad, AnEntryThatIsNoNumberIsRefused) {
+  const std::string before = Text(kUnoccupiedHeat);
+  Click(Fields().at(kUnoccupiedHeat));
+  Type("1:30");
+  Key(VK_TAB);
+  const HWND box = Box(L"Invalid value");
+  ASSERT_TRUE(box);
+  EXPECT_EQ(BoxText(box), "Value must be numerical");
+  EXPECT_EQ(BoxButtons(box), "<OK>");
+  Press(box, IDOK);
+  EXPECT_EQ(Text(kUnoccupiedHeat), before);
+  Key(VK_MENU, 'C');
+  EXPECT_EQ(Written(), "");
+}
+
+TEST_F(EditingRoad, AListIsChosenByKeysAndAppliedByEnter) {
+  Click(Fields().at(kHeatMax));
+  for (std::size_t i = kHeatMax; i < kSetpointType; ++i) Key(VK_TAB);
+  const std::string before = Text(kSetpointType);
+  Type("t");
+  EXPECT_EQ(Text(kSetpointType), before) << "letters choose nothing";
+  Key(before == "PERMANENT" ? VK_DOWN : VK_UP);
+  const std::string chosen = before == "PERMANENT" ? "TEMPORARY" : "PERMANENT";
+  EXPECT_EQ(Text(kSetpointType), chosen);
+  Key(VK_RETURN);
+  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
+  EXPECT_EQ(Written(), "nciGenOpts ");
+}
+
+TEST_F(EditingRoad, LookingInOtherUnitsTouchesNothing) {
+  const std::string setpoints = Raw("nciSetPts"), options = Raw("nciGenOpts"), shown = Text(kUnoccupiedCool);
+  Key(VK_MENU, 'I');
+  EXPECT_TRUE(Eventually([&] { return Text(kUnoccupiedCool) != shown; }));
+  EXPECT_EQ(Text(kUnoccupiedCool), "82.5");
+  Key(VK_MENU, 'M');
+  EXPECT_TRUE(Eventually([&] { return Text(kUnoccupiedCool) == shown; }));
+  EXPECT_EQ(Written(), "");
+  EXPECT_EQ(Raw("nciSetPts"), setpoints);
+  EXPECT_EQ(Raw("nciGenOpts"), options);
+}
+
+TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
+  Click(Fields().at(kStandbyCool));
+  Type("26");
+  Knobs().AddFault({"", "nciSetPts", "write", 1, 18034});
+  Key(VK_MENU, 'A');
+  const HWND box = Box(kCaption);
+  ASSERT_TRUE(box);
+  EXPECT_NE(BoxText(box).find("Failed to write data to the network variable object."), std::string::npos) << BoxText(box);
+  Press(box, IDOK);
+  EXPECT_TRUE(Enabled(L"&Apply"));
+  EXPECT_EQ(Text(kStandbyCool), "26");
+  Key(VK_MENU, 'A');
+  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
+  EXPECT_EQ(Raw("nciSetPts").substr(4, 4), "0A28");
+}
+
+}  // namespace

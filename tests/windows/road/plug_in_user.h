@@ -1,0 +1,192 @@
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "automation/convert.h"
+#include "director/configure.h"
+#include "director/networks.h"
+#include "director/program/remote_window.h"
+#include "director/simulator_knobs.h"
+#include "plugin/object_path.h"
+#include "plugin/supported_commands.h"
+#include "windows/com/dispatch_object.h"
+#include "windows/com/wide_text.h"
+
+/// A director and a user of the real plug-in in another process: starts it through COM on the simulated network, works at
+/// its window with keys and the mouse, and looks at what the simulated device holds.
+class PlugInUser : public testing::Test {
+ protected:
+  static constexpr const char* kDevice = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
+  static constexpr const wchar_t* kCaption = L"Korvell QM5R-FC PIR Configure";
+  static constexpr const wchar_t* kTitle = L"QM5R-FC PIR LNS Device Plug-in";
+
+  void SetUp() override {
+    simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer");
+    Knobs().ClearFaults();
+    plug_in_ = windows::com::CreateObject("QM5RFcPirConfigure.LNSPlugInAPI");
+    director::ConfigureRequest request;
+    request.path = kDevice;
+    request.left = 20;
+    request.top = 20;
+    director::Configure(*plug_in_, request);
+    window_ = FindWindowW(nullptr, kCaption);
+    ASSERT_TRUE(window_);
+    BringToFront();
+    Knobs().ClearJournal();
+  }
+
+  /// Ends the plug-in as a user does: Exit, and Yes.
+  void TearDown() override {
+    Key(VK_MENU, 'E');
+    if (const HWND box = Box(kCaption)) Press(box, IDYES);
+    EXPECT_TRUE(Eventually([&] { return !IsWindow(window_); })) << "the plug-in did not end";
+    plug_in_.reset();
+    simulator_.reset();
+  }
+
+  director::SimulatorKnobs Knobs() const { return director::SimulatorKnobs(simulator_); }
+
+  static bool Eventually(const std::function<bool()>& condition) {
+    for (int i = 0; i < 200; ++i) {
+      if (condition()) return true;
+      std::this_thread::sleep_for(std::chrono::milliseconds(25));
+    }
+    return false;
+  }
+
+  void BringToFront() {
+    const DWORD thread = GetWindowThreadProcessId(window_, nullptr);
+    AttachThreadInput(GetCurrentThreadId(), thread, TRUE);
+    SetForegroundWindow(window_);
+    AttachThreadInput(GetCurrentThreadId(), thread, FALSE);
+    EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
+  }
+
+  /// Waits until the plug-in has dealt with everything sent so far.
+  void Settle() const {
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    DWORD_PTR result = 0;
+    SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, 3000, &result);
+  }
+
+  /// Presses a key, with another one held down before it.
+  void Key(WORD first, WORD second = 0) {
+    std::vector<INPUT> inputs;
+    const auto add = [&](WORD key, DWORD flags) {
+      INPUT input{};
+      input.type = INPUT_KEYBOARD;
+      input.ki.wVk = key;
+      input.ki.dwFlags = flags;
+      inputs.push_back(input);
+    };
+    add(first, 0);
+    if (second) add(second, 0);
+    if (second) add(second, KEYEVENTF_KEYUP);
+    add(first, KEYEVENTF_KEYUP);
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    Settle();
+  }
+  void Type(const std::string& text) {
+    for (const char c : text) {
+      const SHORT code = VkKeyScanA(c);
+      if (HIBYTE(code) & 1)
+        Key(VK_SHIFT, LOBYTE(code));
+      else
+        Key(LOBYTE(code));
+    }
+  }
+
+  /// The fields of the page in front, in the order in which Tab walks them: text fields and lists.
+  std::vector<HWND> Fields() const {
+    std::vector<HWND> fields;
+    for (HWND tab : director::ChildrenOf(window_))
+      for (HWND page : director::ChildrenOf(tab))
+        if (IsWindowVisible(page))
+          for (HWND child : director::ChildrenOf(page)) {
+            const std::wstring name = director::ClassOf(child);
+            if (lstrcmpiW(name.c_str(), L"Edit") == 0 || lstrcmpiW(name.c_str(), L"ComboBox") == 0) fields.push_back(child);
+          }
+    return fields;
+  }
+  std::string Text(std::size_t field) const { return director::TextOf(Fields().at(field)); }
+
+  /// The system's button with the caption, wherever it stands in the window.
+  bool Enabled(const wchar_t* caption) const {
+    const HWND button = FindWindowExW(window_, nullptr, L"Button", caption);
+    return button && IsWindowEnabled(button);
+  }
+
+  void Click(HWND control) {
+    RECT place{};
+    GetWindowRect(control, &place);
+    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    INPUT inputs[2]{};
+    inputs[0].type = inputs[1].type = INPUT_MOUSE;
+    inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    SendInput(2, inputs, sizeof(INPUT));
+    Settle();
+  }
+
+  /// The message box with the caption, once it has come up; null where none does.
+  HWND Box(const wchar_t* caption) const {
+    HWND box = nullptr;
+    Eventually([&] { return (box = FindWindowW(L"#32770", caption)) != nullptr; });
+    return box;
+  }
+  static std::string BoxText(HWND box) {
+    std::string text;
+    for (HWND child : director::ChildrenOf(box))
+      if (lstrcmpiW(director::ClassOf(child).c_str(), L"Static") == 0) text += director::TextOf(child);
+    return text;
+  }
+  static std::string BoxButtons(HWND box) {
+    std::string buttons;
+    for (HWND child : director::ChildrenOf(box))
+      if (lstrcmpiW(director::ClassOf(child).c_str(), L"Button") == 0) buttons += "<" + director::TextOf(child) + ">";
+    std::erase(buttons, '&');
+    return buttons;
+  }
+  void Press(HWND box, WORD button) {
+    PostMessageW(box, WM_COMMAND, button, 0);
+    EXPECT_TRUE(Eventually([&] { return !IsWindow(box); }));
+    Settle();
+  }
+
+  std::string Raw(const std::string& variable) const {
+    const director::OpenedNetwork opened(lns::ObjectServer(windows::com::CreateObject("LnsSimulator.LcaObjectServer")),
+                                         "Demo Tower");
+    const lns::AppDevice device(plugin::ResolveObject(plugin::kAppDeviceType, plugin::SplitObjectPath(kDevice),
+                                                      opened.network(), opened.system())
+                                    .reference());
+    const auto found = device.Interface().NetworkVariables().Item(variable);
+    found.SetFormatType("RAW_HEX_PACKED");
+    return found.Value();
+  }
+
+  /// "nciSetPts" for every value written, in order.
+  std::string Written() const {
+    std::ostringstream journal;
+    Knobs().PrintJournal(journal);
+    std::istringstream lines(journal.str());
+    std::string written;
+    for (std::string line; std::getline(lines, line);) {
+      const std::size_t value = line.find(" Value=");
+      if (value != std::string::npos) written += line.substr(0, value).substr(line.rfind('/', value) + 1) + " ";
+    }
+    return written;
+  }
+
+  platform::LateBoundPtr simulator_;
+  platform::LateBoundPtr plug_in_;
+  HWND window_ = nullptr;
+};
