@@ -13,9 +13,11 @@ namespace {
 using director::Command;
 
 TEST(CommandLine, CommandsAndMistakes) {
-  const auto parse = [](std::vector<std::string> words) { return director::ParseCommandLine(std::move(words)); };
-  const auto configure =
-      parse({"configure", "N/S.A/D", "--object", "Node", "--interface", "Internet", "--left", "-5", "--hidden", "--wait"});
+  const auto parse = [](std::vector<std::string> words) {
+    return director::ParseCommandLine(std::move(words));
+  };
+  const auto configure = parse({"configure", "N/S.A/D", "--object", "Node", "--interface", "Internet",
+                                "--left", "-5", "--hidden", "--wait"});
   ASSERT_TRUE(configure.run) << configure.message;
   EXPECT_EQ(configure.options.command, Command::Configure);
   EXPECT_EQ(configure.options.configure.path, "N/S.A/D");
@@ -24,7 +26,8 @@ TEST(CommandLine, CommandsAndMistakes) {
   EXPECT_EQ(configure.options.configure.left, -5);
   EXPECT_EQ(configure.options.configure.top, std::nullopt);
   EXPECT_TRUE(configure.options.configure.hidden && configure.options.wait);
-  const auto fault = parse({"fault", "add", "--variable", "nciSetPts", "--operation", "read", "--code", "18200"});
+  const auto fault =
+      parse({"fault", "add", "--variable", "nciSetPts", "--operation", "read", "--code", "18200"});
   EXPECT_EQ(fault.options.command, Command::FaultAdd);
   EXPECT_EQ(fault.options.fault.variable, "nciSetPts");
   for (const auto& wrong : std::vector<std::vector<std::string>>{
@@ -44,47 +47,35 @@ TEST(Networks, ListsDevicesAndTheirValues) {
   director::PrintNetworks(server, networks);
   EXPECT_EQ(networks.str(), "Demo Tower\nDemo Annex\n");
   director::PrintDevices(server, "", devices);
-  EXPECT_NE(devices.str().find("Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110\tstate 4"), std::string::npos);
+  EXPECT_NE(devices.str().find("Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110\tstate 4"),
+            std::string::npos);
   EXPECT_EQ(devices.str().find(".ALL/"), std::string::npos) << "no device is listed twice";
   director::PrintDevice(server, kFirstThermostat, device);
-  EXPECT_NE(device.str().find("nciSetPts\t23,25,28,21,19,16\t08 FC 09 C4 0A F0 08 34 07 6C 06 40"), std::string::npos)
+  EXPECT_NE(device.str().find("nciSetPts\t23,25,28,21,19,16\t08 FC 09 C4 0A F0 08 34 07 6C 06 40"),
+            std::string::npos)
       << device.str();
   EXPECT_FALSE(server.IsOpen());
 
-  std::ostringstream nothing;
-  EXPECT_THROW(director::PrintDevice(server, "Demo Tower/Demo Tower.Floor 1/Nobody", nothing), platform::Error);
+  world.simulation->Vanish("Thermostat 101");
+  std::ostringstream vanished, nothing;
+  director::PrintDevice(server, kFirstThermostat, vanished);
+  EXPECT_NE(vanished.str().find("nciSetPts\t("), std::string::npos)
+      << "a variable that cannot be read says why";
+  EXPECT_THROW(director::PrintDevice(server, "Demo Tower/Demo Tower.Floor 1/Nobody", nothing),
+               platform::Error);
   EXPECT_THROW(director::PrintDevices(server, "Nowhere", nothing), platform::Error);
   EXPECT_FALSE(server.IsOpen()) << "a failure closes what was opened";
 }
 
-TEST(Networks, AVariableThatCannotBeReadSaysWhy) {
-  World world;
-  world.simulation->Vanish("Thermostat 101");
-  std::ostringstream device;
-  director::PrintDevice(lns::ObjectServer(world.simulation->CreateObjectServer()), kFirstThermostat, device);
-  EXPECT_NE(device.str().find("nciSetPts\t("), std::string::npos) << device.str();
-}
-
-TEST(Configure, DrivesThePlugInInADirectorsOrder) {
+TEST(Configure, WorksRemotelyAndHidden) {
   World world;
   const auto api = world.CreateApi();
-  director::ConfigureRequest request;
-  request.path = kFirstThermostat;
-  request.width = 1000;
-  director::Configure(*api, request);
-  EXPECT_TRUE(world.main.Visible());
+  director::Configure(
+      *api, {"Demo Annex/Demo Annex.Ground.Lobby/Thermostat A1", "", "Internet", {}, {}, 1000, {}, true});
+  EXPECT_FALSE(world.main.Visible());
+  EXPECT_TRUE(world.session.ObjectServer.RemoteFlag());
   EXPECT_EQ(world.main.Width(), 15000);
-  EXPECT_EQ(world.main.CurrentDevice().Name(), "Thermostat 101");
-
-  request.path = "Demo Annex/Demo Annex.Ground.Lobby/Thermostat A1";
-  request.interface_name = "Internet";
-  request.hidden = true;
-  World remote;
-  const auto other = remote.CreateApi();
-  director::Configure(*other, request);
-  EXPECT_FALSE(remote.main.Visible());
-  EXPECT_TRUE(remote.session.ObjectServer.RemoteFlag());
-  EXPECT_EQ(remote.main.CurrentDevice().Name(), "Thermostat A1");
+  EXPECT_EQ(world.main.CurrentDevice().Name(), "Thermostat A1");
 }
 
 TEST(SimulatorKnobs, ReachTheSimulation) {
@@ -104,7 +95,8 @@ TEST(SimulatorKnobs, ReachTheSimulation) {
   world.simulation->on_stop = [&] { stopped = true; };
   knobs.Stop();
   EXPECT_TRUE(stopped);
-  EXPECT_THROW(director::SimulatorKnobs(world.CreateApi()), platform::Error) << "not a simulated object server";
+  EXPECT_THROW(director::SimulatorKnobs(world.CreateApi()), platform::Error)
+      << "not a simulated object server";
 }
 
 }  // namespace

@@ -44,24 +44,6 @@ TEST(Api, MembersKeepTheirNumbers) {
   EXPECT_EQ(api->MemberNumber("Network"), std::nullopt);
 }
 
-TEST(Api, IdentityIsReadOnly) {
-  World world;
-  const auto api = world.CreateApi();
-  const std::pair<const char*, const char*> cases[] = {{"ManufacturerID", "211"},
-                                                       {"ManufacturerName", "Korvell Inc."},
-                                                       {"LcaVersion", "3.0"},
-                                                       {"Version", "1.2.3"},
-                                                       {"Name", "Korvell QM5R-FC PIR Configure"}};
-  for (const auto& [property, value] : cases) {
-    EXPECT_EQ(TextOf(*api, property), value);
-    const Raised raised = ErrorOf([&, name = property] { World::Put(*api, name, std::string("other")); });
-    EXPECT_EQ(raised.number, 20002) << property;
-    EXPECT_EQ(raised.source, "Korvell QM5R-FC PIR Configure");
-    EXPECT_EQ(raised.text, "Attempt to write to read-only property");
-    EXPECT_EQ(TextOf(*api, property), value);
-  }
-}
-
 TEST(Api, PlaceAndSizeAreReadBackAsWritten) {
   for (const double twips_per_pixel : {15.0, 12.0, 10.0, 7.5}) {
     World world;

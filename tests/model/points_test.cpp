@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include "model/point_list.h"
+#include "support/world.h"
+
+namespace {
+
+/// The points of a simulated thermostat.
+struct Device {
+  Device()
+      : api(world.Configure(kFirstThermostat)),
+        points(world.main.CurrentDevice().Interface().NetworkVariables()),
+        setpoints(points.Item("nciSetPts")) {
+    setpoints.GetNetworkValue(0);
+  }
+  void Fail(const char* operation, int code) { world.simulation->faults().Add({"", "", operation, 1, code}); }
+
+  World world;
+  std::shared_ptr<plugin::LNSPlugInAPI> api;
+  model::PointList points;
+  model::CNvCpTable& setpoints;
+};
+
+platform::Error ErrorOf(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const platform::Error& error) {
+    return error;
+  }
+  return {0, "", ""};
+}
+
+TEST(PointList, KeysAndTheSecondViewOfTheModel) {
+  Device device;
+  EXPECT_EQ(device.points.size(), 11u);
+  const model::CNvCpTable& raw = device.points.Item("nciSccModelRaw");
+  EXPECT_EQ(raw.Name, "nciSccModel (Raw)");
+  EXPECT_EQ(raw.MyNetworkVariable, device.points.Item("nciSccModel").MyNetworkVariable);
+  EXPECT_THROW(device.points.Item("nciSccModel (Raw)"), platform::Error);
+}
+
+TEST(DevicePoint, ReadsAndWritesAllFieldsInTheFormatOfTheLastRead) {
+  Device device;
+  device.setpoints.GetNetworkValue(1);
+  EXPECT_EQ(device.setpoints.MyNetworkVariable.FormatType(), "#USSNVT_temp_setpt");
+  device.setpoints.GetNetworkValue(0);
+  device.setpoints.NvAsArray[3] = "21.5";
+  device.setpoints.ValueAsChanges = true;
+  EXPECT_TRUE(device.setpoints.SendNetworkValue());
+  EXPECT_FALSE(device.setpoints.ValueAsChanges);
+  device.setpoints.GetNetworkValue(0);
+  EXPECT_EQ(device.setpoints.NvAsString(), "23,25,28,21.5,19,16");
+}
+
+TEST(DevicePoint, FailuresKeepTheNumberAndTellThePoint) {
+  const std::string own = "A fault was set for this operation.";
+  struct Case {
+    int code;
+    std::string read, write;
+  };
+  const Case cases[] = {
+      {18200, " \r\nFailed to communicate with target device.", "nciSetPts \r\n" + own},
+      {18034, " \r\n" + own, " nciSetPts \r\nFailed to write data to the network variable object."},
+      {18035, " \r\n" + own, " nciSetPts \r\nAn attempt to format the requested data has failed."},
+      {1, " \r\n" + own, "nciSetPts \r\n" + own},
+  };
+  for (const Case& c : cases) {
+    Device device;
+    device.setpoints.ValueAsChanges = true;
+    device.Fail("read", c.code);
+    const platform::Error read = ErrorOf([&] { device.setpoints.GetNetworkValue(0); });
+    EXPECT_EQ(read.number(), platform::ObjectServerError(static_cast<std::uint16_t>(c.code)));
+    EXPECT_EQ(read.source(), "GetNetworkValue");
+    EXPECT_EQ(read.description(), "Error reading nciSetPts" + c.read);
+    device.Fail("write", c.code);
+    const platform::Error write = ErrorOf([&] { device.setpoints.SendNetworkValue(); });
+    EXPECT_EQ(write.source(), "SendNetworkValue");
+    EXPECT_EQ(write.description(), "Error updating" + c.write);
+    EXPECT_TRUE(device.setpoints.ValueAsChanges);
+    EXPECT_EQ(device.setpoints.NvAsString(), "23,25,28,21,19,16");
+  }
+  Device device;
+  device.Fail("read", 0x8000);
+  EXPECT_EQ(ErrorOf([&] { device.setpoints.GetNetworkValue(0); }).number(), 6)
+      << "no code of 16 bits: overflow";
+}
+
+TEST(DevicePoint, AFailedReadPutsTheFormatOfItsFieldsBack) {
+  Device device;
+  device.Fail("read", 18200);
+  EXPECT_THROW(device.setpoints.GetNetworkValue(1), platform::Error);
+  EXPECT_EQ(device.setpoints.MyNetworkVariable.FormatType(), "#SISNVT_temp_setpt");
+  EXPECT_EQ(device.setpoints.NvAsArray[3], "21");
+}
+
+}  // namespace
