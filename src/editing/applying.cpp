@@ -58,7 +58,7 @@ std::string ValueToStore(const CNvCtrlTable& binding, int units) {
 
 Collected Collect(const Passes& passes, int units) {
   Collected collected;
-  for (CNvCtrlTable& binding : passes.bindings) {
+  for (CNvCtrlTable& binding : passes.device->bindings) {
     ui::Control* control = binding.TheControl;
     if (!control || !IsEditable(*control) || !PendingEdits::IsMarked(*control) || !IsWritable(binding))
       continue;
@@ -80,7 +80,7 @@ bool IsStillAsCollected(const ui::Control& control, const Collected& collected) 
 /// True when no field is marked any more.
 bool UnmarkWritten(const Passes& passes, const Collected& collected) {
   bool all = true;
-  for (const CNvCtrlTable& binding : passes.bindings) {
+  for (const CNvCtrlTable& binding : passes.device->bindings) {
     ui::Control* control = binding.TheControl;
     if (!control || !IsEditable(*control) || !PendingEdits::IsMarked(*control)) continue;
     if (!binding.NvCpTable->ValueAsChanges && IsStillAsCollected(*control, collected))
@@ -103,29 +103,33 @@ void Apply(const Passes& passes, PendingEdits& pending, int display_units) {
     return;
   }
   const bool written = PropagateChanges(passes);
+  if (passes.device->dropped) return;
   const bool nothing_left = UnmarkWritten(passes, collected);
   if (written && nothing_left) pending.Lower();
 }
 
 bool PropagateChanges(const Passes& passes) {
-  for (std::size_t i = 0; i < passes.points.size(); ++i) {
-    model::CNvCpTable& point = passes.points[i];
+  const model::PointList& points = passes.device->points;
+  for (std::size_t i = 0; i < points.size() && !passes.device->dropped; ++i) {
+    model::CNvCpTable& point = points[i];
     if (!point.ValueAsChanges) continue;
     try {
       point.SendNetworkValue();
     } catch (const platform::Error& error) {
+      if (passes.device->dropped) return false;
       ReportFailure(passes, "Error updating " + point.Name, error.description());
       return false;
     }
+    if (passes.device->dropped) return false;
     passes.log.LogCommand("Updating " + point.Name, point.NvAsString());
     passes.desktop.Yield();
   }
-  return true;
+  return !passes.device->dropped;
 }
 
 void Cancel(const Passes& passes, PendingEdits& pending) {
-  for (std::size_t i = 0; i < passes.points.size(); ++i) passes.points[i].DropChanges();
-  for (const CNvCtrlTable& binding : passes.bindings) {
+  for (std::size_t i = 0; i < passes.device->points.size(); ++i) passes.device->points[i].DropChanges();
+  for (const CNvCtrlTable& binding : passes.device->bindings) {
     ui::Control* control = binding.TheControl;
     if (!control || !IsEditable(*control) || !PendingEdits::IsMarked(*control)) continue;
     // A field of a point that was never read has no value to go back to but none.

@@ -28,19 +28,20 @@ bool ReadAllPoints(const Passes& passes, int display_units) {
   std::string failure;
   {
     const BusyPointer busy(passes.desktop);
-    for (std::size_t i = 0; i < passes.points.size() && failure.empty(); ++i) {
-      model::CNvCpTable& point = passes.points[i];
+    const model::PointList& points = passes.device->points;
+    for (std::size_t i = 0; i < points.size() && failure.empty() && !passes.device->dropped; ++i) {
       try {
-        ReadPoint(passes, point, display_units);
+        ReadPoint(passes, points[i], display_units);
         passes.desktop.Yield();
       } catch (const platform::Error& error) {
-        failed_action = "Error reading " + point.Name;
+        failed_action = "Error reading " + points[i].Name;
         failure =
             error.description().empty() ? "Error " + std::to_string(error.number()) : error.description();
       }
     }
     passes.progress.Close();
   }
+  if (passes.device->dropped) return false;
   if (failure.empty()) return true;
   ReportFailure(passes, failed_action, failure);
   return false;
@@ -48,8 +49,8 @@ bool ReadAllPoints(const Passes& passes, int display_units) {
 
 bool ReadBackIn(const Passes& passes, int display_units) {
   const BusyPointer busy(passes.desktop);
-  for (std::size_t i = 0; i < passes.points.size(); ++i) {
-    model::CNvCpTable& point = passes.points[i];
+  for (std::size_t i = 0; i < passes.device->points.size(); ++i) {
+    model::CNvCpTable& point = passes.device->points[i];
     if (point.IsReadIn(display_units)) continue;
     try {
       ReadPoint(passes, point, display_units);
@@ -63,13 +64,13 @@ bool ReadBackIn(const Passes& passes, int display_units) {
 
 bool InitializeAllBindings(const Passes& passes) {
   const BusyPointer busy(passes.desktop);
-  for (model::CNvCtrlTable& binding : passes.bindings) binding.Initialize();
+  for (model::CNvCtrlTable& binding : passes.device->bindings) binding.Initialize();
   return true;
 }
 
 void ShowAllValues(const Passes& passes) {
   using Kind = ui::Control::Kind;
-  for (const model::CNvCtrlTable& binding : passes.bindings) {
+  for (const model::CNvCtrlTable& binding : passes.device->bindings) {
     ui::Control* control = binding.TheControl;
     if (!control) continue;
     const bool editable = control->kind() == Kind::TextField || control->kind() == Kind::ChoiceList;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "editing/loaded_device.h"
 #include "log/log.h"
-#include "model/catalogue.h"
-#include "model/point_list.h"
 #include "ui/desktop.h"
 #include "ui/progress.h"
 
@@ -17,8 +17,7 @@ struct Passes {
   activity::fLog& log;
   ui::Progress& progress;
   const std::string& plug_in_name;
-  model::PointList& points;
-  model::BindingList& bindings;
+  std::shared_ptr<LoadedDevice> device;
 };
 
 /// Logs a failure as action and result, and shows it. A description without a line break gets the action in

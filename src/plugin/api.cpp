@@ -10,9 +10,6 @@ namespace {
 
 constexpr const char* kReadOnly = "Attempt to write to read-only property";
 
-/// The system's number for a call that comes while the server is busy and may be made again later.
-constexpr std::int32_t kServerCallRetryLater = static_cast<std::int32_t>(0x8001010Au);
-
 std::int32_t Pixels(double twips, double twips_per_pixel) {
   return static_cast<std::int32_t>(text::RoundHalfEven(twips / twips_per_pixel));
 }
@@ -97,7 +94,6 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
 }
 
 void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data) {
-  CheckIdle();
   const Operation running(with_.session);
   with_.progress.Show();
   with_.progress.DisplayStatus("Initializing plug-in . . .");
@@ -134,7 +130,7 @@ void LNSPlugInAPI::Dispatch(const SupportedCommand& row, const std::string& path
 }
 
 void LNSPlugInAPI::SetNetworkName(const std::string& name) {
-  CheckIdle();
+  if (with_.session.Busy() && name != with_.session.CurrentNetworkName) main_.AbandonOperation();
   const Operation running(with_.session);
   with_.desktop.SetPointer(ui::Pointer::Hourglass);
   try {
@@ -148,7 +144,7 @@ void LNSPlugInAPI::SetNetworkName(const std::string& name) {
 }
 
 void LNSPlugInAPI::SetRemoteFlag(bool remote) {
-  CheckIdle();
+  if (with_.session.Busy()) main_.AbandonOperation();
   const Operation running(with_.session);
   with_.session.ObjectServer = main_.lcaOS();
   SetRemote(with_.session, remote);
@@ -194,10 +190,6 @@ void LNSPlugInAPI::SetDevelopmentProgramId(const std::string& program_id) {
 
 void LNSPlugInAPI::Raise(std::int32_t number, const std::string& text) const {
   throw platform::Error(number, with_.identity.PlugInName, text);
-}
-
-void LNSPlugInAPI::CheckIdle() const {
-  if (with_.session.Busy()) Raise(kServerCallRetryLater, "The plug-in is busy with another command");
 }
 
 void LNSPlugInAPI::CheckSizable() const {

@@ -41,7 +41,6 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
   Search FindCommand(std::int32_t command_id, std::int32_t object_type) const;
   void Dispatch(const SupportedCommand& row, const std::string& path);
   [[noreturn]] void Raise(std::int32_t number, const std::string& text) const;
-  void CheckIdle() const;
   void CheckSizable() const;
   void CheckNormalState() const;
 

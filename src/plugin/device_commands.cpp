@@ -38,8 +38,8 @@ void fMain::ProcessLonMarkObjectCommand(const lns::LonMarkObject& object) {
 
 /// Nothing of the former device may be shown as, or written to, the next one.
 void fMain::DropDevice() {
-  bindings_.clear();
-  points_ = {};
+  loaded_->dropped = true;
+  loaded_ = std::make_shared<editing::LoadedDevice>();
   current_device_ = {};
   current_object_ = {};
   current_interface_ = {};
@@ -52,21 +52,30 @@ void fMain::DropDevice() {
   StatusBar.SetPanel(2, "");
 }
 
+/// The message loop runs in here; a command that comes in then takes the screen, and this one ends at its
+/// next step.
 void fMain::ConfigureCurrentDevice() {
+  const std::shared_ptr<editing::LoadedDevice> loaded = loaded_;
   try {
-    if (!resource_files_.Present()) {
-      if (!AskToGoOn(kResourceFilesMissing)) return;
-    } else if (!with_.session.RegistrationRemote) {
-      if (!PrepareLonMarkObjects() && !AskToGoOn(kModeFailed)) return;
-    }
-    ShowDeviceHeading();
-    LoadDevice();
+    PrepareAndLoad(loaded);
   } catch (const platform::Error& error) {
     with_.progress.Close();
+    if (loaded->dropped) return;
     screen.ShowInitialTexts();
     editing::ReportFailure(passes(), "Preparing the device", error.description());
   }
   with_.progress.Close();
+}
+
+void fMain::PrepareAndLoad(const std::shared_ptr<editing::LoadedDevice>& loaded) {
+  if (!resource_files_.Present()) {
+    if (!AskToGoOn(kResourceFilesMissing)) return;
+  } else if (!with_.session.RegistrationRemote) {
+    if (!PrepareLonMarkObjects() && !loaded->dropped && !AskToGoOn(kModeFailed)) return;
+  }
+  if (loaded->dropped) return;
+  ShowDeviceHeading();
+  LoadDevice(loaded);
 }
 
 bool fMain::AskToGoOn(const std::string& question) {
@@ -89,20 +98,22 @@ void fMain::ShowDeviceHeading() {
 
 /// Finds out the device's state, builds its points and bindings and reads it for the first time. A read that
 /// fails has been reported by the pass and leaves the layout's initial texts.
-void fMain::LoadDevice() {
+void fMain::LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded) {
   current_interface_ = current_device_.Interface();
-  points_ = model::PointList(current_interface_.NetworkVariables());
-  bindings_ = model::MakeBindings(points_, screen);
+  loaded->points = model::PointList(current_interface_.NetworkVariables());
+  loaded->bindings = model::MakeBindings(loaded->points, screen);
   StatusBar.SetPanel(2, with_.session.CurrentObjectPath);
   const DeviceState state = ReadDeviceState(current_device_, with_.progress);
+  if (loaded->dropped) return;
   device_online_ = state.online;
   StatusBar.SetPanel(1, state.text);
-  editing::InitializeAllBindings(passes());
-  if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return;
-  editing::ShowAllValues(passes());
+  const editing::Passes now = passes();
+  editing::InitializeAllBindings(now);
+  if (!editing::ReadAllPoints(now, with_.session.DisplayUnits)) return;
+  editing::ShowAllValues(now);
   complete_read_ = true;
-  SetUpScreen(static_cast<int>(
-      text::RoundHalfEven(text::LeadingNumber(points_.Item("nciSccModelRaw").NvAsArray.front()))));
+  const std::string raw_model = loaded->points.Item("nciSccModelRaw").NvAsArray.front();
+  SetUpScreen(static_cast<int>(text::RoundHalfEven(text::LeadingNumber(raw_model))));
 }
 
 }  // namespace plugin

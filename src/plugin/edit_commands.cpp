@@ -66,15 +66,17 @@ void fMain::SwitchUnits(std::int16_t units) {
   const std::int16_t former = session.DisplayUnits;
   session.DisplayUnits = units;
   ShowUnits();
-  if (editing::ReadAllPoints(passes(), units)) {
+  const editing::Passes now = passes();
+  if (editing::ReadAllPoints(now, units)) {
     complete_read_ = true;
-    editing::ShowAllValues(passes());
+    editing::ShowAllValues(now);
     return;
   }
   // All or nothing: no text may be shown, clamped or written in other units than it was read in.
   session.DisplayUnits = former;
   ShowUnits();
-  if (complete_read_) complete_read_ = editing::ReadBackIn(passes(), former);
+  if (now.device->dropped) return;
+  if (complete_read_) complete_read_ = editing::ReadBackIn(now, former);
 }
 
 void fMain::ShowUnits() {

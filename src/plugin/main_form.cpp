@@ -28,7 +28,7 @@ fMain::fMain(const Surroundings& surroundings)
       with_(surroundings),
       pending_(cmdApply, cmdCancel),
       fields_(screen, surroundings.desktop, pending_),
-      events_(surroundings.desktop, surroundings.log, bindings_) {
+      events_(surroundings.desktop, surroundings.log, loaded_) {
   SetCaption("Your Plug-In Caption Here");
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
   lblDeviceTemplate.shows_data = true;
@@ -140,16 +140,19 @@ void fMain::EndPlugIn() {
   current_object_ = {};
   current_device_ = {};
   current_interface_ = {};
-  if (!with_.session.Busy()) {
-    bindings_.clear();
-    points_ = {};
-  }
+  AbandonOperation();
+  loaded_ = std::make_shared<editing::LoadedDevice>();
   CloseSession(with_.session);
   with_.session.ObjectServer = {};
   subscription_.reset();
   object_server_ = {};
   Attempt([this] { Unload(); });
   desktop().EndProgram();
+}
+
+void fMain::AbandonOperation() {
+  loaded_->dropped = true;
+  complete_read_ = false;
 }
 
 void fMain::EndIfUnused() {
@@ -164,7 +167,7 @@ int fMain::HelpContext() const {
 }
 
 editing::Passes fMain::passes() {
-  return {desktop(), with_.log, with_.progress, with_.identity.PlugInName, points_, bindings_};
+  return {desktop(), with_.log, with_.progress, with_.identity.PlugInName, loaded_};
 }
 
 }  // namespace plugin

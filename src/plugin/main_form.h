@@ -4,13 +4,12 @@
 #include <functional>
 
 #include "editing/field_editing.h"
+#include "editing/loaded_device.h"
 #include "editing/pending_edits.h"
 #include "editing/reading.h"
 #include "lns/object_model.h"
 #include "log/log.h"
-#include "model/catalogue.h"
 #include "model/configuration_screen.h"
-#include "model/point_list.h"
 #include "platform/program.h"
 #include "plugin/object_server_events.h"
 #include "plugin/resource_files.h"
@@ -45,6 +44,9 @@ class fMain : public ui::Form {
   void ProcessDeviceCommand(const lns::AppDevice& device);
   /// The same for the device that owns the object; without an owner no device is shown at all.
   void ProcessLonMarkObjectCommand(const lns::LonMarkObject& object);
+
+  /// Ends a running operation at its next step: the network that it works on is about to close.
+  void AbandonOperation();
 
   /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it.
   void EndPlugIn();
@@ -100,10 +102,11 @@ class fMain : public ui::Form {
 
   void DropDevice();
   void ConfigureCurrentDevice();
+  void PrepareAndLoad(const std::shared_ptr<editing::LoadedDevice>& loaded);
   bool AskToGoOn(const std::string& question);
   bool PrepareLonMarkObjects();
   void ShowDeviceHeading();
-  void LoadDevice();
+  void LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded);
   editing::Passes passes();
 
   Surroundings with_;
@@ -113,8 +116,7 @@ class fMain : public ui::Form {
   lns::Interface current_interface_;
   bool device_online_ = false;
   bool ending_ = false;
-  model::PointList points_;
-  model::BindingList bindings_;
+  std::shared_ptr<editing::LoadedDevice> loaded_ = std::make_shared<editing::LoadedDevice>();
   ResourceFiles resource_files_;
 
   editing::PendingEdits pending_;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <functional>
+#include <memory>
 
+#include "editing/loaded_device.h"
 #include "log/log.h"
-#include "model/catalogue.h"
 #include "platform/late_bound.h"
 #include "ui/desktop.h"
 
@@ -17,8 +17,9 @@ namespace plugin {
 /// number, and tag 0 belongs to none.
 class ObjectServerEvents {
  public:
-  ObjectServerEvents(ui::Desktop& desktop, activity::fLog& log, const model::BindingList& bindings)
-      : desktop_(desktop), log_(log), bindings_(bindings) {}
+  ObjectServerEvents(ui::Desktop& desktop, activity::fLog& log,
+                     const std::shared_ptr<editing::LoadedDevice>& device)
+      : desktop_(desktop), log_(log), device_(device) {}
 
   void Handle(std::int32_t event, platform::Arguments arguments);
 
@@ -28,7 +29,8 @@ class ObjectServerEvents {
 
   ui::Desktop& desktop_;
   activity::fLog& log_;
-  const model::BindingList& bindings_;
+  /// The one of the window, which changes with each command.
+  const std::shared_ptr<editing::LoadedDevice>& device_;
 };
 
 }  // namespace plugin

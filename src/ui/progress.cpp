@@ -39,15 +39,20 @@ void fProgress::OnUnload() {
   desktop().SetPointer(Pointer::Default);
 }
 
-void Progress::Show() {
+fProgress& Progress::Open() {
   if (!window_) window_ = std::make_unique<fProgress>(desktop_, program_, plug_in_name_);
   window_->Show();
+  return *window_;
+}
+
+void Progress::Show() {
+  Open();
   desktop_.Yield();
 }
 
 void Progress::DisplayStatus(const std::string& status) {
-  if (!window_ || !window_->Visible()) Show();
-  window_->Status.SetText(status);
+  Open().Status.SetText(status);
+  // What runs now may close the window.
   desktop_.Yield();
 }
 

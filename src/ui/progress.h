@@ -41,6 +41,8 @@ class Progress {
   void Close();
 
  private:
+  fProgress& Open();
+
   Desktop& desktop_;
   const platform::Program& program_;
   std::string plug_in_name_;
