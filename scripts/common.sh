@@ -26,7 +26,7 @@ need_packages() {
 
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools python3
   nlohmann-json3-dev libcli11-dev wine wine64 libwine xvfb xauth fonts-dejavu-core fonts-wine imagemagick)
-test_packages=(g++ clang googletest libgtest-dev xdotool)
+test_packages=(g++ clang googletest libgtest-dev procps)
 
 build_preset() {
   (cd "$root" && cmake --preset "$1" >"build/$1.configure.log" 2>&1) || { cat "$root/build/$1.configure.log"; exit 1; }
@@ -49,6 +49,10 @@ make_prefix() {
   "$@" wineserver -w
   touch "$prefix/ready"
 }
+
+# Keeps Wine up from here on: a program that is started while Wine itself is still starting may not run at all.
+start_wine() { "$@" wineserver -p && "$@" wine cmd /c exit >/dev/null 2>&1; }
+stop_wine() { "$@" wineserver -k >/dev/null 2>&1 || true; }
 
 # Gives the script a display: the user's, or one in memory that ends with the script.
 need_display() {
