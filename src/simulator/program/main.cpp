@@ -49,7 +49,14 @@ windows::com::ServerRegistration RegistrationFor(const Options& options) {
   return registration;
 }
 
+std::shared_ptr<simulator::Simulation> LoadNetwork(const Options& options) {
+  return simulator::Simulation::FromFile(windows::ToWide(options.network_file),
+                                         [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
+}
+
 void Register(const Options& options) {
+  // COM would not tell anybody what is wrong with the file.
+  if (!options.network_file.empty()) LoadNetwork(options);
   windows::com::RegisterServer(RegistrationFor(options));
   if (!options.make_default) return;
   windows::WindowsRegistry machine;
@@ -68,9 +75,7 @@ void Unregister(const Options& options) {
 int Serve(const Options& options, bool by_com) {
   if (options.network_file.empty())
     throw std::invalid_argument("no network file is given: LnsSimulator.exe /network <file>");
-  const auto simulation = simulator::Simulation::FromFile(
-      windows::ToWide(options.network_file),
-      [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
+  const auto simulation = LoadNetwork(options);
   const windows::com::Apartment apartment;
   windows::com::ServedClass served{kClassId, [&simulation] { return simulation->CreateObjectServer(); }};
   served.open = [](const std::shared_ptr<automation::Published>& object) {
