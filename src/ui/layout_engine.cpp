@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numeric>
+#include <set>
 
 namespace ui {
 namespace {
@@ -98,9 +99,8 @@ void LayoutEngine::Measure(Node& node) {
     case Box::Kind::Empty:
       break;
     case Box::Kind::Row:
-      return MeasureRow(node);
     case Box::Kind::Column:
-      return MeasureColumn(node);
+      return MeasureLine(node);
     case Box::Kind::Grid:
       return MeasureGrid(node);
     case Box::Kind::Frame:
@@ -113,23 +113,15 @@ void LayoutEngine::Measure(Node& node) {
   }
 }
 
-void LayoutEngine::MeasureRow(Node& node) const {
+void LayoutEngine::MeasureLine(Node& node) const {
   node.size = {};
   for (std::size_t i = 0; i < node.children.size(); ++i) {
     const Extent child = node.children[i].size;
-    if (i > 0) node.size.width += GapBetween(node.children[i - 1], node.children[i]);
-    node.size.width += child.width;
-    node.size.height = std::max(node.size.height, child.height);
-  }
-}
-
-void LayoutEngine::MeasureColumn(Node& node) const {
-  node.size = {};
-  for (std::size_t i = 0; i < node.children.size(); ++i) {
-    const Extent child = node.children[i].size;
-    if (i > 0) node.size.height += GapBetween(node.children[i - 1], node.children[i]);
-    node.size.height += child.height;
-    node.size.width = std::max(node.size.width, child.width);
+    const int gap = i > 0 ? GapBetween(node.children[i - 1], node.children[i]) : 0;
+    if (node.box->kind == Box::Kind::Row)
+      node.size = {node.size.width + gap + child.width, std::max(node.size.height, child.height)};
+    else
+      node.size = {std::max(node.size.width, child.width), node.size.height + gap + child.height};
   }
 }
 
@@ -249,10 +241,8 @@ void LayoutEngine::Place(const Node& node, Rectangle area, std::vector<Placement
 }
 
 void LayoutEngine::PlaceRow(const Node& node, Rectangle area, std::vector<Placement>& placed) const {
-  const auto stretching =
-      static_cast<int>(std::count_if(node.children.begin(), node.children.end(),
-                                     [](const Node& child) { return child.box->stretch_width; }));
-  int left_over = std::max(0, area.width - node.size.width), sharing = stretching;
+  int left_over = std::max(0, area.width - node.size.width), sharing = 0;
+  for (const Node& child : node.children) sharing += child.box->stretch_width ? 1 : 0;
   int left = area.left;
   for (std::size_t i = 0; i < node.children.size(); ++i) {
     const Node& child = node.children[i];
@@ -287,13 +277,9 @@ void LayoutEngine::PlaceColumn(const Node& node, Rectangle area, std::vector<Pla
 
 std::vector<int> LayoutEngine::StretchedColumns(const Node& grid, int width) const {
   std::vector<int> columns = grid.columns;
-  std::vector<std::size_t> stretching;
-  for (std::size_t i = 0; i < grid.children.size() && i < columns.size(); ++i)
-    for (std::size_t cell = i; cell < grid.children.size(); cell += columns.size())
-      if (grid.children[cell].box->stretch_width) {
-        stretching.push_back(i);
-        break;
-      }
+  std::set<std::size_t> stretching;
+  for (std::size_t i = 0; i < grid.children.size(); ++i)
+    if (grid.children[i].box->stretch_width) stretching.insert(i % columns.size());
   for (int left_over = width - grid.size.width; left_over > 0 && !stretching.empty(); --left_over)
     ++columns[*std::min_element(stretching.begin(), stretching.end(),
                                 [&](auto one, auto other) { return columns[one] < columns[other]; })];

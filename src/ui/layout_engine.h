@@ -93,8 +93,7 @@ class LayoutEngine {
 
   Node Build(const Box& box, Around around);
   void Measure(Node& node);
-  void MeasureRow(Node& node) const;
-  void MeasureColumn(Node& node) const;
+  void MeasureLine(Node& node) const;
   void MeasureGrid(Node& node);
   void MeasureFrame(Node& node) const;
   void MeasurePages(Node& node) const;

@@ -172,6 +172,7 @@ TEST_F(Controls, TextFieldPutsEveryEntryThroughItsFilter) {
   EXPECT_EQ(asked, "");
 
   field.SetLocked(true);
+  put_on_clipboard(L"8");
   type(L'9');
   Tell(edit, WM_PASTE);
   EXPECT_EQ(field.Text(), "4123");
@@ -195,13 +196,17 @@ TEST_F(Controls, WindowGrowsWithACaptionButNotWithWhatADeviceReports) {
   const std::string text =
       "A text that takes far more room than the one that the layout was made for, and then some";
   const double before = form.Width();
-  form.note.SetText("Nothing to report so far");  // it has room for more than its first text
+  const HWND note = Child(WindowOf(form), L"Note");
+  const RECT room = ScreenPlace(note);
+  form.note.SetText("Nothing to report so far");
+  const RECT same_room = ScreenPlace(note);
+  EXPECT_TRUE(EqualRect(&room, &same_room));  // it has kept room for more than its first text
   form.heading.SetText(text + text + text);
   EXPECT_EQ(form.Width(), before);
   form.options.SetText(text + text);
   const double with_button = form.Width();
   EXPECT_GT(with_button, before);
-  for (const auto& label : form.screen.txtTempUnits()) label->SetText(text);
+  for (const auto& label : form.screen.txtTempUnits()) label->SetText(text + text);
   EXPECT_GT(form.Width(), with_button);
 }
 

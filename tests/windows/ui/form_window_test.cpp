@@ -14,6 +14,7 @@ TEST_F(FormWindow, ShowsAStateThatWasSetWhileItWasHidden) {
   form.Load();
   const HWND window = WindowOf(form);
   form.SetState(ui::WindowState::Minimized);
+  EXPECT_FALSE(IsWindowVisible(window));
   form.SetBounds(600, 450, 13500, 12000);
   Settle();
   EXPECT_FALSE(IsWindowVisible(window));

@@ -107,6 +107,18 @@ TEST_P(TextFit, NothingIsCutOnTheConfigurationScreen) {
   EXPECT_GT(measured, 150);  // all of the screen has been looked at
 }
 
+TEST_P(TextFit, TextGrowsWithTheResolution) {
+  const auto width_at = [](ui::Desktop& at) {
+    ScreenForm form(at);
+    form.Load();
+    return TextWidth(Child(FindWindowW(L"FormSurface", L"Screen under test"), L"&Apply"),
+                     L"Heating cooling minimum");
+  };
+  windows::WindowsDesktop usual({96});
+  const double growth = static_cast<double>(width_at(desktop)) / static_cast<double>(width_at(usual));
+  EXPECT_NEAR(growth, GetParam() / 96.0, 0.15);
+}
+
 INSTANTIATE_TEST_SUITE_P(Resolutions, TextFit, testing::Values(96, 120, 144, 192));
 
 }  // namespace

@@ -19,9 +19,9 @@ ScreenForm::ScreenForm(ui::Desktop& screen_desktop)
   note.columns = 30;
   help.picture = ui::Button::Picture::Help;
   help.SetToolTip("Help");
-  Box strip =
-      Box::Row({Box::Framed(units, Box::Row({Box::Leaf(metric), Box::Leaf(imperial)})), Box{}.StretchWidth(),
-                Box::Leaf(show), Box::Leaf(apply), Box::Leaf(options), Box::Leaf(help)});
+  Box strip = Box::Row({Box::Framed(units, Box::Row({Box::Leaf(metric), Box::Leaf(imperial)})),
+                        Box{}.StretchWidth(), Box::Leaf(note), Box::Framed(on_error, Box::Leaf(show)),
+                        Box::Leaf(apply), Box::Leaf(options), Box::Leaf(help)});
   SetLayout(Box::Column({Box::Leaf(heading).StretchWidth(), screen.Layout(), std::move(strip).StretchWidth(),
                          Box::Leaf(log).Stretch(), Box::Leaf(bar).StretchWidth()}));
 }

@@ -23,6 +23,7 @@ class ScreenForm : public ui::Form {
   ui::Frame units{"units", "Plug-In Display Units"};
   ui::OptionButton metric{"metric", "&Metric"}, imperial{"imperial", "&Imperial"};
   ui::Button apply{"apply", "&Apply"}, options{"options", "&Options of this window"}, help{"help", ""};
+  ui::Frame on_error{"on_error", "A caption wider than what it stands on"};
   ui::CheckBox show{"show", "Show on error"};
   ui::ListView log{"log", {"Time", "Action", "Results"}};
   ui::StatusBar bar{"bar", 2};
