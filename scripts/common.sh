@@ -51,7 +51,10 @@ make_prefix() {
 }
 
 # Keeps Wine up from here on: a program that is started while Wine itself is still starting may not run at all.
-start_wine() { "$@" wineserver -p && "$@" wine cmd /c exit >/dev/null 2>&1; }
+start_wine() {
+  "$@" wineserver -p >/dev/null 2>&1 || true  # it may be up already
+  "$@" wine cmd /c exit >/dev/null 2>&1
+}
 stop_wine() { "$@" wineserver -k >/dev/null 2>&1 || true; }
 
 # Gives the script a display: the user's, or one in memory that ends with the script.
