@@ -27,6 +27,10 @@ expect_gone() {
 "$wine" wine cmd /c exit >/dev/null 2>&1
 [ $? = 77 ] && { echo "skipped: there is no 32-bit Wine"; exit 77; }
 
+settings='HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure'
+forget_settings() { "$wine" wine reg delete "$settings" /f /reg:32 >/dev/null 2>&1; }
+forget_settings
+
 cp "$root/demo/network.json" "$work/network.json"
 cp "$work/network.json" "$work/before.json"
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
@@ -50,11 +54,11 @@ reads=$(grep -cE 'Thermostat 102/nci[A-Za-z]+ (SourceOptions=0|DsFormatType=|Val
 "$wine" "$programs/director.exe" close || fail "close"
 expect_gone "closing the window"
 
-"$wine" wine reg add 'HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure' /v DisplayUnits /d 0 /f /reg:32 >/dev/null
+"$wine" wine reg add "$settings" /v DisplayUnits /d 0 /f /reg:32 >/dev/null
 "$wine" "$programs/editing_road_tests.exe" >"$work/editing.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/editing.txt" && ! grep -q FAILED "$work/editing.txt" ||
   { fail "editing"; cat "$work/editing.txt"; }
-"$wine" wine reg delete 'HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure' /f /reg:32 >/dev/null
+forget_settings
 expect_gone "editing"
 
 for refused in "Nowhere/System.Sub/Device" "Demo Tower/Demo Tower.Floor 1/Nobody" "Demo Tower"; do
