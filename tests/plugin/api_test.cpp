@@ -9,9 +9,6 @@ namespace {
 using platform::Error;
 using platform::Value;
 
-std::string TextOf(platform::LateBound& api, std::string_view property) {
-  return std::get<std::string>(World::Get(api, property));
-}
 std::int32_t NumberOf(platform::LateBound& api, std::string_view property) {
   return std::get<std::int32_t>(World::Get(api, property));
 }
@@ -30,18 +27,6 @@ Raised ErrorOf(Step step) {
     return {error.number(), error.source(), error.description()};
   }
   return {};
-}
-
-TEST(Api, MembersKeepTheirNumbers) {
-  World world;
-  const auto api = world.CreateApi();
-  const char* kNames[] = {
-      "SendCommand", "Visible", "networkName", "NetworkInterfaceName", "Remote",           "Height",
-      "Width",       "left",    "Minimized",   "ManufacturerID",       "ManufacturerName", "LcaVersion",
-      "Version",     "top",     "Name",        "DevelopmentProgramId"};
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(api->MemberNumber(kNames[i]), i + 1) << kNames[i];
-  EXPECT_EQ(api->MemberNumber("NETWORKNAME"), 3);
-  EXPECT_EQ(api->MemberNumber("Network"), std::nullopt);
 }
 
 TEST(Api, PlaceAndSizeAreReadBackAsWritten) {
@@ -76,19 +61,6 @@ TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
   EXPECT_EQ(world.main.State(), ui::WindowState::Minimized);
   EXPECT_EQ(ErrorOf([&] { World::Put(*api, "Minimized", false); }).number, 0);
   EXPECT_EQ(world.main.State(), ui::WindowState::Normal);
-}
-
-TEST(Api, DevelopmentProgramIdHasSixteenCharacters) {
-  World world;
-  const auto api = world.CreateApi();
-  const std::pair<const char*, const char*> cases[] = {{"8000D3550004041D", "8000D3550004041D"},
-                                                       {"8000D3550004041", ""},
-                                                       {"8000D3550004041D0", ""},
-                                                       {"ÄÖÜÄÖÜÄÖÜÄÖÜÄÖÜÄ", "ÄÖÜÄÖÜÄÖÜÄÖÜÄÖÜÄ"}};
-  for (const auto& [written, kept] : cases) {
-    World::Put(*api, "DevelopmentProgramId", std::string(written));
-    EXPECT_EQ(TextOf(*api, "DevelopmentProgramId"), kept);
-  }
 }
 
 TEST(Api, RefusedCommands) {

@@ -5,7 +5,19 @@
 namespace {
 
 // Fields of the first page in the order of Tab.
-enum Field : std::size_t { kOccupiedHeat, kStandbyHeat, kUnoccupiedHeat, kHeatMax, kOccupiedCool, kStandbyCool, kUnoccupiedCool, kCoolMin, kSetpointType, kCyclePerHour, kDeadBand };
+enum Field : std::size_t {
+  kOccupiedHeat,
+  kStandbyHeat,
+  kUnoccupiedHeat,
+  kHeatMax,
+  kOccupiedCool,
+  kStandbyCool,
+  kUnoccupiedCool,
+  kCoolMin,
+  kSetpointType,
+  kCyclePerHour,
+  kDeadBand
+};
 
 class EditingRoad : public PlugInUser {};
 
@@ -79,7 +91,8 @@ TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
   Key(VK_MENU, 'A');
   const HWND box = Box(kCaption);
   ASSERT_TRUE(box);
-  EXPECT_NE(BoxText(box).find("Failed to write data to the network variable object."), std::string::npos) << BoxText(box);
+  EXPECT_NE(BoxText(box).find("Failed to write data to the network variable object."), std::string::npos)
+      << BoxText(box);
   Press(box, IDOK);
   EXPECT_TRUE(Enabled(L"&Apply"));
   EXPECT_EQ(Text(kStandbyCool), "26");

@@ -21,8 +21,8 @@
 #include "windows/com/dispatch_object.h"
 #include "windows/com/wide_text.h"
 
-/// A director and a user of the real plug-in in another process: starts it through COM on the simulated network, works at
-/// its window with keys and the mouse, and looks at what the simulated device holds.
+/// A director and a user of the real plug-in in another process: starts it through COM on the simulated
+/// network, works at its window with keys and the mouse, and looks at what the simulated device holds.
 class PlugInUser : public testing::Test {
  protected:
   static constexpr const char* kDevice = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
@@ -113,7 +113,8 @@ class PlugInUser : public testing::Test {
         if (IsWindowVisible(page))
           for (HWND child : director::ChildrenOf(page)) {
             const std::wstring name = director::ClassOf(child);
-            if (lstrcmpiW(name.c_str(), L"Edit") == 0 || lstrcmpiW(name.c_str(), L"ComboBox") == 0) fields.push_back(child);
+            if (lstrcmpiW(name.c_str(), L"Edit") == 0 || lstrcmpiW(name.c_str(), L"ComboBox") == 0)
+              fields.push_back(child);
           }
     return fields;
   }
@@ -152,7 +153,8 @@ class PlugInUser : public testing::Test {
   static std::string BoxButtons(HWND box) {
     std::string buttons;
     for (HWND child : director::ChildrenOf(box))
-      if (lstrcmpiW(director::ClassOf(child).c_str(), L"Button") == 0) buttons += "<" + director::TextOf(child) + ">";
+      if (lstrcmpiW(director::ClassOf(child).c_str(), L"Button") == 0)
+        buttons += "<" + director::TextOf(child) + ">";
     std::erase(buttons, '&');
     return buttons;
   }
@@ -163,10 +165,11 @@ class PlugInUser : public testing::Test {
   }
 
   std::string Raw(const std::string& variable) const {
-    const director::OpenedNetwork opened(lns::ObjectServer(windows::com::CreateObject("LnsSimulator.LcaObjectServer")),
-                                         "Demo Tower");
-    const lns::AppDevice device(plugin::ResolveObject(plugin::kAppDeviceType, plugin::SplitObjectPath(kDevice),
-                                                      opened.network(), opened.system())
+    const director::OpenedNetwork opened(
+        lns::ObjectServer(windows::com::CreateObject("LnsSimulator.LcaObjectServer")), "Demo Tower");
+    const lns::AppDevice device(plugin::ResolveObject(plugin::kAppDeviceType,
+                                                      plugin::SplitObjectPath(kDevice), opened.network(),
+                                                      opened.system())
                                     .reference());
     const auto found = device.Interface().NetworkVariables().Item(variable);
     found.SetFormatType("RAW_HEX_PACKED");
@@ -181,7 +184,8 @@ class PlugInUser : public testing::Test {
     std::string written;
     for (std::string line; std::getline(lines, line);) {
       const std::size_t value = line.find(" Value=");
-      if (value != std::string::npos) written += line.substr(0, value).substr(line.rfind('/', value) + 1) + " ";
+      if (value != std::string::npos)
+        written += line.substr(0, value).substr(line.rfind('/', value) + 1) + " ";
     }
     return written;
   }

@@ -2,20 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include "registry/registry.h"
 #include "windows/system/object_server_source.h"
 #include "windows/system/registry.h"
-#include "registry/registry.h"
 
 namespace {
 
-TEST(Program, KnowsItsFileAndHasNoForeignResources) {
+TEST(Program, KnowsItsFile) {
   const windows::WindowsProgram program;
   EXPECT_EQ(program.ExecutableName(), "windows_system_tests");
-  EXPECT_NE(program.Directory().find(':'), std::string::npos);
   EXPECT_NE(program.Directory().back(), '\\');
-  EXPECT_EQ(program.StringResource(101), "");
-  EXPECT_EQ(program.FileVersion().major, 0) << "a program without a version resource";
-  EXPECT_NE(program.TimeOfDay(), "");
+  EXPECT_EQ(program.StringResource(101) + std::to_string(program.FileVersion().major), "0")
+      << "it has no resources";
 }
 
 TEST(ObjectServerSource, TheMachineNamesTheObjectServer) {

@@ -21,7 +21,8 @@ Raw ReadRaw(const wchar_t* value) {
   Raw raw;
   DWORD size = 0;
   HKEY key = nullptr;
-  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, KEY_READ | KEY_WOW64_32KEY, &key) != ERROR_SUCCESS) return raw;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, KEY_READ | KEY_WOW64_32KEY, &key) != ERROR_SUCCESS)
+    return raw;
   RegQueryValueExW(key, value, nullptr, &raw.type, nullptr, &size);
   raw.data.resize(size);
   RegQueryValueExW(key, value, nullptr, &raw.type, raw.data.data(), &size);
@@ -40,7 +41,8 @@ TEST(Registry, StoresTheCharactersWithoutATerminatingNul) {
   settings.SetMachineSetting("SOFTWARE\\QM5R Registry Test", "LcaVersion", "3.0");
   const Raw raw = ReadRaw(L"LcaVersion");
   EXPECT_EQ(raw.type, static_cast<DWORD>(REG_SZ));
-  EXPECT_EQ(raw.data, (std::vector<BYTE>{'3', 0, '.', 0, '0', 0})) << "three characters, as the system keeps them";
+  EXPECT_EQ(raw.data, (std::vector<BYTE>{'3', 0, '.', 0, '0', 0}))
+      << "three characters, as the system keeps them";
   EXPECT_TRUE(settings.DeleteMachineKey("SOFTWARE\\QM5R Registry Test"));
 }
 
