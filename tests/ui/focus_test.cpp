@@ -2,148 +2,96 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <stdexcept>
 
-#include "support/fake_desktop.h"
+#include "headless/desktop.h"
 
 namespace {
 
-/// Three fields that write down what they are told.
+/// Three fields that write down what they are told. One event may set off an action.
 class Window : public ui::Form {
  public:
-  explicit Window(ui::Desktop& screen) : Form(screen, "window", ui::BorderStyle::Sizable) {
+  Window(ui::Desktop& screen, std::string event, std::string action)
+      : Form(screen, "window", ui::BorderStyle::Sizable),
+        event_(std::move(event)),
+        action_(std::move(action)) {
     for (ui::TextField* field : {&a, &b, &c}) {
       const std::string name = field->name();
-      field->on_got_focus = [this, name] { journal += " got " + name; };
-      field->on_lost_focus = [this, name] { journal += " lost " + name; };
-      field->on_validate = [this, name] { journal += " check " + name; };
+      field->on_got_focus = [this, name] { Tell("got " + name); };
+      field->on_lost_focus = [this, name] { Tell("lost " + name); };
+      field->on_validate = [this, name] { Tell("check " + name); };
     }
   }
+
+  /// "a": the user goes there; "=a": the focus arrives there; "?a": the user's move does not come off.
+  void Act(const std::string& action) {
+    ui::TextField& field = action.back() == 'a' ? a : action.back() == 'b' ? b : c;
+    if (action == "stop") return focus.Stop();
+    if (action == "fail") throw std::runtime_error("rule");
+    if (action[0] == '=') return focus.Arrived(field);
+    focus.LeaveFor(field, [&] {
+      if (action[0] != '?') focus.Arrived(field);
+    });
+  }
+
+  std::string journal, prepared;
   ui::TextField a{"a"}, b{"b"}, c{"c"};
-  std::string journal;
+  ui::FocusTracker focus{*this, [this](ui::Control& control) { prepared = control.name(); }};
+
+ private:
+  void Tell(const std::string& event) {
+    journal += (journal.empty() ? "" : ", ") + event;
+    if (event == event_) Act(action_);
+  }
+  std::string event_, action_;
 };
 
 struct FocusCase {
   const char* name;
-  void (*prepare)(Window&, ui::FocusTracker&);
-  void (*act)(Window&, ui::FocusTracker&);
+  const char* moves;
+  const char* event;
+  const char* action;
   const char* journal;
   const char* active;
 };
 
-/// The user presses Tab or clicks.
-void Go(ui::FocusTracker& focus, ui::Control& target) {
-  focus.LeaveFor(target, [&] { focus.Arrived(target); });
-}
-
 const FocusCase kCases[] = {
-    {"first focus", [](Window&, ui::FocusTracker&) {}, [](Window& w, ui::FocusTracker& f) { Go(f, w.a); },
-     " got a", "a"},
-    {"the user moves", [](Window&, ui::FocusTracker&) {},
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       Go(f, w.b);
-     },
-     " got a check a lost a got b", "b"},
-    {"the program moves", [](Window&, ui::FocusTracker&) {},
-     [](Window& w, ui::FocusTracker& f) {
-       f.Arrived(w.a);
-       f.Arrived(w.b);
-     },
-     " got a check a lost a got b", "b"},
-    {"back from another window", [](Window&, ui::FocusTracker&) {},
-     [](Window& w, ui::FocusTracker& f) {
-       f.Arrived(w.a);
-       f.Arrived(w.a);
-     },
-     " got a", "a"},
-    {"a message in the check gives the focus back in between",
-     [](Window& w, ui::FocusTracker& f) {
-       w.a.on_validate = [&] {
-         w.journal += " message";
-         f.Arrived(w.a);
-       };
-     },
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       Go(f, w.b);
-     },
-     " got a message lost a got b", "b"},
-    {"a rule moves the focus: the field between hears nothing",
-     [](Window& w, ui::FocusTracker& f) {
-       w.a.on_lost_focus = [&] {
-         w.journal += " rule";
-         f.Arrived(w.c);
-         w.journal += " ends";
-       };
-     },
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       Go(f, w.b);
-     },
-     " got a check a rule ends got c", "c"},
-    {"a rule moves the focus back to its field",
-     [](Window& w, ui::FocusTracker& f) { w.a.on_lost_focus = [&] { f.Arrived(w.a); }; },
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       Go(f, w.b);
-     },
-     " got a check a got a", "a"},
-    {"rules of two fields follow each other",
-     [](Window& w, ui::FocusTracker& f) {
-       w.b.on_got_focus = [&] {
-         w.journal += " got b";
-         f.Arrived(w.c);
-       };
-     },
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       Go(f, w.b);
-     },
-     " got a check a lost a got b check b lost b got c", "c"},
-    {"the move does not come off: checked again next time", [](Window&, ui::FocusTracker&) {},
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       f.LeaveFor(w.b, [] {});
-       Go(f, w.b);
-     },
-     " got a check a check a lost a got b", "b"},
-    {"the window closes in a handler",
-     [](Window& w, ui::FocusTracker& f) { w.a.on_validate = [&] { f.Stop(); }; },
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       f.LeaveFor(w.b, [&] { w.journal += " moved"; });
-       f.Arrived(w.b);
-     },
-     " got a", "a"},
-    {"a failing rule is not run twice",
-     [](Window& w, ui::FocusTracker&) {
-       w.a.on_lost_focus = [&] {
-         w.journal += " fail";
-         throw std::runtime_error("rule");
-       };
-     },
-     [](Window& w, ui::FocusTracker& f) {
-       Go(f, w.a);
-       EXPECT_THROW(Go(f, w.b), std::runtime_error);
-       f.Arrived(w.c);
-     },
-     " got a check a fail got c", "c"},
+    {"first focus", "a", "", "", "got a", "a"},
+    {"the user moves", "a b", "", "", "got a, check a, lost a, got b", "b"},
+    {"the program moves", "=a =b", "", "", "got a, check a, lost a, got b", "b"},
+    {"back from another window", "=a =a", "", "", "got a", "a"},
+    {"a message in the check returns the focus meanwhile", "a b", "check a", "=a",
+     "got a, check a, lost a, got b", "b"},
+    {"a check sends the program's move back", "=a =b", "check a", "=a", "got a, check a", "a"},
+    {"a rule moves on: the field between hears nothing", "a b", "lost a", "=c",
+     "got a, check a, lost a, got c", "c"},
+    {"a rule moves back to its field", "a b", "lost a", "=a", "got a, check a, lost a, got a", "a"},
+    {"rules follow each other", "a b", "got b", "=c", "got a, check a, lost a, got b, check b, lost b, got c",
+     "c"},
+    {"a move that does not come off", "a ?b b", "", "", "got a, check a, check a, lost a, got b", "b"},
+    {"the window closes in a check", "a b =c", "check a", "stop", "got a, check a", "a"},
+    {"the window closes in a rule", "a b =c", "lost a", "stop", "got a, check a, lost a", "a"},
+    {"a failing rule is not run twice", "a b =c", "lost a", "fail", "got a, check a, lost a, got c", "c"},
 };
 
 TEST(FocusTracker, TellsTheControlsInOrder) {
   for (const FocusCase& each : kCases) {
     SCOPED_TRACE(each.name);
-    FakeDesktop desktop;
-    Window window(desktop);
-    std::string prepared;
-    ui::FocusTracker focus(window, [&](ui::Control& control) { prepared += control.name(); });
-    each.prepare(window, focus);
-    each.act(window, focus);
+    headless::Desktop desktop;
+    Window window(desktop, each.event, each.action);
+    std::istringstream moves(each.moves);
+    for (std::string move; moves >> move;) {
+      try {
+        window.Act(move);
+      } catch (const std::runtime_error&) {
+        EXPECT_STREQ(each.action, "fail");
+      }
+    }
     EXPECT_EQ(window.journal, each.journal);
     ASSERT_TRUE(window.ActiveControl());
     EXPECT_EQ(window.ActiveControl()->name(), each.active);
-    EXPECT_EQ(prepared.back(), each.active[0]);
+    EXPECT_EQ(window.prepared, each.active);
   }
 }
 

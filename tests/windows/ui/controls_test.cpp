@@ -15,12 +15,15 @@ class Controls : public WindowsUiTest {
   HWND List() const { return Children(WindowOf(form), L"SysListView32").at(0); }
   std::wstring Cell(int row, int column) const {
     wchar_t text[128] = L"";
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = 128;
-    SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    ListView_GetItemText(List(), row, column, text, 128);
     return text;
+  }
+  int Image(int row) const {
+    LVITEMW item{};
+    item.mask = LVIF_IMAGE;
+    item.iItem = row;
+    ListView_GetItem(List(), &item);
+    return item.iImage;
   }
   /// The combo box whose first item is this one.
   HWND Combo(const std::wstring& first) const {
@@ -30,10 +33,8 @@ class Controls : public WindowsUiTest {
   }
   static std::wstring Item(HWND combo, LRESULT index) {
     wchar_t text[64] = L"";
-    return SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text)) ==
-                   CB_ERR
-               ? L""
-               : text;
+    SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text));
+    return text;
   }
   static std::wstring Chosen(HWND combo) { return Item(combo, SendMessageW(combo, CB_GETCURSEL, 0, 0)); }
 
@@ -49,20 +50,9 @@ TEST_F(Controls, ListShowsWhatIsAppended) {
   EXPECT_EQ(ListView_GetItemCount(List()), 501);
   EXPECT_EQ(Cell(7, 2), L"7");
   EXPECT_EQ(Cell(500, 1), L"Write");
-  const int top = ListView_GetTopIndex(List());
-  EXPECT_GE(top + ListView_GetCountPerPage(List()), 501);
-  EXPECT_GT(top, 0);
+  EXPECT_GE(ListView_GetTopIndex(List()) + ListView_GetCountPerPage(List()), 501);
   EXPECT_GT(width(2), ListView_GetStringWidth(List(), L"A result that is wider than its heading \u00BAC"));
-
-  LVITEMW item{};
-  item.mask = LVIF_IMAGE;
-  item.iItem = 500;
-  Tell(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-  const int red = item.iImage;
-  item.iItem = 499;
-  Tell(List(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-  EXPECT_NE(item.iImage, red);
-
+  EXPECT_NE(Image(499), Image(500));
   form.log.Clear();
   EXPECT_EQ(ListView_GetItemCount(List()), 0);
   form.log.Append({ui::ListView::Icon::Green, {"10:00:02", "An action wider than all before", "again"}});
@@ -74,18 +64,13 @@ TEST_F(Controls, ChoiceListKeepsATextThatIsNoItem) {
   ui::ChoiceList& list = *form.screen.cbNvi(11);
   const HWND combo = Combo(L"TWO_PIPE");
   ASSERT_TRUE(combo);
-  struct Step {
-    const char* set;
-    const wchar_t* shown;
-    LRESULT items;
-  };
-  const Step steps[] = {{"FOUR_PIPE", L"FOUR_PIPE", 2}, {"6", L"6", 3}, {"7 \u00BA", L"7 \u00BA", 3},
-                        {"TWO_PIPE", L"TWO_PIPE", 2},   {"", L"", 2},   {"SIX_PIPE", L"SIX_PIPE", 3}};
-  for (const Step& step : steps) {
-    list.SetText(step.set);
-    EXPECT_EQ(Chosen(combo), step.shown);
-    EXPECT_EQ(Tell(combo, CB_GETCOUNT), step.items) << step.set;
-    EXPECT_EQ(list.Text(), step.set);
+  const std::pair<const char*, LRESULT> texts[] = {{"FOUR_PIPE", 2}, {"6", 3}, {"7 \u00BA", 3},
+                                                   {"TWO_PIPE", 2},  {"", 2},  {"SIX_PIPE", 3}};
+  for (const auto& [text, items] : texts) {
+    list.SetText(text);
+    EXPECT_EQ(Chosen(combo), windows::ToWide(text));
+    EXPECT_EQ(Tell(combo, CB_GETCOUNT), items) << text;
+    EXPECT_EQ(list.Text(), text);
   }
   // Opened and closed without a choice the text is still there.
   int opened = 0;
@@ -103,25 +88,20 @@ TEST_F(Controls, ChoiceListTakesArrowsAndNeitherLettersNorTheWheel) {
   form.Show();
   form.screen.tabData.Select(2);
   list.SetText("REM_NSB");
-  struct Step {
-    const char* name;
-    UINT message;
-    WPARAM wparam;
-    const char* text;
-  };
-  const Step steps[] = {{"letter", WM_CHAR, 'W', "REM_NSB"},
-                        {"wheel", WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), "REM_NSB"},
-                        {"down", WM_KEYDOWN, VK_DOWN, "MOTION_NO"},
-                        {"end", WM_KEYDOWN, VK_END, "WINDOW"},
-                        {"home", WM_KEYDOWN, VK_HOME, "NONE"}};
+  const std::tuple<UINT, WPARAM, const char*> steps[] = {
+      {WM_CHAR, 'W', "REM_NSB"},
+      {WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), "REM_NSB"},
+      {WM_KEYDOWN, VK_DOWN, "MOTION_NO"},
+      {WM_KEYDOWN, VK_END, "WINDOW"},
+      {WM_KEYDOWN, VK_HOME, "NONE"}};
   int keys = 0;
   list.on_key_down = [&](int, int) {
     ++keys;
     return false;
   };
-  for (const Step& step : steps) {
-    Tell(combo, step.message, step.wparam);
-    EXPECT_EQ(list.Text(), step.text) << step.name;
+  for (const auto& [message, wparam, text] : steps) {
+    Tell(combo, message, wparam);
+    EXPECT_EQ(list.Text(), text);
   }
   EXPECT_EQ(keys, 3);
   list.SetLocked(true);
@@ -143,26 +123,19 @@ TEST_F(Controls, TextFieldPutsEveryEntryThroughItsFilter) {
   field.SetText("21");
   EXPECT_EQ(changes, 0);  // the program's own change is no entry
 
-  const auto put_on_clipboard = [&](const wchar_t* text) {
-    ASSERT_TRUE(OpenClipboard(WindowOf(form)));
-    EmptyClipboard();
-    const std::size_t bytes = (wcslen(text) + 1) * sizeof(wchar_t);
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    memcpy(GlobalLock(memory), text, bytes);
-    GlobalUnlock(memory);
-    SetClipboardData(CF_UNICODETEXT, memory);
-    CloseClipboard();
+  const auto copy = [&](const char* text) {
+    form.screen.txtNvi(1)->SetText(text);
+    const HWND source = Child(WindowOf(form), windows::ToWide(text));
+    ASSERT_EQ(ClassOf(source), L"Edit");
+    Tell(source, EM_SETSEL, 0, -1);
+    Tell(source, WM_COPY);
   };
   const auto type = [&](wchar_t character) { Tell(edit, WM_CHAR, static_cast<WPARAM>(character)); };
   Tell(edit, EM_SETSEL, 0, -1);
-  type(L'4');
-  type(L'x');
-  type(L'5');
-  EXPECT_EQ(field.Text(), "45");
-  type(VK_BACK);
+  for (const wchar_t character : {L'4', L'x', L'5', wchar_t{VK_BACK}}) type(character);
   EXPECT_EQ(field.Text(), "4");
-  EXPECT_EQ(asked, std::string("4x5\b"));
-  put_on_clipboard(L"1x2\r\n3");
+  EXPECT_EQ(asked, "4x5\b");
+  copy("1x2\t3");
   Tell(edit, WM_PASTE);
   EXPECT_EQ(field.Text(), "4123");
   EXPECT_EQ(changes, 4);
@@ -172,7 +145,7 @@ TEST_F(Controls, TextFieldPutsEveryEntryThroughItsFilter) {
   EXPECT_EQ(asked, "");
 
   field.SetLocked(true);
-  put_on_clipboard(L"8");
+  copy("8");
   type(L'9');
   Tell(edit, WM_PASTE);
   EXPECT_EQ(field.Text(), "4123");
@@ -184,8 +157,7 @@ TEST_F(Controls, OptionButtonsExcludeEachOther) {
   const HWND metric = Child(WindowOf(form), L"&Metric"), imperial = Child(WindowOf(form), L"&Imperial");
   form.metric.SetSelected(true);
   Tell(imperial, BM_CLICK);
-  EXPECT_FALSE(form.metric.Selected());
-  EXPECT_TRUE(form.imperial.Selected());
+  EXPECT_TRUE(form.imperial.Selected() && !form.metric.Selected());
   EXPECT_EQ(Tell(metric, BM_GETCHECK), BST_UNCHECKED);
   form.metric.SetSelected(true);
   EXPECT_EQ(Tell(imperial, BM_GETCHECK), BST_UNCHECKED);

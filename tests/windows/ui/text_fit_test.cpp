@@ -19,106 +19,86 @@ LONG TextWidth(HWND window, const std::wstring& text, UINT format = 0) {
   return box.right;
 }
 
-RECT ClientOf(HWND window) {
+RECT ClientOnScreen(HWND window) {
   RECT client;
   GetClientRect(window, &client);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
   return client;
 }
 
-class TextFit : public WindowsUiTest, public testing::WithParamInterface<int> {
- protected:
-  TextFit() : WindowsUiTest(GetParam()) {}
-
-  void ExpectInsideParent(HWND window) {
-    const RECT place = ScreenPlace(window);
-    RECT room = ClientOf(GetParent(window));
-    MapWindowPoints(GetParent(window), nullptr, reinterpret_cast<POINT*>(&room), 2);
-    EXPECT_TRUE(place.left >= room.left && place.top >= room.top && place.right <= room.right &&
-                place.bottom <= room.bottom)
-        << Describe(window);
-  }
-  void ExpectFits(HWND window, const std::wstring& text, LONG room, UINT format = 0) {
-    ++measured;
-    EXPECT_LE(TextWidth(window, text, format), room) << windows::ToUtf8(text) << " in " << Describe(window);
-  }
-  static std::string Describe(HWND window) {
-    return windows::ToUtf8(ClassOf(window) + L" \"" + TextOf(window) + L"\"");
-  }
-  HWND GetParent(HWND window) const { return ::GetParent(window); }
-  static int GetParam() { return testing::WithParamInterface<int>::GetParam(); }
-
-  void MeasureCombo(HWND combo) {
-    COMBOBOXINFO info{};
-    info.cbSize = sizeof info;
-    ASSERT_TRUE(GetComboBoxInfo(combo, &info));
-    const auto count = static_cast<WPARAM>(SendMessageW(combo, CB_GETCOUNT, 0, 0));
-    for (WPARAM item = 0; item < count; ++item) {
-      wchar_t text[64];
-      SendMessageW(combo, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text));
-      ExpectFits(combo, text, info.rcItem.right - info.rcItem.left - 3);
-    }
-  }
-  void MeasureTabs(HWND tabs) {
-    for (int item = 0; item < TabCtrl_GetItemCount(tabs); ++item) {
-      wchar_t text[64];
-      TCITEMW caption{};
-      caption.mask = TCIF_TEXT;
-      caption.pszText = text;
-      caption.cchTextMax = 64;
-      SendMessageW(tabs, TCM_GETITEMW, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&caption));
-      RECT place;
-      SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&place));
-      ExpectFits(tabs, text, place.right - place.left - 8);
-      EXPECT_LE(place.right, ClientOf(tabs).right);
-    }
-  }
-  void Measure(HWND window) {
-    const std::wstring kind = ClassOf(window);
-    const LONG width = ClientOf(window).right;
-    if (kind == L"Static") {
-      const bool prefix = !(GetWindowLongW(window, GWL_STYLE) & SS_NOPREFIX);
-      ExpectFits(window, TextOf(window), width, prefix ? 0 : DT_NOPREFIX);
-    } else if (kind == L"Button") {
-      const auto style = GetWindowLongW(window, GWL_STYLE) & BS_TYPEMASK;
-      const bool mark = style == BS_RADIOBUTTON || style == BS_CHECKBOX;
-      ExpectFits(window, TextOf(window), width - (mark ? MulDiv(18, GetParam(), 96) : 6));
-    } else if (kind == L"Edit") {
-      ExpectFits(window, L"-100.55", width - 4);
-    } else if (kind == L"ComboBox") {
-      MeasureCombo(window);
-    } else if (kind == L"SysTabControl32") {
-      MeasureTabs(window);
-    }
-  }
-
-  int measured = 0;
+/// A text of a control and the width it has there.
+struct Text {
+  std::wstring text;
+  LONG room;
+  UINT format = 0;
 };
 
-TEST_P(TextFit, NothingIsCutOnTheConfigurationScreen) {
-  ScreenForm form(desktop);
-  form.Load();
-  for (const auto& label : form.screen.txtTempUnits()) label->SetText("\u00BAC");
-  for (const HWND child : Children(WindowOf(form))) {
+std::vector<Text> TextsOf(HWND window, int dpi) {
+  const std::wstring kind = ClassOf(window);
+  const RECT client = ClientOnScreen(window);
+  const LONG width = client.right - client.left, style = GetWindowLongW(window, GWL_STYLE);
+  if (kind == L"Static") return {{TextOf(window), width, style & SS_NOPREFIX ? DT_NOPREFIX : 0u}};
+  if (kind == L"Edit") return {{L"-100.55", width - 4}};
+  if (kind == L"Button") {
+    const LONG type = style & BS_TYPEMASK;
+    return {
+        {TextOf(window), width - (type == BS_RADIOBUTTON || type == BS_CHECKBOX ? MulDiv(18, dpi, 96) : 6)}};
+  }
+  std::vector<Text> texts;
+  wchar_t text[64];
+  if (kind == L"ComboBox") {
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    EXPECT_TRUE(GetComboBoxInfo(window, &info));
+    for (WPARAM item = 0; SendMessageW(window, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text)) != CB_ERR;
+         ++item)
+      texts.push_back({text, info.rcItem.right - info.rcItem.left - 3});
+  } else if (kind == L"SysTabControl32") {
+    TCITEMW caption{};
+    caption.mask = TCIF_TEXT;
+    caption.pszText = text;
+    caption.cchTextMax = 64;
+    for (WPARAM item = 0; SendMessageW(window, TCM_GETITEMW, item, reinterpret_cast<LPARAM>(&caption));
+         ++item) {
+      RECT place;
+      SendMessageW(window, TCM_GETITEMRECT, item, reinterpret_cast<LPARAM>(&place));
+      texts.push_back({text, std::min(place.right, width) - place.left - 8});
+    }
+  }
+  return texts;
+}
+
+void ExpectNothingIsCut(HWND window, int dpi) {
+  int measured = 0;
+  for (const HWND child : WindowsUiTest::Children(window)) {
     const bool shown = (GetWindowLongW(child, GWL_STYLE) & WS_VISIBLE) || ClassOf(child) == L"FormSurface";
     if (!shown || ClassOf(child) == L"SysHeader32") continue;
-    ExpectInsideParent(child);
-    Measure(child);
+    SCOPED_TRACE(windows::ToUtf8(ClassOf(child) + L" " + TextOf(child)));
+    const RECT place = ScreenPlace(child), room = ClientOnScreen(GetParent(child));
+    EXPECT_TRUE(place.left >= room.left && place.right <= room.right);
+    EXPECT_TRUE(place.top >= room.top && place.bottom <= room.bottom);
+    for (const Text& text : TextsOf(child, dpi)) {
+      EXPECT_LE(TextWidth(child, text.text, text.format), text.room) << windows::ToUtf8(text.text);
+      ++measured;
+    }
   }
   EXPECT_GT(measured, 150);  // all of the screen has been looked at
 }
 
-TEST_P(TextFit, TextGrowsWithTheResolution) {
-  const auto width_at = [](ui::Desktop& at) {
-    ScreenForm form(at);
+TEST(TextFit, TheConfigurationScreenShowsItsTextsInFullAndInTheirSize) {
+  LONG usual = 0;
+  for (const int dpi : {96, 120, 144, 192}) {
+    SCOPED_TRACE(dpi);
+    windows::WindowsDesktop desktop({dpi});
+    ScreenForm form(desktop);
     form.Load();
-    return TextWidth(Child(FindWindowW(L"FormSurface", L"Screen under test"), L"&Apply"),
-                     L"Heating cooling minimum");
-  };
-  windows::WindowsDesktop usual({96});
-  const double growth = static_cast<double>(width_at(desktop)) / static_cast<double>(width_at(usual));
-  EXPECT_NEAR(growth, GetParam() / 96.0, 0.15);
+    for (const auto& label : form.screen.txtTempUnits()) label->SetText("\u00BAC");
+    const HWND window = FindWindowW(L"FormSurface", L"Screen under test");
+    ExpectNothingIsCut(window, dpi);
+    const LONG width = TextWidth(WindowsUiTest::Child(window, L"&Apply"), L"Heating cooling minimum");
+    if (usual == 0) usual = width;
+    EXPECT_NEAR(static_cast<double>(width) / static_cast<double>(usual), dpi / 96.0, 0.15);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Resolutions, TextFit, testing::Values(96, 120, 144, 192));
 
 }  // namespace

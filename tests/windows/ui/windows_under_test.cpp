@@ -39,11 +39,7 @@ bool WindowsUiTest::Until(const std::function<bool()>& condition) {
 }
 
 HWND WindowsUiTest::WindowOf(const ui::Form& form) const {
-  std::vector<HWND> all;
-  EnumThreadWindows(GetCurrentThreadId(), AddWindow, reinterpret_cast<LPARAM>(&all));
-  for (const HWND window : all)
-    if (ClassOf(window) == L"FormSurface" && TextOf(window) == windows::ToWide(form.Caption())) return window;
-  return nullptr;
+  return FindWindowW(L"FormSurface", windows::ToWide(form.Caption()).c_str());
 }
 
 std::vector<HWND> WindowsUiTest::Children(HWND parent, const std::wstring& window_class) {
@@ -67,26 +63,16 @@ bool WindowsUiTest::Activate(ui::Form& form) {
 }
 
 void WindowsUiTest::Press(std::vector<WORD> keys) {
-  std::vector<INPUT> inputs;
-  const auto add = [&](WORD key, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = flags;
-    inputs.push_back(input);
-  };
-  for (const WORD key : keys) add(key, 0);
-  for (auto key = keys.rbegin(); key != keys.rend(); ++key) add(*key, KEYEVENTF_KEYUP);
+  std::vector<INPUT> inputs(2 * keys.size());
+  for (std::size_t i = 0; i < keys.size(); ++i)
+    for (INPUT* input : {&inputs[i], &inputs[inputs.size() - 1 - i]}) {
+      input->type = INPUT_KEYBOARD;
+      input->ki.wVk = keys[i];
+      input->ki.wScan = static_cast<WORD>(MapVirtualKeyW(keys[i], MAPVK_VK_TO_VSC));
+      input->ki.dwFlags = input == &inputs[i] ? 0 : KEYEVENTF_KEYUP;
+    }
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
   Settle();
-}
-
-void WindowsUiTest::Type(const std::string& text) {
-  for (const char character : text) {
-    const SHORT key = VkKeyScanW(static_cast<wchar_t>(character));
-    Press(HIBYTE(key) & 1 ? std::vector<WORD>{VK_SHIFT, LOBYTE(key)} : std::vector<WORD>{LOBYTE(key)});
-  }
 }
 
 void WindowsUiTest::Click(HWND window) {

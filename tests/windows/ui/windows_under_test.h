@@ -56,7 +56,6 @@ class WindowsUiTest : public testing::Test {
   bool Activate(ui::Form& form);
   /// Presses keys together, the last one first let go.
   void Press(std::vector<WORD> keys);
-  void Type(const std::string& text);
   void Click(HWND window);
 
   std::vector<std::string> failures;
