@@ -8,8 +8,8 @@
 #include <map>
 #include <utility>
 
-#include "support/fake_desktop.h"
-#include "support/fake_machine.h"
+#include "headless/desktop.h"
+#include "headless/machine.h"
 
 namespace {
 
@@ -27,8 +27,8 @@ TEST(Log, ErrorsAreSplitAtLineBreaks) {
                         {"\r\nresult", "", "result"},
                         {"unix\nbreak", "", ""},
                         {"", "", ""}};
-  FakeDesktop desktop;
-  FakeProgram program;
+  headless::Desktop desktop;
+  headless::BuiltInProgram program{{1, 2, 3}};
   activity::fLog log(desktop, program);
   for (const Case& c : cases) {
     log.LogError(c.message);
@@ -42,8 +42,8 @@ TEST(Log, ErrorsAreSplitAtLineBreaks) {
 }
 
 TEST(Log, PopsUpOnErrorsOnlyWhenAsked) {
-  FakeDesktop desktop;
-  FakeProgram program;
+  headless::Desktop desktop;
+  headless::BuiltInProgram program{{1, 2, 3}};
   activity::fLog log(desktop, program);
   log.LogError("a\r\nb");
   EXPECT_FALSE(log.Visible());
@@ -69,8 +69,8 @@ struct SavedLog {
     std::ifstream file(*desktop.save_path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
-  FakeDesktop desktop;
-  FakeProgram program;
+  headless::Desktop desktop;
+  headless::BuiltInProgram program{{1, 2, 3}};
   activity::fLog log;
 };
 

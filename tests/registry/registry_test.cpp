@@ -1,18 +1,18 @@
 #include <gtest/gtest.h>
 
 #include "registry_contract.h"
-#include "support/fake_machine.h"
+#include "headless/machine.h"
 
 namespace {
 
 TEST(Registry, Contract) {
-  FakeRegistry fake;
+  headless::MemoryRegistry fake;
   RegistryContract(fake).Run();
   EXPECT_TRUE(fake.user.contains("SOFTWARE\\LonWorks\\LCA\\Applets\\QM5R Contract\\Section"));
 }
 
 TEST(Registry, RefusedWritesRaise) {
-  FakeRegistry fake;
+  headless::MemoryRegistry fake;
   registry::CRegistry settings(fake, "name");
   fake.refuse_writes = true;
   for (const auto& write : {std::function<void()>([&] { settings.SetMachineSetting("SOFTWARE\\A", "v", "x"); }),
@@ -27,7 +27,7 @@ TEST(Registry, RefusedWritesRaise) {
 }
 
 TEST(Registry, ASubkeyThatCannotBeDeletedEndsTheDeletion) {
-  FakeRegistry fake;
+  headless::MemoryRegistry fake;
   registry::CRegistry settings(fake, "name");
   for (const char* key : {"SOFTWARE\\K\\A", "SOFTWARE\\K\\B\\C", "SOFTWARE\\K\\D"}) settings.SetMachineSetting(key, "", "x");
   fake.undeletable = "SOFTWARE\\K\\B\\C";

@@ -2,7 +2,7 @@
 
 #include "startup/command_line.h"
 #include "startup/identity.h"
-#include "support/fake_machine.h"
+#include "headless/machine.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ TEST(CommandLine, IsComparedAsAWhole) {
 }
 
 TEST(Identity, ComesFromTheExecutable) {
-  const startup::Identity identity = startup::LoadIdentity(FakeProgram());
+  const startup::Identity identity = startup::LoadIdentity(headless::BuiltInProgram({1, 2, 3}));
   EXPECT_EQ(identity.PlugInProgID, "QM5RFcPirConfigure.LNSPlugInAPI");
   EXPECT_EQ(identity.PlugInVersion, "1.2.3");
   EXPECT_EQ(identity.PlugInDescription, "Configure the Korvell QM5R-FC PIR series LonTalk\u00AE thermostat");

@@ -8,43 +8,30 @@
 using platform::CallKind;
 using platform::Value;
 
+namespace {
+
+std::shared_ptr<simulator::Simulation> Network(const std::string& network_file) {
+  const auto without_waiting = [](std::chrono::milliseconds) {};
+  return network_file.empty() ? simulator::Simulation::FromFile(QM5R_DEMO_NETWORK, without_waiting)
+                              : simulator::Simulation::FromText(network_file, without_waiting);
+}
+
+}  // namespace
+
 World::World(const std::string& network_file)
-    : registry(machine, "Korvell QM5R-FC PIR Configure"),
-      identity(startup::LoadIdentity(program)),
-      progress(desktop, program, identity.PlugInName),
-      log(desktop, program),
-      simulation(network_file.empty()
-                     ? simulator::Simulation::FromFile(QM5R_DEMO_NETWORK, [](std::chrono::milliseconds) {})
-                     : simulator::Simulation::FromText(network_file, [](std::chrono::milliseconds) {})),
-      surroundings{desktop,
-                   program,
-                   registry,
-                   identity,
-                   session,
-                   progress,
-                   log,
-                   [this]() -> platform::LateBoundPtr {
-                     if (object_server_missing) throw platform::Error(429, "test", "can't create object");
-                     ++object_servers_made;
-                     return simulation->CreateObjectServer();
-                   }},
-      main(surroundings),
-      lonworks_folder(std::filesystem::temp_directory_path() / ("qm5r-" + std::to_string(getpid()))) {
+    : PlugIn(Network(network_file), {1, 2, 3}),
+      // The portable file system takes the backslashes of the folder's resource as part of a name.
+      lonworks_folder_(std::filesystem::temp_directory_path() / ("qm5r-" + std::to_string(getpid()))) {
   simulation->installation().auto_save = false;
-  // The portable file system takes the backslashes of the folder's resource as part of a name.
-  const auto types = lonworks_folder.string() + "\\Types\\User\\Korvell";
+  const auto types = lonworks_folder_.string() + "\\Types\\User\\Korvell";
   std::filesystem::create_directories(types);
   std::ofstream(types + "/QM5R.typ");
   std::ofstream(types + "/QM5R.fmt");
-  registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", lonworks_folder.string());
+  registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", lonworks_folder_.string());
   registry.SetMachineSetting(identity.PlugInKey(), "DisplayUnits", "0");
 }
 
-World::~World() { std::filesystem::remove_all(lonworks_folder.string() + "\\Types\\User\\Korvell"); }
-
-std::shared_ptr<plugin::LNSPlugInAPI> World::CreateApi() {
-  return std::make_shared<plugin::LNSPlugInAPI>(surroundings, main);
-}
+World::~World() { std::filesystem::remove_all(lonworks_folder_.string() + "\\Types\\User\\Korvell"); }
 
 Value World::Get(platform::LateBound& api, std::string_view property) {
   return api.Invoke({property}, CallKind::Get, {});

@@ -3,20 +3,16 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "plugin/api.h"
-#include "simulator/simulation.h"
-#include "support/fake_desktop.h"
-#include "support/fake_machine.h"
+#include "headless/plug_in.h"
 
-/// The plug-in on a simulated network, without COM and without a screen: what a director sees of it, and what
-/// stands behind it. The demo network is the one that ships.
-class World {
+/// The plug-in on a simulated network, by default the demo network that ships, with the device's resource
+/// files in place and Celsius chosen.
+class World : public headless::PlugIn {
  public:
   explicit World(const std::string& network_file = {});
   ~World();
-
-  std::shared_ptr<plugin::LNSPlugInAPI> CreateApi();
 
   /// Calls a member as a director does, by name.
   static platform::Value Get(platform::LateBound& api, std::string_view property);
@@ -32,20 +28,8 @@ class World {
   std::string Shown(model::ControlRef control) const { return main.screen.Find(control)->Text(); }
   std::vector<std::string> MessageTexts() const;
 
-  FakeDesktop desktop;
-  FakeProgram program;
-  FakeRegistry machine;
-  registry::CRegistry registry;
-  startup::Identity identity;
-  plugin::Session session;
-  ui::Progress progress;
-  activity::fLog log;
-  std::shared_ptr<simulator::Simulation> simulation;
-  int object_servers_made = 0;
-  bool object_server_missing = false;
-  plugin::Surroundings surroundings;
-  plugin::fMain main;
-  std::filesystem::path lonworks_folder;
+ private:
+  std::filesystem::path lonworks_folder_;
 };
 
 inline constexpr const char* kFirstThermostat = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";

@@ -9,8 +9,10 @@
 #include "ui/desktop.h"
 #include "ui/form.h"
 
+namespace headless {
+
 /// A screen without pixels: it answers message boxes from a script and keeps a journal of what was shown.
-class FakeDesktop : public ui::Desktop {
+class Desktop : public ui::Desktop {
  public:
   struct Shown {
     ui::Message message;
@@ -87,3 +89,5 @@ class FakeDesktop : public ui::Desktop {
   Area WorkArea() const override { return {0, 0, 1280 * 15, 1024 * 15}; }
   void EndProgram() override { ended = true; }
 };
+
+}  // namespace headless

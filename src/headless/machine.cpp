@@ -1,16 +1,17 @@
-#include "support/fake_machine.h"
+#include "headless/machine.h"
 
+namespace headless {
 namespace {
 
-bool HasSubkeys(const std::map<std::string, FakeRegistry::Key>& keys, const std::string& path) {
+bool HasSubkeys(const std::map<std::string, MemoryRegistry::Key>& keys, const std::string& path) {
   const auto next = keys.lower_bound(path + "\\");
   return next != keys.end() && next->first.starts_with(path + "\\");
 }
 
-class FakeKey : public platform::RegistryKey {
+class MemoryKey : public platform::RegistryKey {
  public:
-  FakeKey(FakeRegistry& registry, platform::Registry::Hive hive,
-          std::map<std::string, FakeRegistry::Key>& keys, std::string path)
+  MemoryKey(MemoryRegistry& registry, platform::Registry::Hive hive,
+            std::map<std::string, MemoryRegistry::Key>& keys, std::string path)
       : registry_(registry), hive_(hive), keys_(keys), path_(std::move(path)) {}
 
   std::optional<std::string> ReadText(const std::string& name) const override {
@@ -34,36 +35,34 @@ class FakeKey : public platform::RegistryKey {
   bool DeleteSubkey(const std::string& name) override { return registry_.Delete(hive_, path_ + "\\" + name); }
 
  private:
-  FakeRegistry& registry_;
+  MemoryRegistry& registry_;
   platform::Registry::Hive hive_;
-  std::map<std::string, FakeRegistry::Key>& keys_;
+  std::map<std::string, MemoryRegistry::Key>& keys_;
   std::string path_;
 };
 
 }  // namespace
 
-std::unique_ptr<platform::RegistryKey> FakeRegistry::Open(Hive hive, const std::string& path, Access) {
+std::unique_ptr<platform::RegistryKey> MemoryRegistry::Open(Hive hive, const std::string& path, Access) {
   if (!Of(hive).contains(path)) return nullptr;
-  return std::make_unique<FakeKey>(*this, hive, Of(hive), path);
+  return std::make_unique<MemoryKey>(*this, hive, Of(hive), path);
 }
 
-std::unique_ptr<platform::RegistryKey> FakeRegistry::Create(Hive hive, const std::string& path) {
+std::unique_ptr<platform::RegistryKey> MemoryRegistry::Create(Hive hive, const std::string& path) {
   if (refuse_writes) return nullptr;
   for (std::size_t end = path.find('\\');; end = path.find('\\', end + 1)) {
     Of(hive)[path.substr(0, end)];
     if (end == std::string::npos) break;
   }
-  return std::make_unique<FakeKey>(*this, hive, Of(hive), path);
+  return std::make_unique<MemoryKey>(*this, hive, Of(hive), path);
 }
 
-bool FakeRegistry::Delete(Hive hive, const std::string& path) {
+bool MemoryRegistry::Delete(Hive hive, const std::string& path) {
   if (path == undeletable || HasSubkeys(Of(hive), path)) return false;
   return Of(hive).erase(path) == 1;
 }
 
-std::string FakeProgram::StringResource(int number) const {
-  if (const auto changed = changed_strings.find(number); changed != changed_strings.end())
-    return changed->second;
+std::string BuiltInProgram::StringResource(int number) const {
   switch (number) {
 #define STRING(resource, text) \
   case resource:               \
@@ -74,3 +73,5 @@ std::string FakeProgram::StringResource(int number) const {
       return {};
   }
 }
+
+}  // namespace headless

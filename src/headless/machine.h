@@ -8,15 +8,17 @@
 #include "platform/program.h"
 #include "platform/registry.h"
 
+namespace headless {
+
 /// A registry in memory. Paths are compared as they stand.
-class FakeRegistry : public platform::Registry {
+class MemoryRegistry : public platform::Registry {
  public:
   struct Key {
     std::map<std::string, std::string> texts;
-    std::map<std::string, int> numbers;  // values of another type
   };
   std::map<std::string, Key> machine;  // by full path; a key exists with all its parents
   std::map<std::string, Key> user;
+  /// What an access policy would do: refuse all writes, refuse to delete one key.
   bool refuse_writes = false;
   std::string undeletable;
 
@@ -29,12 +31,21 @@ class FakeRegistry : public platform::Registry {
 };
 
 /// The executable with its real string table.
-class FakeProgram : public platform::Program {
+class BuiltInProgram : public platform::Program {
  public:
-  std::map<int, std::string> changed_strings;
+  explicit BuiltInProgram(Version version) : version_(version) {}
+
+  /// What the clock shows.
+  std::string time_of_day = "12:34:56";
+
   std::string StringResource(int number) const override;
-  Version FileVersion() const override { return {1, 2, 3}; }
+  Version FileVersion() const override { return version_; }
   std::string Directory() const override { return "C:\\Plug-in"; }
   std::string ExecutableName() const override { return "QM5RFcPirConfigure"; }
-  std::string TimeOfDay() const override { return "12:34:56"; }
+  std::string TimeOfDay() const override { return time_of_day; }
+
+ private:
+  Version version_;
 };
+
+}  // namespace headless

@@ -1,0 +1,31 @@
+#include "headless/plug_in.h"
+
+#include <utility>
+
+namespace headless {
+
+PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version)
+    : program(version),
+      identity(startup::LoadIdentity(program)),
+      registry(machine, identity.PlugInName),
+      progress(desktop, program, identity.PlugInName),
+      log(desktop, program),
+      simulation(std::move(network)),
+      surroundings{desktop,
+                   program,
+                   registry,
+                   identity,
+                   session,
+                   progress,
+                   log,
+                   [this]() -> platform::LateBoundPtr {
+                     if (object_server_missing) throw platform::Error(429, "Headless", "Can't create object");
+                     return simulation->CreateObjectServer();
+                   }},
+      main(surroundings) {}
+
+std::shared_ptr<plugin::LNSPlugInAPI> PlugIn::CreateApi() {
+  return std::make_shared<plugin::LNSPlugInAPI>(surroundings, main);
+}
+
+}  // namespace headless

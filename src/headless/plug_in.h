@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "headless/desktop.h"
+#include "headless/machine.h"
+#include "plugin/api.h"
+#include "simulator/simulation.h"
+
+namespace headless {
+
+/// The whole plug-in on a simulated network, without COM, registry and screen. It behaves as the real program
+/// does: the same forms, session and automation object, driven by the same calls. For looking at a network
+/// file without Windows, and for the tests.
+class PlugIn {
+ public:
+  PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version);
+
+  /// What a director gets when it creates the plug-in's class.
+  std::shared_ptr<plugin::LNSPlugInAPI> CreateApi();
+
+  Desktop desktop;
+  BuiltInProgram program;
+  MemoryRegistry machine;
+  startup::Identity identity;
+  registry::CRegistry registry;
+  plugin::Session session;
+  ui::Progress progress;
+  activity::fLog log;
+  std::shared_ptr<simulator::Simulation> simulation;
+  /// No object server can be had.
+  bool object_server_missing = false;
+  plugin::Surroundings surroundings;
+  plugin::fMain main;
+};
+
+}  // namespace headless

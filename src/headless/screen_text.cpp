@@ -1,0 +1,67 @@
+#include "headless/screen_text.h"
+
+#include <algorithm>
+#include <ostream>
+#include <string>
+
+#include "model/screen_layout.h"
+#include "plugin/display_settings.h"
+
+namespace headless {
+namespace {
+
+std::string WithoutAccelerator(std::string_view caption) {
+  std::string text(caption);
+  std::erase(text, '&');
+  return text;
+}
+
+std::string UnitOf(const model::FieldPlace& field, int display_units) {
+  switch (field.unit) {
+    case model::UnitLabel::Temperature:
+      return "\t" + plugin::TemperatureUnit(display_units);
+    case model::UnitLabel::Percent:
+      return "\t%";
+    case model::UnitLabel::Seconds:
+      return "\tSec";
+    case model::UnitLabel::None:
+      break;
+  }
+  return {};
+}
+
+void PrintFrame(const PlugIn& plug_in, const model::FramePlace& frame, std::ostream& out) {
+  const std::string indent = frame.inside.empty() ? "  " : "    ";
+  out << indent << '[' << WithoutAccelerator(frame.caption) << "]\n";
+  for (const model::FieldPlace& field : frame.fields) {
+    out << indent << "  ";
+    if (!field.label.empty()) out << field.label << '\t';
+    out << plug_in.main.screen.Find(field.control)->Text() << UnitOf(field, plug_in.session.DisplayUnits)
+        << '\n';
+  }
+}
+
+void PrintPages(const PlugIn& plug_in, std::ostream& out) {
+  for (int page = 0; page < static_cast<int>(model::kPageCaptions.size()); ++page) {
+    if (page == model::kContactPage) continue;
+    out << "page\t" << WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(page)]) << '\n';
+    for (const model::FramePlace& frame : model::Frames())
+      if (frame.page == page) PrintFrame(plug_in, frame, out);
+  }
+}
+
+}  // namespace
+
+void PrintScreen(const PlugIn& plug_in, std::ostream& out) {
+  for (const Desktop::Shown& shown : plug_in.desktop.messages)
+    out << "message\t" << shown.message.text << '\n';
+  out << "heading\t" << plug_in.main.lblDeviceTemplate.Text() << "\nmodel\t"
+      << plug_in.main.screen.lbModel.Text() << '\t' << plug_in.main.screen.lbHvacType.Text() << '\n';
+  PrintPages(plug_in, out);
+  for (const std::string& panel : plug_in.main.StatusBar.Panels()) out << "status\t" << panel << '\n';
+  for (const ui::ListView::Row& row : plug_in.log.lstActivity.Rows())
+    out << (row.icon == ui::ListView::Icon::Red ? "error\t" : "done\t") << row.cells[1] << '\t'
+        << row.cells[2] << '\n';
+}
+
+}  // namespace headless
