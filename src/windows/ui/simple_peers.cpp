@@ -106,7 +106,8 @@ void FramePeer::Paint(HDC dc) const {
 }
 
 void FramePeer::PaintLine(HDC dc, const RECT& area) const {
-  const OwnedPen pen(CreatePen(PS_SOLID, look().Scaled(1), Between(backdrop(), COLOR_BTNTEXT, 22)));
+  const OwnedPen pen(
+      CreatePen(PS_SOLID, std::max(1, look().dpi() / 96), Between(backdrop(), COLOR_BTNTEXT, 22)));
   const Selected in_pen(dc, pen.get());
   const Selected in_brush(dc, GetStockObject(NULL_BRUSH));
   const int middle = look().TextHeight() / 2;  // of the caption, and in line with it where there is none
