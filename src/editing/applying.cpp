@@ -28,11 +28,12 @@ bool IsEditable(const ui::Control& control) {
 /// An output variable is never written; its field keeps its mark.
 bool IsWritable(const CNvCtrlTable& binding) { return binding.Typee == "CP" || binding.Typee == "NVI"; }
 
+/// While the message is shown another device may take the screen; its field is not touched.
 void ClampTo(const Passes& passes, const CNvCtrlTable& binding, const char* which, const std::string& limit) {
   passes.desktop.ShowMessage({binding.Description + " out of range\r\n\r\nThe " + which +
                                   " allowed value is: " + limit + "\r\n\r\nThe value has been adjusted",
                               startup::kProgramTitle});
-  binding.TheControl->SetText(limit);
+  if (!passes.device->dropped) binding.TheControl->SetText(limit);
 }
 
 /// Brings the field's number between the limits. Limits of 0 and 0 are none.
@@ -42,7 +43,8 @@ void Clamp(const Passes& passes, const CNvCtrlTable& binding, int units) {
   if (highest == "0" && lowest == "0") return;
   const auto number = [&binding] { return text::LeadingNumber(binding.TheControl->Text()); };
   if (number() > text::LeadingNumber(highest)) ClampTo(passes, binding, "maximum", highest);
-  if (number() < text::LeadingNumber(lowest)) ClampTo(passes, binding, "minimum", lowest);
+  if (!passes.device->dropped && number() < text::LeadingNumber(lowest))
+    ClampTo(passes, binding, "minimum", lowest);
 }
 
 /// Only a text equal to the limit's text is stored inside it: "32.0" is not "32".
@@ -64,6 +66,7 @@ Collected Collect(const Passes& passes, int units) {
       continue;
     const bool is_list = control->kind() == Kind::ChoiceList;
     if (!is_list) Clamp(passes, binding, units);
+    if (passes.device->dropped) break;
     binding.SetValue(is_list ? control->Text() : ValueToStore(binding, units));
     collected.emplace_back(control, control->Text());
   }
@@ -102,7 +105,7 @@ void Apply(const Passes& passes, PendingEdits& pending, int display_units) {
     ReportFailure(passes, "Applying the changes", error.description());
     return;
   }
-  const bool written = PropagateChanges(passes);
+  const bool written = !passes.device->dropped && PropagateChanges(passes);
   if (passes.device->dropped) return;
   const bool nothing_left = UnmarkWritten(passes, collected);
   if (written && nothing_left) pending.Lower();

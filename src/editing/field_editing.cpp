@@ -81,8 +81,11 @@ bool FieldEditing::KeyPress(int index, ui::TextField& field, char32_t character)
 }
 
 void FieldEditing::Validate(ui::TextField& field) {
-  if (text::IsNumeric(field.Text())) return;
+  const std::string refused = field.Text();
+  if (text::IsNumeric(refused)) return;
   desktop_.ShowMessage({"Value must be numerical", "Invalid value", ui::Icon::Exclamation});
+  // Another device may have taken the screen while the message was shown.
+  if (field.Text() != refused) return;
   field.SetText(field.Tag());
   PendingEdits::Unmark(field);
 }

@@ -56,17 +56,17 @@ void fMain::ReadAndShow() {
 void fMain::SwitchUnits(std::int16_t units) {
   Session& session = with_.session;
   if (units == session.DisplayUnits) return;
+  const editing::Passes now = passes();
   if (pending_.Raised()) {
     const ui::Answer answer =
         desktop().ShowMessage({"This action will discard all changes\r\n\r\nProceed and lose all changes ?",
                                "Warning", ui::Icon::Exclamation, ui::Buttons::OkCancel});
-    if (answer != ui::Answer::Ok) return;
+    if (answer != ui::Answer::Ok || now.device->dropped) return;
   }
-  editing::Cancel(passes(), pending_);
+  editing::Cancel(now, pending_);
   const std::int16_t former = session.DisplayUnits;
   session.DisplayUnits = units;
   ShowUnits();
-  const editing::Passes now = passes();
   if (editing::ReadAllPoints(now, units)) {
     complete_read_ = true;
     editing::ShowAllValues(now);

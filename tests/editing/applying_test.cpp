@@ -173,6 +173,26 @@ TEST(Apply, AnEditMadeMeanwhileIsKept) {
   EXPECT_EQ(opened.Writes().back(), "nciMinOutTm=7");
 }
 
+TEST(Apply, ACommandThatComesInWhileAMessageIsShownTakesTheScreen) {
+  // The message of a clamp, of a refused entry, of the question before a switch of units.
+  for (int message = 0; message < 3; ++message) {
+    Opened opened;
+    if (message == 0) opened.user.Enter(18, "99");
+    if (message == 1) opened.user.Type(0, "1:30");
+    if (message == 2) opened.user.Enter(0, "20");
+    opened.world.desktop.on_message = [&](const ui::Message&) {
+      World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+    };
+    if (message == 0) opened.Apply();
+    if (message == 1) opened.user.GoTo(opened.user.List(0));
+    if (message == 2) opened.world.main.obUnits[1].UserClicks();
+    EXPECT_EQ(opened.user.Field(0).Text() + " " + opened.user.Field(18).Text(), "20.5 18") << message;
+    EXPECT_FALSE(User::IsMarked(opened.user.Field(0)) || User::IsMarked(opened.user.Field(18)));
+    EXPECT_TRUE(opened.Writes().empty());
+    EXPECT_EQ(opened.world.main.obUnits[0].Selected(), true);
+  }
+}
+
 TEST(Apply, OpeningEveryListAndApplyingChangesNoByte) {
   for (const char* units : {"0", "1"}) {
     Opened opened(units);
