@@ -48,11 +48,7 @@ TEST_F(EditingRoad, AnEntryThatIsNoNumberIsRefused) {
   Click(Fields().at(kUnoccupiedHeat));
   Type("1:30");
   Key(VK_TAB);
-  const HWND box = Box(L"Invalid value");
-  ASSERT_TRUE(box);
-  EXPECT_EQ(BoxText(box), "Value must be numerical");
-  EXPECT_EQ(BoxButtons(box), "<OK>");
-  Press(box, IDOK);
+  ExpectBox(L"Invalid value", "Value must be numerical", "<OK>", IDOK);
   EXPECT_EQ(Text(kUnoccupiedHeat), before);
   Key(VK_MENU, 'C');
   EXPECT_EQ(Written(), "");
@@ -99,6 +95,31 @@ TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
   Key(VK_MENU, 'A');
   EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
   EXPECT_EQ(Raw("nciSetPts").substr(4, 4), "0A28");
+}
+
+TEST_F(EditingRoad, EveryQuestionAndMessageReadsAsItShould) {
+  Click(Fields().at(kStandbyHeat));
+  Type("99");
+  Key(VK_MENU, 'A');
+  ExpectBox(kTitle,
+            "Occupied standby setpoint out of range\r\n\r\nThe maximum allowed value is: 32\r\n\r\nThe value "
+            "has been adjusted",
+            "<OK>", IDOK);
+  Click(Fields().at(kCoolMin));
+  Type("29");
+  Key(VK_TAB);
+  const std::string limit = "Heating maximum limit was not respected.\r\n\r\nAdjustment where made";
+  ExpectBox(kTitle, limit, "<OK>", IDOK);
+  ExpectBox(kTitle, limit, "<OK>", IDOK);
+  Key(VK_MENU, 'I');
+  ExpectBox(L"Warning", "This action will discard all changes\r\n\r\nProceed and lose all changes ?",
+            "<OK><Cancel>", IDCANCEL);
+  EXPECT_EQ(Text(kOccupiedCool), "29") << "the edits stay";
+  Key(VK_MENU, 'E');
+  ExpectBox(kCaption, "Are you sure that you want to exit?", "<Yes><No>", IDNO);
+  Key(VK_MENU, 'C');
+  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Cancel"); }));
+  EXPECT_NE(Text(kOccupiedCool), "29");
 }
 
 }  // namespace

@@ -164,6 +164,14 @@ class PlugInUser : public testing::Test {
     Settle();
   }
 
+  void ExpectBox(const wchar_t* caption, const std::string& text, const std::string& buttons, WORD answer) {
+    const HWND box = Box(caption);
+    ASSERT_TRUE(box) << text;
+    EXPECT_EQ(BoxText(box), text);
+    EXPECT_EQ(BoxButtons(box), buttons);
+    Press(box, answer);
+  }
+
   std::string Raw(const std::string& variable) const {
     const director::OpenedNetwork opened(
         lns::ObjectServer(windows::com::CreateObject("LnsSimulator.LcaObjectServer")), "Demo Tower");
