@@ -83,6 +83,8 @@ LRESULT ListViewPeer::Notify(NMHDR& header) {
   if (item.mask & LVIF_IMAGE) item.iImage = shown.icon == ui::ListView::Icon::Green ? 0 : 1;
   if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
     answered_[column] = column < shown.cells.size() ? ToWide(shown.cells[column]) : std::wstring();
+    // The list would draw a box for a tab, which separates the bytes of a raw value.
+    std::ranges::replace(answered_[column], L'\t', L' ');
     item.pszText = answered_[column].data();
   }
   return 0;
