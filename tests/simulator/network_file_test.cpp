@@ -1,9 +1,6 @@
 #include "simulator/network_file.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <map>
 #include <nlohmann/json.hpp>
 
 #include "simulator/client.h"
@@ -11,36 +8,11 @@
 
 namespace {
 
-using simulator::ReadInstallation;
-
-const char kBase[] = R"({
-  "interfaces": [{"name": "L1"}, {"name": "L2"}],
-  "networks": [
-    {
-      "name": "T",
-      "system": {
-        "interface": "L1",
-        "templates": [
-          {"name": "QM", "programId": "8000D3550004041D"},
-          {"name": "SW", "programId": "9FFFFF0000000401",
-           "variables": [{"name": "v", "format": "INT", "value": "00"}]}
-        ],
-        "subsystems": [
-          {"name": "F", "devices": [
-            {"name": "A", "template": "QM",
-             "state": 4,
-             "values": {"nciHvacType": "02"}},
-            {"name": "B", "template": "SW", "handle": 7}
-          ]}
-        ]
-      }
-    }
-  ]
-})";
+using namespace client;
 
 std::string ErrorOf(const std::string& text) {
   try {
-    ReadInstallation(text, "n.json");
+    simulator::ReadInstallation(text, "n.json");
   } catch (const simulator::FileError& error) {
     return error.what();
   }
@@ -54,111 +26,68 @@ std::string Quoted(std::string text) {
 }
 
 TEST(NetworkFile, ErrorsNameLineAndField) {
-  // "S", "T" and "D" at the beginning of a field stand for the system, its second template and its devices.
-  const std::map<char, std::string> places = {{'S', "networks[0].system"},
-                                              {'T', "networks[0].system.templates[1]"},
-                                              {'D', "networks[0].system.subsystems[0].devices"}};
+  const std::string bytes = "expected 1 to 31 bytes, two hexadecimal digits each";
   const struct {
-    const char* from;
-    const char* to;
-    const char* line;
-    const char* field;
-    const char* reason;
+    std::string from, to, line, error;
   } cases[] = {
-      {"4,\n", "'4',\n", "16", "D[0].state", "expected a whole number"},
-      {"4,\n", "4.5,\n", "16", "D[0].state", "expected a whole number"},
-      {"4,\n", "256,\n", "16", "D[0].state", "expected a whole number from 0 to 255"},
-      {"4,\n", "99999999999999999999,\n", "16", "D[0].state", "expected a whole number"},
-      {"4,\n", "4, 'state': 4,\n", "16", "", "the key 'state' is given twice"},
-      {"{'nciHvacType': '02'}", "5\n", "17", "D[0].values",
-       "expected an object"},  // its line ends the number
-      {"'state'", "'State'", "16", "D[0].State", "unknown key"},
-      {"'02'", "'0'", "17", "D[0].values.nciHvacType", "expected 1 to 31 bytes, two hexadecimal digits each"},
-      {"'02'", "'0G'", "17", "D[0].values.nciHvacType",
-       "expected 1 to 31 bytes, two hexadecimal digits each"},
-      {"'02'", "'0202'", "17", "D[0].values.nciHvacType", "expected 1 bytes, found 2"},
-      {"'02'", "2", "17", "D[0].values.nciHvacType", "expected a text"},
-      {"nciHvacType", "nciX", "17", "D[0].values.nciX", "the template has no variable 'nciX'"},
-      {"'state': 4", "'missing': ['nciX']", "16", "D[0].missing", "the template has no variable 'nciX'"},
-      {"'state': 4", "'refuses': ['v', 'v']", "16", "D[0].refuses[1]", "'v' is listed twice"},
-      {"'state': 4", "'powered': 1", "16", "D[0].powered", "expected true or false"},
-      {"'state': 4", "'neuronId': '00'", "16", "D[0].neuronId", "expected 12 hexadecimal digits"},
-      {"'state': 4", "'lonMarkObjects': [{'name': 'X', 'mode': 7}]", "16", "D[0].lonMarkObjects[0].mode",
-       "expected a whole number from 0 to 6"},
-      {"'state': 4", "'handle': 7", "18", "D[1].handle", "is already taken"},
-      {"'B'", "'A'", "18", "D[1].name", "'A' is already taken"},
-      {"'B'", "''", "18", "D[1].name", "must not be empty"},
-      {"'B'", "'a/b'", "18", "D[1].name", "must not contain any of the characters /"},
-      {"'template': 'SW'", "'template': 'XX'", "18", "D[1].template", "unknown template 'XX'"},
-      {", 'template': 'SW'", "", "18", "D[1].template", "is required"},
-      {"'F'", "'ALL'", "14", "S.subsystems[0].name", "'ALL' is always there and cannot be listed"},
-      {"'F'", "'F.1'", "14", "S.subsystems[0].name", "must not contain any of the characters /."},
-      {"'SW', 'pro", "'QM', 'pro", "10", "T.name", "'QM' is already taken"},
-      {"9FFFFF0000000401", "9FFF", "10", "T.programId", "expected 16 hexadecimal digits"},
-      {"'INT'", "'LONG'", "11", "T.variables[0].format", "unknown format 'LONG'"},
-      {"'00'", "''", "11", "T.variables[0].value", "expected 1 to 31 bytes, two hexadecimal digits each"},
-      {"'00'", "'0000000000'", "11", "T.variables[0].value", "5 bytes do not fit the format INT"},
-      {", 'value': '00'", "", "11", "T.variables[0].value", "is required"},
-      {"'interface': 'L1'", "'interface': 'L9'", "7", "S.interface", "unknown interface 'L9'"},
-      {"'T',", "'T', 'remoteInterfaces': [\n'L2', 5],", "6", "networks[0].remoteInterfaces[1]",
-       "expected a text"},
-      {"'name': 'T',", "", "4", "networks[0].name", "is required"},
-      {"{'name': 'L2'}", "5", "2", "interfaces[1]", "expected an object"},
-      {"[{'name': 'L1'}, {'name': 'L2'}]", "{}", "2", "interfaces", "expected a list"},
-      {"'networks'", "'latency': {'reed': 5}, 'networks'", "3", "latency.reed", "unknown key"},
-      {"'networks'", "'faults': [{'vanish': true, 'code': 5}], 'networks'", "3", "faults[0].code",
-       "goes with no 'vanish'"},
-      {"'networks'", "'faults': [{'item': 'x'}], 'networks'", "3", "faults[0].code", "is required"},
-      {"'networks'", "'nets'", "1", "networks", "is required"},
+      {"12,", "256,", "15", "state: expected a whole number from 0 to 255"},
+      {"12,", "99999999999999999999,", "15", "state: expected a whole number"},
+      {"12,", "4, 'state': 4,", "15", "the key 'state' is given twice"},
+      {"'state'", "'X'", "15", "networks[0].system.subsystems[0].subsystems[0].devices[0].X: unknown key"},
+      {"'state': 12,", "\n'values': 5\n,", "16", "values: expected an object"},  // ends its line
+      {"'state': 12", "'values': {'nciMajVer': '0'}", "15", "values.nciMajVer: " + bytes},
+      {"'state': 12", "'values': {'nciMajVer': '0202'}", "15", "values.nciMajVer: expected 1 bytes, found 2"},
+      {"'state': 12", "'values': {'nciMajVer': 2}", "15", "values.nciMajVer: expected a text"},
+      {"'state': 12", "'values': {'X': '02'}", "15", "values.X: the template has no variable 'X'"},
+      {"nciMinVer", "X", "15", "missing: the template has no variable 'X'"},
+      {"['nciGenOpts']", "['nciMinVer', 'nciMinVer']", "16", "refuses[1]: 'nciMinVer' is listed twice"},
+      {"'state': 12", "'powered': 1", "15", "powered: expected true or false"},
+      {"'state': 12", "'neuronId': '00'", "15", "neuronId: expected 12 hexadecimal digits"},
+      {"'state': 12", "'handle': 1", "15", "handle: is already taken"},
+      {"'mode': 3", "'mode': 7", "17", "lonMarkObjects[0].mode: expected a whole number from 0 to 6"},
+      {"'name': 'C'", "'name': ''", "15", "name: must not be empty"},
+      {"'name': 'C'", "'name': 'a/b'", "15", "name: must not contain any of the characters /"},
+      {"'C', 'template': 'QM [demo]'", "'C', 'template': 'XX'", "15", "template: unknown template 'XX'"},
+      {"'C', 'template': 'QM [demo]'", "'C'", "15", "template: is required"},
+      {"'name': 'B'", "'name': 'A'", "13", "subsystems[0].devices[1].name: 'A' is already taken"},
+      {"'F'", "'ALL'", "11", "subsystems[0].name: 'ALL' is always there and cannot be listed"},
+      {"'F'", "'F.1'", "11", "subsystems[0].name: must not contain any of the characters /."},
+      {"'Switch'", "'QM [demo]'", "8", "name: 'QM [demo]' is already taken"},
+      {"9FFFFF0000000401", "9FFF", "8", "programId: expected 16 hexadecimal digits"},
+      {"'RAW'", "'LONG'", "10", "variables[1].format: unknown format 'LONG'"},
+      {"'0102030405'", "''", "10", "variables[1].value: " + bytes},
+      {"'RAW'", "'INT'", "10", "variables[1].value: 5 bytes do not fit the format INT"},
+      {", 'value': '0102030405'", "", "10", "variables[1].value: is required"},
+      {"'interface': 'L1'", "'interface': 'L9'", "5", "interface: unknown interface 'L9'"},
+      {"'R1', 'Busy']", "\n'R1', 5]", "5", "networks[0].remoteInterfaces[1]: expected a text"},
+      {"{'name': 'L2'}", "5", "2", "interfaces[1]: expected an object"},
+      {"'interfaces'", "'componentApps': {}, 'interfaces'", "2", "componentApps: expected a list"},
+      {"'networks'", "'latency': {'reed': 5}, 'networks'", "3", "latency.reed: unknown key"},
+      {"'networks'", "'faults': [{'vanish': true, 'code': 5}], 'networks'", "3",
+       "code: goes with no 'vanish'"},
+      {"'networks'", "'faults': [{'item': 'x'}], 'networks'", "3", "faults[0].code: is required"},
+      {"'networks'", "'nets'", "1", "networks: is required"},
   };
-  ASSERT_EQ(ErrorOf(kBase), "");
   for (const auto& c : cases) {
-    std::string field = c.field;
-    const auto place = field.empty() ? places.end() : places.find(field[0]);
-    if (place != places.end()) field.replace(0, 1, place->second);
-    if (!field.empty()) field += ": ";
-    EXPECT_EQ(ErrorOf(client::Replaced(kBase, Quoted(c.from), Quoted(c.to))),
-              "n.json:" + std::string(c.line) + ": " + field + Quoted(c.reason));
+    const std::string error = ErrorOf(Replaced(kWorld, Quoted(c.from), Quoted(c.to)));
+    EXPECT_TRUE(error.starts_with("n.json:" + c.line + ": ") && error.ends_with(Quoted(c.error))) << error;
   }
 }
 
 TEST(NetworkFile, BrokenJsonGivesLineAndColumn) {
-  const struct {
-    std::string text;
-    const char* start;
-  } cases[] = {
-      {"", "n.json:1:1: not valid JSON"},
-      {"{\n  \"a\": tru\n}", "n.json:2:11: not valid JSON"},
-      {"{\n\"a\": 1,\n}", "n.json:3:1: not valid JSON"},
-      {"{} x", "n.json:1:4: not valid JSON"},
-      {"{\"a\": \"\xFF\"}", "n.json:1:8: not valid JSON"},
-      {"[]", "n.json:1: expected an object"},
-      {std::string(100000, '['), "n.json:1: nested too deeply"},
+  const std::pair<std::string, std::string> cases[] = {
+      {"", "n.json:1:1: not valid JSON"},     {"{\n  \"a\": tru\n}", "n.json:2:11: not valid JSON"},
+      {"{} x", "n.json:1:4: not valid JSON"}, {"{\"a\": \"\xFF\"}", "n.json:1:8: not valid JSON"},
+      {"[]", "n.json:1: expected an object"}, {std::string(100000, '['), "n.json:1: nested too deeply"},
   };
-  for (const auto& c : cases) EXPECT_EQ(ErrorOf(c.text).substr(0, std::string(c.start).size()), c.start);
-  const std::string whole = kBase;
-  for (std::size_t length = 0; length < whole.size(); ++length)
-    EXPECT_NE(ErrorOf(whole.substr(0, length)), "") << length;
-}
-
-TEST(NetworkFile, SmallFileIsCompletedByDefaults) {
-  auto installation = ReadInstallation(kBase, "n.json");
-  const auto& system = installation.networks[0].system;
-  EXPECT_EQ(system.name, "T");
-  EXPECT_EQ(system.discovery_interval, 180);
-  EXPECT_EQ(system.templates[0].variables.size(), 10u);
-  const auto& a = system.subsystems[0].devices[0];
-  EXPECT_EQ(a.handle, 1);
-  EXPECT_EQ(a.neuron_id, "00DE00000001");
-  EXPECT_EQ(a.program_id, "8000D3550004041D");
-  EXPECT_EQ(a.objects.size(), 2u);
-  EXPECT_TRUE(system.subsystems[0].devices[1].objects.empty());
+  for (const auto& [text, start] : cases) EXPECT_EQ(ErrorOf(text).substr(0, start.size()), start);
+  for (std::string text = kWorld; text.pop_back(), !text.empty();)
+    EXPECT_NE(ErrorOf(text), "") << text.size();
 }
 
 TEST(NetworkFile, EveryKeySurvivesSaving) {
   const char* full = R"({
-    "autoSave": false,
-    "interfaces": [{"name": "L1", "inUse": true}],
+    "autoSave": false, "interfaces": [{"name": "L1", "inUse": true}],
     "componentApps": [{"name": "Register", "server": "S.S", "classId": 0, "commandId": 50, "defaultApp": true,
                        "description": "D", "manufacturerId": "211", "version": "1.0"}],
     "networks": [{"name": "T", "local": false, "internet": true, "remoteInterfaces": ["L1"], "system": {
@@ -168,23 +97,47 @@ TEST(NetworkFile, EveryKeySurvivesSaving) {
       "templates": [{"name": "P", "programId": "9000000000000001", "xifPath": "p.xif",
         "variables": [{"name": "v", "format": "INT", "direction": "output", "value": "0A"}],
         "lonMarkObjects": [{"name": "O", "programmaticName": "Obj", "index": 4, "typeIndex": 3, "mode": 2,
-                            "modeLocked": true, "variables": ["v"],
-                            "componentApps": [{"name": "y", "server": "", "classId": 28}]}],
+          "modeLocked": true, "variables": ["v"],
+          "componentApps": [{"name": "y", "server": "", "classId": 28}]}],
         "componentApps": [{"name": "z", "server": "", "classId": 7}]},
         {"name": "Bare", "programId": "9000000000000002", "variables": [], "lonMarkObjects": []}],
-      "subsystems": [{"name": "F",
-        "devices": [{"name": "A", "template": "P", "handle": 9, "neuronId": "0123456789AB",
-          "programId": "9000000000000003", "state": 6, "attachment": 2, "commissioned": false, "commissionStatus": 2,
-          "configurationState": 1, "powered": false, "testResult": 3, "values": {"v": "FF"}, "missing": ["v"],
-          "refuses": ["v"], "lonMarkObjects": []}],
-        "subsystems": [{"name": "G"}]}],
+      "subsystems": [{"name": "F", "subsystems": [{"name": "G"}], "devices": [{"name": "A", "template": "P",
+        "handle": 9, "neuronId": "0123456789AB", "programId": "9000000000000003", "state": 6, "attachment": 2,
+        "commissioned": false, "commissionStatus": 2, "configurationState": 1, "powered": false,
+        "testResult": 3, "values": {"v": "FF"}, "missing": ["v"], "refuses": ["v"], "lonMarkObjects": []}]}],
       "discovered": [{"name": "N", "template": "P", "handle": 10, "neuronId": "0123456789AC"}]}}],
     "latency": {"any": 1, "read": 2, "write": 3, "open": 4, "test": 5},
-    "faults": [{"device": "A", "item": "v", "operation": "read", "occurrence": 2, "code": 18200}, {"vanish": true}]
+    "faults": [{"vanish": true},
+               {"device": "A", "item": "v", "operation": "read", "occurrence": 2, "code": 18200}]
   })";
-  const std::string saved = simulator::WriteInstallation(ReadInstallation(full, "n.json"));
+  const std::string saved = simulator::WriteInstallation(simulator::ReadInstallation(full, "n.json"));
   EXPECT_EQ(nlohmann::json::parse(saved), nlohmann::json::parse(full));
-  EXPECT_EQ(simulator::WriteInstallation(ReadInstallation(saved, "n.json")), saved);
+}
+
+TEST(Demo, ShowsAThermostatInEveryState) {
+  const std::string file = Contents(DEMO_NETWORK);
+  EXPECT_EQ(simulator::WriteInstallation(simulator::ReadInstallation(file, "demo")), file)
+      << "the file is in the form in which it is saved";
+  World world(file);
+  const LateBoundPtr root = world.simulation->CreateObjectServer();
+  // With its state, attachment status, whether it was commissioned, its test, and the code of its readings.
+  const std::tuple<std::string, std::string, const char*, int> cases[] = {
+      {"Tower", "101", "4 0 True 0 ", 0},     {"Tower", "102", "4 0 True 0 ", 0},
+      {"Tower", "110", "4 1 True 1 ", 18200}, {"Tower", "111", "2 0 False 0 ", 0},
+      {"Tower", "201", "12 0 True 0 ", 0},    {"Tower", "202", "2 0 True 0 ", 0},
+      {"Tower", "203", "4 0 True 1 ", 18200}, {"Annex", "A1", "4 0 True 0 ", 0},
+      {"Annex", "A3", "6 0 True 0 ", 0},
+  };
+  for (const auto& [place, name, expected, code] : cases) {
+    const std::string network = "Networks(Demo " + place + ")", system = network + ".Systems(1)";
+    Play(root, {"Open", network + ".Open", system + ".Open"});
+    const LateBoundPtr device = Reach(root, system + ".Subsystems(ALL).AppDevices(Thermostat " + name + ")");
+    std::string found;
+    for (const char* member : {"State", "AttachmentStatus", "HasBeenCommissioned", "Test"})
+      found += Text(device, member) + " ";
+    EXPECT_EQ(found, expected) << name;
+    EXPECT_EQ(CodeOf(device, "Interface.NetworkVariables(nciSetPts).Value"), code) << name;
+  }
 }
 
 }  // namespace
