@@ -25,29 +25,24 @@ Value FindItem(SampleItems& self, Arguments arguments) {
   throw platform::Error(platform::kBadIndex, "Sample", "No such item.");
 }
 
-Value CountItems(SampleItems& self, Arguments) { return static_cast<std::int32_t>(self.items.size()); }
-Value Echo(Sample&, Arguments arguments) { return arguments[0]; }
-Value Fire(Sample& self, Arguments arguments) {
-  return self.Fire(ToInteger(arguments[0]), arguments.subspan(1));
-}
-Value MakeItems(Sample&, Arguments) { return std::make_shared<SampleItems>(); }
-Value ProcessId(Sample&, Arguments) { return static_cast<std::int32_t>(GetCurrentProcessId()); }
-Value Die(Sample&, Arguments) { ExitProcess(0); }
-
 }  // namespace
 
 std::span<const automation::MemberRow<Sample>> Sample::Members() {
-  static constexpr auto get_value = [](Sample& self, Arguments) { return self.value_; };
-  static constexpr auto put_value = [](Sample& self, const Value& value) { self.value_ = value; };
-  static const std::array<automation::MemberRow<Sample>, 7> rows{{
-      {.number = 1, .name = "Value", .get = get_value, .put = put_value},
-      {.number = 2, .name = "Echo", .method = Echo, .least = 1},
-      {.number = 3, .name = "Items", .get = MakeItems},
-      {.number = 4, .name = "Throw", .method = Throw, .least = 1, .most = 2},
-      {.number = 5, .name = "Fire", .method = ::Fire, .least = 1, .most = 4},
-      {.number = 6, .name = "ProcessId", .get = ProcessId},
-      {.number = 7, .name = "Die", .method = Die},
-  }};
+  static const automation::MemberRow<Sample> rows[]{
+      {1, "Value", [](Sample& self, Arguments) { return self.value_; },
+       [](Sample& self, const Value& value) { self.value_ = value; }},
+      {2, "Echo", nullptr, nullptr, [](Sample&, Arguments arguments) { return arguments[0]; }, 1},
+      {3, "Items", [](Sample&, Arguments) -> Value { return std::make_shared<SampleItems>(); }},
+      {4, "Throw", nullptr, nullptr, Throw, 1, 2},
+      {5, "Fire", nullptr, nullptr,
+       [](Sample& self, Arguments arguments) -> Value {
+         return self.Fire(ToInteger(arguments[0]), arguments.subspan(1));
+       },
+       1, 4},
+      {6, "ProcessId",
+       [](Sample&, Arguments) -> Value { return static_cast<std::int32_t>(GetCurrentProcessId()); }},
+      {7, "Die", nullptr, nullptr, [](Sample&, Arguments) -> Value { ExitProcess(0); }},
+  };
   return rows;
 }
 
@@ -69,10 +64,11 @@ std::int32_t Sample::Fire(std::int32_t event, Arguments arguments) {
 }
 
 std::span<const automation::MemberRow<SampleItems>> SampleItems::Members() {
-  static const std::array<automation::MemberRow<SampleItems>, 2> rows{{
-      {.number = platform::kDefaultMember, .name = "Item", .get = FindItem, .least = 1},
-      {.number = 2, .name = "Count", .get = CountItems},
-  }};
+  static const automation::MemberRow<SampleItems> rows[]{
+      {platform::kDefaultMember, "Item", FindItem, nullptr, nullptr, 1},
+      {2, "Count",
+       [](SampleItems& self, Arguments) -> Value { return static_cast<std::int32_t>(self.items.size()); }},
+  };
   return rows;
 }
 

@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
+#include <process.h>
 
 #include "automation/convert.h"
-#include "registered_sample.h"
 #include "sample.h"
+#include "windows/com/dispatch_door.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
@@ -12,6 +13,97 @@ namespace windows::com {
 namespace {
 
 using platform::CallKind;
+using platform::LateBoundPtr;
+using platform::Value;
+
+std::intptr_t RunProgram(const char* program, const char* arguments) {
+  return _spawnlp(_P_WAIT, program, program, arguments, nullptr);
+}
+
+/// The sample server registered with the system for as long as this lives. It stands beside the tests, which
+/// run in their own folder.
+struct RegisteredSample {
+  RegisteredSample() { EXPECT_EQ(RunProgram("windows_com_test_server.exe", "/RegServer"), 0); }
+  ~RegisteredSample() { EXPECT_EQ(RunProgram("windows_com_test_server.exe", "-unregserver"), 0); }
+};
+
+/// An object in another process, with that process.
+struct Server : testing::Test {
+  RegisteredSample registered;
+  LateBoundPtr sample = CreateObject("Qm5r.ComSample");
+  HANDLE process = OpenProcess(
+      SYNCHRONIZE, FALSE,
+      static_cast<DWORD>(automation::ToInteger(sample->Invoke({"ProcessId"}, CallKind::Get, {}))));
+};
+
+/// What holds for a late-bound object however far away it is.
+struct LateBoundContract : testing::TestWithParam<LateBoundPtr (*)()> {
+  Value Call(const platform::Member& member, CallKind kind, const std::vector<Value>& arguments = {}) {
+    return sample_->Invoke(member, kind, arguments);
+  }
+
+  RegisteredSample registered_;
+  LateBoundPtr sample_ = GetParam()();
+};
+
+TEST_P(LateBoundContract, CallsAndAnswers) {
+  const Value object = std::make_shared<SampleItems>();
+  const std::tuple<platform::Member, CallKind, std::vector<Value>, const char*> cases[]{
+      {{"vALUE"}, CallKind::Get, {}, "text sample"},
+      {{"", 1}, CallKind::GetOrMethod, {}, "text sample"},
+      {{"Value"}, CallKind::Put, {"\xE2\x82\xAC"}, "empty"},
+      {{"Value"}, CallKind::Get, {}, "text \xE2\x82\xAC"},
+      {{"Echo"}, CallKind::Method, {Value()}, "empty"},
+      {{"Echo"}, CallKind::Method, {true}, "boolean True"},
+      {{"Echo"}, CallKind::GetOrMethod, {-7}, "integer -7"},
+      {{"Echo"}, CallKind::Method, {0.1}, "number 0.1"},
+      {{"Value"}, CallKind::PutReference, {object}, "empty"},
+      {{"Value"}, CallKind::Get, {"beta"}, "text beta"},
+      {{"Value"}, CallKind::PutReference, {LateBoundPtr()}, "empty"},
+      {{"Value"}, CallKind::Get, {}, "nothing"},
+      {{"Throw"}, CallKind::Method, {20005, "Not found"}, "error 20005 Sample: Not found"},
+      {{"Throw"}, CallKind::Method, {platform::ObjectServerError(18200), "!"}, "error -2147203304 Sample: !"},
+      {{"Items"}, CallKind::Get, {4}, "refused 11"},
+      {{"Nonesuch"}, CallKind::Get, {}, "refused 6"},
+      {{"", 99}, CallKind::Get, {}, "refused 3"},
+      {{"Echo"}, CallKind::Method, {1, 2}, "refused 14"},
+      {{"Throw"}, CallKind::Method, {LateBoundPtr()}, "refused 5"},
+  };
+  for (const auto& [member, kind, arguments, expected] : cases)
+    EXPECT_EQ(Outcome(std::bind_front(&LateBoundContract::Call, this, member, kind, arguments)), expected)
+        << member.name;
+}
+
+TEST_P(LateBoundContract, EventsArriveUntilTheSubscriptionEnds) {
+  std::string heard;
+  const auto listen = [&](std::int32_t event, platform::Arguments arguments) {
+    heard += std::to_string(event);
+    for (const Value& argument : arguments) heard += ", " + Describe(argument);
+    // The busy object serves a handler that calls back.
+    heard += " to " + Describe(Call({"Value"}, CallKind::Get)) + ";";
+  };
+  auto subscription = sample_->Advise(listen);
+  const Value items = Call({"Items"}, CallKind::Get);
+  EXPECT_EQ(Call({"Fire"}, CallKind::Method, {13, "value", items, 4}), Value(1));
+  EXPECT_EQ(heard, "13, text value, object, integer 4 to text sample;");
+  subscription.reset();
+  EXPECT_EQ(Call({"Fire"}, CallKind::Method, {9}), Value(0));
+
+  const auto silent = [&] { return std::get<LateBoundPtr>(items)->Advise(listen) ? 1 : 0; };
+  EXPECT_EQ(Outcome(silent), "refused 1");
+  subscription = sample_->Advise(listen);
+  sample_.reset();
+  EXPECT_NO_THROW(subscription.reset()) << "a subscription may outlive its object";
+}
+
+LateBoundPtr Directly() { return std::make_shared<Sample>(); }
+LateBoundPtr ThroughItsDoor() {
+  return std::make_shared<DispatchObject>(DispatchDoor::For(std::make_shared<Sample>(), {Sample::kEvents}));
+}
+LateBoundPtr InAnotherProcess() { return CreateObject("Qm5r.ComSample"); }
+
+INSTANTIATE_TEST_SUITE_P(Ways, LateBoundContract,
+                         testing::Values(Directly, ThroughItsDoor, InAnotherProcess));
 
 /// The default value of a key under the machine's classes, empty where there is none.
 std::string MachineText(const std::string& key) {
@@ -21,7 +113,7 @@ std::string MachineText(const std::string& key) {
   return ToUtf8(text);
 }
 
-TEST(Server, RegistersAllThatClientsLookUpAndRemovesIt) {
+TEST(Registration, WritesAllThatClientsLookUpAndRemovesIt) {
   const std::string id = GuidText(Sample::kClass), server = "CLSID\\" + id + "\\LocalServer32",
                     marshaller = "Interface\\" + GuidText(Sample::kEvents) + "\\ProxyStubClsid32";
   {
@@ -38,33 +130,20 @@ TEST(Server, RegistersAllThatClientsLookUpAndRemovesIt) {
     EXPECT_EQ(MachineText(key), "") << key;
 }
 
-TEST(Server, SpeaksToScripts) {
-  const RegisteredSample registered;
-  EXPECT_EQ(RegisteredSample::Run("cscript.exe", "windows_com_test_client.vbs"), 7);
-}
+TEST_F(Server, SpeaksToScripts) { EXPECT_EQ(RunProgram("cscript.exe", "windows_com_test_client.vbs"), 7); }
 
-HANDLE ProcessOf(platform::LateBound& sample) {
-  const auto id = static_cast<DWORD>(automation::ToInteger(sample.Invoke({"ProcessId"}, CallKind::Get, {})));
-  return OpenProcess(SYNCHRONIZE, FALSE, id);
-}
-
-TEST(Server, LivesAsLongAsAnyObjectIsHeld) {
-  const RegisteredSample registered;
-  auto sample = CreateObject("Qm5r.ComSample"), second = CreateObject("Qm5r.ComSample");
-  const HANDLE process = ProcessOf(*sample);
-  auto items = std::get<platform::LateBoundPtr>(second->Invoke({"Items"}, CallKind::Get, {}));
+TEST_F(Server, LivesAsLongAsAnyObjectIsHeld) {
+  auto second = CreateObject("Qm5r.ComSample");
+  auto items = std::get<LateBoundPtr>(second->Invoke({"Items"}, CallKind::Get, {}));
   sample.reset();
   second.reset();
-  EXPECT_EQ(Describe(items->Invoke({"Count"}, CallKind::Get, {})), "integer 3");
+  EXPECT_EQ(items->Invoke({"Count"}, CallKind::Get, {}), Value(3));
   items.reset();
   EXPECT_EQ(WaitForSingleObject(process, 20000), WAIT_OBJECT_0);
-  EXPECT_EQ(RegisteredSample::Run("windows_com_test_server.exe", "-Embedding /impatient"), 0);
+  EXPECT_EQ(RunProgram("windows_com_test_server.exe", "-Embedding /impatient"), 0);
 }
 
-TEST(Server, ItsDeathIsAnErrorAndNoMore) {
-  const RegisteredSample registered;
-  auto sample = CreateObject("Qm5r.ComSample");
-  const HANDLE process = ProcessOf(*sample);
+TEST_F(Server, ItsDeathIsAnErrorAndNoMore) {
   auto subscription = sample->Advise([](auto, auto) {});
   for (int call = 0; call < 2; ++call)
     EXPECT_THROW(sample->Invoke({"Die"}, CallKind::Method, {}), platform::Error);
@@ -74,7 +153,7 @@ TEST(Server, ItsDeathIsAnErrorAndNoMore) {
   EXPECT_TRUE(CreateObject("Qm5r.ComSample"));
 }
 
-TEST(Server, ItsOwnerDecidesWhenToQuit) {
+TEST(LocalServer, ItsOwnerDecidesWhenToQuit) {
   std::string log;
   auto door = ToDispatch(std::make_shared<Sample>());
   LocalServer* running = nullptr;
@@ -98,13 +177,11 @@ TEST(Server, ItsOwnerDecidesWhenToQuit) {
   EXPECT_EQ(log, "unused unused ");
 }
 
-TEST(Server, KnowsHowItWasStarted) {
-  const std::pair<const char*, ServerStart> cases[]{
-      {"/automation  -EMBEDDING", ServerStart::ByCom},
-      {"/regplugin", ServerStart::ByHand},
-      {" /RegServer", ServerStart::Register},
-      {"-unregserver", ServerStart::Unregister},
-  };
+TEST(LocalServer, KnowsHowItWasStarted) {
+  const std::pair<const char*, ServerStart> cases[]{{"/automation  -EMBEDDING", ServerStart::ByCom},
+                                                    {"/regplugin", ServerStart::ByHand},
+                                                    {" /RegServer", ServerStart::Register},
+                                                    {"-unregserver", ServerStart::Unregister}};
   for (const auto& [arguments, start] : cases) EXPECT_EQ(ServerStartOf(arguments), start) << arguments;
 }
 
