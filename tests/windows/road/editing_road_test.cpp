@@ -25,7 +25,7 @@ TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
   Click(Fields().at(kStandbyHeat));
   Key(VK_SHIFT, VK_TAB);
   Type("22x");
-  EXPECT_EQ(Text(kOccupiedHeat), "22") << "a letter is refused";
+  ExpectText(kOccupiedHeat, "22");
   EXPECT_TRUE(Enabled(L"&Apply"));
   Key(VK_TAB);
   const HWND box = Box(kTitle);
@@ -34,9 +34,9 @@ TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
   EXPECT_EQ(BoxButtons(box), "<OK>");
   Key(VK_RETURN);
   EXPECT_TRUE(Eventually([&] { return !IsWindow(box); }));
-  EXPECT_EQ(Text(kOccupiedCool), "23.5");
+  ExpectText(kOccupiedCool, "23.5");
   Key(VK_PRIOR);
-  EXPECT_EQ(Text(kOccupiedCool), "24") << "the rewritten field has the focus";
+  ExpectText(kOccupiedCool, "24");
   Key(VK_MENU, 'A');
   EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
   EXPECT_EQ(Written(), "nciSetPts ");
@@ -49,7 +49,7 @@ TEST_F(EditingRoad, AnEntryThatIsNoNumberIsRefused) {
   Type("1:30");
   Key(VK_TAB);
   ExpectBox(L"Invalid value", "Value must be numerical", "<OK>", IDOK);
-  EXPECT_EQ(Text(kUnoccupiedHeat), before);
+  ExpectText(kUnoccupiedHeat, before);
   Key(VK_MENU, 'C');
   EXPECT_EQ(Written(), "");
 }
@@ -57,12 +57,13 @@ TEST_F(EditingRoad, AnEntryThatIsNoNumberIsRefused) {
 TEST_F(EditingRoad, AListIsChosenByKeysAndAppliedByEnter) {
   Click(Fields().at(kHeatMax));
   for (std::size_t i = kHeatMax; i < kSetpointType; ++i) Key(VK_TAB);
+  ASSERT_TRUE(Eventually([&] { return Focused() == Fields().at(kSetpointType); }));
   const std::string before = Text(kSetpointType);
   Type("t");
-  EXPECT_EQ(Text(kSetpointType), before) << "letters choose nothing";
+  ExpectText(kSetpointType, before);
   Key(before == "PERMANENT" ? VK_DOWN : VK_UP);
   const std::string chosen = before == "PERMANENT" ? "TEMPORARY" : "PERMANENT";
-  EXPECT_EQ(Text(kSetpointType), chosen);
+  ExpectText(kSetpointType, chosen);
   Key(VK_RETURN);
   EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
   EXPECT_EQ(Written(), "nciGenOpts ");
@@ -72,7 +73,7 @@ TEST_F(EditingRoad, LookingInOtherUnitsTouchesNothing) {
   const std::string setpoints = Raw("nciSetPts"), options = Raw("nciGenOpts"), shown = Text(kUnoccupiedCool);
   Key(VK_MENU, 'I');
   EXPECT_TRUE(Eventually([&] { return Text(kUnoccupiedCool) != shown; }));
-  EXPECT_EQ(Text(kUnoccupiedCool), "82.5");
+  ExpectText(kUnoccupiedCool, "82.5");
   Key(VK_MENU, 'M');
   EXPECT_TRUE(Eventually([&] { return Text(kUnoccupiedCool) == shown; }));
   EXPECT_EQ(Written(), "");
@@ -91,7 +92,7 @@ TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
       << BoxText(box);
   Press(box, IDOK);
   EXPECT_TRUE(Enabled(L"&Apply"));
-  EXPECT_EQ(Text(kStandbyCool), "26");
+  ExpectText(kStandbyCool, "26");
   Key(VK_MENU, 'A');
   EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
   EXPECT_EQ(Raw("nciSetPts").substr(4, 4), "0A28");
@@ -114,7 +115,7 @@ TEST_F(EditingRoad, EveryQuestionAndMessageReadsAsItShould) {
   Key(VK_MENU, 'I');
   ExpectBox(L"Warning", "This action will discard all changes\r\n\r\nProceed and lose all changes ?",
             "<OK><Cancel>", IDCANCEL);
-  EXPECT_EQ(Text(kOccupiedCool), "29") << "the edits stay";
+  ExpectText(kOccupiedCool, "29");
   Key(VK_MENU, 'E');
   ExpectBox(kCaption, "Are you sure that you want to exit?", "<Yes><No>", IDNO);
   Key(VK_MENU, 'C');

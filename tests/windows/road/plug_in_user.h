@@ -56,7 +56,7 @@ class PlugInUser : public testing::Test {
   director::SimulatorKnobs Knobs() const { return director::SimulatorKnobs(simulator_); }
 
   static bool Eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 600; ++i) {
       if (condition()) return true;
       std::this_thread::sleep_for(std::chrono::milliseconds(25));
     }
@@ -73,7 +73,7 @@ class PlugInUser : public testing::Test {
 
   /// Waits until the plug-in has dealt with everything sent so far.
   void Settle() const {
-    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    std::this_thread::sleep_for(std::chrono::milliseconds(120));
     DWORD_PTR result = 0;
     SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, 3000, &result);
   }
@@ -119,6 +119,18 @@ class PlugInUser : public testing::Test {
     return fields;
   }
   std::string Text(std::size_t field) const { return director::TextOf(Fields().at(field)); }
+
+  /// Keys are dealt with some time after they were sent.
+  void ExpectText(std::size_t field, const std::string& text) const {
+    Eventually([&] { return Text(field) == text; });
+    EXPECT_EQ(Text(field), text);
+  }
+  HWND Focused() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
+    return info.hwndFocus;
+  }
 
   /// The system's button with the caption, wherever it stands in the window.
   bool Enabled(const wchar_t* caption) const {
