@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+/// A program that was started; destroying it lets go of it without ending it.
+class StartedProgram {
+ public:
+  virtual ~StartedProgram() = default;
+  virtual bool Running() const = 0;
+};
+
+/// Other programs on this computer: starting them, and their top-level windows by title. Texts are UTF-8.
+class Shell {
+ public:
+  virtual ~Shell() = default;
+
+  enum class Show { MinimizedWithoutFocus, MinimizedWithFocus };
+  /// Starts a program and does not wait for it. The program is a path or, to be found where the system looks
+  /// for programs, a file name; it is quoted here, the arguments are passed as they are. Throws an Error with
+  /// the system's description where it does not start.
+  virtual std::unique_ptr<StartedProgram> Start(const std::string& program, const std::string& arguments,
+                                                Show show) = 0;
+
+  virtual bool WindowExists(const std::string& title) const = 0;
+  /// Posts a close message to the window of that title, if there is one.
+  virtual void CloseWindow(const std::string& title) = 0;
+
+  /// Lets time pass without running messages.
+  virtual void Pause(std::int32_t milliseconds) = 0;
+};
+
+}  // namespace platform
