@@ -20,6 +20,8 @@ TEST(Shell, StartsAProgramByNameOrPath) {
   windows::WindowsShell shell;
   CreateDirectoryW(L"C:\\With blank.d", nullptr);
   ASSERT_TRUE(CopyFileW(L"C:\\windows\\system32\\cmd.exe", L"C:\\With blank.d\\tool.exe", FALSE));
+  // What a path without quotes would find first.
+  ASSERT_TRUE(CopyFileW(L"C:\\windows\\system32\\winver.exe", L"C:\\With.exe", FALSE));
   for (const char* program : {"cmd", "C:\\With blank.d\\tool", "C:\\With blank.d\\tool.exe"}) {
     const auto done =
         shell.Start(program, "/c mkdir \"C:\\With blank.d\\made here\"", Shell::Show::MinimizedWithFocus);
@@ -27,6 +29,7 @@ TEST(Shell, StartsAProgramByNameOrPath) {
     EXPECT_TRUE(RemoveDirectoryW(L"C:\\With blank.d\\made here")) << program;
   }
   EXPECT_THROW(shell.Start("C:\\With blank.d\\none", "", Shell::Show::MinimizedWithFocus), platform::Error);
+  DeleteFileW(L"C:\\With.exe");
 }
 
 TEST(Shell, AsksTheWindowOfATitleToClose) {
