@@ -6,7 +6,7 @@
 #include "automation/convert.h"
 #include "director/networks.h"
 #include "platform/attempt.h"
-#include "plugin/supported_commands.h"
+#include "session/supported_commands.h"
 
 namespace director {
 namespace {
@@ -36,7 +36,7 @@ void Configure(platform::LateBound& plug_in, const ConfigureRequest& request) {
   PutIfGiven(plug_in, "Height", request.height);
   const bool is_object = !request.lonmark_object.empty();
   const std::array<Value, 3> command = {
-      plugin::kConfigureCommand, is_object ? plugin::kLonMarkObjectType : plugin::kAppDeviceType,
+      session::kConfigureCommand, is_object ? session::kLonMarkObjectType : session::kAppDeviceType,
       is_object ? request.path + "/" + request.lonmark_object : request.path};
   plug_in.Invoke({"SendCommand"}, CallKind::Method, command);
   if (!request.hidden) Put(plug_in, "Visible", true);

@@ -7,7 +7,7 @@
 #include "platform/attempt.h"
 #include "platform/error.h"
 #include "plugin/object_path.h"
-#include "plugin/supported_commands.h"
+#include "session/supported_commands.h"
 #include "text/strings.h"
 
 namespace director {
@@ -123,7 +123,7 @@ void PrintDevices(const lns::ObjectServer& server, const std::string& network_na
 
 void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out) {
   const OpenedNetwork opened(server, NetworkOf(path));
-  const lns::Object found = plugin::ResolveObject(plugin::kAppDeviceType, plugin::SplitObjectPath(path),
+  const lns::Object found = plugin::ResolveObject(session::kAppDeviceType, plugin::SplitObjectPath(path),
                                                   opened.network(), opened.system());
   if (!found) throw platform::Error(20005, "director", "There is no device " + path);
   const lns::AppDevice device(found.reference());

@@ -24,7 +24,7 @@ class PlugIn {
   MemoryRegistry machine;
   startup::Identity identity;
   registry::CRegistry registry;
-  plugin::Session session;
+  session::Session session;
   ui::Progress progress;
   activity::fLog log;
   std::shared_ptr<simulator::Simulation> simulation;

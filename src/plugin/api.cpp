@@ -1,7 +1,7 @@
 #include "plugin/api.h"
 
 #include "automation/convert.h"
-#include "plugin/network_session.h"
+#include "session/network_session.h"
 #include "plugin/object_path.h"
 #include "text/numbers.h"
 
@@ -17,9 +17,9 @@ std::int32_t Pixels(double twips, double twips_per_pixel) {
 }  // namespace
 
 LNSPlugInAPI::LNSPlugInAPI(const Surroundings& surroundings, fMain& main) : with_(surroundings), main_(main) {
-  Session& session = with_.session;
+  session::Session& session = with_.session;
   if (session.InstanceCount == 0) {
-    session.SupportedCommands = MakeSupportedCommands(with_.program);
+    session.SupportedCommands = session::MakeSupportedCommands(with_.program);
     session.NetworkOpen = false;
     session.ServerOpen = false;
     main_.Load();
@@ -94,7 +94,7 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
 }
 
 void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data) {
-  const Operation running(with_.session);
+  const session::Operation running(with_.session);
   with_.progress.Show();
   with_.progress.DisplayStatus("Initializing plug-in . . .");
   const Search found = FindCommand(command_id, object_type);
@@ -107,7 +107,7 @@ void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type
 
 LNSPlugInAPI::Search LNSPlugInAPI::FindCommand(std::int32_t command_id, std::int32_t object_type) const {
   Search search;
-  for (const SupportedCommand& row : with_.session.SupportedCommands) {
+  for (const session::SupportedCommand& row : with_.session.SupportedCommands) {
     if (row.CommandId != command_id) continue;
     search.command_known = true;
     if (row.ObjectType != object_type) continue;
@@ -117,13 +117,13 @@ LNSPlugInAPI::Search LNSPlugInAPI::FindCommand(std::int32_t command_id, std::int
   return search;
 }
 
-void LNSPlugInAPI::Dispatch(const SupportedCommand& row, const std::string& path) {
-  Session& session = with_.session;
+void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::string& path) {
+  session::Session& session = with_.session;
   session.CurrentObjectPath = path;
   const lns::Object object =
       ResolveObject(row.ObjectType, SplitObjectPath(path), session.CurrentNetwork, session.CurrentSystem);
   if (!object) Raise(20005, "Object not found");
-  if (row.ObjectType == kLonMarkObjectType)
+  if (row.ObjectType == session::kLonMarkObjectType)
     main_.ProcessLonMarkObjectCommand(lns::LonMarkObject(object.reference()));
   else
     main_.ProcessDeviceCommand(lns::AppDevice(object.reference()));
@@ -131,11 +131,11 @@ void LNSPlugInAPI::Dispatch(const SupportedCommand& row, const std::string& path
 
 void LNSPlugInAPI::SetNetworkName(const std::string& name) {
   if (with_.session.Busy() && name != with_.session.CurrentNetworkName) main_.AbandonOperation();
-  const Operation running(with_.session);
+  const session::Operation running(with_.session);
   with_.desktop.SetPointer(ui::Pointer::Hourglass);
   try {
     with_.session.ObjectServer = main_.lcaOS();
-    OpenNetwork(with_.session, name, network_interface_name_);
+    session::OpenNetwork(with_.session, name, network_interface_name_);
   } catch (const platform::Error&) {
     with_.desktop.SetPointer(ui::Pointer::Default);
     Raise(20006, "Cannot open the network " + name);
@@ -145,9 +145,9 @@ void LNSPlugInAPI::SetNetworkName(const std::string& name) {
 
 void LNSPlugInAPI::SetRemoteFlag(bool remote) {
   if (with_.session.Busy()) main_.AbandonOperation();
-  const Operation running(with_.session);
+  const session::Operation running(with_.session);
   with_.session.ObjectServer = main_.lcaOS();
-  SetRemote(with_.session, remote);
+  session::SetRemote(with_.session, remote);
 }
 
 void LNSPlugInAPI::SetHeight(std::int32_t pixels) {

@@ -35,11 +35,11 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
 
  private:
   struct Search {
-    const SupportedCommand* row = nullptr;
+    const session::SupportedCommand* row = nullptr;
     bool command_known = false;
   };
   Search FindCommand(std::int32_t command_id, std::int32_t object_type) const;
-  void Dispatch(const SupportedCommand& row, const std::string& path);
+  void Dispatch(const session::SupportedCommand& row, const std::string& path);
   [[noreturn]] void Raise(std::int32_t number, const std::string& text) const;
   void CheckSizable() const;
   void CheckNormalState() const;

@@ -27,7 +27,7 @@ void fMain::ConnectEditing() {
 void fMain::Run(const std::function<void()>& command) {
   if (with_.session.Busy()) return;
   {
-    const Operation running(with_.session);
+    const session::Operation running(with_.session);
     command();
   }
   EndIfUnused();
@@ -54,7 +54,7 @@ void fMain::ReadAndShow() {
 }
 
 void fMain::SwitchUnits(std::int16_t units) {
-  Session& session = with_.session;
+  session::Session& session = with_.session;
   if (units == session.DisplayUnits) return;
   const editing::Passes now = passes();
   if (pending_.Raised()) {

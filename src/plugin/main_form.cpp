@@ -5,7 +5,7 @@
 
 #include "platform/attempt.h"
 #include "plugin/display_settings.h"
-#include "plugin/network_session.h"
+#include "session/network_session.h"
 
 namespace plugin {
 namespace {
@@ -142,7 +142,7 @@ void fMain::EndPlugIn() {
   current_interface_ = {};
   AbandonOperation();
   loaded_ = std::make_shared<editing::LoadedDevice>();
-  CloseSession(with_.session);
+  session::CloseSession(with_.session);
   with_.session.ObjectServer = {};
   subscription_.reset();
   object_server_ = {};
@@ -156,7 +156,7 @@ void fMain::AbandonOperation() {
 }
 
 void fMain::EndIfUnused() {
-  const Session& session = with_.session;
+  const session::Session& session = with_.session;
   if (!Visible() && session.InstanceCount == 0 && !session.Busy()) EndPlugIn();
 }
 

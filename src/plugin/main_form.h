@@ -13,7 +13,7 @@
 #include "platform/program.h"
 #include "plugin/object_server_events.h"
 #include "plugin/resource_files.h"
-#include "plugin/session.h"
+#include "session/session.h"
 #include "registry/registry.h"
 #include "startup/identity.h"
 #include "ui/form.h"
@@ -27,7 +27,7 @@ struct Surroundings {
   const platform::Program& program;
   registry::CRegistry& registry;
   const startup::Identity& identity;
-  Session& session;
+  session::Session& session;
   ui::Progress& progress;
   activity::fLog& log;
   /// Makes the object server of the process; throws where none can be had.

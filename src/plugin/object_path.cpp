@@ -1,7 +1,7 @@
 #include "plugin/object_path.h"
 
 #include "platform/attempt.h"
-#include "plugin/supported_commands.h"
+#include "session/supported_commands.h"
 #include "text/strings.h"
 
 namespace plugin {
@@ -47,7 +47,7 @@ std::vector<std::string> SplitObjectPath(std::string_view path) { return text::S
 
 lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
                           const lns::Network& network, const lns::System& system) {
-  const bool is_object = object_type == kLonMarkObjectType;
+  const bool is_object = object_type == session::kLonMarkObjectType;
   const std::size_t wanted = is_object ? kLonMarkObject + 1 : kDevice + 1;
   if (components.size() != wanted || !network || !system) return {};
   const lns::AppDevice device = FindDevice(components, network, system);

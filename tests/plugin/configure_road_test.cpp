@@ -257,7 +257,7 @@ TEST(ConfigureRoad, ASecondCommandTakesNothingOfTheFirst) {
 TEST(ConfigureRoad, ALonMarkObjectLeadsToItsDevice) {
   World world;
   const auto api =
-      world.Configure("Demo Tower/Demo Tower.Floor 1/Thermostat 102/Thermostat", plugin::kLonMarkObjectType);
+      world.Configure("Demo Tower/Demo Tower.Floor 1/Thermostat 102/Thermostat", session::kLonMarkObjectType);
   EXPECT_TRUE(world.main.CurrentLonMarkObject());
   EXPECT_EQ(world.main.CurrentDevice().Name(), "Thermostat 102");
   EXPECT_EQ(world.Shown(txtNvi(0)), "20.5");

@@ -49,7 +49,7 @@ void World::Send(platform::LateBound& api, std::int32_t command, std::int32_t ty
 std::shared_ptr<plugin::LNSPlugInAPI> World::Configure(const std::string& path, std::int32_t type) {
   auto api = CreateApi();
   Put(*api, "networkName", path.substr(0, path.find('/')));
-  Send(*api, plugin::kConfigureCommand, type, path);
+  Send(*api, session::kConfigureCommand, type, path);
   return api;
 }
 

@@ -22,7 +22,7 @@ class World : public headless::PlugIn {
 
   /// A director's whole road: an object, the network, a configure command.
   std::shared_ptr<plugin::LNSPlugInAPI> Configure(const std::string& path,
-                                                  std::int32_t type = plugin::kAppDeviceType);
+                                                  std::int32_t type = session::kAppDeviceType);
 
   std::string StatusPanel(std::size_t number) const { return main.StatusBar.Panels()[number - 1]; }
   std::string Shown(model::ControlRef control) const { return main.screen.Find(control)->Text(); }

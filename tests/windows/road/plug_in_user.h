@@ -17,7 +17,7 @@
 #include "director/program/remote_window.h"
 #include "director/simulator_knobs.h"
 #include "plugin/object_path.h"
-#include "plugin/supported_commands.h"
+#include "session/supported_commands.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/wide_text.h"
 
@@ -187,7 +187,7 @@ class PlugInUser : public testing::Test {
   std::string Raw(const std::string& variable) const {
     const director::OpenedNetwork opened(
         lns::ObjectServer(windows::com::CreateObject("LnsSimulator.LcaObjectServer")), "Demo Tower");
-    const lns::AppDevice device(plugin::ResolveObject(plugin::kAppDeviceType,
+    const lns::AppDevice device(plugin::ResolveObject(session::kAppDeviceType,
                                                       plugin::SplitObjectPath(kDevice), opened.network(),
                                                       opened.system())
                                     .reference());

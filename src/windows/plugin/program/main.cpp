@@ -40,7 +40,7 @@ windows::com::ServerRegistration RegistrationOf(const startup::Identity& identit
 /// objects that directors still hold, and these tell the window. References to the object server are gone by
 /// then.
 int Serve(const startup::Identity& identity, const platform::Program& program) {
-  plugin::Session session;
+  session::Session session;
   windows::com::LocalServer* server = nullptr;
   bool ending = false;
   windows::WindowsDesktop::Settings settings;

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "plugin/session.h"
+#include "session/session.h"
 
-namespace plugin {
+namespace session {
 
 /// Opens the object server and a network in the way that the network interface's name asks for: none is
 /// local, "Internet" (in these letters) is a lightweight client, any other name is a full client through that
@@ -23,4 +23,4 @@ void CloseSession(Session& session);
 /// Sets the remote flag, which an open object server takes only while it is closed for the moment.
 void SetRemote(Session& session, bool remote);
 
-}  // namespace plugin
+}  // namespace session

@@ -1,4 +1,4 @@
-#include "plugin/network_session.h"
+#include "session/network_session.h"
 
 #include <gtest/gtest.h>
 

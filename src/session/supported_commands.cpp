@@ -1,8 +1,8 @@
-#include "plugin/supported_commands.h"
+#include "session/supported_commands.h"
 
 #include "startup/identity.h"
 
-namespace plugin {
+namespace session {
 
 SupportedCommands MakeSupportedCommands(const platform::Program& program) {
   using namespace startup;
@@ -31,4 +31,4 @@ SupportedCommands MakeSupportedCommands(const platform::Program& program) {
           device_row(kSecondProgramIdText, kSecondTemplateNameText)};
 }
 
-}  // namespace plugin
+}  // namespace session

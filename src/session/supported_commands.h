@@ -6,7 +6,7 @@
 
 #include "platform/program.h"
 
-namespace plugin {
+namespace session {
 
 /// Command and object-type codes as directors send them.
 inline constexpr std::int32_t kConfigureCommand = 13;
@@ -31,4 +31,4 @@ using SupportedCommands = std::array<SupportedCommand, 4>;
 
 SupportedCommands MakeSupportedCommands(const platform::Program& program);
 
-}  // namespace plugin
+}  // namespace session

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "lns/object_model.h"
-#include "plugin/supported_commands.h"
+#include "session/supported_commands.h"
 
-namespace plugin {
+namespace session {
 
 /// The process's state that all automation objects and the main window share. One copy, used from the
 /// user-interface thread.
@@ -21,10 +21,12 @@ struct Session {
   /// The path of the last accepted command.
   std::string CurrentObjectPath;
   std::string DevelopmentProgramIdValue;
-  plugin::SupportedCommands SupportedCommands;
+  session::SupportedCommands SupportedCommands;
   /// The object server's remote flag at the last registration of commands; false where this process made
   /// none.
   bool RegistrationRemote = false;
+  /// Deregistration was asked for by a user at a window, who is shown its progress and asked questions.
+  bool Interactive = false;
 
   /// 0 SI (Celsius), 1 US (Fahrenheit).
   std::int16_t DisplayUnits = 0;
@@ -48,4 +50,4 @@ class Operation {
   Session& session_;
 };
 
-}  // namespace plugin
+}  // namespace session

@@ -1,9 +1,9 @@
-#include "plugin/network_session.h"
+#include "session/network_session.h"
 
 #include "lns/members.h"
 #include "platform/attempt.h"
 
-namespace plugin {
+namespace session {
 namespace {
 
 using platform::Attempt;
@@ -104,4 +104,4 @@ void SetRemote(Session& session, bool remote) {
   if (session.ServerOpen) session.ObjectServer.Open();
 }
 
-}  // namespace plugin
+}  // namespace session
