@@ -1,13 +1,33 @@
 #include "simulator/component_apps.h"
 
+#include <algorithm>
+
 #include "simulator/collection.h"
 #include "simulator/errors.h"
 
 namespace simulator {
 
+namespace {
+
+/// Null where there is none of that name.
+model::ComponentApp* FindApp(const AppLists& lists, const std::string& name) {
+  for (model::ComponentApps* list : lists)
+    if (model::ComponentApp* found = model::FindByName(*list, name)) return found;
+  return nullptr;
+}
+
+void CheckName(const AppLists& lists, const std::string& name) {
+  if (name.empty()) Fail(Code::OutOfRange, "A command needs a name.");
+  if (FindApp(lists, name)) Fail(Code::DuplicateName, "There is a command named \"" + name + "\" already.");
+}
+
+}  // namespace
+
 std::vector<std::string> ComponentApps::Names() {
   std::vector<std::string> names;
-  for (const model::ComponentApp& app : find_(installation())) names.push_back(app.name);
+  for (const model::ComponentApps* list : find_(installation()))
+    for (const model::ComponentApp& app : *list)
+      if (std::find(names.begin(), names.end(), app.name) == names.end()) names.push_back(app.name);
   return names;
 }
 
@@ -18,23 +38,22 @@ Value ComponentApps::Item(const std::string& name) {
 }
 
 Value ComponentApps::Add(Arguments arguments) {
-  model::ComponentApps& apps = find_(installation());
+  const AppLists lists = find_(installation());
   model::ComponentApp app;
   app.name = automation::ToText(arguments[0]);
   app.server = automation::ToText(arguments[1]);
   app.class_id = WholeNumber(arguments[2], 0);
-  if (app.name.empty()) Fail(Code::OutOfRange, "A command needs a name.");
-  if (model::FindByName(apps, app.name))
-    Fail(Code::DuplicateName, "There is a command named \"" + app.name + "\" already.");
-  apps.push_back(app);
+  CheckName(lists, app.name);
+  lists.front()->push_back(app);
   session().simulation().MarkChanged();
   return Item(app.name);
 }
 
 Value ComponentApps::Remove(Arguments arguments) {
-  const std::size_t index = FindItem(Names(), arguments);
-  model::ComponentApps& apps = find_(installation());
-  apps.erase(apps.begin() + static_cast<std::ptrdiff_t>(index));
+  const auto names = Names();
+  const std::string& name = names[FindItem(names, arguments)];
+  for (model::ComponentApps* list : find_(installation()))
+    if (std::erase_if(*list, [&](const model::ComponentApp& app) { return app.name == name; }) != 0) break;
   session().simulation().MarkChanged();
   return {};
 }
@@ -60,7 +79,7 @@ std::span<const MemberRow<ComponentApps>> ComponentApps::Members() {
 }
 
 model::ComponentApp& ComponentApp::app() {
-  model::ComponentApp* found = model::FindByName(find_(installation()), name_);
+  model::ComponentApp* found = FindApp(find_(installation()), name_);
   if (!found) Fail(Code::ObjectDeleted, "The command \"" + name_ + "\" was removed.");
   return *found;
 }
@@ -70,10 +89,22 @@ model::ComponentApp& ComponentApp::Change() {
   return app();
 }
 
+void ComponentApp::SetName(const Value& value) {
+  const std::string name = automation::ToText(value);
+  model::ComponentApp& renamed = app();
+  if (name == name_) return;
+  CheckName(find_(installation()), name);
+  renamed.name = name;
+  Rename(name);
+  name_ = name;
+  session().simulation().MarkChanged();
+}
+
 std::span<const MemberRow<ComponentApp>> ComponentApp::Members() {
   using Self = ComponentApp;
   static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self& self, Arguments) -> Value { return self.app().name; }},
+      {0, "Name", [](Self& self, Arguments) -> Value { return self.app().name; },
+       [](Self& self, const Value& value) { self.SetName(value); }},
       {1, "CommandId", [](Self& self, Arguments) -> Value { return self.app().command_id; },
        [](Self& self, const Value& value) { self.Change().command_id = WholeNumber(value, 0); }},
       {2, "ComponentClassId", [](Self& self, Arguments) -> Value { return self.app().class_id; },

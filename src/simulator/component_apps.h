@@ -2,13 +2,18 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "simulator/object.h"
 
 namespace simulator {
 
+/// The lists that make up the commands of an object. What is added goes into the first one; of two commands
+/// of one name only the first is seen.
+using AppLists = std::vector<model::ComponentApps*>;
+
 /// Finds the commands of the object they belong to; raises 17096 where that is gone.
-using FindApps = std::function<model::ComponentApps&(model::Installation&)>;
+using FindApps = std::function<AppLists(model::Installation&)>;
 
 /// The plug-in commands of an object, with Add(name, server, classId) and Remove(name or ordinal).
 class ComponentApps : public Simulated<ComponentApps> {
@@ -36,6 +41,7 @@ class ComponentApp : public Simulated<ComponentApp> {
  private:
   model::ComponentApp& app();
   model::ComponentApp& Change();
+  void SetName(const Value& value);
 
   FindApps find_;
   std::string name_;

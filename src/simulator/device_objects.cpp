@@ -11,6 +11,8 @@ namespace simulator {
 namespace {
 
 constexpr int kNoCommunication = 1;
+constexpr int kOnline = 4;
+constexpr int kSoftOffline = 12;
 constexpr int kHighestMode = 6;
 constexpr int kHighestRequest = 17;
 
@@ -131,11 +133,21 @@ Value AppDevice::Test() {
   return result == 0 && !Answers(session(), key_) ? kNoCommunication : result;
 }
 
+void AppDevice::SetState(const Value& value) {
+  const int state = automation::ToInteger(value);
+  if (state != kOnline && state != kSoftOffline)
+    Fail(Code::OutOfRange, "The state " + std::to_string(state) + " cannot be set.");
+  if (!Answers(session(), key_)) Fail(Code::NoCommunication, "The device does not answer.");
+  Data().state = state;
+  session().simulation().MarkChanged();
+}
+
 std::span<const MemberRow<AppDevice>> AppDevice::Members() {
   using Self = AppDevice;
   static const MemberRow<Self> kRows[] = {
       {0, "Name", [](Self& self, Arguments) -> Value { return self.Data().name; }},
-      {1, "State", [](Self& self, Arguments) -> Value { return self.Data().state; }},
+      {1, "State", [](Self& self, Arguments) -> Value { return self.Data().state; },
+       [](Self& self, const Value& value) { self.SetState(value); }},
       {2, "AttachmentStatus", [](Self& self, Arguments) -> Value { return self.Data().attachment; }},
       {3, "CommissionStatus", [](Self& self, Arguments) -> Value { return self.Data().commission_status; }},
       {4, "HasBeenCommissioned", [](Self& self, Arguments) -> Value { return self.Data().commissioned; }},
@@ -222,10 +234,13 @@ Value LonMarkObject::Variables() {
 
 Value LonMarkObject::Apps() {
   Data();
-  const auto find = [key = key_, name = name_](model::Installation& all) -> model::ComponentApps& {
-    auto* object = model::FindByName(model::DeviceOf(all, key).objects, name);
-    if (!object) Fail(Code::ObjectDeleted, "The LonMark object \"" + name + "\" was deleted.");
-    return object->component_apps;
+  // The collection keeps this object alive.
+  const auto find = [this](model::Installation& all) {
+    const std::string& type = model::DeviceOf(all, key_).template_name;
+    AppLists lists{&Data().component_apps};
+    if (auto* shared = model::SharedApps(model::TemplateOf(all, key_.network, type), Data()))
+      lists.insert(lists.begin(), shared);
+    return lists;
   };
   return Make<ComponentApps>(PartPlace("ComponentApps"), FindApps(find));
 }

@@ -33,6 +33,7 @@ class AppDevice : public Simulated<AppDevice> {
   Value MainInterface();
   Value Subsystems();
   Value Test();
+  void SetState(const Value& value);
   model::DeviceKey key_;
 };
 

@@ -7,7 +7,8 @@
 namespace simulator {
 
 /// The error codes that the simulated object server raises, each plus platform::kObjectServerErrorBase.
-/// NotOpen, MustBeClosed and InterfaceBusy are the simulator's own choice inside the platform's ranges.
+/// NotOpen, MustBeClosed, InUse, CannotOpen and InterfaceBusy are the simulator's own choice inside the
+/// platform's ranges.
 enum class Code : std::uint16_t {
   InterfaceBusy = 16501,
   DuplicateName = 17003,
@@ -15,6 +16,9 @@ enum class Code : std::uint16_t {
   MustBeClosed = 17005,
   NotFound = 17006,
   Internal = 17008,
+  InUse = 17011,
+  CannotOpen = 17012,
+  NoDevice = 17038,
   OutOfRange = 17090,
   ObjectDeleted = 17096,
   NotModifiable = 17119,

@@ -10,6 +10,10 @@ bool MatchesOperation(const std::string& wanted, const Operation& operation) {
   if (wanted.empty() || is("any")) return true;
   if (is("read")) return ClassOf(operation) == OperationClass::Read;
   if (is("write")) return ClassOf(operation) == OperationClass::Write;
+  const bool put = operation.kind == OperationKind::Put;
+  if (is("put")) return put;
+  if (wanted.ends_with('='))
+    return put && text::EqualIgnoringCase(wanted.substr(0, wanted.size() - 1), operation.member);
   return text::EqualIgnoringCase(wanted, operation.member);
 }
 

@@ -72,6 +72,25 @@ std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain) {
   return keys;
 }
 
+std::vector<LonMarkObject> ObjectsOfDevices(const DeviceTemplate& type) {
+  std::vector<LonMarkObject> objects = type.objects;
+  for (LonMarkObject& object : objects) object.component_apps.clear();
+  return objects;
+}
+
+ComponentApps* SharedApps(DeviceTemplate& type, const LonMarkObject& object) {
+  for (LonMarkObject& shared : type.objects)
+    if (shared.programmatic_name == object.programmatic_name) return &shared.component_apps;
+  return nullptr;
+}
+
+bool IsUsed(Network& network, const DeviceTemplate& type) {
+  const auto keys = DeviceKeys(network, {kAllDevices});
+  return std::any_of(keys.begin(), keys.end(), [&](const DeviceKey& key) {
+    return FindByName(DevicesOf(network.system, key.chain), key.name)->template_name == type.name;
+  });
+}
+
 std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device) {
   std::vector<std::string> names;
   for (const Variable& variable : type.variables)

@@ -46,12 +46,12 @@ struct Variable {
 
 struct DeviceTemplate {
   std::string name;
-  std::string program_id;
+  std::string program_id;  // empty until an interface file is imported
   std::string xif_path;
+  std::string description;
   std::vector<Variable> variables;
-  std::vector<LonMarkObject> objects;
-  bool own_variables = false;  // given in the file, not taken from the built-in thermostat
-  bool own_objects = false;
+  std::vector<LonMarkObject> objects;  // their commands are those of all devices of this type
+  bool own_variables = false;          // given in the file, not taken from the built-in thermostat
   ComponentApps component_apps;
 };
 
@@ -71,7 +71,7 @@ struct Device {
   std::map<std::string, Bytes> values;  // those that differ from the template's
   std::vector<std::string> missing;
   std::vector<std::string> refuses;
-  std::vector<LonMarkObject> objects;
+  std::vector<LonMarkObject> objects;  // with the commands that this device alone has
 };
 
 struct Subsystem {
@@ -83,6 +83,9 @@ struct Subsystem {
 struct System {
   std::string name;
   std::string interface;  // empty in engineered mode
+  bool opens_engineered = true;
+  bool opens_attached = true;
+  std::string locked_by;  // another client that holds it, empty for none
   int management_mode = 0;
   int discovery_interval = 180;
   int update_interval = 120;
@@ -96,6 +99,7 @@ struct System {
 
 struct Network {
   std::string name;
+  bool opens = true;
   bool local = true;
   bool internet = false;
   std::vector<std::string> remote_interfaces;
@@ -163,6 +167,17 @@ DeviceTemplate& TemplateOf(Installation& installation, const std::string& networ
 
 /// The devices of a subsystem in order; all of the network's for the chain "ALL".
 std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain);
+
+/// What a device of the type has where it lists no LonMark objects of its own: the template's, without their
+/// commands.
+std::vector<LonMarkObject> ObjectsOfDevices(const DeviceTemplate& type);
+
+/// The template's list of commands for an object of a device: that of its own object with the same
+/// programmatic name. Null where it has none.
+ComponentApps* SharedApps(DeviceTemplate& type, const LonMarkObject& object);
+
+/// Whether a device of the network is of that type.
+bool IsUsed(Network& network, const DeviceTemplate& type);
 
 /// The template's variables but for those that the device lacks, in the order of their indices.
 std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device);

@@ -4,6 +4,7 @@
 #include "simulator/component_apps.h"
 #include "simulator/device_objects.h"
 #include "simulator/errors.h"
+#include "simulator/interface_file.h"
 #include "simulator/template_objects.h"
 
 namespace simulator {
@@ -65,8 +66,8 @@ Value System::Templates() {
 Value System::Apps() {
   session().RequireSystem(network_);
   return MakeIn<ComponentApps>(network_, PartPlace("ComponentApps"),
-                               FindApps([network = network_](auto& all) -> auto& {
-                                 return model::NetworkOf(all, network).system.component_apps;
+                               FindApps([network = network_](auto& all) {
+                                 return AppLists{&model::NetworkOf(all, network).system.component_apps};
                                }));
 }
 
@@ -111,6 +112,12 @@ std::span<const MemberRow<System>> System::Members() {
        [](Self& self, Arguments) -> Value { return self.Begin(0), Value(); }},
       ClassRow<3>(15),
       ParentRow(16),
+      {18, "GetProgramId", nullptr, nullptr,
+       [](Self& self, Arguments arguments) -> Value {
+         self.Data();
+         return ProgramIdOfXif(self.session().simulation().read_file, automation::ToText(arguments[0]));
+       },
+       1},
       {17, "DsPause", [](Self& self, Arguments) -> Value { return self.data_server_paused_; },
        [](Self& self, const Value& value) { self.data_server_paused_ = automation::ToBoolean(value); }},
   };
@@ -128,7 +135,10 @@ void NetworkServiceDevice::SetInterface(const Value& value) {
   for (const auto& each : session().simulation().Sessions())
     if (each->IsSystemOpen(network_))
       Fail(Code::MustBeClosed, "The interface must be set before the system is opened.");
-  model::NetworkOf(installation(), network_).system.interface = name;
+  model::System& system = model::NetworkOf(installation(), network_).system;
+  if (!system.locked_by.empty())
+    Fail(Code::MustBeClosed, "The system \"" + system.name + "\" is locked by " + system.locked_by + ".");
+  system.interface = name;
   session().simulation().MarkChanged();
 }
 

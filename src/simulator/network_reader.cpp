@@ -107,16 +107,14 @@ std::vector<LonMarkObject> ReadObjects(JsonReader& owner, const std::vector<Vari
 DeviceTemplate ReadTemplate(JsonReader& reader, const std::vector<DeviceTemplate>& earlier) {
   DeviceTemplate type;
   type.name = Name(reader, earlier);
-  reader.Text("programId");
-  type.program_id = HexDigits(reader, "programId", "", 16);
+  if (reader.Has("programId")) type.program_id = HexDigits(reader, "programId", "", 16);
   type.xif_path = reader.Text("xifPath", "");
-  const bool thermostat = type.program_id == kThermostatProgramId;
+  type.description = reader.Text("description", "");
   type.own_variables = reader.Has("variables");
-  if (thermostat && !type.own_variables) type.variables = ThermostatVariables();
+  if (!type.own_variables) type.variables = BuiltInVariables(type);
   reader.Each("variables",
               [&](JsonReader& row) { type.variables.push_back(ReadVariable(row, type.variables)); });
-  type.own_objects = reader.Has("lonMarkObjects") || type.own_variables;
-  type.objects = thermostat && !type.own_objects ? ThermostatObjects() : ReadObjects(reader, type.variables);
+  type.objects = reader.Has("lonMarkObjects") ? ReadObjects(reader, type.variables) : BuiltInObjects(type);
   type.component_apps = ReadApps(reader);
   return type;
 }
@@ -179,7 +177,8 @@ Device ReadDevice(JsonReader& reader, const std::vector<Device>& earlier, Device
   device.powered = reader.Boolean("powered", true);
   device.test_result = reader.Integer("testResult", 0, 0, 255);
   ReadValues(reader, *type, device);
-  device.objects = reader.Has("lonMarkObjects") ? ReadObjects(reader, type->variables) : type->objects;
+  device.objects =
+      reader.Has("lonMarkObjects") ? ReadObjects(reader, type->variables) : ObjectsOfDevices(*type);
   return device;
 }
 
@@ -215,6 +214,9 @@ System ReadSystem(JsonReader& reader, const std::string& network, const Installa
   system.name = reader.Has("name") ? Name(reader, std::vector<Network>(), "/.") : network;
   system.interface = reader.Text("interface", "");
   if (!system.interface.empty()) CheckInterface(reader, "interface", system.interface, installation);
+  system.opens_engineered = reader.Boolean("opensEngineered", true);
+  system.opens_attached = reader.Boolean("opensAttached", true);
+  system.locked_by = reader.Text("lockedBy", "");
   system.management_mode = reader.Integer("managementMode", 0, 0, 1);
   system.discovery_interval = reader.Integer("discoveryInterval", 180, 0, kMostInt);
   system.update_interval = reader.Integer("updateInterval", 120, 0, kMostInt);
@@ -232,6 +234,7 @@ System ReadSystem(JsonReader& reader, const std::string& network, const Installa
 Network ReadNetwork(JsonReader& reader, const Installation& installation) {
   Network network;
   network.name = Name(reader, installation.networks, "/.");
+  network.opens = reader.Boolean("opens", true);
   network.local = reader.Boolean("local", true);
   network.internet = reader.Boolean("internet", false);
   network.remote_interfaces = reader.Texts("remoteInterfaces");

@@ -47,6 +47,14 @@ Json WriteObject(const LonMarkObject& object) {
   return json;
 }
 
+/// An empty list is written too where it is not what the reader assumes without one.
+void PutObjects(Json& json, const std::vector<LonMarkObject>& objects,
+                const std::vector<LonMarkObject>& otherwise) {
+  if (objects == otherwise) return;
+  json["lonMarkObjects"] = Json::array();
+  PutList(json, "lonMarkObjects", objects, WriteObject);
+}
+
 Json WriteVariable(const Variable& variable) {
   Json json = {{"name", variable.name}, {"format", variable.format}};
   if (variable.is_output) json["direction"] = "output";
@@ -55,12 +63,13 @@ Json WriteVariable(const Variable& variable) {
 }
 
 Json WriteTemplate(const DeviceTemplate& type) {
-  Json json = {{"name", type.name}, {"programId", type.program_id}};
+  Json json = {{"name", type.name}};
+  Put(json, "programId", type.program_id);
   Put(json, "xifPath", type.xif_path);
+  Put(json, "description", type.description);
   if (type.own_variables) json["variables"] = Json::array();
   if (type.own_variables) PutList(json, "variables", type.variables, WriteVariable);
-  if (type.own_objects) json["lonMarkObjects"] = Json::array();
-  if (type.own_objects) PutList(json, "lonMarkObjects", type.objects, WriteObject);
+  PutObjects(json, type.objects, BuiltInObjects(type));
   PutList(json, "componentApps", type.component_apps, WriteApp);
   return json;
 }
@@ -83,8 +92,7 @@ Json WriteDevice(const Device& device, const System& system) {
   for (const auto& [name, bytes] : device.values) json["values"][name] = ToHex(bytes);
   Put(json, "missing", device.missing, {});
   Put(json, "refuses", device.refuses, {});
-  if (!type || device.objects != type->objects) json["lonMarkObjects"] = Json::array();
-  if (!type || device.objects != type->objects) PutList(json, "lonMarkObjects", device.objects, WriteObject);
+  PutObjects(json, device.objects, type ? ObjectsOfDevices(*type) : std::vector<LonMarkObject>());
   return json;
 }
 
@@ -104,6 +112,9 @@ void PutSubsystems(Json& json, const std::vector<Subsystem>& subsystems, const S
 Json WriteSystem(const System& system) {
   Json json = {{"name", system.name}};
   Put(json, "interface", system.interface);
+  Put(json, "opensEngineered", system.opens_engineered, true);
+  Put(json, "opensAttached", system.opens_attached, true);
+  Put(json, "lockedBy", system.locked_by);
   Put(json, "managementMode", system.management_mode, 0);
   Put(json, "discoveryInterval", system.discovery_interval, 180);
   Put(json, "updateInterval", system.update_interval, 120);
@@ -118,6 +129,7 @@ Json WriteSystem(const System& system) {
 
 Json WriteNetwork(const Network& network) {
   Json json = {{"name", network.name}};
+  Put(json, "opens", network.opens, true);
   Put(json, "local", network.local, true);
   Put(json, "internet", network.internet, false);
   Put(json, "remoteInterfaces", network.remote_interfaces, {});

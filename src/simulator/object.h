@@ -25,7 +25,6 @@ struct Origin {
   std::shared_ptr<Session> session;
   LateBoundPtr parent;  // the object through which this one was reached
   Place place;
-  std::string key;      // of the session's shared objects
   std::string network;  // the object works only while the system of this network is open; empty for others
 };
 
@@ -57,9 +56,8 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   }
   template <class Child, class... More>
   LateBoundPtr MakeIn(const std::string& network, Place place, const More&... more) {
-    const std::string key = origin_.key + "\n" + place.path;
-    return session().Shared(key, [&] {
-      return std::make_shared<Child>(Origin{origin_.session, this->shared_from_this(), place, key, network},
+    return session().Shared({this, place.path}, [&] {
+      return std::make_shared<Child>(Origin{origin_.session, this->shared_from_this(), place, network},
                                      more...);
     });
   }
@@ -72,6 +70,15 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   }
 
  protected:
+  /// After a new name was put; the address ends with the name. What was reached from this object goes on.
+  void Rename(const std::string& name) {
+    std::string& path = origin_.place.path;
+    const Session::Key former{origin_.parent.get(), path};
+    path = path.substr(0, path.size() - origin_.place.item.size()) + name;
+    origin_.place.item = name;
+    session().Move(former, {origin_.parent.get(), path});
+  }
+
   /// The row that every class but the root ends with.
   static constexpr MemberRow<T> ParentRow(std::int32_t number) {
     return {number, "Parent", [](T& self, Arguments) -> Value { return self.parent(); }};

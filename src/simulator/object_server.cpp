@@ -53,8 +53,8 @@ void ObjectServer::SetFlags(const Value& value) {
 
 Value ObjectServer::Apps() {
   session().RequireOpen();
-  return Make<ComponentApps>(PartPlace("ComponentApps"), FindApps([](auto& installation) -> auto& {
-                               return installation.component_apps;
+  return Make<ComponentApps>(PartPlace("ComponentApps"), FindApps([](auto& installation) {
+                               return AppLists{&installation.component_apps};
                              }));
 }
 

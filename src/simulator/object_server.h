@@ -11,7 +11,7 @@ namespace simulator {
 class ObjectServer : public Simulated<ObjectServer> {
  public:
   explicit ObjectServer(std::shared_ptr<Session> session)
-      : Simulated({std::move(session), nullptr, {"LcaObjectServer", "", ""}, "", ""}) {}
+      : Simulated({std::move(session), nullptr, {"LcaObjectServer", "", ""}, ""}) {}
 
   static std::span<const MemberRow<ObjectServer>> Members();
 

@@ -118,6 +118,7 @@ void Session::OpenNetwork(const std::string& name) {
   RequireOpen();
   const model::Network& network = model::NetworkOf(installation(), name);
   if (!CanReach(network)) Fail(Code::NotFound, "The network \"" + name + "\" cannot be reached this way.");
+  if (!network.opens) Fail(Code::CannotOpen, "The network \"" + name + "\" cannot be opened.");
   if (!IsLocal() && !IsLightweight()) CheckInterfaceFree(active_interface_, name);
   networks_.insert(name);
 }
@@ -144,9 +145,16 @@ void Session::CheckInterfaceFree(const std::string& interface, const std::string
 void Session::OpenSystem(const std::string& name) {
   RequireNetwork(name);
   if (IsSystemOpen(name)) return;
-  const std::string interface = IsLocal() ? model::NetworkOf(installation(), name).system.interface : "";
+  const model::System& system = model::NetworkOf(installation(), name).system;
+  const std::string interface = IsLocal() ? system.interface : "";
+  const bool engineered = IsLocal() && interface.empty();
+  if (!system.locked_by.empty())
+    Fail(Code::InterfaceBusy, "The system \"" + system.name + "\" is locked by " + system.locked_by + ".");
+  if (!(engineered ? system.opens_engineered : system.opens_attached))
+    Fail(Code::CannotOpen, "The system \"" + system.name + "\" cannot be opened " +
+                               (engineered ? "in engineered mode." : "on the network."));
   if (!interface.empty()) CheckInterfaceFree(interface, name);
-  if (IsLocal() && interface.empty())
+  if (engineered)
     for (const auto& session : simulation_->Sessions())
       if (session->IsSystemOpen(name) && session->IsAttached(name))
         Fail(Code::InterfaceBusy, "The system \"" + name + "\" is open on the network elsewhere.");
@@ -175,14 +183,18 @@ void Session::Raise(std::int32_t event, platform::Arguments arguments) {
     if (handlers_.contains(number)) handler(event, arguments);
 }
 
-platform::LateBoundPtr Session::Shared(const std::string& key,
-                                       const std::function<platform::LateBoundPtr()>& make) {
+platform::LateBoundPtr Session::Shared(const Key& key, const std::function<platform::LateBoundPtr()>& make) {
   if (auto object = objects_[key].lock()) return object;
   if (objects_.size() > kObjectsBeforePruning)
     std::erase_if(objects_, [](const auto& each) { return each.second.expired(); });
   auto object = make();
   objects_[key] = object;
   return object;
+}
+
+void Session::Move(const Key& from, const Key& to) {
+  objects_[to] = objects_[from];
+  objects_.erase(from);
 }
 
 }  // namespace simulator

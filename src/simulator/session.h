@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/late_bound.h"
@@ -72,9 +73,13 @@ class Session : public std::enable_shared_from_this<Session> {
   void Unadvise(int number) { handlers_.erase(number); }
   void Raise(std::int32_t event, platform::Arguments arguments);
 
+  /// An object by the one through which it is reached, which it keeps alive, and its address.
+  using Key = std::pair<const platform::LateBound*, std::string>;
+
   /// The live object of that key, or the one that `make` creates: so the same thing reached twice on the same
   /// way is the same object.
-  platform::LateBoundPtr Shared(const std::string& key, const std::function<platform::LateBoundPtr()>& make);
+  platform::LateBoundPtr Shared(const Key& key, const std::function<platform::LateBoundPtr()>& make);
+  void Move(const Key& from, const Key& to);
 
  private:
   bool IsLocal() const { return !settings_.remote; }
@@ -92,7 +97,7 @@ class Session : public std::enable_shared_from_this<Session> {
   int idle_interval_ = 0;
   std::map<int, platform::EventHandler> handlers_;
   int next_handler_ = 0;
-  std::map<std::string, std::weak_ptr<platform::LateBound>> objects_;
+  std::map<Key, std::weak_ptr<platform::LateBound>> objects_;
 };
 
 }  // namespace simulator

@@ -1,46 +1,15 @@
 #include "simulator/simulation.h"
 
-#include <fstream>
-#include <sstream>
-#include <system_error>
-
 #include "simulator/errors.h"
+#include "simulator/files.h"
 #include "simulator/network_file.h"
 #include "simulator/object_server.h"
 #include "simulator/session.h"
 
 namespace simulator {
-namespace {
-
-std::string Utf8(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
-std::string ReadFile(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  if (file) text << file.rdbuf();
-  if (!file || text.fail()) throw FileError(Utf8(path) + ": cannot be read");
-  return text.str();
-}
-
-/// The old file stays whole until the new one is.
-void ReplaceFile(const std::filesystem::path& path, const std::string& text) {
-  std::filesystem::path fresh = path;
-  fresh += ".new";
-  std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-  file << text;
-  file.close();
-  std::error_code error;
-  if (file) std::filesystem::rename(fresh, path, error);
-  if (file && !error) return;
-  std::error_code ignored;
-  std::filesystem::remove(fresh, ignored);
-  throw FileError(Utf8(path) + ": cannot be written");
-}
-
-}  // namespace
+Simulation::Simulation(Sleeper sleeper)
+    : read_file([](const std::string& path) { return ReadWholeFile(FromUtf8(path)); }),
+      sleeper_(std::move(sleeper)) {}
 
 std::shared_ptr<Simulation> Simulation::FromFile(const std::filesystem::path& path, Sleeper sleeper) {
   std::shared_ptr<Simulation> simulation(new Simulation(std::move(sleeper)));
@@ -99,7 +68,9 @@ void Simulation::Save() {
 
 void Simulation::Reload() {
   if (path_.empty()) throw FileError("The networks do not come from a file.");
-  Take(ReadInstallation(ReadFile(path_), Utf8(path_.filename())));
+  const auto text = ReadWholeFile(path_);
+  if (!text) throw FileError(Utf8(path_) + ": cannot be read");
+  Take(ReadInstallation(*text, Utf8(path_.filename())));
 }
 
 void Simulation::Take(model::Installation installation) {

@@ -12,6 +12,7 @@
 #include "automation/published.h"
 #include "simulator/faults.h"
 #include "simulator/installation.h"
+#include "simulator/interface_file.h"
 #include "simulator/journal.h"
 
 namespace simulator {
@@ -53,6 +54,9 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   /// end.
   std::function<void()> on_stop;
 
+  /// Reads the interface files that are imported; at first those of the computer.
+  FileReader read_file;
+
   /// The open sessions, for questions that concern all of them.
   std::vector<std::shared_ptr<Session>> Sessions() const;
 
@@ -68,7 +72,7 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   void Sleep(std::chrono::milliseconds duration) { sleeper_(duration); }
 
  private:
-  explicit Simulation(Sleeper sleeper) : sleeper_(std::move(sleeper)) {}
+  explicit Simulation(Sleeper sleeper);
   void Take(model::Installation installation);
   std::vector<std::string> DevicePaths(const std::string& device);
 

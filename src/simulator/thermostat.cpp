@@ -5,6 +5,8 @@
 namespace simulator {
 namespace {
 
+constexpr const char* kProgramId = "8000D3550004041D";
+
 struct Default {
   const char* name;
   const char* format;
@@ -29,14 +31,16 @@ constexpr Default kVariables[] = {
 
 }  // namespace
 
-std::vector<model::Variable> ThermostatVariables() {
+std::vector<model::Variable> BuiltInVariables(const model::DeviceTemplate& type) {
+  if (type.program_id != kProgramId) return {};
   std::vector<model::Variable> variables;
   for (const Default& row : kVariables)
     variables.push_back({row.name, row.format, false, Format::Find(row.format)->Parse(row.value, row.bytes)});
   return variables;
 }
 
-std::vector<model::LonMarkObject> ThermostatObjects() {
+std::vector<model::LonMarkObject> BuiltInObjects(const model::DeviceTemplate& type) {
+  if (type.program_id != kProgramId || type.own_variables) return {};
   model::LonMarkObject node;
   node.name = node.programmatic_name = "Node Object";
   node.variables = {"nciMajVer", "nciMinVer"};

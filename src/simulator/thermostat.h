@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string_view>
 #include <vector>
 
 #include "simulator/installation.h"
@@ -8,9 +7,8 @@
 /// The room thermostat that the simulator knows by heart, so that a network file need not list its variables.
 namespace simulator {
 
-inline constexpr std::string_view kThermostatProgramId = "8000D3550004041D";
-
-std::vector<model::Variable> ThermostatVariables();
-std::vector<model::LonMarkObject> ThermostatObjects();
+/// What a template has that lists none: those of the thermostat for its program ID, otherwise nothing.
+std::vector<model::Variable> BuiltInVariables(const model::DeviceTemplate& type);
+std::vector<model::LonMarkObject> BuiltInObjects(const model::DeviceTemplate& type);
 
 }  // namespace simulator

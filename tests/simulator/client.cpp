@@ -1,5 +1,6 @@
 #include "simulator/client.h"
 
+#include <algorithm>
 #include <fstream>
 #include <regex>
 
@@ -104,6 +105,11 @@ std::string Contents(const std::filesystem::path& path) {
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {
   return text.replace(text.find(from), from.size(), to);
+}
+
+std::string Quoted(std::string text) {
+  std::replace(text.begin(), text.end(), '\'', '"');
+  return text;
 }
 
 }  // namespace client

@@ -68,4 +68,7 @@ std::string Contents(const std::filesystem::path& path);
 /// The text with the one place that reads `from` changed.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);
 
+/// With double quotes in place of single ones, so that tables stay readable.
+std::string Quoted(std::string text);
+
 }  // namespace client

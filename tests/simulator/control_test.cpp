@@ -45,6 +45,7 @@ TEST_F(Control, FaultsHitTheOperationTheyName) {
       {";T/S.F/A/nciSetPts;value;4;7", "0 0 0 0 7 "},
       {"B;;read;0;7", "0 0 0 0 0 "},
       {"A;nciSetPts;test;0;7", "0 0 0 0 0 "},
+      {";nciSetPts;put;1;7", "0 0 0 0 7 "},
       {";nciSetPts;read;3;0", "0 0 18200 18200 18200 "},  // the device vanishes
   };
   const LateBoundPtr points = Reach(root, kVariablesOfA + "(nciSetPts)");
@@ -63,10 +64,11 @@ TEST_F(Control, FaultsHitTheOperationTheyName) {
 TEST_F(Control, FaultsOfTheFileAreArmed) {
   World armed(Replaced(kWorld, "\"networks\"",
                        R"("faults": [{"item": "T", "operation": "open", "occurrence": 2, "code": 17008},
-                                     {"operation": "Mode", "occurrence": 0, "code": 17119}], "networks")"));
+                                     {"operation": "Mode=", "occurrence": 0, "code": 17119}], "networks")"));
   Play(armed.simulation->CreateObjectServer(),
        {"Open", "Networks(T).Open", kSystem + ".Open ! 17008", kSystem + ".Open",
-        kDeviceA + ".Interface.LonMarkObjects(1).Mode=0 ! 17119", "Simulator.FaultCount -> 2"});
+        kDeviceA + ".Interface.LonMarkObjects(1).Mode=0 ! 17119",
+        kDeviceA + ".Interface.LonMarkObjects(1).Mode -> 0", "Simulator.FaultCount -> 2"});
 }
 
 TEST_F(Control, VanishedDevicesStayInTheDatabase) {

@@ -1,6 +1,5 @@
 #include "simulator/network_file.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "simulator/client.h"
@@ -17,12 +16,6 @@ std::string ErrorOf(const std::string& text) {
     return error.what();
   }
   return "";
-}
-
-/// Single quotes stand for double ones, so that the tables stay readable.
-std::string Quoted(std::string text) {
-  std::replace(text.begin(), text.end(), '\'', '"');
-  return text;
 }
 
 TEST(NetworkFile, ErrorsNameLineAndField) {
@@ -65,6 +58,7 @@ TEST(NetworkFile, ErrorsNameLineAndField) {
       {"'networks'", "'latency': {'reed': 5}, 'networks'", "3", "latency.reed: unknown key"},
       {"'networks'", "'faults': [{'vanish': true, 'code': 5}], 'networks'", "3",
        "code: goes with no 'vanish'"},
+      {"'name': 'S'", "'opensAttached': 1", "5", "networks[0].system.opensAttached: expected true or false"},
       {"'networks'", "'faults': [{'item': 'x'}], 'networks'", "3", "faults[0].code: is required"},
       {"'networks'", "'nets'", "1", "networks: is required"},
   };
@@ -90,17 +84,18 @@ TEST(NetworkFile, EveryKeySurvivesSaving) {
     "autoSave": false, "interfaces": [{"name": "L1", "inUse": true}],
     "componentApps": [{"name": "Register", "server": "S.S", "classId": 0, "commandId": 50, "defaultApp": true,
                        "description": "D", "manufacturerId": "211", "version": "1.0"}],
-    "networks": [{"name": "T", "local": false, "internet": true, "remoteInterfaces": ["L1"], "system": {
-      "name": "S", "interface": "L1", "managementMode": 1, "discoveryInterval": 0, "updateInterval": 200,
+    "networks": [{"name": "T", "local": false, "internet": true, "remoteInterfaces": ["L1"], "opens": false, "system": {
+      "name": "S", "interface": "L1", "opensEngineered": false, "opensAttached": false, "lockedBy": "X", "managementMode": 1, "discoveryInterval": 0, "updateInterval": 200,
       "launchServer": true, "catalogPath": "C:\\Types",
       "componentApps": [{"name": "x", "server": "", "classId": 3}],
-      "templates": [{"name": "P", "programId": "9000000000000001", "xifPath": "p.xif",
+      "templates": [{"name": "P", "programId": "9000000000000001", "xifPath": "p.xif", "description": "d",
         "variables": [{"name": "v", "format": "INT", "direction": "output", "value": "0A"}],
         "lonMarkObjects": [{"name": "O", "programmaticName": "Obj", "index": 4, "typeIndex": 3, "mode": 2,
           "modeLocked": true, "variables": ["v"],
           "componentApps": [{"name": "y", "server": "", "classId": 28}]}],
         "componentApps": [{"name": "z", "server": "", "classId": 7}]},
-        {"name": "Bare", "programId": "9000000000000002", "variables": [], "lonMarkObjects": []}],
+        {"name": "Bare", "programId": "8000D3550004041D", "lonMarkObjects": []},
+        {"name": "New", "variables": []}],
       "subsystems": [{"name": "F", "subsystems": [{"name": "G"}], "devices": [{"name": "A", "template": "P",
         "handle": 9, "neuronId": "0123456789AB", "programId": "9000000000000003", "state": 6, "attachment": 2,
         "commissioned": false, "commissionStatus": 2, "configurationState": 1, "powered": false,
@@ -114,11 +109,39 @@ TEST(NetworkFile, EveryKeySurvivesSaving) {
   EXPECT_EQ(nlohmann::json::parse(saved), nlohmann::json::parse(full));
 }
 
+TEST(Demo, FilesAreInTheFormInWhichTheyAreSaved) {
+  for (const std::string name : {"network.json", "many-networks.json"}) {
+    const std::string file = Contents(DEMO_FOLDER + name);
+    EXPECT_EQ(simulator::WriteInstallation(simulator::ReadInstallation(file, name)), file);
+  }
+}
+
+TEST(Demo, NetworksOpenInDifferentWays) {
+  // The codes of opening the network, taking the interface away, opening the system, putting the interface
+  // back, and opening again.
+  const std::pair<const char*, const char*> cases[] = {
+      {"Harbour", "0 0 0 17005 0 "},
+      {"Foundry", "0 0 17012 0 0 "},
+      {"Ruin", "0 0 17012 0 17012 "},
+      {"Vault", "0 17005 16501 17005 16501 "},
+      {"Bog", "17012 17004 17004 17004 17004 "},
+  };
+  World world(Contents(DEMO_FOLDER "many-networks.json"));
+  for (const auto& [name, expected] : cases) {
+    const LateBoundPtr root = world.simulation->CreateObjectServer();
+    Do(root, "Open");
+    const std::string network = "Networks(Demo " + std::string(name) + ")", system = network + ".Systems(1)";
+    const std::string interface = system + ".NetworkServiceDevice.NetworkInterface";
+    std::string codes;
+    for (const std::string& line : {network + ".Open", interface + "=nothing", system + ".Open",
+                                    interface + "=@NetworkInterfaces(DEMO-LOCAL-2)", system + ".Open"})
+      codes += std::to_string(CodeOf(root, line)) + " ";
+    EXPECT_EQ(codes, expected) << name;
+  }
+}
+
 TEST(Demo, ShowsAThermostatInEveryState) {
-  const std::string file = Contents(DEMO_NETWORK);
-  EXPECT_EQ(simulator::WriteInstallation(simulator::ReadInstallation(file, "demo")), file)
-      << "the file is in the form in which it is saved";
-  World world(file);
+  World world(Contents(DEMO_FOLDER "network.json"));
   const LateBoundPtr root = world.simulation->CreateObjectServer();
   // With its state, attachment status, whether it was commissioned, its test, and the code of its readings.
   const std::tuple<std::string, std::string, const char*, int> cases[] = {
