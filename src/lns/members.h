@@ -40,9 +40,12 @@ inline constexpr Member kItem{"Item"};
 inline constexpr Member kName{"Name"};
 inline constexpr Member kParent{"Parent"};
 inline constexpr Member kClassId{"ClassId"};
+inline constexpr Member kRemove{"Remove"};
+inline constexpr std::int32_t kClassSystem = 3;
 inline constexpr std::int32_t kClassAppDevice = 7;
 
 // Network and system.
+inline constexpr const char* kAllDevices = "ALL";  // the subsystem of every device
 inline constexpr Member kOpen{"Open"};
 inline constexpr Member kClose{"Close"};    // inferred
 inline constexpr Member kIsOpen{"IsOpen"};  // on the system inferred
@@ -56,6 +59,28 @@ inline constexpr Member kDiscoveryInterval{"DiscoveryInterval"};
 // Asks for the periodic event, in milliseconds; chosen as the one setting of the system that the event needs.
 inline constexpr Member kBeginNssIdleEvent{"BeginNssIdleEvent"};
 inline constexpr std::int32_t kIdleEventMilliseconds = 200;
+
+// The interface that a local system talks through.
+inline constexpr Member kNetworkServiceDevice{"NetworkServiceDevice"};
+inline constexpr Member kNetworkInterface{"NetworkInterface"};
+
+// The resource catalogue: the one folder of the LonWorks installation that a system tells.
+inline constexpr Member kLdrfCatalogPath{"LdrfCatalogPath"};
+
+// Templates. The argument lists of Add and Remove are inferred.
+inline constexpr Member kTemplateLibrary{"TemplateLibrary"};
+inline constexpr Member kDeviceTemplates{"DeviceTemplates"};
+inline constexpr Member kAdd{"Add"};
+inline constexpr Member kImport{"Import"};
+
+// Commands of plug-ins. That CommandId and VersionNumber can be set is inferred.
+inline constexpr Member kComponentApps{"ComponentApps"};
+inline constexpr Member kCommandId{"CommandId"};
+inline constexpr Member kComponentClassId{"ComponentClassId"};
+inline constexpr Member kDefaultAppFlag{"DefaultAppFlag"};
+inline constexpr Member kDescription{"Description"};
+inline constexpr Member kRegisteredServer{"RegisteredServer"};
+inline constexpr Member kVersionNumber{"VersionNumber"};
 
 // Devices and what they carry.
 inline constexpr Member kAppDevices{"AppDevices"};

@@ -48,6 +48,34 @@ platform::LateBoundPtr CollectionBase::ItemAt(platform::Value key) const {
   return ToObject(Target().Invoke(members::kItem, CallKind::GetOrMethod, {&key, 1}));
 }
 
+void CollectionBase::Remove(std::int32_t ordinal) const {
+  const platform::Value key = ordinal;
+  Call(members::kRemove, {&key, 1});
+}
+void CollectionBase::Remove(const std::string& name) const {
+  const platform::Value key = name;
+  Call(members::kRemove, {&key, 1});
+}
+
+std::int32_t ComponentApp::CommandId() const { return ToInteger(Get(members::kCommandId)); }
+void ComponentApp::SetCommandId(std::int32_t command) const { Put(members::kCommandId, command); }
+std::int32_t ComponentApp::ComponentClassId() const { return ToInteger(Get(members::kComponentClassId)); }
+void ComponentApp::SetDefaultAppFlag(bool is_default) const { Put(members::kDefaultAppFlag, is_default); }
+void ComponentApp::SetDescription(const std::string& description) const {
+  Put(members::kDescription, description);
+}
+std::string ComponentApp::RegisteredServer() const { return ToText(Get(members::kRegisteredServer)); }
+std::string ComponentApp::VersionNumber() const { return ToText(Get(members::kVersionNumber)); }
+void ComponentApp::SetVersionNumber(const std::string& version) const {
+  Put(members::kVersionNumber, version);
+}
+
+ComponentApp ComponentApps::Add(const std::string& name, const std::string& registered_server,
+                                std::int32_t class_id) const {
+  const platform::Value arguments[] = {name, registered_server, class_id};
+  return ComponentApp(ToObject(Call(members::kAdd, arguments)));
+}
+
 void NetworkVariable::SetAccessOption(std::int32_t option) const { Put(members::kSourceOptions, option); }
 std::string NetworkVariable::FormatType() const { return ToText(Get(members::kDsFormatType)); }
 void NetworkVariable::SetFormatType(const std::string& format) const { Put(members::kDsFormatType, format); }
@@ -56,6 +84,9 @@ void NetworkVariable::SetValue(const std::string& text) const { Put(members::kVa
 
 std::int32_t LonMarkObject::Mode() const { return ToInteger(Get(members::kMode)); }
 void LonMarkObject::SetMode(std::int32_t scope) const { Put(members::kMode, scope); }
+lns::ComponentApps LonMarkObject::ComponentApps() const {
+  return lns::ComponentApps(GetObject(members::kComponentApps));
+}
 
 Collection<NetworkVariable> Interface::NetworkVariables() const {
   return Collection<NetworkVariable>(GetObject(members::kNetworkVariables));
@@ -65,6 +96,23 @@ Collection<LonMarkObject> Interface::LonMarkObjects() const {
 }
 
 std::string DeviceTemplate::ProgramId() const { return ToText(Get(members::kProgramId)); }
+lns::Interface DeviceTemplate::Interface() const { return lns::Interface(GetObject(members::kInterface)); }
+lns::ComponentApps DeviceTemplate::ComponentApps() const {
+  return lns::ComponentApps(GetObject(members::kComponentApps));
+}
+void DeviceTemplate::Import(const std::string& path) const {
+  const platform::Value argument = path;
+  Call(members::kImport, {&argument, 1});
+}
+
+DeviceTemplate DeviceTemplates::Add(const std::string& name) const {
+  const platform::Value argument = name;
+  return DeviceTemplate(ToObject(Call(members::kAdd, {&argument, 1})));
+}
+
+lns::DeviceTemplates TemplateLibrary::DeviceTemplates() const {
+  return lns::DeviceTemplates(GetObject(members::kDeviceTemplates));
+}
 
 lns::DeviceTemplate AppDevice::DeviceTemplate() const {
   return lns::DeviceTemplate(GetObject(members::kDeviceTemplate));
@@ -84,12 +132,29 @@ Collection<AppDevice> Subsystem::AppDevices() const {
   return Collection<AppDevice>(GetObject(members::kAppDevices));
 }
 
+lns::NetworkInterface NetworkServiceDevice::NetworkInterface() const {
+  return lns::NetworkInterface(GetObject(members::kNetworkInterface));
+}
+void NetworkServiceDevice::SetNetworkInterface(const lns::NetworkInterface& network_interface) const {
+  Put(members::kNetworkInterface, network_interface.reference());
+}
+
 void System::Open() const { Call(members::kOpen); }
 void System::Close() const { Call(members::kClose); }
 bool System::IsOpen() const { return ToBoolean(Get(members::kIsOpen)); }
 Collection<Subsystem> System::Subsystems() const {
   return Collection<Subsystem>(GetObject(members::kSubsystems));
 }
+lns::NetworkServiceDevice System::NetworkServiceDevice() const {
+  return lns::NetworkServiceDevice(GetObject(members::kNetworkServiceDevice));
+}
+lns::TemplateLibrary System::TemplateLibrary() const {
+  return lns::TemplateLibrary(GetObject(members::kTemplateLibrary));
+}
+lns::ComponentApps System::ComponentApps() const {
+  return lns::ComponentApps(GetObject(members::kComponentApps));
+}
+std::string System::LdrfCatalogPath() const { return ToText(Get(members::kLdrfCatalogPath)); }
 void System::SetDsPause(bool paused) const { Put(members::kDsPause, paused); }
 void System::SetDiscoveryInterval(std::int32_t seconds) const { Put(members::kDiscoveryInterval, seconds); }
 void System::BeginNssIdleEvent(std::int32_t milliseconds) const {
@@ -112,6 +177,9 @@ void ObjectServer::SetFlags(std::int32_t flags) const { Put(members::kFlags, fla
 void ObjectServer::SetOpenOption(bool value) const { Put(members::kOpenOption, value); }
 Collection<Network> ObjectServer::Networks() const {
   return Collection<Network>(GetObject(members::kNetworks));
+}
+lns::ComponentApps ObjectServer::ComponentApps() const {
+  return lns::ComponentApps(GetObject(members::kComponentApps));
 }
 Collection<NetworkInterface> ObjectServer::RemoteNetworkInterfaces() const {
   return Collection<NetworkInterface>(GetObject(members::kRemoteNetworkInterfaces));

@@ -49,6 +49,8 @@ class CollectionBase : public Object {
  public:
   using Object::Object;
   std::int32_t Count() const;
+  void Remove(std::int32_t ordinal) const;
+  void Remove(const std::string& name) const;
 
  protected:
   platform::LateBoundPtr ItemAt(platform::Value key) const;
@@ -65,6 +67,30 @@ class Collection : public CollectionBase {
 class NetworkInterface : public Object {
  public:
   using Object::Object;
+};
+
+/// A command of a plug-in, as directors find it on an object.
+class ComponentApp : public Object {
+ public:
+  using Object::Object;
+  std::int32_t CommandId() const;
+  void SetCommandId(std::int32_t command) const;
+  /// The class of the objects that the command is for.
+  std::int32_t ComponentClassId() const;
+  void SetDefaultAppFlag(bool is_default) const;
+  void SetDescription(const std::string& description) const;
+  /// The ProgID of the plug-in's automation class.
+  std::string RegisteredServer() const;
+  std::string VersionNumber() const;
+  void SetVersionNumber(const std::string& version) const;
+};
+
+class ComponentApps : public Collection<ComponentApp> {
+ public:
+  using Collection::Collection;
+  /// The reference returned may refer to nothing.
+  ComponentApp Add(const std::string& name, const std::string& registered_server,
+                   std::int32_t class_id) const;
 };
 
 class NetworkVariable : public Object {
@@ -85,6 +111,7 @@ class LonMarkObject : public Object {
   /// The scope of the resource file that defines the object: 0 standard to 6 one model of one maker.
   std::int32_t Mode() const;
   void SetMode(std::int32_t scope) const;
+  lns::ComponentApps ComponentApps() const;
 };
 
 class Interface : public Object {
@@ -98,6 +125,24 @@ class DeviceTemplate : public Object {
  public:
   using Object::Object;
   std::string ProgramId() const;
+  /// The interface of the devices of this type; its variables have no values.
+  lns::Interface Interface() const;
+  lns::ComponentApps ComponentApps() const;
+  /// Takes the interface from an external interface file, in text or binary form, that the object server can
+  /// reach.
+  void Import(const std::string& path) const;
+};
+
+class DeviceTemplates : public Collection<DeviceTemplate> {
+ public:
+  using Collection::Collection;
+  DeviceTemplate Add(const std::string& name) const;
+};
+
+class TemplateLibrary : public Object {
+ public:
+  using Object::Object;
+  lns::DeviceTemplates DeviceTemplates() const;
 };
 
 class AppDevice : public Object {
@@ -121,6 +166,14 @@ class Subsystem : public Object {
   Collection<AppDevice> AppDevices() const;
 };
 
+class NetworkServiceDevice : public Object {
+ public:
+  using Object::Object;
+  /// Nothing in engineered mode.
+  lns::NetworkInterface NetworkInterface() const;
+  void SetNetworkInterface(const lns::NetworkInterface& network_interface) const;
+};
+
 class System : public Object {
  public:
   using Object::Object;
@@ -128,6 +181,10 @@ class System : public Object {
   void Close() const;
   bool IsOpen() const;
   Collection<Subsystem> Subsystems() const;
+  lns::NetworkServiceDevice NetworkServiceDevice() const;
+  lns::TemplateLibrary TemplateLibrary() const;
+  lns::ComponentApps ComponentApps() const;
+  std::string LdrfCatalogPath() const;
   void SetDsPause(bool paused) const;
   void SetDiscoveryInterval(std::int32_t seconds) const;
   void BeginNssIdleEvent(std::int32_t milliseconds) const;
@@ -154,6 +211,7 @@ class ObjectServer : public Object {
   void SetFlags(std::int32_t flags) const;
   void SetOpenOption(bool value) const;
   Collection<Network> Networks() const;
+  lns::ComponentApps ComponentApps() const;
   Collection<NetworkInterface> RemoteNetworkInterfaces() const;
   void SetActiveRemoteNI(const NetworkInterface& network_interface) const;
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;

@@ -38,6 +38,8 @@ class Progress {
   void Show();
   /// Shows the window if it is not, and the text in it at once.
   void DisplayStatus(const std::string& status);
+  /// What the window says; empty while there is none.
+  std::string Status() const { return window_ ? window_->Status.Text() : ""; }
   void Close();
 
  private:

@@ -1,0 +1,221 @@
+#include "registration/command_registration.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "lns/members.h"
+#include "platform/attempt.h"
+#include "registration/names.h"
+#include "registration/template_library.h"
+#include "text/strings.h"
+
+namespace registration {
+namespace {
+
+using platform::Attempt;
+using session::SupportedCommand;
+
+constexpr std::int32_t kRegisterCommand = 50;
+
+// What a command's program ID can name. Only device templates have one.
+enum TemplateKind : std::int32_t {
+  kHardwareTemplate = 1,
+  kBuildTemplate = 2,
+  kDeviceTemplate = 3,
+  kProgramTemplate = 4
+};
+
+/// Calls the step for each item of a collection, in order.
+template <class T>
+void ForEach(const lns::Collection<T>& items, const std::function<void(const T&)>& step) {
+  const std::int32_t count = items.Count();
+  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) step(items.Item(ordinal));
+}
+
+class Run {
+ public:
+  explicit Run(const Surroundings& with) : with_(with), library_(with) {}
+
+  bool RegisterAll() {
+    Attempt([this] { with_.session.RegistrationRemote = with_.session.ObjectServer.RemoteFlag(); });
+    bool all = true;
+    for (SupportedCommand& command : with_.session.SupportedCommands)
+      all = Try([&] { RegisterEverywhere(command); }) && all;
+    return all && Try([this] { MarkSystem(); });
+  }
+
+ private:
+  /// Runs a step and shows why it failed, the same reason once.
+  bool Try(const std::function<void()>& step) {
+    std::string reason;
+    try {
+      step();
+      return true;
+    } catch (const std::exception& failure) {
+      reason = failure.what();
+    }
+    if (reason != shown_) with_.desktop.ShowMessage({reason, startup::kProgramTitle, ui::Icon::Critical});
+    shown_ = reason;
+    return false;
+  }
+
+  void RegisterEverywhere(SupportedCommand& command) {
+    command.CommandText = CommandName(command.CommandId);
+    const std::string type = ObjectTypeName(static_cast<std::int16_t>(command.ObjectType));
+    with_.progress.DisplayStatus("Adding command " + command.CommandText + " for " + type + " objects...");
+    if (command.TemplateKind != kDeviceTemplate) throw Failure("Error adding command " + command.CommandName);
+    const lns::DeviceTemplate device_template = TemplateOf(command);
+    if (command.ObjectType == session::kLonMarkObjectType) {
+      ForEach<lns::LonMarkObject>(
+          device_template.Interface().LonMarkObjects(),
+          [&](const lns::LonMarkObject& object) { AddOnce(object.ComponentApps(), command); });
+      return;
+    }
+    const lns::ComponentApp added = AddOnce(device_template.ComponentApps(), command);
+    if (added && AskForDefault(command, device_template.Name())) added.SetDefaultAppFlag(true);
+  }
+
+  /// Rows of one program ID share its template, and its failure: the user is asked for a file once.
+  lns::DeviceTemplate TemplateOf(const SupportedCommand& command) {
+    if (const auto known = failed_.find(command.ProgramId); known != failed_.end()) throw known->second;
+    try {
+      return library_.FindOrMake(command);
+    } catch (const Failure& failure) {
+      failed_.emplace(command.ProgramId, failure);
+      throw;
+    }
+  }
+
+  bool IsOurs(const lns::ComponentApp& app) const {
+    return text::EqualIgnoringCase(app.RegisteredServer(), with_.identity.PlugInProgID);
+  }
+
+  lns::ComponentApp Find(const lns::ComponentApps& apps, std::int32_t command, std::int32_t class_id) const {
+    lns::ComponentApp found;
+    ForEach<lns::ComponentApp>(apps, [&](const lns::ComponentApp& app) {
+      if (!found && IsOurs(app) && app.CommandId() == command && app.ComponentClassId() == class_id)
+        found = app;
+    });
+    return found;
+  }
+
+  /// The new command, or nothing where it is there already.
+  lns::ComponentApp AddOnce(const lns::ComponentApps& apps, const SupportedCommand& command) const {
+    if (const lns::ComponentApp found = Find(apps, command.CommandId, command.ObjectType)) {
+      UpdateVersion(found);
+      return {};
+    }
+    lns::ComponentApp added;
+    try {
+      added = apps.Add(command.CommandName, with_.identity.PlugInProgID, command.ObjectType);
+      if (!added) throw Failure("ComponentApp was not created.");
+      added.SetCommandId(command.CommandId);
+      added.SetDescription(command.CommandDescription);
+    } catch (const platform::Error& failure) {
+      // A command without its number would be offered and do nothing.
+      if (added) Attempt([&] { apps.Remove(command.CommandName); });
+      throw Failure("Error adding command " + command.CommandName + "\r\n" + failure.description());
+    }
+    UpdateVersion(added);
+    return added;
+  }
+
+  /// The manual calls the version read-only; directors compare it where it can be set.
+  void UpdateVersion(const lns::ComponentApp& app) const {
+    Attempt([&] {
+      if (app.VersionNumber() != with_.identity.PlugInVersion)
+        app.SetVersionNumber(with_.identity.PlugInVersion);
+    });
+  }
+
+  bool AskForDefault(const SupportedCommand& command, const std::string& template_name) const {
+    return with_.desktop.ShowMessage({"Do you wish to make " + command.CommandName +
+                                          " the default action for " + template_name + " devices?",
+                                      startup::kProgramTitle, ui::Icon::Question, ui::Buttons::YesNo}) ==
+           ui::Answer::Yes;
+  }
+
+  /// Directors look for a plug-in's "register" command on the system and compare its version.
+  void MarkSystem() {
+    SupportedCommand mark;
+    mark.CommandId = kRegisterCommand;
+    mark.ObjectType = lns::members::kClassSystem;
+    mark.CommandName = with_.identity.PlugInName + " " + CommandName(kRegisterCommand);
+    mark.CommandDescription = with_.identity.PlugInDescription;
+    AddOnce(with_.session.CurrentSystem.ComponentApps(), mark);
+  }
+
+  const Surroundings& with_;
+  TemplateLibrary library_;
+  std::map<std::string, Failure> failed_;
+  std::string shown_;
+};
+
+class Removal {
+ public:
+  explicit Removal(const std::string& server) : server_(server) {}
+
+  void FromSystem(const lns::System& system) const {
+    ForEachIn<lns::DeviceTemplate>([&] { return system.TemplateLibrary().DeviceTemplates(); },
+                                   [this](const lns::DeviceTemplate& each) {
+                                     From([&] { return each.ComponentApps(); });
+                                     FromObjects([&] { return each.Interface(); });
+                                   });
+    ForEachIn<lns::AppDevice>(
+        [&] { return system.Subsystems().Item(lns::members::kAllDevices).AppDevices(); },
+        [this](const lns::AppDevice& each) { FromObjects([&] { return each.Interface(); }); });
+    From([&] { return system.ComponentApps(); });
+  }
+
+  /// Takes the plug-in's commands out of a collection.
+  void From(const std::function<lns::ComponentApps()>& get) const {
+    Attempt([&] {
+      const lns::ComponentApps apps = get();
+      for (std::int32_t ordinal = apps.Count(); ordinal >= 1; --ordinal)
+        Attempt([&] {
+          if (text::EqualIgnoringCase(apps.Item(ordinal).RegisteredServer(), server_)) apps.Remove(ordinal);
+        });
+    });
+  }
+
+ private:
+  template <class T>
+  static void ForEachIn(const std::function<lns::Collection<T>()>& get,
+                        const std::function<void(const T&)>& step) {
+    Attempt([&] {
+      const lns::Collection<T> items = get();
+      const std::int32_t count = items.Count();
+      for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) Attempt([&] { step(items.Item(ordinal)); });
+    });
+  }
+
+  void FromObjects(const std::function<lns::Interface()>& get) const {
+    ForEachIn<lns::LonMarkObject>(
+        [&] { return get().LonMarkObjects(); },
+        [this](const lns::LonMarkObject& object) { From([&] { return object.ComponentApps(); }); });
+  }
+
+  std::string server_;
+};
+
+}  // namespace
+
+bool RegisterCommands(const Surroundings& with) {
+  if (!with.session.CurrentSystem) return false;
+  return Run(with).RegisterAll();
+}
+
+void RemoveCommandsAndTemplates(const Surroundings& with, bool exhaustive, bool first_network) {
+  const session::Session& session = with.session;
+  const Removal removal(with.identity.PlugInProgID);
+  removal.FromSystem(session.CurrentSystem);
+  if (first_network) removal.From([&] { return session.ObjectServer.ComponentApps(); });
+  if (!exhaustive) return;
+  using Unused = TemplateLibrary::Unused;
+  const TemplateLibrary library(with);
+  Attempt([&] { library.RemoveUnused(session.Interactive ? Unused::Ask : Unused::RemoveOwn); });
+}
+
+}  // namespace registration

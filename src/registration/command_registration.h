@@ -1,0 +1,23 @@
+#pragma once
+
+#include "lns/object_model.h"
+#include "registration/surroundings.h"
+
+namespace registration {
+
+/// Puts the plug-in's commands where directors look for them: on the device templates of the open system and
+/// on the LonMark objects of their interfaces. A command of its own on the system tells directors that this
+/// version is registered there.
+///
+/// Registering again changes nothing. False where a command could not be registered, which has been shown to
+/// the user; the others are registered, and the next try does the rest.
+bool RegisterCommands(const Surroundings& with);
+
+/// Takes all of the plug-in's commands off the open system; off the object server too, which is shared by all
+/// networks, where this is the first of them. What fails is skipped.
+///
+/// Exhaustive removes unused device templates as well: with `session.Interactive` each after a question, else
+/// only those that the plug-in has made.
+void RemoveCommandsAndTemplates(const Surroundings& with, bool exhaustive, bool first_network);
+
+}  // namespace registration

@@ -1,0 +1,46 @@
+#include "registration/main.h"
+
+#include "platform/attempt.h"
+#include "registration/network_visits.h"
+#include "startup/command_line.h"
+#include "text/strings.h"
+
+namespace registration {
+
+using platform::Attempt;
+
+bool MMain::Main(std::string_view command_line) {
+  using Role = startup::CommandLine::Role;
+  const startup::CommandLine asked = startup::ParseCommandLine(command_line);
+  if (asked.role == Role::RegisterPlugIn) {
+    Attempt([this] { RegisterPlugIn(with_, false, com_class_); });
+    return false;
+  }
+  if (asked.role == Role::DeregisterPlugIn) {
+    Attempt([&] { DeregisterPlugIn(asked.deregistration_mode, false); });
+    return false;
+  }
+  // No second copy is started to register the class when there is no command line: it is done here, so that
+  // the window tells the truth when it says "registered".
+  if (text::Trim(command_line).empty())
+    com_class_ = Attempt(process_.register_class) ? ComClass::Registered : ComClass::Refused;
+  return Attempt([this] {
+    fRegisterPlugIn::Actions actions;
+    actions.register_plug_in = [this] { RegisterPlugIn(with_, true, com_class_); };
+    actions.deregister_plug_in = [this](std::int32_t mode) { DeregisterPlugIn(mode, true); };
+    actions.end_plug_in = process_.end_plug_in;
+    window_ = std::make_unique<fRegisterPlugIn>(with_.desktop, with_.identity.PlugInName, std::move(actions));
+    window_->Show();
+  });
+}
+
+void MMain::DeregisterPlugIn(std::int32_t mode, bool interactive) {
+  constexpr std::int32_t kComplete = 0;
+  constexpr std::int32_t kExhaustive = 1;
+  with_.session.Interactive = interactive;
+  if (mode == kComplete || mode == kExhaustive)
+    RemovePlugInFromNetworks(with_, mode == kExhaustive, process_.object_server);
+  UnregisterPlugIn(with_, interactive);
+}
+
+}  // namespace registration

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+
+#include "lns/object_model.h"
+#include "registration/surroundings.h"
+
+namespace registration {
+
+/// Takes the plug-in's commands off every network of the object server, one network after the other: each is
+/// opened in engineered mode, and where that fails through its own network interface. Networks that do not
+/// open are left out without a word. Nothing stays open.
+///
+/// A system that opened in engineered mode stays without a network interface; where it did not, the one that
+/// it had is put back.
+void RemovePlugInFromNetworks(const Surroundings& with, bool exhaustive,
+                              const std::function<lns::ObjectServer()>& object_server);
+
+}  // namespace registration

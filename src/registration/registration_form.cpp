@@ -1,0 +1,64 @@
+#include "registration/registration_form.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace registration {
+
+fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions)
+    : Form(desktop, "fRegisterPlugIn", ui::BorderStyle::FixedSingle),
+      plug_in_name_(std::move(plug_in_name)),
+      actions_(std::move(actions)) {
+  SetCaption("Plug-in name will be set here at run time");
+  cmbDeregMode.SetAccessibleName("Deregistration mode");
+  bRegister.on_click = [this] { Register(); };
+  bDeregister.on_click = [this] { Deregister(); };
+  bExit.on_click = [this] { Unload(); };
+  default_button = &bRegister;
+  cancel_button = &bExit;
+  using ui::Box;
+  SetLayout(Box::Column(
+      {Box::Row({Box::Leaf(bRegister), Box::Leaf(bDeregister), Box{}.StretchWidth(), Box::Leaf(bExit)})
+           .StretchWidth(),
+       Box::Framed(Frame1, Box::Leaf(cmbDeregMode).StretchWidth()).StretchWidth()}));
+}
+
+void fRegisterPlugIn::OnLoad() {
+  SetCaption(plug_in_name_);
+  const std::vector<std::string> modes = {"Minimal Mode", "Complete Mode", "Exhaustive Mode"};
+  cmbDeregMode.SetItems(modes);
+  cmbDeregMode.SetText(modes[1]);
+  const ui::Desktop::Area screen = desktop().WorkArea();
+  SetBounds(screen.left + (screen.width - Width()) / 2, screen.top + (screen.height - Height()) / 2, Width(),
+            Height());
+}
+
+void fRegisterPlugIn::Register() {
+  LockControls(true);
+  actions_.register_plug_in();
+  LockControls(false);
+  Unload();
+}
+
+void fRegisterPlugIn::Deregister() {
+  LockControls(true);
+  const std::vector<std::string>& modes = cmbDeregMode.Items();
+  const auto position = std::find(modes.begin(), modes.end(), cmbDeregMode.Text()) - modes.begin();
+  actions_.deregister_plug_in(static_cast<std::int32_t>(position) - 1);
+  LockControls(false);
+  Unload();
+}
+
+void fRegisterPlugIn::LockControls(bool locked) {
+  cmbDeregMode.SetLocked(locked);
+  for (ui::Button* button : {&bRegister, &bDeregister, &bExit}) button->SetEnabled(!locked);
+}
+
+bool fRegisterPlugIn::OnQueryUnload(ui::CloseReason reason) {
+  // What a button has begun ends first.
+  return reason != ui::CloseReason::User || bExit.Enabled();
+}
+
+void fRegisterPlugIn::OnUnload() { actions_.end_plug_in(); }
+
+}  // namespace registration

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ui/controls.h"
+#include "ui/form.h"
+
+namespace registration {
+
+/// What a user sees who starts the program by hand: register, deregister in a mode of choice, or leave. Every
+/// button does its one thing and closes the window, and with it the program.
+class fRegisterPlugIn : public ui::Form {
+ public:
+  struct Actions {
+    std::function<void()> register_plug_in;
+    /// With the mode: -1 minimal, 0 complete, 1 exhaustive.
+    std::function<void(std::int32_t mode)> deregister_plug_in;
+    std::function<void()> end_plug_in;
+  };
+  fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions);
+
+  ui::Button bRegister{"bRegister", "&Register"};
+  ui::Button bDeregister{"bDeregister", "&Deregister"};
+  ui::Button bExit{"bExit", "E&xit"};
+  ui::Frame Frame1{"Frame1", "Deregistration Mode"};
+  ui::ChoiceList cmbDeregMode{"cmbDeregMode"};
+
+ protected:
+  void OnLoad() override;
+  bool OnQueryUnload(ui::CloseReason reason) override;
+  void OnUnload() override;
+
+ private:
+  void Register();
+  void Deregister();
+  void LockControls(bool locked);
+
+  std::string plug_in_name_;
+  Actions actions_;
+};
+
+}  // namespace registration

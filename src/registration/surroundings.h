@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/program.h"
+#include "platform/shell.h"
+#include "registry/registry.h"
+#include "session/session.h"
+#include "startup/identity.h"
+#include "ui/desktop.h"
+#include "ui/progress.h"
+#include "xif/interface_files.h"
+
+namespace registration {
+
+/// What registration works with; all of it outlives its procedures.
+struct Surroundings {
+  ui::Desktop& desktop;
+  const platform::Program& program;
+  platform::Shell& shell;
+  registry::CRegistry& registry;
+  const startup::Identity& identity;
+  session::Session& session;
+  ui::Progress& progress;
+  xif::InterfaceFiles& interface_files;
+};
+
+}  // namespace registration

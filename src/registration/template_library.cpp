@@ -1,0 +1,156 @@
+#include "registration/template_library.h"
+
+#include <set>
+#include <vector>
+
+#include "lns/members.h"
+#include "platform/attempt.h"
+#include "text/strings.h"
+
+namespace registration {
+namespace {
+
+using platform::Attempt;
+
+/// The folder above a path; empty where there is none.
+std::string FolderOf(const std::string& path) {
+  const std::size_t end = path.find_last_of('\\');
+  return end == std::string::npos ? "" : path.substr(0, end);
+}
+
+std::string WithoutBackslash(std::string folder) {
+  while (!folder.empty() && folder.back() == '\\') folder.pop_back();
+  return folder;
+}
+
+/// By convention interface files lie in the Import folder beside the Types folder, which holds the catalogue.
+/// The catalogue may be given with or without its file name.
+std::string ImportFolderBeside(const std::string& catalog_path) {
+  std::string types = WithoutBackslash(catalog_path);
+  if (text::EqualIgnoringCase(types.substr(types.find_last_of('\\') + 1), "ldrf.cat"))
+    types = FolderOf(types);
+  const std::string lonworks = FolderOf(types);
+  return lonworks.empty() ? "" : lonworks + "\\Import";
+}
+
+std::set<std::string> ReferencedProgramIds(const lns::System& system) {
+  std::set<std::string> referenced;
+  const auto devices = system.Subsystems().Item(lns::members::kAllDevices).AppDevices();
+  const std::int32_t count = devices.Count();
+  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
+    referenced.insert(text::ToUpper(devices.Item(ordinal).DeviceTemplate().ProgramId()));
+  return referenced;
+}
+
+}  // namespace
+
+lns::DeviceTemplate TemplateLibrary::FindOrMake(const session::SupportedCommand& command) {
+  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  const std::int32_t count = templates.Count();
+  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
+    const lns::DeviceTemplate each = templates.Item(ordinal);
+    if (text::EqualIgnoringCase(each.ProgramId(), command.ProgramId)) return each;
+  }
+  return Make(command);
+}
+
+lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& command) {
+  const std::string path = FindInterfaceFile(command.ProgramId);
+  if (path.empty()) throw Failure("Unable to find XIF file / create a template.");
+  const std::string name = UniqueName(command.TemplateName);
+  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  const lns::DeviceTemplate made = templates.Add(name);
+  // A file of another device must not carry this one's commands.
+  const bool imported = Attempt([&] { made.Import(path); }) && [&] {
+    std::string program_id;
+    Attempt([&] { program_id = made.ProgramId(); });
+    return text::EqualIgnoringCase(program_id, command.ProgramId);
+  }();
+  if (!imported) {
+    Attempt([&] { templates.Remove(name); });
+    throw Failure("Could not import the external interface file " + path + ".");
+  }
+  RememberAsOwn(name, command.ProgramId);
+  return made;
+}
+
+std::string TemplateLibrary::FindInterfaceFile(const std::string& program_id) {
+  SetSearchFolder();
+  const std::string found = with_.interface_files.FindXifForProgramId(program_id);
+  return found.empty() ? with_.interface_files.LocateXifByDialog(program_id) : found;
+}
+
+void TemplateLibrary::SetSearchFolder() {
+  // A remote object server's folders are not this computer's.
+  if (with_.session.RegistrationRemote) return;
+  std::string folder;
+  Attempt([&] { folder = ImportFolderBeside(with_.session.CurrentSystem.LdrfCatalogPath()); });
+  if (folder.empty()) {
+    const std::string lonworks =
+        WithoutBackslash(with_.registry.MachineSetting("SOFTWARE\\LonWorks", "LonWorks Path"));
+    if (!lonworks.empty()) folder = lonworks + "\\Import";
+  }
+  if (!folder.empty()) with_.interface_files.folder = folder;
+}
+
+std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
+  constexpr int kMostNames = 100;
+  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  std::set<std::string> taken;
+  const std::int32_t count = templates.Count();
+  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) taken.insert(templates.Item(ordinal).Name());
+  for (int number = 1; number <= kMostNames; ++number) {
+    const std::string name = number == 1 ? wanted : wanted + " " + std::to_string(number);
+    if (!taken.contains(name)) return name;
+  }
+  throw Failure("Could not create a unique template name.");
+}
+
+std::string TemplateLibrary::OwnTemplateValue(const std::string& template_name) const {
+  return with_.session.CurrentNetwork.Name() + "/" + template_name;
+}
+
+void TemplateLibrary::RememberAsOwn(const std::string& template_name, const std::string& program_id) const {
+  // Where this is refused, the template is kept when the plug-in goes.
+  Attempt([&] {
+    with_.registry.SetMachineSetting(OwnTemplatesKey(), OwnTemplateValue(template_name), program_id);
+  });
+}
+
+bool TemplateLibrary::IsOwn(const lns::DeviceTemplate& device_template) const {
+  const std::string made =
+      with_.registry.MachineSetting(OwnTemplatesKey(), OwnTemplateValue(device_template.Name()));
+  return !made.empty() && text::EqualIgnoringCase(made, device_template.ProgramId());
+}
+
+void TemplateLibrary::RemoveUnused(Unused which) const {
+  std::set<std::string> referenced;
+  if (!Attempt([&] { referenced = ReferencedProgramIds(with_.session.CurrentSystem); })) return;
+  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  std::vector<std::string> names;
+  const std::int32_t count = templates.Count();
+  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
+    Attempt([&] {
+      const lns::DeviceTemplate each = templates.Item(ordinal);
+      if (referenced.contains(text::ToUpper(each.ProgramId()))) return;
+      if (which == Unused::Ask || IsOwn(each)) names.push_back(each.Name());
+    });
+  for (const std::string& name : names) {
+    if (which == Unused::Ask) {
+      const ui::Answer answer = with_.desktop.ShowMessage(
+          {"The device template '" + name +
+               "' is no longer referenced by any device in the current network. Do you want to remove the "
+               "device template from the template library?",
+           startup::kProgramTitle, ui::Icon::Exclamation, ui::Buttons::YesNo, /*second_is_default=*/true});
+      if (answer != ui::Answer::Yes) continue;
+    }
+    if (Attempt([&] { templates.Remove(name); })) {
+      Attempt([&] { with_.registry.SetMachineSetting(OwnTemplatesKey(), OwnTemplateValue(name), ""); });
+    } else if (which == Unused::Ask) {
+      with_.desktop.ShowMessage(
+          {"Unable to remove the device template: " + name, startup::kProgramTitle, ui::Icon::Critical});
+    }
+  }
+}
+
+}  // namespace registration

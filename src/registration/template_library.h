@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "lns/object_model.h"
+#include "registration/surroundings.h"
+
+namespace registration {
+
+/// A failing step of command registration, with what the user is told of it.
+class Failure : public std::exception {
+ public:
+  explicit Failure(std::string text) : text_(std::move(text)) {}
+  const char* what() const noexcept override { return text_.c_str(); }
+
+ private:
+  std::string text_;
+};
+
+/// The device templates of the open system, as the plug-in needs them. It remembers in the machine's registry
+/// which templates it has made itself, so that only those are ever removed without a question.
+class TemplateLibrary {
+ public:
+  explicit TemplateLibrary(const Surroundings& with) : with_(with) {}
+
+  /// The template of the command's program ID; where the system has none, one made from the device's external
+  /// interface file, which is searched on disk and then asked for. Throws a Failure with nothing left behind.
+  lns::DeviceTemplate FindOrMake(const session::SupportedCommand& command);
+
+  enum class Unused { Ask, RemoveOwn };
+  /// Removes templates that no device of the system refers to: each one that the user agrees to, or, without
+  /// a word, those that this plug-in has made. Where a device cannot tell its template none is removed.
+  void RemoveUnused(Unused which) const;
+
+ private:
+  lns::DeviceTemplate Make(const session::SupportedCommand& command);
+  std::string FindInterfaceFile(const std::string& program_id);
+  std::string UniqueName(const std::string& wanted) const;
+  void SetSearchFolder();
+  void RememberAsOwn(const std::string& template_name, const std::string& program_id) const;
+  bool IsOwn(const lns::DeviceTemplate& device_template) const;
+  std::string OwnTemplatesKey() const { return with_.identity.PlugInKey() + "\\Templates"; }
+  std::string OwnTemplateValue(const std::string& template_name) const;
+
+  Surroundings with_;
+};
+
+}  // namespace registration

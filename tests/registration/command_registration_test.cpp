@@ -1,0 +1,158 @@
+#include "registration/command_registration.h"
+
+#include <gtest/gtest.h>
+
+#include "registration/registration_world.h"
+
+namespace {
+
+const std::string kDeviceCommand = "Korvell QM5R-FC PIR Device Configure";
+const std::string kObjectCommand = "Korvell QM5R-FC PIR LonMarkObject Configure";
+
+struct CommandRegistration : testing::Test {
+  /// The error number of a command, 0 where it succeeds.
+  int Send(std::int32_t command) {
+    try {
+      world.Send(*api, command, 0, "");
+      return 0;
+    } catch (const platform::Error& error) {
+      EXPECT_EQ(error.description(), "Unable to register Supported Commands");
+      return error.number();
+    }
+  }
+  void Open(const std::string& network) { world.Put(*api, "networkName", network); }
+  const simulator::model::System& System(const std::string& network) {
+    return simulator::model::NetworkOf(world.simulation->installation(), network).system;
+  }
+
+  RegistrationWorld world;
+  std::shared_ptr<plugin::LNSPlugInAPI> api = world.CreateApi();
+};
+
+TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack) {
+  world.desktop.answers = {ui::Answer::Yes};
+  for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Orchard", "Demo Islands"}) {
+    SCOPED_TRACE(network);
+    Open(network);
+    const std::string before = world.Saved();
+    world.desktop.messages.clear();
+    EXPECT_EQ(Send(50), 0);
+    ASSERT_EQ(world.desktop.messages.size(), 1u);
+    const auto& types = System(network).templates;
+    const auto type = std::ranges::find(types, std::string("8000D3550004041D"),
+                                        &simulator::model::DeviceTemplate::program_id);
+    ASSERT_NE(type, types.end());
+    EXPECT_EQ(world.MessageTexts()[0], "Do you wish to make " + kDeviceCommand + " the default action for " +
+                                           type->name + " devices?");
+    const simulator::model::ComponentApp device{kDeviceCommand,
+                                                "QM5RFcPirConfigure.LNSPlugInAPI",
+                                                7,
+                                                13,
+                                                true,
+                                                "Configure the Korvell QM5R-FC PIR Application Device",
+                                                "",
+                                                "1.2.3"};
+    const simulator::model::ComponentApp object{kObjectCommand,
+                                                "QM5RFcPirConfigure.LNSPlugInAPI",
+                                                28,
+                                                13,
+                                                false,
+                                                "Configure the Korvell QM5R-FC PIR LonMarks Object",
+                                                "",
+                                                "1.2.3"};
+    EXPECT_EQ(type->component_apps.back(), device);
+    ASSERT_FALSE(type->objects.empty());
+    for (const auto& block : type->objects) EXPECT_EQ(block.component_apps.back(), object);
+    const auto& mark = System(network).component_apps.back();
+    EXPECT_EQ(std::tuple(mark.command_id, mark.class_id, mark.version), std::tuple(50, 3, "1.2.3"));
+    for (const auto& row : world.session.SupportedCommands) EXPECT_EQ(row.CommandText, "Configure");
+
+    const std::string registered = world.Saved();
+    EXPECT_EQ(Send(50), 0);
+    EXPECT_EQ(world.Saved(), registered) << "the second time changes nothing";
+    EXPECT_EQ(world.desktop.messages.size(), 1u) << "nor asks again";
+    EXPECT_EQ(Send(51), 0);
+    EXPECT_EQ(world.Saved(), before);
+    EXPECT_EQ(world.desktop.messages.size(), 1u);
+  }
+  EXPECT_EQ(world.statuses[0], "Registering plug-in . . .");
+  EXPECT_EQ(world.statuses[1], "Adding command Configure for LonMark Object objects...");
+  EXPECT_EQ(world.statuses[2], "Adding command Configure for Application Device objects...");
+  EXPECT_EQ(world.statuses.back(), "Unregistering plug-in . . .");
+}
+
+TEST_F(CommandRegistration, ATemplateOfSomebodyElseIsKept) {
+  Open("Demo Orchard");
+  auto& types =
+      simulator::model::NetworkOf(world.simulation->installation(), "Demo Orchard").system.templates;
+  EXPECT_EQ(Send(50), 0);
+  EXPECT_EQ(Send(51), 0);
+  EXPECT_NE(std::ranges::find(types, std::string("8000D3550004041D"),
+                              &simulator::model::DeviceTemplate::program_id),
+            types.end());
+}
+
+/// Each step that can fail: what the user is told, that nothing is left half done, and that the next try
+/// works.
+TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
+  struct Case {
+    const char* network;
+    std::function<void()> breaks;
+    std::string told;
+    std::function<void()> mends = [] {};
+    bool leaves_nothing = true;
+  };
+  const auto fault = [this](const char* item, const char* operation) {
+    return [this, item, operation] { world.simulation->faults().Add({"", item, operation, 0, 17008}); };
+  };
+  auto& quarry =
+      simulator::model::NetworkOf(world.simulation->installation(), "Demo Quarry").system.templates;
+  const auto with_taken_names = quarry.size();
+  const std::string no_file = "Unable to find XIF file / create a template.";
+  const std::string add = "Error adding command ";
+  const Case cases[] = {
+      {"Demo Quarry", [this] { world.files.Lock("C:\\LonWorks\\Import"); }, no_file,
+       [this] { world.desktop.open_path = RegistrationWorld::kXif; }},
+      {"Demo Quarry", fault("", "Import"),
+       std::string("Could not import the external interface file ") + RegistrationWorld::kXif + "."},
+      {"Demo Quarry",
+       [&] {
+         for (int number = 1; number <= 100; ++number)
+           quarry.push_back(
+               {.name = "Korvell QM5R-FC PIR" + (number == 1 ? "" : " " + std::to_string(number))});
+       },
+       "Could not create a unique template name.", [&] { quarry.resize(with_taken_names); }},
+      {"Demo Harbour", fault("Korvell QM5R-FC PIR [demo]", "Add"), add + kDeviceCommand, [] {}, false},
+      {"Demo Harbour", fault(kDeviceCommand.c_str(), "CommandId="), add + kDeviceCommand, [] {}, false},
+      {"Demo Harbour", fault("Demo Harbour", "TemplateLibrary"), ""},
+      {"Demo Harbour", fault("Demo Harbour", "Add"), add + "Korvell QM5R-FC PIR Configure Register", [] {},
+       false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.told);
+    Open(c.network);
+    c.breaks();
+    const std::string before = world.Saved();
+    world.desktop.messages.clear();
+    EXPECT_EQ(Send(50), 20000);
+    EXPECT_NE(world.progress.Status(), "") << "the progress window stays";
+    std::vector<std::string> told = world.MessageTexts();
+    std::erase_if(told, [](const std::string& text) { return text.starts_with("Do you wish"); });
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].rfind(c.told, 0), 0u) << told[0];
+    world.simulation->faults().Clear();
+    if (c.leaves_nothing) EXPECT_EQ(world.Saved(), before);
+    for (const auto& type : System(c.network).templates)
+      for (const auto& app : type.component_apps) EXPECT_NE(app.command_id, 0) << app.name;
+    c.mends();
+    EXPECT_EQ(Send(50), 0);
+    EXPECT_EQ(world.progress.Status(), "");
+    EXPECT_EQ(System(c.network).component_apps.back().command_id, 50);
+    EXPECT_EQ(Send(51), 0);
+  }
+  EXPECT_EQ(world.desktop.open_dialogs.size(), 2u) << "the four commands of one program ID ask once";
+}
+
+TEST_F(CommandRegistration, NeedsANetwork) { EXPECT_EQ(Send(50), 20000); }
+
+}  // namespace

@@ -1,0 +1,139 @@
+#include "registration/network_visits.h"
+
+#include <gtest/gtest.h>
+
+#include "registration/registration_world.h"
+
+namespace {
+
+struct NetworkVisits : testing::Test {
+  /// What the database should be after the visits: engineered mode leaves the service device without
+  /// interface.
+  std::string WithoutInterfaces(const std::vector<std::string>& networks) const {
+    auto installation = world.simulation->installation();
+    for (const std::string& network : networks)
+      simulator::model::NetworkOf(installation, network).system.interface.clear();
+    return simulator::WriteInstallation(installation);
+  }
+  void Register(const std::string& network) {
+    const auto api = world.CreateApi();
+    world.Put(*api, "networkName", network);
+    world.Send(*api, 50, 0, "");
+  }
+  void Deregister(std::int32_t mode, bool interactive) {
+    world.desktop.messages.clear();
+    world.statuses.clear();
+    registration::MMain(world.surroundings, world.by_hand).DeregisterPlugIn(mode, interactive);
+    EXPECT_FALSE(world.session.ObjectServer);
+    EXPECT_FALSE(world.session.CurrentNetwork);
+    EXPECT_FALSE(world.main.lcaOS().IsOpen());
+    for (const auto& session : world.simulation->Sessions())
+      for (const auto& network : world.simulation->installation().networks)
+        EXPECT_FALSE(session->IsNetworkOpen(network.name)) << network.name;
+  }
+
+  RegistrationWorld world;
+  // In these the system opens in engineered mode.
+  const std::vector<std::string> engineered = {"Demo Empty Shell", "Demo Harbour", "Demo Quarry",
+                                               "Demo Orchard", "Demo Islands"};
+};
+
+TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
+  const std::string expected = WithoutInterfaces(engineered);
+  for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Foundry", "Demo Islands"})
+    Register(network);
+  auto& shared = world.simulation->installation().component_apps;
+  shared.push_back({.name = "Old", .server = "qm5rfcpirconfigure.lnspluginapi", .command_id = 50});
+  EXPECT_NE(world.Saved(), expected);
+  world.desktop.answers = {ui::Answer::No};  // of the templates offered, the first is kept
+  Deregister(1, true);
+  EXPECT_EQ(world.Saved().find("QM5RFcPirConfigure"), std::string::npos);
+  const auto line = [](const std::string& network, const std::string& more) {
+    return "Opening " + network + "..." + more;
+  };
+  const std::string mode = "\r\nEngineered system mode", deregister = "Deregister commands...";
+  EXPECT_EQ(world.statuses,
+            (std::vector<std::string>{"Opening the Object Server...",
+                                      line("Demo Empty Shell", ""),
+                                      line("Demo Empty Shell", mode),
+                                      deregister,
+                                      line("Demo Harbour", ""),
+                                      line("Demo Harbour", mode),
+                                      deregister,
+                                      line("Demo Quarry", ""),
+                                      line("Demo Quarry", mode),
+                                      deregister,
+                                      line("Demo Orchard", ""),
+                                      line("Demo Orchard", mode),
+                                      deregister,
+                                      line("Demo Foundry", ""),
+                                      line("Demo Foundry", mode),
+                                      line("Demo Foundry", "\r\nNetwork Interface 'DEMO-LOCAL-2'"),
+                                      deregister,
+                                      line("Demo Ruin", ""),
+                                      line("Demo Ruin", mode),
+                                      line("Demo Ruin", "\r\nNetwork Interface 'DEMO-LOCAL-2'"),
+                                      line("Demo Vault", ""),
+                                      line("Demo Vault", mode),
+                                      line("Demo Vault", "\r\nNetwork Interface 'DEMO-LOCAL-2'"),
+                                      line("Demo Bog", ""),
+                                      line("Demo Islands", ""),
+                                      line("Demo Islands", mode),
+                                      deregister}));
+  EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
+  std::vector<std::string> offered;
+  for (const std::string& text : world.MessageTexts()) {
+    const std::string start = "The device template '";
+    if (text.starts_with(start))
+      offered.push_back(text.substr(start.size(), text.find("' is no") - start.size()));
+  }
+  EXPECT_EQ(offered, (std::vector<std::string>{"Korvell QM5R-FC PIR", "Korvell QM5R-FC PIR [unused]",
+                                               "Demo Wall Switch [unused]", "Demo Template without a file"}));
+}
+
+TEST_F(NetworkVisits, WithoutAWordFromTheCommandLine) {
+  const std::string expected = WithoutInterfaces(engineered);
+  for (const std::string network : {"Demo Harbour", "Demo Foundry", "Demo Quarry"}) Register(network);
+  world.statuses.clear();
+  world.desktop.messages.clear();
+  EXPECT_FALSE(registration::MMain(world.surroundings, world.by_hand).Main("/deregplugin /deregmode:1"));
+  EXPECT_EQ(world.Saved(), expected);
+  EXPECT_TRUE(world.statuses.empty());
+  EXPECT_TRUE(world.desktop.messages.empty());
+}
+
+/// Nothing of the object server may fail in a way that stops the removal of the plug-in itself.
+TEST_F(NetworkVisits, ShortenWhereTheObjectServerFails) {
+  Register("Demo Harbour");
+  const std::string key = world.identity.PlugInKey();
+  const auto deregisters = [&] {
+    world.registry.SetMachineSetting(key, "", "x");
+    Deregister(0, true);
+    return world.registry.MachineSetting(key, "").empty();
+  };
+  const std::string registered = world.Saved();
+  for (const char* operation : {"Networks", "Open", "NetworkServiceDevice", "ComponentApps", "RemoteFlag="}) {
+    world.simulation->faults().Add({"", "", operation, 0, 17008});
+    EXPECT_TRUE(deregisters()) << operation;
+    world.simulation->faults().Clear();
+  }
+  world.object_server_missing = true;
+  EXPECT_TRUE(deregisters());
+  // An interface that cannot be told is not taken away.
+  EXPECT_NE(registered.find("\"interface\": \"DEMO-LOCAL-1\""), std::string::npos);
+}
+
+TEST_F(NetworkVisits, OnlyTheFirstNetworkSpeaksForAllNetworks) {
+  auto& installation = world.simulation->installation();
+  const auto shared = [&] { return installation.component_apps.size(); };
+  installation.component_apps.push_back({.name = "Old", .server = world.identity.PlugInProgID});
+  ASSERT_EQ(shared(), 2u);
+  installation.networks[0].opens = false;
+  Deregister(0, false);
+  EXPECT_EQ(shared(), 2u);
+  installation.networks[0].opens = true;
+  Deregister(0, false);
+  EXPECT_EQ(shared(), 1u);
+}
+
+}  // namespace

@@ -1,0 +1,178 @@
+#include "registration/plug_in_registration.h"
+
+#include <gtest/gtest.h>
+
+#include "registration/main.h"
+#include "registration/names.h"
+#include "registration/version.h"
+#include "support/world.h"
+
+namespace {
+
+using registration::ComClass;
+
+class PlugInRegistration : public testing::Test {
+ protected:
+  void SetUp() override { world.registry.DeleteMachineKey(key); }
+  std::string Stored(const std::string& name) const { return world.registry.MachineSetting(key, name); }
+  /// Text, caption and icon of the one box that was shown; "" for none.
+  std::string Told() const {
+    std::string told;
+    for (const auto& [message, answer] : world.desktop.messages)
+      told += message.text + "|" + message.caption + (message.icon == ui::Icon::Critical ? "|!" : "|i");
+    return told;
+  }
+
+  World world;
+  const std::string key = world.identity.PlugInKey();
+  const std::string name = world.identity.PlugInName;
+  static constexpr const char* kTitle = "QM5R-FC PIR LNS Device Plug-in";
+};
+
+TEST_F(PlugInRegistration, WritesTheTenValuesAndStartsTheClassRegistration) {
+  registration::RegisterPlugIn(world.surroundings, true, ComClass::ByChild);
+  const std::pair<const char*, const char*> values[] = {
+      {"", "QM5RFcPirConfigure.LNSPlugInAPI"},
+      {"Name", "Korvell QM5R-FC PIR Configure"},
+      {"Description", "Configure the Korvell QM5R-FC PIR series LonTalk\u00AE thermostat"},
+      {"Scope", "2"},
+      {"ManufacturerName", "Korvell Inc."},
+      {"Version", "1.2.3"},
+      {"LcaVersion", "3.0"},
+      {"Prelaunch", "-1"},
+      {"MultiObject", "-1"},
+      {"SingleInstance", "1"},
+  };
+  for (const auto& [value, text] : values) EXPECT_EQ(Stored(value), text) << value;
+  EXPECT_EQ(world.machine.machine[key].texts.size(), std::size(values));
+  ASSERT_EQ(world.shell.launches.size(), 1u);
+  EXPECT_EQ(world.shell.launches[0].program, "C:\\Plug-in\\QM5RFcPirConfigure.exe");
+  EXPECT_EQ(world.shell.launches[0].arguments, "/regserver");
+  EXPECT_EQ(Told(), "Plug-in registered as QM5RFcPirConfigure.LNSPlugInAPI|" + name + "|i");
+}
+
+TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
+  const std::string updated = "Updated version of plug-in registered as QM5RFcPirConfigure.LNSPlugInAPI|";
+  const std::string newer = "A newer version of this plug-in is already registered|";
+  const std::pair<const char*, std::string> cases[] = {
+      {"1.2.3", updated}, {"1.2.9", updated}, {"1.1.9", updated}, {"0.9", updated},  {"x", updated},
+      {"", updated},      {"1.10", newer},    {"1.3.0", newer},   {"2.0.0", newer},  {"2", newer},
+      {"1.2 b", updated}, {"1. 3", newer},    {"99999", newer},   {"-1.5", updated},
+  };
+  for (const auto& [version, text] : cases) {
+    world.registry.SetMachineSetting(key, "", "something");
+    world.registry.SetMachineSetting(key, "Version", version);
+    world.desktop.messages.clear();
+    registration::RegisterPlugIn(world.surroundings, true, ComClass::Registered);
+    EXPECT_EQ(Told(), text + name + "|i") << version;
+    EXPECT_EQ(Stored("Version"), text == newer ? version : "1.2.3");
+  }
+  EXPECT_TRUE(world.shell.launches.empty()) << "the class was registered by the process itself";
+}
+
+TEST_F(PlugInRegistration, AClassThatIsRefusedStopsOnlyTheInteractiveRun) {
+  const std::string failed = "Plug-in QM5RFcPirConfigure.LNSPlugInAPIregistration as COM server failed|";
+  world.shell.refuses = true;
+  registration::RegisterPlugIn(world.surroundings, true, ComClass::ByChild);
+  EXPECT_EQ(Told(), failed + kTitle + "|!");
+  EXPECT_EQ(Stored("Name"), "");
+  world.desktop.messages.clear();
+  registration::RegisterPlugIn(world.surroundings, true, ComClass::Refused);
+  EXPECT_EQ(Told(), failed + kTitle + "|!");
+  world.desktop.messages.clear();
+  registration::RegisterPlugIn(world.surroundings, false, ComClass::ByChild);
+  EXPECT_EQ(Told(), "");
+  EXPECT_EQ(Stored("Name"), name);
+}
+
+TEST_F(PlugInRegistration, RemovalTellsWhatItFound) {
+  world.registry.SetMachineSetting(key, "", "x");
+  world.registry.SetMachineSetting(key + "\\Templates\\Deep", "a", "b");
+  world.shell.refuses = true;
+  registration::UnregisterPlugIn(world.surroundings, true);
+  EXPECT_EQ(Told().rfind("Plug-in QM5RFcPirConfigure.LNSPlugInAPI deregistration as COM server failed\r"
+                         "Verify that there are not instances running\r",
+                         0),
+            0u);
+  EXPECT_NE(Told().find(std::string("|") + kTitle + "|!"), std::string::npos);
+  EXPECT_EQ(Stored(""), "x");
+  world.shell.refuses = false;
+  for (const std::string text : {"Plug-in " + name + " deregistered",
+                                 "Plug-in " + name + " does not exisit in the Windows registery"}) {
+    world.desktop.messages.clear();
+    registration::UnregisterPlugIn(world.surroundings, true);
+    EXPECT_EQ(Told(), text + "|" + name + "|i");
+    EXPECT_EQ(Stored(""), "");
+  }
+  EXPECT_EQ(world.shell.launches.back().program, "QM5RFcPirConfigure.exe");
+  EXPECT_EQ(world.shell.launches.back().arguments, "/unregserver");
+  world.desktop.messages.clear();
+  registration::UnregisterPlugIn(world.surroundings, false);
+  EXPECT_EQ(Told(), "");
+}
+
+/// The window: what each button does, once, and that it closes.
+TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
+  int ended = 0;
+  registration::MMain::Process process;
+  process.object_server = [this] { return world.main.lcaOS(); };
+  process.end_plug_in = [&] { ++ended; };
+  process.register_class = [] {};
+  const auto open = [&](registration::MMain& program) -> registration::fRegisterPlugIn& {
+    EXPECT_TRUE(program.Main(""));
+    EXPECT_EQ(program.window()->Caption(), name);
+    EXPECT_EQ(program.window()->cmbDeregMode.Text(), "Complete Mode");
+    return *program.window();
+  };
+  {
+    registration::MMain program(world.surroundings, process);
+    open(program).bRegister.UserClicks();
+    EXPECT_EQ(Stored("Name"), name);
+  }
+  {
+    registration::MMain program(world.surroundings, process);
+    auto& window = open(program);
+    bool refused = false;
+    world.desktop.on_message = [&](const ui::Message&) {
+      refused = !window.bExit.Enabled() && !window.bRegister.Enabled() && window.cmbDeregMode.Locked() &&
+                !window.CloseRequested(ui::CloseReason::User);
+    };
+    window.cmbDeregMode.UserChooses("Minimal Mode");
+    window.bDeregister.UserClicks();
+    EXPECT_TRUE(refused) << "a second action could start";
+    EXPECT_EQ(Stored("Name"), "");
+    EXPECT_TRUE(world.simulation->journal().entries().empty()) << "no network is visited";
+    world.desktop.on_message = nullptr;
+  }
+  {
+    registration::MMain program(world.surroundings, process);
+    EXPECT_TRUE(open(program).CloseRequested(ui::CloseReason::User));
+  }
+  EXPECT_EQ(ended, 3);
+}
+
+TEST(Names, OfTypesAndCommands) {
+  using registration::CommandName;
+  using registration::ObjectTypeName;
+  EXPECT_EQ(ObjectTypeName(0) + "," + ObjectTypeName(7) + "," + ObjectTypeName(28) + "," + ObjectTypeName(52),
+            "Object Server,Application Device,LonMark Object,Recovery Status");
+  EXPECT_EQ(ObjectTypeName(36) + "," + ObjectTypeName(48) + "," + ObjectTypeName(50),
+            "Device Template,Detail Info,Extension");
+  for (const std::int16_t code : {49, 53, -1})
+    EXPECT_EQ(ObjectTypeName(code), "Custom ID = " + std::to_string(code));
+  EXPECT_EQ(CommandName(13) + "," + CommandName(50) + "," + CommandName(70),
+            "Configure,Register,Security Level");
+  for (const int code : {0, 24, -1, 51})
+    EXPECT_EQ(CommandName(code), "Custom command " + std::to_string(code));
+}
+
+TEST(ForceInRange, GivesOneOutsideTheBounds) {
+  const std::pair<int, int> cases[] = {{-2, 1}, {-1, -1}, {0, 0}, {1, 1}, {2, 1}};
+  for (const auto& [value, expected] : cases) {
+    auto forced = static_cast<std::int16_t>(value);
+    EXPECT_EQ(registration::ForceInRange(-1, 1, forced), expected);
+    EXPECT_EQ(forced, expected);
+  }
+}
+
+}  // namespace

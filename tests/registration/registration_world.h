@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "registration/main.h"
+#include "simulator/network_file.h"
+#include "support/world.h"
+
+/// The plug-in on the demo database of many networks, with the thermostat's interface file on its disk.
+struct RegistrationWorld : World {
+  static constexpr const char* kXif = "C:\\LonWorks\\Import\\Korvell\\QM5R.XIF";
+
+  RegistrationWorld() : World(ManyNetworks()) {
+    files.Write(kXif, "File\r\n\r\n\r\n80:00:D3:55:00:04:04:1D\r\n");
+    files.Write("C:\\LonWorks\\Import\\Korvell\\QM5R.XFB", "x");
+    files.Link("D:\\Demo Works\\Import", "C:\\LonWorks\\Import");
+    simulation->read_file = [this](const std::string& path) -> std::optional<std::string> {
+      if (!files.FileExists(path)) return std::nullopt;
+      return files.ReadStart(path, 1000);
+    };
+    desktop.on_yield = [this] {
+      if (!progress.Status().empty() && (statuses.empty() || statuses.back() != progress.Status()))
+        statuses.push_back(progress.Status());
+    };
+    by_hand.object_server = [this] { return main.lcaOS(); };
+    by_hand.end_plug_in = [this] { main.EndPlugIn(); };
+    by_hand.register_class = [] {};
+  }
+
+  /// The database as its file would be.
+  std::string Saved() const { return simulator::WriteInstallation(simulation->installation()); }
+
+  std::vector<std::string> statuses;
+  registration::MMain::Process by_hand;
+
+ private:
+  static std::string ManyNetworks() {
+    std::ostringstream text;
+    text << std::ifstream(std::filesystem::path(QM5R_DEMO_NETWORK).replace_filename("many-networks.json"))
+                .rdbuf();
+    return text.str();
+  }
+};
