@@ -13,6 +13,8 @@ PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program
       simulation(std::move(network)),
       surroundings{desktop,
                    program,
+                   files,
+                   shell,
                    registry,
                    identity,
                    session,

@@ -4,14 +4,16 @@
 
 #include "headless/desktop.h"
 #include "headless/machine.h"
+#include "headless/memory_files.h"
+#include "headless/scripted_shell.h"
 #include "plugin/api.h"
 #include "simulator/simulation.h"
 
 namespace headless {
 
-/// The whole plug-in on a simulated network, without COM, registry and screen. It behaves as the real program
-/// does: the same forms, session and automation object, driven by the same calls. For looking at a network
-/// file without Windows, and for the tests.
+/// The whole plug-in on a simulated network, without COM, registry, files and screen. It behaves as the real
+/// program does: the same forms, session and automation object, driven by the same calls. For looking at a
+/// network file without Windows, and for the tests.
 class PlugIn {
  public:
   PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version);
@@ -21,6 +23,8 @@ class PlugIn {
 
   Desktop desktop;
   BuiltInProgram program;
+  MemoryFiles files;
+  ScriptedShell shell;
   MemoryRegistry machine;
   startup::Identity identity;
   registry::CRegistry registry;

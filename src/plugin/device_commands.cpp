@@ -68,7 +68,7 @@ void fMain::ConfigureCurrentDevice() {
 }
 
 void fMain::PrepareAndLoad(const std::shared_ptr<editing::LoadedDevice>& loaded) {
-  if (!resource_files_.Present()) {
+  if (!resource_files_.Present(with_.files)) {
     if (!AskToGoOn(kResourceFilesMissing)) return;
   } else if (!with_.session.RegistrationRemote) {
     if (!PrepareLonMarkObjects() && !loaded->dropped && !AskToGoOn(kModeFailed)) return;

@@ -10,7 +10,9 @@
 #include "lns/object_model.h"
 #include "log/log.h"
 #include "model/configuration_screen.h"
+#include "platform/files.h"
 #include "platform/program.h"
+#include "platform/shell.h"
 #include "plugin/object_server_events.h"
 #include "plugin/resource_files.h"
 #include "session/session.h"
@@ -25,6 +27,8 @@ namespace plugin {
 struct Surroundings {
   ui::Desktop& desktop;
   const platform::Program& program;
+  const platform::Files& files;
+  platform::Shell& shell;
   registry::CRegistry& registry;
   const startup::Identity& identity;
   session::Session& session;

@@ -1,8 +1,6 @@
 #include "plugin/resource_files.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 #include "startup/identity.h"
 #include "text/strings.h"
@@ -10,18 +8,10 @@
 namespace plugin {
 namespace {
 
-std::filesystem::path PathOf(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
-bool HoldsFileWithExtension(const std::string& folder, std::string_view extension) {
-  std::error_code failed;
-  std::filesystem::directory_iterator at(PathOf(folder), failed);
-  for (; !failed && at != std::filesystem::directory_iterator(); at.increment(failed)) {
-    const std::u8string found = at->path().extension().u8string();
-    if (text::EqualIgnoringCase(std::string(found.begin(), found.end()), extension)) return true;
-  }
-  return false;
+bool HoldsFileWithExtension(const platform::Files::Folder& folder, std::string_view extension) {
+  return std::ranges::any_of(folder.entries, [&](const platform::Files::Entry& entry) {
+    return !entry.is_folder && text::EndsWithIgnoringCase(entry.name, extension);
+  });
 }
 
 }  // namespace
@@ -34,9 +24,9 @@ ResourceFiles::ResourceFiles(const registry::CRegistry& registry, const platform
   folder_ = lonworks + program.StringResource(startup::kResourceFileFolderText);
 }
 
-bool ResourceFiles::Present() const {
-  return !folder_.empty() && HoldsFileWithExtension(folder_, ".typ") &&
-         HoldsFileWithExtension(folder_, ".fmt");
+bool ResourceFiles::Present(const platform::Files& files) const {
+  const auto folder = files.ReadFolder(folder_);
+  return folder && HoldsFileWithExtension(*folder, ".typ") && HoldsFileWithExtension(*folder, ".fmt");
 }
 
 std::int32_t ResourceFiles::Scope() const {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "lns/object_model.h"
+#include "platform/files.h"
 #include "platform/program.h"
 #include "registry/registry.h"
 
@@ -20,7 +21,7 @@ class ResourceFiles {
   ResourceFiles(const registry::CRegistry& registry, const platform::Program& program);
 
   /// The files are there. False also where the LonWorks folder is unknown or cannot be read.
-  bool Present() const;
+  bool Present(const platform::Files& files) const;
 
   /// The scope of the files, from the length of the program-ID prefix: 3 one maker, 4 one class of its
   /// devices, 5 one subclass, 6 one model; 0, the standard's own, for anything else.

@@ -11,6 +11,7 @@ namespace text {
 std::string ToLower(std::string_view text);
 std::string ToUpper(std::string_view text);
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
+bool EndsWithIgnoringCase(std::string_view text, std::string_view end);
 
 /// Without leading and trailing blanks (spaces only).
 std::string Trim(std::string_view text);

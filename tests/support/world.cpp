@@ -1,9 +1,6 @@
 #include "support/world.h"
 
-#include <unistd.h>
-
 #include <array>
-#include <fstream>
 
 using platform::CallKind;
 using platform::Value;
@@ -18,20 +15,13 @@ std::shared_ptr<simulator::Simulation> Network(const std::string& network_file) 
 
 }  // namespace
 
-World::World(const std::string& network_file)
-    : PlugIn(Network(network_file), {1, 2, 3}),
-      // The portable file system takes the backslashes of the folder's resource as part of a name.
-      lonworks_folder_(std::filesystem::temp_directory_path() / ("qm5r-" + std::to_string(getpid()))) {
+World::World(const std::string& network_file) : PlugIn(Network(network_file), {1, 2, 3}) {
   simulation->installation().auto_save = false;
-  const auto types = lonworks_folder_.string() + "\\Types\\User\\Korvell";
-  std::filesystem::create_directories(types);
-  std::ofstream(types + "/QM5R.typ");
-  std::ofstream(types + "/QM5R.fmt");
-  registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", lonworks_folder_.string());
+  files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
+  files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
+  registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
   registry.SetMachineSetting(identity.PlugInKey(), "DisplayUnits", "0");
 }
-
-World::~World() { std::filesystem::remove_all(lonworks_folder_.string() + "\\Types\\User\\Korvell"); }
 
 Value World::Get(platform::LateBound& api, std::string_view property) {
   return api.Invoke({property}, CallKind::Get, {});

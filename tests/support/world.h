@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,7 +11,6 @@
 class World : public headless::PlugIn {
  public:
   explicit World(const std::string& network_file = {});
-  ~World();
 
   /// Calls a member as a director does, by name.
   static platform::Value Get(platform::LateBound& api, std::string_view property);
@@ -27,9 +25,6 @@ class World : public headless::PlugIn {
   std::string StatusPanel(std::size_t number) const { return main.StatusBar.Panels()[number - 1]; }
   std::string Shown(model::ControlRef control) const { return main.screen.Find(control)->Text(); }
   std::vector<std::string> MessageTexts() const;
-
- private:
-  std::filesystem::path lonworks_folder_;
 };
 
 inline constexpr const char* kFirstThermostat = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";

@@ -17,9 +17,11 @@
 #include "windows/com/registration.h"
 #include "windows/com/server_use.h"
 #include "windows/plugin/plug_in_door.h"
+#include "windows/system/files.h"
 #include "windows/system/object_server_source.h"
 #include "windows/system/program.h"
 #include "windows/system/registry.h"
+#include "windows/system/shell.h"
 #include "windows/ui/desktop.h"
 
 namespace {
@@ -54,13 +56,15 @@ int Serve(const startup::Identity& identity, const platform::Program& program) {
       server->QuitUnlessUsed();
   };
   windows::WindowsDesktop desktop(std::move(settings));
+  const windows::WindowsFiles files;
+  windows::WindowsShell shell;
   windows::WindowsRegistry machine;
   registry::CRegistry registry(machine, identity.PlugInName);
   ui::Progress progress(desktop, program, identity.PlugInName);
   activity::fLog log(desktop, program);
   const plugin::Surroundings surroundings{
-      desktop, program,  registry, identity,
-      session, progress, log,      [&machine] { return windows::MakeObjectServer(machine); }};
+      desktop,  program, files,    shell, registry,
+      identity, session, progress, log,   [&machine] { return windows::MakeObjectServer(machine); }};
   plugin::fMain main(surroundings);
 
   const windows::com::Apartment apartment;

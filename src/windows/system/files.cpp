@@ -1,0 +1,76 @@
+#include "windows/system/files.h"
+
+#include <windows.h>
+
+#include <string_view>
+
+#include "windows/com/wide_text.h"
+#include "windows/system/handle.h"
+
+namespace windows {
+namespace {
+
+/// The path in a form that the system takes. Beyond this length it wants a mark, and a mark wants the path in
+/// full; the room left is what a folder needs for the names in it.
+std::wstring SystemPath(const std::string& path) {
+  constexpr std::size_t kLongestPlain = MAX_PATH - 14;
+  const std::wstring wide = ToWide(path);
+  if (wide.size() < kLongestPlain || wide.starts_with(L"\\\\?\\")) return wide;
+  std::wstring full(wide.size() + MAX_PATH, L'\0');
+  full.resize(GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  return full.starts_with(L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+}
+
+Handle Open(const std::wstring& path, DWORD access, DWORD flags) {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  return Own(CreateFileW(path.c_str(), access, kShareAll, nullptr, OPEN_EXISTING, flags, nullptr));
+}
+
+/// Empty where the folder cannot be opened.
+std::string IdentityOf(const std::wstring& folder) {
+  const Handle opened = Open(folder, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
+  BY_HANDLE_FILE_INFORMATION about{};
+  if (!opened || !GetFileInformationByHandle(opened.get(), &about)) return {};
+  return std::to_string(about.dwVolumeSerialNumber) + ":" + std::to_string(about.nFileIndexHigh) + ":" +
+         std::to_string(about.nFileIndexLow);
+}
+
+struct SearchCloser {
+  void operator()(HANDLE search) const noexcept { FindClose(search); }
+};
+
+}  // namespace
+
+std::optional<platform::Files::Folder> WindowsFiles::ReadFolder(const std::string& path) const {
+  if (path.empty()) return std::nullopt;
+  // The root of a drive needs its backslash.
+  const std::wstring folder = SystemPath(path.ends_with('\\') ? path : path + '\\');
+  WIN32_FIND_DATAW found{};
+  const HANDLE search = FindFirstFileW((folder + L'*').c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return std::nullopt;
+  const std::unique_ptr<void, SearchCloser> closer(search);
+  Folder result{IdentityOf(folder), {}};
+  if (result.identity.empty()) return std::nullopt;
+  do {
+    const std::wstring_view name = found.cFileName;
+    if (name != L"." && name != L"..")
+      result.entries.push_back({ToUtf8(name), (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+  } while (FindNextFileW(search, &found));
+  return result;
+}
+
+std::string WindowsFiles::ReadStart(const std::string& path, std::size_t bytes) const {
+  const Handle file = Open(SystemPath(path), GENERIC_READ, FILE_ATTRIBUTE_NORMAL);
+  std::string start(bytes, '\0');
+  DWORD read = 0;
+  if (!file || !ReadFile(file.get(), start.data(), static_cast<DWORD>(bytes), &read, nullptr)) return {};
+  start.resize(read);
+  return start;
+}
+
+bool WindowsFiles::FileExists(const std::string& path) const {
+  const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+}  // namespace windows

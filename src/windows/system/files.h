@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/files.h"
+
+namespace windows {
+
+/// The file system. Needs no particular thread.
+class WindowsFiles : public platform::Files {
+ public:
+  std::optional<Folder> ReadFolder(const std::string& path) const override;
+  std::string ReadStart(const std::string& path, std::size_t bytes) const override;
+  bool FileExists(const std::string& path) const override;
+};
+
+}  // namespace windows
