@@ -7,6 +7,9 @@
 namespace director {
 namespace {
 
+constexpr const char* kInterfaceHelp =
+    "Work remotely through this network interface, or over the Internet with \"Internet\"";
+
 void AddNetworkCommands(CLI::App& app, Options& options) {
   app.add_subcommand("networks", "List the networks")->callback([&] { options.command = Command::Networks; });
 
@@ -17,6 +20,23 @@ void AddNetworkCommands(CLI::App& app, Options& options) {
   CLI::App* show = app.add_subcommand("show", "Show a device's variables, formatted and raw");
   show->add_option("path", options.path, "network/system.subsystem/device")->required();
   show->callback([&] { options.command = Command::Show; });
+
+  CLI::App* commands =
+      app.add_subcommand("commands", "List the commands of plug-ins, of all networks or of one place");
+  commands->add_option("place", options.place, "The network's name, or network/system.subsystem/device");
+  commands->callback([&] { options.command = Command::Commands; });
+
+  CLI::App* templates =
+      app.add_subcommand("templates", "List the device templates of all networks, or of one");
+  templates->add_option("network", options.network, "The network's name");
+  templates->callback([&] { options.command = Command::Templates; });
+
+  CLI::App* interface = app.add_subcommand("interface", "Show or set the network interface of a network");
+  interface->add_option("network", options.network, "The network's name")->required();
+  auto* name = interface->add_option("name", options.interface_name, "The interface to set");
+  interface->add_flag_callback("--none", [&] { options.interface_name.emplace(); }, "Set none: engineered mode")
+      ->excludes(name);
+  interface->callback([&] { options.command = Command::Interface; });
 }
 
 void AddConfigureCommand(CLI::App& app, Options& options) {
@@ -24,9 +44,7 @@ void AddConfigureCommand(CLI::App& app, Options& options) {
   ConfigureRequest& request = options.configure;
   configure->add_option("path", request.path, "network/system.subsystem/device")->required();
   configure->add_option("--object", request.lonmark_object, "Configure this LonMark object of the device");
-  configure->add_option(
-      "--interface", request.interface_name,
-      "Work remotely through this network interface, or over the Internet with \"Internet\"");
+  configure->add_option("--interface", request.interface_name, kInterfaceHelp);
   configure->add_option("--left", request.left, "Window position in pixels");
   configure->add_option("--top", request.top, "Window position in pixels");
   configure->add_option("--width", request.width, "Window size in pixels");
@@ -38,7 +56,22 @@ void AddConfigureCommand(CLI::App& app, Options& options) {
 
   CLI::App* screen = app.add_subcommand("screen", "Print what the plug-in's windows show, page by page");
   screen->callback([&] { options.command = Command::Screen; });
-  app.add_subcommand("close", "Close the plug-in's window")->callback([&] { options.command = Command::Close; });
+  app.add_subcommand("close", "Close the plug-in's window")->callback([&] {
+    options.command = Command::Close;
+  });
+}
+
+/// Both commands are for a network's system.
+void AddRegistrationCommands(CLI::App& app, Options& options) {
+  const auto add = [&](const char* name, const char* description, Command command) {
+    CLI::App* added = app.add_subcommand(name, description);
+    added->add_option("network", options.network, "The network's name")->required();
+    added->add_option("--interface", options.configure.interface_name, kInterfaceHelp);
+    added->add_option("--plug-in", options.plug_in, "ProgID of the plug-in")->capture_default_str();
+    added->callback([&options, command] { options.command = command; });
+  };
+  add("register", "Have the plug-in put its commands on a network", Command::Register);
+  add("deregister", "Have the plug-in take its commands off a network", Command::Deregister);
 }
 
 void AddFaultCommands(CLI::App& app, Options& options) {
@@ -94,6 +127,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
   app.require_subcommand(1);
   AddNetworkCommands(app, parsed.options);
   AddConfigureCommand(app, parsed.options);
+  AddRegistrationCommands(app, parsed.options);
   AddFaultCommands(app, parsed.options);
   AddSimulatorCommands(app, parsed.options);
   std::reverse(arguments.begin(), arguments.end());

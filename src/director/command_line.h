@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,12 @@ enum class Command {
   Networks,
   Devices,
   Show,
+  Commands,
+  Templates,
+  Interface,
   Configure,
+  Register,
+  Deregister,
   Screen,
   Close,
   FaultAdd,
@@ -29,6 +35,10 @@ struct Options {
   director::Command command = Command::Networks;
   std::string network;
   std::string path;
+  /// A network's name or a device's path.
+  std::string place;
+  /// What to set; nothing to show what it is, empty for none.
+  std::optional<std::string> interface_name;
   ConfigureRequest configure;
   /// The ProgID of the plug-in to start.
   std::string plug_in = "QM5RFcPirConfigure.LNSPlugInAPI";

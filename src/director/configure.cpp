@@ -5,6 +5,7 @@
 
 #include "automation/convert.h"
 #include "director/networks.h"
+#include "lns/members.h"
 #include "platform/attempt.h"
 #include "session/supported_commands.h"
 
@@ -22,14 +23,19 @@ void PutIfGiven(platform::LateBound& plug_in, std::string_view property, std::op
   if (value) Put(plug_in, property, *value);
 }
 
+void OpenNetwork(platform::LateBound& plug_in, const std::string& network,
+                 const std::string& interface_name) {
+  if (!interface_name.empty()) {
+    Put(plug_in, "Remote", true);
+    Put(plug_in, "NetworkInterfaceName", interface_name);
+  }
+  Put(plug_in, "networkName", network);
+}
+
 }  // namespace
 
 void Configure(platform::LateBound& plug_in, const ConfigureRequest& request) {
-  if (!request.interface_name.empty()) {
-    Put(plug_in, "Remote", true);
-    Put(plug_in, "NetworkInterfaceName", request.interface_name);
-  }
-  Put(plug_in, "networkName", NetworkOf(request.path));
+  OpenNetwork(plug_in, NetworkOf(request.path), request.interface_name);
   PutIfGiven(plug_in, "left", request.left);
   PutIfGiven(plug_in, "top", request.top);
   PutIfGiven(plug_in, "Width", request.width);
@@ -40,6 +46,13 @@ void Configure(platform::LateBound& plug_in, const ConfigureRequest& request) {
       is_object ? request.path + "/" + request.lonmark_object : request.path};
   plug_in.Invoke({"SendCommand"}, CallKind::Method, command);
   if (!request.hidden) Put(plug_in, "Visible", true);
+}
+
+void SendToSystem(platform::LateBound& plug_in, std::int32_t command, const std::string& network,
+                  const std::string& interface_name, const std::string& system_path) {
+  OpenNetwork(plug_in, network, interface_name);
+  const std::array<Value, 3> arguments = {command, lns::members::kClassSystem, system_path};
+  plug_in.Invoke({"SendCommand"}, CallKind::Method, arguments);
 }
 
 bool IsShown(platform::LateBound& plug_in) {

@@ -30,13 +30,12 @@ void PrintSubsystem(const lns::Subsystem& subsystem, const std::string& path, st
   }
 }
 
-void PrintNetworkDevices(const lns::ObjectServer& server, const std::string& name, std::ostream& out) {
-  const OpenedNetwork opened(server, name);
+void PrintNetworkDevices(const OpenedNetwork& opened, std::ostream& out) {
   const auto subsystems = opened.system().Subsystems();
   for (std::int32_t i = 1; i <= subsystems.Count(); ++i) {
     const lns::Subsystem subsystem = subsystems.Item(i);
     if (RepeatsDevices(subsystem.Name())) continue;
-    PrintSubsystem(subsystem, name + '/' + opened.system().Name() + '.' + subsystem.Name(), out);
+    PrintSubsystem(subsystem, SystemPath(opened) + '.' + subsystem.Name(), out);
   }
 }
 
@@ -77,14 +76,14 @@ std::string Hexadecimal(const std::string& decimal_bytes) {
 
 }  // namespace
 
-OpenedNetwork::OpenedNetwork(const lns::ObjectServer& server, const std::string& network_name)
+OpenedNetwork::OpenedNetwork(const lns::ObjectServer& server, const std::string& network_name, Depth depth)
     : server_(server) {
   try {
     server_.Open();
     network_ = server_.Networks().Item(network_name);
     network_.Open();
     system_ = network_.Systems().Item(1);
-    system_.Open();
+    if (depth == Depth::System) system_.Open();
   } catch (...) {
     Close();
     throw;
@@ -106,27 +105,40 @@ void OpenedNetwork::Close() {
   });
 }
 
-void PrintNetworks(const lns::ObjectServer& server, std::ostream& out) {
-  for (const std::string& name : NetworkNames(server)) out << name << '\n';
+std::string SystemPath(const OpenedNetwork& opened) {
+  return opened.network().Name() + '/' + opened.system().Name();
 }
 
-void PrintDevices(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out) {
-  if (!network_name.empty()) return PrintNetworkDevices(server, network_name, out);
+void ForEachNetwork(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out,
+                    const std::function<void(const OpenedNetwork&)>& print) {
+  if (!network_name.empty()) return print(OpenedNetwork(server, network_name));
   for (const std::string& name : NetworkNames(server)) {
     try {
-      PrintNetworkDevices(server, name, out);
+      print(OpenedNetwork(server, name));
     } catch (const platform::Error& error) {
       out << name << "\tcannot be opened: " << error.description() << '\n';
     }
   }
 }
 
-void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out) {
-  const OpenedNetwork opened(server, NetworkOf(path));
+lns::AppDevice DeviceAt(const OpenedNetwork& opened, const std::string& path) {
   const lns::Object found = plugin::ResolveObject(session::kAppDeviceType, plugin::SplitObjectPath(path),
                                                   opened.network(), opened.system());
   if (!found) throw platform::Error(20005, "director", "There is no device " + path);
-  const lns::AppDevice device(found.reference());
+  return lns::AppDevice(found.reference());
+}
+
+void PrintNetworks(const lns::ObjectServer& server, std::ostream& out) {
+  for (const std::string& name : NetworkNames(server)) out << name << '\n';
+}
+
+void PrintDevices(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out) {
+  ForEachNetwork(server, network_name, out, [&](const auto& opened) { PrintNetworkDevices(opened, out); });
+}
+
+void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out) {
+  const OpenedNetwork opened(server, NetworkOf(path));
+  const lns::AppDevice device = DeviceAt(opened, path);
   out << "device\t" << device.Name() << "\ntemplate\t" << device.DeviceTemplate().Name() << "\nprogram ID\t"
       << device.ProgramId() << "\nneuron ID\t" << device.NeuronId() << "\nstate\t" << device.State() << '\n';
   const auto variables = device.Interface().NetworkVariables();

@@ -18,6 +18,7 @@ using platform::Member;
 inline constexpr Member kNetworks{"Networks", 1};
 inline constexpr Member kOpenOption{"(option)", 5};  // set False before opening; its name is in no manual
 inline constexpr Member kRemoteNetworkInterfaces{"RemoteNetworkInterfaces", 6};  // name inferred
+inline constexpr Member kNetworkInterfaces{"NetworkInterfaces"};
 inline constexpr Member kServerIsOpen{"IsOpen", 8};
 inline constexpr Member kRemoteFlag{"RemoteFlag", 9};
 inline constexpr Member kActiveRemoteNI{"ActiveRemoteNI", 10};

@@ -60,6 +60,7 @@ void CollectionBase::Remove(const std::string& name) const {
 std::int32_t ComponentApp::CommandId() const { return ToInteger(Get(members::kCommandId)); }
 void ComponentApp::SetCommandId(std::int32_t command) const { Put(members::kCommandId, command); }
 std::int32_t ComponentApp::ComponentClassId() const { return ToInteger(Get(members::kComponentClassId)); }
+bool ComponentApp::DefaultAppFlag() const { return ToBoolean(Get(members::kDefaultAppFlag)); }
 void ComponentApp::SetDefaultAppFlag(bool is_default) const { Put(members::kDefaultAppFlag, is_default); }
 void ComponentApp::SetDescription(const std::string& description) const {
   Put(members::kDescription, description);
@@ -180,6 +181,9 @@ Collection<Network> ObjectServer::Networks() const {
 }
 lns::ComponentApps ObjectServer::ComponentApps() const {
   return lns::ComponentApps(GetObject(members::kComponentApps));
+}
+Collection<NetworkInterface> ObjectServer::NetworkInterfaces() const {
+  return Collection<NetworkInterface>(GetObject(members::kNetworkInterfaces));
 }
 Collection<NetworkInterface> ObjectServer::RemoteNetworkInterfaces() const {
   return Collection<NetworkInterface>(GetObject(members::kRemoteNetworkInterfaces));

@@ -77,6 +77,7 @@ class ComponentApp : public Object {
   void SetCommandId(std::int32_t command) const;
   /// The class of the objects that the command is for.
   std::int32_t ComponentClassId() const;
+  bool DefaultAppFlag() const;
   void SetDefaultAppFlag(bool is_default) const;
   void SetDescription(const std::string& description) const;
   /// The ProgID of the plug-in's automation class.
@@ -212,6 +213,7 @@ class ObjectServer : public Object {
   void SetOpenOption(bool value) const;
   Collection<Network> Networks() const;
   lns::ComponentApps ComponentApps() const;
+  Collection<NetworkInterface> NetworkInterfaces() const;
   Collection<NetworkInterface> RemoteNetworkInterfaces() const;
   void SetActiveRemoteNI(const NetworkInterface& network_interface) const;
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;

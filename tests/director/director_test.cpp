@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <sstream>
 
 #include "director/command_line.h"
+#include "director/component_apps.h"
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
@@ -24,6 +26,8 @@ TEST(CommandLine, CommandsAndMistakes) {
       director::ParseCommandLine({"fault", "add", "--variable", "nciSetPts", "--code", "18034"});
   EXPECT_EQ(fault.options.command, Command::FaultAdd);
   EXPECT_EQ(fault.options.fault.code, 18034);
+  const auto none = director::ParseCommandLine({"interface", "N", "--none"});
+  EXPECT_EQ(none.options.interface_name, "") << none.message;
   for (const Words& wrong :
        {Words{}, {"nonsense"}, {"configure"}, {"fault"}, {"configure", "N/S.A/D", "--left", "far"}}) {
     const auto parsed = director::ParseCommandLine(wrong);
@@ -56,6 +60,36 @@ TEST(Networks, ListsDevicesAndTheirValues) {
                platform::Error);
   EXPECT_THROW(director::PrintDevices(server, "Nowhere", nothing), platform::Error);
   EXPECT_FALSE(server.IsOpen()) << "a failure closes what was opened";
+}
+
+TEST(ComponentApps, AreListedWhereDirectorsFindThem) {
+  std::ifstream file(DEMO_FOLDER "many-networks.json");
+  World world({std::istreambuf_iterator<char>(file), {}});
+  const lns::ObjectServer server(world.simulation->CreateObjectServer());
+  const std::string harbour = "Demo Harbour/Demo Harbour/LcaDeviceTemplate:", tool = "\tSample.DemoTool\t";
+  std::ostringstream all, device, templates;
+  director::PrintCommands(server, "", all);
+  for (const std::string& line :
+       {"LcaObjectServer\tDemo Tool: Register everywhere\t50\t0" + tool + "1.2.0\n",
+        "\nDemo Harbour/Demo Harbour\tDemo Tool: Register\t50\t3" + tool + "1.2.0\n",
+        harbour + "Korvell QM5R-FC PIR [demo]\tDemo Tool: Inspect\t13\t7" + tool + "\tdefault\n",
+        harbour + "Demo Wall Switch [demo]/Switch\tDemo Tool: Test lamp\t13\t28" + tool + "\n",
+        std::string("\nDemo Ruin\tcannot be opened: ")})
+    EXPECT_NE(all.str().find(line), std::string::npos) << line << all.str();
+  const std::string path = "Demo Islands/Demo Islands.North/Thermostat I2", block = path + "/Thermostat\t";
+  director::PrintCommands(server, path, device);
+  EXPECT_EQ(device.str(), block + "Demo Tool: Watch\t15\t28" + tool + "\tdefault\n" + block +
+                              "Demo Tool: Only here\t16\t28" + tool + "\n");
+  director::PrintTemplates(server, "Demo Quarry", templates);
+  EXPECT_EQ(
+      templates.str(),
+      "Demo Quarry/Demo Quarry/LcaDeviceTemplate:Demo Wall Switch [demo]\t9FFFFF0000000401\tdevices 1\n");
+  EXPECT_EQ(director::RegistrationOf(server, "Demo Harbour", "sample.demotool").version, "1.2.0");
+  EXPECT_EQ(director::RegistrationOf(server, "Demo Harbour", "Another.Tool").version, std::nullopt);
+  for (const std::string interface : {"", "DEMO-LOCAL-2"}) {
+    director::SetInterface(server, "Demo Ruin", interface);
+    EXPECT_EQ(director::InterfaceOf(server, "Demo Ruin"), interface);
+  }
 }
 
 TEST(Configure, WorksRemotelyAndHidden) {

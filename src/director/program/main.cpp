@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "director/command_line.h"
+#include "director/component_apps.h"
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/program/screen_reader.h"
@@ -46,6 +47,34 @@ int RunConfigure(const Options& options) {
   return 0;
 }
 
+/// "Demo Tower/Demo Tower<tab>QM5RFcPirConfigure.LNSPlugInAPI<tab>registered<tab>1.0.0"
+director::Registration PrintRegistration(const Options& options) {
+  const auto registration =
+      director::RegistrationOf(lns::ObjectServer(ObjectServer()), options.network, options.plug_in);
+  std::cout << registration.system << '\t' << options.plug_in << '\t'
+            << (registration.version ? "registered\t" + *registration.version : "not registered") << '\n';
+  return registration;
+}
+
+int RunRegistration(const Options& options, std::int32_t command) {
+  const platform::LateBoundPtr plug_in = windows::com::CreateObject(options.plug_in);
+  const std::string& interface_name = options.configure.interface_name;
+  // A remote director cannot look into the system by itself.
+  const bool local = interface_name.empty();
+  const std::string system = local ? PrintRegistration(options).system : options.network;
+  director::SendToSystem(*plug_in, command, options.network, interface_name, system);
+  if (local) PrintRegistration(options);
+  return 0;
+}
+
+int RunInterface(const Options& options) {
+  const lns::ObjectServer server(ObjectServer());
+  if (options.interface_name) director::SetInterface(server, options.network, *options.interface_name);
+  const std::string name = director::InterfaceOf(server, options.network);
+  std::cout << options.network << '\t' << (name.empty() ? "(none)" : name) << '\n';
+  return 0;
+}
+
 int RunLatency(const Options& options) {
   director::SimulatorKnobs knobs(ObjectServer());
   if (options.latency_milliseconds >= 0) knobs.SetLatency(options.latency_kind, options.latency_milliseconds);
@@ -67,7 +96,14 @@ int Run(const Options& options) {
     case Command::Devices:
       return director::PrintDevices(lns::ObjectServer(ObjectServer()), options.network, std::cout), 0;
     case Command::Show: return director::PrintDevice(lns::ObjectServer(ObjectServer()), options.path, std::cout), 0;
+    case Command::Commands:
+      return director::PrintCommands(lns::ObjectServer(ObjectServer()), options.place, std::cout), 0;
+    case Command::Templates:
+      return director::PrintTemplates(lns::ObjectServer(ObjectServer()), options.network, std::cout), 0;
+    case Command::Interface: return RunInterface(options);
     case Command::Configure: return RunConfigure(options);
+    case Command::Register: return RunRegistration(options, director::kRegisterCommand);
+    case Command::Deregister: return RunRegistration(options, director::kDeregisterCommand);
     case Command::Screen: return director::PrintScreen(std::cout) ? 0 : kFailed;
     case Command::Close: return director::CloseWindow() ? 0 : kFailed;
     case Command::FaultAdd: return knobs().AddFault(options.fault), 0;

@@ -1,0 +1,115 @@
+#include "director/component_apps.h"
+
+#include <map>
+#include <ostream>
+
+#include "director/configure.h"
+#include "director/networks.h"
+#include "lns/members.h"
+#include "text/strings.h"
+
+namespace director {
+namespace {
+
+std::string TemplatePath(const OpenedNetwork& opened, const lns::DeviceTemplate& type) {
+  return SystemPath(opened) + "/LcaDeviceTemplate:" + type.Name();
+}
+
+void PrintApps(const lns::ComponentApps& apps, const std::string& owner, std::ostream& out) {
+  for (std::int32_t i = 1; i <= apps.Count(); ++i) {
+    const lns::ComponentApp app = apps.Item(i);
+    out << owner << '\t' << app.Name() << '\t' << app.CommandId() << '\t' << app.ComponentClassId() << '\t'
+        << app.RegisteredServer() << '\t' << app.VersionNumber()
+        << (app.DefaultAppFlag() ? "\tdefault\n" : "\n");
+  }
+}
+
+void PrintObjects(const lns::Interface& interface, const std::string& owner, std::ostream& out) {
+  const auto objects = interface.LonMarkObjects();
+  for (std::int32_t i = 1; i <= objects.Count(); ++i) {
+    const lns::LonMarkObject object = objects.Item(i);
+    PrintApps(object.ComponentApps(), owner + '/' + object.Name(), out);
+  }
+}
+
+void PrintNetworkCommands(const OpenedNetwork& opened, std::ostream& out) {
+  PrintApps(opened.system().ComponentApps(), SystemPath(opened), out);
+  const auto templates = opened.system().TemplateLibrary().DeviceTemplates();
+  for (std::int32_t i = 1; i <= templates.Count(); ++i) {
+    const lns::DeviceTemplate type = templates.Item(i);
+    PrintApps(type.ComponentApps(), TemplatePath(opened, type), out);
+    PrintObjects(type.Interface(), TemplatePath(opened, type), out);
+  }
+}
+
+void PrintNetworkTemplates(const OpenedNetwork& opened, std::ostream& out) {
+  const auto devices = opened.system().Subsystems().Item(lns::members::kAllDevices).AppDevices();
+  std::map<std::string, int> uses;
+  for (std::int32_t i = 1; i <= devices.Count(); ++i) ++uses[devices.Item(i).DeviceTemplate().Name()];
+  const auto templates = opened.system().TemplateLibrary().DeviceTemplates();
+  for (std::int32_t i = 1; i <= templates.Count(); ++i) {
+    const lns::DeviceTemplate type = templates.Item(i);
+    out << TemplatePath(opened, type) << '\t' << type.ProgramId() << '\t' << "devices " << uses[type.Name()]
+        << '\n';
+  }
+}
+
+/// Does the step with the service device of a network, whose system need not open.
+template <class Step>
+void WithServiceDevice(const lns::ObjectServer& server, const std::string& network_name, const Step& step) {
+  const OpenedNetwork opened(server, network_name, OpenedNetwork::Depth::Network);
+  step(opened.system().NetworkServiceDevice());
+}
+
+}  // namespace
+
+void PrintCommands(const lns::ObjectServer& server, const std::string& place, std::ostream& out) {
+  if (place.find('/') != std::string::npos) {
+    const OpenedNetwork opened(server, NetworkOf(place));
+    const lns::AppDevice device = DeviceAt(opened, place);
+    PrintApps(device.DeviceTemplate().ComponentApps(), place, out);
+    return PrintObjects(device.Interface(), place, out);
+  }
+  if (place.empty()) {
+    server.Open();
+    PrintApps(server.ComponentApps(), "LcaObjectServer", out);
+    server.Close();
+  }
+  ForEachNetwork(server, place, out, [&](const auto& opened) { PrintNetworkCommands(opened, out); });
+}
+
+void PrintTemplates(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out) {
+  ForEachNetwork(server, network_name, out, [&](const auto& opened) { PrintNetworkTemplates(opened, out); });
+}
+
+Registration RegistrationOf(const lns::ObjectServer& server, const std::string& network_name,
+                            const std::string& plug_in) {
+  const OpenedNetwork opened(server, network_name);
+  Registration registration{SystemPath(opened), std::nullopt};
+  const auto apps = opened.system().ComponentApps();
+  for (std::int32_t i = 1; i <= apps.Count(); ++i) {
+    const lns::ComponentApp app = apps.Item(i);
+    if (app.CommandId() != kRegisterCommand) continue;
+    if (text::EqualIgnoringCase(app.RegisteredServer(), plug_in)) registration.version = app.VersionNumber();
+  }
+  return registration;
+}
+
+std::string InterfaceOf(const lns::ObjectServer& server, const std::string& network_name) {
+  std::string name;
+  WithServiceDevice(server, network_name, [&](const lns::NetworkServiceDevice& device) {
+    if (const lns::NetworkInterface interface = device.NetworkInterface()) name = interface.Name();
+  });
+  return name;
+}
+
+void SetInterface(const lns::ObjectServer& server, const std::string& network_name,
+                  const std::string& interface_name) {
+  WithServiceDevice(server, network_name, [&](const lns::NetworkServiceDevice& device) {
+    lns::NetworkInterface interface;
+    if (!interface_name.empty()) interface = server.NetworkInterfaces().Item(interface_name);
+    device.SetNetworkInterface(interface);
+  });
+}
+
+}  // namespace director
