@@ -9,16 +9,11 @@ PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program
       identity(startup::LoadIdentity(program)),
       registry(machine, identity.PlugInName),
       progress(desktop, program, identity.PlugInName),
+      interface_files(desktop, files, shell, registry),
       log(desktop, program),
       simulation(std::move(network)),
-      surroundings{desktop,
-                   program,
+      surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files},
                    files,
-                   shell,
-                   registry,
-                   identity,
-                   session,
-                   progress,
                    log,
                    [this]() -> platform::LateBoundPtr {
                      if (object_server_missing) throw platform::Error(429, "Headless", "Can't create object");

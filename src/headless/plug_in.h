@@ -30,6 +30,7 @@ class PlugIn {
   registry::CRegistry registry;
   session::Session session;
   ui::Progress progress;
+  xif::InterfaceFiles interface_files;
   activity::fLog log;
   std::shared_ptr<simulator::Simulation> simulation;
   /// No object server can be had.

@@ -1,8 +1,9 @@
 #include "plugin/api.h"
 
 #include "automation/convert.h"
-#include "session/network_session.h"
 #include "plugin/object_path.h"
+#include "registration/command_registration.h"
+#include "session/network_session.h"
 #include "text/numbers.h"
 
 namespace plugin {
@@ -96,13 +97,32 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
 void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data) {
   const session::Operation running(with_.session);
   with_.progress.Show();
-  with_.progress.DisplayStatus("Initializing plug-in . . .");
-  const Search found = FindCommand(command_id, object_type);
+  Search found;
+  const bool registration =
+      command_id == session::kRegisterCommand || command_id == session::kDeregisterCommand;
+  if (registration) {
+    RunRegistration(command_id);
+  } else {
+    with_.progress.DisplayStatus("Initializing plug-in . . .");
+    found = FindCommand(command_id, object_type);
+  }
   with_.progress.Close();
   with_.desktop.Yield();
+  if (registration) return;
   if (found.row) return Dispatch(*found.row, data);
   if (found.command_known) Raise(20004, "Object type not supported for this command");
   Raise(20003, "Command not supported");
+}
+
+void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
+  if (command_id == session::kDeregisterCommand) {
+    with_.progress.DisplayStatus("Unregistering plug-in . . .");
+    registration::RemoveCommandsAndTemplates(with_, /*exhaustive=*/true, /*first_network=*/false);
+    return;
+  }
+  with_.progress.DisplayStatus("Registering plug-in . . .");
+  // The progress window stays when this fails, deliberately: it shows the command that did.
+  if (!registration::RegisterCommands(with_)) Raise(20000, "Unable to register Supported Commands");
 }
 
 LNSPlugInAPI::Search LNSPlugInAPI::FindCommand(std::int32_t command_id, std::int32_t object_type) const {

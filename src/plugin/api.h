@@ -13,7 +13,7 @@ namespace plugin {
 /// window and sends commands. Objects share the process's session and window and are counted; the last one to
 /// go while the window is hidden ends the plug-in.
 ///
-/// Raises plain numbers with the plug-in's name as source: 20002 to 20006 with their fixed texts.
+/// Raises plain numbers with the plug-in's name as source: 20000 and 20002 to 20006 with their fixed texts.
 class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
  public:
   LNSPlugInAPI(const Surroundings& surroundings, fMain& main);
@@ -38,6 +38,7 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
     const session::SupportedCommand* row = nullptr;
     bool command_known = false;
   };
+  void RunRegistration(std::int32_t command_id);
   Search FindCommand(std::int32_t command_id, std::int32_t object_type) const;
   void Dispatch(const session::SupportedCommand& row, const std::string& path);
   [[noreturn]] void Raise(std::int32_t number, const std::string& text) const;

@@ -11,28 +11,16 @@
 #include "log/log.h"
 #include "model/configuration_screen.h"
 #include "platform/files.h"
-#include "platform/program.h"
-#include "platform/shell.h"
 #include "plugin/object_server_events.h"
 #include "plugin/resource_files.h"
-#include "session/session.h"
-#include "registry/registry.h"
-#include "startup/identity.h"
+#include "registration/surroundings.h"
 #include "ui/form.h"
-#include "ui/progress.h"
 
 namespace plugin {
 
 /// What the main window shares with the rest of the process; all of it outlives the window.
-struct Surroundings {
-  ui::Desktop& desktop;
-  const platform::Program& program;
+struct Surroundings : registration::Surroundings {
   const platform::Files& files;
-  platform::Shell& shell;
-  registry::CRegistry& registry;
-  const startup::Identity& identity;
-  session::Session& session;
-  ui::Progress& progress;
   activity::fLog& log;
   /// Makes the object server of the process; throws where none can be had.
   std::function<platform::LateBoundPtr()> make_object_server;

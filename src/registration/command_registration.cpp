@@ -17,8 +17,6 @@ namespace {
 using platform::Attempt;
 using session::SupportedCommand;
 
-constexpr std::int32_t kRegisterCommand = 50;
-
 // What a command's program ID can name. Only device templates have one.
 enum TemplateKind : std::int32_t {
   kHardwareTemplate = 1,
@@ -140,9 +138,9 @@ class Run {
   /// Directors look for a plug-in's "register" command on the system and compare its version.
   void MarkSystem() {
     SupportedCommand mark;
-    mark.CommandId = kRegisterCommand;
+    mark.CommandId = session::kRegisterCommand;
     mark.ObjectType = lns::members::kClassSystem;
-    mark.CommandName = with_.identity.PlugInName + " " + CommandName(kRegisterCommand);
+    mark.CommandName = with_.identity.PlugInName + " " + CommandName(session::kRegisterCommand);
     mark.CommandDescription = with_.identity.PlugInDescription;
     AddOnce(with_.session.CurrentSystem.ComponentApps(), mark);
   }

@@ -17,10 +17,8 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
   default_button = &bRegister;
   cancel_button = &bExit;
   using ui::Box;
-  SetLayout(Box::Column(
-      {Box::Row({Box::Leaf(bRegister), Box::Leaf(bDeregister), Box{}.StretchWidth(), Box::Leaf(bExit)})
-           .StretchWidth(),
-       Box::Framed(Frame1, Box::Leaf(cmbDeregMode).StretchWidth()).StretchWidth()}));
+  SetLayout(Box::Column({Box::Framed(Frame1, Box::Leaf(cmbDeregMode).StretchWidth()).StretchWidth(),
+                         Box::Row({Box::Leaf(bRegister), Box::Leaf(bDeregister), Box::Leaf(bExit)})}));
 }
 
 void fRegisterPlugIn::OnLoad() {

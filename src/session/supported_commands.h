@@ -10,6 +10,8 @@ namespace session {
 
 /// Command and object-type codes as directors send them.
 inline constexpr std::int32_t kConfigureCommand = 13;
+inline constexpr std::int32_t kRegisterCommand = 50;
+inline constexpr std::int32_t kDeregisterCommand = 51;
 inline constexpr std::int32_t kAppDeviceType = 7;
 inline constexpr std::int32_t kLonMarkObjectType = 28;
 

@@ -14,7 +14,7 @@ using registration::ComClass;
 class PlugInRegistration : public testing::Test {
  protected:
   void SetUp() override { world.registry.DeleteMachineKey(key); }
-  std::string Stored(const std::string& name) const { return world.registry.MachineSetting(key, name); }
+  std::string Stored(const std::string& value) const { return world.registry.MachineSetting(key, value); }
   /// Text, caption and icon of the one box that was shown; "" for none.
   std::string Told() const {
     std::string told;
@@ -97,8 +97,8 @@ TEST_F(PlugInRegistration, RemovalTellsWhatItFound) {
   EXPECT_NE(Told().find(std::string("|") + kTitle + "|!"), std::string::npos);
   EXPECT_EQ(Stored(""), "x");
   world.shell.refuses = false;
-  for (const std::string text : {"Plug-in " + name + " deregistered",
-                                 "Plug-in " + name + " does not exisit in the Windows registery"}) {
+  for (const std::string& text : {"Plug-in " + name + " deregistered",
+                                  "Plug-in " + name + " does not exisit in the Windows registery"}) {
     world.desktop.messages.clear();
     registration::UnregisterPlugIn(world.surroundings, true);
     EXPECT_EQ(Told(), text + "|" + name + "|i");
@@ -141,7 +141,7 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
     window.bDeregister.UserClicks();
     EXPECT_TRUE(refused) << "a second action could start";
     EXPECT_EQ(Stored("Name"), "");
-    EXPECT_TRUE(world.simulation->journal().entries().empty()) << "no network is visited";
+    EXPECT_EQ(world.simulation->journal().Count(), 0u) << "no network is visited";
     world.desktop.on_message = nullptr;
   }
   {
@@ -158,7 +158,7 @@ TEST(Names, OfTypesAndCommands) {
             "Object Server,Application Device,LonMark Object,Recovery Status");
   EXPECT_EQ(ObjectTypeName(36) + "," + ObjectTypeName(48) + "," + ObjectTypeName(50),
             "Device Template,Detail Info,Extension");
-  for (const std::int16_t code : {49, 53, -1})
+  for (const auto code : std::initializer_list<std::int16_t>{49, 53, -1})
     EXPECT_EQ(ObjectTypeName(code), "Custom ID = " + std::to_string(code));
   EXPECT_EQ(CommandName(13) + "," + CommandName(50) + "," + CommandName(70),
             "Configure,Register,Security Level");

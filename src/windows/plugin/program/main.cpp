@@ -9,6 +9,7 @@
 #include "platform/attempt.h"
 #include "plugin/api.h"
 #include "plugin/main_form.h"
+#include "registration/main.h"
 #include "registry/registry.h"
 #include "startup/identity.h"
 #include "text/numbers.h"
@@ -37,41 +38,61 @@ windows::com::ServerRegistration RegistrationOf(const startup::Identity& identit
   return registration;
 }
 
+/// Everything of the program but how it was started.
+struct PlugIn {
+  PlugIn(const startup::Identity& identity, const platform::Program& program,
+         windows::WindowsDesktop::Settings settings)
+      : desktop(std::move(settings)),
+        registry(machine, identity.PlugInName),
+        progress(desktop, program, identity.PlugInName),
+        interface_files(desktop, files, shell, registry),
+        log(desktop, program),
+        surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files},
+                     files,
+                     log,
+                     [this] { return windows::MakeObjectServer(machine); }},
+        main(surroundings) {}
+
+  session::Session session;
+  windows::WindowsDesktop desktop;
+  windows::WindowsFiles files;
+  windows::WindowsShell shell;
+  windows::WindowsRegistry machine;
+  registry::CRegistry registry;
+  ui::Progress progress;
+  xif::InterfaceFiles interface_files;
+  activity::fLog log;
+  const plugin::Surroundings surroundings;
+  plugin::fMain main;
+};
+
 /// Serves directors until the plug-in ends itself: the window and the last automation object decide, not the
 /// count of clients. The apartment is left before the window's state goes: leaving it takes the automation
 /// objects that directors still hold, and these tell the window. References to the object server are gone by
 /// then.
 int Serve(const startup::Identity& identity, const platform::Program& program) {
-  session::Session session;
   windows::com::LocalServer* server = nullptr;
+  PlugIn* running = nullptr;
   bool ending = false;
   windows::WindowsDesktop::Settings settings;
   // Where directors still hold objects, the user has decided. Where the last one has just released its
   // object, another one that comes within a moment is served by this process.
   settings.end_program = [&] {
     ending = true;
-    if (session.InstanceCount != 0)
+    if (running->session.InstanceCount != 0)
       server->Quit();
     else if (windows::com::ServerUse::count() == 0)
       server->QuitUnlessUsed();
   };
-  windows::WindowsDesktop desktop(std::move(settings));
-  const windows::WindowsFiles files;
-  windows::WindowsShell shell;
-  windows::WindowsRegistry machine;
-  registry::CRegistry registry(machine, identity.PlugInName);
-  ui::Progress progress(desktop, program, identity.PlugInName);
-  activity::fLog log(desktop, program);
-  const plugin::Surroundings surroundings{
-      desktop,  program, files,    shell, registry,
-      identity, session, progress, log,   [&machine] { return windows::MakeObjectServer(machine); }};
-  plugin::fMain main(surroundings);
+  PlugIn plug_in(identity, program, std::move(settings));
+  running = &plug_in;
 
   const windows::com::Apartment apartment;
   windows::com::ServedClass served{windows::plugin::PlugInClassId(),
                                    [&] {
                                      ending = false;
-                                     return std::make_shared<plugin::LNSPlugInAPI>(surroundings, main);
+                                     return std::make_shared<plugin::LNSPlugInAPI>(plug_in.surroundings,
+                                                                                   plug_in.main);
                                    },
                                    windows::plugin::OpenPlugInDoor};
   windows::com::ServerLifetime lifetime;
@@ -81,7 +102,20 @@ int Serve(const startup::Identity& identity, const platform::Program& program) {
   lifetime.idle_limit = windows::com::kIdleLimit;
   windows::com::LocalServer local_server(std::move(served), std::move(lifetime));
   server = &local_server;
-  return desktop.Run();
+  return plug_in.desktop.Run();
+}
+
+/// Registers or removes the plug-in, or lets the user do it.
+int RunByHand(const startup::Identity& identity, const platform::Program& program) {
+  const windows::com::Apartment apartment;
+  PlugIn plug_in(identity, program, {});
+  registration::MMain::Process process;
+  process.object_server = [&] { return plug_in.main.lcaOS(); };
+  process.end_plug_in = [&] { plug_in.main.EndPlugIn(); };
+  process.register_class = [&] { windows::com::RegisterServer(RegistrationOf(identity)); };
+  registration::MMain main(plug_in.surroundings, std::move(process));
+  if (!main.Main(windows::CommandLineArguments())) return 0;
+  return plug_in.desktop.Run();
 }
 
 int Run() {
@@ -98,7 +132,7 @@ int Run() {
     case ServerStart::ByCom:
       return Serve(identity, program);
     case ServerStart::ByHand:
-      return 0;
+      return RunByHand(identity, program);
   }
   return 0;
 }
