@@ -79,6 +79,13 @@ class Desktop : public ui::Desktop {
   std::vector<ui::SaveDialog> save_dialogs;
   std::optional<std::string> save_path;
 
+  std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override {
+    open_dialogs.push_back(dialog);
+    return open_path;
+  }
+  std::vector<ui::OpenDialog> open_dialogs;
+  std::optional<std::string> open_path;
+
   void Yield() override {
     if (on_yield) on_yield();
   }

@@ -36,6 +36,15 @@ struct SaveDialog {
   std::string filter;
 };
 
+/// Asks for a file that exists.
+struct OpenDialog {
+  std::string title;
+  /// Descriptions and patterns in turn, with "|" between them; the first one is chosen.
+  std::string filter;
+  /// Where the dialog opens; empty leaves that to the system.
+  std::string folder;
+};
+
 /// Shows one form. What the user does to the window is told to the form.
 class FormWindow {
  public:
@@ -97,6 +106,10 @@ class Desktop {
   /// Asks for a file to save to; the path chosen, nothing when cancelled. The dialog asks nothing about files
   /// that exist.
   virtual std::optional<std::string> AskSaveFile(const SaveDialog& dialog) = 0;
+
+  /// Asks for a file to read, without the choice to open it read-only; the path chosen, nothing when
+  /// cancelled.
+  virtual std::optional<std::string> AskOpenFile(const OpenDialog& dialog) = 0;
 
   /// Lets pending messages run: windows repaint, calls of the director and of the object server come in.
   virtual void Yield() = 0;

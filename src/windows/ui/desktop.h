@@ -36,6 +36,7 @@ class WindowsDesktop final : public ui::Desktop {
                                                      const ui::AnimationStyle& style) override;
   ui::Answer ShowMessage(const ui::Message& message) override;
   std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override;
+  std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override;
   void Yield() override;
   void SetPointer(ui::Pointer pointer) override;
   void RepaintActiveWindow() override;

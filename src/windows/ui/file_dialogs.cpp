@@ -6,7 +6,9 @@
 #include <string>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/context.h"
 #include "windows/ui/desktop.h"
+#include "windows/ui/modal.h"
 
 #undef Yield  // the system's macro
 
@@ -41,9 +43,10 @@ std::optional<std::string> WindowsDesktop::AskSaveFile(const ui::SaveDialog& dia
       ToWide(dialog.default_extension.substr(dialog.default_extension.rfind('.') + 1));
   std::wstring path = ToWide(dialog.file_name);
   path.resize(kLongestPath);
+  const Modal modal(*context_);
   OPENFILENAMEW ask{};
   ask.lStructSize = sizeof ask;
-  ask.hwndOwner = GetActiveWindow();
+  ask.hwndOwner = modal.owner();
   ask.lpstrFilter = filter.c_str();
   ask.lpstrFile = path.data();
   ask.nMaxFile = kLongestPath;
@@ -51,6 +54,26 @@ std::optional<std::string> WindowsDesktop::AskSaveFile(const ui::SaveDialog& dia
   ask.lpstrDefExt = extension.c_str();
   ask.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
   if (!GetSaveFileNameW(&ask)) return std::nullopt;
+  return ToUtf8(path.c_str());
+}
+
+std::optional<std::string> WindowsDesktop::AskOpenFile(const ui::OpenDialog& dialog) {
+  const std::wstring filter = DialogFilter(dialog.filter);
+  const std::wstring title = ToWide(dialog.title);
+  const std::wstring folder = ToWide(dialog.folder);
+  std::wstring path(kLongestPath, L'\0');
+  const Modal modal(*context_);
+  OPENFILENAMEW ask{};
+  ask.lStructSize = sizeof ask;
+  ask.hwndOwner = modal.owner();
+  ask.lpstrFilter = filter.c_str();
+  ask.nFilterIndex = 1;
+  ask.lpstrFile = path.data();
+  ask.nMaxFile = kLongestPath;
+  ask.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
+  ask.lpstrTitle = title.c_str();
+  ask.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST | OFN_NOCHANGEDIR;
+  if (!GetOpenFileNameW(&ask)) return std::nullopt;
   return ToUtf8(path.c_str());
 }
 

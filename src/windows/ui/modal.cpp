@@ -1,0 +1,27 @@
+#include "windows/ui/modal.h"
+
+#include "windows/ui/context.h"
+#include "windows/ui/form_shell.h"
+
+namespace windows {
+
+Modal::Modal(const Context& context) {
+  const HWND active = GetActiveWindow();
+  for (const auto& shell : context.shells()) {
+    const HWND window = shell->handle();
+    if (shell->closed() || !IsWindowVisible(window)) continue;
+    if (window == active) {
+      owner_ = window;
+    } else if (IsWindowEnabled(window)) {
+      EnableWindow(window, FALSE);
+      disabled_.push_back(window);
+    }
+  }
+}
+
+Modal::~Modal() {
+  for (const HWND window : disabled_)
+    if (IsWindow(window)) EnableWindow(window, TRUE);
+}
+
+}  // namespace windows

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+namespace windows {
+
+class Context;
+
+/// Lets none of the program's windows be used while a dialog of the system is up. The dialog itself sees to
+/// its owner: it gives it the focus back.
+class Modal {
+ public:
+  explicit Modal(const Context& context);
+  ~Modal();
+  Modal(const Modal&) = delete;
+  Modal& operator=(const Modal&) = delete;
+
+  /// The program's active window; null where another program's is active.
+  HWND owner() const { return owner_; }
+
+ private:
+  HWND owner_ = nullptr;
+  std::vector<HWND> disabled_;
+};
+
+}  // namespace windows

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "platform/files.h"
+#include "platform/shell.h"
+#include "registry/registry.h"
+#include "ui/desktop.h"
+
+namespace xif {
+
+/// Devices' external interface files on this computer: finding the one of a program ID, and having its binary
+/// form (XFB), which the object server imports, made beside it by the LonWorks tool XIF32BIN.
+///
+/// One for the process, used from the user-interface thread. Every failure is empty text for the caller.
+/// While the tool works the message loop runs.
+class InterfaceFiles {
+ public:
+  InterfaceFiles(ui::Desktop& desktop, const platform::Files& files, platform::Shell& shell,
+                 const registry::CRegistry& registry)
+      : desktop_(desktop), files_(files), shell_(shell), registry_(registry) {}
+
+  /// Where interface files are looked for, without a backslash at its end; empty where that is unknown.
+  std::string folder;
+
+  /// Looks in the folder and all folders below it. The path of the file whose binary form is there.
+  std::string FindXifForProgramId(const std::string& program_id);
+
+  /// Asks the user for the file; the folder that it is in becomes `folder`.
+  std::string LocateXifByDialog(const std::string& program_id);
+
+  /// Makes sure that the binary form of the file is there, which may take a minute; the message on failure is
+  /// shown here. Returns the path, which becomes empty on failure, in the caller's variable too.
+  std::string ExportXfb(std::string& xif_path);
+
+ private:
+  void RunConverter(const std::string& xif_path, const std::string& xfb_path);
+  void AwaitConverter(const platform::StartedProgram& converter);
+  void PassRound();
+
+  ui::Desktop& desktop_;
+  const platform::Files& files_;
+  platform::Shell& shell_;
+  const registry::CRegistry& registry_;
+};
+
+}  // namespace xif
