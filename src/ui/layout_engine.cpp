@@ -9,6 +9,8 @@
 namespace ui {
 namespace {
 
+bool IsHidden(const Box& box) { return box.kind == Box::Kind::Leaf && !box.control->Visible(); }
+
 bool IsGroup(Box::Kind kind) { return kind == Box::Kind::Frame || kind == Box::Kind::Pages; }
 
 /// Fields are as wide as their column, so that their edges are in line.
@@ -85,16 +87,24 @@ bool LayoutEngine::EndsWithStatusBar() const {
   return last && last->kind() == Control::Kind::StatusBar;
 }
 
-int LayoutEngine::GapBetween(const Node& one, const Node& other) const {
-  if (one.size.height == 0 || other.size.height == 0) return 0;
-  return IsGroup(one.box->kind) || IsGroup(other.box->kind) ? metrics_.GroupGap() : metrics_.ControlGap();
+/// Between a child of a row or column and the one before it; what takes no room has no gaps.
+int LayoutEngine::GapBefore(const Node& line, std::size_t index) const {
+  const Node& child = line.children[index];
+  if (child.size.height == 0) return 0;
+  for (std::size_t i = index; i-- > 0;) {
+    const Node& before = line.children[i];
+    if (before.size.height == 0) continue;
+    return IsGroup(before.box->kind) || IsGroup(child.box->kind) ? metrics_.GroupGap()
+                                                                 : metrics_.ControlGap();
+  }
+  return 0;
 }
 
 void LayoutEngine::Measure(Node& node) {
   for (Node& child : node.children) Measure(child);
   switch (node.box->kind) {
     case Box::Kind::Leaf:
-      node.size = metrics_.PreferredSize(*node.box->control);
+      node.size = IsHidden(*node.box) ? Extent{} : metrics_.PreferredSize(*node.box->control);
       break;
     case Box::Kind::Empty:
       break;
@@ -117,7 +127,7 @@ void LayoutEngine::MeasureLine(Node& node) const {
   node.size = {};
   for (std::size_t i = 0; i < node.children.size(); ++i) {
     const Extent child = node.children[i].size;
-    const int gap = i > 0 ? GapBetween(node.children[i - 1], node.children[i]) : 0;
+    const int gap = GapBefore(node, i);
     if (node.box->kind == Box::Kind::Row)
       node.size = {node.size.width + gap + child.width, std::max(node.size.height, child.height)};
     else
@@ -242,13 +252,14 @@ void LayoutEngine::Place(const Node& node, Rectangle area, std::vector<Placement
 
 void LayoutEngine::PlaceRow(const Node& node, Rectangle area, std::vector<Placement>& placed) const {
   int left_over = std::max(0, area.width - node.size.width), sharing = 0;
-  for (const Node& child : node.children) sharing += child.box->stretch_width ? 1 : 0;
+  const auto shares = [](const Node& child) { return child.box->stretch_width && !IsHidden(*child.box); };
+  for (const Node& child : node.children) sharing += shares(child) ? 1 : 0;
   int left = area.left;
   for (std::size_t i = 0; i < node.children.size(); ++i) {
     const Node& child = node.children[i];
-    if (i > 0) left += GapBetween(node.children[i - 1], child);
+    left += GapBefore(node, i);
     int width = child.size.width;
-    if (child.box->stretch_width) {
+    if (shares(child)) {
       const int share = left_over / sharing--;
       width += share;
       left_over -= share;
@@ -264,7 +275,7 @@ void LayoutEngine::PlaceColumn(const Node& node, Rectangle area, std::vector<Pla
   int top = area.top;
   for (std::size_t i = 0; i < node.children.size(); ++i) {
     const Node& child = node.children[i];
-    if (i > 0) top += GapBetween(node.children[i - 1], child);
+    top += GapBefore(node, i);
     int height = child.size.height;
     if (last != node.children.rend() && &child == &*last)
       height += std::max(0, area.height - node.size.height);

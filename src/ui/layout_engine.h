@@ -55,6 +55,7 @@ struct Placement {
 ///
 /// It measures once, when it is made, and arranges for any size; it is made anew when a text has changed. The
 /// layout and the metrics must outlive it. The rules:
+/// - A hidden control and the gap beside it take no room.
 /// - Nothing is made smaller than it was measured: in a window below the minimum the right and the bottom are
 ///   cut.
 /// - Left-over width is shared by the stretching children of a row; of a grid's stretching columns the narrow
@@ -99,7 +100,7 @@ class LayoutEngine {
   void MeasurePages(Node& node) const;
   std::vector<int> OwnColumns(const Node& grid, std::vector<int> widths) const;
   int InPixels(double twips) const;
-  int GapBetween(const Node& one, const Node& other) const;
+  int GapBefore(const Node& line, std::size_t index) const;
   int GridGap(const Node& grid) const;
   std::vector<int> RowHeights(const Node& grid) const;
   int ColumnLeft(const Node& grid, const std::vector<int>& columns, std::size_t column) const;

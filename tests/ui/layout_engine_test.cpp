@@ -143,6 +143,13 @@ const StretchCase kStretchCases[] = {
      },
      {262, 50},
      {{10, 19, 80, 12}, {95, 19, 60, 12}, {160, 19, 92, 12}}},
+    {"a hidden control takes no room",
+     [](Window& w) {
+       w.middle.SetVisible(false);
+       return Box::Row({Box::Leaf(w.small), Box::Leaf(w.middle).StretchWidth(), Box::Leaf(w.wide)});
+     },
+     {200, 50},
+     {{10, 19, 30, 12}, {40, 25, 0, 0}, {45, 19, 60, 12}}},
     {"a column gives its height to the last that stretches",
      [](Window& w) {
        return Box::Column({Box::Leaf(w.small).StretchHeight(), Box::Leaf(w.middle).StretchHeight(),

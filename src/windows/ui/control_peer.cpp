@@ -92,6 +92,7 @@ void ControlPeer::Update(ui::Aspect aspect) {
       if (!alive()) break;
       EnableWindow(handle_, control_->Enabled());
       ShowWindow(handle_, control_->Visible() ? SW_SHOWNA : SW_HIDE);
+      if (aspect == ui::Aspect::Visible) host_.Relayout();
       break;
     case ui::Aspect::Colors:
       InvalidateRect(handle_, nullptr, TRUE);
