@@ -113,7 +113,7 @@ void fMain::LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded) {
   editing::ShowAllValues(now);
   complete_read_ = true;
   const std::string raw_model = loaded->points.Item("nciSccModelRaw").NvAsArray.front();
-  SetUpScreen(static_cast<int>(text::RoundHalfEven(text::LeadingNumber(raw_model))));
+  SetUpScreen(text::LeadingWholeNumber(raw_model));
 }
 
 }  // namespace plugin

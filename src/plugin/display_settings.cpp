@@ -19,7 +19,7 @@ void StoreDisplayUnits(registry::CRegistry& registry, const std::string& plug_in
 }
 
 std::int16_t StoredDebugMode(const registry::CRegistry& registry, const std::string& plug_in_key) {
-  return text::RoundHalfEven(text::LeadingNumber(registry.MachineSetting(plug_in_key, kDebug))) == 1 ? 1 : 0;
+  return text::LeadingWholeNumber(registry.MachineSetting(plug_in_key, kDebug)) == 1 ? 1 : 0;
 }
 
 std::string TemperatureUnit(int units) {

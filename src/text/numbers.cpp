@@ -1,8 +1,10 @@
 #include "text/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace text {
 namespace {
@@ -98,6 +100,12 @@ std::string ComputedText(double value) {
 }
 
 double RoundHalfEven(double value) { return std::nearbyint(value); }
+
+std::int32_t LeadingWholeNumber(std::string_view text) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  return static_cast<std::int32_t>(
+      std::clamp<double>(RoundHalfEven(LeadingNumber(text)), Limits::min(), Limits::max()));
+}
 
 double RoundToDecimals(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);

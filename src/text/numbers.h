@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,6 +35,10 @@ std::string ComputedText(double value);
 
 /// Nearest whole number, ties to the even neighbour.
 double RoundHalfEven(double value);
+
+/// The number that the text starts with as a whole number, ties to the even neighbour; one beyond 32 bits is
+/// the nearest of these.
+std::int32_t LeadingWholeNumber(std::string_view text);
 
 /// Nearest multiple of 10^-decimals, ties to the even neighbour.
 double RoundToDecimals(double value, int decimals);

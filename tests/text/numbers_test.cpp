@@ -58,6 +58,8 @@ TEST_F(Numbers, ComputedTextShowsNoBinaryResidue) {
 TEST_F(Numbers, TiesGoToTheEvenNeighbour) {
   EXPECT_EQ(text::RoundHalfEven(2.5), 2);
   EXPECT_EQ(text::RoundHalfEven(-3.5), -4);
+  EXPECT_EQ(text::LeadingWholeNumber("0.5 x"), 0);
+  EXPECT_EQ(text::LeadingWholeNumber("-99999999999"), std::numeric_limits<std::int32_t>::min());
   EXPECT_DOUBLE_EQ(text::RoundToDecimals(0.25, 1), 0.2);
   EXPECT_DOUBLE_EQ(text::RoundToDecimals(0.35, 1), 0.4);
   EXPECT_DOUBLE_EQ(text::RoundToDecimals(-0.25, 1), -0.2);
