@@ -77,6 +77,8 @@ void ShowAllValues(const Passes& passes) {
     if (!editable && control->kind() != Kind::Label) continue;
     if (editable && PendingEdits::IsMarked(*control)) continue;
     control->SetText(binding.Value());
+    // What a refused entry goes back to, where the focus stands in the field already.
+    control->SetTag(control->Text());
   }
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ui/desktop.h"
@@ -37,6 +38,7 @@ class Desktop : public ui::Desktop {
       void UpdateCaption() override {}
       void UpdateBounds() override {}
       void UpdateState() override {}
+      void Activate() override {}
       void Repaint() override {}
       Size BestSize() const override { return {9000, 6000}; }
       int& open;
@@ -85,6 +87,12 @@ class Desktop : public ui::Desktop {
   }
   std::vector<ui::OpenDialog> open_dialogs;
   std::optional<std::string> open_path;
+
+  bool ShowHelp(const std::string& file, int context) override {
+    help_shown.emplace_back(file, context);
+    return true;
+  }
+  std::vector<std::pair<std::string, int>> help_shown;
 
   void Yield() override {
     if (on_yield) on_yield();

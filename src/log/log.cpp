@@ -52,7 +52,8 @@ void fLog::OnLoad() {
   constexpr double kFirstWidth = 12000, kFirstHeight = 6500;
   const ui::Desktop::Area screen = desktop().WorkArea();
   const double width = std::min(kFirstWidth, screen.width), height = std::min(kFirstHeight, screen.height);
-  SetBounds(screen.left + (screen.width - width) / 2, screen.top + (screen.height - height) / 2, width, height);
+  SetBounds(screen.left + (screen.width - width) / 2, screen.top + (screen.height - height) / 2, width,
+            height);
 }
 
 std::vector<ui::Spot> fLog::PlaceControls() {
@@ -81,7 +82,7 @@ void fLog::LogError(const std::string& message) {
   Load();
   lstActivity.Append({ui::ListView::Icon::Red,
                       {program_.TimeOfDay(), has_result ? parts[0] : "", has_result ? parts[1] : ""}});
-  if (cbOpenOnError.Checked()) Show();
+  if (cbOpenOnError.Checked()) BringToFront();
 }
 
 void fLog::Save() {

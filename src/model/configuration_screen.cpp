@@ -78,6 +78,7 @@ int ConfigurationScreen::PageOf(const ui::Control& control) const {
 void ConfigurationScreen::ShowInitialTexts() {
   const auto reset = [](ui::Control& control, const char* text) {
     control.SetText(text);
+    control.SetTag(text);
     control.SetForeColor(ui::Color::ButtonText);
   };
   for (const auto& field : text_fields_)
@@ -130,6 +131,7 @@ ui::Box ConfigurationScreen::FieldsLayout(const FramePlace& place) {
   std::vector<ui::Box> cells;
   for (const FieldPlace& field : place.fields) {
     ui::Control* control = Find(field.control);
+    control->help_context = kPageTopics[static_cast<std::size_t>(place.page)];
     control->SetAccessibleName(std::string(field.label.empty() ? place.caption : field.label));
     cells.push_back(field.label.empty() ? ui::Box{} : ui::Box::Leaf(NewLabel(std::string(field.label))));
     cells.push_back(ui::Box::Leaf(*control));

@@ -42,6 +42,10 @@ inline constexpr std::array<std::string_view, 8> kPageCaptions = {
     "&Heating - Cooling", "&General", "&Hardware", "RH &Options",
     "&PIR Options",       "&Network", "C&ontact",  "A&bout"};
 
+/// The help topic of each page; the last one has none.
+inline constexpr std::array kPageTopics = {1004, 1002, 1003, 1006, 1005, 1001, 1000, 0};
+static_assert(kPageTopics.size() == kPageCaptions.size());
+
 /// The page that shows the contact page instead of fields, and the one with a heading of its own.
 inline constexpr int kContactPage = 6;
 inline constexpr int kHardwarePage = 2;

@@ -12,9 +12,7 @@ void fMain::ConnectEditing() {
   cmdApply.on_click = [this] { Run([this] { Apply(); }); };
   cmdCancel.on_click = [this] { Run([this] { editing::Cancel(passes(), pending_); }); };
   cmdRefresh.on_click = [this] { Run([this] { ReadAndShow(); }); };
-  cmdDebug.on_click = [this] {
-    SetUpScreen(static_cast<int>(text::RoundHalfEven(text::LeadingNumber(txtDebug.Text()))));
-  };
+  cmdDebug.on_click = [this] { SetUpScreen(text::LeadingWholeNumber(txtDebug.Text())); };
   for (std::size_t i = 0; i < obUnits.size(); ++i)
     obUnits[i].on_click = [this, units = static_cast<std::int16_t>(i)] {
       Run([this, units] { SwitchUnits(units); });
@@ -43,14 +41,15 @@ void fMain::Apply() {
   editing::Apply(passes(), pending_, with_.session.DisplayUnits);
 }
 
-void fMain::ReadAndShow() {
-  if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return;
+bool fMain::ReadAndShow() {
+  if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return false;
   complete_read_ = true;
   try {
     editing::ShowAllValues(passes());
   } catch (const platform::Error& error) {
     editing::ReportFailure(passes(), "Showing the values", error.description());
   }
+  return true;
 }
 
 void fMain::SwitchUnits(std::int16_t units) {
@@ -67,11 +66,9 @@ void fMain::SwitchUnits(std::int16_t units) {
   const std::int16_t former = session.DisplayUnits;
   session.DisplayUnits = units;
   ShowUnits();
-  if (editing::ReadAllPoints(now, units)) {
-    complete_read_ = true;
-    editing::ShowAllValues(now);
-    return;
-  }
+  if (ReadAndShow()) return;
+  // A device that took the screen meanwhile has been read in the new units.
+  if (loaded_ != now.device) return;
   // All or nothing: no text may be shown, clamped or written in other units than it was read in.
   session.DisplayUnits = former;
   ShowUnits();

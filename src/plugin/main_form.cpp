@@ -41,7 +41,8 @@ fMain::fMain(const Surroundings& surroundings)
   cmdDebug.SetVisible(false);
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };
-  cmdViewLog.on_click = [this] { with_.log.Show(); };
+  cmdHelp.on_click = [this] { ShowHelp(); };
+  cmdViewLog.on_click = [this] { with_.log.BringToFront(); };
   ConnectEditing();
   SetLayout(MakeLayout());
 }
@@ -161,9 +162,17 @@ void fMain::EndIfUnused() {
 }
 
 int fMain::HelpContext() const {
-  constexpr std::array kTopics = {1004, 1002, 1003, 1006, 1005, 1001, 1000};
-  const std::size_t page = screen.tabData.Selected();
-  return page < kTopics.size() ? kTopics[page] : 0;
+  const ui::Control* asked_about = ActiveControl() == &cmdHelp ? FormerControl() : ActiveControl();
+  if (asked_about && asked_about->help_context != 0) return asked_about->help_context;
+  return model::kPageTopics[screen.tabData.Selected()];
+}
+
+void fMain::ShowHelp() {
+  const std::string file =
+      with_.program.Directory() + "\\" + with_.program.StringResource(startup::kHelpFileText);
+  if (!desktop().ShowHelp(file, HelpContext()))
+    desktop().ShowMessage(
+        {"The help file cannot be shown.\r\n\r\n" + file, startup::kProgramTitle, ui::Icon::Exclamation});
 }
 
 editing::Passes fMain::passes() {

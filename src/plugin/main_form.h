@@ -50,7 +50,8 @@ class fMain : public ui::Form {
   /// where none can be had.
   lns::ObjectServer lcaOS();
 
-  /// The help topic that belongs to the page in front.
+  /// The help topic of the control that has the focus, or had it before the help button was pressed; where it
+  /// has none, that of the page in front.
   int HelpContext() const;
 
   bool DeviceOnline() const { return device_online_; }
@@ -84,10 +85,12 @@ class fMain : public ui::Form {
   void GetDisplayUnits();
   void GetDebug();
   void ConfirmExit();
+  void ShowHelp();
   void ConnectEditing();
   void Run(const std::function<void()>& command);
   void Apply();
-  void ReadAndShow();
+  /// False where the read failed, which has been told.
+  bool ReadAndShow();
   void SwitchUnits(std::int16_t units);
   void ShowUnits();
   void SetUpScreen(int model_number);

@@ -83,6 +83,9 @@ class Control {
   const std::string& AccessibleName() const { return accessible_name_; }
   void SetAccessibleName(std::string name) { accessible_name_ = std::move(name); }
 
+  /// The topic of the help file that explains the control; 0 where the window's own does.
+  int help_context = 0;
+
   const std::string& Tag() const { return tag_; }
   void SetTag(std::string tag) { tag_ = std::move(tag); }
 

@@ -53,6 +53,8 @@ class FormWindow {
   virtual void UpdateBounds() = 0;
   /// Visibility and window state (normal, minimised, maximised).
   virtual void UpdateState() = 0;
+  /// Makes a shown window the one that the user works with.
+  virtual void Activate() = 0;
   virtual void Repaint() = 0;
   /// The smallest outer size, in twips, in which nothing of the layout is cut, at which a fixed window is
   /// made.
@@ -110,6 +112,9 @@ class Desktop {
   /// Asks for a file to read, without the choice to open it read-only; the path chosen, nothing when
   /// cancelled.
   virtual std::optional<std::string> AskOpenFile(const OpenDialog& dialog) = 0;
+
+  /// Opens a help file at the topic of a context number. False where the file cannot be shown.
+  virtual bool ShowHelp(const std::string& file, int context) = 0;
 
   /// Lets pending messages run: windows repaint, calls of the director and of the object server come in.
   virtual void Yield() = 0;

@@ -21,7 +21,7 @@ void Form::Unload() {
   if (!window_) return;
   OnUnload();
   visible_ = false;
-  active_control_ = nullptr;
+  active_control_ = former_control_ = nullptr;
   window_.reset();
 }
 
@@ -41,6 +41,12 @@ void Form::SetVisible(bool visible) {
   if (visible_ == visible) return;
   visible_ = visible;
   if (window_) window_->UpdateState();
+}
+
+void Form::BringToFront() {
+  if (state_ == WindowState::Minimized) SetState(WindowState::Normal);
+  Show();
+  window_->Activate();
 }
 
 void Form::SetState(WindowState state) {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "ui/desktop.h"
 #include "ui/layout.h"
@@ -51,6 +52,8 @@ class Form {
   void SetVisible(bool visible);
   void Show() { SetVisible(true); }
   void Hide() { SetVisible(false); }
+  /// Shows the window in front of all others, also one that is covered or minimised.
+  void BringToFront();
 
   WindowState State() const { return state_; }
   void SetState(WindowState state);
@@ -66,12 +69,14 @@ class Form {
 
   /// The control with the focus, or null. The window keeps it up to date.
   Control* ActiveControl() const { return active_control_; }
+  /// The control that had the focus before, or null.
+  Control* FormerControl() const { return former_control_; }
 
   // What the window tells.
   void WindowMoved(double left, double top, double width, double height);
   void WindowStateChanged(WindowState state) { state_ = state; }
   void WindowActivated() { OnActivate(); }
-  void FocusMoved(Control* control) { active_control_ = control; }
+  void FocusMoved(Control* control) { former_control_ = std::exchange(active_control_, control); }
   /// The window is asked to close. False refuses.
   bool CloseRequested(CloseReason reason);
   /// A key with Alt: true when the form has dealt with it (accelerators that the controls cannot know).
@@ -104,6 +109,7 @@ class Form {
   WindowState state_ = WindowState::Normal;
   double left_ = 0, top_ = 0, width_ = 0, height_ = 0;
   Control* active_control_ = nullptr;
+  Control* former_control_ = nullptr;
   Box layout_;
   std::unique_ptr<FormWindow> window_;
 };

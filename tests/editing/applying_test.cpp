@@ -52,63 +52,50 @@ struct Opened {
   std::shared_ptr<plugin::LNSPlugInAPI> api;
 };
 
-TEST(Apply, ClampsTellsAndStoresInsideTheLimit) {
-  struct Case {
-    const char* units;
-    int field;
-    const char* typed;
-    const char* shown;
-    const char* limit;   // told; empty for no message
-    const char* stored;  // the point's field
-  };
-  const Case cases[] = {
-      {"0", 2, "31", "31", "", "31"},
-      {"0", 2, "35", "32", "maximum allowed value is: 32", "31.95"},
-      {"0", 2, "32", "32", "", "31.95"},
-      {"0", 2, "32.0", "32.0", "", "32"},
-      {"0", 18, "40", "32", "maximum allowed value is: 32", "32"},
-      {"0", 18, "-3", "4.5", "minimum allowed value is: 4.5", "4.5"},
-      {"0", 16, "0.5", "1", "minimum allowed value is: 1", "1.05"},
-      {"0", 6, "-9", "-2.5", "minimum allowed value is: -2.5", "-2.45"},
-      {"1", 2, "95", "90", "maximum allowed value is: 90", "89.975"},
-      {"1", 16, "1", "2", "minimum allowed value is: 2", "2.025"},
-      {"1", 6, "5", "5", "", "4.975"},
-      {"0", 7, "20", "30", "minimum allowed value is: 30", "30"},
-      {"0", 14, "9", "9", "", "9"},
-      {"0", 39, "6600", "6553.4", "maximum allowed value is: 6553.4", "6553.4"},
-  };
-  for (const Case& c : cases) {
-    Opened opened(c.units);
-    opened.user.Enter(c.field, c.typed);
-    opened.world.desktop.messages.clear();
-    opened.Apply();
-    EXPECT_EQ(opened.user.Field(c.field).Text(), c.shown) << c.typed;
-    ASSERT_EQ(opened.world.desktop.messages.size(), *c.limit ? 1u : 0u) << c.field << ' ' << c.typed;
-    if (*c.limit) {
-      const ui::Message& message = opened.world.desktop.messages[0].message;
-      EXPECT_NE(message.text.find(" out of range\r\n\r\nThe " + std::string(c.limit) +
-                                  "\r\n\r\nThe value has been adjusted"),
-                std::string::npos)
-          << message.text;
-      EXPECT_EQ(message.caption, "QM5R-FC PIR LNS Device Plug-in");
-      EXPECT_EQ(message.icon, ui::Icon::None);
-    }
-    EXPECT_FALSE(User::IsMarked(opened.user.Field(c.field)));
-    EXPECT_FALSE(opened.world.main.cmdApply.Enabled());
-    const auto writes = opened.Writes();
-    ASSERT_EQ(writes.size(), 1u) << "only the variable that changed is written";
-    opened.world.main.cmdRefresh.UserClicks();
+TEST(Apply, HoldsEveryFieldBetweenItsLimitsAndTells) {
+  for (const bool us : {false, true}) {
+    Opened opened(us ? "1" : "0");
+    const auto apply = [&](const model::CatalogueRow& row, const std::string& typed) {
+      opened.world.desktop.messages.clear();
+      opened.world.simulation->journal().Clear();
+      opened.user.Field(row.control.index).UserChangesText(typed);
+      opened.world.main.cmdApply.UserClicks();
+      EXPECT_FALSE(User::IsMarked(opened.user.Field(row.control.index)) ||
+                   opened.world.main.cmdApply.Enabled());
+      const auto writes = opened.Writes();
+      EXPECT_EQ(writes.size(), 1u) << "only the variable that changed is written";
+      const auto values =
+          text::Split(writes.at(0).substr(row.point.size() + 1), row.point == "nciSetPts" ? "," : " ");
+      return values.at(static_cast<std::size_t>(row.index));
+    };
     for (const model::CatalogueRow& row : model::Catalogue()) {
-      if (row.control != model::txtNvi(c.field)) continue;
-      const auto& rows = opened.world.log.lstActivity.Rows();
-      const auto read = std::find_if(rows.rbegin(), rows.rend(), [&](const auto& r) {
-        return r.cells[1] == "Reading " + std::string(row.point);
-      });
-      const std::string separator = row.point == "nciSetPts" ? "," : " ";
-      const std::string back = text::Split(read->cells[2], separator)[static_cast<std::size_t>(row.index)];
-      EXPECT_NEAR(text::LeadingNumber(back), text::LeadingNumber(c.stored), 0.0101)
-          << "what the device holds";
+      if (!row.limits) continue;
+      const double low = us ? row.limits->us_min : row.limits->si_min;
+      const double high = us ? row.limits->us_max : row.limits->si_max, middle = (low + high) / 2;
+      const double inside = !row.offset_value ? 0 : us ? 0.025 : 0.05;
+      struct Probe {
+        double typed, shown, stored;
+        const char* told;
+      };
+      for (const Probe& probe : {Probe{high + 1, high, high - inside, "maximum"},
+                                 {high, high, high - inside, ""},
+                                 {middle, middle, middle, ""},
+                                 {low, low, low + inside, ""},
+                                 {low - 1, low, low + inside, "minimum"}}) {
+        SCOPED_TRACE(testing::Message() << row.name << ' ' << probe.typed);
+        const std::string shown = text::ShortestText(probe.shown);
+        EXPECT_NEAR(text::LeadingNumber(apply(row, text::ShortestText(probe.typed))), probe.stored, 1e-9);
+        EXPECT_EQ(opened.user.Field(row.control.index).Text(), shown);
+        ASSERT_EQ(opened.world.desktop.messages.size(), *probe.told ? 1u : 0u);
+        if (!*probe.told) continue;
+        const ui::Message& message = opened.world.desktop.messages[0].message;
+        EXPECT_EQ(message.text, std::string(row.description) + " out of range\r\n\r\nThe " + probe.told +
+                                    " allowed value is: " + shown + "\r\n\r\nThe value has been adjusted");
+        EXPECT_EQ(message.caption, "QM5R-FC PIR LNS Device Plug-in");
+        EXPECT_EQ(message.icon, ui::Icon::None);
+      }
     }
+    EXPECT_EQ(apply(model::Catalogue()[6], us ? "90.0" : "32.0"), us ? "90.0" : "32.0") << "another text";
   }
 }
 

@@ -7,10 +7,13 @@
 namespace {
 
 struct Opened {
-  Opened() : api(world.Configure(kFirstThermostat)), user(world) {}
+  explicit Opened(const char* units = "0") : user(world) {
+    world.registry.SetMachineSetting(world.identity.PlugInKey(), "DisplayUnits", units);
+    api = world.Configure(kFirstThermostat);
+  }
   World world;
-  std::shared_ptr<plugin::LNSPlugInAPI> api;
   User user;
+  std::shared_ptr<plugin::LNSPlugInAPI> api;
 };
 
 TEST(FieldEditing, KeysAreFilteredAndAlwaysMark) {
@@ -88,6 +91,13 @@ TEST(FieldEditing, AnEntryThatIsNoNumberIsRefused) {
     EXPECT_FALSE(User::IsMarked(opened.user.Field(0)));
     EXPECT_EQ(opened.user.Focused(), &opened.user.List(0)) << "the focus may always leave";
   }
+  // Another device takes the screen while the focus stands in the field.
+  Opened opened;
+  opened.user.GoTo(opened.user.Field(0));
+  World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+  opened.user.Field(0).UserChangesText("1:30");
+  opened.user.GoTo(opened.user.List(0));
+  EXPECT_EQ(opened.user.Field(0).Text(), "20.5");
 }
 
 TEST(FieldEditing, RulesRepairTheOtherField) {
@@ -99,6 +109,7 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
     std::map<int, const char*> changed;  // besides the field that was left
     std::vector<const char*> messages;
     int focused;  // -1: where the user went
+    const char* units = "0";
   };
   // The screen before: heating 21 and 16, at most 32; cooling 23 and 28, at least 12; dead band 1.5.
   const Case cases[] = {
@@ -123,9 +134,19 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
       {5, "29", {{3, "29"}, {4, "29"}}, {kLimit, kLimit}, 4},
       {18, "40", {}, {}, -1},
       {19, "5", {}, {}, -1},
+      // In Fahrenheit: heating 70 and 61, at most 89.5; cooling 73.5 and 82.5, at least 53.5; dead band 2.5.
+      {0, "71", {}, {}, -1, "1"},
+      {0, "71.6", {{3, "74.1"}}, {kDeadBand}, 3, "1"},
+      {1, "81", {{4, "83.5"}}, {kDeadBand}, 4, "1"},
+      {3, "72", {{0, "69.5"}}, {kDeadBand}, 0, "1"},
+      {4, "63", {{1, "60.5"}}, {kDeadBand}, 1, "1"},
+      {16, "3.5", {}, {}, -1, "1"},
+      {16, "22", {{0, "51.5"}, {1, "60.5"}}, {kDeadBand, kDeadBand}, 1, "1"},
+      {2, "60.5", {{0, "60.5"}, {1, "60.5"}}, {kLimit, kLimit}, 1, "1"},
+      {5, "74", {{3, "74"}}, {kLimit}, 3, "1"},
   };
   for (const Case& c : cases) {
-    Opened opened;
+    Opened opened(c.units);
     std::map<int, std::string> before;
     for (int i = 0; i < 22; ++i) before[i] = opened.user.Field(i).Text();
     opened.user.Enter(c.left, c.typed);
@@ -182,13 +203,19 @@ TEST(Lists, OpeningAndKeysMarkAndEnterApplies) {
   EXPECT_EQ(opened.world.log.lstActivity.Rows().back().cells[1], "Updating nciGenOpts");
 }
 
-TEST(Tabs, HelpTopicFollowsThePage) {
+TEST(Help, OpensAtTheTopicOfTheFocusedControlOrThePage) {
   Opened opened;
   const int topics[] = {1004, 1002, 1003, 1006, 1005, 1001, 1000, 0};
   for (std::size_t page = 0; page < std::size(topics); ++page) {
     opened.world.main.screen.tabData.Select(page);
-    EXPECT_EQ(opened.world.main.HelpContext(), topics[page]);
+    opened.user.Press(opened.world.main.cmdHelp);
+    EXPECT_EQ(opened.world.desktop.help_shown.back().second, topics[page]);
   }
+  opened.user.GoTo(opened.user.Field(7));
+  EXPECT_EQ(opened.world.main.HelpContext(), 1006);
+  opened.user.Press(opened.world.main.cmdHelp);
+  EXPECT_EQ(opened.world.desktop.help_shown.back().second, 1006) << "the control before the button";
+  EXPECT_TRUE(opened.world.desktop.help_shown.back().first.ends_with("\\QM5R-FCConfigure.chm"));
 }
 
 }  // namespace

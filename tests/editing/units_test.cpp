@@ -72,6 +72,22 @@ TEST(Units, AFailedSwitchLeavesTheOldUnitsWhole) {
   }
 }
 
+TEST(Units, ADeviceThatTakesTheScreenDuringASwitchIsShownInTheNewUnits) {
+  for (const int step : {1, 6, 11}) {
+    Opened opened;
+    int seen = 0;
+    opened.world.desktop.on_yield = [&] {
+      if (++seen != step) return;
+      opened.user.Press(opened.world.main.cmdApply);
+      World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+    };
+    opened.Switch(1);
+    EXPECT_EQ(opened.user.Field(0).Text(), "69") << step;
+    EXPECT_EQ(opened.Unit(), "\u00BAF");
+    EXPECT_EQ(opened.Chosen(), 1);
+  }
+}
+
 TEST(Units, NothingIsAppliedBeforeACompleteReadAfterTwoFailures) {
   Opened opened;
   opened.world.simulation->faults().Add({"", "nciGenOpts", "read", 1, 18200});  // the switch
