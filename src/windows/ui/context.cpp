@@ -12,6 +12,7 @@ namespace windows {
 Context::Context(int dpi, FailureHandler on_failure) : look_(dpi), on_failure_(std::move(on_failure)) {}
 
 Context::~Context() {
+  help.CloseAll();
   for (const auto& shell : shells_) shell->Close();
   shells_.clear();
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "windows/ui/html_help.h"
 #include "windows/ui/look.h"
 
 namespace windows {
@@ -56,6 +57,7 @@ class Context {
   /// Destroys the windows of closed forms if nothing of them can be running.
   void DestroyClosed() noexcept;
 
+  HtmlHelp help;
   bool hourglass = false;
   /// How many message boxes have come up so far.
   int messages_shown = 0;

@@ -92,10 +92,11 @@ std::unique_ptr<ui::AnimationWindow> WindowsDesktop::MakeAnimation(ui::Animation
 
 ui::Answer WindowsDesktop::ShowMessage(const ui::Message& message) {
   ++context_->messages_shown;
-  std::vector<HWND> windows;
-  for (const auto& shell : context_->shells())
-    if (!shell->closed()) windows.push_back(shell->handle());
-  return ShowMessageBox(message, windows);
+  return ShowMessageBox(message, *context_);
+}
+
+bool WindowsDesktop::ShowHelp(const std::string& file, int context) {
+  return context_->help.ShowContext(ToWide(file), static_cast<DWORD>(context));
 }
 
 void WindowsDesktop::SetPointer(ui::Pointer pointer) {

@@ -147,6 +147,8 @@ void FormShell::UpdateState() {
   }
 }
 
+void FormShell::Activate() { SetForegroundWindow(handle()); }
+
 void FormShell::Repaint() {
   RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }

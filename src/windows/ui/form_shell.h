@@ -25,6 +25,7 @@ class FormShell final : public Surface {
   void UpdateCaption();
   void UpdateBounds();
   void UpdateState();
+  void Activate();
   void Repaint();
   ui::FormWindow::Size BestSize() const;
 
@@ -60,6 +61,7 @@ class FormWindowPeer final : public ui::FormWindow {
   void UpdateCaption() override { shell_.UpdateCaption(); }
   void UpdateBounds() override { shell_.UpdateBounds(); }
   void UpdateState() override { shell_.UpdateState(); }
+  void Activate() override { shell_.Activate(); }
   void Repaint() override { shell_.Repaint(); }
   Size BestSize() const override { return shell_.BestSize(); }
 

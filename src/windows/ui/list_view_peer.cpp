@@ -33,7 +33,6 @@ void ListViewPeer::MakeImages() {
 
 void ListViewPeer::MakeColumns() {
   const auto& headers = list().Headers();
-  widths_.assign(headers.size(), 0);
   answered_.resize(headers.size());
   for (std::size_t column = 0; column < headers.size(); ++column) {
     std::wstring text = ToWide(headers[column]);
@@ -41,8 +40,16 @@ void ListViewPeer::MakeColumns() {
     description.mask = LVCF_TEXT;
     description.pszText = text.data();
     Send(LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&description));
-    Widen(column, headers[column], look().Scaled(24));
   }
+  ForgetRows();
+}
+
+void ListViewPeer::ForgetRows() {
+  const auto& headers = list().Headers();
+  rows_shown_ = 0;
+  widths_.assign(headers.size(), 0);
+  for (std::size_t column = 0; column < headers.size(); ++column)
+    Widen(column, headers[column], look().Scaled(24));
 }
 
 ui::Extent ListViewPeer::PreferredSize() const { return {look().Scaled(560), look().Scaled(260)}; }
@@ -56,7 +63,7 @@ void ListViewPeer::Widen(std::size_t column, const std::string& text, int extra)
 
 void ListViewPeer::ShowRows() {
   const auto& rows = list().Rows();
-  if (rows.size() < rows_shown_) rows_shown_ = 0;
+  if (rows.size() < rows_shown_) ForgetRows();
   const int padding = look().Scaled(14), mark = look().Scaled(20);
   for (; rows_shown_ < rows.size(); ++rows_shown_) {
     const auto& cells = rows[rows_shown_].cells;

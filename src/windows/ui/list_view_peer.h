@@ -9,7 +9,7 @@
 namespace windows {
 
 /// A report list that asks the control for the rows it shows, so that a long list costs no more than a short
-/// one. Each column is as wide as the widest text that it has held.
+/// one. Each column is as wide as the widest text that it has held since it was empty.
 class ListViewPeer final : public ControlPeer {
  public:
   ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list);
@@ -22,6 +22,7 @@ class ListViewPeer final : public ControlPeer {
   const ui::ListView& list() const { return static_cast<const ui::ListView&>(control()); }
   void MakeImages();
   void MakeColumns();
+  void ForgetRows();
   void ShowRows();
   void Widen(std::size_t column, const std::string& text, int extra);
 

@@ -1,9 +1,9 @@
 #include "windows/ui/message_box.h"
 
-#include <algorithm>
 #include <string>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/modal.h"
 
 namespace windows {
 namespace {
@@ -60,37 +60,14 @@ std::wstring ProgramName() {
   return name.substr(0, name.find_last_of(L'.'));
 }
 
-/// Disables windows and enables them again.
-class Disabled {
- public:
-  Disabled(const std::vector<HWND>& windows, HWND but) {
-    for (const HWND window : windows)
-      if (window != but && IsWindowEnabled(window) && IsWindowVisible(window)) {
-        EnableWindow(window, FALSE);
-        windows_.push_back(window);
-      }
-  }
-  ~Disabled() {
-    for (const HWND window : windows_)
-      if (IsWindow(window)) EnableWindow(window, TRUE);
-  }
-  Disabled(const Disabled&) = delete;
-  Disabled& operator=(const Disabled&) = delete;
-
- private:
-  std::vector<HWND> windows_;
-};
-
 }  // namespace
 
-ui::Answer ShowMessageBox(const ui::Message& message, const std::vector<HWND>& windows) {
-  HWND owner = GetActiveWindow();
-  if (std::find(windows.begin(), windows.end(), owner) == windows.end() || !IsWindowVisible(owner))
-    owner = nullptr;
-  const Disabled others(windows, owner);
+ui::Answer ShowMessageBox(const ui::Message& message, const Context& context) {
+  const Modal modal(context);
   const std::wstring caption = message.caption.empty() ? ProgramName() : ToWide(message.caption);
-  const UINT flags = FlagsOf(message) | (owner ? 0 : MB_SETFOREGROUND | MB_TASKMODAL);
-  return AnswerOf(MessageBoxW(owner, ToWide(message.text).c_str(), caption.c_str(), flags), message.buttons);
+  const UINT flags = FlagsOf(message) | (modal.owner() ? 0 : MB_SETFOREGROUND | MB_TASKMODAL);
+  return AnswerOf(MessageBoxW(modal.owner(), ToWide(message.text).c_str(), caption.c_str(), flags),
+                  message.buttons);
 }
 
 }  // namespace windows

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <windows.h>
-
-#include <vector>
-
 #include "ui/desktop.h"
 
 namespace windows {
 
-/// Shows a message box over the active one of the windows and lets none of them be used meanwhile.
-ui::Answer ShowMessageBox(const ui::Message& message, const std::vector<HWND>& windows);
+class Context;
+
+/// Shows a message box over the program's active window; none of its windows can be used meanwhile.
+ui::Answer ShowMessageBox(const ui::Message& message, const Context& context);
 
 }  // namespace windows

@@ -87,6 +87,7 @@ void TextFieldPeer::Prepare() {
 
 LRESULT TextFieldPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
+    case WM_SYSKEYDOWN:  // with Alt
     case WM_KEYDOWN:
       if (field().on_key_down && field().on_key_down(static_cast<int>(wparam), HeldKeys())) return 0;
       if (!alive()) return 0;

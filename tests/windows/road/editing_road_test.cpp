@@ -54,6 +54,30 @@ TEST_F(EditingRoad, AnEntryThatIsNoNumberIsRefused) {
   EXPECT_EQ(Written(), "");
 }
 
+TEST_F(EditingRoad, PasteAndTheContextMenuEnterAsKeysDo) {
+  const std::string before = Text(kStandbyHeat);
+  const HWND field = Fields().at(kStandbyHeat);
+  PutOnClipboard(L" 1x9");
+  Click(field);
+  Key(VK_CONTROL, 'V');
+  ExpectText(kStandbyHeat, "19");
+  EXPECT_TRUE(Eventually([&] { return Enabled(L"&Apply"); }));
+  Key(VK_SHIFT, VK_F10);
+  ChooseFromMenu('U');
+  ExpectText(kStandbyHeat, before);
+  Key(VK_SHIFT, VK_F10);
+  ChooseFromMenu('A');
+  Click(field, true);
+  ChooseFromMenu('D');
+  ExpectText(kStandbyHeat, "");
+  Click(field, true);
+  ChooseFromMenu('P');
+  ExpectText(kStandbyHeat, "19");
+  Key(VK_MENU, 'C');
+  ExpectText(kStandbyHeat, before);
+  EXPECT_EQ(Written(), "");
+}
+
 TEST_F(EditingRoad, AListIsChosenByKeysAndAppliedByEnter) {
   Click(Fields().at(kHeatMax));
   for (std::size_t i = kHeatMax; i < kSetpointType; ++i) Key(VK_TAB);

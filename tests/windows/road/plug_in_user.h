@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <sstream>
@@ -138,16 +139,37 @@ class PlugInUser : public testing::Test {
     return button && IsWindowEnabled(button);
   }
 
-  void Click(HWND control) {
+  void Click(HWND control, bool right = false) {
     RECT place{};
     GetWindowRect(control, &place);
     SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
     INPUT inputs[2]{};
     inputs[0].type = inputs[1].type = INPUT_MOUSE;
-    inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-    inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    inputs[0].mi.dwFlags = right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN;
+    inputs[1].mi.dwFlags = right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP;
     SendInput(2, inputs, sizeof(INPUT));
     Settle();
+  }
+
+  /// Takes an entry of the menu that has been opened, by its letter.
+  void ChooseFromMenu(WORD letter) {
+    const auto open = [] {
+      const HWND menu = FindWindowW(L"#32768", nullptr);
+      return menu && IsWindowVisible(menu);
+    };
+    EXPECT_TRUE(Eventually(open));
+    Key(letter);
+    EXPECT_TRUE(Eventually([&] { return !open(); }));
+  }
+
+  static void PutOnClipboard(const std::wstring& text) {
+    ASSERT_TRUE(Eventually([] { return OpenClipboard(nullptr) != 0; }));
+    EmptyClipboard();
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
+    std::copy_n(text.c_str(), text.size() + 1, static_cast<wchar_t*>(GlobalLock(memory)));
+    GlobalUnlock(memory);
+    SetClipboardData(CF_UNICODETEXT, memory);
+    CloseClipboard();
   }
 
   /// The message box with the caption, once it has come up; null where none does.

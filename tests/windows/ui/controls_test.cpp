@@ -57,6 +57,7 @@ TEST_F(Controls, ListShowsWhatIsAppended) {
   EXPECT_EQ(ListView_GetItemCount(List()), 0);
   form.log.Append({ui::ListView::Icon::Green, {"10:00:02", "An action wider than all before", "again"}});
   EXPECT_EQ(Cell(0, 2), L"again");
+  EXPECT_LT(width(2), ListView_GetStringWidth(List(), L"A result that is wider than its heading"));
   EXPECT_GT(width(1), ListView_GetStringWidth(List(), L"An action wider than all before"));
 }
 

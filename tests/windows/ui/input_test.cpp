@@ -4,11 +4,15 @@
 
 namespace {
 
-/// Presses the button of the message box when it has come up.
+HWND other_window = nullptr;
+bool other_was_usable = false;
+
+/// Presses the button of the dialog when it has come up.
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
   const HWND box = FindWindowW(L"#32770", L"Question of the test");
   if (!box) return;
   KillTimer(nullptr, timer);
+  other_was_usable = IsWindowEnabled(other_window);
   PostMessageW(box, WM_COMMAND, IDOK, 0);
 }
 
@@ -108,6 +112,23 @@ TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
   Ask();
   EXPECT_EQ(form.ActiveControl(), &first);
   EXPECT_EQ(journal, " asks answered");
+}
+
+TEST_F(Input, WhileADialogIsUpNoWindowCanBeUsed) {
+  ScreenForm other(desktop);
+  other.SetCaption("The other one");
+  other.Show();
+  other_window = WindowOf(other);
+  for (const bool saving : {false, true}) {
+    ASSERT_TRUE(Activate(form));
+    if (saving) SetTimer(nullptr, 0, 30, AnswerBox);
+    other_was_usable = true;
+    saving ? void(desktop.AskSaveFile({"Question of the test", "file", "*.csv", "All|*.*"})) : Ask();
+    EXPECT_FALSE(other_was_usable) << saving;
+    EXPECT_TRUE(IsWindowEnabled(other_window));
+    EXPECT_TRUE(Until([&] { return GetForegroundWindow() == WindowOf(form) && GetFocus(); })) << saving;
+    EXPECT_EQ(form.ActiveControl(), &first);
+  }
 }
 
 TEST_F(Input, EnterAndEscapePressTheirButtons) {
