@@ -5,7 +5,7 @@
 namespace model {
 namespace {
 
-/// Grids of one page column share their column widths, so that fields stand below each other across frames.
+/// Grids of one page share their column widths, so that fields are in line across frames.
 constexpr int kFieldGroup = 1;
 
 std::string ArrayName(const char* array, int index) {

@@ -59,12 +59,11 @@ LayoutEngine::LayoutEngine(const Box& layout, const Metrics& metrics) : metrics_
 LayoutEngine::Node LayoutEngine::Build(const Box& box, Around around) {
   Node node;
   node.box = &box;
-  node.key = {box.group, around.page, around.column};
+  node.key = {box.group, around.page};
   node.nested = around.in_frame;
   if (box.kind == Box::Kind::Frame) around.in_frame = true;
   for (std::size_t i = 0; i < box.children.size(); ++i) {
     if (box.kind == Box::Kind::Pages) around.page = static_cast<int>(i) + 1;
-    if (box.kind == Box::Kind::Grid) around.column = static_cast<int>(i % ColumnCount(box));
     node.children.push_back(Build(box.children[i], around));
   }
   return node;

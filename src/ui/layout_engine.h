@@ -1,7 +1,7 @@
 #pragma once
 
 #include <map>
-#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "ui/layout.h"
@@ -61,8 +61,8 @@ struct Placement {
 /// - Left-over width is shared by the stretching children of a row; of a grid's stretching columns the narrow
 ///   ones get it until all are equally wide. Left-over height goes to the last stretching child of a column,
 ///   so that what stands in columns side by side stays in line.
-/// - Grids of one group share their column widths when they stand on the same page and in the same column of
-///   the grid around them. A text field or list is as wide as its column, and takes in empty cells before it.
+/// - Grids of one group share their column widths when they stand on the same page. A text field or list is
+/// as wide as its column, and takes in empty cells before it.
 /// - A status bar at the end of the window's column lies along the window's edge, outside the margin.
 class LayoutEngine {
  public:
@@ -76,8 +76,8 @@ class LayoutEngine {
   std::vector<Placement> Arrange(Extent client) const;
 
  private:
-  /// Grids with equal keys share their columns: group, page, column of the grid around.
-  using GroupKey = std::tuple<int, int, int>;
+  /// Grids with equal keys share their columns: group and page.
+  using GroupKey = std::pair<int, int>;
   struct Node {
     const Box* box = nullptr;
     Extent size;
@@ -88,7 +88,6 @@ class LayoutEngine {
   };
   struct Around {
     int page = 0;
-    int column = 0;
     bool in_frame = false;
   };
 

@@ -48,6 +48,15 @@ ui::Extent Look::TextSize(const std::wstring& text, Weight weight, bool caption)
   return {static_cast<int>(box.right), text.empty() ? text_height_ : static_cast<int>(box.bottom)};
 }
 
+ui::Extent Look::WrappedSize(const std::wstring& text, Weight weight, int width) const {
+  const ScreenDc screen;
+  const Selected in(screen.get(), Font(weight));
+  RECT box{0, 0, width, 0};
+  DrawTextW(screen.get(), text.c_str(), static_cast<int>(text.size()), &box,
+            DT_CALCRECT | DT_LEFT | DT_WORDBREAK);
+  return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
+}
+
 COLORREF ToColorRef(ui::Color color) {
   const auto value = static_cast<std::uint32_t>(color);
   constexpr std::uint32_t kSystemColor = 0x80000000u;

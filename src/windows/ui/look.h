@@ -25,6 +25,8 @@ class Look {
   int DigitWidth() const { return digit_width_; }
   /// The size of a text of one or more lines; with `caption` a "&" marks the accelerator and takes no room.
   ui::Extent TextSize(const std::wstring& text, Weight weight = Weight::Normal, bool caption = false) const;
+  /// The size of a caption that is broken between words to be no wider than this, in pixels.
+  ui::Extent WrappedSize(const std::wstring& text, Weight weight, int width) const;
   /// The height of text fields and lists.
   int FieldHeight() const { return text_height_ + Scaled(8); }
 

@@ -12,6 +12,9 @@
 namespace windows {
 namespace {
 
+/// A longer caption of a field stands on two lines; in digits.
+constexpr int kLongestLine = 24;
+
 /// A text with the line ends that the system's controls want.
 std::wstring WithLineEnds(const std::string& text) {
   std::string lines;
@@ -37,7 +40,11 @@ Look::Weight LabelPeer::weight() const {
 }
 
 ui::Extent LabelPeer::PreferredSize() const {
-  ui::Extent size = look().TextSize(ToWide(label().Text()), weight(), !label().shows_data);
+  const std::wstring text = ToWide(label().Text());
+  ui::Extent size = look().TextSize(text, weight(), !label().shows_data);
+  const bool caption = label().columns == 0 && !label().shows_data;
+  if (caption && size.width > kLongestLine * look().DigitWidth())
+    size = look().WrappedSize(text, weight(), size.width * 2 / 3);
   if (label().columns > 0) size.width = label().columns * look().DigitWidth();
   // What a device reports may be of any length and must not make the window grow.
   if (label().shows_data && label().columns == 0) size.width = first_width_;

@@ -26,7 +26,7 @@ TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
   Key(VK_SHIFT, VK_TAB);
   Type("22x");
   ExpectText(kOccupiedHeat, "22");
-  EXPECT_TRUE(Enabled(L"&Apply"));
+  ExpectEnabled(L"&Apply", true);
   Key(VK_TAB);
   const HWND box = Box(kTitle);
   ASSERT_TRUE(box);
@@ -38,7 +38,7 @@ TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
   Key(VK_PRIOR);
   ExpectText(kOccupiedCool, "24");
   Key(VK_MENU, 'A');
-  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
+  ExpectEnabled(L"&Apply", false);
   EXPECT_EQ(Written(), "nciSetPts ");
   EXPECT_EQ(Raw("nciSetPts"), "096009C40AF00898076C0640");
 }
@@ -61,7 +61,7 @@ TEST_F(EditingRoad, PasteAndTheContextMenuEnterAsKeysDo) {
   Click(field);
   Key(VK_CONTROL, 'V');
   ExpectText(kStandbyHeat, "19");
-  EXPECT_TRUE(Eventually([&] { return Enabled(L"&Apply"); }));
+  ExpectEnabled(L"&Apply", true);
   Key(VK_SHIFT, VK_F10);
   ChooseFromMenu('U');
   ExpectText(kStandbyHeat, before);
@@ -89,7 +89,7 @@ TEST_F(EditingRoad, AListIsChosenByKeysAndAppliedByEnter) {
   const std::string chosen = before == "PERMANENT" ? "TEMPORARY" : "PERMANENT";
   ExpectText(kSetpointType, chosen);
   Key(VK_RETURN);
-  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
+  ExpectEnabled(L"&Apply", false);
   EXPECT_EQ(Written(), "nciGenOpts ");
 }
 
@@ -108,6 +108,7 @@ TEST_F(EditingRoad, LookingInOtherUnitsTouchesNothing) {
 TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
   Click(Fields().at(kStandbyCool));
   Type("26");
+  ExpectText(kStandbyCool, "26");
   Knobs().AddFault({"", "nciSetPts", "write", 1, 18034});
   Key(VK_MENU, 'A');
   const HWND box = Box(kCaption);
@@ -115,10 +116,10 @@ TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
   EXPECT_NE(BoxText(box).find("Failed to write data to the network variable object."), std::string::npos)
       << BoxText(box);
   Press(box, IDOK);
-  EXPECT_TRUE(Enabled(L"&Apply"));
+  ExpectEnabled(L"&Apply", true);
   ExpectText(kStandbyCool, "26");
   Key(VK_MENU, 'A');
-  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Apply"); }));
+  ExpectEnabled(L"&Apply", false);
   EXPECT_EQ(Raw("nciSetPts").substr(4, 4), "0A28");
 }
 
@@ -143,7 +144,7 @@ TEST_F(EditingRoad, EveryQuestionAndMessageReadsAsItShould) {
   Key(VK_MENU, 'E');
   ExpectBox(kCaption, "Are you sure that you want to exit?", "<Yes><No>", IDNO);
   Key(VK_MENU, 'C');
-  EXPECT_TRUE(Eventually([&] { return !Enabled(L"&Cancel"); }));
+  ExpectEnabled(L"&Cancel", false);
   EXPECT_NE(Text(kOccupiedCool), "29");
 }
 

@@ -30,8 +30,11 @@ class PlugInUser : public testing::Test {
   static constexpr const wchar_t* kCaption = L"Korvell QM5R-FC PIR Configure";
   static constexpr const wchar_t* kTitle = L"QM5R-FC PIR LNS Device Plug-in";
 
+  /// One simulator for all tests: one that is just ending would not be the plug-in's.
+  static void SetUpTestSuite() { simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer"); }
+  static void TearDownTestSuite() { simulator_.reset(); }
+
   void SetUp() override {
-    simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer");
     Knobs().ClearFaults();
     plug_in_ = windows::com::CreateObject("QM5RFcPirConfigure.LNSPlugInAPI");
     director::ConfigureRequest request;
@@ -51,7 +54,6 @@ class PlugInUser : public testing::Test {
     if (const HWND box = Box(kCaption)) Press(box, IDYES);
     EXPECT_TRUE(Eventually([&] { return !IsWindow(window_); })) << "the plug-in did not end";
     plug_in_.reset();
-    simulator_.reset();
   }
 
   director::SimulatorKnobs Knobs() const { return director::SimulatorKnobs(simulator_); }
@@ -134,9 +136,11 @@ class PlugInUser : public testing::Test {
   }
 
   /// The system's button with the caption, wherever it stands in the window.
-  bool Enabled(const wchar_t* caption) const {
+  void ExpectEnabled(const wchar_t* caption, bool enabled) const {
     const HWND button = FindWindowExW(window_, nullptr, L"Button", caption);
-    return button && IsWindowEnabled(button);
+    ASSERT_TRUE(button);
+    EXPECT_TRUE(Eventually([&] { return (IsWindowEnabled(button) != 0) == enabled; }))
+        << windows::ToUtf8(caption) << (enabled ? " is not enabled" : " is not disabled");
   }
 
   void Click(HWND control, bool right = false) {
@@ -148,6 +152,7 @@ class PlugInUser : public testing::Test {
     inputs[0].mi.dwFlags = right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN;
     inputs[1].mi.dwFlags = right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP;
     SendInput(2, inputs, sizeof(INPUT));
+    EXPECT_TRUE(Eventually([&] { return Focused() == control; }));
     Settle();
   }
 
@@ -232,7 +237,7 @@ class PlugInUser : public testing::Test {
     return written;
   }
 
-  platform::LateBoundPtr simulator_;
+  static inline platform::LateBoundPtr simulator_;
   platform::LateBoundPtr plug_in_;
   HWND window_ = nullptr;
 };

@@ -9,14 +9,18 @@
 
 namespace {
 
-LONG TextWidth(HWND window, const std::wstring& text, UINT format = 0) {
+SIZE TextSize(HWND window, const std::wstring& text, UINT format, LONG width = 0) {
   const HDC dc = GetDC(window);
   const HGDIOBJ former = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
-  RECT box{};
-  DrawTextW(dc, text.c_str(), -1, &box, DT_CALCRECT | DT_SINGLELINE | format);
+  RECT box{0, 0, width, 0};
+  DrawTextW(dc, text.c_str(), -1, &box, DT_CALCRECT | format);
   SelectObject(dc, former);
   ReleaseDC(window, dc);
-  return box.right;
+  return {box.right, box.bottom};
+}
+
+LONG TextWidth(HWND window, const std::wstring& text, UINT format = 0) {
+  return TextSize(window, text, DT_SINGLELINE | format).cx;
 }
 
 RECT ClientOnScreen(HWND window) {
@@ -37,7 +41,13 @@ std::vector<Text> TextsOf(HWND window, int dpi) {
   const std::wstring kind = ClassOf(window);
   const RECT client = ClientOnScreen(window);
   const LONG width = client.right - client.left, style = GetWindowLongW(window, GWL_STYLE);
-  if (kind == L"Static") return {{TextOf(window), width, style & SS_NOPREFIX ? DT_NOPREFIX : 0u}};
+  if (kind == L"Static" && (style & (SS_NOPREFIX | SS_ENDELLIPSIS)))
+    return {{TextOf(window), width, style & SS_NOPREFIX ? DT_NOPREFIX : 0u}};
+  if (kind == L"Static") {  // a caption, which may stand on two lines
+    const SIZE size = TextSize(window, TextOf(window), DT_WORDBREAK, width);
+    EXPECT_LE(size.cy, client.bottom - client.top);
+    return {{std::wstring(), width - size.cx}};
+  }
   if (kind == L"Edit") return {{L"-100.55", width - 4}};
   if (kind == L"Button") {
     const LONG type = style & BS_TYPEMASK;
