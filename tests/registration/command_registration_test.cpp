@@ -136,7 +136,9 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     c.breaks();
     const std::string before = world.Saved();
     world.desktop.messages.clear();
+    world.desktop.open_dialogs.clear();
     EXPECT_EQ(Send(50), 20000);
+    EXPECT_LE(world.desktop.open_dialogs.size(), 1u) << "the commands of one program ID ask once";
     EXPECT_NE(world.progress.Status(), "") << "the progress window stays";
     std::vector<std::string> told = world.MessageTexts();
     std::erase_if(told, [](const std::string& text) { return text.starts_with("Do you wish"); });
@@ -152,7 +154,6 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     EXPECT_EQ(System(c.network).component_apps.back().command_id, 50);
     EXPECT_EQ(Send(51), 0);
   }
-  EXPECT_EQ(world.desktop.open_dialogs.size(), 2u) << "the four commands of one program ID ask once";
 }
 
 TEST_F(CommandRegistration, NeedsANetwork) { EXPECT_EQ(Send(50), 20000); }
