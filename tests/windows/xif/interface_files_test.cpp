@@ -3,6 +3,9 @@
 #include <dlgs.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "headless/desktop.h"
 #include "ui/form.h"
 #include "windows/com/wide_text.h"
@@ -14,82 +17,80 @@
 
 namespace {
 
-constexpr const char* kId = "8000D3550004041D";
-const std::string kFolder = "C:\\QM5R LonWorks\\Import \u00C4\u03A9", kXif = kFolder + "\\A b.xif",
-                  kXfb = kFolder + "\\A b.XFB";
+namespace fs = std::filesystem;
+const fs::path kLonWorks = L"C:\\QM5R LonWorks", kFolder = kLonWorks / L"Import \u00C4\u03A9",
+               kXif = kFolder / L"A b.xif";
+constexpr const char *kKey = "SOFTWARE\\LonWorks", *kPath = "LonWorks Path", *kId = "8000D3550004041D";
+constexpr const wchar_t* kTitle = L"Locate the XIF file with Program ID 8000D3550004041D";
 
-/// The real computer with the converter where the machine's settings say that it is, in less time.
-class InterfaceFilesTest : public testing::Test {
- protected:
+/// The real computer, with the converter where the registry says and shorter rounds where nothing is to come
+/// of them.
+struct Computer {
+  explicit Computer(ui::Desktop& desktop) : interface_files(desktop, files, shell, registry) {
+    fs::create_directories(kFolder);
+    fs::create_directories(kLonWorks / "bin");
+    constexpr auto kReplace = fs::copy_options::overwrite_existing;
+    fs::copy_file("XIF32BIN.exe", kLonWorks / "bin\\XIF32BIN.exe", kReplace);
+    // What a path without quotation marks would start.
+    fs::copy_file("XIF32BIN.exe", "C:\\QM5R.exe", kReplace);
+    std::ofstream(kXif) << "File\n\n\n\n80:00:D3:55:00:04:04:1D\n";
+    fs::remove(kFolder / "A b.XFB");
+    registry.SetMachineSetting(kKey, kPath, kLonWorks.string());
+    interface_files.folder = kLonWorks.string();
+  }
+  ~Computer() {
+    registry.SetMachineSetting(kKey, kPath, path_before);
+    fs::remove("C:\\QM5R.exe");
+  }
   struct Shell : windows::WindowsShell {
     void Pause(std::int32_t time) override { WindowsShell::Pause(quick ? 1 : time); }
     bool quick = false;
   };
-  InterfaceFilesTest() {
-    for (const std::string& folder :
-         {std::string("C:\\QM5R LonWorks"), std::string("C:\\QM5R LonWorks\\bin"), kFolder})
-      CreateDirectoryW(windows::ToWide(folder).c_str(), nullptr);
-    CopyFileW(L"XIF32BIN.exe", L"C:\\QM5R LonWorks\\bin\\XIF32BIN.exe", FALSE);
-    const HANDLE file =
-        CreateFileW(windows::ToWide(kXif).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written = 0;
-    WriteFile(file, "File\r\n\r\n\r\n\r\n80:00:D3:55:00:04:04:1D\r\n", 36, &written, nullptr);
-    CloseHandle(file);
-    DeleteFileW(windows::ToWide(kXfb).c_str());
-    registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\QM5R LonWorks");
-  }
-  ~InterfaceFilesTest() override {
-    registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", path_before_);
-  }
-
   windows::WindowsFiles files;
   Shell shell;
   windows::WindowsRegistry machine;
   registry::CRegistry registry{machine, "test"};
-
- private:
-  std::string path_before_ = registry.MachineSetting("SOFTWARE\\LonWorks", "LonWorks Path");
+  std::string path_before = registry.MachineSetting(kKey, kPath);
+  xif::InterfaceFiles interface_files;
 };
 
-TEST_F(InterfaceFilesTest, TheConverterMakesTheBinaryFormOrFails) {
+TEST(InterfaceFiles, TheConverterMakesTheBinaryFormOrFails) {
   headless::Desktop desktop;
-  xif::InterfaceFiles interface_files(desktop, files, shell, registry);
-  interface_files.folder = "C:\\QM5R LonWorks";
-  for (const wchar_t* does : {L"fail", L"hang", L"nothing", L"work"}) {
-    SCOPED_TRACE(windows::ToUtf8(does));
-    SetEnvironmentVariableW(L"XIF32BIN_DOES", does);
-    const bool works = does == std::wstring(L"work"), hangs = does == std::wstring(L"hang");
-    shell.quick = !works;
-    EXPECT_EQ(interface_files.FindXifForProgramId(kId), works ? kXif : "");
-    EXPECT_EQ(files.ReadStart(kXfb, 9), works ? std::to_string(SW_SHOWMINIMIZED) : "");
-    EXPECT_EQ(shell.WindowExists("XIF32BIN"), hangs);
-    shell.CloseWindow("XIF32BIN");
-    for (const char* title : {"XIF32BIN", "Finished - XIF32BIN"}) {
-      for (int i = 0; i < 100 && shell.WindowExists(title); ++i) Sleep(20);
-      EXPECT_FALSE(shell.WindowExists(title)) << title << " stays open";
-    }
+  Computer computer(desktop);
+  for (const std::string does : {"fail", "hang", "nothing", "work"}) {
+    _putenv(("XIF32BIN_DOES=" + does).c_str());
+    computer.shell.quick = does != "work";
+    EXPECT_EQ(computer.interface_files.FindXifForProgramId(kId),
+              does == "work" ? windows::ToUtf8(kXif.c_str()) : "")
+        << does;
+    std::string written;
+    std::ifstream(kFolder / "A b.XFB") >> written;
+    EXPECT_EQ(written, does == "work" ? std::to_string(SW_SHOWMINIMIZED) : "") << does;
+    EXPECT_EQ(computer.shell.WindowExists("XIF32BIN"), does == "hang") << does;
+    computer.shell.CloseWindow("XIF32BIN");
+    const auto open = [] {
+      return FindWindowW(nullptr, L"XIF32BIN") || FindWindowW(nullptr, L"Finished - XIF32BIN");
+    };
+    for (int i = 0; i < 100 && open(); ++i) Sleep(20);
+    EXPECT_FALSE(open()) << does;
   }
-  EXPECT_EQ(desktop.messages.size(), 3u);
 }
 
-/// A user of the dialog: looks at it, types a path and presses Open.
-struct User {
-  static constexpr const wchar_t* kTitle = L"Locate the XIF file with Program ID 8000D3550004041D";
-  static inline HWND other = nullptr;
-  static inline bool others_disabled = false;
-  static inline std::wstring types;
+std::wstring to_type;
+bool other_was_enabled = false;
+HWND other_window = nullptr;
 
-  static void CALLBACK Act(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND dialog = FindWindowW(L"#32770", kTitle);
-    if (!dialog || !IsWindowVisible(dialog)) return;
-    KillTimer(nullptr, timer);
-    others_disabled = !IsWindowEnabled(other);
-    for (const int field : {cmb13, edt1}) SetDlgItemTextW(dialog, field, types.c_str());
-    PostMessageW(dialog, WM_COMMAND, types.empty() ? IDCANCEL : IDOK, 0);
-  }
-};
+/// The user, when the dialog has come up.
+void CALLBACK AnswerDialog(HWND, UINT, UINT_PTR timer, DWORD) {
+  const HWND dialog = FindWindowW(L"#32770", kTitle);
+  if (!dialog || !IsWindowVisible(dialog)) return;
+  KillTimer(nullptr, timer);
+  other_was_enabled = IsWindowEnabled(other_window);
+  SetDlgItemTextW(dialog, cmb13, to_type.c_str());
+  PostMessageW(dialog, WM_COMMAND, to_type.empty() ? IDCANCEL : IDOK, 0);
+}
 
-TEST_F(InterfaceFilesTest, TheUserLocatesTheFile) {
+TEST(InterfaceFiles, TheUserLocatesTheFile) {
   windows::WindowsDesktop desktop;
   ui::Form front(desktop, "front", ui::BorderStyle::Sizable),
       other(desktop, "other", ui::BorderStyle::Sizable);
@@ -97,20 +98,16 @@ TEST_F(InterfaceFilesTest, TheUserLocatesTheFile) {
   other.Show();
   front.Show();
   desktop.Yield();
-  User::other = FindWindowW(nullptr, L"Another window of the program");
-  SetEnvironmentVariableW(L"XIF32BIN_DOES", L"");
-  xif::InterfaceFiles interface_files(desktop, files, shell, registry);
-  interface_files.folder = "C:\\QM5R LonWorks";
-  // A name without a folder is one in the folder where the dialog opened.
-  for (const auto& [types, path] :
-       {std::pair<std::string, std::string>{"", ""}, {kXif, kXif}, {"A b.xif", kXif}}) {
-    User::types = windows::ToWide(types);
-    User::others_disabled = false;
-    SetTimer(nullptr, 0, 50, User::Act);
-    EXPECT_EQ(interface_files.LocateXifByDialog(kId), path) << types;
-    EXPECT_TRUE(User::others_disabled && IsWindowEnabled(User::other)) << types;
-    EXPECT_EQ(interface_files.folder, path.empty() ? "C:\\QM5R LonWorks" : kFolder);
-    EXPECT_FALSE(FindWindowW(nullptr, User::kTitle)) << "the dialog is gone";
+  other_window = FindWindowW(nullptr, L"Another window of the program");
+  _putenv("XIF32BIN_DOES=work");
+  Computer computer(desktop);
+  // A name alone is one in the folder where the dialog opened.
+  for (const auto& [typed, chosen] : {std::pair(L"", fs::path()), {kXif.c_str(), kXif}, {L"A b.xif", kXif}}) {
+    to_type = typed;
+    SetTimer(nullptr, 0, 50, AnswerDialog);
+    EXPECT_EQ(computer.interface_files.LocateXifByDialog(kId), windows::ToUtf8(chosen.c_str()));
+    EXPECT_TRUE(!other_was_enabled && IsWindowEnabled(other_window));
+    EXPECT_FALSE(FindWindowW(nullptr, kTitle));
   }
 }
 
