@@ -37,14 +37,17 @@ struct QuickShell : windows::WindowsShell {
 };
 
 TEST(InterfaceFiles, TheUserLocatesAFileAndTheConverterMakesItsBinaryForm) {
-  const fs::path lonworks = L"C:\\QM5R LonWorks", folder = lonworks / L"Import \u00C4\u03A9",
+  const fs::path lonworks = L"C:\\QM5R LonWorks";
+  // A folder of its own for each run, since the dialog remembers where a file was chosen last.
+  const fs::path folder = lonworks / (L"\u00C4\u03A9 " + std::to_wstring(GetCurrentProcessId())),
                  xif = folder / "A b.xif";
+  std::error_code none_there;
+  fs::remove_all(lonworks, none_there);
   for (const fs::path& made : {lonworks / "bin", folder}) fs::create_directories(made);
   // The second one is what a path without quotation marks would start.
   for (const fs::path& copy : {lonworks / "bin\\XIF32BIN.exe", fs::path("C:\\QM5R.exe")})
     fs::copy_file("XIF32BIN.exe", copy, fs::copy_options::overwrite_existing);
   std::ofstream(xif) << "File\n\n\n\n80:00:D3:55:00:04:04:1D\n";
-  fs::remove(folder / "A b.XFB");
   windows::WindowsRegistry machine;
   registry::CRegistry registry(machine, "test");
   const std::string path_before = registry.MachineSetting(kKey, kPath), path = windows::ToUtf8(xif.c_str());
