@@ -85,6 +85,15 @@ TEST_F(PlugInRegistration, AClassThatIsRefusedStopsOnlyTheInteractiveRun) {
   EXPECT_EQ(Stored("Name"), name);
 }
 
+TEST_F(PlugInRegistration, RefusedWritesAreSkippedAndTheNextTryWrites) {
+  world.machine.refuse_writes = true;
+  registration::RegisterPlugIn(world.surroundings, false, ComClass::ByChild);
+  EXPECT_EQ(Stored(""), "");
+  world.machine.refuse_writes = false;
+  registration::RegisterPlugIn(world.surroundings, false, ComClass::ByChild);
+  EXPECT_EQ(Stored("SingleInstance"), "1");
+}
+
 TEST_F(PlugInRegistration, RemovalTellsWhatItFound) {
   world.registry.SetMachineSetting(key, "", "x");
   world.registry.SetMachineSetting(key + "\\Templates\\Deep", "a", "b");
