@@ -117,8 +117,7 @@ TEST(Demo, FilesAreInTheFormInWhichTheyAreSaved) {
 }
 
 TEST(Demo, NetworksOpenInDifferentWays) {
-  // The codes of opening the network, taking the interface away, opening the system, putting the interface
-  // back, and opening again.
+  // The codes of opening the network, taking its interface, opening the system, and again with an interface.
   const std::pair<const char*, const char*> cases[] = {
       {"Harbour", "0 0 0 17005 0 "},
       {"Foundry", "0 0 17012 0 0 "},
