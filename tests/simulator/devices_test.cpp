@@ -46,9 +46,10 @@ TEST_F(Devices, FailuresHaveThePlatformsCodes) {
                 "Interface.LonMarkObjects(1).Request=18 ! 17090",
                 "DeviceTemplate.ComponentApps.Add(Configure;Some.Server;7) ! 17003",
                 "DeviceTemplate.ComponentApps.Add(Other;Some.Server;-1) ! 17090",
-                "DeviceTemplate.ComponentApps.Remove(Other) ! 17006",
-                "Handle=4 ! " + std::to_string(platform::kMemberNotFound),
+                "DeviceTemplate.ComponentApps.Remove(Other) ! 17006", "State=12", "State -> 12",
+                "State=6 ! 17090", "Handle=4 ! " + std::to_string(platform::kMemberNotFound),
                 "Colour ! " + std::to_string(platform::kUnknownName)});
+  Play(Reach(root, kDeviceB), {"State=12 ! 18200", "State -> 4"});
   Play(Reach(root, kDeviceB + ".Interface"),
        {"NetworkVariables(nciMajVer).Value ! 18200", "NetworkVariables(nciMajVer).Value=1 ! 18200",
         "NetworkVariables(nciMajVer).Value=many ! 18035", "LonMarkObjects(1).Request=7 ! 18200"});
