@@ -12,6 +12,7 @@
 #include <thread>
 #include <vector>
 
+#include "../mouse_input.h"
 #include "automation/convert.h"
 #include "director/configure.h"
 #include "director/networks.h"
@@ -144,14 +145,7 @@ class PlugInUser : public testing::Test {
   }
 
   void Click(HWND control, bool right = false) {
-    RECT place{};
-    GetWindowRect(control, &place);
-    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    INPUT inputs[2]{};
-    inputs[0].type = inputs[1].type = INPUT_MOUSE;
-    inputs[0].mi.dwFlags = right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN;
-    inputs[1].mi.dwFlags = right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP;
-    SendInput(2, inputs, sizeof(INPUT));
+    ClickWindow(control, right);
     EXPECT_TRUE(Eventually([&] { return Focused() == control; }));
     Settle();
   }
@@ -180,8 +174,10 @@ class PlugInUser : public testing::Test {
   /// The message box with the caption, once it has come up; null where none does.
   HWND Box(const wchar_t* caption) const {
     HWND box = nullptr;
-    Eventually([&] { return (box = FindWindowW(L"#32770", caption)) != nullptr; });
-    return box;
+    // It is shown when it has its texts and buttons.
+    const bool shown =
+        Eventually([&] { return (box = FindWindowW(L"#32770", caption)) && IsWindowVisible(box); });
+    return shown ? box : nullptr;
   }
   static std::string BoxText(HWND box) {
     std::string text;

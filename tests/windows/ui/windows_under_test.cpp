@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "../mouse_input.h"
+
 namespace {
 
 BOOL CALLBACK AddWindow(HWND window, LPARAM all) {
@@ -76,21 +78,7 @@ void WindowsUiTest::Press(std::vector<WORD> keys) {
 }
 
 void WindowsUiTest::Click(HWND window) {
-  const RECT place = ScreenPlace(window);
-  const auto absolute = [](LONG pixel, int screen_metric) {
-    return MulDiv(static_cast<int>(pixel), 65536, GetSystemMetrics(screen_metric)) + 32;
-  };
-  // Moved and pressed in one go, so that the real mouse cannot come between.
-  INPUT inputs[3]{};
-  for (INPUT& input : inputs) {
-    input.type = INPUT_MOUSE;
-    input.mi.dx = absolute((place.left + place.right) / 2, SM_CXSCREEN);
-    input.mi.dy = absolute((place.top + place.bottom) / 2, SM_CYSCREEN);
-    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-  }
-  inputs[1].mi.dwFlags |= MOUSEEVENTF_LEFTDOWN;
-  inputs[2].mi.dwFlags |= MOUSEEVENTF_LEFTUP;
-  SendInput(3, inputs, sizeof(INPUT));
+  ClickWindow(window);
   Settle();
 }
 
