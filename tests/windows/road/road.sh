@@ -8,14 +8,21 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../../.." && pwd)
 programs=$1
 wine=$root/scripts/$2
+prefix=$("$wine" printenv WINEPREFIX)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failed=0
 
 fail() { printf 'FAILED: %s\n' "$*"; failed=1; }
 expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):"; cat "$1"; }; }
-# Processes are looked up from outside, by the folder and name of the program that COM starts.
-running() { pgrep -f "$(basename "$programs")[/\\\\]QM5RFcPirConfigure.exe"; }
+# Processes are looked up from outside, by the folder and name of the program that COM starts, in this Wine only.
+running() {
+  local process
+  for process in $(pgrep -f "$(basename "$programs")[/\\\\]QM5RFcPirConfigure.exe"); do
+    grep -qzxF "WINEPREFIX=$prefix" "/proc/$process/environ" 2>/dev/null && return
+  done
+  return 1
+}
 expect_gone() {
   for _ in $(seq 50); do
     running >/dev/null || return
