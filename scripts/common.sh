@@ -26,11 +26,13 @@ need_packages() {
 
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools python3
   nlohmann-json3-dev libcli11-dev wine wine64 libwine xvfb xauth fonts-dejavu-core fonts-wine imagemagick)
+installer_packages=(wixl msitools)
 test_packages=(g++ clang googletest libgtest-dev procps)
 
+# Configures a preset and builds it, or only the named targets of it.
 build_preset() {
   (cd "$root" && cmake --preset "$1" >"build/$1.configure.log" 2>&1) || { cat "$root/build/$1.configure.log"; exit 1; }
-  cmake --build "$root/build/$1"
+  cmake --build "$root/build/$1" ${2:+--target "${@:2}"}
 }
 
 # Makes the project's own Wine prefix once: windows with captions on a desktop of their own, no crash dialogs, no

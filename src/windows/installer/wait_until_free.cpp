@@ -1,0 +1,94 @@
+// What an installation package does by itself: it waits until the plug-in is out of use.
+
+#include <windows.h>
+
+#include <msi.h>
+#include <msiquery.h>
+#include <tlhelp32.h>
+
+#include <cwchar>
+#include <string>
+
+#include "windows/system/handle.h"
+
+namespace {
+
+constexpr wchar_t kProgram[] = L"QM5RFcPirConfigure.exe";
+constexpr wchar_t kWaiting[] = L"Waiting until Korvell QM5R-FC PIR Configure is closed";
+constexpr wchar_t kInUse[] =
+    L"Korvell QM5R-FC PIR Configure is in use. Close its windows and the network tool that uses it, then try "
+    L"again.";
+constexpr DWORD kPollMilliseconds = 200;
+
+/// The answer of the user, or 0 where there is none. A message shows its first field; the start of an action
+/// has its name there, and what is shown in the second one.
+int Tell(MSIHANDLE install, int kind, const wchar_t* text) {
+  PMSIHANDLE record = MsiCreateRecord(2);
+  MsiRecordSetStringW(record, 0, L"[1]");
+  MsiRecordSetStringW(record, 1, text);
+  MsiRecordSetStringW(record, 2, text);
+  return MsiProcessMessage(install, static_cast<INSTALLMESSAGE>(kind), record);
+}
+
+std::wstring Property(MSIHANDLE install, const wchar_t* name) {
+  std::wstring value(1, L'\0');
+  DWORD length = 0;
+  if (MsiGetPropertyW(install, name, value.data(), &length) != ERROR_MORE_DATA) return {};
+  value.resize(++length);
+  if (MsiGetPropertyW(install, name, value.data(), &length) != ERROR_SUCCESS) return {};
+  value.resize(length);
+  return value;
+}
+
+/// In any session, from any folder: the class is the same for all of them.
+bool IsRunning() {
+  const windows::Handle processes = windows::Own(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+  PROCESSENTRY32W process{};
+  process.dwSize = sizeof process;
+  if (!processes || !Process32FirstW(processes.get(), &process)) return false;
+  do {
+    if (CompareStringOrdinal(process.szExeFile, -1, kProgram, -1, TRUE) == CSTR_EQUAL) return true;
+  } while (Process32NextW(processes.get(), &process));
+  return false;
+}
+
+/// A director may hold the file for its type library after the program has ended. A user who may not write to
+/// the file cannot know; the actions that run elevated do.
+bool IsHeld(const std::wstring& file) {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const windows::Handle opened = windows::Own(
+      CreateFileW(file.c_str(), GENERIC_WRITE | DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+  return !opened && GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
+}  // namespace
+
+/// Returns when no process runs the program and none holds its file. After the given time the user is asked
+/// whether to go on waiting; where nobody can be asked, the installation fails. Its data are "seconds;path of
+/// the file". Before the installation they are the property that will become the data of the deferred action.
+extern "C" UINT __stdcall WaitUntilFree(MSIHANDLE install) {
+  const bool elevated = MsiGetMode(install, MSIRUNMODE_SCHEDULED) || MsiGetMode(install, MSIRUNMODE_ROLLBACK);
+  const std::wstring data = Property(install, elevated ? L"CustomActionData" : L"WaitBeforeRemoving");
+  const ULONGLONG patience = 1000ULL * std::wcstoul(data.c_str(), nullptr, 10);
+  const std::wstring file = data.substr(data.find(L';') + 1);
+
+  ULONGLONG since = GetTickCount64();
+  for (bool told = false; IsRunning() || IsHeld(file); told = true) {
+    const int answer = Tell(install, told ? INSTALLMESSAGE_ACTIONDATA : INSTALLMESSAGE_ACTIONSTART, kWaiting);
+    if (answer == IDCANCEL) return ERROR_INSTALL_USEREXIT;
+    if (GetTickCount64() - since < patience) {
+      Sleep(kPollMilliseconds);
+      continue;
+    }
+    switch (Tell(install, INSTALLMESSAGE_USER | MB_RETRYCANCEL | MB_ICONWARNING, kInUse)) {
+      case IDRETRY:
+        since = GetTickCount64();
+        break;
+      case IDCANCEL:
+        return ERROR_INSTALL_USEREXIT;
+      default:
+        return ERROR_INSTALL_FAILURE;
+    }
+  }
+  return ERROR_SUCCESS;
+}
