@@ -1,0 +1,75 @@
+#!/usr/bin/env bash
+# The life of an installation. After each step the state of the computer is compared as a whole.
+#
+#   installer.sh <folder of the programs> in-wine|in-wine32
+set -u
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../../.." && pwd)
+wine=$root/scripts/$2
+drive=$root/build/wine${2#in-wine}/drive_c
+folder=$drive/'Program Files/Korvell/QM5R-FC PIR Configure'
+program='C:\Program Files\Korvell\QM5R-FC PIR Configure\QM5RFcPirConfigure.exe'
+class='HKLM\Software\Classes\CLSID\{C9D4BB38-A29B-4ACF-A6EA-0CE3577CCE6C}'
+plug_in='HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure'
+"$wine" wine cmd /c exit >/dev/null 2>&1
+[ $? = 77 ] && { echo "skipped: there is no 32-bit Wine"; exit 77; }
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failed=0
+
+windows_path() { echo "Z:${1//\//\\}"; }
+code() { msiinfo export "$1" Property | sed -n 's/^ProductCode\t\({[^}]*}\).*/\1/p'; }
+old=$("$root/scripts/make_package.py" "$1" "$work") || exit 1
+# The later version is the same program with another minor version in its resources.
+mkdir "$work/later" && cp "$1"/QM5R{FcPirConfigure.exe,InstallerActions.dll} "$work/later"
+versions=$(LC_ALL=C grep -obaP '\xbd\x04\xef\xfe' "$1/QM5RFcPirConfigure.exe" | cut -d: -f1)
+printf '\143' | dd of="$work/later/QM5RFcPirConfigure.exe" bs=1 seek=$((versions + 8)) conv=notrunc status=none
+new=$("$root/scripts/make_package.py" "$work/later" "$work") || exit 1
+
+values() {  # <names> <key> [options]
+  "$wine" wine reg query "${@:2}" 2>/dev/null | tr -d '\r' | sed -nE "s/^ +($1) +REG_SZ +/\\1: /p" | sort
+}
+state() {
+  find "$drive/Program Files/Korvell" "$drive"/users/*/AppData "$drive/ProgramData" -type f \
+    \( -path '*Korvell/*' -o -name 'Korvell*.lnk' \) -printf '%f\n' 2>/dev/null | sort
+  for package in "$old" "$new"; do
+    values 'DisplayName|DisplayVersion|Publisher' "HKLM\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\$(code "$package")"
+  done
+  values '\(Default\)' "$class\\LocalServer32"
+  values 'Version|DisplayUnits|Debug' "$plug_in" /reg:32
+  "$wine" wine cscript //nologo "$(windows_path "$here/object_version.vbs")" | tr -d '\r'
+}
+installed() {  # <package> [stored settings]
+  local version=${1##*Configure-}
+  version=${version%-*}
+  printf '%s\n' 'Korvell QM5R-FC PIR Registration.lnk' QM5RFcPirConfigure.exe notices.txt readme.txt \
+    'DisplayName: Korvell QM5R-FC PIR Configure' "DisplayVersion: $version" 'Publisher: Korvell Inc.' \
+    "(Default): \"$program\"" ${2:+"Debug: $2" "DisplayUnits: $2"} "Version: $version" "object: $version"
+}
+refused=67  # 1603 in the eight bits of an exit status
+step() {  # <what> <exit status> <state> <arguments of msiexec>
+  local status
+  "$wine" wine msiexec "${@:4}" /qn
+  status=$?
+  [ -z "${holder:-}" ] || wait "$holder"
+  diff <(echo "$3") <(state) && [ $status = "$2" ] || { echo "FAILED: $1, exit status $status"; failed=1; }
+}
+
+for package in "$old" "$new"; do "$wine" wine msiexec /x "$(code "$package")" /qn; done
+"$wine" wine reg delete "$plug_in" /f /reg:32 >/dev/null 2>&1
+step installation 0 "$(installed "$old")" /i "$(windows_path "$old")"
+for name in DisplayUnits Debug; do "$wine" wine reg add "$plug_in" /v $name /d 1 /f /reg:32 >/dev/null; done
+# A program of this name counts in any folder.
+cp "$drive/windows/system32/cmd.exe" "$work/QM5RFcPirConfigure.exe"
+(sleep 4 | "$wine" "$work/QM5RFcPirConfigure.exe" >/dev/null) & sleep 1
+step 'upgrade while the plug-in runs' $refused "$(installed "$old" 1)" /i "$(windows_path "$new")" WAITSECONDS=1
+step upgrade 0 "$(installed "$new" 1)" /i "$(windows_path "$new")"
+step downgrade $refused "$(installed "$new" 1)" /i "$(windows_path "$old")"
+rm "$folder"/* && "$wine" wine reg delete "$class" /f >/dev/null
+step repair 0 "$(installed "$new" 1)" /i "$(windows_path "$new")" REINSTALL=ALL REINSTALLMODE=amus
+"$wine" wine cscript //nologo "$(windows_path "$here/hold_file.vbs")" "$program" & holder=$!
+sleep 1
+step 'removal while the file is held' $refused "$(installed "$new" 1)" /x "$(code "$new")" WAITSECONDS=1
+step removal 0 'object: error 429' /x "$(code "$new")"
+[ $failed = 0 ] && echo 'installer: ok'
+exit $failed
