@@ -1,4 +1,5 @@
-Set file = CreateObject("Scripting.FileSystemObject").OpenTextFile(WScript.Arguments(0))
-finish = Timer + 4
-Do While Timer < finish
+Set files = CreateObject("Scripting.FileSystemObject")
+Set held = files.OpenTextFile(WScript.Arguments(0))
+files.CreateTextFile(WScript.Arguments(1)).Write "held"
+Do While files.FileExists(WScript.Arguments(1))
 Loop

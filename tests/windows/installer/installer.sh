@@ -26,6 +26,7 @@ versions=$(LC_ALL=C grep -obaP '\xbd\x04\xef\xfe' "$1/QM5RFcPirConfigure.exe" | 
 printf '\143' | dd of="$work/later/QM5RFcPirConfigure.exe" bs=1 seek=$((versions + 8)) conv=notrunc status=none
 new=$("$root/scripts/make_package.py" "$work/later" "$work") || exit 1
 
+await() { for _ in $(seq 200); do [ -s "$1" ] && return; sleep 0.1; done; }
 values() {  # <names> <key> [options]
   "$wine" wine reg query "${@:2}" 2>/dev/null | tr -d '\r' | sed -nE "s/^ +($1) +REG_SZ +/\\1: /p" | sort
 }
@@ -46,30 +47,38 @@ installed() {  # <package> [stored settings]
     'DisplayName: Korvell QM5R-FC PIR Configure' "DisplayVersion: $version" 'Publisher: Korvell Inc.' \
     "(Default): \"$program\"" ${2:+"Debug: $2" "DisplayUnits: $2"} "Version: $version" "object: $version"
 }
+no_object='object: error 429'
 refused=67  # 1603 in the eight bits of an exit status
 step() {  # <what> <exit status> <state> <arguments of msiexec>
   local status
   "$wine" wine msiexec "${@:4}" /qn
   status=$?
-  [ -z "${holder:-}" ] || wait "$holder"
+  rm -f "$work/held"
   diff <(echo "$3") <(state) && [ $status = "$2" ] || { echo "FAILED: $1, exit status $status"; failed=1; }
 }
 
 for package in "$old" "$new"; do "$wine" wine msiexec /x "$(code "$package")" /qn; done
 "$wine" wine reg delete "$plug_in" /f /reg:32 >/dev/null 2>&1
 step installation 0 "$(installed "$old")" /i "$(windows_path "$old")"
-for name in DisplayUnits Debug; do "$wine" wine reg add "$plug_in" /v $name /d 1 /f /reg:32 >/dev/null; done
 # A program of this name counts in any folder.
 cp "$drive/windows/system32/cmd.exe" "$work/QM5RFcPirConfigure.exe"
-(sleep 4 | "$wine" "$work/QM5RFcPirConfigure.exe" >/dev/null) & sleep 1
-step 'upgrade while the plug-in runs' $refused "$(installed "$old" 1)" /i "$(windows_path "$new")" WAITSECONDS=1
-step upgrade 0 "$(installed "$new" 1)" /i "$(windows_path "$new")"
+mkfifo "$work/commands"
+"$wine" "$work/QM5RFcPirConfigure.exe" <>"$work/commands" >"$work/running" &
+await "$work/running"
+step 'upgrade while the plug-in runs' $refused "$(installed "$old")" /i "$(windows_path "$new")" WAITSECONDS=1
+(sleep 2; echo exit >"$work/commands") &
+step upgrade 0 "$(installed "$new")" /i "$(windows_path "$new")"
+for name in Debug DisplayUnits; do "$wine" wine reg add "$plug_in" /v $name /d 1 /f /reg:32 >/dev/null; done
 step downgrade $refused "$(installed "$new" 1)" /i "$(windows_path "$old")"
 rm "$folder"/* && "$wine" wine reg delete "$class" /f >/dev/null
 step repair 0 "$(installed "$new" 1)" /i "$(windows_path "$new")" REINSTALL=ALL REINSTALLMODE=amus
-"$wine" wine cscript //nologo "$(windows_path "$here/hold_file.vbs")" "$program" & holder=$!
-sleep 1
+"$wine" wine cscript //nologo "$(windows_path "$here/hold_file.vbs")" "$program" "$(windows_path "$work/held")" &
+await "$work/held"
 step 'removal while the file is held' $refused "$(installed "$new" 1)" /x "$(code "$new")" WAITSECONDS=1
-step removal 0 'object: error 429' /x "$(code "$new")"
+# Wine does not tell the old version that it is removed by an upgrade, as Windows does with this property.
+step 'removal by an upgrade' 0 "$(installed "$new" 1 | grep -E '^(.Default|Debug|DisplayUnits|Version)'; echo "$no_object")" \
+  /x "$(code "$new")" UPGRADINGPRODUCTCODE="$(code "$old")"
+step 'installation after it' 0 "$(installed "$new" 1)" /i "$(windows_path "$new")"
+step removal 0 "$no_object" /x "$(code "$new")"
 [ $failed = 0 ] && echo 'installer: ok'
 exit $failed
