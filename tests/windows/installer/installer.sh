@@ -59,6 +59,7 @@ step() {  # <what> <exit status> <state> <arguments of msiexec>
 
 for package in "$old" "$new"; do "$wine" wine msiexec /x "$(code "$package")" /qn; done
 "$wine" wine reg delete "$plug_in" /f /reg:32 >/dev/null 2>&1
+rm -rf "$folder"
 step installation 0 "$(installed "$old")" /i "$(windows_path "$old")"
 # A program of this name counts in any folder.
 cp "$drive/windows/system32/cmd.exe" "$work/QM5RFcPirConfigure.exe"
