@@ -18,6 +18,8 @@ constexpr wchar_t kWaiting[] = L"Waiting until Korvell QM5R-FC PIR Configure is 
 constexpr wchar_t kInUse[] =
     L"Korvell QM5R-FC PIR Configure is in use. Close its windows and the network tool that uses it, then try "
     L"again.";
+/// Where it is the program's own copies that are waited for.
+constexpr unsigned long kSecondsWithoutData = 30;
 constexpr DWORD kPollMilliseconds = 200;
 
 /// The answer of the user, or 0 where there is none. A message shows its first field; the start of an action
@@ -69,7 +71,8 @@ bool IsHeld(const std::wstring& file) {
 extern "C" UINT __stdcall WaitUntilFree(MSIHANDLE install) {
   const bool elevated = MsiGetMode(install, MSIRUNMODE_SCHEDULED) || MsiGetMode(install, MSIRUNMODE_ROLLBACK);
   const std::wstring data = Property(install, elevated ? L"CustomActionData" : L"WaitBeforeRemoving");
-  const ULONGLONG patience = 1000ULL * std::wcstoul(data.c_str(), nullptr, 10);
+  const unsigned long seconds = data.empty() ? kSecondsWithoutData : std::wcstoul(data.c_str(), nullptr, 10);
+  const ULONGLONG patience = 1000ULL * seconds;
   const std::wstring file = data.substr(data.find(L';') + 1);
 
   ULONGLONG since = GetTickCount64();
