@@ -54,7 +54,7 @@ class RegistrationRoad : public PlugInUser {
   void ClickButton(const wchar_t* caption) {
     const HWND button = FindWindowExW(window_, nullptr, L"Button", caption);
     ASSERT_TRUE(button);
-    Click(button);
+    ClickWindow(button);
   }
 
   /// The bytes of a value of the plug-in's key, behind its type ("1:" is a string); "" where there is none.
@@ -144,9 +144,7 @@ TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
   for (const std::string& text : {"Plug-in " + name + " deregistered",
                                   "Plug-in " + name + " does not exisit in the Windows registery"}) {
     OpenWindow();
-    const HWND list = FindWindowExW(FindWindowExW(window_, nullptr, nullptr, L"Deregistration Mode"), nullptr,
-                                    L"ComboBox", nullptr);
-    Click(list ? list : FindWindowExW(window_, nullptr, L"ComboBox", nullptr));
+    Click(FindWindowExW(window_, nullptr, L"ComboBox", nullptr));
     Key(VK_ESCAPE);
     Key(VK_UP);
     ClickButton(L"&Deregister");
