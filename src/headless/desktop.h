@@ -83,8 +83,10 @@ class Desktop : public ui::Desktop {
 
   std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override {
     open_dialogs.push_back(dialog);
+    if (on_open_dialog) on_open_dialog();
     return open_path;
   }
+  std::function<void()> on_open_dialog;
   std::vector<ui::OpenDialog> open_dialogs;
   std::optional<std::string> open_path;
 

@@ -34,7 +34,7 @@ void ForEach(const lns::Collection<T>& items, const std::function<void(const T&)
 
 class Run {
  public:
-  explicit Run(const Surroundings& with) : with_(with), library_(with) {}
+  explicit Run(const Surroundings& with) : with_(with), system_(with.session.CurrentSystem), library_(with) {}
 
   bool RegisterAll() {
     Attempt([this] { with_.session.RegistrationRemote = with_.session.ObjectServer.RemoteFlag(); });
@@ -142,10 +142,11 @@ class Run {
     mark.ObjectType = lns::members::kClassSystem;
     mark.CommandName = with_.identity.PlugInName + " " + CommandName(session::kRegisterCommand);
     mark.CommandDescription = with_.identity.PlugInDescription;
-    AddOnce(with_.session.CurrentSystem.ComponentApps(), mark);
+    AddOnce(system_.ComponentApps(), mark);
   }
 
   const Surroundings& with_;
+  lns::System system_;  // of the network that was open at the beginning; another command may open another one
   TemplateLibrary library_;
   std::map<std::string, Failure> failed_;
   std::string shown_;

@@ -45,7 +45,7 @@ std::set<std::string> ReferencedProgramIds(const lns::System& system) {
 }  // namespace
 
 lns::DeviceTemplate TemplateLibrary::FindOrMake(const session::SupportedCommand& command) {
-  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   const std::int32_t count = templates.Count();
   for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
     const lns::DeviceTemplate each = templates.Item(ordinal);
@@ -58,7 +58,7 @@ lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& comma
   const std::string path = FindInterfaceFile(command.ProgramId);
   if (path.empty()) throw Failure("Unable to find XIF file / create a template.");
   const std::string name = UniqueName(command.TemplateName);
-  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   const lns::DeviceTemplate made = templates.Add(name);
   // A file of another device must not carry this one's commands.
   const bool imported = Attempt([&] { made.Import(path); }) && [&] {
@@ -84,7 +84,7 @@ void TemplateLibrary::SetSearchFolder() {
   // A remote object server's folders are not this computer's.
   if (with_.session.RegistrationRemote) return;
   std::string folder;
-  Attempt([&] { folder = ImportFolderBeside(with_.session.CurrentSystem.LdrfCatalogPath()); });
+  Attempt([&] { folder = ImportFolderBeside(system_.LdrfCatalogPath()); });
   if (folder.empty()) {
     const std::string lonworks =
         WithoutBackslash(with_.registry.MachineSetting("SOFTWARE\\LonWorks", "LonWorks Path"));
@@ -95,7 +95,7 @@ void TemplateLibrary::SetSearchFolder() {
 
 std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
   constexpr int kMostNames = 100;
-  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::set<std::string> taken;
   const std::int32_t count = templates.Count();
   for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) taken.insert(templates.Item(ordinal).Name());
@@ -107,7 +107,7 @@ std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
 }
 
 std::string TemplateLibrary::OwnTemplateValue(const std::string& template_name) const {
-  return with_.session.CurrentNetwork.Name() + "/" + template_name;
+  return network_.Name() + "/" + template_name;
 }
 
 void TemplateLibrary::RememberAsOwn(const std::string& template_name, const std::string& program_id) const {
@@ -125,8 +125,8 @@ bool TemplateLibrary::IsOwn(const lns::DeviceTemplate& device_template) const {
 
 void TemplateLibrary::RemoveUnused(Unused which) const {
   std::set<std::string> referenced;
-  if (!Attempt([&] { referenced = ReferencedProgramIds(with_.session.CurrentSystem); })) return;
-  const lns::DeviceTemplates templates = with_.session.CurrentSystem.TemplateLibrary().DeviceTemplates();
+  if (!Attempt([&] { referenced = ReferencedProgramIds(system_); })) return;
+  const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::vector<std::string> names;
   const std::int32_t count = templates.Count();
   for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)

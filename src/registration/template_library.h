@@ -18,11 +18,13 @@ class Failure : public std::exception {
   std::string text_;
 };
 
-/// The device templates of the open system, as the plug-in needs them. It remembers in the machine's registry
-/// which templates it has made itself, so that only those are ever removed without a question.
+/// The device templates of one network, as the plug-in needs them: the one that is open when this is made,
+/// whatever a director opens meanwhile. It remembers in the machine's registry which templates it has made
+/// itself, so that only those are ever removed without a question.
 class TemplateLibrary {
  public:
-  explicit TemplateLibrary(const Surroundings& with) : with_(with) {}
+  explicit TemplateLibrary(const Surroundings& with)
+      : with_(with), network_(with.session.CurrentNetwork), system_(with.session.CurrentSystem) {}
 
   /// The template of the command's program ID; where the system has none, one made from the device's external
   /// interface file, which is searched on disk and then asked for. Throws a Failure with nothing left behind.
@@ -44,6 +46,8 @@ class TemplateLibrary {
   std::string OwnTemplateValue(const std::string& template_name) const;
 
   Surroundings with_;
+  lns::Network network_;
+  lns::System system_;
 };
 
 }  // namespace registration

@@ -156,6 +156,15 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
   }
 }
 
-TEST_F(CommandRegistration, NeedsANetwork) { EXPECT_EQ(Send(50), 20000); }
+TEST_F(CommandRegistration, StaysWithItsNetworkWhateverIsOpenedMeanwhile) {
+  EXPECT_EQ(Send(50), 20000) << "no network is open";
+  Open("Demo Quarry");
+  world.files.Lock("C:\\LonWorks\\Import");
+  world.desktop.open_path = RegistrationWorld::kXif;
+  world.desktop.on_open_dialog = [this] { Open("Demo Empty Shell"); };
+  const std::string before = world.Saved();
+  EXPECT_EQ(Send(50), 20000);
+  EXPECT_EQ(world.Saved(), before);
+}
 
 }  // namespace
