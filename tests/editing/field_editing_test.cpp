@@ -173,6 +173,11 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
 
 TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
   Opened opened;
+  opened.user.Field(3).SetText("22.7");
+  opened.user.Field(16).SetText("1.7");
+  opened.user.GoTo(opened.user.Field(0));
+  opened.user.GoTo(opened.user.List(0));
+  EXPECT_EQ(opened.user.Field(3).Text(), "22.7") << "a difference of 1.7, not of a little less";
   opened.user.Field(16).SetText("5");
   opened.user.GoTo(opened.user.Field(0));
   opened.user.GoTo(opened.user.List(0));
