@@ -85,50 +85,29 @@ TEST_F(FormWindow, KeepsTheUserAboveTheMinimumSize) {
 // that closes it, and the message that sets it off.
 struct ClosingCase {
   const char* name;
-  std::function<void()>& (*event)(ScreenForm&);
+  std::function<void()>* (*event)(ScreenForm&);
   const wchar_t* control;
   UINT message;
   WPARAM wparam;
 };
 
-const ClosingCase kClosing[] = {{"button", [](ScreenForm& f) -> auto& {return f.apply.on_click;
-}  // namespace
-, L"&Apply", BM_CLICK, 0
-}
-, {"option", [](ScreenForm& f) -> auto& {return f.imperial.on_click;
-}
-, L"&Imperial", BM_CLICK, 0
-}
-, {"text", [](ScreenForm& f) -> auto& {return f.screen.txtNvi(0)->on_change;
-}
-, L"marked", WM_CHAR, '1'
-}
-, {"page", [](ScreenForm& f) -> auto& {return f.screen.tabData.on_select;
-}
-, L"marked", WM_SYSCHAR, 'g'
-}
-, {"focus", [](ScreenForm& f) -> auto& {return f.apply.on_got_focus;
-}
-, L"&Apply", WM_LBUTTONDOWN, 0
-}
-, {"no focus", [](ScreenForm& f) -> auto& {return f.screen.txtNvi(0)->on_lost_focus;
-}
-, L"marked", WM_KEYDOWN, VK_TAB
-}
-, {"close box", [](ScreenForm& f) -> auto& {return f.apply.on_click;
-}
-, nullptr, WM_CLOSE, 0
-}
-,
-}
-;
+const ClosingCase kClosing[] = {
+    {"button", [](ScreenForm& f) { return &f.apply.on_click; }, L"&Apply", BM_CLICK, 0},
+    {"option", [](ScreenForm& f) { return &f.imperial.on_click; }, L"&Imperial", BM_CLICK, 0},
+    {"text", [](ScreenForm& f) { return &f.screen.txtNvi(0)->on_change; }, L"marked", WM_CHAR, '1'},
+    {"page", [](ScreenForm& f) { return &f.screen.tabData.on_select; }, L"marked", WM_SYSCHAR, 'g'},
+    {"focus", [](ScreenForm& f) { return &f.apply.on_got_focus; }, L"&Apply", WM_LBUTTONDOWN, 0},
+    {"no focus", [](ScreenForm& f) { return &f.screen.txtNvi(0)->on_lost_focus; }, L"marked", WM_KEYDOWN,
+     VK_TAB},
+    {"close box", [](ScreenForm& f) { return &f.apply.on_click; }, nullptr, WM_CLOSE, 0},
+};
 
 TEST_F(FormWindow, ClosesFromWithinItsOwnEvents) {
   for (const ClosingCase& each : kClosing) {
     SCOPED_TRACE(each.name);
     ScreenForm closing(desktop);
     closing.screen.txtNvi(0)->SetText("marked");
-    each.event(closing) = [&] { closing.Unload(); };
+    *each.event(closing) = [&] { closing.Unload(); };
     ASSERT_TRUE(Activate(closing));
     const HWND window = WindowOf(closing);
     SendMessageW(each.control ? Child(window, each.control) : window, each.message, each.wparam, 0);
