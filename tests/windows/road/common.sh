@@ -1,0 +1,35 @@
+# Sourced by the roads with their arguments: what they share.
+set -u
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$here/../../.." && pwd)
+programs=$1
+wine=$root/scripts/$2
+prefix=$("$wine" printenv WINEPREFIX)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failed=0
+
+fail() { printf 'FAILED: %s\n' "$*"; failed=1; }
+expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):"; cat "$1"; }; }
+# Processes are looked up from outside, by the folder and name of the program that COM starts, in this Wine only.
+running() {
+  local process
+  for process in $(pgrep -f "$(basename "$programs")[/\\\\]QM5RFcPirConfigure.exe"); do
+    grep -qzxF "WINEPREFIX=$prefix" "/proc/$process/environ" 2>/dev/null && return
+  done
+  return 1
+}
+expect_gone() {
+  for _ in $(seq 50); do
+    running >/dev/null || return
+    sleep 0.2
+  done
+  fail "the plug-in is still running after: $1"
+}
+
+"$wine" wine cmd /c exit >/dev/null 2>&1
+[ $? = 77 ] && { echo "skipped: there is no 32-bit Wine"; exit 77; }
+
+settings='HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure'
+forget_settings() { "$wine" wine reg delete "$settings" /f /reg:32 >/dev/null 2>&1; }
+forget_settings
