@@ -9,6 +9,7 @@
 namespace plugin {
 namespace {
 
+constexpr const char* kNotRegistered = "Unable to register Supported Commands";
 constexpr const char* kReadOnly = "Attempt to write to read-only property";
 
 std::int32_t Pixels(double twips, double twips_per_pixel) {
@@ -115,6 +116,8 @@ void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type
 }
 
 void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
+  if (with_.session.Registering) Raise(20000, kNotRegistered);
+  const session::Raised registering(with_.session.Registering);
   if (command_id == session::kDeregisterCommand) {
     with_.progress.DisplayStatus("Unregistering plug-in . . .");
     registration::RemoveCommandsAndTemplates(with_, /*exhaustive=*/true, /*first_network=*/false);
@@ -122,7 +125,7 @@ void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
   }
   with_.progress.DisplayStatus("Registering plug-in . . .");
   // The progress window stays when this fails, deliberately: it shows the command that did.
-  if (!registration::RegisterCommands(with_)) Raise(20000, "Unable to register Supported Commands");
+  if (!registration::RegisterCommands(with_)) Raise(20000, kNotRegistered);
 }
 
 LNSPlugInAPI::Search LNSPlugInAPI::FindCommand(std::int32_t command_id, std::int32_t object_type) const {
@@ -150,6 +153,8 @@ void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::str
 }
 
 void LNSPlugInAPI::SetNetworkName(const std::string& name) {
+  if (with_.session.Opening) Raise(20006, "Cannot open the network " + name);
+  const session::Raised opening(with_.session.Opening);
   if (with_.session.Busy() && name != with_.session.CurrentNetworkName) main_.AbandonOperation();
   const session::Operation running(with_.session);
   with_.desktop.SetPointer(ui::Pointer::Hourglass);

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ namespace {
 
 using platform::Attempt;
 using session::SupportedCommand;
+
+const std::string kErrorAdding = "Error adding command ";
 
 // What a command's program ID can name. Only device templates have one.
 enum TemplateKind : std::int32_t {
@@ -54,8 +57,8 @@ class Run {
     } catch (const std::exception& failure) {
       reason = failure.what();
     }
-    if (reason != shown_) with_.desktop.ShowMessage({reason, startup::kProgramTitle, ui::Icon::Critical});
-    shown_ = reason;
+    if (shown_.insert(reason).second)
+      with_.desktop.ShowMessage({reason, startup::kProgramTitle, ui::Icon::Critical});
     return false;
   }
 
@@ -63,16 +66,39 @@ class Run {
     command.CommandText = CommandName(command.CommandId);
     const std::string type = ObjectTypeName(static_cast<std::int16_t>(command.ObjectType));
     with_.progress.DisplayStatus("Adding command " + command.CommandText + " for " + type + " objects...");
-    if (command.TemplateKind != kDeviceTemplate) throw Failure("Error adding command " + command.CommandName);
+    if (command.TemplateKind != kDeviceTemplate) throw Failure(kErrorAdding + command.CommandName);
     const lns::DeviceTemplate device_template = TemplateOf(command);
     if (command.ObjectType == session::kLonMarkObjectType) {
-      ForEach<lns::LonMarkObject>(
-          device_template.Interface().LonMarkObjects(),
-          [&](const lns::LonMarkObject& object) { AddOnce(object.ComponentApps(), command); });
+      AddToObjects(device_template.Interface(), command);
+      AddToDevices(command);
       return;
     }
-    const lns::ComponentApp added = AddOnce(device_template.ComponentApps(), command);
-    if (added && AskForDefault(command, device_template.Name())) added.SetDefaultAppFlag(true);
+    const lns::ComponentApps apps = device_template.ComponentApps();
+    const lns::ComponentApp added = AddOnce(apps, command);
+    if (!added || !AskForDefault(command, device_template.Name())) return;
+    // Taken back where it fails, so that the next try asks again.
+    if (!Attempt([&] { added.SetDefaultAppFlag(true); })) {
+      Attempt([&] { apps.Remove(command.CommandName); });
+      throw Failure(kErrorAdding + command.CommandName);
+    }
+  }
+
+  void AddToObjects(const lns::Interface& interface, const SupportedCommand& command) const {
+    ForEach<lns::LonMarkObject>(interface.LonMarkObjects(), [&](const lns::LonMarkObject& object) {
+      AddOnce(object.ComponentApps(), command);
+    });
+  }
+
+  /// Whether the objects of devices that are there already take part in what their template has is in no
+  /// manual.
+  void AddToDevices(const SupportedCommand& command) const {
+    ForEach<lns::AppDevice>(system_.Subsystems().Item(lns::members::kAllDevices).AppDevices(),
+                            [&](const lns::AppDevice& device) {
+                              std::string program_id;  // a device that was only found has no template
+                              Attempt([&] { program_id = device.DeviceTemplate().ProgramId(); });
+                              if (text::EqualIgnoringCase(program_id, command.ProgramId))
+                                AddToObjects(device.Interface(), command);
+                            });
   }
 
   /// Rows of one program ID share its template, and its failure: the user is asked for a file once.
@@ -80,8 +106,8 @@ class Run {
     if (const auto known = failed_.find(command.ProgramId); known != failed_.end()) throw known->second;
     try {
       return library_.FindOrMake(command);
-    } catch (const Failure& failure) {
-      failed_.emplace(command.ProgramId, failure);
+    } catch (const std::exception& failure) {
+      failed_.emplace(command.ProgramId, failure.what());
       throw;
     }
   }
@@ -90,34 +116,37 @@ class Run {
     return text::EqualIgnoringCase(app.RegisteredServer(), with_.identity.PlugInProgID);
   }
 
-  lns::ComponentApp Find(const lns::ComponentApps& apps, std::int32_t command, std::int32_t class_id) const {
+  /// By what it does, or by its name where an earlier try did not get to its end.
+  lns::ComponentApp Find(const lns::ComponentApps& apps, const SupportedCommand& command) const {
     lns::ComponentApp found;
     ForEach<lns::ComponentApp>(apps, [&](const lns::ComponentApp& app) {
-      if (!found && IsOurs(app) && app.CommandId() == command && app.ComponentClassId() == class_id)
-        found = app;
+      if (!found && IsOurs(app) && (Does(app, command) || app.Name() == command.CommandName)) found = app;
     });
     return found;
+  }
+  static bool Does(const lns::ComponentApp& app, const SupportedCommand& command) {
+    return app.CommandId() == command.CommandId && app.ComponentClassId() == command.ObjectType;
   }
 
   /// The new command, or nothing where it is there already.
   lns::ComponentApp AddOnce(const lns::ComponentApps& apps, const SupportedCommand& command) const {
-    if (const lns::ComponentApp found = Find(apps, command.CommandId, command.ObjectType)) {
-      UpdateVersion(found);
+    lns::ComponentApp app = Find(apps, command);
+    if (app && Does(app, command)) {
+      UpdateVersion(app);
       return {};
     }
-    lns::ComponentApp added;
     try {
-      added = apps.Add(command.CommandName, with_.identity.PlugInProgID, command.ObjectType);
-      if (!added) throw Failure("ComponentApp was not created.");
-      added.SetCommandId(command.CommandId);
-      added.SetDescription(command.CommandDescription);
+      if (!app) app = apps.Add(command.CommandName, with_.identity.PlugInProgID, command.ObjectType);
+      if (!app) throw Failure("ComponentApp was not created.");
+      app.SetCommandId(command.CommandId);
+      app.SetDescription(command.CommandDescription);
     } catch (const platform::Error& failure) {
       // A command without its number would be offered and do nothing.
-      if (added) Attempt([&] { apps.Remove(command.CommandName); });
-      throw Failure("Error adding command " + command.CommandName + "\r\n" + failure.description());
+      if (app) Attempt([&] { apps.Remove(command.CommandName); });
+      throw Failure(kErrorAdding + command.CommandName + "\r\n" + failure.description());
     }
-    UpdateVersion(added);
-    return added;
+    UpdateVersion(app);
+    return app;
   }
 
   /// The manual calls the version read-only; directors compare it where it can be set.
@@ -148,8 +177,8 @@ class Run {
   const Surroundings& with_;
   lns::System system_;  // of the network that was open at the beginning; another command may open another one
   TemplateLibrary library_;
-  std::map<std::string, Failure> failed_;
-  std::string shown_;
+  std::map<std::string, Failure> failed_;  // by program ID
+  std::set<std::string> shown_;
 };
 
 class Removal {
@@ -207,14 +236,16 @@ bool RegisterCommands(const Surroundings& with) {
 }
 
 void RemoveCommandsAndTemplates(const Surroundings& with, bool exhaustive, bool first_network) {
-  const session::Session& session = with.session;
+  // The message loop may run in here, and a director open another network.
+  const lns::System system = with.session.CurrentSystem;
+  const lns::ObjectServer server = with.session.ObjectServer;
+  const TemplateLibrary library(with);
   const Removal removal(with.identity.PlugInProgID);
-  removal.FromSystem(session.CurrentSystem);
-  if (first_network) removal.From([&] { return session.ObjectServer.ComponentApps(); });
+  removal.FromSystem(system);
+  if (first_network) removal.From([&] { return server.ComponentApps(); });
   if (!exhaustive) return;
   using Unused = TemplateLibrary::Unused;
-  const TemplateLibrary library(with);
-  Attempt([&] { library.RemoveUnused(session.Interactive ? Unused::Ask : Unused::RemoveOwn); });
+  Attempt([&] { library.RemoveUnused(with.session.Interactive ? Unused::Ask : Unused::RemoveOwn); });
 }
 
 }  // namespace registration

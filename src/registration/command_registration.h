@@ -6,11 +6,11 @@
 namespace registration {
 
 /// Puts the plug-in's commands where directors look for them: on the device templates of the open system and
-/// on the LonMark objects of their interfaces. A command of its own on the system tells directors that this
-/// version is registered there.
+/// on the LonMark objects of their interfaces and devices. A command of its own on the system tells directors
+/// that this version is registered there.
 ///
-/// Registering again changes nothing. False where a command could not be registered, which has been shown to
-/// the user; the others are registered, and the next try does the rest.
+/// Registering again changes nothing. False where no network is open, or where a command could not be
+/// registered, which has been shown to the user; the others are registered, and the next try does the rest.
 bool RegisterCommands(const Surroundings& with);
 
 /// Takes all of the plug-in's commands off the open system; off the object server too, which is shared by all

@@ -21,8 +21,8 @@ bool MMain::Main(std::string_view command_line) {
     return false;
   }
   // No second copy is started to register the class when there is no command line: it is done here, so that
-  // the window tells the truth when it says "registered".
-  if (text::Trim(command_line).empty())
+  // the window tells the truth when it says "registered". A newer version keeps its class.
+  if (text::Trim(command_line).empty() && !NewerIsRegistered(with_))
     com_class_ = Attempt(process_.register_class) ? ComClass::Registered : ComClass::Refused;
   return Attempt([this] {
     fRegisterPlugIn::Actions actions;

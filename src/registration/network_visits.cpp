@@ -50,7 +50,7 @@ class Visit {
   }
 
   void Show(const std::string& status) const {
-    if (session_.Interactive) with_.progress.DisplayStatus(status);
+    if (session_.Interactive) Attempt([&] { with_.progress.DisplayStatus(status); });
   }
 
   const Surroundings& with_;
@@ -65,7 +65,7 @@ void RemovePlugInFromNetworks(const Surroundings& with, bool exhaustive,
                               const std::function<lns::ObjectServer()>& object_server) {
   session::Session& session = with.session;
   session.SupportedCommands = session::MakeSupportedCommands(with.program);
-  if (session.Interactive) with.progress.DisplayStatus("Opening the Object Server...");
+  if (session.Interactive) Attempt([&] { with.progress.DisplayStatus("Opening the Object Server..."); });
   Attempt([&] { session.ObjectServer = object_server(); });
   Attempt([&] { session.ObjectServer.SetRemoteFlag(false); });
   Attempt([&] { session.ObjectServer.Open(); });

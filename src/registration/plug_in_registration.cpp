@@ -60,15 +60,19 @@ std::int16_t ForceInRange(std::int16_t low, std::int16_t high, std::int16_t& val
   return value;
 }
 
+bool NewerIsRegistered(const Surroundings& with) {
+  const std::string key = with.identity.PlugInKey();
+  return !with.registry.MachineSetting(key, "").empty() &&
+         SplitVersion(with.registry.MachineSetting(key, "Version")) >
+             SplitVersion(with.identity.PlugInVersion);
+}
+
 void RegisterPlugIn(const Surroundings& with, bool interactive, ComClass com_class) {
   const startup::Identity& identity = with.identity;
   const bool update = !with.registry.MachineSetting(identity.PlugInKey(), "").empty();
-  if (update) {
-    const std::string stored = with.registry.MachineSetting(identity.PlugInKey(), "Version");
-    if (SplitVersion(stored) > SplitVersion(identity.PlugInVersion)) {
-      if (interactive) Tell(with, "A newer version of this plug-in is already registered");
-      return;
-    }
+  if (NewerIsRegistered(with)) {
+    if (interactive) Tell(with, "A newer version of this plug-in is already registered");
+    return;
   }
   const bool class_registered =
       com_class == ComClass::ByChild ? RegisterClassByChild(with) : com_class == ComClass::Registered;

@@ -16,10 +16,13 @@ enum class ComClass {
   Refused,     // it tried and was refused
 };
 
+/// A newer version than this one is registered; the revision number does not count.
+bool NewerIsRegistered(const Surroundings& with);
+
 /// The plug-in's entry in the catalogue of plug-ins: the COM class and a machine key of ten text values. A
 /// step that fails is skipped. Outcomes are shown only where `interactive` is set.
 ///
-/// A newer version that is registered stays as it is; the revision number does not count.
+/// A newer version that is registered stays as it is.
 void RegisterPlugIn(const Surroundings& with, bool interactive, ComClass com_class);
 
 /// Removes both. The key stays where the COM removal does not start.

@@ -31,18 +31,22 @@ void fRegisterPlugIn::OnLoad() {
             Height());
 }
 
-void fRegisterPlugIn::Register() {
-  LockControls(true);
-  actions_.register_plug_in();
-  LockControls(false);
-  Unload();
-}
+void fRegisterPlugIn::Register() { Do(actions_.register_plug_in); }
 
 void fRegisterPlugIn::Deregister() {
-  LockControls(true);
   const std::vector<std::string>& modes = cmbDeregMode.Items();
   const auto position = std::find(modes.begin(), modes.end(), cmbDeregMode.Text()) - modes.begin();
-  actions_.deregister_plug_in(static_cast<std::int32_t>(position) - 1);
+  Do([&] { actions_.deregister_plug_in(static_cast<std::int32_t>(position) - 1); });
+}
+
+void fRegisterPlugIn::Do(const std::function<void()>& action) {
+  LockControls(true);
+  try {
+    action();
+  } catch (...) {
+    LockControls(false);  // what is shown now must not leave a window that cannot be closed
+    throw;
+  }
   LockControls(false);
   Unload();
 }

@@ -34,6 +34,7 @@ class fRegisterPlugIn : public ui::Form {
  private:
   void Register();
   void Deregister();
+  void Do(const std::function<void()>& action);
   void LockControls(bool locked);
 
   std::string plug_in_name_;

@@ -12,6 +12,8 @@ namespace {
 
 using platform::Attempt;
 
+constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
+
 /// The folder above a path; empty where there is none.
 std::string FolderOf(const std::string& path) {
   const std::size_t end = path.find_last_of('\\');
@@ -33,6 +35,20 @@ std::string ImportFolderBeside(const std::string& catalog_path) {
   return lonworks.empty() ? "" : lonworks + "\\Import";
 }
 
+/// Names of values are ANSI in the registry: what is not ASCII would make two names one.
+std::string InAscii(const std::string& name) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string ascii;
+  for (const char c : name) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80 && c != '%')
+      ascii += c;
+    else
+      ascii += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+  }
+  return ascii;
+}
+
 std::set<std::string> ReferencedProgramIds(const lns::System& system) {
   std::set<std::string> referenced;
   const auto devices = system.Subsystems().Item(lns::members::kAllDevices).AppDevices();
@@ -49,14 +65,20 @@ lns::DeviceTemplate TemplateLibrary::FindOrMake(const session::SupportedCommand&
   const std::int32_t count = templates.Count();
   for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
     const lns::DeviceTemplate each = templates.Item(ordinal);
-    if (text::EqualIgnoringCase(each.ProgramId(), command.ProgramId)) return each;
+    std::string program_id;  // of others than the one looked for it need not be readable
+    Attempt([&] { program_id = each.ProgramId(); });
+    if (text::EqualIgnoringCase(program_id, command.ProgramId)) return each;
   }
-  return Make(command);
+  try {
+    return Make(command);
+  } catch (const platform::Error& failure) {
+    throw Failure(kNoTemplate + ("\r\n" + failure.description()));
+  }
 }
 
 lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& command) {
   const std::string path = FindInterfaceFile(command.ProgramId);
-  if (path.empty()) throw Failure("Unable to find XIF file / create a template.");
+  if (path.empty()) throw Failure(kNoTemplate);
   const std::string name = UniqueName(command.TemplateName);
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   const lns::DeviceTemplate made = templates.Add(name);
@@ -107,7 +129,7 @@ std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
 }
 
 std::string TemplateLibrary::OwnTemplateValue(const std::string& template_name) const {
-  return network_.Name() + "/" + template_name;
+  return InAscii(network_.Name() + "/" + template_name);
 }
 
 void TemplateLibrary::RememberAsOwn(const std::string& template_name, const std::string& program_id) const {

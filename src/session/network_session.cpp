@@ -1,5 +1,7 @@
 #include "session/network_session.h"
 
+#include <utility>
+
 #include "lns/members.h"
 #include "platform/attempt.h"
 
@@ -67,23 +69,25 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
   session.CurrentNetwork = network;
   network.Open();
   session.CurrentNetworkName = network.Name();
-  session.CurrentSystem = network.Systems().Item(1);
-  session.CurrentSystem.Open();
-  if (internet) PrepareInternetSystem(session.CurrentSystem);
+  const lns::System system = network.Systems().Item(1);
+  session.CurrentSystem = system;
+  system.Open();
+  if (internet) PrepareInternetSystem(system);
   session.NetworkOpen = true;
-  session.CurrentSystem.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds);
+  system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds);
 }
 
 void CloseNetwork(Session& session) {
-  Attempt([&] {
-    if (session.CurrentSystem && session.CurrentSystem.IsOpen()) session.CurrentSystem.Close();
-  });
-  session.CurrentSystem = {};
-  Attempt([&] {
-    if (session.CurrentNetwork && session.CurrentNetwork.IsOpen()) session.CurrentNetwork.Close();
-  });
-  session.CurrentNetwork = {};
+  // Calls of the director may come in while these wait for their answers.
+  const lns::System system = std::exchange(session.CurrentSystem, {});
+  const lns::Network network = std::exchange(session.CurrentNetwork, {});
   session.NetworkOpen = false;
+  Attempt([&] {
+    if (system && system.IsOpen()) system.Close();
+  });
+  Attempt([&] {
+    if (network && network.IsOpen()) network.Close();
+  });
 }
 
 void CloseSession(Session& session) {

@@ -33,6 +33,10 @@ struct Session {
   /// 1 shows the debug controls.
   std::int16_t DebugMode = 0;
 
+  /// A network is being opened, commands are being registered: neither can begin a second time meanwhile.
+  bool Opening = false;
+  bool Registering = false;
+
   int RunningOperations = 0;
   bool Busy() const { return RunningOperations > 0; }
 };
@@ -48,6 +52,18 @@ class Operation {
 
  private:
   Session& session_;
+};
+
+/// Raises one of the session's flags for as long as it lives.
+class Raised {
+ public:
+  explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Raised() { flag_ = false; }
+  Raised(const Raised&) = delete;
+  Raised& operator=(const Raised&) = delete;
+
+ private:
+  bool& flag_;
 };
 
 }  // namespace session

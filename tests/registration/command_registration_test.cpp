@@ -126,6 +126,9 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
        "Could not create a unique template name.", [&] { quarry.resize(with_taken_names); }},
       {"Demo Harbour", fault("Korvell QM5R-FC PIR [demo]", "Add"), add + kDeviceCommand, [] {}, false},
       {"Demo Harbour", fault(kDeviceCommand.c_str(), "CommandId="), add + kDeviceCommand, [] {}, false},
+      {"Demo Harbour", fault("", "DefaultAppFlag="), add + kDeviceCommand, [] {}, false},
+      {"Demo Islands", fault(kObjectCommand.c_str(), "Description="), add + kObjectCommand, [] {}, false},
+      {"Demo Quarry", fault("", "DeviceTemplates"), ""},
       {"Demo Harbour", fault("Demo Harbour", "TemplateLibrary"), ""},
       {"Demo Harbour", fault("Demo Harbour", "Add"), add + "Korvell QM5R-FC PIR Configure Register", [] {},
        false},
@@ -161,7 +164,10 @@ TEST_F(CommandRegistration, StaysWithItsNetworkWhateverIsOpenedMeanwhile) {
   Open("Demo Quarry");
   world.files.Lock("C:\\LonWorks\\Import");
   world.desktop.open_path = RegistrationWorld::kXif;
-  world.desktop.on_open_dialog = [this] { Open("Demo Empty Shell"); };
+  world.desktop.on_open_dialog = [this] {
+    EXPECT_EQ(Send(50), 20000) << "not twice at a time";
+    Open("Demo Empty Shell");
+  };
   const std::string before = world.Saved();
   EXPECT_EQ(Send(50), 20000);
   EXPECT_EQ(world.Saved(), before);

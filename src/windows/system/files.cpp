@@ -31,6 +31,8 @@ std::string IdentityOf(const std::wstring& folder) {
   const Handle opened = Open(folder, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
   BY_HANDLE_FILE_INFORMATION about{};
   if (!opened || !GetFileInformationByHandle(opened.get(), &about)) return {};
+  // Some network shares number nothing; there the path has to do.
+  if (about.nFileIndexHigh == 0 && about.nFileIndexLow == 0) return ToUtf8(folder);
   return std::to_string(about.dwVolumeSerialNumber) + ":" + std::to_string(about.nFileIndexHigh) + ":" +
          std::to_string(about.nFileIndexLow);
 }

@@ -14,6 +14,18 @@ from() { printf 'Z:%s' "${1//\//\\}"; }
 "$wine" wine cmd /c copy /y "$(from "$programs")\\XIF32BIN.exe" 'C:\LonWorks\bin\' >/dev/null
 "$wine" wine cmd /c copy /y "$(from "$work")\\QM5R.XIF" 'C:\LonWorks\Import\Korvell\' >/dev/null
 
+"$wine" "$programs/QM5RFcPirConfigure.exe" /regplugin || fail "regplugin"
+"$wine" wine reg query "$settings" /reg:32 >"$work/key.txt" 2>&1
+for text in 'REG_SZ    QM5RFcPirConfigure.LNSPlugInAPI' 'SingleInstance    REG_SZ    1' 'Prelaunch    REG_SZ    -1'; do
+  expect "$work/key.txt" "$text"
+done
+version=$(for _ in $(seq 20); do
+  "$wine" wine cscript //nologo "Z:${here//\//\\}\\..\\installer\\object_version.vbs" 2>/dev/null | tr -d '\r' | grep . && break
+  sleep 0.5
+done)
+expect "$work/key.txt" "Version    REG_SZ    ${version:-(a script cannot create the object)}"
+"$wine" "$programs/QM5RFcPirConfigure.exe" /deregplugin /deregmode:-1 || fail "deregplugin"
+
 "$wine" "$programs/registration_road_tests.exe" >"$work/tests.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/tests.txt" && ! grep -q FAILED "$work/tests.txt" || { fail "tests"; cat "$work/tests.txt"; }
 "$wine" wine cmd /c 'if not exist C:\LonWorks\Import\Korvell\QM5R.XFB exit 1' || fail "the converter made no binary form"

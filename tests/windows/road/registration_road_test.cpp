@@ -166,6 +166,17 @@ TEST_F(RegistrationRoad, UnknownCommandLinesOpenTheWindow) {
 
 /// In Demo Quarry the template has to be made: file found, converted and imported. It goes with the plug-in.
 TEST_F(RegistrationRoad, CommandsComeToANetworkAndGoWithThePlugIn) {
+  simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer");
+  Knobs().AddFault({"", "Demo Quarry", "TemplateLibrary", 0, 17008});
+  RunSilently(L" /regplugin");
+  ExpectRegistered(true);
+  const HANDLE failing = Start(L"director.exe", L" register \"Demo Quarry\"");
+  const HWND told = Box(kTitle);
+  ASSERT_TRUE(told);
+  EXPECT_EQ(BoxButtons(told), "<OK>");
+  Press(told, IDOK);
+  EXPECT_EQ(Wait(failing), 2u);
+  Knobs().ClearFaults();
   for (const std::wstring network : {L"Demo Quarry", L"Demo Islands"}) {
     RunSilently(L" /regplugin");
     ExpectRegistered(true);
@@ -188,6 +199,7 @@ TEST_F(RegistrationRoad, CommandsComeToANetworkAndGoWithThePlugIn) {
     }
     ExpectRegistered(false);
   }
+  simulator_.reset();
 }
 
 }  // namespace
