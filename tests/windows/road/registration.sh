@@ -20,7 +20,8 @@ for text in 'REG_SZ    QM5RFcPirConfigure.LNSPlugInAPI' 'SingleInstance    REG_S
   expect "$work/key.txt" "$text"
 done
 version=$(for _ in $(seq 20); do
-  "$wine" wine cscript //nologo "Z:${here//\//\\}\\..\\installer\\object_version.vbs" 2>/dev/null | tr -d '\r' | grep . && break
+  "$wine" wine cscript //nologo "Z:${here//\//\\}\\..\\installer\\object_version.vbs" 2>/dev/null |
+    tr -d '\r' | sed -n 's/^object: \([0-9]\)/\1/p' | grep . && break
   sleep 0.5
 done)
 expect "$work/key.txt" "Version    REG_SZ    ${version:-(a script cannot create the object)}"
