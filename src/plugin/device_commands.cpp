@@ -15,10 +15,8 @@ using platform::Attempt;
 // "formating" is spelled so deliberately.
 constexpr const char* kResourceFilesMissing =
     "The resource files required for this device are not present on this computer. Browsing and data "
-    "formating "
-    "capabilities might be restricted to standard types and standard functional profile templates. Do you "
-    "want to "
-    "continue?";
+    "formating capabilities might be restricted to standard types and standard functional profile templates. "
+    "Do you want to continue?";
 constexpr const char* kModeFailed = "Unable to set the Mode for the LonMark Objects, do you want to proceed?";
 
 }  // namespace

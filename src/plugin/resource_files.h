@@ -15,6 +15,7 @@ namespace plugin {
 ///
 /// What makes them "registered" to the platform stands in a catalogue whose format is not public; the files
 /// in their folder are what can be seen, so a folder with at least one type file and one format file counts.
+/// They come with the device: the plug-in brings none, and its registration adds none to the catalogue.
 class ResourceFiles {
  public:
   ResourceFiles() = default;
