@@ -18,10 +18,8 @@ bool HoldsFileWithExtension(const platform::Files::Folder& folder, std::string_v
 
 ResourceFiles::ResourceFiles(const registry::CRegistry& registry, const platform::Program& program)
     : program_id_prefix_(program.StringResource(startup::kResourceFilePrefixText)) {
-  std::string lonworks = registry.MachineSetting("SOFTWARE\\LonWorks", "LonWorks Path");
-  if (lonworks.empty()) return;
-  if (lonworks.back() != '\\') lonworks += '\\';
-  folder_ = lonworks + program.StringResource(startup::kResourceFileFolderText);
+  const std::string lonworks = registry::LonWorksFolder(registry);
+  if (!lonworks.empty()) folder_ = lonworks + '\\' + program.StringResource(startup::kResourceFileFolderText);
 }
 
 bool ResourceFiles::Present(const platform::Files& files) const {

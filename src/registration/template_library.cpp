@@ -14,24 +14,13 @@ using platform::Attempt;
 
 constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
 
-/// The folder above a path; empty where there is none.
-std::string FolderOf(const std::string& path) {
-  const std::size_t end = path.find_last_of('\\');
-  return end == std::string::npos ? "" : path.substr(0, end);
-}
-
-std::string WithoutBackslash(std::string folder) {
-  while (!folder.empty() && folder.back() == '\\') folder.pop_back();
-  return folder;
-}
-
 /// By convention interface files lie in the Import folder beside the Types folder, which holds the catalogue.
 /// The catalogue may be given with or without its file name.
 std::string ImportFolderBeside(const std::string& catalog_path) {
-  std::string types = WithoutBackslash(catalog_path);
+  std::string types = text::WithoutBackslash(catalog_path);
   if (text::EqualIgnoringCase(types.substr(types.find_last_of('\\') + 1), "ldrf.cat"))
-    types = FolderOf(types);
-  const std::string lonworks = FolderOf(types);
+    types = text::FolderOf(types);
+  const std::string lonworks = text::FolderOf(types);
   return lonworks.empty() ? "" : lonworks + "\\Import";
 }
 
@@ -108,8 +97,7 @@ void TemplateLibrary::SetSearchFolder() {
   std::string folder;
   Attempt([&] { folder = ImportFolderBeside(system_.LdrfCatalogPath()); });
   if (folder.empty()) {
-    const std::string lonworks =
-        WithoutBackslash(with_.registry.MachineSetting("SOFTWARE\\LonWorks", "LonWorks Path"));
+    const std::string lonworks = registry::LonWorksFolder(with_.registry);
     if (!lonworks.empty()) folder = lonworks + "\\Import";
   }
   if (!folder.empty()) with_.interface_files.folder = folder;

@@ -1,6 +1,7 @@
 #include "registry/registry.h"
 
 #include "platform/error.h"
+#include "text/strings.h"
 
 namespace registry {
 namespace {
@@ -81,6 +82,10 @@ void CRegistry::SetMachineSetting(const std::string& path, const std::string& va
 bool CRegistry::DeleteMachineKey(const std::string& path) {
   if (registry_.Delete(LocalMachine, path)) return true;
   return EmptyKey(registry_, path) && registry_.Delete(LocalMachine, path);
+}
+
+std::string LonWorksFolder(const CRegistry& registry) {
+  return text::WithoutBackslash(registry.MachineSetting("SOFTWARE\\LonWorks", "LonWorks Path"));
 }
 
 }  // namespace registry

@@ -45,4 +45,8 @@ class CRegistry {
   std::uint32_t next_subkey_ = 0;
 };
 
+/// The folder of the LonWorks installation, without a backslash at its end; empty where the machine tells
+/// none.
+std::string LonWorksFolder(const CRegistry& registry);
+
 }  // namespace registry

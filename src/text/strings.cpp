@@ -58,6 +58,16 @@ std::size_t CharacterCount(std::string_view text) {
   return static_cast<std::size_t>(std::ranges::count_if(text, starts_character));
 }
 
+std::string FolderOf(std::string_view path) {
+  const std::size_t end = path.find_last_of('\\');
+  return std::string(end == std::string_view::npos ? "" : path.substr(0, end));
+}
+
+std::string WithoutBackslash(std::string_view folder) {
+  while (folder.ends_with('\\')) folder.remove_suffix(1);
+  return std::string(folder);
+}
+
 HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter) {
   const auto found = ToLower(text).find(ToLower(delimiter));
   if (found == std::string::npos) return {std::string(text), {}};

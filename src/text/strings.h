@@ -23,6 +23,11 @@ std::string Join(const std::vector<std::string>& pieces, std::string_view separa
 /// How many characters (code points) the text has.
 std::size_t CharacterCount(std::string_view text);
 
+/// The folder that a Windows path lies in, and a folder without the backslashes at its end; empty where there
+/// is none.
+std::string FolderOf(std::string_view path);
+std::string WithoutBackslash(std::string_view folder);
+
 struct HeadAndRest {
   std::string head;
   std::string rest;

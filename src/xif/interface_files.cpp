@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/attempt.h"
+#include "text/strings.h"
 #include "xif/hidden_form.h"
 #include "xif/search.h"
 
@@ -20,11 +21,6 @@ constexpr int kMostIdleRounds = 1000;     // with no window of it
 constexpr int kMostFileRounds = 1000;     // after it
 
 std::string Quoted(const std::string& path) { return '"' + path + '"'; }
-
-std::string FolderOf(const std::string& path) {
-  const std::size_t end = path.find_last_of('\\');
-  return end == std::string::npos ? "" : path.substr(0, end);
-}
 
 }  // namespace
 
@@ -45,7 +41,8 @@ std::string InterfaceFiles::LocateXifByDialog(const std::string& program_id) {
   hidden.Unload();
   if (path.empty()) return {};
   // The root of a drive is no folder to search from then on.
-  if (const std::string chosen = FolderOf(path); chosen.find('\\') != std::string::npos) folder = chosen;
+  if (const std::string chosen = text::FolderOf(path); chosen.find('\\') != std::string::npos)
+    folder = chosen;
   return ExportXfb(path);
 }
 
@@ -64,8 +61,7 @@ std::string InterfaceFiles::ExportXfb(std::string& xif_path) {
 }
 
 void InterfaceFiles::RunConverter(const std::string& xif_path, const std::string& xfb_path) {
-  std::string lonworks = registry_.MachineSetting("SOFTWARE\\LonWorks", "LonWorks Path");
-  while (lonworks.ends_with('\\')) lonworks.pop_back();
+  const std::string lonworks = registry::LonWorksFolder(registry_);
   if (lonworks.empty()) return;
   std::unique_ptr<platform::StartedProgram> converter;
   const bool started = platform::Attempt([&] {
