@@ -8,64 +8,19 @@
 
 namespace {
 
-using simulator::OperationKind;
-
-struct Opened {
-  explicit Opened(const char* units = "0") : user(world) {
-    world.registry.SetMachineSetting(world.identity.PlugInKey(), "DisplayUnits", units);
-    api = world.Configure(kFirstThermostat);
-    world.simulation->journal().Clear();
-  }
-  void Apply() { user.Press(world.main.cmdApply); }
-
-  /// "nciSetPts=<text>" for every value written, in order.
-  std::vector<std::string> Writes() const {
-    std::vector<std::string> writes;
-    for (std::size_t i = 0; i < world.simulation->journal().Count(); ++i) {
-      const auto& entry = world.simulation->journal().At(i);
-      if (entry.operation.member == "Value" && entry.operation.kind == OperationKind::Put && entry.error == 0)
-        writes.push_back(entry.operation.place.item + "=" + entry.operation.value);
-    }
-    return writes;
-  }
-  std::string Raw(const char* variable) {
-    const auto server = lns::ObjectServer(world.simulation->CreateObjectServer());
-    server.Open();
-    const auto network = server.Networks().Item("Demo Tower");
-    network.Open();
-    network.Systems().Item(1).Open();
-    const auto found = network.Systems()
-                           .Item(1)
-                           .Subsystems()
-                           .Item("Floor 1")
-                           .AppDevices()
-                           .Item("Thermostat 101")
-                           .Interface()
-                           .NetworkVariables()
-                           .Item(variable);
-    found.SetFormatType("RAW_HEX_PACKED");
-    return found.Value();
-  }
-
-  World world;
-  User user;
-  std::shared_ptr<plugin::LNSPlugInAPI> api;
-};
-
 TEST(Apply, HoldsEveryFieldBetweenItsLimitsAndTells) {
   for (const bool us : {false, true}) {
-    Opened opened(us ? "1" : "0");
+    Opened opened(kFirstThermostat, us ? "1" : "0");
     const auto apply = [&](const model::CatalogueRow& row, const std::string& typed) {
-      opened.world.desktop.messages.clear();
-      opened.world.simulation->journal().Clear();
-      opened.user.Field(row.control.index).UserChangesText(typed);
-      opened.world.main.cmdApply.UserClicks();
-      EXPECT_FALSE(User::IsMarked(opened.user.Field(row.control.index)) ||
-                   opened.world.main.cmdApply.Enabled());
+      opened.desktop.messages.clear();
+      opened.simulation->journal().Clear();
+      opened.Field(row.control.index).UserChangesText(typed);
+      opened.main.cmdApply.UserClicks();
+      EXPECT_FALSE(opened.IsMarked(opened.Field(row.control.index)) || opened.main.cmdApply.Enabled());
       const auto writes = opened.Writes();
       EXPECT_EQ(writes.size(), 1u) << "only the variable that changed is written";
       const auto values =
-          text::Split(writes.at(0).substr(row.point.size() + 1), row.point == "nciSetPts" ? "," : " ");
+          text::Split(writes.at(0).substr(writes.at(0).find('=') + 1), row.point == "nciSetPts" ? "," : " ");
       return values.at(static_cast<std::size_t>(row.index));
     };
     for (const model::CatalogueRow& row : model::Catalogue()) {
@@ -85,10 +40,10 @@ TEST(Apply, HoldsEveryFieldBetweenItsLimitsAndTells) {
         SCOPED_TRACE(testing::Message() << row.name << ' ' << probe.typed);
         const std::string shown = text::ShortestText(probe.shown);
         EXPECT_NEAR(text::LeadingNumber(apply(row, text::ShortestText(probe.typed))), probe.stored, 1e-9);
-        EXPECT_EQ(opened.user.Field(row.control.index).Text(), shown);
-        ASSERT_EQ(opened.world.desktop.messages.size(), *probe.told ? 1u : 0u);
+        EXPECT_EQ(opened.Field(row.control.index).Text(), shown);
+        ASSERT_EQ(opened.desktop.messages.size(), *probe.told ? 1u : 0u);
         if (!*probe.told) continue;
-        const ui::Message& message = opened.world.desktop.messages[0].message;
+        const ui::Message& message = opened.desktop.messages[0].message;
         EXPECT_EQ(message.text, std::string(row.description) + " out of range\r\n\r\nThe " + probe.told +
                                     " allowed value is: " + shown + "\r\n\r\nThe value has been adjusted");
         EXPECT_EQ(message.caption, "QM5R-FC PIR LNS Device Plug-in");
@@ -101,90 +56,88 @@ TEST(Apply, HoldsEveryFieldBetweenItsLimitsAndTells) {
 
 TEST(Apply, WritesOnlyTheChangedVariablesOnceEach) {
   Opened opened;
-  opened.user.Enter(0, "20.5");
-  opened.user.Enter(1, "15");
-  opened.user.Choose(0, "TEMPORARY");
-  opened.user.Enter(39, "90");
+  opened.Enter(0, "20.5");
+  opened.Enter(1, "15");
+  opened.Choose(0, "TEMPORARY");
+  opened.Enter(39, "90");
   opened.Apply();
   const auto writes = opened.Writes();
   ASSERT_EQ(writes.size(), 3u);
-  EXPECT_EQ(writes[0], "nciSetPts=23,25,28,20.5,19,15");
-  EXPECT_TRUE(writes[1].starts_with("nciGenOpts=")) << writes[1];
-  EXPECT_EQ(writes[2], "nciSndHrtBt=90");
+  EXPECT_EQ(writes[0], "nciSetPts Value=23,25,28,20.5,19,15");
+  EXPECT_TRUE(writes[1].starts_with("nciGenOpts Value=")) << writes[1];
+  EXPECT_EQ(writes[2], "nciSndHrtBt Value=90");
   EXPECT_EQ(opened.Raw("nciSetPts"), "08FC09C40AF00802076C05DC");
-  EXPECT_TRUE(opened.world.desktop.messages.empty());
+  EXPECT_TRUE(opened.desktop.messages.empty());
 }
 
 TEST(Apply, AFailedWriteKeepsWhatWasNotWritten) {
   // Three points change; the n-th write fails.
   for (int failing = 1; failing <= 3; ++failing) {
     Opened opened;
-    opened.user.Enter(0, "20.5");
-    opened.user.Choose(0, "TEMPORARY");
-    opened.user.Enter(39, "90");
-    opened.world.simulation->faults().Add({"", "", "write", failing, 18034});
+    opened.Enter(0, "20.5");
+    opened.Choose(0, "TEMPORARY");
+    opened.Enter(39, "90");
+    opened.simulation->faults().Add({"", "", "write", failing, 18034});
     opened.Apply();
-    const ui::Control* fields[] = {&opened.user.Field(0), &opened.user.List(0), &opened.user.Field(39)};
+    const ui::Control* fields[] = {&opened.Field(0), &opened.List(0), &opened.Field(39)};
     for (int i = 0; i < 3; ++i)
-      EXPECT_EQ(User::IsMarked(*fields[i]), i + 1 >= failing) << i << " of " << failing;
-    EXPECT_TRUE(opened.world.main.cmdApply.Enabled() && opened.world.main.cmdCancel.Enabled());
-    EXPECT_EQ(opened.Writes().size(), static_cast<std::size_t>(failing - 1));
-    ASSERT_EQ(opened.world.desktop.messages.size(), 1u);
-    EXPECT_TRUE(opened.world.desktop.messages[0].message.text.ends_with(
-        "Failed to write data to the network variable object."));
-    const auto& row = opened.world.log.lstActivity.Rows().back();
+      EXPECT_EQ(opened.IsMarked(*fields[i]), i + 1 >= failing) << i << " of " << failing;
+    EXPECT_TRUE(opened.main.cmdApply.Enabled() && opened.main.cmdCancel.Enabled());
+    EXPECT_EQ(opened.Writes().size(), static_cast<std::size_t>(failing)) << "nothing after the failure";
+    EXPECT_TRUE(opened.Message().text.ends_with("Failed to write data to the network variable object."));
+    const auto& row = opened.log.lstActivity.Rows().back();
     EXPECT_EQ(row.icon, ui::ListView::Icon::Red);
     EXPECT_TRUE(row.cells[1].starts_with("Error updating nci")) << row.cells[1];
 
     opened.Apply();
-    EXPECT_EQ(opened.Writes().size(), 3u) << "the second try writes the rest, nothing twice";
-    EXPECT_FALSE(opened.world.main.cmdApply.Enabled());
-    for (const ui::Control* field : fields) EXPECT_FALSE(User::IsMarked(*field));
+    EXPECT_EQ(opened.Writes().size(), 4u) << "the second try writes the rest, nothing twice";
+    EXPECT_FALSE(opened.main.cmdApply.Enabled());
+    for (const ui::Control* field : fields) EXPECT_FALSE(opened.IsMarked(*field));
   }
 }
 
 TEST(Apply, AnEditMadeMeanwhileIsKept) {
   Opened opened;
-  opened.user.Enter(39, "90");
-  opened.user.Enter(0, "20.5");
-  opened.world.desktop.on_yield = [&] {
-    opened.user.Field(39).UserChangesText("95");
-    opened.user.Field(40).UserChangesText("7");
+  opened.Enter(39, "90");
+  opened.Enter(0, "20.5");
+  opened.desktop.on_yield = [&] {
+    opened.Field(39).UserChangesText("95");
+    opened.Field(40).UserChangesText("7");
   };
   opened.Apply();
-  opened.world.desktop.on_yield = nullptr;
-  EXPECT_FALSE(User::IsMarked(opened.user.Field(0)));
-  EXPECT_TRUE(User::IsMarked(opened.user.Field(39)) && User::IsMarked(opened.user.Field(40)));
-  EXPECT_TRUE(opened.world.main.cmdApply.Enabled());
+  opened.desktop.on_yield = nullptr;
+  EXPECT_FALSE(opened.IsMarked(opened.Field(0)));
+  EXPECT_TRUE(opened.IsMarked(opened.Field(39)) && opened.IsMarked(opened.Field(40)));
+  EXPECT_TRUE(opened.main.cmdApply.Enabled());
   opened.Apply();
-  EXPECT_EQ(opened.Writes().back(), "nciMinOutTm=7");
+  EXPECT_EQ(opened.Writes().back(), "nciMinOutTm Value=7");
 }
 
 TEST(Apply, ACommandThatComesInWhileAMessageIsShownTakesTheScreen) {
   // The message of a clamp, of a refused entry, of the question before a switch of units.
   for (int message = 0; message < 3; ++message) {
     Opened opened;
-    if (message == 0) opened.user.Enter(18, "99");
-    if (message == 1) opened.user.Type(0, "1:30");
-    if (message == 2) opened.user.Enter(0, "20");
-    opened.world.desktop.on_message = [&](const ui::Message&) {
+    if (message == 0) opened.Enter(18, "99");
+    if (message == 1) opened.Type(0, "1:30");
+    if (message == 2) opened.Enter(0, "20");
+    opened.desktop.on_message = [&](const ui::Message&) {
       World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
     };
     if (message == 0) opened.Apply();
-    if (message == 1) opened.user.GoTo(opened.user.List(0));
-    if (message == 2) opened.world.main.obUnits[1].UserClicks();
-    EXPECT_EQ(opened.user.Field(0).Text() + " " + opened.user.Field(18).Text(), "20.5 18") << message;
-    EXPECT_FALSE(User::IsMarked(opened.user.Field(0)) || User::IsMarked(opened.user.Field(18)));
+    if (message == 1) opened.GoTo(opened.List(0));
+    if (message == 2) opened.main.obUnits[1].UserClicks();
+    EXPECT_EQ(opened.Field(0).Text() + " " + opened.Field(18).Text(), "20.5 18") << message;
+    EXPECT_FALSE(opened.IsMarked(opened.Field(0)) || opened.IsMarked(opened.Field(18)));
     EXPECT_TRUE(opened.Writes().empty());
-    EXPECT_EQ(opened.world.main.obUnits[0].Selected(), true);
+    EXPECT_EQ(opened.main.obUnits[0].Selected(), true);
   }
 }
 
 TEST(Apply, OpeningEveryListAndApplyingChangesNoByte) {
   for (const char* units : {"0", "1"}) {
-    Opened opened(units);
+    Opened opened(kFirstThermostat, units);
     const std::string options = opened.Raw("nciGenOpts"), humidity = opened.Raw("nciRHmodel");
-    for (int i = 0; i < model::kChoiceListCount; ++i) opened.user.List(i).on_drop_down();
+    for (int i = 0; i < model::kChoiceListCount; ++i) opened.List(i).on_drop_down();
     opened.Apply();
     EXPECT_EQ(opened.Writes().size(), 2u);
     EXPECT_EQ(opened.Raw("nciGenOpts"), options);
@@ -193,71 +146,70 @@ TEST(Apply, OpeningEveryListAndApplyingChangesNoByte) {
 }
 
 TEST(Apply, NothingIsAppliedToADeviceThatWasNotRead) {
-  World world;
-  User user(world);
-  const auto api = world.Configure("Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110");
-  world.desktop.messages.clear();
-  user.Field(0).UserChangesText("21");
-  user.Press(world.main.cmdApply);
-  ASSERT_EQ(world.desktop.messages.size(), 1u);
-  EXPECT_TRUE(User::IsMarked(user.Field(0)));
-  EXPECT_EQ(user.Field(0).Text(), "21") << "nothing that was typed is lost";
-  user.Press(world.main.cmdCancel);
-  EXPECT_EQ(user.Field(0).Text(), "");
+  Opened opened("Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110");
+  opened.desktop.messages.clear();
+  opened.Field(0).UserChangesText("21");
+  opened.Apply();
+  EXPECT_EQ(opened.desktop.messages.size(), 1u);
+  EXPECT_TRUE(opened.IsMarked(opened.Field(0)));
+  EXPECT_EQ(opened.Field(0).Text(), "21") << "nothing that was typed is lost";
+  opened.Press(opened.main.cmdCancel);
+  EXPECT_EQ(opened.Field(0).Text(), "");
 }
 
 TEST(Cancel, GoesBackToWhatTheDeviceHolds) {
   Opened opened;
-  opened.user.Enter(0, "21.8");  // repairs the cooling setpoint as well
-  EXPECT_EQ(opened.user.Field(3).Text(), "23.3");
-  opened.user.Choose(0, "TEMPORARY");
-  opened.world.main.cmdCancel.UserClicks();
-  EXPECT_EQ(opened.user.Field(0).Text(), "21");
-  EXPECT_EQ(opened.user.Field(3).Text(), "23");
-  EXPECT_EQ(opened.user.List(0).Text(), "PERMANENT");
-  EXPECT_FALSE(opened.world.main.cmdApply.Enabled() || opened.world.main.cmdCancel.Enabled());
+  opened.Enter(0, "21.8");  // repairs the cooling setpoint as well
+  EXPECT_EQ(opened.Field(3).Text(), "23.3");
+  opened.Choose(0, "TEMPORARY");
+  opened.main.cmdCancel.UserClicks();
+  EXPECT_EQ(opened.Field(0).Text(), "21");
+  EXPECT_EQ(opened.Field(3).Text(), "23");
+  EXPECT_EQ(opened.List(0).Text(), "PERMANENT");
+  EXPECT_FALSE(opened.main.cmdApply.Enabled() || opened.main.cmdCancel.Enabled());
   EXPECT_TRUE(opened.Writes().empty());
 
   // After a failed write the point holds the edit; the device does not.
-  opened.user.Enter(0, "20.5");
-  opened.world.simulation->faults().Add({"", "nciSetPts", "write", 1, 18200});
+  opened.Enter(0, "20.5");
+  opened.simulation->faults().Add({"", "nciSetPts", "write", 1, 18200});
   opened.Apply();
-  EXPECT_TRUE(User::IsMarked(opened.user.Field(0)));
-  opened.world.main.cmdCancel.UserClicks();
-  EXPECT_EQ(opened.user.Field(0).Text(), "21");
-  opened.user.Enter(1, "15");
+  EXPECT_TRUE(opened.IsMarked(opened.Field(0)));
+  opened.main.cmdCancel.UserClicks();
+  EXPECT_EQ(opened.Field(0).Text(), "21");
+  opened.Enter(1, "15");
   opened.Apply();
-  EXPECT_EQ(opened.Writes().back(), "nciSetPts=23,25,28,21,19,15");
+  EXPECT_EQ(opened.Writes().back(), "nciSetPts Value=23,25,28,21,19,15");
 
   // What was written is what the next cancel returns to.
-  opened.user.Enter(1, "14");
-  opened.world.main.cmdCancel.UserClicks();
-  EXPECT_EQ(opened.user.Field(1).Text(), "15");
+  opened.Enter(1, "14");
+  opened.main.cmdCancel.UserClicks();
+  EXPECT_EQ(opened.Field(1).Text(), "15");
 }
 
 TEST(Events, ShowLogAndRepaint) {
   Opened opened;
-  auto& simulation = *opened.world.simulation;
   const auto raise = [&](std::int32_t event, std::int32_t tag, const char* value) {
     const platform::Value arguments[] = {tag, std::string(value), platform::LateBoundPtr()};
-    simulation.RaiseEvent(event, platform::Arguments(arguments, event == 9 ? 0 : event == 20 ? 1 : 3));
+    opened.simulation->RaiseEvent(event, platform::Arguments(arguments, event == 9    ? 0
+                                                                        : event == 20 ? 1
+                                                                                      : 3));
   };
   raise(13, 1, "19.5");
-  EXPECT_EQ(opened.user.Field(0).Text(), "19.5");
-  EXPECT_FALSE(User::IsMarked(opened.user.Field(0)));
+  EXPECT_EQ(opened.Field(0).Text(), "19.5");
+  EXPECT_FALSE(opened.IsMarked(opened.Field(0)));
   raise(13, 9, "TEMPORARY");
-  EXPECT_EQ(opened.user.List(0).Text(), "PERMANENT") << "lists are left alone";
-  const std::size_t rows = opened.world.log.lstActivity.Rows().size();
+  EXPECT_EQ(opened.List(0).Text(), "PERMANENT") << "lists are left alone";
+  const std::size_t rows = opened.log.lstActivity.Rows().size();
   for (const std::int32_t tag : {0, -1, 46}) {
     raise(13, tag, "1");
     raise(20, tag, "");
   }
-  EXPECT_EQ(opened.world.log.lstActivity.Rows().size(), rows);
+  EXPECT_EQ(opened.log.lstActivity.Rows().size(), rows);
   raise(20, 45, "");
-  EXPECT_EQ(opened.world.log.lstActivity.Rows().size(), rows + 1);
-  EXPECT_EQ(opened.world.log.lstActivity.Rows().back().cells[1], "");
+  EXPECT_EQ(opened.log.lstActivity.Rows().size(), rows + 1);
+  EXPECT_EQ(opened.log.lstActivity.Rows().back().cells[1], "");
   raise(9, 0, "");
-  EXPECT_EQ(opened.world.desktop.repaints, 1);
+  EXPECT_EQ(opened.desktop.repaints, 1);
 }
 
 }  // namespace

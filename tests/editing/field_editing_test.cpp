@@ -6,37 +6,21 @@
 
 namespace {
 
-struct Opened {
-  explicit Opened(const char* units = "0") : user(world) {
-    world.registry.SetMachineSetting(world.identity.PlugInKey(), "DisplayUnits", units);
-    api = world.Configure(kFirstThermostat);
-  }
-  World world;
-  User user;
-  std::shared_ptr<plugin::LNSPlugInAPI> api;
-};
-
 TEST(FieldEditing, KeysAreFilteredAndAlwaysMark) {
-  struct Case {
-    int field;
-    char32_t character;
-    bool accepted;
-  };
-  const Case cases[] = {{0, U'0', true},   {0, U'9', true},  {0, U'.', true},  {0, U'-', true},
-                        {0, U':', true},   {0, 8, true},     {0, U' ', false}, {0, U',', false},
-                        {0, U'a', false},  {0, U'+', false}, {0, U'٣', false}, {19, U'.', true},
-                        {7, U'.', false},  {8, U'.', false}, {9, U'.', false}, {17, U'.', false},
-                        {18, U'.', false}, {10, U'.', true}, {7, U'5', true},  {18, U'-', true},
-                        {14, U'.', true}};
-  for (const Case& c : cases) {
+  const std::tuple<int, char32_t, bool> cases[] = {
+      {0, U'0', true},   {0, U'9', true},   {0, U'.', true},  {0, U'-', true},  {0, U':', true},
+      {0, 8, true},      {0, U' ', false},  {0, U',', false}, {0, U'a', false}, {0, U'+', false},
+      {0, U'٣', false},  {19, U'.', true},  {7, U'.', false}, {8, U'.', false}, {9, U'.', false},
+      {17, U'.', false}, {18, U'.', false}, {10, U'.', true}, {7, U'5', true},  {18, U'-', true},
+      {14, U'.', true}};
+  for (const auto& [index, character, accepted] : cases) {
     Opened opened;
-    ui::TextField& field = opened.user.Field(c.field);
-    opened.user.GoTo(field);
-    EXPECT_FALSE(User::IsMarked(field));
-    EXPECT_EQ(field.on_key_press(c.character), c.accepted)
-        << c.field << ' ' << static_cast<unsigned>(c.character);
-    EXPECT_TRUE(User::IsMarked(field)) << "a refused key marks as well";
-    EXPECT_TRUE(opened.world.main.cmdApply.Enabled() && opened.world.main.cmdCancel.Enabled());
+    ui::TextField& field = opened.Field(index);
+    opened.GoTo(field);
+    EXPECT_FALSE(opened.IsMarked(field));
+    EXPECT_EQ(field.on_key_press(character), accepted) << index << ' ' << static_cast<unsigned>(character);
+    EXPECT_TRUE(opened.IsMarked(field)) << "a refused key marks as well";
+    EXPECT_TRUE(opened.main.cmdApply.Enabled() && opened.main.cmdCancel.Enabled());
   }
 }
 
@@ -60,44 +44,43 @@ TEST(FieldEditing, PageKeysStep) {
                         {"99", kUp, ui::kShift, "109"}};
   for (const Case& c : cases) {
     Opened opened;
-    ui::TextField& field = opened.user.Field(0);
+    ui::TextField& field = opened.Field(0);
     field.SetText(c.before);
     EXPECT_TRUE(field.on_key_down(c.key, c.state));
     EXPECT_EQ(field.Text(), c.after) << c.before;
-    EXPECT_TRUE(User::IsMarked(field));
+    EXPECT_TRUE(opened.IsMarked(field));
   }
   Opened opened;
-  ui::TextField& field = opened.user.Field(0);
+  ui::TextField& field = opened.Field(0);
   for (const char* text : {"", "-", "1:30"}) {
     field.SetText(text);
     EXPECT_FALSE(field.on_key_down(kUp, 0));
   }
   field.SetText("21");
   EXPECT_FALSE(field.on_key_down(13, 0)) << "Enter does nothing";
-  EXPECT_FALSE(User::IsMarked(field));
-  for (const int locked : {11, 12, 13, 15}) EXPECT_FALSE(opened.user.Field(locked).on_key_down) << locked;
+  EXPECT_FALSE(opened.IsMarked(field));
+  for (const int locked : {11, 12, 13, 15}) EXPECT_FALSE(opened.Field(locked).on_key_down) << locked;
 }
 
 TEST(FieldEditing, AnEntryThatIsNoNumberIsRefused) {
   for (const char* entry : {"1:30", "-", "5-", ".", "1.2.3"}) {
     Opened opened;
-    opened.user.Enter(0, entry);
-    ASSERT_EQ(opened.world.desktop.messages.size(), 1u) << entry;
-    const ui::Message& message = opened.world.desktop.messages[0].message;
+    opened.Enter(0, entry);
+    const ui::Message& message = opened.Message();
     EXPECT_EQ(message.text, "Value must be numerical");
     EXPECT_EQ(message.caption, "Invalid value");
     EXPECT_EQ(message.icon, ui::Icon::Exclamation);
-    EXPECT_EQ(opened.user.Field(0).Text(), "21");
-    EXPECT_FALSE(User::IsMarked(opened.user.Field(0)));
-    EXPECT_EQ(opened.user.Focused(), &opened.user.List(0)) << "the focus may always leave";
+    EXPECT_EQ(opened.Field(0).Text(), "21");
+    EXPECT_FALSE(opened.IsMarked(opened.Field(0)));
+    EXPECT_EQ(opened.Focused(), &opened.List(0)) << "the focus may always leave";
   }
   // Another device takes the screen while the focus stands in the field.
   Opened opened;
-  opened.user.GoTo(opened.user.Field(0));
+  opened.GoTo(opened.Field(0));
   World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
-  opened.user.Field(0).UserChangesText("1:30");
-  opened.user.GoTo(opened.user.List(0));
-  EXPECT_EQ(opened.user.Field(0).Text(), "20.5");
+  opened.Field(0).UserChangesText("1:30");
+  opened.GoTo(opened.List(0));
+  EXPECT_EQ(opened.Field(0).Text(), "20.5");
 }
 
 TEST(FieldEditing, RulesRepairTheOtherField) {
@@ -107,7 +90,7 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
     int left;
     const char* typed;
     std::map<int, const char*> changed;  // besides the field that was left
-    std::vector<const char*> messages;
+    std::vector<std::string> messages;
     int focused;  // -1: where the user went
     const char* units = "0";
   };
@@ -146,81 +129,75 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
       {5, "74", {{3, "74"}}, {kLimit}, 3, "1"},
   };
   for (const Case& c : cases) {
-    Opened opened(c.units);
-    std::map<int, std::string> before;
-    for (int i = 0; i < 22; ++i) before[i] = opened.user.Field(i).Text();
-    opened.user.Enter(c.left, c.typed);
-    EXPECT_EQ(opened.world.MessageTexts(), std::vector<std::string>(c.messages.begin(), c.messages.end()))
-        << c.typed;
+    Opened opened(kFirstThermostat, c.units);
+    std::map<int, std::string> expected;
+    for (int i = 0; i < 22; ++i) expected[i] = opened.Field(i).Text();
+    expected[c.left] = c.typed;
+    for (const auto& [i, text] : c.changed) expected[i] = text;
+    opened.Enter(c.left, c.typed);
+    EXPECT_EQ(opened.MessageTexts(), c.messages) << c.typed;
     for (int i = 0; i < 22; ++i) {
-      const auto changed = c.changed.find(i);
-      const bool is_changed = changed != c.changed.end();
-      EXPECT_EQ(opened.user.Field(i).Text(), i == c.left  ? c.typed
-                                             : is_changed ? changed->second
-                                                          : before[i])
-          << i << ' ' << c.typed;
-      EXPECT_EQ(User::IsMarked(opened.user.Field(i)), i == c.left || is_changed) << i << ' ' << c.typed;
+      EXPECT_EQ(opened.Field(i).Text(), expected[i]) << i << ' ' << c.typed;
+      const bool changed = i == c.left || c.changed.contains(i);
+      EXPECT_EQ(opened.IsMarked(opened.Field(i)), changed) << i << ' ' << c.typed;
     }
-    for (const auto& shown : opened.world.desktop.messages) {
+    for (const auto& shown : opened.desktop.messages) {
       EXPECT_EQ(shown.message.icon, ui::Icon::None);
       EXPECT_EQ(shown.message.caption, "QM5R-FC PIR LNS Device Plug-in");
     }
-    const ui::Control* expected =
-        c.focused < 0 ? static_cast<ui::Control*>(&opened.user.List(0)) : &opened.user.Field(c.focused);
-    EXPECT_EQ(opened.user.Focused(), expected) << c.left << ' ' << c.typed;
+    const ui::Control* focused =
+        c.focused < 0 ? static_cast<ui::Control*>(&opened.List(0)) : &opened.Field(c.focused);
+    EXPECT_EQ(opened.Focused(), focused) << c.left << ' ' << c.typed;
   }
 }
 
 TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
   Opened opened;
-  opened.user.Field(3).SetText("22.7");
-  opened.user.Field(16).SetText("1.7");
-  opened.user.GoTo(opened.user.Field(0));
-  opened.user.GoTo(opened.user.List(0));
-  EXPECT_EQ(opened.user.Field(3).Text(), "22.7") << "a difference of 1.7, not of a little less";
-  opened.user.Field(16).SetText("5");
-  opened.user.GoTo(opened.user.Field(0));
-  opened.user.GoTo(opened.user.List(0));
-  EXPECT_EQ(opened.user.Field(3).Text(), "26");
-  EXPECT_TRUE(opened.world.main.cmdCancel.Enabled());
-  opened.user.Press(opened.world.main.cmdCancel);
-  EXPECT_EQ(opened.user.Field(3).Text(), "23");
-  EXPECT_FALSE(opened.world.main.cmdCancel.Enabled());
+  opened.Field(3).SetText("22.7");
+  opened.Field(16).SetText("1.7");
+  opened.GoTo(opened.Field(0));
+  opened.GoTo(opened.List(0));
+  EXPECT_EQ(opened.Field(3).Text(), "22.7") << "a difference of 1.7, not of a little less";
+  opened.Field(16).SetText("5");
+  opened.GoTo(opened.Field(0));
+  opened.GoTo(opened.List(0));
+  EXPECT_EQ(opened.Field(3).Text(), "26");
+  EXPECT_TRUE(opened.main.cmdCancel.Enabled());
+  opened.Press(opened.main.cmdCancel);
+  EXPECT_EQ(opened.Field(3).Text(), "23");
+  EXPECT_FALSE(opened.main.cmdCancel.Enabled());
 }
 
 TEST(Lists, OpeningAndKeysMarkAndEnterApplies) {
-  struct Case {
-    int key;
-    bool marks;
-  };
-  for (const Case& c : {Case{40, true}, Case{38, true}, Case{65, true}, Case{27, true}, Case{9, false},
-                        Case{112, false}, Case{16, false}, Case{17, false}, Case{18, false}}) {
+  const std::pair<int, bool> cases[] = {{40, true},   {38, true},  {65, true},  {27, true}, {9, false},
+                                        {112, false}, {16, false}, {17, false}, {18, false}};
+  for (const auto& [key, marks] : cases) {
     Opened opened;
-    EXPECT_FALSE(opened.user.List(0).on_key_down(c.key, 0));
-    EXPECT_EQ(User::IsMarked(opened.user.List(0)), c.marks) << c.key;
-    EXPECT_EQ(opened.world.main.cmdApply.Enabled(), c.marks);
+    EXPECT_FALSE(opened.List(0).on_key_down(key, 0));
+    EXPECT_EQ(opened.IsMarked(opened.List(0)), marks) << key;
+    EXPECT_EQ(opened.main.cmdApply.Enabled(), marks);
   }
   Opened opened;
-  opened.user.Choose(0, "TEMPORARY");
-  EXPECT_TRUE(opened.user.List(0).on_key_down(13, 0));
-  EXPECT_FALSE(User::IsMarked(opened.user.List(0)));
-  EXPECT_FALSE(opened.world.main.cmdApply.Enabled());
-  EXPECT_EQ(opened.world.log.lstActivity.Rows().back().cells[1], "Updating nciGenOpts");
+  opened.Choose(0, "TEMPORARY");
+  EXPECT_TRUE(opened.List(0).on_key_down(13, 0));
+  EXPECT_FALSE(opened.IsMarked(opened.List(0)));
+  EXPECT_FALSE(opened.main.cmdApply.Enabled());
+  EXPECT_EQ(opened.log.lstActivity.Rows().back().cells[1], "Updating nciGenOpts");
 }
 
 TEST(Help, OpensAtTheTopicOfTheFocusedControlOrThePage) {
   Opened opened;
   const int topics[] = {1004, 1002, 1003, 1006, 1005, 1001, 1000, 0};
   for (std::size_t page = 0; page < std::size(topics); ++page) {
-    opened.world.main.screen.tabData.Select(page);
-    opened.user.Press(opened.world.main.cmdHelp);
-    EXPECT_EQ(opened.world.desktop.help_shown.back().second, topics[page]);
+    opened.main.screen.tabData.Select(page);
+    opened.Press(opened.main.cmdHelp);
+    EXPECT_EQ(opened.desktop.help_shown.back().second, topics[page]);
   }
-  opened.user.GoTo(opened.user.Field(7));
-  EXPECT_EQ(opened.world.main.HelpContext(), 1006);
-  opened.user.Press(opened.world.main.cmdHelp);
-  EXPECT_EQ(opened.world.desktop.help_shown.back().second, 1006) << "the control before the button";
-  EXPECT_TRUE(opened.world.desktop.help_shown.back().first.ends_with("\\QM5R-FCConfigure.chm"));
+  opened.GoTo(opened.Field(7));
+  EXPECT_EQ(opened.main.HelpContext(), 1006);
+  opened.Press(opened.main.cmdHelp);
+  EXPECT_EQ(opened.desktop.help_shown.back().second, 1006) << "the control before the button";
+  EXPECT_TRUE(opened.desktop.help_shown.back().first.ends_with("\\QM5R-FCConfigure.chm"));
 }
 
 }  // namespace

@@ -4,19 +4,10 @@
 #include <set>
 
 #include "model/catalogue.h"
-#include "support/world.h"
+#include "support/user.h"
 #include "text/numbers.h"
 
 namespace {
-
-std::int32_t NumberOf(const std::function<void()>& step) {
-  try {
-    step();
-  } catch (const platform::Error& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 /// A binding on a point that holds three setpoints.
 struct Bound {
@@ -31,35 +22,33 @@ struct Bound {
 };
 
 TEST(Binding, ShowsTheFieldRoundedToItsStep) {
-  struct Case {
-    double step;
-    const char *field, *shown;
-  };
-  const Case cases[] = {{0.5, "21.25", "21"},  {0.5, "21.75", "22"},
-                        {0.5, "-0.25", "0"},   {0.5, "37.49", "37.5"},
-                        {1, "22.5", "22"},     {1, "23.5", "24"},
-                        {0.5, "", "0"},        {0.5, "21 C", "0"},
-                        {0, "21.25", "21.25"}, {0, "PERMANENT", "PERMANENT"}};
-  for (const Case& c : cases) {
+  const std::tuple<double, const char*, const char*> cases[] = {
+      {0.5, "21.25", "21"},  {0.5, "21.75", "22"},
+      {0.5, "-0.25", "0"},   {0.5, "37.49", "37.5"},
+      {1, "22.5", "22"},     {1, "23.5", "24"},
+      {0.5, "", "0"},        {0.5, "21 C", "0"},
+      {0, "21.25", "21.25"}, {0, "PERMANENT", "PERMANENT"}};
+  for (const auto& [step, field, shown] : cases) {
     Bound bound;
-    bound.point.NvAsArray[1] = c.field;
-    bound.binding.RoundValue = c.step != 0;
-    bound.binding.Ceiling = c.step;
-    EXPECT_EQ(bound.binding.Value(), c.shown) << c.field << " in steps of " << c.step;
+    bound.point.NvAsArray[1] = field;
+    bound.binding.RoundValue = step != 0;
+    bound.binding.Ceiling = step;
+    EXPECT_EQ(bound.binding.Value(), shown) << field << " in steps of " << step;
   }
 }
 
 TEST(Binding, RefusesWhatWouldCorruptThePoint) {
   Bound bound;
   text::SetDecimalSeparator(',');
-  EXPECT_EQ(NumberOf([&] { bound.binding.SetValue("21,5"); }), 13) << "it would shift every later setpoint";
-  EXPECT_EQ(NumberOf([&] { bound.binding.SetValue(bound.binding.Value()); }), 0);
+  EXPECT_EQ(ErrorOf([&] { bound.binding.SetValue("21,5"); }).number(), 13)
+      << "it would shift every later setpoint";
+  EXPECT_EQ(ErrorOf([&] { bound.binding.SetValue(bound.binding.Value()); }).number(), 0);
   text::SetDecimalSeparator('.');
   bound.binding.Initialize();
   for (const std::int16_t index : {std::int16_t{-1}, std::int16_t{3}}) {
     bound.binding.ItemArrayIndex = index;
-    EXPECT_EQ(NumberOf([&] { bound.binding.Value(); }), 9);
-    EXPECT_EQ(NumberOf([&] { bound.binding.SetValue("21"); }), 9);
+    EXPECT_EQ(ErrorOf([&] { bound.binding.Value(); }).number(), 9);
+    EXPECT_EQ(ErrorOf([&] { bound.binding.SetValue("21"); }).number(), 9);
   }
   EXPECT_EQ(bound.binding.NvString(), "23,25.5,28");
   EXPECT_FALSE(bound.point.ValueAsChanges);
@@ -71,8 +60,8 @@ TEST(Binding, LimitsAreTextsOfTwoUnitSystems) {
   binding.SetMinLimit(1, "-5");
   EXPECT_EQ(binding.MaxLimit(0) + binding.MinLimit(1) + binding.MaxLimit(1) + binding.MinLimit(0),
             "37.5-500");
-  for (const int units : {-1, 2}) EXPECT_EQ(NumberOf([&] { binding.MaxLimit(units); }), 9);
-  EXPECT_EQ(NumberOf([&] { binding.SetMinLimit(0, "cold"); }), 13);
+  for (const int units : {-1, 2}) EXPECT_EQ(ErrorOf([&] { binding.MaxLimit(units); }).number(), 9);
+  EXPECT_EQ(ErrorOf([&] { binding.SetMinLimit(0, "cold"); }).number(), 13);
 }
 
 TEST(Catalogue, EveryRowHasItsOwnControlAndOnlyEditableFieldsHaveLimits) {
@@ -92,12 +81,10 @@ TEST(Catalogue, EveryRowHasItsOwnControlAndOnlyEditableFieldsHaveLimits) {
 }
 
 TEST(Screen, EveryListHoldsWhatTheDeviceReports) {
-  World world;
-  const auto api = world.Configure(kFirstThermostat);
+  Opened world;
   for (int i = 0; i < model::kChoiceListCount; ++i) {
-    const ui::ChoiceList& list = *world.main.screen.cbNvi(i);
-    EXPECT_EQ(std::count(list.Items().begin(), list.Items().end(), list.Text()), 1)
-        << i << ' ' << list.Text();
+    const ui::ChoiceList& list = world.List(i);
+    EXPECT_EQ(std::ranges::count(list.Items(), list.Text()), 1) << i << ' ' << list.Text();
   }
 }
 

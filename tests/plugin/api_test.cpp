@@ -2,31 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/world.h"
+#include "support/user.h"
 
 namespace {
 
-using platform::Error;
-using platform::Value;
-
 std::int32_t NumberOf(platform::LateBound& api, std::string_view property) {
   return std::get<std::int32_t>(World::Get(api, property));
-}
-
-/// The error that a step raises, as a director sees it.
-struct Raised {
-  std::int32_t number = 0;
-  std::string source;
-  std::string text;
-};
-template <class Step>
-Raised ErrorOf(Step step) {
-  try {
-    step();
-  } catch (const Error& error) {
-    return {error.number(), error.source(), error.description()};
-  }
-  return {};
 }
 
 TEST(Api, PlaceAndSizeAreReadBackAsWritten) {
@@ -44,22 +25,21 @@ TEST(Api, PlaceAndSizeAreReadBackAsWritten) {
 TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
   World world;
   const auto api = world.CreateApi();
-  Raised raised = ErrorOf([&] { World::Put(*api, "Minimized", true); });
-  EXPECT_EQ(raised.number, 20006);
-  EXPECT_EQ(raised.text,
+  const platform::Error hidden = ErrorOf([&] { World::Put(*api, "Minimized", true); });
+  EXPECT_EQ(hidden.number(), 20006);
+  EXPECT_EQ(hidden.description(),
             "Can not modify the minimzed property when invisble. The property will be applied the next time "
-            "the plug-in "
-            "is made visible");
+            "the plug-in is made visible");
   EXPECT_FALSE(world.main.Visible());
   EXPECT_EQ(std::get<bool>(World::Get(*api, "Minimized")), true);
   for (const char* property : {"left", "top", "Width", "Height"}) {
-    raised = ErrorOf([&] { World::Put(*api, property, 10); });
-    EXPECT_EQ(raised.number, 20006) << property;
-    EXPECT_EQ(raised.text, "Plug-in can't be moved or sized while minimized or maximized");
+    const platform::Error raised = ErrorOf([&] { World::Put(*api, property, 10); });
+    EXPECT_EQ(raised.number(), 20006) << property;
+    EXPECT_EQ(raised.description(), "Plug-in can't be moved or sized while minimized or maximized");
   }
   World::Put(*api, "Visible", true);
   EXPECT_EQ(world.main.State(), ui::WindowState::Minimized);
-  EXPECT_EQ(ErrorOf([&] { World::Put(*api, "Minimized", false); }).number, 0);
+  World::Put(*api, "Minimized", false);
   EXPECT_EQ(world.main.State(), ui::WindowState::Normal);
 }
 
@@ -77,14 +57,13 @@ TEST(Api, RefusedCommands) {
       {13, 28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/Nothing", 20005, "Object not found"},
       {13, 7, "", 20005, "Object not found"},
   };
-  World world;
-  const auto api = world.Configure(kFirstThermostat);
+  Opened world;
   const std::string heading = world.main.lblDeviceTemplate.Text();
   for (const Case& c : cases) {
-    const Raised raised = ErrorOf([&] { World::Send(*api, c.command, c.type, c.path); });
-    EXPECT_EQ(raised.number, c.number) << c.path;
-    EXPECT_EQ(raised.text, c.text);
-    EXPECT_EQ(raised.source, world.identity.PlugInName);
+    const platform::Error raised = ErrorOf([&] { World::Send(*world.api, c.command, c.type, c.path); });
+    EXPECT_EQ(raised.number(), c.number) << c.path;
+    EXPECT_EQ(raised.description(), c.text);
+    EXPECT_EQ(raised.source(), world.identity.PlugInName);
     EXPECT_EQ(world.main.lblDeviceTemplate.Text(), heading) << "the present device stays";
   }
   EXPECT_EQ(world.desktop.windows, 2) << "main window and log: no progress window is left open";
@@ -110,8 +89,7 @@ TEST(Api, LastReleaseEndsAHiddenPlugInOnly) {
 }
 
 TEST(Api, ExitAsksWhileObjectsAreHeld) {
-  World world;
-  const auto api = world.Configure(kFirstThermostat);
+  Opened world;
   world.main.Show();
   world.session.DisplayUnits = 1;
   world.desktop.answers = {ui::Answer::No, ui::Answer::No, ui::Answer::Yes};
@@ -135,17 +113,16 @@ TEST(Api, ExitAsksWhileObjectsAreHeld) {
 TEST(Api, WhatComesInDuringACommand) {
   // A second command takes the screen at any of the first one's steps; the user's clicks start nothing.
   for (int step = 1; step <= 17; ++step) {
-    World world;
-    const auto api = world.Configure(kFirstThermostat);
+    Opened world;
     int seen = 0;
     world.desktop.on_yield = [&] {
       if (++seen != step) return;
       world.main.cmdRefresh.UserClicks();
       world.main.cmdExit.UserClicks();
       world.main.CloseRequested(ui::CloseReason::User);
-      World::Send(*api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+      World::Send(*world.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
     };
-    World::Send(*api, 13, 7, kFirstThermostat);
+    World::Send(*world.api, 13, 7, kFirstThermostat);
     EXPECT_GE(seen, step);
     const bool before_dispatch = step <= 3;  // then the outer command is the later one
     EXPECT_EQ(world.main.screen.txtNvi(0)->Text(), before_dispatch ? "21" : "20.5") << step;
@@ -156,15 +133,14 @@ TEST(Api, WhatComesInDuringACommand) {
 }
 
 TEST(Api, AnotherNetworkInTheMiddleOfAReadEndsItQuietly) {
-  World world;
-  const auto api = world.Configure(kFirstThermostat);
+  Opened world;
   int seen = 0;
   world.desktop.on_yield = [&] {
-    if (++seen == 10) World::Put(*api, "networkName", std::string("Demo Annex"));
+    if (++seen == 10) World::Put(*world.api, "networkName", std::string("Demo Annex"));
   };
-  World::Send(*api, 13, 7, kFirstThermostat);
+  World::Send(*world.api, 13, 7, kFirstThermostat);
   EXPECT_TRUE(world.desktop.messages.empty());
-  EXPECT_EQ(std::get<std::string>(World::Get(*api, "networkName")), "Demo Annex");
+  EXPECT_EQ(std::get<std::string>(World::Get(*world.api, "networkName")), "Demo Annex");
 }
 
 }  // namespace

@@ -1,14 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 
-#include "support/world.h"
+#include "support/user.h"
 
 namespace {
 
-using model::cbNvi;
 using model::txtNvi;
-using platform::Error;
 
 std::vector<std::string> LoggedActions(const World& world, ui::ListView::Icon icon) {
   std::vector<std::string> actions;
@@ -41,38 +40,14 @@ class TamperedObject : public platform::LateBound {
   std::string name_;
 };
 
-/// "nciSetPts DsFormatType=#SISNVT_temp_setpt" for every operation on a variable.
-std::vector<std::string> VariableOperations(const World& world) {
-  std::vector<std::string> operations;
-  for (std::size_t i = 0; i < world.simulation->journal().Count(); ++i) {
-    const simulator::Operation& operation = world.simulation->journal().At(i).operation;
-    const bool put = operation.kind == simulator::OperationKind::Put;
-    const bool of_variable = operation.member == "SourceOptions" || operation.member == "DsFormatType" ||
-                             operation.member == "Value";
-    if (of_variable)
-      operations.push_back(operation.place.item + " " + operation.member +
-                           (put ? "=" + operation.value : ""));
-  }
-  return operations;
-}
-
 TEST(ConfigureRoad, FillsTheScreen) {
-  World world;
-  const auto api = world.Configure(kFirstThermostat);
-  const std::pair<model::ControlRef, const char*> cases[] = {
-      {txtNvi(0), "21"},
-      {txtNvi(18), "19"},
-      {txtNvi(1), "16"},
-      {txtNvi(3), "23"},
-      {txtNvi(19), "25"},
-      {txtNvi(4), "28"},
-      {cbNvi(0), "PERMANENT"},
-      {cbNvi(1), "4"},
-      {cbNvi(5), "ON_OFF"},
-      {cbNvi(12), "CELSIUS"},
-      {{model::ScreenArray::lbHvacType}, "HVT_FAN_COIL"},
-  };
-  for (const auto& [control, text] : cases) EXPECT_EQ(world.Shown(control), text) << control.index;
+  Opened world;
+  const std::pair<int, const char*> fields[] = {{0, "21"}, {18, "19"}, {1, "16"},
+                                                {3, "23"}, {19, "25"}, {4, "28"}};
+  const std::pair<int, const char*> lists[] = {{0, "PERMANENT"}, {1, "4"}, {5, "ON_OFF"}, {12, "CELSIUS"}};
+  for (const auto& [index, text] : fields) EXPECT_EQ(world.Field(index).Text(), text) << index;
+  for (const auto& [index, text] : lists) EXPECT_EQ(world.List(index).Text(), text) << index;
+  EXPECT_EQ(world.Shown({model::ScreenArray::lbHvacType}), "HVT_FAN_COIL");
   EXPECT_NE(world.Shown({model::ScreenArray::lbModel}), "Undefined model");
   for (const auto& row : model::Catalogue()) {
     const ui::Control* control = world.main.screen.Find(row.control);
@@ -109,16 +84,10 @@ TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
     expected.push_back(std::string(name) + " DsFormatType=" + format);
     expected.push_back(std::string(name) + " Value");
   }
-  EXPECT_EQ(VariableOperations(world), expected);
-  std::size_t others = 0;
-  bool reading = false;
-  for (std::size_t i = 0, seen = 0; i < world.simulation->journal().Count() && seen < expected.size(); ++i) {
-    const bool of_variable = world.simulation->journal().At(i).operation.place.item.starts_with("nci");
-    reading = reading || of_variable;
-    seen += of_variable;
-    others += reading && !of_variable;
-  }
-  EXPECT_EQ(others, 0u) << "nothing else is asked between the points";
+  EXPECT_EQ(world.Operations("nci"), expected);
+  const auto all = world.Operations();
+  EXPECT_NE(std::search(all.begin(), all.end(), expected.begin(), expected.end()), all.end())
+      << "something else is asked between the points";
   const auto actions = LoggedActions(world, ui::ListView::Icon::Green);
   ASSERT_EQ(actions.size(), 11u);
   EXPECT_EQ(actions.front(), "Reading nciSetPts");
@@ -126,35 +95,27 @@ TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
 }
 
 TEST(ConfigureRoad, UnitsComeFromTheStoredSetting) {
-  World world;
-  world.registry.SetMachineSetting(world.identity.PlugInKey(), "DisplayUnits", "2");
-  const auto api = world.Configure(kFirstThermostat);
+  Opened world(kFirstThermostat, "2");
   EXPECT_EQ(world.Shown(txtNvi(0)), "70");  // 69.8 °F, shown in steps of a half
   EXPECT_EQ(world.main.screen.txtTempUnits().front()->Text(), "\u00BAF");
-  EXPECT_TRUE(world.main.obUnits[1].Selected());
-  EXPECT_FALSE(world.main.obUnits[0].Selected());
+  EXPECT_TRUE(world.main.obUnits[1].Selected() && !world.main.obUnits[0].Selected());
 }
 
 TEST(ConfigureRoad, SaysWhatStateTheDeviceIsIn) {
-  struct Case {
-    const char* path;
-    const char* state;
-    bool shown;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, const char*, bool> cases[] = {
       {"Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110", "Offnet", false},
       {"Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 111", "Not Commissioned yet", true},
       {"Demo Tower/Demo Tower.Floor 2/Thermostat 201", "Soft Offline", true},
       {"Demo Tower/Demo Tower.Floor 2/Thermostat 202", "Unconfigured", true},
       {"Demo Tower/Demo Tower.Floor 2/Thermostat 203", "?", false},
+      {"Demo Annex/Demo Annex.Ground.Lobby.Corner/Thermostat A3", "Cnfg Offline", true},
   };
-  for (const Case& c : cases) {
-    World world;
-    const auto api = world.Configure(c.path);
-    EXPECT_EQ(world.StatusPanel(1), c.state) << c.path;
+  for (const auto& [path, state, shown] : cases) {
+    Opened world(path);
+    EXPECT_EQ(world.StatusPanel(1), state) << path;
     EXPECT_FALSE(world.main.DeviceOnline());
-    EXPECT_EQ(world.Shown(txtNvi(0)).empty(), !c.shown) << c.path;
-    EXPECT_EQ(world.desktop.messages.size(), c.shown ? 0u : 1u) << c.path;
+    EXPECT_EQ(world.Shown(txtNvi(0)).empty(), !shown) << path;
+    EXPECT_EQ(world.desktop.messages.size(), shown ? 0u : 1u) << path;
   }
 }
 
@@ -167,10 +128,8 @@ TEST(ConfigureRoad, AFailedReadIsToldOnceAndShowsNoHalfDevice) {
     const auto errors = LoggedActions(world, ui::ListView::Icon::Red);
     ASSERT_EQ(errors.size(), 1u);
     EXPECT_TRUE(errors[0].starts_with("Error reading nci")) << errors[0];
-    ASSERT_EQ(world.desktop.messages.size(), 1u);
-    EXPECT_EQ(world.desktop.messages[0].message.icon, ui::Icon::Critical);
-    EXPECT_TRUE(
-        world.desktop.messages[0].message.text.ends_with("Failed to communicate with target device."));
+    EXPECT_EQ(world.Message().icon, ui::Icon::Critical);
+    EXPECT_TRUE(world.Message().text.ends_with("Failed to communicate with target device."));
     EXPECT_EQ(world.Shown(txtNvi(0)), "");
     EXPECT_EQ(world.Shown({model::ScreenArray::lbModel}), "Undefined model");
     EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
@@ -204,9 +163,7 @@ TEST(ConfigureRoad, ValuesThatDoNotFitAreReported) {
     const auto api = std::make_shared<plugin::LNSPlugInAPI>(tampered, main);
     World::Put(*api, "networkName", std::string("Demo Tower"));
     World::Send(*api, 13, 7, kFirstThermostat);
-    ASSERT_EQ(world.desktop.messages.size(), 1u) << c.told;
-    EXPECT_NE(world.desktop.messages[0].message.text.find(c.told), std::string::npos)
-        << world.desktop.messages[0].message.text;
+    EXPECT_NE(world.Message().text.find(c.told), std::string::npos) << world.Message().text;
     EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Red).size(), 1u);
     EXPECT_EQ(main.screen.txtNvi(0)->Text(), "");
     EXPECT_EQ(main.screen.cbNvi(0)->Text(), "") << "no half device";
@@ -228,26 +185,21 @@ TEST(ConfigureRoad, WorksOnANetworkWrittenFromTheDocumentation) {
 }
 
 TEST(ConfigureRoad, ADeviceWithoutAVariableIsReported) {
-  World world;
-  const auto api = world.Configure("Demo Tower/Demo Tower.Floor 2.Plant/Thermostat 210");
-  ASSERT_EQ(world.desktop.messages.size(), 1u);
-  EXPECT_NE(world.desktop.messages[0].message.text.find("nciMinVer"), std::string::npos);
+  Opened world("Demo Tower/Demo Tower.Floor 2.Plant/Thermostat 210");
+  EXPECT_NE(world.Message().text.find("nciMinVer"), std::string::npos);
   EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Red).size(), 1u);
   EXPECT_EQ(world.Shown(txtNvi(0)), "");
-  World::Send(*api, 13, 7, kFirstThermostat);
+  World::Send(*world.api, 13, 7, kFirstThermostat);
   EXPECT_EQ(world.Shown(txtNvi(0)), "21");
 }
 
 TEST(ConfigureRoad, ASecondCommandTakesNothingOfTheFirst) {
-  World world;
-  const auto api = world.Configure(kFirstThermostat);
-  world.main.screen.txtNvi(0)->SetText("99");
-  world.main.screen.txtNvi(0)->SetForeColor(ui::Color::ModifiedMark);
-  world.main.cmdApply.SetEnabled(true);
+  Opened world;
+  world.Type(0, "99");
   const auto second = world.CreateApi();
   World::Send(*second, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
   EXPECT_EQ(world.Shown(txtNvi(0)), "20.5");
-  EXPECT_EQ(world.main.screen.txtNvi(0)->ForeColor(), ui::Color::ButtonText);
+  EXPECT_EQ(world.Field(0).ForeColor(), ui::Color::ButtonText);
   EXPECT_FALSE(world.main.cmdApply.Enabled());
 
   World::Send(*second, 13, 7, "Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110");
@@ -286,8 +238,7 @@ TEST(ConfigureRoad, QuestionsBeforeTheDeviceIsRead) {
     if (c.mode_fails) world.simulation->faults().Add({"", "", "Mode", 0, 17119});
     world.desktop.answers = {c.answer};
     const auto api = world.Configure(kFirstThermostat);
-    ASSERT_EQ(world.desktop.messages.size(), 1u) << "files missing: the mode step is skipped";
-    const ui::Message& question = world.desktop.messages[0].message;
+    const ui::Message& question = world.Message();  // files missing: the mode step is skipped
     EXPECT_EQ(question.text,
               c.files_missing
                   ? "The resource files required for this device are not present on this computer. Browsing "
@@ -301,17 +252,15 @@ TEST(ConfigureRoad, QuestionsBeforeTheDeviceIsRead) {
 }
 
 TEST(ConfigureRoad, RefreshShowsNewValuesAndKeepsEdits) {
-  World world;
-  const auto api = world.Configure(kFirstThermostat);
-  world.main.screen.txtNvi(0)->SetText("22");
-  world.main.screen.txtNvi(0)->SetForeColor(ui::Color::ModifiedMark);
-  world.main.screen.txtNvi(3)->SetText("unmarked");
+  Opened world;
+  world.Type(0, "22");
+  world.Field(3).SetText("unmarked");
   world.main.cmdRefresh.UserClicks();
   EXPECT_EQ(world.Shown(txtNvi(0)), "22");
   EXPECT_EQ(world.Shown(txtNvi(3)), "23");
 
   world.simulation->faults().Add({"", "nciHvacType", "Value", 1, 18200});
-  world.main.screen.txtNvi(3)->SetText("stays");
+  world.Field(3).SetText("stays");
   world.main.cmdRefresh.UserClicks();
   EXPECT_EQ(world.Shown(txtNvi(3)), "stays") << "nothing is shown before a complete read";
 }

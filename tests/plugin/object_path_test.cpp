@@ -7,12 +7,8 @@
 namespace {
 
 TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
-  struct Case {
-    std::int32_t type;
-    const char* path;
-    const char* found;  // empty for nothing
-  };
-  const Case cases[] = {
+  // What is found is empty for nothing.
+  const std::tuple<std::int32_t, const char*, const char*> cases[] = {
       {7, "Demo Tower/Demo Tower.Floor 1/Thermostat 101", "Thermostat 101"},
       {7, "Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110", "Thermostat 110"},
       {7, "LcaNetwork:Demo Tower/LcaSystem:Demo Tower.LcaSubsystem:Floor 1/LcaAppDevice:Thermostat 101",
@@ -43,10 +39,10 @@ TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
   World world;
   const auto api = world.CreateApi();
   World::Put(*api, "networkName", std::string("Demo Tower"));
-  for (const Case& c : cases) {
+  for (const auto& [type, path, name] : cases) {
     const lns::Object found = plugin::ResolveObject(
-        c.type, plugin::SplitObjectPath(c.path), world.session.CurrentNetwork, world.session.CurrentSystem);
-    EXPECT_EQ(found ? found.Name() : "", c.found) << c.path;
+        type, plugin::SplitObjectPath(path), world.session.CurrentNetwork, world.session.CurrentSystem);
+    EXPECT_EQ(found ? found.Name() : "", name) << path;
   }
   EXPECT_FALSE(plugin::ResolveObject(7, plugin::SplitObjectPath(kFirstThermostat), {}, {}))
       << "no network is open";

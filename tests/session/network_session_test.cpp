@@ -6,126 +6,102 @@
 
 namespace {
 
-/// The members called on an object server since the journal was cleared, in order, without lookups below
-/// networks.
-std::vector<std::string> Calls(World& world) {
-  std::vector<std::string> calls;
-  for (std::size_t i = 0; i < world.simulation->journal().Count(); ++i) {
-    const simulator::Operation& operation = world.simulation->journal().At(i).operation;
-    calls.push_back(operation.member +
-                    (operation.kind == simulator::OperationKind::Put ? "=" + operation.value : ""));
+/// A director's object of the plug-in.
+struct Director {
+  explicit Director(bool server_missing = false) {
+    world.object_server_missing = server_missing;
+    api = world.CreateApi();
   }
-  world.simulation->journal().Clear();
-  return calls;
-}
+  void Open(const std::string& network) { World::Put(*api, "networkName", network); }
+  void UseInterface(const std::string& name) { World::Put(*api, "NetworkInterfaceName", name); }
+  void UseRemote() { World::Put(*api, "Remote", true); }
+  bool Remote() const { return std::get<bool>(World::Get(*api, "Remote")); }
+  std::string Network() const { return std::get<std::string>(World::Get(*api, "networkName")); }
+  bool Asked(const char* operation) const { return !world.Operations(operation).empty(); }
 
-void ExpectRefused(World& world, platform::LateBound& api, const std::string& network) {
-  try {
-    World::Put(api, "networkName", network);
-    FAIL() << network << " was opened";
-  } catch (const platform::Error& error) {
+  void ExpectRefused(const std::string& network) {
+    const platform::Error error = ErrorOf([&] { Open(network); });
     EXPECT_EQ(error.number(), 20006);
     EXPECT_EQ(error.description(), "Cannot open the network " + network);
     EXPECT_EQ(error.source(), world.identity.PlugInName);
+    EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
   }
-  EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
-}
 
-bool Contains(const std::vector<std::string>& calls, const std::string& call) {
-  return std::find(calls.begin(), calls.end(), call) != calls.end();
-}
+  World world;
+  std::shared_ptr<plugin::LNSPlugInAPI> api;
+};
 
 TEST(NetworkSession, LocalSessionInOrder) {
-  World world;
-  const auto api = world.CreateApi();
-  world.simulation->journal().Clear();
-  World::Put(*api, "networkName", std::string("Demo Tower"));
+  Director director;
+  director.world.simulation->journal().Clear();
+  director.Open("Demo Tower");
   const std::vector<std::string> expected = {
-      "RemoteFlag", "IsOpen", "SingleUserFlag=False", "Open", "Networks", "Item", "Open", "Name", "Systems",
-      "Item",       "Open",   "BeginNssIdleEvent"};
-  const auto calls = Calls(world);
-  EXPECT_EQ(calls, expected);
-  EXPECT_EQ(std::get<std::string>(World::Get(*api, "networkName")), "Demo Tower");
-
-  World::Put(*api, "networkName", std::string("Demo Tower"));
-  EXPECT_TRUE(Calls(world).empty()) << "the same name again does nothing";
+      " RemoteFlag",        " IsOpen",         " SingleUserFlag=False", " Open",
+      " Networks",          " Item",           "Demo Tower Open",       "Demo Tower Name",
+      "Demo Tower Systems", "Demo Tower Item", "Demo Tower Open",       "Demo Tower BeginNssIdleEvent"};
+  EXPECT_EQ(director.world.Operations(), expected);
+  EXPECT_EQ(director.Network(), "Demo Tower");
+  director.Open("Demo Tower");
+  EXPECT_EQ(director.world.Operations(), expected) << "the same name again does nothing";
 }
 
 TEST(NetworkSession, RemoteFlagDecidesWhatInternetMeans) {
-  World world;
-  const auto api = world.CreateApi();
-  World::Put(*api, "Remote", true);
-  World::Put(*api, "NetworkInterfaceName", std::string("Internet"));
-  world.simulation->journal().Clear();
-  World::Put(*api, "networkName", std::string("Demo Annex"));
-  auto calls = Calls(world);
-  EXPECT_TRUE(Contains(calls, "Flags=16")) << testing::PrintToString(calls);
-  EXPECT_TRUE(Contains(calls, "DsPause=True"));
-  EXPECT_TRUE(Contains(calls, "DiscoveryInterval=0"));
-  EXPECT_TRUE(Contains(calls, "DsPause=False"));
-  EXPECT_FALSE(Contains(calls, "RemoteNetworkInterfaces"));
+  Director director;
+  director.UseRemote();
+  director.UseInterface("Internet");
+  director.Open("Demo Annex");
+  for (const char* operation : {"Flags=16", "DsPause=True", "DiscoveryInterval=0", "DsPause=False"})
+    EXPECT_TRUE(director.Asked(operation)) << operation;
+  EXPECT_FALSE(director.Asked("RemoteNetworkInterfaces"));
 
   // The write that itself switches the server to remote leaves the flags alone and looks even "Internet" up
   // by name.
-  World other;
-  const auto late = other.CreateApi();
-  World::Put(*late, "NetworkInterfaceName", std::string("Internet"));
-  other.simulation->journal().Clear();
-  ExpectRefused(other, *late, "Demo Annex");
-  calls = Calls(other);
-  EXPECT_TRUE(Contains(calls, "RemoteFlag=True"));
-  EXPECT_TRUE(Contains(calls, "RemoteNetworkInterfaces"));
-  EXPECT_FALSE(Contains(calls, "Flags"));
+  Director late;
+  late.UseInterface("Internet");
+  late.ExpectRefused("Demo Annex");
+  EXPECT_TRUE(late.Asked("RemoteFlag=True") && late.Asked("RemoteNetworkInterfaces"));
+  EXPECT_FALSE(late.Asked("Flags"));
 }
 
 TEST(NetworkSession, FullRemoteClientAndBackToLocal) {
-  World world;
-  const auto api = world.CreateApi();
-  World::Put(*api, "Remote", true);
-  World::Put(*api, "NetworkInterfaceName", std::string("DEMO-REMOTE-1"));
-  world.simulation->journal().Clear();
-  World::Put(*api, "networkName", std::string("Demo Tower"));
-  auto calls = Calls(world);
-  EXPECT_TRUE(Contains(calls, "Flags=32")) << testing::PrintToString(calls);
-  EXPECT_TRUE(Contains(calls, "RemoteNetworkInterfaces"));
-  EXPECT_EQ(std::get<bool>(World::Get(*api, "Remote")), true);
+  Director director;
+  director.UseRemote();
+  director.UseInterface("DEMO-REMOTE-1");
+  director.Open("Demo Tower");
+  EXPECT_TRUE(director.Asked("Flags=32") && director.Asked("RemoteNetworkInterfaces"));
+  EXPECT_TRUE(director.Remote());
 
-  World::Put(*api, "NetworkInterfaceName", std::string());
-  World::Put(*api, "networkName", std::string("Demo Annex"));
-  calls = Calls(world);
-  EXPECT_TRUE(Contains(calls, "RemoteFlag=False"));
-  EXPECT_EQ(std::get<bool>(World::Get(*api, "Remote")), false);
-  EXPECT_EQ(std::get<std::string>(World::Get(*api, "networkName")), "Demo Annex");
+  director.UseInterface("");
+  director.Open("Demo Annex");
+  EXPECT_TRUE(director.Asked("RemoteFlag=False"));
+  EXPECT_FALSE(director.Remote());
+  EXPECT_EQ(director.Network(), "Demo Annex");
 }
 
 TEST(NetworkSession, AnotherNetworkClosesTheFormerOnlyWhenItIsFound) {
-  World world;
-  const auto api = world.CreateApi();
-  World::Put(*api, "networkName", std::string("Demo Tower"));
-  ExpectRefused(world, *api, "Nowhere");
-  EXPECT_EQ(std::get<std::string>(World::Get(*api, "networkName")), "Demo Tower");
-  EXPECT_TRUE(world.session.NetworkOpen);
-  EXPECT_TRUE(world.session.CurrentSystem.IsOpen());
-  const lns::Network former = world.session.CurrentNetwork;
-  World::Put(*api, "networkName", std::string("Demo Annex"));
+  Director director;
+  director.Open("Demo Tower");
+  director.ExpectRefused("Nowhere");
+  EXPECT_EQ(director.Network(), "Demo Tower");
+  EXPECT_TRUE(director.world.session.NetworkOpen);
+  EXPECT_TRUE(director.world.session.CurrentSystem.IsOpen());
+  const lns::Network former = director.world.session.CurrentNetwork;
+  director.Open("Demo Annex");
   EXPECT_FALSE(former.IsOpen());
-  ExpectRefused(world, *api, "demo annex");
+  director.ExpectRefused("demo annex");
 }
 
 TEST(NetworkSession, AFailureLeavesAStateThatTheNextTryRepairs) {
-  World missing;
-  missing.object_server_missing = true;
-  const auto hopeful = missing.CreateApi();
-  ExpectRefused(missing, *hopeful, "Demo Tower");
-  missing.object_server_missing = false;
-  World::Put(*hopeful, "networkName", std::string("Demo Tower"));
+  Director hopeful(true);
+  hopeful.ExpectRefused("Demo Tower");
+  hopeful.world.object_server_missing = false;
+  hopeful.Open("Demo Tower");
   for (const char* operation : {"Open", "Systems", "Name", "BeginNssIdleEvent"}) {
-    World world;
-    const auto api = world.CreateApi();
-    world.simulation->faults().Add({"", "", operation, 1, 17008});
-    ExpectRefused(world, *api, "Demo Tower");
-    World::Put(*api, "networkName", std::string("Demo Tower"));
-    EXPECT_TRUE(world.session.CurrentSystem.IsOpen()) << operation;
+    Director director;
+    director.world.simulation->faults().Add({"", "", operation, 1, 17008});
+    director.ExpectRefused("Demo Tower");
+    director.Open("Demo Tower");
+    EXPECT_TRUE(director.world.session.CurrentSystem.IsOpen()) << operation;
   }
 }
 

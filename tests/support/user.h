@@ -79,3 +79,28 @@ class User {
   ui::FocusTracker focus_;
   std::map<ui::Control*, std::unique_ptr<Peer>> peers_;
 };
+
+/// A user in front of a device that a director has sent.
+struct Opened : World, User {
+  explicit Opened(const std::string& path = kFirstThermostat, const char* units = "0")
+      : User(static_cast<World&>(*this)) {
+    registry.SetMachineSetting(identity.PlugInKey(), "DisplayUnits", units);
+    api = Configure(path);
+    simulation->journal().Clear();
+  }
+  void Apply() { Press(main.cmdApply); }
+
+  /// "nciSetPts Value=<text>" for every try to write a value, in order.
+  std::vector<std::string> Writes() const { return Operations(" Value="); }
+  /// The bytes of a variable of the device.
+  std::string Raw(const char* variable) {
+    const auto found = main.CurrentDevice().Interface().NetworkVariables().Item(variable);
+    const std::string format = found.FormatType();
+    found.SetFormatType("RAW_HEX_PACKED");
+    const std::string raw = found.Value();
+    found.SetFormatType(format);
+    return raw;
+  }
+
+  std::shared_ptr<plugin::LNSPlugInAPI> api;
+};

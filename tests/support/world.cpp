@@ -48,3 +48,15 @@ std::vector<std::string> World::MessageTexts() const {
   for (const auto& shown : desktop.messages) texts.push_back(shown.message.text);
   return texts;
 }
+
+std::vector<std::string> World::Operations(std::string_view text) const {
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < simulation->journal().Count(); ++i) {
+    const auto& [operation, result, error] = simulation->journal().At(i);
+    std::string line = operation.place.item + " " + operation.member;
+    if (operation.kind == simulator::OperationKind::Put) line += "=" + operation.value;
+    if (error != 0) line += " !";
+    if (line.find(text) != std::string::npos) lines.push_back(line);
+  }
+  return lines;
+}

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "headless/plug_in.h"
+#include "support/error_of.h"
 
 /// The plug-in on a simulated network, by default the demo network that ships, with the device's resource
 /// files in place and Celsius chosen.
@@ -25,6 +28,14 @@ class World : public headless::PlugIn {
   std::string StatusPanel(std::size_t number) const { return main.StatusBar.Panels()[number - 1]; }
   std::string Shown(model::ControlRef control) const { return main.screen.Find(control)->Text(); }
   std::vector<std::string> MessageTexts() const;
+  /// The one message that was shown; none or several fail the test.
+  const ui::Message& Message() const {
+    EXPECT_EQ(desktop.messages.size(), 1u);
+    return desktop.messages.at(0).message;
+  }
+  /// What was asked of the object server, as far as its line contains the text: "nciSetPts Value", "T Open",
+  /// or "nciSetPts Value=1,2" for a put; a failure ends with " !".
+  std::vector<std::string> Operations(std::string_view text = "") const;
 };
 
 inline constexpr const char* kFirstThermostat = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
