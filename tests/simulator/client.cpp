@@ -4,6 +4,7 @@
 #include <fstream>
 #include <regex>
 
+#include "support/error_of.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -77,13 +78,8 @@ Value Do(const LateBoundPtr& object, const std::string& line) {
 }
 
 int CodeOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const platform::Error& error) {
-    const int code = error.number() - platform::kObjectServerErrorBase;
-    return code > 0 && code <= 0xFFFF ? code : error.number();
-  }
-  return 0;
+  const std::int32_t number = ErrorOf(action).number(), code = number - platform::kObjectServerErrorBase;
+  return code > 0 && code <= 0xFFFF ? code : number;
 }
 
 void Play(const LateBoundPtr& object, const std::vector<std::string>& lines) {

@@ -139,27 +139,4 @@ TEST(Demo, NetworksOpenInDifferentWays) {
   }
 }
 
-TEST(Demo, ShowsAThermostatInEveryState) {
-  World world(Contents(DEMO_FOLDER "network.json"));
-  const LateBoundPtr root = world.simulation->CreateObjectServer();
-  // With its state, attachment status, whether it was commissioned, its test, and the code of its readings.
-  const std::tuple<std::string, std::string, const char*, int> cases[] = {
-      {"Tower", "101", "4 0 True 0 ", 0},     {"Tower", "102", "4 0 True 0 ", 0},
-      {"Tower", "110", "4 1 True 1 ", 18200}, {"Tower", "111", "2 0 False 0 ", 0},
-      {"Tower", "201", "12 0 True 0 ", 0},    {"Tower", "202", "2 0 True 0 ", 0},
-      {"Tower", "203", "4 0 True 1 ", 18200}, {"Annex", "A1", "4 0 True 0 ", 0},
-      {"Annex", "A3", "6 0 True 0 ", 0},
-  };
-  for (const auto& [place, name, expected, code] : cases) {
-    const std::string network = "Networks(Demo " + place + ")", system = network + ".Systems(1)";
-    Play(root, {"Open", network + ".Open", system + ".Open"});
-    const LateBoundPtr device = Reach(root, system + ".Subsystems(ALL).AppDevices(Thermostat " + name + ")");
-    std::string found;
-    for (const char* member : {"State", "AttachmentStatus", "HasBeenCommissioned", "Test"})
-      found += Text(device, member) + " ";
-    EXPECT_EQ(found, expected) << name;
-    EXPECT_EQ(CodeOf(device, "Interface.NetworkVariables(nciSetPts).Value"), code) << name;
-  }
-}
-
 }  // namespace

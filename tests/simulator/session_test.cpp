@@ -94,13 +94,4 @@ TEST(Session, ObjectsOfAClosedSystemFail) {
   }
 }
 
-TEST(Session, RootMembersHaveThePlatformsNumbers) {
-  const auto root = World().simulation->CreateObjectServer();
-  const std::pair<const char*, std::int32_t> numbers[] = {
-      {"Networks", 1}, {"SingleUserFlag", 5}, {"RemoteNetworkInterfaces", 6},
-      {"IsOpen", 8},   {"RemoteFlag", 9},     {"ActiveRemoteNI", 10},
-      {"Flags", 11},   {"Close", 12},         {"Open", 13}};
-  for (const auto& [name, number] : numbers) EXPECT_EQ(root->MemberNumber(name), number) << name;
-}
-
 }  // namespace
