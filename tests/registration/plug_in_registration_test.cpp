@@ -15,11 +15,12 @@ class PlugInRegistration : public testing::Test {
  protected:
   void SetUp() override { world.registry.DeleteMachineKey(key); }
   std::string Stored(const std::string& value) const { return world.registry.MachineSetting(key, value); }
-  /// Text, caption and icon of the one box that was shown; "" for none.
-  std::string Told() const {
+  /// Text, caption and icon of the one box that was shown since the last look; "" for none.
+  std::string Told() {
     std::string told;
     for (const auto& [message, answer] : world.desktop.messages)
       told += message.text + "|" + message.caption + (message.icon == ui::Icon::Critical ? "|!" : "|i");
+    world.desktop.messages.clear();
     return told;
   }
 
@@ -52,7 +53,6 @@ TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
   for (const auto& [version, text] : cases) {
     world.registry.SetMachineSetting(key, "", "something");
     world.registry.SetMachineSetting(key, "Version", version);
-    world.desktop.messages.clear();
     registration::RegisterPlugIn(world.surroundings, true, ComClass::Registered);
     EXPECT_EQ(Told(), text + name + "|i") << version;
     EXPECT_EQ(Stored("Version"), text == newer ? version : "1.2.3");
@@ -66,10 +66,8 @@ TEST_F(PlugInRegistration, AClassThatIsRefusedStopsOnlyTheInteractiveRun) {
   registration::RegisterPlugIn(world.surroundings, true, ComClass::ByChild);
   EXPECT_EQ(Told(), failed + kTitle + "|!");
   EXPECT_EQ(Stored("Name"), "");
-  world.desktop.messages.clear();
   registration::RegisterPlugIn(world.surroundings, true, ComClass::Refused);
   EXPECT_EQ(Told(), failed + kTitle + "|!");
-  world.desktop.messages.clear();
   registration::RegisterPlugIn(world.surroundings, false, ComClass::ByChild);
   EXPECT_EQ(Told(), "");
   EXPECT_EQ(Stored("Name"), name);
@@ -80,23 +78,21 @@ TEST_F(PlugInRegistration, RemovalTellsWhatItFound) {
   world.registry.SetMachineSetting(key + "\\Templates\\Deep", "a", "b");
   world.shell.refuses = true;
   registration::UnregisterPlugIn(world.surroundings, true);
-  EXPECT_EQ(Told().rfind("Plug-in QM5RFcPirConfigure.LNSPlugInAPI deregistration as COM server failed\r"
-                         "Verify that there are not instances running\r",
-                         0),
-            0u);
-  EXPECT_NE(Told().find(std::string("|") + kTitle + "|!"), std::string::npos);
+  const std::string told = Told();
+  EXPECT_TRUE(
+      told.starts_with("Plug-in QM5RFcPirConfigure.LNSPlugInAPI deregistration as COM server failed\r"
+                       "Verify that there are not instances running\r"));
+  EXPECT_TRUE(told.ends_with(std::string("|") + kTitle + "|!"));
   EXPECT_EQ(Stored(""), "x");
   world.shell.refuses = false;
   for (const std::string& text : {"Plug-in " + name + " deregistered",
                                   "Plug-in " + name + " does not exisit in the Windows registery"}) {
-    world.desktop.messages.clear();
     registration::UnregisterPlugIn(world.surroundings, true);
     EXPECT_EQ(Told(), text + "|" + name + "|i");
     EXPECT_EQ(Stored(""), "");
   }
   EXPECT_EQ(world.shell.launches.back().program, "QM5RFcPirConfigure.exe");
   EXPECT_EQ(world.shell.launches.back().arguments, "/unregserver");
-  world.desktop.messages.clear();
   registration::UnregisterPlugIn(world.surroundings, false);
   EXPECT_EQ(Told(), "");
 }
@@ -142,18 +138,15 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
 }
 
 TEST(Names, OfTypesAndCommands) {
-  using registration::CommandName;
-  using registration::ObjectTypeName;
-  EXPECT_EQ(ObjectTypeName(0) + "," + ObjectTypeName(7) + "," + ObjectTypeName(28) + "," + ObjectTypeName(52),
-            "Object Server,Application Device,LonMark Object,Recovery Status");
-  EXPECT_EQ(ObjectTypeName(36) + "," + ObjectTypeName(48) + "," + ObjectTypeName(50),
-            "Device Template,Detail Info,Extension");
-  for (const auto code : std::initializer_list<std::int16_t>{49, 53, -1})
-    EXPECT_EQ(ObjectTypeName(code), "Custom ID = " + std::to_string(code));
-  EXPECT_EQ(CommandName(13) + "," + CommandName(50) + "," + CommandName(70),
-            "Configure,Register,Security Level");
-  for (const int code : {0, 24, -1, 51})
-    EXPECT_EQ(CommandName(code), "Custom command " + std::to_string(code));
+  const std::pair<std::int16_t, const char*> types[] = {
+      {0, "Object Server"},   {7, "Application Device"}, {28, "LonMark Object"},  {36, "Device Template"},
+      {48, "Detail Info"},    {50, "Extension"},         {52, "Recovery Status"}, {49, "Custom ID = 49"},
+      {53, "Custom ID = 53"}, {-1, "Custom ID = -1"}};
+  for (const auto& [code, name] : types) EXPECT_EQ(registration::ObjectTypeName(code), name);
+  const std::pair<int, const char*> commands[] = {
+      {13, "Configure"},         {50, "Register"},          {70, "Security Level"},   {0, "Custom command 0"},
+      {24, "Custom command 24"}, {-1, "Custom command -1"}, {51, "Custom command 51"}};
+  for (const auto& [code, name] : commands) EXPECT_EQ(registration::CommandName(code), name);
 }
 
 TEST(ForceInRange, GivesOneOutsideTheBounds) {
