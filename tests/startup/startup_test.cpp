@@ -1,20 +1,15 @@
 #include <gtest/gtest.h>
 
+#include "headless/machine.h"
 #include "startup/command_line.h"
 #include "startup/identity.h"
-#include "headless/machine.h"
 
 namespace {
 
 using Role = startup::CommandLine::Role;
 
 TEST(CommandLine, IsComparedAsAWhole) {
-  struct Case {
-    const char* text;
-    Role role;
-    int mode;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, Role, int> cases[] = {
       {"/regplugin", Role::RegisterPlugIn, -1},
       {"  /REGPLUGIN  ", Role::RegisterPlugIn, -1},
       {"/deregplugin", Role::DeregisterPlugIn, 0},
@@ -28,10 +23,10 @@ TEST(CommandLine, IsComparedAsAWhole) {
       {"\t/regplugin", Role::RegistrationWindow, -1},
       {"-regplugin", Role::RegistrationWindow, -1},
   };
-  for (const Case& c : cases) {
-    const startup::CommandLine line = startup::ParseCommandLine(c.text);
-    EXPECT_EQ(line.role, c.role) << c.text;
-    EXPECT_EQ(line.deregistration_mode, c.mode) << c.text;
+  for (const auto& [text, role, mode] : cases) {
+    const startup::CommandLine line = startup::ParseCommandLine(text);
+    EXPECT_EQ(line.role, role) << text;
+    EXPECT_EQ(line.deregistration_mode, mode) << text;
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace {
 
@@ -13,12 +14,7 @@ class Numbers : public testing::Test {
 };
 
 TEST_F(Numbers, NumericTextAndLeadingNumber) {
-  struct Case {
-    const char* text;
-    bool numeric;
-    double leading;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, bool, double> cases[] = {
       {"21", true, 21},    {" 21.5 ", true, 21.5}, {"-0.3", true, -0.3}, {"+4", true, 4},
       {".5", true, 0.5},   {"5.", true, 5},        {"", false, 0},       {"-", false, 0},
       {".", false, 0},     {"-.", false, 0},       {"1:30", false, 1},   {"5-", false, 5},
@@ -27,9 +23,9 @@ TEST_F(Numbers, NumericTextAndLeadingNumber) {
       {"\t5", false, 0},   {"inf", false, 0},      {"nan", false, 0},    {"21\t", false, 21},
       {"   ", false, 0},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(text::IsNumeric(c.text), c.numeric) << '"' << c.text << '"';
-    EXPECT_DOUBLE_EQ(text::LeadingNumber(c.text), c.leading) << '"' << c.text << '"';
+  for (const auto& [text, numeric, leading] : cases) {
+    EXPECT_EQ(text::IsNumeric(text), numeric) << '"' << text << '"';
+    EXPECT_DOUBLE_EQ(text::LeadingNumber(text), leading) << '"' << text << '"';
   }
 }
 

@@ -14,10 +14,7 @@ TEST(Strings, SplitAndJoinAreInverse) {
 }
 
 TEST(Strings, SplitAtFirst) {
-  struct Case {
-    const char *text, *delimiter, *head, *rest;
-  };
-  const Case cases[] = {
+  const char* cases[][4] = {
       {"1.0.9", ".", "1", "0.9"},
       {"no delimiter", ".", "no delimiter", ""},
       {"Room [A] [B]", "[", "Room ", "A] [B]"},
@@ -27,10 +24,10 @@ TEST(Strings, SplitAtFirst) {
       {"", ".", "", ""},
       {"a--b", "--", "a", "-b"},
   };
-  for (const Case& c : cases) {
-    const auto split = text::SplitAtFirst(c.text, c.delimiter);
-    EXPECT_EQ(split.head, c.head) << c.text;
-    EXPECT_EQ(split.rest, c.rest) << c.text;
+  for (const auto& [text, delimiter, head, rest] : cases) {
+    const auto split = text::SplitAtFirst(text, delimiter);
+    EXPECT_EQ(split.head, head) << text;
+    EXPECT_EQ(split.rest, rest) << text;
   }
 }
 
