@@ -14,17 +14,17 @@ expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):
 # Processes are looked up from outside, by the folder and name of the program that COM starts, in this Wine only.
 running() {
   local process
-  for process in $(pgrep -f "$(basename "$programs")[/\\\\]QM5RFcPirConfigure.exe"); do
+  for process in $(pgrep -f "$(basename "$programs")[/\\\\]$1.exe"); do
     grep -qzxF "WINEPREFIX=$prefix" "/proc/$process/environ" 2>/dev/null && return
   done
   return 1
 }
-expect_gone() {
-  for _ in $(seq 50); do
-    running >/dev/null || return
+expect_gone() {  # <program> <after what>
+  for _ in $(seq 100); do
+    running "$1" || return
     sleep 0.2
   done
-  fail "the plug-in is still running after: $1"
+  fail "$1 is still running after $2"
 }
 
 "$wine" wine cmd /c exit >/dev/null 2>&1
@@ -33,3 +33,5 @@ expect_gone() {
 settings='HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure'
 forget_settings() { "$wine" wine reg delete "$settings" /f /reg:32 >/dev/null 2>&1; }
 forget_settings
+# One that still serves the network file of another road would serve it here as well.
+expect_gone LnsSimulator "another road"

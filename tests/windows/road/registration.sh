@@ -43,7 +43,7 @@ for one, other in zip(before["networks"], after["networks"]):
         print("expected", json.dumps(one, indent=1), "found", json.dumps(other, indent=1), sep="\n")
 sys.exit(before != after)
 PYTHON
-expect_gone "registration"
+expect_gone QM5RFcPirConfigure "registration"
 "$wine" "$programs/LnsSimulator.exe" /unregserver || fail "unregserver of the simulator"
 [ $failed = 0 ] && echo "registration road: ok"
 exit $failed

@@ -13,7 +13,7 @@ cp "$work/network.json" "$work/before.json"
 "$wine" wine cscript //nologo "Z:${here//\//\\}\\director.vbs" >"$work/director.txt" 2>&1 || fail "director.vbs ended with $?"
 expect "$work/director.txt" "checks passed"
 grep FAILED "$work/director.txt" && failed=1
-expect_gone "director.vbs"
+expect_gone QM5RFcPirConfigure "director.vbs"
 
 "$wine" "$programs/director.exe" configure 'Demo Tower/Demo Tower.Floor 1/Thermostat 102' --left 20 --top 30 \
   >"$work/configure.txt" 2>&1 || { fail "configure"; cat "$work/configure.txt"; }
@@ -26,21 +26,21 @@ done
 reads=$(grep -cE 'Thermostat 102/nci[A-Za-z]+ (SourceOptions=0|DsFormatType=|Value)' "$work/journal.txt")
 [ "$reads" = 33 ] || { fail "$reads operations on variables instead of 33"; cat "$work/journal.txt"; }
 "$wine" "$programs/director.exe" close || fail "close"
-expect_gone "closing the window"
+expect_gone QM5RFcPirConfigure "closing the window"
 
 "$wine" wine reg add "$settings" /v DisplayUnits /d 0 /f /reg:32 >/dev/null
 "$wine" "$programs/editing_road_tests.exe" >"$work/editing.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/editing.txt" && ! grep -q FAILED "$work/editing.txt" ||
   { fail "editing"; cat "$work/editing.txt"; }
 forget_settings
-expect_gone "editing"
+expect_gone QM5RFcPirConfigure "editing"
 
 for refused in "Nowhere/System.Sub/Device" "Demo Tower/Demo Tower.Floor 1/Nobody" "Demo Tower"; do
   "$wine" "$programs/director.exe" configure "$refused" --hidden >"$work/refused.txt" 2>&1
   [ $? = 2 ] || fail "configure $refused did not fail"
   expect "$work/refused.txt" "(Korvell QM5R-FC PIR Configure)"
 done
-expect_gone "refused commands"
+expect_gone QM5RFcPirConfigure "refused commands"
 
 cmp -s "$work/network.json" "$work/before.json" || echo "note: the network file was saved (LonMark object modes)"
 "$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
