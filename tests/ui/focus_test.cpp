@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <sstream>
 #include <stdexcept>
 
@@ -47,16 +48,8 @@ class Window : public ui::Form {
   std::string event_, action_;
 };
 
-struct FocusCase {
-  const char* name;
-  const char* moves;
-  const char* event;
-  const char* action;
-  const char* journal;
-  const char* active;
-};
-
-const FocusCase kCases[] = {
+// Name; moves, one of their events and the action that it sets off; the journal and who has the focus then.
+const std::array<const char*, 6> kCases[] = {
     {"first focus", "a", "", "", "got a", "a"},
     {"the user moves", "a b", "", "", "got a, check a, lost a, got b", "b"},
     {"the program moves", "=a =b", "", "", "got a, check a, lost a, got b", "b"},
@@ -76,22 +69,22 @@ const FocusCase kCases[] = {
 };
 
 TEST(FocusTracker, TellsTheControlsInOrder) {
-  for (const FocusCase& each : kCases) {
-    SCOPED_TRACE(each.name);
+  for (const auto& [name, moves, event, action, journal, active] : kCases) {
+    SCOPED_TRACE(name);
     headless::Desktop desktop;
-    Window window(desktop, each.event, each.action);
-    std::istringstream moves(each.moves);
-    for (std::string move; moves >> move;) {
+    Window window(desktop, event, action);
+    std::istringstream words(moves);
+    for (std::string move; words >> move;) {
       try {
         window.Act(move);
       } catch (const std::runtime_error&) {
-        EXPECT_STREQ(each.action, "fail");
+        EXPECT_STREQ(action, "fail");
       }
     }
-    EXPECT_EQ(window.journal, each.journal);
+    EXPECT_EQ(window.journal, journal);
     ASSERT_TRUE(window.ActiveControl());
-    EXPECT_EQ(window.ActiveControl()->name(), each.active);
-    EXPECT_EQ(window.prepared, each.active);
+    EXPECT_EQ(window.ActiveControl()->name(), active);
+    EXPECT_EQ(window.prepared, active);
   }
 }
 

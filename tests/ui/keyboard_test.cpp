@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -37,8 +38,6 @@ struct Window {
   }
 };
 
-std::string Name(const Control* control) { return control ? control->name() : "none"; }
-
 TEST(Keyboard, ReadsTheAcceleratorOfACaption) {
   const std::pair<const char*, char32_t> cases[] = {
       {"&Apply", U'a'}, {"RH &Options", U'o'}, {"R && &D", U'd'}, {"None", 0}, {"End &", 0}, {"", 0}};
@@ -50,17 +49,12 @@ std::string Walk(const Window& window, Direction direction) {
   std::string way;
   const Control* at = &window.tabs;
   while ((at = ui::NextControl(window.layout, at, direction)) && at != &window.tabs)
-    way = direction == Direction::Forward ? way + Name(at) + " " : Name(at) + " " + way;
+    way = direction == Direction::Forward ? way + at->name() + " " : at->name() + " " + way;
   return way;
 }
 
 TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
-  struct Case {
-    const char* name;
-    void (*prepare)(Window&);
-    const char* order;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, void (*)(Window&), const char*> cases[] = {
       {"first page", [](Window&) {}, "first second metric apply options show "},
       {"second page", [](Window& w) { w.tabs.Select(1); }, "hours metric apply options show "},
       {"page without fields", [](Window& w) { w.tabs.Select(2); }, "metric apply options show "},
@@ -69,12 +63,12 @@ TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
       {"a disabled one", [](Window& w) { w.first.SetEnabled(false); }, "second metric apply options show "},
       {"a hidden one", [](Window& w) { w.apply.SetVisible(false); }, "first second metric options show "},
   };
-  for (const Case& each : cases) {
-    SCOPED_TRACE(each.name);
+  for (const auto& [name, prepare, order] : cases) {
+    SCOPED_TRACE(name);
     Window window;
-    each.prepare(window);
-    EXPECT_EQ(Walk(window, Direction::Forward), each.order);
-    EXPECT_EQ(Walk(window, Direction::Backward), each.order);
+    prepare(window);
+    EXPECT_EQ(Walk(window, Direction::Forward), order);
+    EXPECT_EQ(Walk(window, Direction::Backward), order);
     EXPECT_EQ(ui::NextControl(window.layout, nullptr, Direction::Forward), &window.tabs);
   }
 }
@@ -98,14 +92,8 @@ TEST(Keyboard, GoesOnFromAControlThatCannotBeUsedAnyMore) {
 
 TEST(Keyboard, FindsWhatALetterLeadsTo) {
   Window window;
-  struct Row {
-    const char* name;
-    char32_t letter;
-    std::size_t page_in_front;
-    const Control* active;
-    std::string target;  // with the page of a tab control, and "?" where others answer to the letter too
-  };
-  const Row rows[] = {
+  // The target stands with the page of a tab control, and with "?" where others answer to the letter too.
+  const std::tuple<const char*, char32_t, std::size_t, const Control*, std::string> rows[] = {
       {"a button, in either case", U'A', 0, nullptr, "apply"},
       {"a label leads to its field", U's', 0, nullptr, "first"},
       {"not from a page behind", U's', 1, nullptr, "none"},
@@ -122,13 +110,13 @@ TEST(Keyboard, FindsWhatALetterLeadsTo) {
       {"then the page again", U'o', 2, &window.options, "tabs 2?"},
       {"an option button", U'i', 0, nullptr, "imperial"},
   };
-  for (const Row& row : rows) {
-    window.tabs.Select(row.page_in_front);
-    const auto found = ui::FindAccelerator(window.layout, row.letter, row.active);
-    std::string target = found ? Name(found->control) : "none";
-    if (found && found->page) target += " " + std::to_string(*found->page);
-    if (found && !found->only_one) target += "?";
-    EXPECT_EQ(target, row.target) << row.name;
+  for (const auto& [name, letter, page_in_front, active, target] : rows) {
+    window.tabs.Select(page_in_front);
+    const auto accelerator = ui::FindAccelerator(window.layout, letter, active);
+    std::string found = accelerator ? accelerator->control->name() : "none";
+    if (accelerator && accelerator->page) found += " " + std::to_string(*accelerator->page);
+    if (accelerator && !accelerator->only_one) found += "?";
+    EXPECT_EQ(found, target) << name;
   }
 }
 

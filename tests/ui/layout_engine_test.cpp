@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
+#include <tuple>
 
 #include "model/configuration_screen.h"
 
@@ -35,12 +37,12 @@ class FakeMetrics : public ui::Metrics {
   double TwipsPerPixel() const override { return 15; }
 };
 
+const FakeMetrics kMetrics;
 using Places = std::map<const Control*, Rectangle>;
 
 Places Arrange(const Box& layout, Extent client) {
-  const FakeMetrics metrics;
   Places places;
-  for (const ui::Placement& placement : ui::LayoutEngine(layout, metrics).Arrange(client))
+  for (const ui::Placement& placement : ui::LayoutEngine(layout, kMetrics).Arrange(client))
     places[placement.control] = placement.rectangle;
   return places;
 }
@@ -58,11 +60,10 @@ bool Overlap(const Rectangle& one, const Rectangle& other) {
 /// Checks that all controls of a box lie inside what surrounds them and that siblings keep apart; returns the
 /// controls that lie next to each other in it.
 std::vector<const Control*> ExpectTidy(const Box& box, const Places& places, Rectangle around) {
-  const FakeMetrics metrics;
   if (box.control) {
     const Rectangle own = places.at(box.control);
     EXPECT_TRUE(Contains(around, own)) << box.control->name() << " " << box.control->Text();
-    const Extent needed = metrics.PreferredSize(*box.control);
+    const Extent needed = kMetrics.PreferredSize(*box.control);
     EXPECT_GE(own.width, needed.width) << box.control->name();
     EXPECT_GE(own.height, needed.height) << box.control->name();
     around = own;
@@ -84,8 +85,7 @@ std::vector<const Control*> ExpectTidy(const Box& box, const Places& places, Rec
 TEST(LayoutEngine, KeepsTheConfigurationScreenTidyAtEverySize) {
   model::ConfigurationScreen screen;
   const Box layout = screen.Layout();
-  const FakeMetrics metrics;
-  const Extent minimum = ui::LayoutEngine(layout, metrics).Minimum();
+  const Extent minimum = ui::LayoutEngine(layout, kMetrics).Minimum();
   const Extent more[] = {{0, 0}, {1, 1}, {377, 0}, {0, 254}, {3000, 2000}, {-200, -300}};
   for (const Extent each : more) {
     const Extent size{minimum.width + each.width, minimum.height + each.height};
@@ -98,12 +98,7 @@ TEST(LayoutEngine, KeepsTheConfigurationScreenTidyAtEverySize) {
 TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
   model::ConfigurationScreen screen;
   const Places places = Arrange(screen.Layout(), {1000, 700});
-  struct Pair {
-    const Control* one;
-    const Control* other;
-    bool same_left;
-  };
-  const Pair pairs[] = {
+  const std::tuple<const Control*, const Control*, bool> pairs[] = {
       {screen.txtNvi(0), screen.txtNvi(18), true},  // one frame
       {screen.txtNvi(0), screen.cbNvi(0), true},    // frames below each other
       {screen.txtNvi(3), screen.txtNvi(16), true}, {screen.txtNvi(3), screen.cbNvi(1), true},
@@ -111,10 +106,10 @@ TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
       {screen.txtNvi(14), screen.cbNvi(7), false},  // takes in the room of the label that it has not
       {screen.cbNvi(5), screen.cbNvi(7), true},    {screen.txtNvi(11), screen.txtNvi(15), true},
   };
-  for (const Pair& pair : pairs) {
-    const Rectangle one = places.at(pair.one), other = places.at(pair.other);
-    EXPECT_EQ(one.right(), other.right()) << pair.one->name() << " and " << pair.other->name();
-    EXPECT_EQ(one.left == other.left, pair.same_left) << pair.one->name() << " and " << pair.other->name();
+  for (const auto& [one, other, same_left] : pairs) {
+    SCOPED_TRACE(one->name() + " and " + other->name());
+    EXPECT_EQ(places.at(one).right(), places.at(other).right());
+    EXPECT_EQ(places.at(one).left == places.at(other).left, same_left);
   }
   // Frames side by side are equal; another page makes these columns no wider.
   EXPECT_EQ(places.at(screen.txtNvi(0)).width, places.at(screen.txtNvi(3)).width);
@@ -127,41 +122,35 @@ struct Window {
   ui::StatusBar bar{"bar", 1};
 };
 
-struct StretchCase {
-  const char* name;
-  Box (*layout)(Window&);
-  Extent client;
-  std::vector<Rectangle> expected;  // in layout order
-};
-
-const StretchCase kStretchCases[] = {
+// The places are "left,top widthxheight" in layout order.
+const std::tuple<const char*, Box (*)(Window&), Extent, const char*> kStretchCases[] = {
     {"a row shares its width",
      [](Window& w) {
        return Box::Row(
            {Box::Leaf(w.small).StretchWidth(), Box::Leaf(w.wide), Box::Leaf(w.middle).StretchWidth()});
      },
      {262, 50},
-     {{10, 19, 80, 12}, {95, 19, 60, 12}, {160, 19, 92, 12}}},
+     "10,19 80x12; 95,19 60x12; 160,19 92x12; "},
     {"a hidden control takes no room",
      [](Window& w) {
        w.middle.SetVisible(false);
        return Box::Row({Box::Leaf(w.small), Box::Leaf(w.middle).StretchWidth(), Box::Leaf(w.wide)});
      },
      {200, 50},
-     {{10, 19, 30, 12}, {40, 25, 0, 0}, {45, 19, 60, 12}}},
+     "10,19 30x12; 40,25 0x0; 45,19 60x12; "},
     {"a column gives its height to the last that stretches",
      [](Window& w) {
        return Box::Column({Box::Leaf(w.small).StretchHeight(), Box::Leaf(w.middle).StretchHeight(),
                            Box::Leaf(w.wide).StretchWidth()});
      },
      {100, 166},
-     {{10, 10, 30, 12}, {10, 27, 42, 112}, {10, 144, 80, 12}}},
+     "10,10 30x12; 10,27 42x112; 10,144 80x12; "},
     {"a grid makes the narrow column as wide as the other first",
      [](Window& w) {
        return Box::Grid(2, 0, {Box::Leaf(w.small).StretchWidth(), Box::Leaf(w.wide).StretchWidth()});
      },
      {145, 32},
-     {{10, 10, 60, 12}, {75, 10, 60, 12}}},
+     "10,10 60x12; 75,10 60x12; "},
     {"a frame beside a label, and the status bar along the edge",
      [](Window& w) {
        Box framed = Box::Framed(w.frame, Box::Column({Box::Leaf(w.small)})).StretchHeight();
@@ -169,23 +158,17 @@ const StretchCase kStretchCases[] = {
            {Box::Row({std::move(framed), Box::Leaf(w.middle)}).Stretch(), Box::Leaf(w.bar).StretchWidth()});
      },
      {200, 100},
-     {{10, 10, 46, 67}, {18, 26, 30, 12}, {65, 37, 42, 12}, {0, 82, 200, 18}}},
+     "10,10 46x67; 18,26 30x12; 65,37 42x12; 0,82 200x18; "},
 };
 
 TEST(LayoutEngine, SharesLeftOverRoom) {
-  for (const StretchCase& each : kStretchCases) {
-    SCOPED_TRACE(each.name);
+  for (const auto& [name, make_layout, client, expected] : kStretchCases) {
     Window window;
-    const Box layout = each.layout(window);
-    const FakeMetrics metrics;
-    std::vector<Rectangle> places;
-    for (const ui::Placement& placement : ui::LayoutEngine(layout, metrics).Arrange(each.client))
-      places.push_back(placement.rectangle);
-    ASSERT_EQ(places.size(), each.expected.size());
-    for (std::size_t i = 0; i < places.size(); ++i)
-      EXPECT_EQ(places[i], each.expected[i])
-          << "control " << i << ": " << places[i].left << ", " << places[i].top << ", " << places[i].width
-          << ", " << places[i].height;
+    const Box layout = make_layout(window);
+    std::ostringstream places;
+    for (const auto& [control, place] : ui::LayoutEngine(layout, kMetrics).Arrange(client))
+      places << place.left << "," << place.top << " " << place.width << "x" << place.height << "; ";
+    EXPECT_EQ(places.str(), expected) << name;
   }
 }
 
