@@ -13,8 +13,6 @@
 
 namespace {
 
-using Icon = ui::ListView::Icon;
-
 struct Log : testing::Test {
   headless::Desktop desktop;
   headless::BuiltInProgram program{{1, 2, 3}};
@@ -31,11 +29,11 @@ TEST_F(Log, ErrorsAreSplitAtLineBreaks) {
   for (const auto& [message, action, result] : cases) {
     log.LogError(message);
     const ui::ListView::Row& row = log.lstActivity.Rows().back();
-    EXPECT_EQ(row.icon, Icon::Red);
+    EXPECT_EQ(row.icon, ui::ListView::Icon::Red);
     EXPECT_EQ(row.cells, (std::vector<std::string>{"12:34:56", action, result})) << message;
   }
   log.LogCommand("Reading nciSetPts", "23,25");
-  EXPECT_EQ(log.lstActivity.Rows().back().icon, Icon::Green);
+  EXPECT_EQ(log.lstActivity.Rows().back().icon, ui::ListView::Icon::Green);
   EXPECT_EQ(log.lstActivity.Rows().size(), std::size(cases) + 1);
 }
 

@@ -73,7 +73,7 @@ TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
   }
 }
 
-TEST(Keyboard, LeavesAGroupOfOptionsFromWhicheverHasTheFocus) {
+TEST(Keyboard, GoesOnFromWhicheverControlHasTheFocus) {
   Window window;
   EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Backward), &window.metric);
   window.imperial.SetSelected(true);
@@ -81,13 +81,9 @@ TEST(Keyboard, LeavesAGroupOfOptionsFromWhicheverHasTheFocus) {
   EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Forward), &window.apply);
   EXPECT_EQ(ui::NextOption(window.layout, window.imperial, Direction::Forward), &window.metric);
   EXPECT_EQ(ui::NextOption(window.layout, window.metric, Direction::Backward), &window.imperial);
-}
-
-TEST(Keyboard, GoesOnFromAControlThatCannotBeUsedAnyMore) {
-  Window window;
   window.apply.SetEnabled(false);
   EXPECT_EQ(ui::NextControl(window.layout, &window.apply, Direction::Forward), &window.options);
-  EXPECT_EQ(ui::NextControl(window.layout, &window.apply, Direction::Backward), &window.metric);
+  EXPECT_EQ(ui::NextControl(window.layout, &window.apply, Direction::Backward), &window.imperial);
 }
 
 TEST(Keyboard, FindsWhatALetterLeadsTo) {

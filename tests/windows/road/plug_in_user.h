@@ -7,19 +7,18 @@
 #include <algorithm>
 #include <chrono>
 #include <functional>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "../mouse_input.h"
+#include "../real_input.h"
 #include "automation/convert.h"
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/program/remote_window.h"
 #include "director/simulator_knobs.h"
-#include "plugin/object_path.h"
-#include "session/supported_commands.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/wide_text.h"
 
@@ -38,11 +37,7 @@ class PlugInUser : public testing::Test {
   void SetUp() override {
     Knobs().ClearFaults();
     plug_in_ = windows::com::CreateObject("QM5RFcPirConfigure.LNSPlugInAPI");
-    director::ConfigureRequest request;
-    request.path = kDevice;
-    request.left = 20;
-    request.top = 20;
-    director::Configure(*plug_in_, request);
+    director::Configure(*plug_in_, {.path = kDevice, .left = 20, .top = 20});
     window_ = FindWindowW(nullptr, kCaption);
     ASSERT_TRUE(window_);
     BringToFront();
@@ -82,31 +77,20 @@ class PlugInUser : public testing::Test {
     SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, 3000, &result);
   }
 
-  /// Presses a key, with another one held down before it.
-  void Key(WORD first, WORD second = 0) {
-    std::vector<INPUT> inputs;
-    const auto add = [&](WORD key, DWORD flags) {
-      INPUT input{};
-      input.type = INPUT_KEYBOARD;
-      input.ki.wVk = key;
-      input.ki.dwFlags = flags;
-      inputs.push_back(input);
-    };
-    add(first, 0);
-    if (second) add(second, 0);
-    if (second) add(second, KEYEVENTF_KEYUP);
-    add(first, KEYEVENTF_KEYUP);
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  template <class... Keys>
+  void Key(Keys... keys) {
+    PressKeys({static_cast<WORD>(keys)...});
     Settle();
   }
   void Type(const std::string& text) {
     for (const char c : text) {
       const SHORT code = VkKeyScanA(c);
-      if (HIBYTE(code) & 1)
-        Key(VK_SHIFT, LOBYTE(code));
-      else
-        Key(LOBYTE(code));
+      HIBYTE(code) & 1 ? Key(VK_SHIFT, LOBYTE(code)) : Key(LOBYTE(code));
     }
+  }
+
+  static bool Is(HWND window, const wchar_t* window_class) {
+    return lstrcmpiW(director::ClassOf(window).c_str(), window_class) == 0;
   }
 
   /// The fields of the page in front, in the order in which Tab walks them: text fields and lists.
@@ -115,11 +99,8 @@ class PlugInUser : public testing::Test {
     for (HWND tab : director::ChildrenOf(window_))
       for (HWND page : director::ChildrenOf(tab))
         if (IsWindowVisible(page))
-          for (HWND child : director::ChildrenOf(page)) {
-            const std::wstring name = director::ClassOf(child);
-            if (lstrcmpiW(name.c_str(), L"Edit") == 0 || lstrcmpiW(name.c_str(), L"ComboBox") == 0)
-              fields.push_back(child);
-          }
+          for (HWND child : director::ChildrenOf(page))
+            if (Is(child, L"Edit") || Is(child, L"ComboBox")) fields.push_back(child);
     return fields;
   }
   std::string Text(std::size_t field) const { return director::TextOf(Fields().at(field)); }
@@ -130,8 +111,7 @@ class PlugInUser : public testing::Test {
     EXPECT_EQ(Text(field), text);
   }
   HWND Focused() const {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
+    GUITHREADINFO info{.cbSize = sizeof info};
     GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
     return info.hwndFocus;
   }
@@ -179,19 +159,16 @@ class PlugInUser : public testing::Test {
         Eventually([&] { return (box = FindWindowW(L"#32770", caption)) && IsWindowVisible(box); });
     return shown ? box : nullptr;
   }
-  static std::string BoxText(HWND box) {
-    std::string text;
+  /// "The question <Yes><No>".
+  static std::string Reads(HWND box) {
+    std::string text, buttons;
     for (HWND child : director::ChildrenOf(box))
-      if (lstrcmpiW(director::ClassOf(child).c_str(), L"Static") == 0) text += director::TextOf(child);
-    return text;
-  }
-  static std::string BoxButtons(HWND box) {
-    std::string buttons;
-    for (HWND child : director::ChildrenOf(box))
-      if (lstrcmpiW(director::ClassOf(child).c_str(), L"Button") == 0)
+      if (Is(child, L"Button"))
         buttons += "<" + director::TextOf(child) + ">";
+      else
+        text += director::TextOf(child);
     std::erase(buttons, '&');
-    return buttons;
+    return text + " " + buttons;
   }
   void Press(HWND box, WORD button) {
     PostMessageW(box, WM_COMMAND, button, 0);
@@ -199,37 +176,30 @@ class PlugInUser : public testing::Test {
     Settle();
   }
 
-  void ExpectBox(const wchar_t* caption, const std::string& text, const std::string& buttons, WORD answer) {
+  void ExpectBox(const wchar_t* caption, const std::string& text, WORD answer) {
     const HWND box = Box(caption);
     ASSERT_TRUE(box) << text;
-    EXPECT_EQ(BoxText(box), text);
-    EXPECT_EQ(BoxButtons(box), buttons);
+    EXPECT_EQ(Reads(box), text);
     Press(box, answer);
   }
 
   std::string Raw(const std::string& variable) const {
-    const director::OpenedNetwork opened(
-        lns::ObjectServer(windows::com::CreateObject("LnsSimulator.LcaObjectServer")), "Demo Tower");
-    const lns::AppDevice device(plugin::ResolveObject(session::kAppDeviceType,
-                                                      plugin::SplitObjectPath(kDevice), opened.network(),
-                                                      opened.system())
-                                    .reference());
-    const auto found = device.Interface().NetworkVariables().Item(variable);
+    const lns::ObjectServer server(windows::com::CreateObject("LnsSimulator.LcaObjectServer"));
+    const director::OpenedNetwork opened(server, "Demo Tower");
+    const auto found = director::DeviceAt(opened, kDevice).Interface().NetworkVariables().Item(variable);
     found.SetFormatType("RAW_HEX_PACKED");
     return found.Value();
   }
 
-  /// "nciSetPts" for every value written, in order.
+  /// "nciSetPts " for every value written, in order.
   std::string Written() const {
     std::ostringstream journal;
     Knobs().PrintJournal(journal);
-    std::istringstream lines(journal.str());
+    const std::string lines = journal.str();
+    const std::regex value("([^/\\n]+) Value=");
     std::string written;
-    for (std::string line; std::getline(lines, line);) {
-      const std::size_t value = line.find(" Value=");
-      if (value != std::string::npos)
-        written += line.substr(0, value).substr(line.rfind('/', value) + 1) + " ";
-    }
+    for (std::sregex_iterator found(lines.begin(), lines.end(), value), end; found != end; ++found)
+      written += found->str(1) + " ";
     return written;
   }
 

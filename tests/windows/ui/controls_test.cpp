@@ -19,9 +19,7 @@ class Controls : public WindowsUiTest {
     return text;
   }
   int Image(int row) const {
-    LVITEMW item{};
-    item.mask = LVIF_IMAGE;
-    item.iItem = row;
+    LVITEMW item{.mask = LVIF_IMAGE, .iItem = row};
     ListView_GetItem(List(), &item);
     return item.iImage;
   }
@@ -64,7 +62,6 @@ TEST_F(Controls, ListShowsWhatIsAppended) {
 TEST_F(Controls, ChoiceListKeepsATextThatIsNoItem) {
   ui::ChoiceList& list = *form.screen.cbNvi(11);
   const HWND combo = Combo(L"TWO_PIPE");
-  ASSERT_TRUE(combo);
   const std::pair<const char*, LRESULT> texts[] = {{"FOUR_PIPE", 2}, {"6", 3}, {"7 \u00BA", 3},
                                                    {"TWO_PIPE", 2},  {"", 2},  {"SIX_PIPE", 3}};
   for (const auto& [text, items] : texts) {
@@ -127,7 +124,6 @@ TEST_F(Controls, TextFieldPutsEveryEntryThroughItsFilter) {
   const auto copy = [&](const char* text) {
     form.screen.txtNvi(1)->SetText(text);
     const HWND source = Child(WindowOf(form), windows::ToWide(text));
-    ASSERT_EQ(ClassOf(source), L"Edit");
     Tell(source, EM_SETSEL, 0, -1);
     Tell(source, WM_COPY);
   };

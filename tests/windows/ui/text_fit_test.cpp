@@ -19,10 +19,6 @@ SIZE TextSize(HWND window, const std::wstring& text, UINT format, LONG width = 0
   return {box.right, box.bottom};
 }
 
-LONG TextWidth(HWND window, const std::wstring& text, UINT format = 0) {
-  return TextSize(window, text, DT_SINGLELINE | format).cx;
-}
-
 RECT ClientOnScreen(HWND window) {
   RECT client;
   GetClientRect(window, &client);
@@ -57,17 +53,13 @@ std::vector<Text> TextsOf(HWND window, int dpi) {
   std::vector<Text> texts;
   wchar_t text[64];
   if (kind == L"ComboBox") {
-    COMBOBOXINFO info{};
-    info.cbSize = sizeof info;
+    COMBOBOXINFO info{.cbSize = sizeof info};
     EXPECT_TRUE(GetComboBoxInfo(window, &info));
     for (WPARAM item = 0; SendMessageW(window, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text)) != CB_ERR;
          ++item)
       texts.push_back({text, info.rcItem.right - info.rcItem.left - 3});
   } else if (kind == L"SysTabControl32") {
-    TCITEMW caption{};
-    caption.mask = TCIF_TEXT;
-    caption.pszText = text;
-    caption.cchTextMax = 64;
+    TCITEMW caption{.mask = TCIF_TEXT, .pszText = text, .cchTextMax = 64};
     for (WPARAM item = 0; SendMessageW(window, TCM_GETITEMW, item, reinterpret_cast<LPARAM>(&caption));
          ++item) {
       RECT place;
@@ -88,7 +80,8 @@ void ExpectNothingIsCut(HWND window, int dpi) {
     EXPECT_TRUE(place.left >= room.left && place.right <= room.right);
     EXPECT_TRUE(place.top >= room.top && place.bottom <= room.bottom);
     for (const Text& text : TextsOf(child, dpi)) {
-      EXPECT_LE(TextWidth(child, text.text, text.format), text.room) << windows::ToUtf8(text.text);
+      const SIZE size = TextSize(child, text.text, DT_SINGLELINE | text.format);
+      EXPECT_LE(size.cx, text.room) << windows::ToUtf8(text.text);
       ++measured;
     }
   }
@@ -105,7 +98,8 @@ TEST(TextFit, TheConfigurationScreenShowsItsTextsInFullAndInTheirSize) {
     for (const auto& label : form.screen.txtTempUnits()) label->SetText("\u00BAC");
     const HWND window = FindWindowW(L"FormSurface", L"Screen under test");
     ExpectNothingIsCut(window, dpi);
-    const LONG width = TextWidth(WindowsUiTest::Child(window, L"&Apply"), L"Heating cooling minimum");
+    const HWND button = WindowsUiTest::Child(window, L"&Apply");
+    const LONG width = TextSize(button, L"Heating cooling minimum", DT_SINGLELINE).cx;
     if (usual == 0) usual = width;
     EXPECT_NEAR(static_cast<double>(width) / static_cast<double>(usual), dpi / 96.0, 0.15);
   }

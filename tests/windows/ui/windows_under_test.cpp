@@ -1,17 +1,7 @@
 #include "windows_under_test.h"
 
 #include <algorithm>
-
-#include "../mouse_input.h"
-
-namespace {
-
-BOOL CALLBACK AddWindow(HWND window, LPARAM all) {
-  reinterpret_cast<std::vector<HWND>*>(all)->push_back(window);
-  return TRUE;
-}
-
-}  // namespace
+#include <iterator>
 
 ScreenForm::ScreenForm(ui::Desktop& screen_desktop)
     : Form(screen_desktop, "fScreen", ui::BorderStyle::Sizable) {
@@ -46,8 +36,10 @@ HWND WindowsUiTest::WindowOf(const ui::Form& form) const {
 
 std::vector<HWND> WindowsUiTest::Children(HWND parent, const std::wstring& window_class) {
   std::vector<HWND> all;
-  EnumChildWindows(parent, AddWindow, reinterpret_cast<LPARAM>(&all));
-  if (!window_class.empty()) std::erase_if(all, [&](HWND window) { return ClassOf(window) != window_class; });
+  for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (window_class.empty() || ClassOf(child) == window_class) all.push_back(child);
+    std::ranges::copy(Children(child, window_class), std::back_inserter(all));
+  }
   return all;
 }
 
@@ -62,24 +54,6 @@ bool WindowsUiTest::Activate(ui::Form& form) {
   const HWND window = WindowOf(form);
   SetForegroundWindow(window);
   return Until([&] { return GetForegroundWindow() == window && GetFocus(); });
-}
-
-void WindowsUiTest::Press(std::vector<WORD> keys) {
-  std::vector<INPUT> inputs(2 * keys.size());
-  for (std::size_t i = 0; i < keys.size(); ++i)
-    for (INPUT* input : {&inputs[i], &inputs[inputs.size() - 1 - i]}) {
-      input->type = INPUT_KEYBOARD;
-      input->ki.wVk = keys[i];
-      input->ki.wScan = static_cast<WORD>(MapVirtualKeyW(keys[i], MAPVK_VK_TO_VSC));
-      input->ki.dwFlags = input == &inputs[i] ? 0 : KEYEVENTF_KEYUP;
-    }
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-  Settle();
-}
-
-void WindowsUiTest::Click(HWND window) {
-  ClickWindow(window);
-  Settle();
 }
 
 std::wstring ClassOf(HWND window) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "../real_input.h"
 #include "model/configuration_screen.h"
 #include "ui/form.h"
 #include "windows/com/wide_text.h"
@@ -54,9 +55,14 @@ class WindowsUiTest : public testing::Test {
   HWND WindowOf(const ui::Form& form) const;
   /// Brings the window to the front for real input.
   bool Activate(ui::Form& form);
-  /// Presses keys together, the last one first let go.
-  void Press(std::vector<WORD> keys);
-  void Click(HWND window);
+  void Press(const std::vector<WORD>& keys) {
+    PressKeys(keys);
+    Settle();
+  }
+  void Click(HWND window) {
+    ClickWindow(window);
+    Settle();
+  }
 
   std::vector<std::string> failures;
   windows::WindowsDesktop desktop;

@@ -2,6 +2,22 @@
 
 #include <windows.h>
 
+#include <cstddef>
+#include <vector>
+
+/// Presses keys together, the last one first let go.
+inline void PressKeys(const std::vector<WORD>& keys) {
+  std::vector<INPUT> inputs(2 * keys.size());
+  for (std::size_t i = 0; i < keys.size(); ++i)
+    for (INPUT* input : {&inputs[i], &inputs[inputs.size() - 1 - i]}) {
+      input->type = INPUT_KEYBOARD;
+      input->ki.wVk = keys[i];
+      input->ki.wScan = static_cast<WORD>(MapVirtualKeyW(keys[i], MAPVK_VK_TO_VSC));
+      input->ki.dwFlags = input == &inputs[i] ? 0 : KEYEVENTF_KEYUP;
+    }
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
 /// Clicks the middle of a window. Moved and pressed in one go, so that the real mouse cannot come between.
 inline void ClickWindow(HWND window, bool right = false) {
   RECT place{};
