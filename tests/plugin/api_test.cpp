@@ -43,7 +43,7 @@ TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
   EXPECT_EQ(world.main.State(), ui::WindowState::Normal);
 }
 
-TEST(Api, RefusedCommands) {
+TEST(Api, RefusedCommandsAndWrites) {
   struct Case {
     std::int32_t command, type;
     const char* path;
@@ -67,6 +67,11 @@ TEST(Api, RefusedCommands) {
     EXPECT_EQ(world.main.lblDeviceTemplate.Text(), heading) << "the present device stays";
   }
   EXPECT_EQ(world.desktop.windows, 2) << "main window and log: no progress window is left open";
+  for (const char* property : {"Name", "Version", "LcaVersion", "ManufacturerID", "ManufacturerName"}) {
+    const Raised raised = ErrorOf([&] { World::Put(*api, property, "2"); });
+    EXPECT_EQ(raised.number, 20002) << property;
+    EXPECT_EQ(raised.text, "Attempt to write to read-only property");
+  }
 }
 
 TEST(Api, LastReleaseEndsAHiddenPlugInOnly) {

@@ -37,7 +37,10 @@ class PlugInUser : public testing::Test {
   void SetUp() override {
     Knobs().ClearFaults();
     plug_in_ = windows::com::CreateObject("QM5RFcPirConfigure.LNSPlugInAPI");
-    director::Configure(*plug_in_, {.path = kDevice, .left = 20, .top = 20});
+    director::ConfigureRequest request;
+    request.path = kDevice;
+    request.left = request.top = 20;
+    director::Configure(*plug_in_, request);
     window_ = FindWindowW(nullptr, kCaption);
     ASSERT_TRUE(window_);
     BringToFront();
@@ -111,7 +114,8 @@ class PlugInUser : public testing::Test {
     EXPECT_EQ(Text(field), text);
   }
   HWND Focused() const {
-    GUITHREADINFO info{.cbSize = sizeof info};
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
     GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
     return info.hwndFocus;
   }
@@ -184,8 +188,7 @@ class PlugInUser : public testing::Test {
   }
 
   std::string Raw(const std::string& variable) const {
-    const lns::ObjectServer server(windows::com::CreateObject("LnsSimulator.LcaObjectServer"));
-    const director::OpenedNetwork opened(server, "Demo Tower");
+    const director::OpenedNetwork opened(lns::ObjectServer(simulator_), "Demo Tower");
     const auto found = director::DeviceAt(opened, kDevice).Interface().NetworkVariables().Item(variable);
     found.SetFormatType("RAW_HEX_PACKED");
     return found.Value();

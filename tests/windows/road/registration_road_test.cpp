@@ -20,7 +20,8 @@ class RegistrationRoad : public PlugInUser {
 
   /// Starts a program of the build with exactly this command line behind its name.
   static HANDLE Start(const std::wstring& program, const std::wstring& arguments) {
-    STARTUPINFOW startup{.cb = sizeof startup};
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     std::wstring line = L"\"" + program + L"\"" + arguments;
     EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
@@ -46,6 +47,17 @@ class RegistrationRoad : public PlugInUser {
   }
   void ClickButton(const wchar_t* caption) {
     ClickWindow(FindWindowExW(window_, nullptr, L"Button", caption));
+  }
+
+  /// As a director's user does, who answers the box that comes up: it begins and ends so.
+  void RegisterCommands(const std::wstring& network, const std::string& text, const std::string& buttons,
+                        WORD answer, DWORD exit_code) {
+    const HANDLE director = Start(L"director.exe", L" register \"" + network + L"\"");
+    const HWND box = Box(kTitle);
+    ASSERT_TRUE(box);
+    EXPECT_TRUE(Reads(box).starts_with(text) && Reads(box).ends_with(buttons)) << Reads(box);
+    Press(box, answer);
+    EXPECT_EQ(Wait(director), exit_code);
   }
 
   std::string Stored(const char* value) const { return settings_.MachineSetting(kKey, value); }
@@ -78,8 +90,9 @@ TEST_F(RegistrationRoad, CommandLinesAreSilentAndExact) {
       {"SingleInstance", "1"},
   };
   for (const auto& [value, text] : values) EXPECT_EQ(Stored(value), text) << value;
-  const auto plug_in = windows::com::CreateObject(kProgId);
-  EXPECT_EQ(automation::ToText(plug_in->Invoke({"Version"}, platform::CallKind::Get, {})), version);
+  EXPECT_EQ(automation::ToText(
+                windows::com::CreateObject(kProgId)->Invoke({"Version"}, platform::CallKind::Get, {})),
+            version);
   EXPECT_EQ(std::count(version.begin(), version.end(), '.'), 2);
 
   settings_.SetMachineSetting(kKey, "Version", "0.0.1");
@@ -89,9 +102,6 @@ TEST_F(RegistrationRoad, CommandLinesAreSilentAndExact) {
   settings_.SetMachineSetting(kKey, "Name", "newer");
   RunSilently(L" /regplugin");
   EXPECT_EQ(Stored("Name"), "newer") << "a newer version was overwritten";
-}
-
-TEST_F(RegistrationRoad, TheMinimalRemovalTakesClassAndKey) {
   RunSilently(L" /deregplugin /deregmode:-1");
   ExpectRegistered(false);
 }
@@ -141,25 +151,14 @@ TEST_F(RegistrationRoad, CommandsComeToANetworkAndGoWithThePlugIn) {
   Knobs().AddFault({"", "Demo Quarry", "TemplateLibrary", 0, 17008});
   RunSilently(L" /regplugin");
   ExpectRegistered(true);
-  const HANDLE failing = Start(L"director.exe", L" register \"Demo Quarry\"");
-  const HWND told = Box(kTitle);
-  ASSERT_TRUE(told);
-  EXPECT_TRUE(Reads(told).ends_with(" <OK>")) << Reads(told);
-  Press(told, IDOK);
-  EXPECT_EQ(Wait(failing), 2u);
+  RegisterCommands(L"Demo Quarry", "", " <OK>", IDOK, 2);
   Knobs().ClearFaults();
   for (const std::wstring network : {L"Demo Quarry", L"Demo Islands"}) {
     RunSilently(L" /regplugin");
     ExpectRegistered(true);
-    const HANDLE director = Start(L"director.exe", L" register \"" + network + L"\"");
-    const HWND box = Box(kTitle);
-    ASSERT_TRUE(box);
     const std::string question =
         "Do you wish to make Korvell QM5R-FC PIR Device Configure the default action for Korvell QM5R-FC PIR";
-    EXPECT_EQ(Reads(box).substr(0, question.size()), question);
-    EXPECT_TRUE(Reads(box).ends_with(" <Yes><No>")) << Reads(box);
-    Press(box, IDNO);
-    EXPECT_EQ(Wait(director), 0u);
+    RegisterCommands(network, question, " <Yes><No>", IDNO, 0);
     if (network == L"Demo Quarry") {
       RunSilently(L" /deregplugin /deregmode:1");
     } else {

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-
 #include "registry/registry_contract.h"
 
 namespace {
@@ -24,11 +22,11 @@ TEST(Registry, SharesTextsWithOtherProgramsAndNoOtherType) {
   HKEY key = nullptr;
   ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kKey, 0, KEY_READ | KEY_WRITE | KEY_WOW64_32KEY, &key),
             ERROR_SUCCESS);
-  std::array<wchar_t, 9> text{};
+  wchar_t text[9]{};
   DWORD type = 0, size = sizeof text;
-  RegQueryValueExW(key, L"text", nullptr, &type, reinterpret_cast<BYTE*>(text.data()), &size);
+  RegQueryValueExW(key, L"text", nullptr, &type, reinterpret_cast<BYTE*>(text), &size);
   EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
-  EXPECT_STREQ(text.data(), L"3\u00AE0");
+  EXPECT_STREQ(text, L"3\u00AE0");
   EXPECT_EQ(size, 3 * sizeof(wchar_t)) << "the characters alone, without a terminating NUL";
   const DWORD number = 7;
   RegSetValueExW(key, L"number", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);

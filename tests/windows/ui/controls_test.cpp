@@ -19,7 +19,9 @@ class Controls : public WindowsUiTest {
     return text;
   }
   int Image(int row) const {
-    LVITEMW item{.mask = LVIF_IMAGE, .iItem = row};
+    LVITEMW item{};
+    item.mask = LVIF_IMAGE;
+    item.iItem = row;
     ListView_GetItem(List(), &item);
     return item.iImage;
   }

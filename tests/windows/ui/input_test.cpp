@@ -28,6 +28,7 @@ class Input : public WindowsUiTest {
     form.apply.on_click = [this] { journal += " apply"; };
     first.SetText("20");
     second.SetText("18");
+    other.SetCaption("The other one");
   }
   void SetUp() override { ASSERT_TRUE(Activate(form)); }
   void ClickApply() { Click(Child(WindowOf(form), L"&Apply")); }
@@ -39,7 +40,7 @@ class Input : public WindowsUiTest {
     journal += " answered";
   }
 
-  ScreenForm form{desktop};
+  ScreenForm form{desktop}, other{desktop};
   ui::TextField &first = *form.screen.txtNvi(0), &second = *form.screen.txtNvi(18);
   std::string journal;
 };
@@ -95,8 +96,6 @@ TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
 }
 
 TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
-  ScreenForm other(desktop);
-  other.SetCaption("The other one");
   ASSERT_TRUE(Activate(other));
   SetForegroundWindow(WindowOf(form));
   EXPECT_TRUE(Until([&] { return GetActiveWindow() == WindowOf(form); }));
@@ -106,8 +105,6 @@ TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
 }
 
 TEST_F(Input, WhileADialogIsUpNoWindowCanBeUsed) {
-  ScreenForm other(desktop);
-  other.SetCaption("The other one");
   other.Show();
   other_window = WindowOf(other);
   for (const bool saving : {false, true}) {

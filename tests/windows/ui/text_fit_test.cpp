@@ -53,13 +53,17 @@ std::vector<Text> TextsOf(HWND window, int dpi) {
   std::vector<Text> texts;
   wchar_t text[64];
   if (kind == L"ComboBox") {
-    COMBOBOXINFO info{.cbSize = sizeof info};
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
     EXPECT_TRUE(GetComboBoxInfo(window, &info));
     for (WPARAM item = 0; SendMessageW(window, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text)) != CB_ERR;
          ++item)
       texts.push_back({text, info.rcItem.right - info.rcItem.left - 3});
   } else if (kind == L"SysTabControl32") {
-    TCITEMW caption{.mask = TCIF_TEXT, .pszText = text, .cchTextMax = 64};
+    TCITEMW caption{};
+    caption.mask = TCIF_TEXT;
+    caption.pszText = text;
+    caption.cchTextMax = 64;
     for (WPARAM item = 0; SendMessageW(window, TCM_GETITEMW, item, reinterpret_cast<LPARAM>(&caption));
          ++item) {
       RECT place;

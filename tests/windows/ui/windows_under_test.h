@@ -37,9 +37,6 @@ class ScreenForm : public ui::Form {
 
 /// A desktop at one resolution, and what tests do with its windows.
 class WindowsUiTest : public testing::Test {
- protected:
-  explicit WindowsUiTest(int dpi = 96);
-
  public:
   /// The windows of one class below another, in their order.
   static std::vector<HWND> Children(HWND parent, const std::wstring& window_class = L"");
@@ -47,6 +44,8 @@ class WindowsUiTest : public testing::Test {
   static HWND Child(HWND parent, const std::wstring& text);
 
  protected:
+  explicit WindowsUiTest(int dpi = 96);
+
   /// Lets messages run until the condition holds. False when it does not within a few seconds.
   bool Until(const std::function<bool()>& condition);
   void Settle() { desktop.Yield(); }
