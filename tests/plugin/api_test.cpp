@@ -68,9 +68,9 @@ TEST(Api, RefusedCommandsAndWrites) {
   }
   EXPECT_EQ(world.desktop.windows, 2) << "main window and log: no progress window is left open";
   for (const char* property : {"Name", "Version", "LcaVersion", "ManufacturerID", "ManufacturerName"}) {
-    const Raised raised = ErrorOf([&] { World::Put(*api, property, "2"); });
-    EXPECT_EQ(raised.number, 20002) << property;
-    EXPECT_EQ(raised.text, "Attempt to write to read-only property");
+    const platform::Error raised = ErrorOf([&] { World::Put(*world.api, property, "2"); });
+    EXPECT_EQ(raised.number(), 20002) << property;
+    EXPECT_EQ(raised.description(), "Attempt to write to read-only property");
   }
 }
 
