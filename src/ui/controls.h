@@ -75,6 +75,8 @@ class Label : public Control {
   /// Room to keep for texts to come, in digits; a longer text is cut with an ellipsis. 0 is as wide as its
   /// text.
   int columns = 0;
+  /// Room to keep for so many lines: of more than one, long ones are broken.
+  int lines = 1;
 };
 
 class Button : public Control {

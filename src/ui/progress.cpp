@@ -17,6 +17,7 @@ fProgress::fProgress(Desktop& desktop, const platform::Program& program, std::st
       animation_(desktop, program.ExecutableName()) {
   SetCaption("Plug-in name will be set here at run time");
   Status.shows_data = true;
+  Status.lines = 2;
   SetLayout(Box::Column({Box::Leaf(picResAnim).StretchWidth(), Box::Leaf(Status).StretchWidth()}));
   animation_.ResourceId = kProgressClip;
   animation_.ResourceFileName = program.Directory() + "\\" + program.ExecutableName() + ".exe";

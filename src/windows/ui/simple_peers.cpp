@@ -28,7 +28,8 @@ std::wstring WithLineEnds(const std::string& text) {
 }  // namespace
 
 LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label) : ControlPeer(host, parent, label) {
-  const bool data = label.shows_data || label.columns > 0;
+  // A text that ends in an ellipsis has one line.
+  const bool data = (label.shows_data || label.columns > 0) && label.lines == 1;
   Create(L"STATIC", ToWide(label.Text()),
          static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) | (label.shows_data ? SS_NOPREFIX : 0)));
   SetFont(weight());
@@ -48,6 +49,7 @@ ui::Extent LabelPeer::PreferredSize() const {
   if (label().columns > 0) size.width = label().columns * look().DigitWidth();
   // What a device reports may be of any length and must not make the window grow.
   if (label().shows_data && label().columns == 0) size.width = first_width_;
+  if (label().lines > 1) size.height = label().lines * look().TextHeight();
   return size;
 }
 
