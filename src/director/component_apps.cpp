@@ -3,9 +3,9 @@
 #include <map>
 #include <ostream>
 
-#include "director/configure.h"
 #include "director/networks.h"
 #include "lns/members.h"
+#include "session/supported_commands.h"
 #include "text/strings.h"
 
 namespace director {
@@ -89,7 +89,7 @@ Registration RegistrationOf(const lns::ObjectServer& server, const std::string& 
   const auto apps = opened.system().ComponentApps();
   for (std::int32_t i = 1; i <= apps.Count(); ++i) {
     const lns::ComponentApp app = apps.Item(i);
-    if (app.CommandId() != kRegisterCommand) continue;
+    if (app.CommandId() != session::kRegisterCommand) continue;
     if (text::EqualIgnoringCase(app.RegisteredServer(), plug_in)) registration.version = app.VersionNumber();
   }
   return registration;

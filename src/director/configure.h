@@ -25,9 +25,6 @@ struct ConfigureRequest {
 /// network, place and size, the command, and at last the window shown. Throws what the plug-in raises.
 void Configure(platform::LateBound& plug_in, const ConfigureRequest& request);
 
-inline constexpr std::int32_t kRegisterCommand = 50;
-inline constexpr std::int32_t kDeregisterCommand = 51;
-
 /// Has the plug-in put its commands on a network, or take them off, as a director does for its system.
 void SendToSystem(platform::LateBound& plug_in, std::int32_t command, const std::string& network,
                   const std::string& interface_name, const std::string& system_path);

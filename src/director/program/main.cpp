@@ -16,6 +16,7 @@
 #include "director/program/screen_reader.h"
 #include "director/simulator_knobs.h"
 #include "platform/error.h"
+#include "session/supported_commands.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/local_server.h"
 #include "windows/com/wide_text.h"
@@ -102,8 +103,8 @@ int Run(const Options& options) {
       return director::PrintTemplates(lns::ObjectServer(ObjectServer()), options.network, std::cout), 0;
     case Command::Interface: return RunInterface(options);
     case Command::Configure: return RunConfigure(options);
-    case Command::Register: return RunRegistration(options, director::kRegisterCommand);
-    case Command::Deregister: return RunRegistration(options, director::kDeregisterCommand);
+    case Command::Register: return RunRegistration(options, session::kRegisterCommand);
+    case Command::Deregister: return RunRegistration(options, session::kDeregisterCommand);
     case Command::Screen: return director::PrintScreen(std::cout) ? 0 : kFailed;
     case Command::Close: return director::CloseWindow() ? 0 : kFailed;
     case Command::FaultAdd: return knobs().AddFault(options.fault), 0;
