@@ -4,6 +4,7 @@
 #include <set>
 
 #include "model/catalogue.h"
+#include "model/field_guide.h"
 #include "support/user.h"
 #include "text/numbers.h"
 
@@ -86,6 +87,17 @@ TEST(Screen, EveryListHoldsWhatTheDeviceReports) {
     const ui::ChoiceList& list = world.List(i);
     EXPECT_EQ(std::ranges::count(list.Items(), list.Text()), 1) << i << ' ' << list.Text();
   }
+}
+
+TEST(Screen, EveryFieldHasItsMeaning) {
+  std::set<std::string_view> meanings;
+  for (const model::FieldGuide& guide : model::FieldGuides()) meanings.insert(guide.meaning);
+  EXPECT_EQ(meanings.size(), model::FieldGuides().size()) << "two fields say the same";
+  for (const model::FramePlace& frame : model::Frames())
+    for (const model::FieldPlace& field : frame.fields)
+      EXPECT_TRUE(model::GuideOf(field.control)) << frame.caption << ' ' << field.label;
+  for (const auto label : {model::ScreenArray::lbModel, model::ScreenArray::lbHvacType})
+    EXPECT_TRUE(model::GuideOf({label}));
 }
 
 }  // namespace
