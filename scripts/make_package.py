@@ -15,6 +15,8 @@ import sys
 import tempfile
 import uuid
 
+import make_icon
+
 PACKAGING = pathlib.Path(__file__).resolve().parent.parent / "packaging"
 PROGRAM = "QM5RFcPirConfigure.exe"
 ACTIONS = "QM5RInstallerActions.dll"
@@ -74,6 +76,7 @@ def make_package(programs, packages):
         for name in DOCUMENTS:
             text = (PACKAGING / name).read_text(encoding="utf-8").replace("@VERSION@", version)
             (stage / name).write_text(text, encoding="utf-8", newline="\r\n")
+        (stage / "window.ico").write_bytes(make_icon.icon())
         shutil.copy(PACKAGING / "product.wxs", stage)
         content = hashlib.sha256(b"".join(path.read_bytes() for path in sorted(stage.iterdir()))).hexdigest()
 

@@ -6,22 +6,18 @@ Usage: make_progress_clip.py OUTPUT.avi
 The file is an AVI with one stream of 8-bit frames, run-length coded (RLE8), which is what the system's animation
 control plays. Palette entry 0 is the background; the control makes it transparent.
 """
-import math
 import struct
 import sys
+
+import drawing
+from drawing import BLUE, CASE, LINE, ORANGE, SLATE, disc, rounded, stroke
 
 WIDTH, HEIGHT = 320, 72
 FRAMES = 36
 MICROSECONDS = 80000  # a frame
-SAMPLES = 4  # per pixel and direction, for smooth edges
 
 BACKGROUND = (240, 240, 240)
-LINE = (176, 186, 198)
-NODE = (92, 110, 130)
-CASE = (250, 251, 252)
-BLUE = (31, 111, 184)
-ORANGE = (222, 120, 34)
-INKS = [LINE, NODE, CASE, BLUE, ORANGE]
+INKS = [LINE, SLATE, CASE, BLUE, ORANGE]
 STEPS = 16  # shades from background to ink
 
 # Where the nodes stand, and the thermostat at the right end.
@@ -54,42 +50,11 @@ class Frame:
     def __init__(self):
         self.rows = [bytearray(WIDTH) for _ in range(HEIGHT)]
 
-    def fill(self, inside, box, ink):
-        """Paints where `inside` holds; at edges over other inks the stronger one wins."""
-        left, top, right, bottom = box
-        for y in range(max(0, int(top)), min(HEIGHT, math.ceil(bottom))):
-            for x in range(max(0, int(left)), min(WIDTH, math.ceil(right))):
-                hits = sum(inside(x + (i + 0.5) / SAMPLES, y + (j + 0.5) / SAMPLES)
-                           for i in range(SAMPLES) for j in range(SAMPLES))
-                part = hits / SAMPLES**2
-                if part >= 0.5 or (part > 0 and self.rows[y][x] == 0):
-                    self.rows[y][x] = shade(ink, part)
-
-    def disc(self, center, radius, ink):
-        cx, cy = center
-        self.fill(lambda x, y: (x - cx)**2 + (y - cy)**2 <= radius**2,
-                  (cx - radius, cy - radius, cx + radius, cy + radius), ink)
-
-    def rounded(self, center, width, height, radius, ink):
-        cx, cy = center
-        inner_x, inner_y = width / 2 - radius, height / 2 - radius
-
-        def inside(x, y):
-            dx, dy = max(0, abs(x - cx) - inner_x), max(0, abs(y - cy) - inner_y)
-            return dx * dx + dy * dy <= radius * radius
-
-        self.fill(inside, (cx - width / 2, cy - height / 2, cx + width / 2, cy + height / 2), ink)
-
-    def stroke(self, start, end, width, ink):
-        (ax, ay), (bx, by) = start, end
-        dx, dy = bx - ax, by - ay
-        length = dx * dx + dy * dy
-
-        def inside(x, y):
-            along = min(1, max(0, ((x - ax) * dx + (y - ay) * dy) / length))
-            return (x - ax - along * dx)**2 + (y - ay - along * dy)**2 <= width * width / 4
-
-        self.fill(inside, (min(ax, bx) - width, min(ay, by) - width, max(ax, bx) + width, max(ay, by) + width), ink)
+    def fill(self, shape, ink):
+        """At edges over other inks the stronger one wins."""
+        for x, y, part in shape.coverage(WIDTH, HEIGHT):
+            if part >= 0.5 or self.rows[y][x] == 0:
+                self.rows[y][x] = shade(ink, part)
 
 
 def position(way, progress):
@@ -103,26 +68,23 @@ def position(way, progress):
 
 def thermostat(frame, glow):
     x, y = THERMOSTAT
-    frame.rounded((x, y), 52, 48, 8, NODE)
-    frame.rounded((x, y), 47, 43, 6, CASE)
-    ink = ORANGE if glow else NODE
+    frame.fill(rounded((x - 26, y - 24, x + 26, y + 24), 8), SLATE)
+    frame.fill(rounded((x - 23.5, y - 21.5, x + 23.5, y + 21.5), 6), CASE)
+    ink, pointer = (ORANGE, 54) if glow else (SLATE, 0)
     for step in range(-135, 136, 27):  # the scale around the dial
-        angle = math.radians(step - 90)
-        end = (x + 15 * math.cos(angle), y + 15 * math.sin(angle))
-        frame.disc(end, 1.7, ink if step <= (54 if glow else 0) else LINE)
-    angle = math.radians((54 if glow else 0) - 90)
-    frame.stroke((x, y), (x + 9 * math.cos(angle), y + 9 * math.sin(angle)), 2.6, ink)
-    frame.disc((x, y), 3.2, ink)
+        frame.fill(disc(drawing.on_circle(THERMOSTAT, 15, step), 1.7), ink if step <= pointer else LINE)
+    frame.fill(stroke(THERMOSTAT, drawing.on_circle(THERMOSTAT, 9, pointer), 2.6), ink)
+    frame.fill(disc(THERMOSTAT, 3.2), ink)
 
 
 def still(glow):
     """What does not move; the thermostat glows when a packet has arrived."""
     frame = Frame()
     for start, end in LINKS:
-        frame.stroke(start, end, 2, LINE)
+        frame.fill(stroke(start, end, 2), LINE)
     for node in NODES:
-        frame.disc(node, 9, NODE)
-        frame.disc(node, 6, CASE)
+        frame.fill(disc(node, 9), SLATE)
+        frame.fill(disc(node, 6), CASE)
     thermostat(frame, glow)
     return frame
 
@@ -139,7 +101,7 @@ def draw(index, stills):
     frame = Frame()
     frame.rows = [row[:] for row in stills[arrived].rows]
     for center, radius, ink in moving:
-        frame.disc(center, radius, ink)
+        frame.fill(disc(center, radius), ink)
     return frame
 
 
@@ -190,4 +152,5 @@ def main():
         output.write(avi([run_length(draw(index, stills).rows) for index in range(FRAMES)]))
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -20,7 +20,6 @@ function(type_library target idl)
     COMMAND ${widl} -h -o ${out}/${name}.h ${idl} DEPENDS ${idl} ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/automation_base.idl VERBATIM)
   add_custom_command(OUTPUT ${out}/${name}.tlb
     COMMAND ${widl} -t -o ${out}/${name}.tlb ${idl} DEPENDS ${idl} ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/automation_base.idl VERBATIM)
-  enable_language(RC)
   add_library(${target} OBJECT ${out}/${name}.rc)
   set_source_files_properties(${out}/${name}.rc PROPERTIES OBJECT_DEPENDS ${out}/${name}.tlb)
   add_custom_target(${target}_files DEPENDS ${out}/${name}.h ${out}/${name}.tlb)

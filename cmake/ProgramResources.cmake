@@ -1,0 +1,61 @@
+# What the programs carry in their resources. Pictures are drawn at build time, by scripts.
+
+set(QM5R_RESOURCES ${CMAKE_SOURCE_DIR}/src/windows/resources)
+set(QM5R_GENERATED ${CMAKE_BINARY_DIR}/generated)
+file(MAKE_DIRECTORY ${QM5R_GENERATED})
+
+# A file that a script of scripts/ draws.
+function(drawn_file file script)
+  set(scripts ${CMAKE_SOURCE_DIR}/scripts/${script} ${CMAKE_SOURCE_DIR}/scripts/drawing.py)
+  add_custom_command(OUTPUT ${QM5R_GENERATED}/${file}
+    COMMAND Python3::Interpreter ${CMAKE_SOURCE_DIR}/scripts/${script} ${QM5R_GENERATED}/${file}
+    DEPENDS ${scripts} VERBATIM)
+  add_custom_target(${file}_file DEPENDS ${QM5R_GENERATED}/${file})
+endfunction()
+drawn_file(progress.avi make_progress_clip.py)
+drawn_file(window.ico make_icon.py)
+drawn_file(product.bmp make_product_picture.py)
+drawn_file(worldmap.gif make_world_map.py)
+
+# Adds one resource, as a script of its own, to a program: what comes before the file's name in such a script.
+function(embed_resource target resource file)
+  string(MAKE_C_IDENTIFIER ${target}_${resource} name)
+  file(GENERATE OUTPUT ${QM5R_GENERATED}/${name}.rc CONTENT "${resource} \"${file}\"\n")
+  set_source_files_properties(${QM5R_GENERATED}/${name}.rc PROPERTIES GENERATED ON OBJECT_DEPENDS ${file})
+  target_sources(${target} PRIVATE ${QM5R_GENERATED}/${name}.rc)
+endfunction()
+function(embed_drawn target resource file)
+  embed_resource(${target} ${resource} ${QM5R_GENERATED}/${file})
+  add_dependencies(${target} ${file}_file)
+endfunction()
+
+# The current common controls, text at the screen's own resolution, and no elevation or virtual registry.
+function(common_manifest target)
+  embed_resource(${target} "1 24" ${QM5R_RESOURCES}/common.manifest)
+endfunction()
+
+# Name and version as Windows shows them, from the project's one version number.
+function(file_version target description)
+  get_target_property(file ${target} OUTPUT_NAME)
+  if(NOT file)
+    set(file ${target})
+  endif()
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL EXECUTABLE)
+    set(kind VFT_APP)
+    set(suffix .exe)
+  else()
+    set(kind VFT_DLL)
+    set(suffix .dll)
+  endif()
+  configure_file(${QM5R_RESOURCES}/version.rc.in ${QM5R_GENERATED}/${target}_version.rc @ONLY)
+  target_sources(${target} PRIVATE ${QM5R_GENERATED}/${target}_version.rc)
+endfunction()
+
+# Of a program that shows the plug-in's windows: their icon, which is the program's own as well since it has no other
+# one, the clip of the progress window, and the picture in the main window's heading.
+function(window_pictures target)
+  embed_drawn(${target} "WINDOW ICON" window.ico)
+  embed_drawn(${target} "201 AVI" progress.avi)
+  embed_drawn(${target} "301 BITMAP" product.bmp)
+endfunction()

@@ -1,0 +1,70 @@
+// What the files that leave the house carry in their resources.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cwchar>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "windows/com/wide_text.h"
+
+namespace {
+
+/// A program file opened for its resources.
+class ProgramFile {
+ public:
+  explicit ProgramFile(const wchar_t* name)
+      : module_(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE), FreeLibrary) {}
+
+  std::string Resource(const wchar_t* name, const wchar_t* type) const {
+    const HRSRC found = FindResourceW(module_.get(), name, type);
+    if (!found) return {};
+    const auto* bytes = static_cast<const char*>(LockResource(LoadResource(module_.get(), found)));
+    return {bytes, SizeofResource(module_.get(), found)};
+  }
+  /// The icon by which Explorer shows a file: the first one.
+  std::wstring FirstIcon() const {
+    std::wstring first;
+    const auto take = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR taken) -> BOOL {
+      *reinterpret_cast<std::wstring*>(taken) = IS_INTRESOURCE(name) ? L"a number" : name;
+      return FALSE;
+    };
+    EnumResourceNamesW(module_.get(), RT_GROUP_ICON, take, reinterpret_cast<LONG_PTR>(&first));
+    return first;
+  }
+
+ private:
+  std::unique_ptr<std::remove_pointer_t<HMODULE>, decltype(&FreeLibrary)> module_;
+};
+
+TEST(ProgramFiles, AllHaveOneVersionAndTheProgramsAskForNoElevation) {
+  std::string first;
+  for (const wchar_t* name :
+       {L"QM5RFcPirConfigure.exe", L"LnsSimulator.exe", L"director.exe", L"QM5RInstallerActions.dll"}) {
+    SCOPED_TRACE(windows::ToUtf8(name));
+    const ProgramFile file(name);
+    const std::string version = file.Resource(MAKEINTRESOURCEW(1), RT_VERSION);
+    const std::size_t numbers = version.find("\xBD\x04\xEF\xFE");
+    ASSERT_NE(numbers, std::string::npos);
+    if (first.empty()) first = version.substr(numbers, 24);
+    EXPECT_EQ(version.substr(numbers, 24), first);
+    const auto* text = reinterpret_cast<const char*>(name);
+    EXPECT_NE(version.find(std::string(text, 2 * std::wcslen(name))), std::string::npos);
+    const std::string manifest = file.Resource(MAKEINTRESOURCEW(1), RT_MANIFEST);
+    EXPECT_EQ(manifest.find("asInvoker") != std::string::npos, std::wcsstr(name, L".exe") != nullptr);
+  }
+}
+
+TEST(ProgramFiles, ThePlugInIsShownByTheIconOfItsWindowsInEverySize) {
+  const ProgramFile file(L"QM5RFcPirConfigure.exe");
+  EXPECT_EQ(file.FirstIcon(), L"WINDOW");
+  const std::string group = file.Resource(L"WINDOW", RT_GROUP_ICON);
+  std::vector<int> sizes;
+  for (std::size_t entry = 6; entry + 14 <= group.size(); entry += 14)
+    sizes.push_back(static_cast<unsigned char>(group[entry]));
+  EXPECT_EQ(sizes, (std::vector{16, 20, 24, 32, 40, 48, 64, 0}));  // 0 stands for 256
+}
+
+}  // namespace
