@@ -18,6 +18,7 @@ import uuid
 import make_icon
 
 PACKAGING = pathlib.Path(__file__).resolve().parent.parent / "packaging"
+LICENSE = PACKAGING.parent / "LICENSE"
 PROGRAM = "QM5RFcPirConfigure.exe"
 ACTIONS = "QM5RInstallerActions.dll"
 DOCUMENTS = ["readme.txt", "notices.txt"]
@@ -74,7 +75,8 @@ def make_package(programs, packages):
         for name in (PROGRAM, ACTIONS):
             subprocess.run([architecture["tools"] + "-w64-mingw32-strip", "-o", stage / name, programs / name], check=True)
         for name in DOCUMENTS:
-            text = (PACKAGING / name).read_text(encoding="utf-8").replace("@VERSION@", version)
+            text = (PACKAGING / name).read_text(encoding="utf-8")
+            text = text.replace("@VERSION@", version).replace("@LICENSE@", LICENSE.read_text(encoding="utf-8"))
             (stage / name).write_text(text, encoding="utf-8", newline="\r\n")
         (stage / "window.ico").write_bytes(make_icon.icon())
         shutil.copy(PACKAGING / "product.wxs", stage)

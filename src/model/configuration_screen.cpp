@@ -68,13 +68,6 @@ ui::Control* ConfigurationScreen::Find(ControlRef ref) const {
   return nullptr;
 }
 
-int ConfigurationScreen::PageOf(const ui::Control& control) const {
-  for (const FramePlace& frame : Frames())
-    for (const FieldPlace& field : frame.fields)
-      if (Find(field.control) == &control) return frame.page;
-  return -1;
-}
-
 void ConfigurationScreen::ShowInitialTexts() {
   const auto reset = [](ui::Control& control, const char* text) {
     control.SetText(text);

@@ -24,8 +24,6 @@ class ConfigurationScreen {
   ui::ChoiceList* cbNvi(int index) const;
   /// Null for ScreenArray::None and for elements that do not exist.
   ui::Control* Find(ControlRef ref) const;
-  /// The page that holds the control; -1 for controls outside the tabs.
-  int PageOf(const ui::Control& control) const;
 
   const std::vector<std::unique_ptr<ui::Label>>& txtTempUnits() const { return temperature_units_; }
   const std::vector<std::unique_ptr<ui::Label>>& txtPercentUnits() const { return percent_units_; }

@@ -74,7 +74,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   void Rename(const std::string& name) {
     std::string& path = origin_.place.path;
     const Session::Key former{origin_.parent.get(), path};
-    path = path.substr(0, path.size() - origin_.place.item.size()) + name;
+    path.replace(path.size() - origin_.place.item.size(), std::string::npos, name);
     origin_.place.item = name;
     session().Move(former, {origin_.parent.get(), path});
   }

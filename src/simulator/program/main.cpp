@@ -116,7 +116,7 @@ int Run(const std::string& arguments) {
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   // A windowless program tells its errors to the console that started it, where there is one.
   if (GetStdHandle(STD_ERROR_HANDLE) == nullptr && AttachConsole(ATTACH_PARENT_PROCESS))
-    freopen("CONOUT$", "w", stderr);
+    static_cast<void>(freopen("CONOUT$", "w", stderr));
   try {
     return Run(windows::CommandLineArguments());
   } catch (const std::exception& failure) {

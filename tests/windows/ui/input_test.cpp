@@ -63,7 +63,7 @@ TEST_F(Input, LettersWithAltBringPagesToTheFront) {
   for (const auto& [letter, page] : steps) {
     Press({VK_MENU, letter});
     ASSERT_TRUE(form.ActiveControl());
-    EXPECT_EQ(form.screen.PageOf(*form.ActiveControl()), page) << char(letter);
+    EXPECT_EQ(ui::PagesAround(form.layout(), *form.ActiveControl()).front().page, page) << char(letter);
     EXPECT_TRUE(IsWindowVisible(GetFocus()));
   }
   Press({VK_MENU, 'A'});
