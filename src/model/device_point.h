@@ -50,7 +50,8 @@ class CNvCpTable {
   /// Whether the fields stand in these units, so that they may be shown and written in them.
   bool IsReadIn(int display_units) const { return format_read_ == FormatFor(display_units); }
 
-  /// Puts back the fields that the device is known to hold, the last ones read or written, and clears the changed flag.
+  /// Puts back the fields that the device is known to hold, the last ones read or written, and clears the
+  /// changed flag.
   void DropChanges();
 
  private:

@@ -7,7 +7,8 @@
 #include "platform/error.h"
 #include "registry/registry.h"
 
-/// What CRegistry promises, whatever registry stands behind it. The suite works below one key and leaves nothing.
+/// What CRegistry promises, whatever registry stands behind it. The suite works below one key and leaves
+/// nothing.
 class RegistryContract {
  public:
   explicit RegistryContract(platform::Registry& registry) : settings_(registry, "QM5R Contract") {}
@@ -44,7 +45,8 @@ class RegistryContract {
   }
 
   void SubkeysAreEnumerated() {
-    for (const char* name : {"A", "B", "C"}) settings_.SetMachineSetting(std::string(kKey) + "\\" + name, "", name);
+    for (const char* name : {"A", "B", "C"})
+      settings_.SetMachineSetting(std::string(kKey) + "\\" + name, "", name);
     std::string names = settings_.FindFirstMachineKey(kKey);
     for (int i = 0; i < 2; ++i) names += settings_.GetNextMachineKey();
     EXPECT_EQ(names, "ABC");

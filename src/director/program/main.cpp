@@ -93,27 +93,42 @@ int RunJournal(const Options& options) {
 int Run(const Options& options) {
   const auto knobs = [] { return director::SimulatorKnobs(ObjectServer()); };
   switch (options.command) {
-    case Command::Networks: return director::PrintNetworks(lns::ObjectServer(ObjectServer()), std::cout), 0;
+    case Command::Networks:
+      return director::PrintNetworks(lns::ObjectServer(ObjectServer()), std::cout), 0;
     case Command::Devices:
       return director::PrintDevices(lns::ObjectServer(ObjectServer()), options.network, std::cout), 0;
-    case Command::Show: return director::PrintDevice(lns::ObjectServer(ObjectServer()), options.path, std::cout), 0;
+    case Command::Show:
+      return director::PrintDevice(lns::ObjectServer(ObjectServer()), options.path, std::cout), 0;
     case Command::Commands:
       return director::PrintCommands(lns::ObjectServer(ObjectServer()), options.place, std::cout), 0;
     case Command::Templates:
       return director::PrintTemplates(lns::ObjectServer(ObjectServer()), options.network, std::cout), 0;
-    case Command::Interface: return RunInterface(options);
-    case Command::Configure: return RunConfigure(options);
-    case Command::Register: return RunRegistration(options, session::kRegisterCommand);
-    case Command::Deregister: return RunRegistration(options, session::kDeregisterCommand);
-    case Command::Screen: return director::PrintScreen(std::cout) ? 0 : kFailed;
-    case Command::Close: return director::CloseWindow() ? 0 : kFailed;
-    case Command::FaultAdd: return knobs().AddFault(options.fault), 0;
-    case Command::FaultClear: return knobs().ClearFaults(), 0;
-    case Command::FaultVanish: return knobs().Vanish(options.device), 0;
-    case Command::FaultRestore: return knobs().Restore(options.device), 0;
-    case Command::Latency: return RunLatency(options);
-    case Command::Journal: return RunJournal(options);
-    case Command::Stop: return knobs().Stop(), 0;
+    case Command::Interface:
+      return RunInterface(options);
+    case Command::Configure:
+      return RunConfigure(options);
+    case Command::Register:
+      return RunRegistration(options, session::kRegisterCommand);
+    case Command::Deregister:
+      return RunRegistration(options, session::kDeregisterCommand);
+    case Command::Screen:
+      return director::PrintScreen(std::cout) ? 0 : kFailed;
+    case Command::Close:
+      return director::CloseWindow() ? 0 : kFailed;
+    case Command::FaultAdd:
+      return knobs().AddFault(options.fault), 0;
+    case Command::FaultClear:
+      return knobs().ClearFaults(), 0;
+    case Command::FaultVanish:
+      return knobs().Vanish(options.device), 0;
+    case Command::FaultRestore:
+      return knobs().Restore(options.device), 0;
+    case Command::Latency:
+      return RunLatency(options);
+    case Command::Journal:
+      return RunJournal(options);
+    case Command::Stop:
+      return knobs().Stop(), 0;
   }
   return kFailed;
 }

@@ -19,7 +19,8 @@ class RemoteMemory {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
     process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process);
-    if (process_) address_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    if (process_)
+      address_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
   }
   ~RemoteMemory() {
     if (address_) VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
@@ -62,7 +63,8 @@ std::string ListCell(HWND list, const RemoteMemory& memory, int row, int column)
 
 std::string TextOf(HWND window) {
   std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
-  text.resize(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+  text.resize(static_cast<std::size_t>(
+      SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
   return windows::ToUtf8(text);
 }
 
@@ -74,7 +76,8 @@ std::wstring ClassOf(HWND window) {
 
 std::vector<HWND> ChildrenOf(HWND window) {
   std::vector<HWND> children;
-  for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) children.push_back(child);
+  for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+    children.push_back(child);
   return children;
 }
 
@@ -113,7 +116,8 @@ std::vector<std::vector<std::string>> ListRows(HWND list) {
   std::vector<std::vector<std::string>> rows;
   for (int row = 0; row < count; ++row) {
     rows.emplace_back();
-    for (int column = 0; column < columns; ++column) rows.back().push_back(ListCell(list, memory, row, column));
+    for (int column = 0; column < columns; ++column)
+      rows.back().push_back(ListCell(list, memory, row, column));
   }
   return rows;
 }

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-/// Windows of another program, read from outside as a screen reader does. The other program must be of the same
-/// bitness where its lists, tabs and status bars are read: their messages carry addresses.
+/// Windows of another program, read from outside as a screen reader does. The other program must be of the
+/// same bitness where its lists, tabs and status bars are read: their messages carry addresses.
 namespace director {
 
 std::string TextOf(HWND window);

@@ -25,9 +25,13 @@ struct Element {
   std::string text;
 };
 
-bool Is(HWND window, const wchar_t* class_name) { return lstrcmpiW(ClassOf(window).c_str(), class_name) == 0; }
+bool Is(HWND window, const wchar_t* class_name) {
+  return lstrcmpiW(ClassOf(window).c_str(), class_name) == 0;
+}
 
-DWORD ButtonTypeOf(HWND window) { return static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE)) & BS_TYPEMASK; }
+DWORD ButtonTypeOf(HWND window) {
+  return static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE)) & BS_TYPEMASK;
+}
 
 bool IsFrame(HWND window) { return Is(window, L"Button") && ButtonTypeOf(window) == BS_GROUPBOX; }
 
@@ -42,10 +46,13 @@ std::string ButtonText(HWND window) {
   const bool checked = SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
   switch (ButtonTypeOf(window)) {
     case BS_AUTORADIOBUTTON:
-    case BS_RADIOBUTTON: return (checked ? "(x) " : "( ) ") + caption;
+    case BS_RADIOBUTTON:
+      return (checked ? "(x) " : "( ) ") + caption;
     case BS_AUTOCHECKBOX:
-    case BS_CHECKBOX: return (checked ? "[x] " : "[ ] ") + caption;
-    default: return "<" + caption + (disabled ? ", disabled>" : ">");
+    case BS_CHECKBOX:
+      return (checked ? "[x] " : "[ ] ") + caption;
+    default:
+      return "<" + caption + (disabled ? ", disabled>" : ">");
   }
 }
 
@@ -59,7 +66,8 @@ std::optional<std::string> TextShown(HWND window) {
 bool HidesItself(HWND window) { return !(GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE); }
 
 bool Contains(const RECT& outer, const RECT& inner) {
-  return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right && outer.bottom >= inner.bottom;
+  return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
+         outer.bottom >= inner.bottom;
 }
 
 /// Elements that stand beside each other, from left to right, as one line each.
@@ -67,11 +75,15 @@ void PrintLines(std::vector<Element> elements, const std::string& indent, std::o
   std::ranges::stable_sort(elements, {}, [](const Element& e) { return (e.place.top + e.place.bottom) / 2; });
   while (!elements.empty()) {
     const LONG middle = (elements[0].place.top + elements[0].place.bottom) / 2;
-    const auto beside = [middle](const Element& e) { return e.place.top <= middle && e.place.bottom >= middle; };
+    const auto beside = [middle](const Element& e) {
+      return e.place.top <= middle && e.place.bottom >= middle;
+    };
     const auto rest = std::stable_partition(elements.begin(), elements.end(), beside);
-    std::sort(elements.begin(), rest, [](const Element& a, const Element& b) { return a.place.left < b.place.left; });
+    std::sort(elements.begin(), rest,
+              [](const Element& a, const Element& b) { return a.place.left < b.place.left; });
     out << indent;
-    for (auto at = elements.begin(); at != rest; ++at) out << (at == elements.begin() ? "" : "\t") << at->text;
+    for (auto at = elements.begin(); at != rest; ++at)
+      out << (at == elements.begin() ? "" : "\t") << at->text;
     out << '\n';
     elements.erase(elements.begin(), rest);
   }
@@ -127,8 +139,9 @@ void PrintInside(const Panel& panel, int frame, const std::string& indent, std::
 void PrintWindow(HWND window, std::ostream& out) {
   RECT place{};
   GetWindowRect(window, &place);
-  out << "window\t" << TextOf(window) << "\nbounds\t" << place.right - place.left << 'x' << place.bottom - place.top
-      << (place.left < 0 ? "" : "+") << place.left << (place.top < 0 ? "" : "+") << place.top << '\n';
+  out << "window\t" << TextOf(window) << "\nbounds\t" << place.right - place.left << 'x'
+      << place.bottom - place.top << (place.left < 0 ? "" : "+") << place.left << (place.top < 0 ? "" : "+")
+      << place.top << '\n';
   PrintInside(PanelOf(window), -1, "  ", out);
 }
 

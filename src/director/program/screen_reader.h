@@ -4,9 +4,9 @@
 
 namespace director {
 
-/// Prints what the plug-in's windows show: every page of the main window with its frames, labels and fields, the status
-/// bar, and the rows of the log. Works on the windows from outside, as a screen reader does. False where the plug-in
-/// shows no window.
+/// Prints what the plug-in's windows show: every page of the main window with its frames, labels and fields,
+/// the status bar, and the rows of the log. Works on the windows from outside, as a screen reader does. False
+/// where the plug-in shows no window.
 bool PrintScreen(std::ostream& out);
 
 /// Asks the plug-in's window to close, as its close box does. False where it shows no window.

@@ -50,8 +50,9 @@ windows::com::ServerRegistration RegistrationFor(const Options& options) {
 }
 
 std::shared_ptr<simulator::Simulation> LoadNetwork(const Options& options) {
-  return simulator::Simulation::FromFile(windows::ToWide(options.network_file),
-                                         [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
+  return simulator::Simulation::FromFile(
+      windows::ToWide(options.network_file),
+      [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
 }
 
 void Register(const Options& options) {
