@@ -28,7 +28,7 @@ windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i68
   googletest nlohmann-json3-dev libcli11-dev wine wine64 libwine xvfb xauth fonts-dejavu-core fonts-wine imagemagick)
 installer_packages=(wixl msitools)
 check_packages=(g++ clang clang-tidy clang-format cppcheck cmake ninja-build python3 git nlohmann-json3-dev libcli11-dev libgtest-dev)
-test_packages=(g++ clang libgtest-dev procps)
+test_packages=(g++ clang libclang-rt-dev libgtest-dev procps)
 
 # Configures a preset and builds it, or only the named targets of it.
 build_preset() {

@@ -11,7 +11,7 @@ namespace xif {
 namespace {
 
 /// Far more than the first lines take, and little enough to read of whatever else bears the extension.
-constexpr std::size_t kHeadBytes = 16 * 1024;
+constexpr std::size_t kHeadBytes = std::size_t{16} * 1024;
 
 constexpr std::size_t kIdBytes = 8;
 /// Two digits a byte, with one separator between bytes.

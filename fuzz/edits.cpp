@@ -1,0 +1,90 @@
+// A user who types anything into any field, leaves it, chooses from lists, applies, cancels and switches
+// units: every setpoint on the device then lies between its limits, every value can be read, and what is not
+// edited is as it was.
+
+#include "director/configure.h"
+#include "fuzz.h"
+#include "headless/plug_in.h"
+#include "small_network.h"
+#include "text/numbers.h"
+#include "text/strings.h"
+
+namespace {
+
+struct Sitting : headless::PlugIn {
+  Sitting() : PlugIn(MakeSmallNetwork(), {1, 0, 0}) {
+    director::ConfigureRequest request;
+    request.path = kSmallDevice;
+    api = CreateApi();
+    director::Configure(*api, request);
+  }
+
+  void Enter(ui::TextField& field, const std::string& typed) {
+    if (field.Locked()) return;
+    std::string text;
+    for (const char c : typed)
+      if (!field.on_key_press || field.on_key_press(static_cast<unsigned char>(c))) text += c;
+    field.UserChangesText(text);
+    if (field.on_validate) field.on_validate();
+  }
+
+  std::shared_ptr<plugin::LNSPlugInAPI> api;
+};
+
+std::string RawOf(const lns::NetworkVariable& variable) {
+  variable.SetFormatType("RAW_HEX_PACKED");
+  return variable.Value();
+}
+
+/// Cooling setpoints come first; the limits in whole °F reach a little beyond those in °C.
+void CheckSetpoints(const lns::NetworkVariable& variable) {
+  variable.SetFormatType("#SISNVT_temp_setpt");
+  const auto setpoints = text::Split(variable.Value(), ",");
+  EXPECT_THAT(setpoints.size() == 6);
+  for (std::size_t i = 0; i < setpoints.size(); ++i) {
+    const double degrees = text::ParseNumber(setpoints[i]).value();
+    EXPECT_THAT(i < 3 ? degrees >= 12 && degrees <= 37.8 : degrees >= 4.4 && degrees <= 32.3);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  FuzzedDataProvider given(data, size);
+  Sitting sitting;
+  auto& main = sitting.main;
+  const auto variables = main.CurrentDevice().Interface().NetworkVariables();
+  const std::string model_before = RawOf(variables.Item("nciSccModel"));
+  for (int step = 0; step < 12 && given.remaining_bytes() > 0; ++step) {
+    switch (given.ConsumeIntegralInRange(0, 6)) {
+      case 0:
+        main.cmdApply.UserClicks();
+        break;
+      case 1:
+        main.cmdCancel.UserClicks();
+        break;
+      case 2:
+        main.obUnits[given.ConsumeBool()].UserClicks();
+        break;
+      case 3:
+        main.cmdRefresh.UserClicks();
+        break;
+      case 4:
+        if (ui::ChoiceList* list = main.screen.cbNvi(given.ConsumeIntegralInRange(0, 20)))
+          list->UserChooses(given.PickValueInArray({"", "NONE", "ON"}));
+        break;
+      default:
+        if (ui::TextField* field = main.screen.txtNvi(given.ConsumeIntegralInRange(0, 45)))
+          sitting.Enter(*field, given.ConsumeRandomLengthString(12));
+    }
+  }
+  for (const char* name :
+       {"nciSetPts", "nciRHmodel", "nciGenOpts", "nciSndHrtBt", "nciMinOutTm", "nciRcvHrtBt"}) {
+    const lns::NetworkVariable variable = variables.Item(name);
+    const std::string raw = RawOf(variable);
+    EXPECT_THAT(!raw.empty() && raw.find_first_not_of("0123456789ABCDEF") == std::string::npos);
+  }
+  CheckSetpoints(variables.Item("nciSetPts"));
+  EXPECT_THAT(RawOf(variables.Item("nciSccModel")) == model_before);
+  return 0;
+}

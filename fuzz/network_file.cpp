@@ -1,0 +1,16 @@
+// Network files: an error that names the file, or a network that is written and read as the same again.
+
+#include "simulator/network_file.h"
+#include "fuzz.h"
+#include "simulator/errors.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  try {
+    const auto installation = simulator::ReadInstallation(TextOf(data, size), "x.json");
+    const std::string written = simulator::WriteInstallation(installation);
+    EXPECT_THAT(simulator::WriteInstallation(simulator::ReadInstallation(written, "x.json")) == written);
+  } catch (const simulator::FileError& error) {
+    EXPECT_THAT(std::string_view(error.what()).find("x.json") != std::string_view::npos);
+  }
+  return 0;
+}

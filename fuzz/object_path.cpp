@@ -1,0 +1,35 @@
+// Paths of objects: what one names exists on the network and bears the name.
+
+#include "plugin/object_path.h"
+#include "fuzz.h"
+#include "small_network.h"
+
+namespace {
+
+struct OpenNetwork {
+  OpenNetwork() {
+    server.SetRemoteFlag(false);
+    server.Open();
+    network = server.Networks().Item("N");
+    network.Open();
+    system = network.Systems().Item(1);
+    system.Open();
+  }
+  std::shared_ptr<simulator::Simulation> simulation = MakeSmallNetwork();
+  lns::ObjectServer server{simulation->CreateObjectServer()};
+  lns::Network network;
+  lns::System system;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const OpenNetwork demo;
+  const auto components = plugin::SplitObjectPath(TextOf(data, size));
+  for (const std::int32_t type : {7, 28}) {
+    const lns::Object found = plugin::ResolveObject(type, components, demo.network, demo.system);
+    if (found) EXPECT_THAT(components.size() >= 3 && !found.Name().empty());
+  }
+  demo.simulation->journal().Clear();
+  return 0;
+}

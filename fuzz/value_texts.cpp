@@ -1,0 +1,68 @@
+// Any text that an object server may report as a value, shown and edited: an edit changes its own field, and
+// what is written has the fields that were read.
+
+#include <memory>
+
+#include "fuzz.h"
+#include "model/control_binding.h"
+#include "platform/error.h"
+#include "text/numbers.h"
+
+namespace {
+
+/// A network variable that reports one text and keeps what is written.
+struct Variable : platform::LateBound {
+  std::string value;
+  platform::Value Invoke(const platform::Member&, platform::CallKind kind,
+                         platform::Arguments arguments) override {
+    if (kind == platform::CallKind::Get || kind == platform::CallKind::GetOrMethod) return value;
+    if (const auto* text = std::get_if<std::string>(&arguments.back())) written = *text;
+    return {};
+  }
+  std::string written;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  FuzzedDataProvider given(data, size);
+  text::SetDecimalSeparator(given.PickValueInArray({'.', ',', '\''}));
+  model::CNvCpTable point;
+  point.Separator = given.PickValueInArray({" ", ",", "\t"});
+  point.MostFields = given.PickValueInArray<std::size_t>({0, 6});
+  point.Format = "F";
+  model::CNvCtrlTable binding;
+  binding.NvCpTable = &point;
+  binding.ItemArrayIndex = given.ConsumeIntegralInRange<std::int16_t>(0, 8);
+  binding.RoundValue = given.ConsumeBool();
+  binding.Ceiling = given.PickValueInArray({0.5, 1.0});
+  const std::string entered = given.ConsumeRandomLengthString();
+  const auto variable = std::make_shared<Variable>();
+  variable->value = given.ConsumeRemainingBytesAsString();
+  point.MyNetworkVariable = lns::NetworkVariable(variable);
+  try {
+    point.GetNetworkValue(0);
+  } catch (const platform::Error&) {
+    EXPECT_THAT(point.NvAsArray.empty());
+    return 0;
+  }
+  const auto read = point.NvAsArray;
+  EXPECT_THAT(point.MostFields == 0 || read.size() <= point.MostFields);
+  try {
+    binding.Value();
+    binding.SetValue(entered);
+  } catch (const platform::Error&) {
+    EXPECT_THAT(point.NvAsArray == read && !point.ValueAsChanges);
+    return 0;
+  }
+  // An empty text alone is no field; the rules of editing let none through.
+  if (read.size() == 1 && entered.empty()) return 0;
+  point.SendNetworkValue();
+  variable->value = variable->written;
+  point.GetNetworkValue(0);
+  auto expected = read;
+  expected.at(static_cast<std::size_t>(binding.ItemArrayIndex)) = entered;
+  EXPECT_THAT(point.NvAsArray == expected);
+  point.DropChanges();
+  return 0;
+}
