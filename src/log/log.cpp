@@ -38,6 +38,12 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program)
     : Form(desktop, "fLog", ui::BorderStyle::Sizable), program_(program) {
   using ui::Box;
   SetCaption("Network activity logging");
+  lstActivity.SetAccessibleName("Activity");
+  cmdSave.SetToolTip("Saves all rows in a file of comma-separated values.");
+  cmdClear.SetToolTip("Removes all rows.");
+  cmdClose.SetToolTip("Hides this window. The rows stay.");
+  cbOpenOnError.SetToolTip("Brings this window up whenever an operation fails.");
+  cancel_button = &cmdClose;
   cmdSave.on_click = [this] { Save(); };
   cmdClear.on_click = [this] { AskAndClear(); };
   cmdClose.on_click = [this] { Hide(); };

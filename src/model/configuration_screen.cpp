@@ -12,6 +12,14 @@ std::string ArrayName(const char* array, int index) {
   return std::string(array) + "(" + std::to_string(index) + ")";
 }
 
+/// "Heating, Occupied": unlike a label alone, no two fields are called the same.
+std::string SpokenName(const FramePlace& frame, const FieldPlace& field) {
+  std::string name(frame.caption);
+  std::erase(name, '&');
+  if (!field.label.empty()) name += ", " + std::string(field.label);
+  return name;
+}
+
 }  // namespace
 
 ConfigurationScreen::ConfigurationScreen()
@@ -20,6 +28,8 @@ ConfigurationScreen::ConfigurationScreen()
     for (const FieldPlace& field : frame.fields) MakeControl(field.control);
   txtMajorVersion.SetLocked(true);
   txtMinorVersion.SetLocked(true);
+  tabData.SetAccessibleName("Pages");
+  WebBrowser1.SetAccessibleName("Contact");
   lbModel.shows_data = lbHvacType.shows_data = true;
   ShowInitialTexts();
 }
@@ -125,7 +135,7 @@ ui::Box ConfigurationScreen::FieldsLayout(const FramePlace& place) {
   for (const FieldPlace& field : place.fields) {
     ui::Control* control = Find(field.control);
     control->help_context = kPageTopics[static_cast<std::size_t>(place.page)];
-    control->SetAccessibleName(std::string(field.label.empty() ? place.caption : field.label));
+    control->SetAccessibleName(SpokenName(place, field));
     cells.push_back(field.label.empty() ? ui::Box{} : ui::Box::Leaf(NewLabel(std::string(field.label))));
     cells.push_back(ui::Box::Leaf(*control));
     cells.push_back(UnitLabelOf(field));

@@ -2,6 +2,7 @@
 
 #include "editing/applying.h"
 #include "plugin/display_settings.h"
+#include "plugin/field_tips.h"
 #include "plugin/main_form.h"
 #include "plugin/screen_setup.h"
 #include "text/numbers.h"
@@ -80,6 +81,7 @@ void fMain::ShowUnits() {
   const int units = with_.session.DisplayUnits;
   for (std::size_t i = 0; i < obUnits.size(); ++i) obUnits[i].SetSelected(static_cast<int>(i) == units);
   for (const auto& label : screen.txtTempUnits()) label->SetText(TemperatureUnit(units));
+  ShowFieldTips(screen, units);
 }
 
 void fMain::SetUpScreen(int model_number) {

@@ -38,6 +38,19 @@ fMain::fMain(const Surroundings& surroundings)
   cmdViewLog.picture = ui::Button::Picture::Log;
   cmdViewLog.SetAccessibleName("Activity log");
   cmdViewLog.SetToolTip("Activity log");
+  cmdApply.SetToolTip("Writes the changed fields to the thermostat.");
+  cmdCancel.SetToolTip("Puts the changed fields back to what the thermostat holds.");
+  cmdRefresh.SetToolTip("Reads all values from the thermostat again. Changed fields keep their text.");
+  cmdExit.SetToolTip("Ends the plug-in.");
+  for (std::size_t i = 0; i < obUnits.size(); ++i) {
+    const std::string caption = obUnits[i].Text().substr(1);  // behind its "&"
+    obUnits[i].SetAccessibleName(frmUnits.Text() + ", " + caption);
+    obUnits[i].SetToolTip("Shows temperatures in " + TemperatureUnit(static_cast<int>(i)) + ".");
+  }
+  cmdDebug.SetAccessibleName("Set up the screen");
+  cmdDebug.SetToolTip("Sets the screen up for the model number beside it.");
+  txtDebug.SetAccessibleName("Model number");
+  txtDebug.SetToolTip("Model number for which the screen is to be set up.");
   cmdDebug.SetVisible(false);
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };

@@ -11,6 +11,13 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
       actions_(std::move(actions)) {
   SetCaption("Plug-in name will be set here at run time");
   cmbDeregMode.SetAccessibleName("Deregistration mode");
+  cmbDeregMode.SetToolTip(
+      "Minimal: removes the plug-in from this computer.\r\n"
+      "Complete: takes its commands off every network first.\r\n"
+      "Exhaustive: removes unused device templates that it has made as well.");
+  bRegister.SetToolTip("Makes the plug-in known to the directors on this computer.");
+  bDeregister.SetToolTip("Removes the plug-in in the mode that is chosen.");
+  bExit.SetToolTip("Closes this window and changes nothing.");
   bRegister.on_click = [this] { Register(); };
   bDeregister.on_click = [this] { Deregister(); };
   bExit.on_click = [this] { Unload(); };

@@ -77,6 +77,7 @@ class Control {
   bool Visible() const { return visible_; }
   void SetVisible(bool visible) { Set(visible_, visible, Aspect::Visible); }
 
+  /// A tooltip of one or more lines, with CR LF between them; to screen readers it describes the control.
   const std::string& ToolTip() const { return tool_tip_; }
   void SetToolTip(std::string text) { Set(tool_tip_, std::move(text), Aspect::ToolTip); }
   /// What a screen reader calls the control; set before the window is made.

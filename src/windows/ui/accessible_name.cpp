@@ -10,17 +10,23 @@
 namespace windows {
 namespace {
 
-// PROPID_ACC_NAME of the system.
-constexpr GUID kNameProperty{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
+// PROPID_ACC_NAME and PROPID_ACC_DESCRIPTION of the system.
+constexpr GUID kName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
+constexpr GUID kDescription{0x4d48dfe4, 0xbd3f, 0x491f, {0xa6, 0x48, 0x49, 0x2d, 0x6f, 0x20, 0xc5, 0x88}};
 
-}  // namespace
-
-void SetAccessibleName(HWND control, const std::wstring& name) {
+void Annotate(HWND control, const GUID& property, const std::wstring& text) {
   com::ComPtr<IAccPropServices> services;
   if (SUCCEEDED(CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
                                  services.ReceiveVoid())))
-    services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, kNameProperty,
-                             name.c_str());
+    services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, property, text.c_str());
+}
+
+}  // namespace
+
+void SetAccessibleName(HWND control, const std::wstring& name) { Annotate(control, kName, name); }
+
+void SetAccessibleDescription(HWND control, const std::wstring& description) {
+  Annotate(control, kDescription, description);
 }
 
 }  // namespace windows

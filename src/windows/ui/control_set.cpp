@@ -7,6 +7,7 @@
 #include <map>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/accessible_name.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/list_view_peer.h"
 #include "windows/ui/simple_peers.h"
@@ -136,6 +137,9 @@ void ControlSet::MakeToolTips() {
   tool_tips_ = CreateWindowExW(
       WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
       CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_.handle(), nullptr, context().instance(), nullptr);
+  constexpr LPARAM kLongestShown = 32767;  // milliseconds
+  SendMessageW(tool_tips_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kLongestShown);
+  SendMessageW(tool_tips_, TTM_SETMAXTIPWIDTH, 0, context().look().Scaled(360));
   for (const auto& peer : peers_)
     if (!peer->control().ToolTip().empty()) ShowToolTip(*peer);
 }
@@ -150,6 +154,7 @@ void ControlSet::ShowToolTip(ControlPeer& peer) {
   tool.lpszText = text.data();
   SendMessageW(tool_tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   if (!text.empty()) SendMessageW(tool_tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  SetAccessibleDescription(peer.handle(), text);
 }
 
 void ControlSet::Selected(ui::OptionButton& option) {

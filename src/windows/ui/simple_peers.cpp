@@ -28,10 +28,11 @@ std::wstring WithLineEnds(const std::string& text) {
 }  // namespace
 
 LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label) : ControlPeer(host, parent, label) {
-  // A text that ends in an ellipsis has one line.
+  // A text that ends in an ellipsis has one line. SS_NOTIFY lets the mouse find it, for a tooltip.
   const bool data = (label.shows_data || label.columns > 0) && label.lines == 1;
   Create(L"STATIC", ToWide(label.Text()),
-         static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) | (label.shows_data ? SS_NOPREFIX : 0)));
+         static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) |
+                            (label.shows_data ? SS_NOPREFIX | SS_NOTIFY : 0)));
   SetFont(weight());
   first_width_ = look().TextSize(ToWide(label.Text()), weight()).width;
 }

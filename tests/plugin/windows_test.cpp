@@ -1,0 +1,61 @@
+// What holds for every window of the program.
+
+#include <set>
+
+#include "registration/registration_form.h"
+#include "support/world.h"
+#include "ui/keyboard.h"
+
+namespace {
+
+using Kind = ui::Control::Kind;
+
+struct Windows : World {
+  registration::fRegisterPlugIn registration{desktop, "Plug-in", {}};
+};
+
+void ExpectToldApart(const ui::Box& box, std::set<std::string>& names) {
+  for (const ui::Box& child : box.children) ExpectToldApart(child, names);
+  if (!box.control) return;
+  const ui::Control& control = *box.control;
+  for (const Kind silent : {Kind::Frame, Kind::Label, Kind::StatusBar})
+    if (control.kind() == silent) return;
+  std::string name = control.AccessibleName().empty() ? control.Text() : control.AccessibleName();
+  std::erase(name, '&');
+  EXPECT_FALSE(name.empty()) << control.name();
+  EXPECT_TRUE(names.insert(name).second) << name;
+  const bool explains_itself =
+      control.kind() == Kind::Tabs || control.kind() == Kind::ListView || control.kind() == Kind::WebView;
+  EXPECT_NE(explains_itself, !control.ToolTip().empty()) << control.name();
+}
+
+/// The letters to which more than one control answers while some page is in front.
+std::set<char> Clashes(const ui::Box& layout, ui::Tabs* tabs) {
+  std::set<char> clashes;
+  for (std::size_t page = 0; page < (tabs ? tabs->Captions().size() : 1); ++page) {
+    if (tabs) tabs->Select(page);
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+      const auto found = ui::FindAccelerator(layout, static_cast<char32_t>(letter), nullptr);
+      if (found && !found->only_one) clashes.insert(letter);
+    }
+  }
+  return clashes;
+}
+
+TEST(Windows, ControlsAreToldApartAndAcceleratorsDoNotClash) {
+  Windows windows;
+  windows.main.Load();
+  const std::tuple<const ui::Form*, ui::Tabs*, std::set<char>> cases[] = {
+      // The captions of the pages share two letters.
+      {&windows.main, &windows.main.screen.tabData, {'h', 'o'}},
+      {&windows.log, nullptr, {}},
+      {&windows.registration, nullptr, {}}};
+  for (const auto& [form, tabs, clashes] : cases) {
+    SCOPED_TRACE(form->name());
+    std::set<std::string> names;
+    ExpectToldApart(form->layout(), names);
+    EXPECT_EQ(Clashes(form->layout(), tabs), clashes);
+  }
+}
+
+}  // namespace
