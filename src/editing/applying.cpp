@@ -97,7 +97,7 @@ bool UnmarkWritten(const Passes& passes, const Collected& collected) {
 }  // namespace
 
 void Apply(const Passes& passes, PendingEdits& pending, int display_units) {
-  const BusyPointer busy(passes.desktop);
+  const ui::BusyPointer busy(passes.desktop);
   Collected collected;
   try {
     collected = Collect(passes, display_units);

@@ -153,12 +153,13 @@ void ConnectLists(model::ConfigurationScreen& screen, PendingEdits& pending,
     const auto mark = [&pending, &list] { pending.Mark(list); };
     list.on_drop_down = mark;
     list.on_change = mark;
-    list.on_key_down = [=](int key, int) {
+    list.on_key_down = [=](int key, int state) {
       if (key == kEnter) {
         apply();
         return true;
       }
-      if (std::ranges::find(kKeysThatCannotChoose, key) == kKeysThatCannotChoose.end()) mark();
+      const bool turns_page = (state & ui::kCtrl) && (key == kPageUp || key == kPageDown);
+      if (!turns_page && std::ranges::find(kKeysThatCannotChoose, key) == kKeysThatCannotChoose.end()) mark();
       return false;
     };
   }

@@ -27,7 +27,7 @@ bool ReadAllPoints(const Passes& passes, int display_units) {
   std::string failed_action;
   std::string failure;
   {
-    const BusyPointer busy(passes.desktop);
+    const ui::BusyPointer busy(passes.desktop);
     const model::PointList& points = passes.device->points;
     for (std::size_t i = 0; i < points.size() && failure.empty() && !passes.device->dropped; ++i) {
       try {
@@ -48,7 +48,7 @@ bool ReadAllPoints(const Passes& passes, int display_units) {
 }
 
 bool ReadBackIn(const Passes& passes, int display_units) {
-  const BusyPointer busy(passes.desktop);
+  const ui::BusyPointer busy(passes.desktop);
   for (std::size_t i = 0; i < passes.device->points.size(); ++i) {
     model::CNvCpTable& point = passes.device->points[i];
     if (point.IsReadIn(display_units)) continue;
@@ -63,7 +63,7 @@ bool ReadBackIn(const Passes& passes, int display_units) {
 }
 
 bool InitializeAllBindings(const Passes& passes) {
-  const BusyPointer busy(passes.desktop);
+  const ui::BusyPointer busy(passes.desktop);
   for (model::CNvCtrlTable& binding : passes.device->bindings) binding.Initialize();
   return true;
 }

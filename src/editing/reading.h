@@ -40,18 +40,4 @@ bool InitializeAllBindings(const Passes& passes);
 /// caller.
 void ShowAllValues(const Passes& passes);
 
-/// The hourglass for as long as a pass runs.
-class BusyPointer {
- public:
-  explicit BusyPointer(ui::Desktop& desktop) : desktop_(desktop) {
-    desktop_.SetPointer(ui::Pointer::Hourglass);
-  }
-  ~BusyPointer() { desktop_.SetPointer(ui::Pointer::Default); }
-  BusyPointer(const BusyPointer&) = delete;
-  BusyPointer& operator=(const BusyPointer&) = delete;
-
- private:
-  ui::Desktop& desktop_;
-};
-
 }  // namespace editing

@@ -90,6 +90,9 @@ class Desktop : public ui::Desktop {
   std::vector<ui::OpenDialog> open_dialogs;
   std::optional<std::string> open_path;
 
+  void CopyText(const std::string& text) override { copied = text; }
+  std::string copied;
+
   bool ShowHelp(const std::string& file, int context) override {
     help_shown.emplace_back(file, context);
     return true;

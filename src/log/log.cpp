@@ -1,6 +1,5 @@
 #include "log/log.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -39,6 +38,7 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program)
   using ui::Box;
   SetCaption("Network activity logging");
   lstActivity.SetAccessibleName("Activity");
+  lstActivity.on_copy = [this](const std::string& rows) { this->desktop().CopyText(rows); };
   cmdSave.SetToolTip("Saves all rows in a file of comma-separated values.");
   cmdClear.SetToolTip("Removes all rows.");
   cmdClose.SetToolTip("Hides this window. The rows stay.");
@@ -56,10 +56,7 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program)
 
 void fLog::OnLoad() {
   constexpr double kFirstWidth = 12000, kFirstHeight = 6500;
-  const ui::Desktop::Area screen = desktop().WorkArea();
-  const double width = std::min(kFirstWidth, screen.width), height = std::min(kFirstHeight, screen.height);
-  SetBounds(screen.left + (screen.width - width) / 2, screen.top + (screen.height - height) / 2, width,
-            height);
+  Centre(kFirstWidth, kFirstHeight);
 }
 
 std::vector<ui::Spot> fLog::PlaceControls() {

@@ -157,15 +157,13 @@ void LNSPlugInAPI::SetNetworkName(const std::string& name) {
   const session::Raised opening(with_.session.Opening);
   if (with_.session.Busy() && name != with_.session.CurrentNetworkName) main_.AbandonOperation();
   const session::Operation running(with_.session);
-  with_.desktop.SetPointer(ui::Pointer::Hourglass);
+  const ui::BusyPointer busy(with_.desktop);
   try {
     with_.session.ObjectServer = main_.lcaOS();
     session::OpenNetwork(with_.session, name, network_interface_name_);
   } catch (const platform::Error&) {
-    with_.desktop.SetPointer(ui::Pointer::Default);
     Raise(20006, "Cannot open the network " + name);
   }
-  with_.desktop.SetPointer(ui::Pointer::Default);
 }
 
 void LNSPlugInAPI::SetRemoteFlag(bool remote) {

@@ -1,6 +1,5 @@
 #include "plugin/main_form.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/attempt.h"
@@ -32,6 +31,8 @@ fMain::fMain(const Surroundings& surroundings)
   SetCaption("Your Plug-In Caption Here");
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
   lblDeviceTemplate.shows_data = true;
+  constexpr int kStateColumns = 24;
+  StatusBar.columns = {kStateColumns};
   cmdHelp.picture = ui::Button::Picture::Help;
   cmdHelp.SetAccessibleName("Help");
   cmdHelp.SetToolTip("Help");
@@ -82,10 +83,7 @@ void fMain::OnLoad() {
   ending_ = false;
   DropDevice();
   SetCaption(with_.identity.PlugInName);
-  const ui::Desktop::Area area = desktop().WorkArea();
-  const double width = std::min(Width(), area.width);
-  const double height = std::min(Height(), area.height);
-  SetBounds(area.left + (area.width - width) / 2, area.top + (area.height - height) / 2, width, height);
+  Centre();
   const auto version = with_.program.FileVersion();
   screen.txtMajorVersion.SetText(std::to_string(version.major));
   screen.txtMinorVersion.SetText(std::to_string(version.minor));

@@ -33,9 +33,7 @@ void fRegisterPlugIn::OnLoad() {
   const std::vector<std::string> modes = {"Minimal Mode", "Complete Mode", "Exhaustive Mode"};
   cmbDeregMode.SetItems(modes);
   cmbDeregMode.SetText(modes[1]);
-  const ui::Desktop::Area screen = desktop().WorkArea();
-  SetBounds(screen.left + (screen.width - Width()) / 2, screen.top + (screen.height - Height()) / 2, Width(),
-            Height());
+  Centre();
 }
 
 void fRegisterPlugIn::Register() { Do(actions_.register_plug_in); }
@@ -49,6 +47,7 @@ void fRegisterPlugIn::Deregister() {
 void fRegisterPlugIn::Do(const std::function<void()>& action) {
   LockControls(true);
   try {
+    const ui::BusyPointer busy(desktop());
     action();
   } catch (...) {
     LockControls(false);  // what is shown now must not leave a window that cannot be closed

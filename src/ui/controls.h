@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -166,6 +168,8 @@ class ListView : public Control {
 
   const std::vector<std::string>& Headers() const { return headers_; }
   const std::vector<Row>& Rows() const { return rows_; }
+  /// What a cell shows: tabs and line breaks, which the list has no sign for, as blanks.
+  std::string ShownText(std::size_t row, std::size_t column) const;
   void Append(Row row) {
     rows_.push_back(std::move(row));
     Notify(Aspect::Rows);
@@ -174,6 +178,9 @@ class ListView : public Control {
     rows_.clear();
     Notify(Aspect::Rows);
   }
+  /// The user copies these rows: their cells as shown, with tabs between them and CR LF after each row.
+  void UserCopies(std::span<const std::size_t> rows) const;
+  std::function<void(const std::string& text)> on_copy;
 
  private:
   std::vector<std::string> headers_;
@@ -182,6 +189,9 @@ class ListView : public Control {
 
 class StatusBar : public Control {
  public:
+  /// Room for each panel but the last, which takes the rest, in digits; empty shares the room evenly.
+  std::vector<int> columns;
+
   StatusBar(std::string name, std::size_t panels)
       : Control(Kind::StatusBar, std::move(name)), panels_(panels) {}
 

@@ -113,6 +113,9 @@ class Desktop {
   /// cancelled.
   virtual std::optional<std::string> AskOpenFile(const OpenDialog& dialog) = 0;
 
+  /// Puts a text on the clipboard. Throws while another program keeps hold of it.
+  virtual void CopyText(const std::string& text) = 0;
+
   /// Opens a help file at the topic of a context number. False where the file cannot be shown.
   virtual bool ShowHelp(const std::string& file, int context) = 0;
 
@@ -135,6 +138,18 @@ class Desktop {
 
   /// Ends the message loop and with it the program, when the running event has been dealt with.
   virtual void EndProgram() = 0;
+};
+
+/// The hourglass for as long as it lives.
+class BusyPointer {
+ public:
+  explicit BusyPointer(Desktop& desktop) : desktop_(desktop) { desktop_.SetPointer(Pointer::Hourglass); }
+  ~BusyPointer() { desktop_.SetPointer(Pointer::Default); }
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+
+ private:
+  Desktop& desktop_;
 };
 
 }  // namespace ui

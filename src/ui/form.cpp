@@ -1,5 +1,6 @@
 #include "ui/form.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ui {
@@ -61,6 +62,14 @@ void Form::SetBounds(double left, double top, double width, double height) {
   height_ = height;
   if (window_) window_->UpdateBounds();
   OnResize();
+}
+
+void Form::Centre(double width, double height) {
+  const Desktop::Area screen = desktop_.WorkArea();
+  width = std::min(width, screen.width);
+  height = std::min(height, screen.height);
+  SetBounds(screen.left + (screen.width - width) / 2, screen.top + (screen.height - height) / 2, width,
+            height);
 }
 
 void Form::WindowMoved(double left, double top, double width, double height) {

@@ -92,6 +92,11 @@ class Form {
   Desktop& desktop() { return desktop_; }
   void SetLayout(Box layout) { layout_ = std::move(layout); }
 
+  /// Puts the window into the middle of the screen, in this size or, where that is too large, as large as the
+  /// screen allows.
+  void Centre(double width, double height);
+  void Centre() { Centre(width_, height_); }
+
   virtual void OnLoad() {}
   virtual void OnActivate() {}
   virtual void OnResize() {}

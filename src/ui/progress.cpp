@@ -27,9 +27,7 @@ fProgress::fProgress(Desktop& desktop, const platform::Program& program, std::st
 void fProgress::OnLoad() {
   SetCaption(plug_in_name_);
   desktop().SetPointer(Pointer::Hourglass);
-  const Desktop::Area screen = desktop().WorkArea();
-  SetBounds(screen.left + (screen.width - Width()) / 2, screen.top + (screen.height - Height()) / 2, Width(),
-            Height());
+  Centre();
   animation_.SetOwner(picResAnim);
   // A clip that cannot play must not stop the operation whose progress it decorates.
   platform::Attempt([this] { animation_.StartPlay(); });

@@ -169,11 +169,21 @@ TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
 }
 
 TEST(Lists, OpeningAndKeysMarkAndEnterApplies) {
-  const std::pair<int, bool> cases[] = {{40, true},   {38, true},  {65, true},  {27, true}, {9, false},
-                                        {112, false}, {16, false}, {17, false}, {18, false}};
-  for (const auto& [key, marks] : cases) {
+  constexpr int kPageDown = 34;
+  const std::tuple<int, int, bool> cases[] = {{40, 0, true},
+                                              {38, 0, true},
+                                              {65, 0, true},
+                                              {27, 0, true},
+                                              {kPageDown, 0, true},
+                                              {9, 0, false},
+                                              {112, 0, false},
+                                              {16, 0, false},
+                                              {17, 0, false},
+                                              {18, 0, false},
+                                              {kPageDown, ui::kCtrl, false}};
+  for (const auto& [key, state, marks] : cases) {
     Opened opened;
-    EXPECT_FALSE(opened.List(0).on_key_down(key, 0));
+    EXPECT_FALSE(opened.List(0).on_key_down(key, state));
     EXPECT_EQ(opened.IsMarked(opened.List(0)), marks) << key;
     EXPECT_EQ(opened.main.cmdApply.Enabled(), marks);
   }

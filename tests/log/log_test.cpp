@@ -104,6 +104,18 @@ TEST_F(SavedLog, FailuresAreToldAndClearingIsConfirmed) {
   EXPECT_TRUE(log.lstActivity.Rows().empty());
 }
 
+TEST_F(Log, CopiedRowsReadAsTheyAreShown) {
+  log.LogCommand("Reading nciSetPts", "23,25.5");
+  log.LogCommand("Reading nciSccModel (Raw)", "04\t1A");
+  log.LogError("no line break");
+  log.lstActivity.UserCopies(std::vector<std::size_t>{0, 1, 2});
+  EXPECT_EQ(desktop.copied,
+            "12:34:56\tReading nciSetPts\t23,25.5\r\n12:34:56\tReading nciSccModel (Raw)\t04 1A\r\n"
+            "12:34:56\t\t\r\n");
+  log.lstActivity.UserCopies({});
+  EXPECT_NE(desktop.copied, "") << "nothing selected: the clipboard stays";
+}
+
 TEST_F(Log, ButtonsStayRightAligned) {
   log.Load();
   log.SetBounds(0, 0, 9000, 6000);

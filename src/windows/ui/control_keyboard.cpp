@@ -15,7 +15,10 @@ bool ControlSet::MoveFocus(ControlPeer& peer) {
 
 bool ControlSet::MoveFocus(ui::Control* control) {
   ControlPeer* const peer = control ? PeerOf(*control) : nullptr;
-  return peer && MoveFocus(*peer);
+  if (!peer || !MoveFocus(*peer)) return false;
+  // The mouse finds only what can be seen.
+  Reveal(*peer);
+  return true;
 }
 
 bool ControlSet::PressMayGoOn(ControlPeer& peer) { return MoveFocus(peer); }
@@ -26,6 +29,7 @@ void ControlSet::TakeFocus(ControlPeer& peer) {
     if (closed_) return;
   }
   saved_focus_ = peer.handle();
+  Reveal(peer);
   // In a hidden or minimised window the focus is taken when the window comes up.
   if (IsWindowVisible(peer.handle()) && !IsIconic(window_.handle())) SetFocus(peer.handle());
 }
@@ -104,7 +108,7 @@ bool ControlSet::ArrowKey(ui::Direction direction) {
 
 void ControlSet::PressByKey(ui::Control* control) {
   ControlPeer* const peer = control && control->Enabled() && control->Visible() ? PeerOf(*control) : nullptr;
-  if (peer && MoveFocus(*peer)) peer->Press();
+  if (peer && MoveFocus(control)) peer->Press();
 }
 
 bool ControlSet::TurnPage(int step) {

@@ -17,10 +17,36 @@ namespace windows {
 
 using Kind = ui::Control::Kind;
 
+namespace {
+
+TTTOOLINFOW ControlTool(const ControlPeer& peer) {
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V1_SIZE;
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = peer.parent().handle();
+  tool.uId = reinterpret_cast<UINT_PTR>(peer.handle());
+  return tool;
+}
+
+TTTOOLINFOW PlaceTool(const ControlPeer& peer) {
+  TTTOOLINFOW tool = ControlTool(peer);
+  tool.uFlags = TTF_SUBCLASS;
+  tool.uId = reinterpret_cast<UINT_PTR>(&peer);
+  GetWindowRect(peer.handle(), &tool.rect);
+  MapWindowPoints(nullptr, tool.hwnd, reinterpret_cast<POINT*>(&tool.rect), 2);
+  return tool;
+}
+
+}  // namespace
+
 ControlSet::ControlSet(Surface& window, ui::Form& form)
-    : window_(window), form_(form), focus_(form, [this](ui::Control& control) {
-        if (ControlPeer* peer = PeerOf(control)) peer->Prepare();
-      }) {}
+    : window_(window),
+      form_(form),
+      focus_(form,
+             [this](ui::Control& control) {
+               if (ControlPeer* peer = PeerOf(control)) peer->Prepare();
+             }),
+      bars_(window.context().look().Scaled(12)) {}
 
 ControlSet::~ControlSet() { Close(); }
 
@@ -104,17 +130,51 @@ ui::Insets ControlSet::TabInsets(const ui::Control& tabs) const {
   return static_cast<const TabsPeer*>(by_control_.at(&tabs))->TabInsets();
 }
 
-void ControlSet::Arrange(ui::Extent client) {
-  client_ = client;
+void ControlSet::Arrange(ui::Extent room) {
+  room_ = room;
+  if (fitting_bars_) return;  // a bar that comes or goes changes the client area
+  fitting_bars_ = true;
+  // A form that places its controls itself makes do with any size.
+  const bool placed = form_.layout().kind == ui::Box::Kind::Placed;
+  bars_.Fit(window_.handle(), placed ? ui::Extent{} : Minimum(), room);
+  fitting_bars_ = false;
+  PlaceAll();
+}
+
+void ControlSet::PlaceAll() {
+  RECT client;
+  GetClientRect(window_.handle(), &client);
+  const POINT scrolled = bars_.position();
   // One batch moves children of one parent only.
   std::map<const Surface*, HDWP> batches;
-  for (const ui::Placement& placement : engine_->Arrange(client)) {
+  const ui::Extent size{static_cast<int>(client.right), static_cast<int>(client.bottom)};
+  for (const ui::Placement& placement : engine_->Arrange(size)) {
     ControlPeer& peer = *by_control_.at(placement.control);
+    ui::Rectangle place = placement.rectangle;
+    place.left -= static_cast<int>(scrolled.x);
+    place.top -= static_cast<int>(scrolled.y);
     const auto batch = batches.try_emplace(&peer.parent(), nullptr).first;
     if (!batch->second) batch->second = BeginDeferWindowPos(static_cast<int>(peers_.size()));
-    peer.Place(placement.rectangle, batch->second);
+    peer.Place(place, batch->second);
   }
   for (const auto& [parent, batch] : batches) EndDeferWindowPos(batch);
+  for (const auto& peer : peers_) {
+    if (peer->control().ToolTip().empty()) continue;
+    TTTOOLINFOW tool = PlaceTool(*peer);
+    SendMessageW(tool_tips_, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LPARAM>(&tool));
+  }
+}
+
+void ControlSet::Scroll(int bar, WORD request) {
+  if (bars_.Request(window_.handle(), bar, request)) PlaceAll();
+}
+
+void ControlSet::TurnWheel(int delta) {
+  if (bars_.Turn(window_.handle(), delta)) PlaceAll();
+}
+
+void ControlSet::Reveal(const ControlPeer& peer) {
+  if (bars_.Reveal(window_.handle(), peer.place())) PlaceAll();
 }
 
 void ControlSet::Relayout() {
@@ -122,15 +182,20 @@ void ControlSet::Relayout() {
   const ui::Extent former = Minimum();
   MeasureLayout();
   const ui::Extent minimum = Minimum();
-  const int wider = client_.width >= former.width ? std::max(0, minimum.width - client_.width) : 0;
-  const int higher = client_.height >= former.height ? std::max(0, minimum.height - client_.height) : 0;
+  const int wider = room_.width >= former.width ? std::max(0, minimum.width - room_.width) : 0;
+  const int higher = room_.height >= former.height ? std::max(0, minimum.height - room_.height) : 0;
   RECT outer;
   GetWindowRect(window_.handle(), &outer);
-  if ((wider > 0 || higher > 0) && !IsIconic(window_.handle()) && !IsZoomed(window_.handle()))
-    SetWindowPos(window_.handle(), nullptr, 0, 0, static_cast<int>(outer.right - outer.left) + wider,
-                 static_cast<int>(outer.bottom - outer.top) + higher,
+  const int width = static_cast<int>(outer.right - outer.left),
+            height = static_cast<int>(outer.bottom - outer.top);
+  const ui::Extent most = WorkAreaSize();
+  const int new_width = std::max(width, std::min(width + wider, most.width));
+  const int new_height = std::max(height, std::min(height + higher, most.height));
+  if ((new_width > width || new_height > height) && !IsIconic(window_.handle()) &&
+      !IsZoomed(window_.handle()))
+    SetWindowPos(window_.handle(), nullptr, 0, 0, new_width, new_height,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-  Arrange(client_);
+  Arrange(room_);
 }
 
 void ControlSet::MakeToolTips() {
@@ -146,14 +211,12 @@ void ControlSet::MakeToolTips() {
 
 void ControlSet::ShowToolTip(ControlPeer& peer) {
   std::wstring text = ToWide(peer.control().ToolTip());
-  TTTOOLINFOW tool{};
-  tool.cbSize = TTTOOLINFOW_V1_SIZE;
-  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-  tool.hwnd = window_.handle();
-  tool.uId = reinterpret_cast<UINT_PTR>(peer.handle());
-  tool.lpszText = text.data();
-  SendMessageW(tool_tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-  if (!text.empty()) SendMessageW(tool_tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  // One tool is the control; the other its place, because the mouse goes through a disabled control.
+  for (TTTOOLINFOW tool : {ControlTool(peer), PlaceTool(peer)}) {
+    tool.lpszText = text.data();
+    SendMessageW(tool_tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    if (!text.empty()) SendMessageW(tool_tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  }
   SetAccessibleDescription(peer.handle(), text);
 }
 

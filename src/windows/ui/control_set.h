@@ -10,6 +10,7 @@
 #include "ui/keyboard.h"
 #include "ui/layout_engine.h"
 #include "windows/ui/control_peer.h"
+#include "windows/ui/scroll_bars.h"
 #include "windows/ui/surface.h"
 
 namespace windows {
@@ -24,7 +25,10 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   /// Makes the windows of all controls.
   void Create();
   ui::Extent Minimum() const { return engine_->Minimum(); }
-  void Arrange(ui::Extent client);
+  /// Arranges the controls in a window that has so much room inside its frame; what does not fit is scrolled.
+  void Arrange(ui::Extent room);
+  void Scroll(int bar, WORD request);
+  void TurnWheel(int delta);
   /// Controls forget their peers; from now on nothing is told to the form.
   void Close();
 
@@ -63,6 +67,8 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void MakeToolTips();
   void MeasureLayout();
 
+  void PlaceAll();
+  void Reveal(const ControlPeer& peer);
   bool MoveFocus(ControlPeer& peer);
   bool MoveFocus(ui::Control* control);
   void PressByKey(ui::Control* control);
@@ -77,7 +83,9 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   std::vector<std::unique_ptr<ControlPeer>> peers_;
   std::unordered_map<const ui::Control*, ControlPeer*> by_control_;
   std::optional<ui::LayoutEngine> engine_;
-  ui::Extent client_;
+  ui::Extent room_;
+  ScrollBars bars_;
+  bool fitting_bars_ = false;
   HWND saved_focus_ = nullptr;
   HWND tool_tips_ = nullptr;
 };

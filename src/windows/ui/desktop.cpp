@@ -8,6 +8,7 @@
 
 #include "windows/com/wide_text.h"
 #include "windows/ui/animation_window.h"
+#include "windows/ui/clipboard.h"
 #include "windows/ui/form_shell.h"
 #include "windows/ui/message_box.h"
 
@@ -94,6 +95,8 @@ ui::Answer WindowsDesktop::ShowMessage(const ui::Message& message) {
   ++context_->messages_shown;
   return ShowMessageBox(message, *context_);
 }
+
+void WindowsDesktop::CopyText(const std::string& text) { PutOnClipboard(ToWide(text)); }
 
 bool WindowsDesktop::ShowHelp(const std::string& file, int context) {
   return context_->help.ShowContext(ToWide(file), static_cast<DWORD>(context));

@@ -37,6 +37,7 @@ class WindowsDesktop final : public ui::Desktop {
   ui::Answer ShowMessage(const ui::Message& message) override;
   std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override;
   std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override;
+  void CopyText(const std::string& text) override;
   bool ShowHelp(const std::string& file, int context) override;
   void Yield() override;
   void SetPointer(ui::Pointer pointer) override;

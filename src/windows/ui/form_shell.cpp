@@ -1,8 +1,14 @@
 #include "windows/ui/form_shell.h"
 
+#include <windowsx.h>
+
+#include <algorithm>
 #include <cmath>
 
+#include "ui/data_texts.h"
 #include "windows/com/wide_text.h"
+#include "windows/ui/clipboard.h"
+#include "windows/ui/popup_menu.h"
 
 namespace windows {
 namespace {
@@ -52,6 +58,15 @@ class Flagged {
   bool former_;
 };
 
+/// With its "&" as they are, and without what would make the menu too wide.
+std::wstring MenuText(std::wstring text) {
+  constexpr std::size_t kLongest = 80;
+  if (text.size() > kLongest) text = text.substr(0, kLongest) + L"\x2026";
+  for (std::size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
+    text.insert(at, 1, L'&');
+  return text;
+}
+
 }  // namespace
 
 FormShell::FormShell(Context& context, ui::Form& form)
@@ -86,17 +101,11 @@ RECT FormShell::FormBounds() const {
 }
 
 ui::Extent FormShell::Frame() const {
-  RECT outer, client;
-  GetWindowRect(handle(), &outer);
-  GetClientRect(handle(), &client);
+  // Without scroll bars, whatever the window has now.
   RECT frame{0, 0, 0, 0};
   AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(handle(), GWL_STYLE)), FALSE,
                      static_cast<DWORD>(GetWindowLongW(handle(), GWL_EXSTYLE)));
-  // A window that still has no room has no client area to measure.
-  if (client.right == 0 || client.bottom == 0)
-    return {static_cast<int>(frame.right - frame.left), static_cast<int>(frame.bottom - frame.top)};
-  return {static_cast<int>(outer.right - outer.left - client.right),
-          static_cast<int>(outer.bottom - outer.top - client.bottom)};
+  return {static_cast<int>(frame.right - frame.left), static_cast<int>(frame.bottom - frame.top)};
 }
 
 ui::Extent FormShell::OuterMinimum() const {
@@ -184,8 +193,18 @@ LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOVE:
       TellBounds();
       return 0;
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+      controls_.Scroll(message == WM_HSCROLL ? SB_HORZ : SB_VERT, LOWORD(wparam));
+      return 0;
+    case WM_MOUSEWHEEL:
+      controls_.TurnWheel(GET_WHEEL_DELTA_WPARAM(wparam));
+      return 0;
+    case WM_CONTEXTMENU:
+      if (OfferDataTexts(lparam)) return 0;
+      break;
     case WM_SETCURSOR:
-      if (ShowHourglass(lparam)) return TRUE;
+      if (context().ShowHourglass(lparam)) return TRUE;
       break;
     default:
       break;
@@ -210,8 +229,9 @@ void FormShell::LimitSize(MINMAXINFO& limits) const {
     limits.ptMaxTrackSize = {SHRT_MAX, SHRT_MAX};
     return;
   }
-  const ui::Extent minimum = OuterMinimum();
-  limits.ptMinTrackSize = {minimum.width, minimum.height};
+  // On a small screen the user scrolls what is too large for it.
+  const ui::Extent minimum = OuterMinimum(), screen = WorkAreaSize();
+  limits.ptMinTrackSize = {std::min(minimum.width, screen.width), std::min(minimum.height, screen.height)};
 }
 
 void FormShell::Sized(WPARAM how) {
@@ -221,9 +241,11 @@ void FormShell::Sized(WPARAM how) {
                                                      : ui::WindowState::Normal);
   }
   if (how == SIZE_MINIMIZED) return;
-  RECT client;
-  GetClientRect(handle(), &client);
-  controls_.Arrange({static_cast<int>(client.right), static_cast<int>(client.bottom)});
+  RECT outer;
+  GetWindowRect(handle(), &outer);
+  const ui::Extent frame = Frame();
+  controls_.Arrange({static_cast<int>(outer.right - outer.left) - frame.width,
+                     static_cast<int>(outer.bottom - outer.top) - frame.height});
   TellBounds();
 }
 
@@ -238,9 +260,17 @@ void FormShell::TellBounds() {
                     (actual.bottom - actual.top) * scale);
 }
 
-bool FormShell::ShowHourglass(LPARAM lparam) const {
-  if (!context().hourglass || LOWORD(lparam) != HTCLIENT) return false;
-  SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+/// What stands in the window outside of fields can be copied all the same, also without the mouse.
+bool FormShell::OfferDataTexts(LPARAM where) const {
+  POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
+  RECT client;
+  GetClientRect(handle(), &client);
+  const bool inside = where == -1 || (ScreenToClient(handle(), &at) && PtInRect(&client, at));
+  const std::vector<std::string> texts = ui::DataTexts(form_.layout());
+  if (!inside || texts.empty()) return false;
+  std::vector<MenuItem> items;
+  for (const std::string& text : texts) items.push_back({L"Copy \"" + MenuText(ToWide(text)) + L"\""});
+  if (const auto chosen = ChooseFromMenu(handle(), where, items)) PutOnClipboard(ToWide(texts[*chosen]));
   return true;
 }
 

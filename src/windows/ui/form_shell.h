@@ -44,7 +44,7 @@ class FormShell final : public Surface {
   void TellBounds();
   void Sized(WPARAM how);
   LRESULT Activated(WPARAM wparam, LPARAM lparam);
-  bool ShowHourglass(LPARAM lparam) const;
+  bool OfferDataTexts(LPARAM where) const;
 
   ui::Form& form_;
   ControlSet controls_;

@@ -8,6 +8,7 @@
 
 #include "windows/com/wide_text.h"
 #include "windows/ui/pictures.h"
+#include "windows/ui/popup_menu.h"
 
 namespace windows {
 
@@ -81,6 +82,48 @@ void ListViewPeer::Update(ui::Aspect aspect) {
     ControlPeer::Update(aspect);
 }
 
+LRESULT ListViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_KEYDOWN: {
+      if (HeldKeys() != ui::kCtrl) break;
+      if (wparam == 'A') return SelectAll(), 0;
+      if (wparam == 'C' || wparam == VK_INSERT) return Copy(), 0;
+      break;
+    }
+    case WM_CHAR:  // of the keys above; letters look for a row
+      if (wparam < L' ') return 0;
+      break;
+    case WM_CONTEXTMENU:
+      // The menu of the column headers would be another one.
+      if (reinterpret_cast<HWND>(wparam) == handle()) return OfferMenu(lparam), 0;
+      break;
+    default:
+      break;
+  }
+  return ControlPeer::Handle(message, wparam, lparam);
+}
+
+void ListViewPeer::SelectAll() const {
+  LVITEMW selected{};
+  selected.state = selected.stateMask = LVIS_SELECTED;
+  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&selected));
+}
+
+void ListViewPeer::Copy() const {
+  std::vector<std::size_t> rows;
+  for (LRESULT row = -1; (row = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED)) != -1;)
+    rows.push_back(static_cast<std::size_t>(row));
+  list().UserCopies(rows);
+}
+
+void ListViewPeer::OfferMenu(LPARAM where) const {
+  const auto chosen = ChooseFromMenu(
+      handle(), where,
+      {{L"&Copy\tCtrl+C", Send(LVM_GETSELECTEDCOUNT) > 0}, {L"Select &All\tCtrl+A", !list().Rows().empty()}});
+  if (!chosen || !alive()) return;
+  *chosen == 0 ? Copy() : SelectAll();
+}
+
 LRESULT ListViewPeer::Notify(NMHDR& header) {
   if (header.code != LVN_GETDISPINFOW) return 0;
   LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
@@ -89,9 +132,7 @@ LRESULT ListViewPeer::Notify(NMHDR& header) {
   const ui::ListView::Row& shown = list().Rows()[row];
   if (item.mask & LVIF_IMAGE) item.iImage = shown.icon == ui::ListView::Icon::Green ? 0 : 1;
   if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
-    answered_[column] = column < shown.cells.size() ? ToWide(shown.cells[column]) : std::wstring();
-    // The list would draw a box for a tab, which separates the bytes of a raw value.
-    std::ranges::replace(answered_[column], L'\t', L' ');
+    answered_[column] = ToWide(list().ShownText(row, column));
     item.pszText = answered_[column].data();
   }
   return 0;

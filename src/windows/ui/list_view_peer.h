@@ -18,8 +18,14 @@ class ListViewPeer final : public ControlPeer {
   void Update(ui::Aspect aspect) override;
   LRESULT Notify(NMHDR& header) override;
 
+ protected:
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+
  private:
   const ui::ListView& list() const { return static_cast<const ui::ListView&>(control()); }
+  void SelectAll() const;
+  void Copy() const;
+  void OfferMenu(LPARAM where) const;
   void MakeImages();
   void MakeColumns();
   void ForgetRows();

@@ -57,6 +57,18 @@ ui::Extent Look::WrappedSize(const std::wstring& text, Weight weight, int width)
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
+std::wstring Look::Shortened(const std::wstring& text, int width) const {
+  std::size_t length = text.size();
+  while (length > 0 && TextSize(text.substr(0, length) + L"\x2026").width > width) --length;
+  return text.substr(0, length) + L"\x2026";
+}
+
+ui::Extent WorkAreaSize() {
+  RECT area{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  return {static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+}
+
 COLORREF ToColorRef(ui::Color color) {
   const auto value = static_cast<std::uint32_t>(color);
   constexpr std::uint32_t kSystemColor = 0x80000000u;

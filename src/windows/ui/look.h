@@ -27,6 +27,8 @@ class Look {
   ui::Extent TextSize(const std::wstring& text, Weight weight = Weight::Normal, bool caption = false) const;
   /// The size of a caption that is broken between words to be no wider than this, in pixels.
   ui::Extent WrappedSize(const std::wstring& text, Weight weight, int width) const;
+  /// The text, or as much of its beginning as fits into this width with an ellipsis.
+  std::wstring Shortened(const std::wstring& text, int width) const;
   /// The height of text fields and lists.
   int FieldHeight() const { return text_height_ + Scaled(8); }
 
@@ -37,6 +39,9 @@ class Look {
   int text_height_ = 0;
   int digit_width_ = 0;
 };
+
+/// The part of the primary screen that windows may cover.
+ui::Extent WorkAreaSize();
 
 COLORREF ToColorRef(ui::Color color);
 /// Between two system colours; 0 is the first, 100 the second. Keeps lines and quiet texts readable in every

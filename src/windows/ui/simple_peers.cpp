@@ -130,7 +130,7 @@ void FramePeer::PaintLine(HDC dc, const RECT& area) const {
 }
 
 StatusBarPeer::StatusBarPeer(PeerHost& host, Surface& parent, ui::StatusBar& bar, bool grip)
-    : ControlPeer(host, parent, bar) {
+    : ControlPeer(host, parent, bar), grip_(grip) {
   Create(STATUSCLASSNAMEW, L"",
          static_cast<DWORD>(CCS_NOPARENTALIGN | CCS_NORESIZE | (grip ? SBARS_SIZEGRIP : 0)));
 }
@@ -140,10 +140,16 @@ ui::Extent StatusBarPeer::PreferredSize() const {
 }
 
 void StatusBarPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
+  if (rectangle == place()) return;
   ControlPeer::Place(rectangle, batch);
-  const auto count = static_cast<int>(static_cast<const ui::StatusBar&>(control()).Panels().size());
+  const auto count = static_cast<int>(bar().Panels().size());
   std::vector<int> right_edges;
-  for (int panel = 1; panel < count; ++panel) right_edges.push_back(rectangle.width * panel / count);
+  for (int panel = 1; panel < count; ++panel) {
+    const bool told = static_cast<std::size_t>(panel) <= bar().columns.size();
+    right_edges.push_back(told ? (panel > 1 ? right_edges.back() : 0) +
+                                     bar().columns[static_cast<std::size_t>(panel) - 1] * look().DigitWidth()
+                               : rectangle.width * panel / count);
+  }
   right_edges.push_back(-1);
   Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
   ShowTexts();
@@ -156,10 +162,26 @@ void StatusBarPeer::Update(ui::Aspect aspect) {
     ControlPeer::Update(aspect);
 }
 
-void StatusBarPeer::ShowTexts() const {
-  WPARAM part = 0;
-  for (const std::string& text : static_cast<const ui::StatusBar&>(control()).Panels())
-    Send(SB_SETTEXTW, part++, reinterpret_cast<LPARAM>(ToWide(text).c_str()));
+/// Texts that do not fit end in an ellipsis and stand in full in the tooltip.
+void StatusBarPeer::ShowTexts() {
+  const std::vector<std::string>& panels = bar().Panels();
+  std::string cut;
+  for (std::size_t part = 0; part < panels.size(); ++part) {
+    std::wstring text = ToWide(panels[part]);
+    const bool last = part + 1 == panels.size();
+    // The last part reaches to the edge; its rectangle is right only after the bar has been moved.
+    RECT room{};
+    Send(SB_GETRECT, part, reinterpret_cast<LPARAM>(&room));
+    const int right =
+        last ? place().width - (grip_ ? GetSystemMetrics(SM_CXVSCROLL) : 0) : static_cast<int>(room.right);
+    const int width = right - static_cast<int>(room.left) - look().Scaled(6);
+    if (look().TextSize(text).width > width) {
+      text = look().Shortened(text, width);
+      cut += (cut.empty() ? "" : "\r\n") + panels[part];
+    }
+    Send(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.c_str()));
+  }
+  control().SetToolTip(cut);
 }
 
 WebViewPeer::WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view)

@@ -72,7 +72,9 @@ class StatusBarPeer final : public ControlPeer {
   void Update(ui::Aspect aspect) override;
 
  private:
-  void ShowTexts() const;
+  ui::StatusBar& bar() const { return static_cast<ui::StatusBar&>(control()); }
+  void ShowTexts();
+  bool grip_;
 };
 
 /// Shows the page's text, to be scrolled and copied.

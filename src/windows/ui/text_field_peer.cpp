@@ -1,4 +1,5 @@
 #include "windows/com/wide_text.h"
+#include "windows/ui/clipboard.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/surface.h"
 
@@ -7,18 +8,6 @@ namespace {
 
 constexpr WPARAM kSelectAll = 1;  // Ctrl+A, as a character
 constexpr WPARAM kFirstPrintable = 0x20;
-
-/// The text on the clipboard; empty where there is none.
-std::wstring ClipboardText(HWND owner) {
-  std::wstring text;
-  if (!OpenClipboard(owner)) return text;
-  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-    if (const auto* characters = static_cast<const wchar_t*>(GlobalLock(data))) text = characters;
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
-}
 
 }  // namespace
 

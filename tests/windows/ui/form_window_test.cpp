@@ -1,5 +1,6 @@
 #include <array>
 #include <memory>
+#include <set>
 #include <tuple>
 
 #include "platform/error.h"
@@ -141,6 +142,39 @@ TEST_F(FormWindow, ReportsWhatAHandlerThrows) {
   form.apply.on_click = [] { throw platform::Error(5, "test", "The handler fails."); };
   SendMessageW(Child(WindowOf(form), L"&Apply"), BM_CLICK, 0, 0);
   EXPECT_EQ(failures, std::vector<std::string>{"The handler fails."});
+}
+
+struct LargeFormWindow : WindowsUiTest {
+  LargeFormWindow() : WindowsUiTest(288) {}
+  ScreenForm form{desktop};
+};
+
+TEST_F(LargeFormWindow, ScrollsToWhatTheKeyboardReachesOnASmallScreen) {
+  ASSERT_TRUE(Activate(form));
+  const HWND window = WindowOf(form);
+  SetWindowPos(window, nullptr, 0, 0, 1, 1, SWP_NOZORDER | SWP_NOMOVE);
+  RECT screen, client;
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+  const RECT least = ScreenPlace(window);
+  EXPECT_LE(least.right - least.left, screen.right);
+  EXPECT_LE(least.bottom - least.top, screen.bottom);
+  std::set<HWND> seen;
+  for (int i = 0; i < 60; ++i) {
+    Press({VK_TAB});
+    if (i % 12 == 11) Press({VK_CONTROL, VK_TAB});
+    const HWND focus = GetFocus();
+    GetClientRect(window, &client);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    const RECT place = ScreenPlace(focus);
+    const bool whole = ClassOf(focus) != L"SysTabControl32" && ClassOf(focus) != L"SysListView32";
+    EXPECT_TRUE(place.left >= client.left && place.top >= client.top) << windows::ToUtf8(TextOf(focus));
+    EXPECT_TRUE(!whole || (place.right <= client.right && place.bottom <= client.bottom))
+        << windows::ToUtf8(TextOf(focus));
+    seen.insert(focus);
+  }
+  EXPECT_GT(seen.size(), 25u);
+  form.SetBounds(0, 0, 20000, 20000);  // large enough for all of it
+  EXPECT_FALSE(GetWindowLongW(window, GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL));
 }
 
 }  // namespace
