@@ -50,7 +50,7 @@ class PlugInUser : public testing::Test {
   /// Ends the plug-in as a user does: Exit, and Yes.
   void TearDown() override {
     Key(VK_MENU, 'E');
-    if (const HWND box = Box(kCaption)) Press(box, IDYES);
+    if (Box(kCaption)) Key('Y');
     EXPECT_TRUE(Eventually([&] { return !IsWindow(window_); })) << "the plug-in did not end";
     plug_in_.reset();
   }
@@ -153,6 +153,16 @@ class PlugInUser : public testing::Test {
     GlobalUnlock(memory);
     SetClipboardData(CF_UNICODETEXT, memory);
     CloseClipboard();
+  }
+
+  static std::string FromClipboard() {
+    if (!OpenClipboard(nullptr)) return {};
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    const auto* text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;
+    const std::string copied = text ? windows::ToUtf8(text) : std::string();
+    if (text) GlobalUnlock(data);
+    CloseClipboard();
+    return copied;
   }
 
   /// The message box with the caption, once it has come up; null where none does.

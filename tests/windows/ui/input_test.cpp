@@ -1,5 +1,6 @@
 // The keyboard and the mouse, by real input.
 
+#include "ui/keyboard.h"
 #include "windows_under_test.h"
 
 namespace {
