@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/catalogue.h"
+#include "model/bindings.h"
 #include "model/point_list.h"
 
 namespace editing {

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "startup/help_topics.h"
 #include "startup/identity.h"
 #include "text/strings.h"
 
@@ -126,6 +127,8 @@ void fLog::AskAndClear() {
       {"Clear Log file ?", startup::kProgramTitle, ui::Icon::Exclamation, ui::Buttons::OkCancel});
   if (answer == ui::Answer::Ok) Clear();
 }
+
+void fLog::OnHelp() { ShowHelp(startup::HelpFile(program_), startup::kLogTopic, startup::kProgramTitle); }
 
 bool fLog::OnQueryUnload(ui::CloseReason reason) {
   if (reason != ui::CloseReason::User) return true;

@@ -36,6 +36,7 @@ class fLog : public ui::Form {
  protected:
   void OnLoad() override;
   bool OnQueryUnload(ui::CloseReason reason) override;
+  void OnHelp() override;
 
  private:
   std::vector<ui::Spot> PlaceControls();

@@ -3,11 +3,8 @@
 #include <optional>
 #include <span>
 #include <string_view>
-#include <vector>
 
-#include "model/configuration_screen.h"
-#include "model/control_binding.h"
-#include "model/point_list.h"
+#include "model/screen_layout.h"
 
 /// The configurable fields of the device, defined here once: which field of which point each control edits,
 /// how it is rounded for display, and its limits in SI and US units.
@@ -30,11 +27,5 @@ struct CatalogueRow {
 };
 
 std::span<const CatalogueRow> Catalogue();
-
-using BindingList = std::vector<CNvCtrlTable>;
-
-/// One binding a row, in row order. Throws 5 for a point that the list does not hold and 340 for a control
-/// that the screen does not have.
-BindingList MakeBindings(const PointList& points, const ConfigurationScreen& screen);
 
 }  // namespace model

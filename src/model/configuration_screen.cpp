@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "model/field_guide.h"
+
 namespace model {
 namespace {
 
@@ -31,6 +33,8 @@ ConfigurationScreen::ConfigurationScreen()
   tabData.SetAccessibleName("Pages");
   WebBrowser1.SetAccessibleName("Contact");
   lbModel.shows_data = lbHvacType.shows_data = true;
+  for (const FieldGuide& guide : FieldGuides())
+    Find(guide.control)->help_context = HelpContextOf(guide.control);
   ShowInitialTexts();
 }
 
@@ -134,7 +138,6 @@ ui::Box ConfigurationScreen::FieldsLayout(const FramePlace& place) {
   std::vector<ui::Box> cells;
   for (const FieldPlace& field : place.fields) {
     ui::Control* control = Find(field.control);
-    control->help_context = kPageTopics[static_cast<std::size_t>(place.page)];
     control->SetAccessibleName(SpokenName(place, field));
     cells.push_back(field.label.empty() ? ui::Box{} : ui::Box::Leaf(NewLabel(std::string(field.label))));
     cells.push_back(ui::Box::Leaf(*control));

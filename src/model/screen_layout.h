@@ -46,6 +46,20 @@ inline constexpr std::array<std::string_view, 8> kPageCaptions = {
 inline constexpr std::array kPageTopics = {1004, 1002, 1003, 1006, 1005, 1001, 1000, 0};
 static_assert(kPageTopics.size() == kPageCaptions.size());
 
+/// The help topic of one control; every control of the screen has its own. Numbers once shipped stay.
+constexpr int HelpContextOf(ControlRef control) {
+  switch (control.array) {
+    case ScreenArray::None:
+      return 0;
+    case ScreenArray::txtNvi:
+      return 1100 + control.index;
+    case ScreenArray::cbNvi:
+      return 1150 + control.index;
+    default:
+      return 1180 + static_cast<int>(control.array);
+  }
+}
+
 /// The page that shows the contact page instead of fields, and the one with a heading of its own.
 inline constexpr int kContactPage = 6;
 inline constexpr int kHardwarePage = 2;

@@ -1,6 +1,7 @@
 // The road of a configure command through the main window: from the device that the director named to its
 // values on the screen.
 
+#include "model/bindings.h"
 #include "platform/attempt.h"
 #include "plugin/device_state.h"
 #include "plugin/main_form.h"

@@ -5,6 +5,7 @@
 #include "platform/attempt.h"
 #include "plugin/display_settings.h"
 #include "session/network_session.h"
+#include "startup/help_topics.h"
 
 namespace plugin {
 namespace {
@@ -55,8 +56,14 @@ fMain::fMain(const Surroundings& surroundings)
   cmdDebug.SetVisible(false);
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };
-  cmdHelp.on_click = [this] { ShowHelp(); };
+  cmdHelp.on_click = [this] { OnHelp(); };
   cmdViewLog.on_click = [this] { with_.log.BringToFront(); };
+  for (ui::OptionButton& unit : obUnits) unit.help_context = startup::kUnitsTopic;
+  cmdApply.help_context = startup::kApplyTopic;
+  cmdCancel.help_context = startup::kCancelTopic;
+  cmdRefresh.help_context = startup::kRefreshTopic;
+  cmdExit.help_context = startup::kExitTopic;
+  cmdViewLog.help_context = startup::kLogTopic;
   ConnectEditing();
   SetLayout(MakeLayout());
 }
@@ -178,13 +185,7 @@ int fMain::HelpContext() const {
   return model::kPageTopics[screen.tabData.Selected()];
 }
 
-void fMain::ShowHelp() {
-  const std::string file =
-      with_.program.Directory() + "\\" + with_.program.StringResource(startup::kHelpFileText);
-  if (!desktop().ShowHelp(file, HelpContext()))
-    desktop().ShowMessage(
-        {"The help file cannot be shown.\r\n\r\n" + file, startup::kProgramTitle, ui::Icon::Exclamation});
-}
+void fMain::OnHelp() { ShowHelp(startup::HelpFile(with_.program), HelpContext(), startup::kProgramTitle); }
 
 editing::Passes fMain::passes() {
   return {desktop(), with_.log, with_.progress, with_.identity.PlugInName, loaded_};

@@ -51,7 +51,7 @@ class fMain : public ui::Form {
   lns::ObjectServer lcaOS();
 
   /// The help topic of the control that has the focus, or had it before the help button was pressed; where it
-  /// has none, that of the page in front.
+  /// has none, that of the page in front; 0 where that has none either.
   int HelpContext() const;
 
   bool DeviceOnline() const { return device_online_; }
@@ -79,13 +79,13 @@ class fMain : public ui::Form {
   void OnActivate() override;
   bool OnQueryUnload(ui::CloseReason reason) override;
   void OnUnload() override;
+  void OnHelp() override;
 
  private:
   ui::Box MakeLayout();
   void GetDisplayUnits();
   void GetDebug();
   void ConfirmExit();
-  void ShowHelp();
   void ConnectEditing();
   void Run(const std::function<void()>& command);
   void Apply();

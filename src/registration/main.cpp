@@ -29,6 +29,7 @@ bool MMain::Main(std::string_view command_line) {
     actions.register_plug_in = [this] { RegisterPlugIn(with_, true, com_class_); };
     actions.deregister_plug_in = [this](std::int32_t mode) { DeregisterPlugIn(mode, true); };
     actions.end_plug_in = process_.end_plug_in;
+    actions.help_file = startup::HelpFile(with_.program);
     window_ = std::make_unique<fRegisterPlugIn>(with_.desktop, with_.identity.PlugInName, std::move(actions));
     window_->Show();
   });

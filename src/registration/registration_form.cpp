@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "startup/help_topics.h"
+
 namespace registration {
 
 fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions)
@@ -66,6 +68,8 @@ bool fRegisterPlugIn::OnQueryUnload(ui::CloseReason reason) {
   // What a button has begun ends first.
   return reason != ui::CloseReason::User || bExit.Enabled();
 }
+
+void fRegisterPlugIn::OnHelp() { ShowHelp(actions_.help_file, startup::kRegistrationTopic, plug_in_name_); }
 
 void fRegisterPlugIn::OnUnload() { actions_.end_plug_in(); }
 

@@ -17,6 +17,8 @@ class fRegisterPlugIn : public ui::Form {
     /// With the mode: -1 minimal, 0 complete, 1 exhaustive.
     std::function<void(std::int32_t mode)> deregister_plug_in;
     std::function<void()> end_plug_in;
+    /// The help file, which F1 opens.
+    std::string help_file;
   };
   fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions);
 
@@ -30,6 +32,7 @@ class fRegisterPlugIn : public ui::Form {
   void OnLoad() override;
   bool OnQueryUnload(ui::CloseReason reason) override;
   void OnUnload() override;
+  void OnHelp() override;
 
  private:
   void Register();

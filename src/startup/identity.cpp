@@ -15,4 +15,8 @@ Identity LoadIdentity(const platform::Program& program) {
   return identity;
 }
 
+std::string HelpFile(const platform::Program& program) {
+  return program.Directory() + "\\" + program.StringResource(kHelpFileText);
+}
+
 }  // namespace startup

@@ -45,4 +45,7 @@ struct Identity {
 
 Identity LoadIdentity(const platform::Program& program);
 
+/// The path of the help file, beside the program.
+std::string HelpFile(const platform::Program& program);
+
 }  // namespace startup

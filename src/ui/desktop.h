@@ -116,7 +116,8 @@ class Desktop {
   /// Puts a text on the clipboard. Throws while another program keeps hold of it.
   virtual void CopyText(const std::string& text) = 0;
 
-  /// Opens a help file at the topic of a context number. False where the file cannot be shown.
+  /// Opens a help file at the topic of a context number, or at its first one for 0. False where the file
+  /// cannot be shown.
   virtual bool ShowHelp(const std::string& file, int context) = 0;
 
   /// Lets pending messages run: windows repaint, calls of the director and of the object server come in.

@@ -85,6 +85,11 @@ void Form::Repaint() {
   if (window_) window_->Repaint();
 }
 
+void Form::ShowHelp(const std::string& file, int context, const std::string& title) {
+  if (!desktop_.ShowHelp(file, context))
+    desktop_.ShowMessage({"The help file cannot be shown.\r\n\r\n" + file, title, Icon::Exclamation});
+}
+
 bool Form::HandleAccelerator(char32_t) { return false; }
 
 }  // namespace ui

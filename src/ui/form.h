@@ -79,6 +79,7 @@ class Form {
   void FocusMoved(Control* control) { former_control_ = std::exchange(active_control_, control); }
   /// The window is asked to close. False refuses.
   bool CloseRequested(CloseReason reason);
+  void HelpRequested() { OnHelp(); }
   /// A key with Alt: true when the form has dealt with it (accelerators that the controls cannot know).
   virtual bool HandleAccelerator(char32_t character);
 
@@ -103,6 +104,11 @@ class Form {
   /// The user or the system asks to close; false refuses.
   virtual bool OnQueryUnload(CloseReason) { return true; }
   virtual void OnUnload() {}
+  /// The user pressed F1.
+  virtual void OnHelp() {}
+
+  /// Opens the help file at a topic, and says so where it cannot be shown.
+  void ShowHelp(const std::string& file, int context, const std::string& title);
 
  private:
   Desktop& desktop_;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "model/catalogue.h"
 #include "support/user.h"
 #include "text/numbers.h"
 #include "text/strings.h"

@@ -203,10 +203,21 @@ TEST(Help, OpensAtTheTopicOfTheFocusedControlOrThePage) {
     opened.Press(opened.main.cmdHelp);
     EXPECT_EQ(opened.desktop.help_shown.back().second, topics[page]);
   }
-  opened.GoTo(opened.Field(7));
-  EXPECT_EQ(opened.main.HelpContext(), 1006);
-  opened.Press(opened.main.cmdHelp);
-  EXPECT_EQ(opened.desktop.help_shown.back().second, 1006) << "the control before the button";
+  const std::pair<ui::Control*, int> controls[] = {{&opened.Field(7), 1107},
+                                                   {&opened.List(16), 1166},
+                                                   {&opened.main.screen.txtMajorVersion, 1183},
+                                                   {&opened.main.obUnits[1], 1201},
+                                                   {&opened.main.cmdRefresh, 1204}};
+  for (const auto& [control, topic] : controls) {
+    opened.GoTo(*control);
+    opened.main.HelpRequested();
+    EXPECT_EQ(opened.desktop.help_shown.back().second, topic);
+    opened.Press(opened.main.cmdHelp);
+    EXPECT_EQ(opened.desktop.help_shown.back().second, topic) << "the control before the button";
+  }
+  EXPECT_FALSE(opened.main.cmdApply.Enabled()) << "nothing is changed by asking";
+  opened.log.HelpRequested();
+  EXPECT_EQ(opened.desktop.help_shown.back().second, 1206);
   EXPECT_TRUE(opened.desktop.help_shown.back().first.ends_with("\\QM5R-FCConfigure.chm"));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "model/catalogue.h"
 #include "support/user.h"
 
 namespace {

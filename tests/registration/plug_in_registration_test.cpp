@@ -108,6 +108,8 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
     EXPECT_TRUE(program.Main(""));
     EXPECT_EQ(program.window()->Caption(), name);
     EXPECT_EQ(program.window()->cmbDeregMode.Text(), "Complete Mode");
+    program.window()->HelpRequested();
+    EXPECT_EQ(world.desktop.help_shown.back().second, 1207);
     return *program.window();
   };
   {

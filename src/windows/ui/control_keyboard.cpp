@@ -89,6 +89,9 @@ bool ControlSet::NavigationKey(WPARAM key) {
       PressByKey(on_button ? focus_.current() : form_.default_button);
       return true;
     }
+    case VK_F1:
+      form_.HelpRequested();
+      return true;
     case VK_ESCAPE:
       PressByKey(form_.cancel_button);
       return true;

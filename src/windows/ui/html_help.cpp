@@ -4,6 +4,7 @@ namespace windows {
 namespace {
 
 // Commands of the viewer.
+constexpr UINT kDisplayTopic = 0;
 constexpr UINT kHelpContext = 15;
 constexpr UINT kCloseAll = 18;
 
@@ -18,7 +19,7 @@ bool HtmlHelp::ShowContext(const std::wstring& file, DWORD context) {
   }
   // Some viewers ask the user for a file that is not there.
   if (!call_ || GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES) return false;
-  return call_(nullptr, file.c_str(), kHelpContext, context) != nullptr;
+  return call_(nullptr, file.c_str(), context == 0 ? kDisplayTopic : kHelpContext, context) != nullptr;
 }
 
 void HtmlHelp::CloseAll() {

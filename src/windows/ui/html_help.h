@@ -9,8 +9,8 @@ namespace windows {
 /// The system's viewer of help files, which is loaded when it is first asked for.
 class HtmlHelp {
  public:
-  /// Opens the file at the topic of a context number, in a window of its own. False where the system has no
-  /// viewer or the viewer cannot show the file.
+  /// Opens the file at the topic of a context number, or at its first one for 0, in a window of its own.
+  /// False where the system has no viewer or the viewer cannot show the file.
   bool ShowContext(const std::wstring& file, DWORD context);
   /// Closes the help windows; the viewer wants that before the program ends.
   void CloseAll();

@@ -119,6 +119,19 @@ TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
   EXPECT_EQ(Raw("nciSetPts").substr(4, 4), "0A28");
 }
 
+TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
+  for (const std::size_t field : {kOccupiedHeat, kCoolMin, kSetpointType}) {
+    GoTo(field);
+    Key(VK_F1);
+    HWND viewer = nullptr;
+    EXPECT_TRUE(Eventually([&] { return (viewer = FindWindowW(nullptr, L"QM5R-FC PIR Configure Help")); }));
+    PostMessageW(viewer, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(Eventually([&] { return !IsWindow(viewer); }));
+    BringToFront();
+  }
+  ExpectEnabled(L"&Apply", false);
+}
+
 TEST_F(EditingRoad, EveryQuestionAndMessageReadsAsItShould) {
   Click(Fields().at(kStandbyHeat));
   Type("99");

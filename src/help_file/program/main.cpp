@@ -1,0 +1,22 @@
+#include <cstdio>
+#include <exception>
+
+#include "help_file/files.h"
+#include "help_file/project.h"
+
+int main(int count, char** arguments) {
+  if (count != 3) {
+    std::fputs(
+        "Writes the project of the help file.\n\n    help_project <folder of the sources> <folder of the "
+        "project>\n",
+        stderr);
+    return 2;
+  }
+  try {
+    help::WriteFolder(arguments[2], help::MakeProject(help::ReadFolder(arguments[1])));
+    return 0;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+    return 1;
+  }
+}

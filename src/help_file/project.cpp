@@ -1,0 +1,201 @@
+#include "help_file/project.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <sstream>
+#include <utility>
+
+#include "help_file/facts.h"
+#include "help_file/source.h"
+#include "model/field_guide.h"
+#include "text/strings.h"
+
+namespace help {
+namespace {
+
+constexpr const char* kTitle = "QM5R-FC PIR Configure Help";
+constexpr const char* kCompiledFile = "QM5R-FCConfigure.chm";
+
+// The viewer's window: contents, index and search beside the topic, and its own buttons.
+constexpr int kThreePanes = 0x20, kFollowsTopic = 0x100 | 0x200, kSearch = 0x400, kKeepsPlace = 0x40000;
+constexpr int kHide = 0x2, kBack = 0x4, kForward = 0x8, kHome = 0x40, kOptions = 0x1000, kPrint = 0x2000;
+constexpr int kContentsWidth = 260;
+constexpr const char* kBounds = "[120,80,1000,720]";
+
+std::string Hex(int number) {
+  std::ostringstream out;
+  out << "0x" << std::hex << number;
+  return out.str();
+}
+
+std::string FileOf(model::ControlRef control) {
+  std::string name = text::ToLower(NameOf(control));
+  std::erase_if(name, [](char c) { return c == '(' || c == ')'; });
+  return name + ".html";
+}
+
+std::string Link(const std::string& file, const std::string& title) {
+  return "<a href=\"" + file + "\">" + Escaped(title) + "</a>";
+}
+
+std::string SiteMapObject(const std::string& name, const std::string& file) {
+  return "<LI><OBJECT type=\"text/sitemap\"><param name=\"Name\" value=\"" + Escaped(name) +
+         "\"><param name=\"Local\" value=\"" + file + "\"></OBJECT>\n";
+}
+
+std::string SiteMap(const std::string& entries) {
+  return "<!DOCTYPE HTML PUBLIC \"-//IETF//DTD HTML//EN\">\n<HTML>\n<HEAD></HEAD>\n<BODY>\n<UL>\n" + entries +
+         "</UL>\n</BODY>\n</HTML>\n";
+}
+
+class Project {
+ public:
+  explicit Project(const std::vector<File>& sources) {
+    std::string order;
+    std::map<std::string, TopicSource> topics;
+    for (const File& source : sources) {
+      if (source.name == "contents.txt")
+        order = source.content;
+      else if (source.name.ends_with(".html"))
+        topics.emplace(source.name, ParseSource(source));
+      else if (source.name.ends_with(".css"))
+        files_.push_back(source);
+    }
+    std::istringstream in(order);
+    for (std::string name; in >> name;) {
+      auto found = topics.extract(name);
+      if (found.empty()) throw SourceError("contents.txt: no source " + name);
+      topics_.push_back(std::move(found.mapped()));
+    }
+    if (!topics.empty()) throw SourceError("contents.txt: " + topics.begin()->first + " is missing");
+    for (const TopicSource& topic : topics_)
+      for (const FieldSource& field : topic.fields)
+        if (!fields_.emplace(NameOf(field.control), &field).second)
+          throw SourceError(topic.file + ": " + NameOf(field.control) + " is described twice");
+    for (const model::FieldGuide& guide : model::FieldGuides())
+      if (!fields_.contains(NameOf(guide.control)))
+        throw SourceError(NameOf(guide.control) + " is not described");
+  }
+
+  std::vector<File> Make() {
+    for (const TopicSource& topic : topics_) AddTopic(topic);
+    std::string index;
+    for (const auto& [keyword, file] : index_) index += SiteMapObject(keyword, file);
+    files_.push_back({kContentsFile, SiteMap(contents_)});
+    files_.push_back({kIndexFile, SiteMap(index)});
+    files_.push_back({kProjectFile, ProjectText()});
+    return std::move(files_);
+  }
+
+ private:
+  void AddTopic(const TopicSource& topic) {
+    std::string body = topic.text;
+    if (const auto mark = body.find(kFieldsMark); mark != std::string::npos)
+      body.replace(mark, 1, TableOf(topic.fields));
+    AddPage(topic.file, topic.title, body, topic.keywords);
+    if (topic.context != 0) contexts_.emplace(topic.context, topic.file);
+    contents_ += SiteMapObject(topic.title, topic.file);
+    if (topic.fields.empty()) return;
+    contents_ += "<UL>\n";
+    for (const FieldSource& field : topic.fields) AddField(topic, field);
+    contents_ += "</UL>\n";
+  }
+
+  void AddField(const TopicSource& topic, const FieldSource& field) {
+    const std::string file = FileOf(field.control), title = TitleOf(field.control);
+    const std::string body = "<p class=\"meaning\">" + Escaped(model::GuideOf(field.control)->meaning) +
+                             "</p>\n<table class=\"facts\">\n" + FactsOf(field) + "</table>\n" + field.text +
+                             ChoicesOf(field) +
+                             "<p class=\"see\">See also: " + Link(topic.file, topic.title) + "</p>\n";
+    AddPage(file, title, body, field.keywords);
+    if (const model::CatalogueRow* row = RowOf(field.control)) index_.emplace(std::string(row->name), file);
+    contexts_.emplace(model::HelpContextOf(field.control), file);
+    contents_ += SiteMapObject(title, file);
+  }
+
+  void AddPage(const std::string& file, const std::string& title, const std::string& body,
+               const std::vector<std::string>& keywords) {
+    files_.push_back(
+        {file,
+         "<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01 Transitional//EN\">\n<html>\n<head>\n"
+         "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=windows-1252\">\n<title>" +
+             Escaped(title) + "</title>\n<link rel=\"stylesheet\" type=\"text/css\" href=\"help.css\">\n" +
+             "</head>\n<body>\n<h1>" + Escaped(title) + "</h1>\n" + Filled(file, body) +
+             "</body>\n</html>\n"});
+    index_.emplace(title, file);
+    for (const std::string& keyword : keywords) index_.emplace(keyword, file);
+  }
+
+  /// What the body of a page means by {{link <control> <words>}}, where the words are the field's title if
+  /// there are none, and by {{range <control>}}.
+  std::string Filled(const std::string& file, std::string body) const {
+    for (auto start = body.find("{{"); start != std::string::npos; start = body.find("{{", start)) {
+      const auto end = body.find("}}", start);
+      const auto [what, rest] = text::SplitAtFirst(body.substr(start + 2, end - start - 2), " ");
+      const auto [control, words] = text::SplitAtFirst(rest, " ");
+      const auto field = fields_.find(control);
+      if (end == std::string::npos || field == fields_.end() || (what != "link" && what != "range"))
+        throw SourceError(file + ": no such placeholder: " + body.substr(start, 40));
+      const model::ControlRef asked = field->second->control;
+      body.replace(start, end + 2 - start,
+                   what == "range" ? RangeOf(*field->second)
+                                   : Link(FileOf(asked), words.empty() ? TitleOf(asked) : words));
+    }
+    return body;
+  }
+
+  static std::string TableOf(const std::vector<FieldSource>& fields) {
+    std::string table = "<table class=\"fields\">\n<tr><th>Field</th><th>Meaning</th><th>Range</th></tr>\n";
+    for (const FieldSource& field : fields) {
+      const std::string range = RangeOf(field);
+      table += "<tr><td>" + Link(FileOf(field.control), TitleOf(field.control)) + "</td><td>" +
+               Escaped(model::GuideOf(field.control)->meaning) + "</td><td>" +
+               (field.control.array == model::ScreenArray::cbNvi ? "list"
+                : range.empty()                                  ? "&nbsp;"
+                                                                 : range) +
+               "</td></tr>\n";
+    }
+    return table + "</table>\n";
+  }
+
+  std::string ProjectText() const {
+    const std::string start = topics_.front().file;
+    std::ostringstream text;
+    text << "[OPTIONS]\nCompatibility=1.1 or later\nCompiled file=" << kCompiledFile
+         << "\nContents file=" << kContentsFile << "\nIndex file=" << kIndexFile
+         << "\nDefault topic=" << start
+         << "\nDefault Window=main\nFull-text search=Yes\nLanguage=0x409 English (United States)\nTitle="
+         << kTitle << "\n\n[WINDOWS]\nmain=\"" << kTitle << "\",\"" << kContentsFile << "\",\"" << kIndexFile
+         << "\",\"" << start << "\",\"" << start << "\",,,,,"
+         << Hex(kThreePanes | kFollowsTopic | kSearch | kKeepsPlace) << ',' << kContentsWidth << ','
+         << Hex(kHide | kBack | kForward | kHome | kOptions | kPrint) << ',' << kBounds
+         << ",,,,,,,0\n\n[FILES]\n";
+    // The compiler maps contexts in the order of the files: by their numbers, others last.
+    std::set<std::string> listed;
+    const auto list = [&](const std::string& file) {
+      if (listed.insert(file).second) text << file << '\n';
+    };
+    for (const auto& [context, file] : contexts_) list(file);
+    for (const File& file : files_)
+      if (file.name.ends_with(".html") || file.name.ends_with(".css")) list(file.name);
+    text << "\n[ALIAS]\n";
+    for (const auto& [context, file] : contexts_) text << "IDH_" << context << '=' << file << '\n';
+    text << "\n[MAP]\n";
+    for (const auto& [context, file] : contexts_) text << "#define IDH_" << context << ' ' << context << '\n';
+    return text.str();
+  }
+
+  std::vector<TopicSource> topics_;
+  std::map<std::string, const FieldSource*, std::less<>> fields_;
+  std::vector<File> files_;
+  std::map<int, std::string> contexts_;
+  std::multimap<std::string, std::string> index_;
+  std::string contents_;
+};
+
+}  // namespace
+
+std::vector<File> MakeProject(const std::vector<File>& sources) { return Project(sources).Make(); }
+
+}  // namespace help
