@@ -120,8 +120,9 @@ TEST_F(EditingRoad, AFailedWriteIsToldAndTheNextTryWrites) {
 }
 
 TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
-  for (const std::size_t field : {kOccupiedHeat, kCoolMin, kSetpointType}) {
-    GoTo(field);
+  Click(Fields().at(kOccupiedHeat));
+  for (std::size_t field = kOccupiedHeat; field <= kSetpointType; ++field, Key(VK_TAB)) {
+    if (field != kOccupiedHeat && field != kCoolMin && field != kSetpointType) continue;
     Key(VK_F1);
     HWND viewer = nullptr;
     EXPECT_TRUE(Eventually([&] { return (viewer = FindWindowW(nullptr, L"QM5R-FC PIR Configure Help")); }));
