@@ -21,6 +21,7 @@ PACKAGING = pathlib.Path(__file__).resolve().parent.parent / "packaging"
 LICENSE = PACKAGING.parent / "LICENSE"
 PROGRAM = "QM5RFcPirConfigure.exe"
 ACTIONS = "QM5RInstallerActions.dll"
+HELP = "QM5R-FCConfigure.chm"
 DOCUMENTS = ["readme.txt", "notices.txt"]
 # Never to be changed: installed packages are found by it.
 UPGRADE_CODE = uuid.UUID("61FC5648-8CDA-4714-9E5B-BB34EA942ADE")
@@ -74,6 +75,7 @@ def make_package(programs, packages):
         version = "{0}.{1}.{3}".format(*file_version)
         for name in (PROGRAM, ACTIONS):
             subprocess.run([architecture["tools"] + "-w64-mingw32-strip", "-o", stage / name, programs / name], check=True)
+        shutil.copy(programs / HELP, stage)
         for name in DOCUMENTS:
             text = (PACKAGING / name).read_text(encoding="utf-8")
             text = text.replace("@VERSION@", version).replace("@LICENSE@", LICENSE.read_text(encoding="utf-8"))

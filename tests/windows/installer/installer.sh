@@ -21,7 +21,7 @@ windows_path() { echo "Z:${1//\//\\}"; }
 code() { msiinfo export "$1" Property | sed -n 's/^ProductCode\t\({[^}]*}\).*/\1/p'; }
 old=$("$root/scripts/make_package.py" "$1" "$work") || exit 1
 # The later version is the same program with another minor version in its resources.
-mkdir "$work/later" && cp "$1"/QM5R{FcPirConfigure.exe,InstallerActions.dll} "$work/later"
+mkdir "$work/later" && cp "$1"/QM5R{FcPirConfigure.exe,InstallerActions.dll,-FCConfigure.chm} "$work/later"
 versions=$(LC_ALL=C grep -obaP '\xbd\x04\xef\xfe' "$1/QM5RFcPirConfigure.exe" | cut -d: -f1)
 printf '\143' | dd of="$work/later/QM5RFcPirConfigure.exe" bs=1 seek=$((versions + 8)) conv=notrunc status=none
 new=$("$root/scripts/make_package.py" "$work/later" "$work") || exit 1
@@ -43,7 +43,7 @@ state() {
 installed() {  # <package> [stored settings]
   local version=${1##*Configure-}
   version=${version%-*}
-  printf '%s\n' 'Korvell QM5R-FC PIR Registration.lnk' QM5RFcPirConfigure.exe notices.txt readme.txt \
+  printf '%s\n' 'Korvell QM5R-FC PIR Registration.lnk' QM5R-FCConfigure.chm QM5RFcPirConfigure.exe notices.txt readme.txt \
     'DisplayName: Korvell QM5R-FC PIR Configure' "DisplayVersion: $version" 'Publisher: Korvell Inc.' \
     "(Default): \"$program\"" ${2:+"Debug: $2" "DisplayUnits: $2"} "Version: $version" "object: $version"
 }
