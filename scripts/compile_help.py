@@ -31,7 +31,7 @@ def compiler_files():
 def with_fixed_times(content, stamp):
     """In the place of the time of compilation, which stands in the header and in the system's own file."""
     content = content[:0x10] + stamp + content[0x14:]
-    return re.sub(rb"(?s)(\x0a\x00\x04\x00).{4}(?=\x04\x00..HHA Version)", lambda found: found[1] + stamp, content, count=1)
+    return re.sub(rb"(?s)(\x0a\x00\x04\x00).{4}(?=\x09\x00..HHA Version)", lambda found: found[1] + stamp, content, count=1)
 
 
 def compile_help(project, result):

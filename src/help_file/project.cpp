@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <sstream>
+#include <tuple>
 #include <utility>
 
 #include "help_file/facts.h"
@@ -81,7 +82,7 @@ class Project {
   std::vector<File> Make() {
     for (const TopicSource& topic : topics_) AddTopic(topic);
     std::string index;
-    for (const auto& [keyword, file] : index_) index += SiteMapObject(keyword, file);
+    for (const auto& [order, keyword, file] : index_) index += SiteMapObject(keyword, file);
     files_.push_back({kContentsFile, SiteMap(contents_)});
     files_.push_back({kIndexFile, SiteMap(index)});
     files_.push_back({kProjectFile, ProjectText()});
@@ -109,7 +110,7 @@ class Project {
                              ChoicesOf(field) +
                              "<p class=\"see\">See also: " + Link(topic.file, topic.title) + "</p>\n";
     AddPage(file, title, body, field.keywords);
-    if (const model::CatalogueRow* row = RowOf(field.control)) index_.emplace(std::string(row->name), file);
+    if (const model::CatalogueRow* row = RowOf(field.control)) AddKeyword(std::string(row->name), file);
     contexts_.emplace(model::HelpContextOf(field.control), file);
     contents_ += SiteMapObject(title, file);
   }
@@ -123,8 +124,12 @@ class Project {
              Escaped(title) + "</title>\n<link rel=\"stylesheet\" type=\"text/css\" href=\"help.css\">\n" +
              "</head>\n<body>\n<h1>" + Escaped(title) + "</h1>\n" + Filled(file, body) +
              "</body>\n</html>\n"});
-    index_.emplace(title, file);
-    for (const std::string& keyword : keywords) index_.emplace(keyword, file);
+    AddKeyword(title, file);
+    for (const std::string& keyword : keywords) AddKeyword(keyword, file);
+  }
+
+  void AddKeyword(const std::string& keyword, const std::string& file) {
+    index_.emplace(text::ToLower(keyword), keyword, file);
   }
 
   /// What the body of a page means by {{link <control> <words>}}, where the words are the field's title if
@@ -152,7 +157,7 @@ class Project {
       table += "<tr><td>" + Link(FileOf(field.control), TitleOf(field.control)) + "</td><td>" +
                Escaped(model::GuideOf(field.control)->meaning) + "</td><td>" +
                (field.control.array == model::ScreenArray::cbNvi ? "list"
-                : range.empty()                                  ? "&nbsp;"
+                : range.empty()                                  ? "read-only"
                                                                  : range) +
                "</td></tr>\n";
     }
@@ -162,10 +167,12 @@ class Project {
   std::string ProjectText() const {
     const std::string start = topics_.front().file;
     std::ostringstream text;
+    // The viewer reads the index as it is; the compiler's own form of it is another one each time.
     text << "[OPTIONS]\nCompatibility=1.1 or later\nCompiled file=" << kCompiledFile
          << "\nContents file=" << kContentsFile << "\nIndex file=" << kIndexFile
          << "\nDefault topic=" << start
-         << "\nDefault Window=main\nFull-text search=Yes\nLanguage=0x409 English (United States)\nTitle="
+         << "\nDefault Window=main\nFull-text search=Yes\nBinary Index=No\nLanguage=0x409 English (United "
+            "States)\nTitle="
          << kTitle << "\n\n[WINDOWS]\nmain=\"" << kTitle << "\",\"" << kContentsFile << "\",\"" << kIndexFile
          << "\",\"" << start << "\",\"" << start << "\",,,,,"
          << Hex(kThreePanes | kFollowsTopic | kSearch | kKeepsPlace) << ',' << kContentsWidth << ','
@@ -190,7 +197,8 @@ class Project {
   std::map<std::string, const FieldSource*, std::less<>> fields_;
   std::vector<File> files_;
   std::map<int, std::string> contexts_;
-  std::multimap<std::string, std::string> index_;
+  /// Without regard to letter case, as the viewer searches it: the keyword in lower case, itself, its topic.
+  std::set<std::tuple<std::string, std::string, std::string>> index_;
   std::string contents_;
 };
 
