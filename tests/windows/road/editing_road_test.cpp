@@ -125,7 +125,7 @@ TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
     if (field != kOccupiedHeat && field != kCoolMin && field != kSetpointType) continue;
     Key(VK_F1);
     HWND viewer = nullptr;
-    EXPECT_TRUE(Eventually([&] { return (viewer = FindWindowW(nullptr, L"QM5R-FC PIR Configure Help")); }));
+    ASSERT_TRUE(Eventually([&] { return (viewer = FindWindowW(nullptr, L"QM5R-FC PIR Configure Help")); }));
     PostMessageW(viewer, WM_CLOSE, 0, 0);
     EXPECT_TRUE(Eventually([&] { return !IsWindow(viewer); }));
     BringToFront();
