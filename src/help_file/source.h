@@ -20,7 +20,8 @@
 ///   @unit <text>         the unit of the field's range, where the screen's unit label does not tell it
 ///   @item <item> <text>  what an item of the field's list means
 ///
-/// {{link txtNvi(3) <words>}} in a text is a link to the field's topic, {{range txtNvi(3)}} the field's range.
+/// {{link txtNvi(3) <words>}} in a text is a link to the field's topic, {{range txtNvi(3)}} the field's
+/// range.
 namespace help {
 
 /// A mistake in the sources; the text names the source and the line.
