@@ -6,6 +6,8 @@
 namespace editing {
 namespace {
 
+using Kind = ui::Control::Kind;
+
 void ReadPoint(const Passes& passes, model::CNvCpTable& point, int display_units) {
   point.GetNetworkValue(display_units);
   passes.log.LogCommand("Reading " + point.Name, point.NvAsString());
@@ -69,7 +71,6 @@ bool InitializeAllBindings(const Passes& passes) {
 }
 
 void ShowAllValues(const Passes& passes) {
-  using Kind = ui::Control::Kind;
   for (const model::CNvCtrlTable& binding : passes.device->bindings) {
     ui::Control* control = binding.TheControl;
     if (!control) continue;

@@ -5,14 +5,6 @@
 #include "simulator/object.h"
 
 namespace simulator {
-namespace {
-
-constexpr int kMostMilliseconds = 600000;
-constexpr std::int32_t kIdleEvent = 9;
-constexpr std::int32_t kUpdateEvent = 13;
-constexpr std::int32_t kErrorEvent = 20;
-
-}  // namespace
 
 Value SimulatorControl::Entry(Arguments arguments) {
   const auto count = static_cast<std::int32_t>(simulation_->journal().Count());
@@ -32,7 +24,7 @@ int& SimulatorControl::LatencyOf(const Value& kind) {
 }
 
 Value SimulatorControl::SetLatency(Arguments arguments) {
-  const int milliseconds = WholeNumber(arguments[1], 0, kMostMilliseconds);
+  const int milliseconds = WholeNumber(arguments[1], 0, model::Latency::kMost);
   LatencyOf(arguments[0]) = milliseconds;
   return {};
 }

@@ -112,6 +112,7 @@ struct Interface {
 };
 
 struct Latency {
+  static constexpr int kMost = 600000;
   int any = 0;
   int read = 0;
   int write = 0;

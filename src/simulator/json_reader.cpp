@@ -23,7 +23,7 @@ std::string JsonReader::Text(std::string_view key) {
   return FindKind(key, JsonNode::Kind::Text, kText)->text;
 }
 
-std::string JsonReader::Text(std::string_view key, std::string otherwise) {
+std::string JsonReader::Text(std::string_view key, const std::string& otherwise) {
   const JsonNode* node = FindKind(key, JsonNode::Kind::Text, kText);
   return node ? node->text : otherwise;
 }

@@ -20,7 +20,7 @@ class JsonReader {
 
   /// Those without a default are required.
   std::string Text(std::string_view key);
-  std::string Text(std::string_view key, std::string otherwise);
+  std::string Text(std::string_view key, const std::string& otherwise);
   int Integer(std::string_view key, int least, int most);
   int Integer(std::string_view key, int otherwise, int least, int most);
   bool Boolean(std::string_view key, bool otherwise);

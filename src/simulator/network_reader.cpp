@@ -15,7 +15,6 @@ namespace {
 using namespace model;
 
 constexpr int kMostInt = std::numeric_limits<int>::max();
-constexpr int kMostMilliseconds = 600000;
 constexpr int kMostBytes = 31;  // what a network variable can hold
 
 /// Reads a name that no earlier sibling has and that an address can carry.
@@ -30,8 +29,9 @@ std::string Name(JsonReader& reader, const std::vector<T>& earlier, std::string_
   return name;
 }
 
-std::string HexDigits(JsonReader& reader, std::string_view key, std::string otherwise, std::size_t digits) {
-  const std::string value = reader.Text(key, std::move(otherwise));
+std::string HexDigits(JsonReader& reader, std::string_view key, const std::string& otherwise,
+                      std::size_t digits) {
+  const std::string value = reader.Text(key, otherwise);
   const auto bytes = FromHex(value);
   if (!bytes || bytes->size() * 2 != digits)
     reader.Refuse(key, "expected " + std::to_string(digits) + " hexadecimal digits");
@@ -260,7 +260,7 @@ Fault ReadFault(JsonReader& reader) {
 }
 
 Latency ReadLatency(JsonReader& reader) {
-  const auto read = [&](std::string_view key) { return reader.Integer(key, 0, 0, kMostMilliseconds); };
+  const auto read = [&](std::string_view key) { return reader.Integer(key, 0, 0, Latency::kMost); };
   return {read("any"), read("read"), read("write"), read("open"), read("test")};
 }
 

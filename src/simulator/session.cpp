@@ -10,7 +10,6 @@ namespace {
 
 using platform::Value;
 
-constexpr std::int32_t kIdleEvent = 9;
 constexpr std::size_t kObjectsBeforePruning = 1024;
 
 std::string JournalText(const Value& value) {

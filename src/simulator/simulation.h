@@ -19,6 +19,11 @@ namespace simulator {
 
 class Session;
 
+/// The events of the object server, by their numbers.
+inline constexpr std::int32_t kIdleEvent = 9;
+inline constexpr std::int32_t kUpdateEvent = 13;
+inline constexpr std::int32_t kErrorEvent = 20;
+
 using Sleeper = std::function<void(std::chrono::milliseconds)>;
 
 /// The simulated platform: one installation with its networks, shared by all sessions of the process.
