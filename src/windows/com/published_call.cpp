@@ -71,6 +71,7 @@ HRESULT CallPublished(const std::shared_ptr<automation::Published>& object, DISP
   if (HasNamedArguments(*parameters, *kind)) return DISP_E_NONAMEDARGS;
   if (number == DISPID_UNKNOWN) return DISP_E_MEMBERNOTFOUND;
   // The object outlives the call even when its door is released meanwhile.
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const std::shared_ptr<automation::Published> target = object;
   UINT position = 0;
   try {

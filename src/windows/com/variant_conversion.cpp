@@ -16,6 +16,8 @@ template <class... Cases>
 struct Overloaded : Cases... {
   using Cases::operator()...;
 };
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 [[noreturn]] void RaiseMismatch() {
   throw platform::Error(platform::kTypeMismatch, std::string(kAutomation), SystemText(DISP_E_TYPEMISMATCH));

@@ -61,7 +61,7 @@ class Flagged {
 /// With its "&" as they are, and without what would make the menu too wide.
 std::wstring MenuText(std::wstring text) {
   constexpr std::size_t kLongest = 80;
-  if (text.size() > kLongest) text = text.substr(0, kLongest) + L"\x2026";
+  if (text.size() > kLongest) text.replace(kLongest, std::wstring::npos, L"\x2026");
   for (std::size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
     text.insert(at, 1, L'&');
   return text;

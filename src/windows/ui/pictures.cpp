@@ -83,8 +83,9 @@ std::uint32_t PixelAt(std::span<const Layer> layers, int column, int row, int si
   constexpr int kSamples = 6;
   int covered = 0, red = 0, green = 0, blue = 0;
   for (int sample = 0; sample < kSamples * kSamples; ++sample) {
-    const double x = (column + (sample % kSamples + 0.5) / kSamples) / size;
-    const double y = (row + (sample / kSamples + 0.5) / kSamples) / size;
+    const int across = sample % kSamples, down = sample / kSamples;
+    const double x = (column + (across + 0.5) / kSamples) / size;
+    const double y = (row + (down + 0.5) / kSamples) / size;
     const auto top =
         std::find_if(layers.rbegin(), layers.rend(), [&](const Layer& layer) { return layer.shape(x, y); });
     if (top == layers.rend()) continue;

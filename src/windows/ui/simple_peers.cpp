@@ -112,7 +112,7 @@ void FramePeer::Paint(HDC dc) const {
   const Selected font(dc, look().Font(weight()));
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, nested_ ? Between(backdrop(), COLOR_BTNTEXT, 72) : ToColorRef(control().ForeColor()));
-  DrawTextW(dc, caption.c_str(), -1, &place, DT_SINGLELINE | DT_LEFT | DT_TOP | DT_NOCLIP);
+  DrawTextW(dc, caption.c_str(), -1, &place, DT_SINGLELINE | DT_NOCLIP);
 }
 
 void FramePeer::PaintLine(HDC dc, const RECT& area) const {
