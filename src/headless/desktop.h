@@ -106,7 +106,8 @@ class Desktop : public ui::Desktop {
   void RepaintActiveWindow() override { ++repaints; }
   double TwipsPerPixelX() const override { return twips_per_pixel; }
   double TwipsPerPixelY() const override { return twips_per_pixel; }
-  Area WorkArea() const override { return {0, 0, 1280 * 15, 1024 * 15}; }
+  Area WorkArea() const override { return work_area; }
+  Area work_area{0, 0, 1280 * 15, 1024 * 15};
   void EndProgram() override { ended = true; }
 };
 

@@ -1,5 +1,6 @@
 // What holds for every window of the program.
 
+#include <array>
 #include <set>
 
 #include "registration/registration_form.h"
@@ -55,6 +56,19 @@ TEST(Windows, ControlsAreToldApartAndAcceleratorsDoNotClash) {
     std::set<std::string> names;
     ExpectToldApart(form->layout(), names);
     EXPECT_EQ(Clashes(form->layout(), tabs), clashes);
+  }
+}
+
+TEST(Windows, StandWhollyOnASmallScreen) {
+  Windows windows;
+  windows.desktop.work_area = {900, 600, 7500, 4500};
+  ui::fProgress progress(windows.desktop, windows.program, "Plug-in");
+  for (ui::Form* form :
+       std::initializer_list<ui::Form*>{&windows.main, &windows.log, &windows.registration, &progress}) {
+    form->Load();
+    EXPECT_EQ((std::array{form->Left(), form->Top(), form->Width(), form->Height()}),
+              (std::array<double, 4>{900, 600, 7500, 4500}))
+        << form->name();
   }
 }
 

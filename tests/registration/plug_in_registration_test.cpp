@@ -123,13 +123,15 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
     bool refused = false;
     world.desktop.on_message = [&](const ui::Message&) {
       refused = !window.bExit.Enabled() && !window.bRegister.Enabled() && window.cmbDeregMode.Locked() &&
-                !window.CloseRequested(ui::CloseReason::User);
+                !window.CloseRequested(ui::CloseReason::User) &&
+                world.desktop.pointers.back() == ui::Pointer::Hourglass;
     };
     window.cmbDeregMode.UserChooses("Minimal Mode");
     window.bDeregister.UserClicks();
     EXPECT_TRUE(refused) << "a second action could start";
     EXPECT_EQ(Stored("Name"), "");
     EXPECT_EQ(world.simulation->journal().Count(), 0u) << "no network is visited";
+    EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
     world.desktop.on_message = nullptr;
   }
   {

@@ -19,12 +19,6 @@ Context::~Context() {
 
 HINSTANCE Context::instance() const { return GetModuleHandleW(nullptr); }
 
-bool Context::ShowHourglass(LPARAM hit) const {
-  if (!hourglass || LOWORD(hit) != HTCLIENT) return false;
-  SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-  return true;
-}
-
 void Context::Report(const std::exception& failure) noexcept {
   if (on_failure_) platform::Attempt([&] { on_failure_(failure); });
 }

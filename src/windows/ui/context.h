@@ -59,8 +59,6 @@ class Context {
 
   HtmlHelp help;
   bool hourglass = false;
-  /// For WM_SETCURSOR: true when the pointer is the hourglass now.
-  bool ShowHourglass(LPARAM hit) const;
   /// How many message boxes have come up so far.
   int messages_shown = 0;
 

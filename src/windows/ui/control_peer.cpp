@@ -131,9 +131,6 @@ LRESULT ControlPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       if (alive() && TakesFocus(*control_)) host_.Arrived(*this);
       return result;
     }
-    case WM_SETCURSOR:
-      if (host_.context().ShowHourglass(lparam)) return TRUE;
-      break;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDOWN:

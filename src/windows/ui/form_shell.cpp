@@ -204,7 +204,7 @@ LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       if (OfferDataTexts(lparam)) return 0;
       break;
     case WM_SETCURSOR:
-      if (context().ShowHourglass(lparam)) return TRUE;
+      if (ShowHourglass(lparam)) return TRUE;
       break;
     default:
       break;
@@ -271,6 +271,13 @@ bool FormShell::OfferDataTexts(LPARAM where) const {
   std::vector<MenuItem> items;
   for (const std::string& text : texts) items.push_back({L"Copy \"" + MenuText(ToWide(text)) + L"\""});
   if (const auto chosen = ChooseFromMenu(handle(), where, items)) PutOnClipboard(ToWide(texts[*chosen]));
+  return true;
+}
+
+/// Controls ask their window before they show a pointer of their own.
+bool FormShell::ShowHourglass(LPARAM lparam) const {
+  if (!context().hourglass || LOWORD(lparam) != HTCLIENT) return false;
+  SetCursor(LoadCursorW(nullptr, IDC_WAIT));
   return true;
 }
 

@@ -45,6 +45,7 @@ class FormShell final : public Surface {
   void Sized(WPARAM how);
   LRESULT Activated(WPARAM wparam, LPARAM lparam);
   bool OfferDataTexts(LPARAM where) const;
+  bool ShowHourglass(LPARAM lparam) const;
 
   ui::Form& form_;
   ControlSet controls_;

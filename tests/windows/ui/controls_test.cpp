@@ -217,4 +217,18 @@ TEST_F(Controls, TheWholeWindowShowsTheHourglass) {
   }
 }
 
+TEST_F(Controls, StatusBarCutsALongTextAndKeepsItInTheTooltip) {
+  const HWND bar = Children(WindowOf(form), STATUSCLASSNAMEW).at(0);
+  const std::string path = "Tower/Tower.Floor/Thermostat";
+  wchar_t shown[1024];
+  for (const auto& [text, fits] :
+       {std::pair(path, true), {path + std::string(900, 'x'), false}, {path, true}}) {
+    form.bar.SetPanel(2, text);
+    Tell(bar, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(shown));
+    EXPECT_EQ(shown == windows::ToWide(text), fits);
+    EXPECT_EQ(std::wstring(shown).back() == L'\x2026', !fits);
+    EXPECT_EQ(form.bar.ToolTip(), fits ? "" : text);
+  }
+}
+
 }  // namespace
