@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/attempt.h"
+#include "plugin/contact_page.h"
 #include "plugin/display_settings.h"
 #include "session/network_session.h"
 #include "startup/help_topics.h"
@@ -14,12 +15,6 @@ using platform::Attempt;
 
 // A start-up stage marks a window that must not be used with this tag.
 constexpr const char* kRefuseToStart = "Refuse to start";
-
-/// What the contact page says where no HTML engine shows it.
-std::string ContactText(const startup::Identity& identity) {
-  return identity.PlugInManufacturerName + "\r\n\r\n" + identity.PlugInName + "\r\nVersion " +
-         identity.PlugInVersion + "\r\n\r\n" + identity.PlugInDescription + ".";
-}
 
 }  // namespace
 
@@ -34,6 +29,7 @@ fMain::fMain(const Surroundings& surroundings)
   lblDeviceTemplate.shows_data = true;
   constexpr int kStateColumns = 24;
   StatusBar.columns = {kStateColumns};
+  Picture1.SetAccessibleName("The thermostat");
   cmdHelp.picture = ui::Button::Picture::Help;
   cmdHelp.SetAccessibleName("Help");
   cmdHelp.SetToolTip("Help");
@@ -70,12 +66,13 @@ fMain::fMain(const Surroundings& surroundings)
 
 ui::Box fMain::MakeLayout() {
   using ui::Box;
-  Box heading =
+  Box labels =
       Box::Column(
           {Box::Leaf(lblDeviceTemplate).StretchWidth(),
            Box::Row({Box::Leaf(screen.lbModel).StretchWidth(), Box::Leaf(screen.lbHvacType).StretchWidth()})
                .StretchWidth()})
           .StretchWidth();
+  Box heading = Box::Row({std::move(labels), Box::Leaf(Picture1)}).StretchWidth();
   Box units = Box::Framed(frmUnits, Box::Row({Box::Leaf(obUnits[0]), Box::Leaf(obUnits[1])}));
   Box buttons = Box::Row({std::move(units), Box::Leaf(txtDebug), Box::Leaf(cmdDebug), Box{}.StretchWidth(),
                           Box::Leaf(cmdApply), Box::Leaf(cmdCancel), Box::Leaf(cmdRefresh),
@@ -96,7 +93,8 @@ void fMain::OnLoad() {
   screen.txtMinorVersion.SetText(std::to_string(version.minor));
   GetDisplayUnits();
   GetDebug();
-  screen.WebBrowser1.SetText(ContactText(with_.identity));
+  screen.WebBrowser1.SetText(ContactPageText());
+  screen.WebBrowser1.url = ContactPageAddress(with_.program);
   resource_files_ = ResourceFiles(with_.registry, with_.program);
   Attempt([this] { lcaOS(); });
 }

@@ -46,6 +46,9 @@ class fMain : public ui::Form {
   /// its end.
   void EndIfUnused();
 
+  /// The number of the bitmap that shows the thermostat.
+  static constexpr int kProductPicture = 301;
+
   /// The process's object server. Made at load, and again whenever it is asked for and there is none; nothing
   /// where none can be had.
   lns::ObjectServer lcaOS();
@@ -60,6 +63,7 @@ class fMain : public ui::Form {
 
   model::ConfigurationScreen screen;
   ui::Label lblDeviceTemplate{"lblDeviceTemplate"};
+  ui::Picture Picture1{"Picture1", kProductPicture, 72 * 15, 48 * 15};
   ui::Frame frmUnits{"frmUnits", "Plug-In Display Units"};
   // Indexed by the display units: 0 Celsius, 1 Fahrenheit.
   std::array<ui::OptionButton, 2> obUnits{ui::OptionButton{"obUnits(0)", "&Metric"},

@@ -49,6 +49,7 @@ class Control {
     ListView,
     StatusBar,
     WebView,
+    Picture,
     AnimationHost
   };
 

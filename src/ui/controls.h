@@ -205,11 +205,21 @@ class StatusBar : public Control {
   std::vector<std::string> panels_;
 };
 
-/// Shows a page; its text is what a window without an HTML engine shows instead.
+/// Shows a page; its text is what a window without an HTML engine shows instead. Both are set before the
+/// window is first seen.
 class WebView : public Control {
  public:
   explicit WebView(std::string name) : Control(Kind::WebView, std::move(name)) {}
   std::string url;
+};
+
+/// Shows a bitmap of the program's resources, scaled to a size in twips.
+class Picture : public Control {
+ public:
+  Picture(std::string name, int bitmap, double shown_width, double shown_height)
+      : Control(Kind::Picture, std::move(name)), resource(bitmap), width(shown_width), height(shown_height) {}
+  const int resource;
+  const double width, height;
 };
 
 /// The area in which an animation plays.

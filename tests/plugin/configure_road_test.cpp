@@ -41,6 +41,17 @@ class TamperedObject : public platform::LateBound {
   std::string name_;
 };
 
+TEST(ContactPage, IsAskedForAmongTheProgramsResourcesAndSaysTheSameInPlainText) {
+  Opened world;
+  const ui::WebView& page = world.main.screen.WebBrowser1;
+  EXPECT_EQ(page.url, "res://C:\\Plug-in\\QM5RFcPirConfigure.exe/about.htm");
+  const startup::Identity& identity = world.identity;
+  EXPECT_TRUE(
+      page.Text().starts_with(identity.PlugInName + "\n\n" + identity.PlugInManufacturerName + ", version "));
+  EXPECT_NE(page.Text().find("\n\n" + identity.PlugInDescription + ".\n\nHelp\nThe "), std::string::npos);
+  EXPECT_EQ(page.Text().find_first_of("<>{}"), std::string::npos);
+}
+
 TEST(ConfigureRoad, FillsTheScreen) {
   Opened world;
   const std::pair<int, const char*> fields[] = {{0, "21"}, {18, "19"}, {1, "16"},

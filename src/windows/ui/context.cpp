@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/attempt.h"
+#include "windows/ui/control_peer.h"
 #include "windows/ui/form_shell.h"
 
 namespace windows {
@@ -24,6 +25,16 @@ void Context::Report(const std::exception& failure) noexcept {
 }
 
 void Context::ReportUnknown() noexcept { Report(std::runtime_error("An unknown failure.")); }
+
+bool Context::UseKey(MSG& message) noexcept {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  if (!message.hwnd || ControlPeer::Of(message.hwnd)) return false;
+  for (HWND window = GetParent(message.hwnd); window; window = GetParent(window)) {
+    ControlPeer* const peer = ControlPeer::Of(window);
+    if (peer) return peer->alive() && Dispatch([&] { return peer->UseKey(message) ? 1 : 0; }) != 0;
+  }
+  return false;
+}
 
 FormShell& Context::Adopt(std::unique_ptr<FormShell> shell) {
   shells_.push_back(std::move(shell));

@@ -52,6 +52,9 @@ class Context {
     body();
   }
 
+  /// A key for a window inside that of a control: true when the control has used it.
+  bool UseKey(MSG& message) noexcept;
+
   FormShell& Adopt(std::unique_ptr<FormShell> shell);
   const std::vector<std::unique_ptr<FormShell>>& shells() const { return shells_; }
   /// Destroys the windows of closed forms if nothing of them can be running.

@@ -22,6 +22,7 @@ bool TakesFocus(const ui::Control& control) {
     case Kind::Frame:
     case Kind::StatusBar:
     case Kind::AnimationHost:
+    case Kind::Picture:
       return false;
     default:
       return true;
@@ -120,6 +121,7 @@ LRESULT CALLBACK ControlPeer::Procedure(HWND window, UINT message, WPARAM wparam
     peer.handle_ = nullptr;
     return DefSubclassProc(window, message, wparam, lparam);
   }
+  if (message == WM_DESTROY) peer.Destroying();
   if (!peer.alive()) return DefSubclassProc(window, message, wparam, lparam);
   return peer.host_.context().Dispatch([&] { return peer.Handle(message, wparam, lparam); });
 }

@@ -81,12 +81,17 @@ class ControlPeer : public ui::ControlPeer {
 
   /// The focus has come from another control of the window.
   virtual void Prepare() {}
+  /// A key for a window inside the control's own, which does not pass on those by which one gets around. True
+  /// when it has been used.
+  virtual bool UseKey(MSG&) { return false; }
   /// Acts as if pressed; for accelerators and the keys of the default buttons.
   virtual void Press() {}
 
  protected:
   void Create(const wchar_t* window_class, const std::wstring& text, DWORD style, DWORD extended_style = 0);
   virtual LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
+  /// The window is about to go with what stands in it; the control may be gone already.
+  virtual void Destroying() {}
   LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
   void SetFont(Look::Weight weight) const;

@@ -10,8 +10,10 @@
 #include "windows/ui/accessible_name.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/list_view_peer.h"
+#include "windows/ui/picture_peer.h"
 #include "windows/ui/simple_peers.h"
 #include "windows/ui/tabs_peer.h"
+#include "windows/ui/web_view_peer.h"
 
 namespace windows {
 
@@ -101,6 +103,8 @@ std::unique_ptr<ControlPeer> ControlSet::MakePeer(ui::Control& control, Surface&
           (GetWindowLongW(window_.handle(), GWL_STYLE) & WS_THICKFRAME) != 0);
     case Kind::WebView:
       return std::make_unique<WebViewPeer>(*this, parent, static_cast<ui::WebView&>(control));
+    case Kind::Picture:
+      return std::make_unique<PicturePeer>(*this, parent, static_cast<ui::Picture&>(control));
     case Kind::AnimationHost:
       return std::make_unique<AnimationHostPeer>(*this, parent, static_cast<ui::AnimationHost&>(control));
   }

@@ -37,16 +37,18 @@ bool QuestionMark(double x, double y) {
          InDisc(x, y, 0.5, 0.735, 0.062);
 }
 
-bool Sheet(double x, double y) { return x >= 0.12 && x <= 0.88 && y >= 0.03 && y <= 0.97; }
-bool Paper(double x, double y) { return x >= 0.18 && x <= 0.82 && y >= 0.09 && y <= 0.91; }
+/// In sixteenths: the edges of the list stand on whole pixels at the usual resolution.
+bool InBox(double x, double y, double left, double top, double right, double bottom) {
+  return 16 * x >= left && 16 * x <= right && 16 * y >= top && 16 * y <= bottom;
+}
+bool Sheet(double x, double y) { return InBox(x, y, 2, 0, 14, 15); }
+bool Paper(double x, double y) { return InBox(x, y, 3, 1, 13, 14); }
 bool Lines(double x, double y) {
-  return x >= 0.42 && x <= 0.73 &&
-         ((y >= 0.22 && y <= 0.29) || (y >= 0.465 && y <= 0.535) || (y >= 0.71 && y <= 0.78));
+  return InBox(x, y, 8, 3, 12, 4) || InBox(x, y, 8, 7, 12, 8) || InBox(x, y, 8, 11, 12, 12);
 }
-bool GreenBullets(double x, double y) {
-  return InDisc(x, y, 0.3, 0.255, 0.065) || InDisc(x, y, 0.3, 0.5, 0.065);
-}
-bool RedBullet(double x, double y) { return InDisc(x, y, 0.3, 0.745, 0.065); }
+bool Bullet(double x, double y, double line) { return InDisc(16 * x, 16 * y, 5.5, line, 1.4); }
+bool GreenBullets(double x, double y) { return Bullet(x, y, 3.5) || Bullet(x, y, 7.5); }
+bool RedBullet(double x, double y) { return Bullet(x, y, 11.5); }
 
 bool Mark(double x, double y) { return InDisc(x, y, 0.5, 0.5, 0.44); }
 bool Tick(double x, double y) {

@@ -15,16 +15,6 @@ namespace {
 /// A longer caption of a field stands on two lines; in digits.
 constexpr int kLongestLine = 24;
 
-/// A text with the line ends that the system's controls want.
-std::wstring WithLineEnds(const std::string& text) {
-  std::string lines;
-  for (const char character : text) {
-    if (character == '\r') continue;
-    lines += character == '\n' ? std::string("\r\n") : std::string(1, character);
-  }
-  return ToWide(lines);
-}
-
 }  // namespace
 
 LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label) : ControlPeer(host, parent, label) {
@@ -182,28 +172,6 @@ void StatusBarPeer::ShowTexts() {
     Send(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.c_str()));
   }
   control().SetToolTip(cut);
-}
-
-WebViewPeer::WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view)
-    : ControlPeer(host, parent, view) {
-  Create(L"EDIT", WithLineEnds(view.Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL, WS_EX_CLIENTEDGE);
-  const auto margin = static_cast<WORD>(look().Scaled(8));
-  Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
-}
-
-ui::Extent WebViewPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(200)}; }
-
-void WebViewPeer::Update(ui::Aspect aspect) {
-  if (aspect == ui::Aspect::Text)
-    SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
-  else
-    ControlPeer::Update(aspect);
-}
-
-HBRUSH WebViewPeer::Colors(HDC dc) {
-  SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-  SetBkColor(dc, GetSysColor(COLOR_WINDOW));
-  return GetSysColorBrush(COLOR_WINDOW);
 }
 
 AnimationHostPeer::AnimationHostPeer(PeerHost& host, Surface& parent, ui::AnimationHost& area)

@@ -77,15 +77,6 @@ class StatusBarPeer final : public ControlPeer {
   bool grip_;
 };
 
-/// Shows the page's text, to be scrolled and copied.
-class WebViewPeer final : public ControlPeer {
- public:
-  WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view);
-  ui::Extent PreferredSize() const override;
-  void Update(ui::Aspect aspect) override;
-  HBRUSH Colors(HDC dc) override;
-};
-
 /// A plain area; an animation becomes its child.
 class AnimationHostPeer final : public ControlPeer {
  public:

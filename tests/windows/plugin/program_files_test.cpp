@@ -67,4 +67,11 @@ TEST(ProgramFiles, ThePlugInIsShownByTheIconOfItsWindowsInEverySize) {
   EXPECT_EQ(sizes, (std::vector{16, 20, 24, 32, 40, 48, 64, 0}));  // 0 stands for 256
 }
 
+TEST(ProgramFiles, TheContactPageFindsItsPictureBesideIt) {
+  const ProgramFile file(L"QM5RFcPirConfigure.exe");
+  const std::string page = file.Resource(L"ABOUT.HTM", RT_HTML);
+  EXPECT_NE(page.find("src=\"WORLDMAP.GIF\""), std::string::npos);
+  EXPECT_EQ(file.Resource(L"WORLDMAP.GIF", RT_HTML).substr(0, 6), "GIF89a");
+}
+
 }  // namespace

@@ -1,0 +1,15 @@
+#include "plugin/contact_page.h"
+
+namespace plugin {
+
+std::string ContactPageAddress(const platform::Program& program) {
+  return "res://" + program.Directory() + "\\" + program.ExecutableName() + ".exe/about.htm";
+}
+
+std::string ContactPageText() {
+  return
+#include "contact_page_text.inc"
+      ;
+}
+
+}  // namespace plugin

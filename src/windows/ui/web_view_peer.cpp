@@ -1,0 +1,130 @@
+#include "windows/ui/web_view_peer.h"
+
+#include <windows.h>
+
+#include "windows/com/wide_text.h"
+
+namespace windows {
+namespace {
+
+constexpr UINT_PTR kTimer = 0x5057;
+constexpr UINT kWaitMilliseconds = 100;
+constexpr int kMostWaits = 20;
+
+/// A text with the line ends that the system's controls want.
+std::wstring WithLineEnds(const std::string& text) {
+  std::string lines;
+  for (const char character : text) {
+    if (character == '\r') continue;
+    lines += character == '\n' ? std::string("\r\n") : std::string(1, character);
+  }
+  return ToWide(lines);
+}
+
+bool ScrollsOrCopies(WPARAM key) {
+  return (key >= VK_PRIOR && key <= VK_DOWN) ||
+         (GetKeyState(VK_CONTROL) < 0 && (key == 'A' || key == 'C' || key == VK_INSERT));
+}
+
+}  // namespace
+
+WebViewPeer::WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view)
+    : ControlPeer(host, parent, view) {
+  Create(L"EDIT", WithLineEnds(view.Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL | WS_CLIPCHILDREN,
+         WS_EX_CLIENTEDGE);
+  const auto margin = static_cast<WORD>(look().Scaled(8));
+  Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
+}
+
+ui::Extent WebViewPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(200)}; }
+
+void WebViewPeer::Update(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Text)
+    SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
+  else
+    ControlPeer::Update(aspect);
+}
+
+HBRUSH WebViewPeer::Colors(HDC dc) {
+  SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+  SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+  return GetSysColorBrush(COLOR_WINDOW);
+}
+
+LRESULT WebViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_PAINT:
+      if (!asked_ && !static_cast<const ui::WebView&>(control()).url.empty()) {
+        asked_ = true;
+        SetTimer(handle(), kTimer, kWaitMilliseconds, nullptr);
+      }
+      break;
+    case WM_TIMER:
+      if (wparam != kTimer) break;
+      WaitForPage();
+      return 0;
+    case WM_SIZE:
+      if (page_shown_) browser_->Show();
+      break;
+    case WM_SETFOCUS: {
+      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
+      if (alive() && page_shown_) browser_->TakeFocus();
+      return result;
+    }
+    case WM_MOUSEWHEEL:  // the page has not used it: it has no more to scroll
+      if (page_shown_) return 0;
+      break;
+    default:
+      break;
+  }
+  return ControlPeer::Handle(message, wparam, lparam);
+}
+
+void WebViewPeer::WaitForPage() {
+  using enum EmbeddedBrowser::State;
+  if (!browser_) {
+    KillTimer(handle(), kTimer);  // messages may run while the browser is made
+    browser_ = std::make_unique<EmbeddedBrowser>(
+        handle(), ToWide(static_cast<const ui::WebView&>(control()).url), [this] {
+          host().context().Dispatch([this]() -> LRESULT {
+            if (alive()) host().Arrived(*this);
+            return 0;
+          });
+        });
+    SetTimer(handle(), kTimer, kWaitMilliseconds, nullptr);
+    return;
+  }
+  const EmbeddedBrowser::State state = browser_->state();
+  if (state == Loading && ++waits_ < kMostWaits) return;
+  KillTimer(handle(), kTimer);
+  if (state == Ready)
+    ShowPage();
+  else
+    browser_.reset();
+}
+
+void WebViewPeer::ShowPage() {
+  page_shown_ = true;
+  ShowScrollBar(handle(), SB_VERT, FALSE);
+  browser_->Show();
+  if (GetFocus() == handle()) browser_->TakeFocus();
+}
+
+/// The page has nothing to enter or to leave for: keys scroll and copy, or lead about in the window.
+bool WebViewPeer::UseKey(MSG& message) {
+  if (!page_shown_) return false;
+  switch (message.message) {
+    case WM_KEYDOWN:
+      if (host().NavigationKey(message.wParam)) return true;
+      return !ScrollsOrCopies(message.wParam) || browser_->UseKey(message);
+    case WM_SYSKEYDOWN:
+      host().ShowKeyboardCues();
+      return false;
+    case WM_SYSCHAR:
+      return host().AcceleratorKey(static_cast<char32_t>(message.wParam));
+    default:
+      return false;
+  }
+}
+
+}  // namespace windows

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+
+#include "windows/ui/control_peer.h"
+#include "windows/ui/embedded_browser.h"
+
+namespace windows {
+
+/// Shows the page's text, to be scrolled and copied, and in front of it the page itself as soon as the
+/// system's browser has it. The browser is not made before the text is first seen; one that does not have the
+/// page within a moment goes again.
+class WebViewPeer final : public ControlPeer {
+ public:
+  WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view);
+  ui::Extent PreferredSize() const override;
+  void Update(ui::Aspect aspect) override;
+  HBRUSH Colors(HDC dc) override;
+  bool UseKey(MSG& message) override;
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void Destroying() override { browser_.reset(); }
+
+ private:
+  void WaitForPage();
+  void ShowPage();
+
+  std::unique_ptr<EmbeddedBrowser> browser_;
+  bool asked_ = false;
+  bool page_shown_ = false;
+  int waits_ = 0;
+};
+
+}  // namespace windows

@@ -1,0 +1,102 @@
+// The page with its browser, as far as it goes without an HTML engine, and pictures.
+
+#include <winsock2.h>
+
+#include "windows_under_test.h"
+
+namespace {
+
+class WebView : public WindowsUiTest {
+ protected:
+  WebView() {
+    page.SetText("First\n\nSecond");
+    form.Show();
+    view = Child(WindowOf(form), kText);
+  }
+  bool HasBrowser() const { return !Children(view).empty(); }
+
+  static constexpr const wchar_t* kText = L"First\r\n\r\nSecond";
+  ScreenForm form{desktop};
+  ui::WebView& page = form.screen.WebBrowser1;
+  HWND view = nullptr;
+};
+
+/// A page that is asked for and never comes.
+class SilentServer {
+ public:
+  SilentServer() {
+    WSADATA data;
+    EXPECT_EQ(WSAStartup(MAKEWORD(2, 2), &data), 0);
+    listener_ = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    int size = sizeof address;
+    auto* const place = reinterpret_cast<sockaddr*>(&address);
+    EXPECT_TRUE(bind(listener_, place, size) == 0 && listen(listener_, 5) == 0);
+    getsockname(listener_, place, &size);
+    url = "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/";
+  }
+  ~SilentServer() { closesocket(listener_); }
+  std::string url;
+
+ private:
+  SOCKET listener_;
+};
+
+TEST_F(WebView, GoesOnShowingItsTextWhereNoPageComes) {
+  const SilentServer server;
+  page.url = server.url;
+  ASSERT_TRUE(Activate(form));
+  EXPECT_FALSE(HasBrowser());
+  form.screen.tabData.Select(model::kContactPage);
+  form.screen.tabData.SetFocus();
+  Settle();
+  EXPECT_TRUE(IsWindowVisible(view) && !HasBrowser());
+  ASSERT_TRUE(Until([&] { return HasBrowser(); }));
+  EXPECT_GE(ScreenPlace(Children(view).at(0)).left, ScreenPlace(view).right - 20);
+  EXPECT_TRUE(Until([&] { return !HasBrowser(); }));
+  EXPECT_EQ(TextOf(view), kText);
+  Press({VK_TAB});
+  EXPECT_EQ(form.ActiveControl(), &page);
+  Press({VK_TAB});
+  EXPECT_EQ(form.ActiveControl(), &form.metric);
+}
+
+TEST_F(WebView, GoesWithItsWindowWhileThePageIsLoading) {
+  const SilentServer server;
+  page.url = server.url;
+  form.screen.tabData.Select(model::kContactPage);
+  ASSERT_TRUE(Until([&] { return HasBrowser(); }));
+  const HWND browser = Children(view).at(0);
+  form.Unload();
+  Settle();
+  EXPECT_FALSE(IsWindow(browser) || IsWindow(view));
+}
+
+TEST(Picture, IsSharpAtEveryResolutionAndOnTheWindowsBackground) {
+  struct PictureForm : ui::Form {
+    explicit PictureForm(ui::Desktop& screen) : Form(screen, "fPicture", ui::BorderStyle::None) {
+      SetCaption("Picture under test");
+      SetLayout(ui::Box::Column({ui::Box::Leaf(picture)}));
+    }
+    ui::Picture picture{"picture", 301, 72 * 15, 48 * 15};
+  };
+  for (const int dpi : {96, 144, 192}) {
+    windows::WindowsDesktop desktop({dpi});
+    PictureForm form(desktop);
+    form.SetBounds(0, 0, 3000, 3000);
+    form.Show();
+    form.Repaint();
+    const HWND picture = GetWindow(FindWindowW(L"FormSurface", L"Picture under test"), GW_CHILD);
+    const HDC dc = GetDC(picture);
+    // In pixels at 96 dots per inch: the glass of the display right beside its border, and a corner.
+    const auto at = [&](int x, int y) { return GetPixel(dc, MulDiv(x, dpi, 96), MulDiv(y, dpi, 96)); };
+    EXPECT_EQ(at(10, 20), RGB(214, 226, 219)) << dpi;
+    EXPECT_EQ(at(8, 20), RGB(92, 110, 130)) << dpi;
+    EXPECT_EQ(at(0, 0), GetSysColor(COLOR_3DFACE)) << dpi;
+    ReleaseDC(picture, dc);
+  }
+}
+
+}  // namespace
