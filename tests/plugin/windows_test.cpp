@@ -25,8 +25,9 @@ void ExpectToldApart(const ui::Box& box, std::set<std::string>& names) {
   std::erase(name, '&');
   EXPECT_FALSE(name.empty()) << control.name();
   EXPECT_TRUE(names.insert(name).second) << name;
+  const Kind kind = control.kind();
   const bool explains_itself =
-      control.kind() == Kind::Tabs || control.kind() == Kind::ListView || control.kind() == Kind::WebView;
+      kind == Kind::Tabs || kind == Kind::ListView || kind == Kind::WebView || kind == Kind::Picture;
   EXPECT_NE(explains_itself, !control.ToolTip().empty()) << control.name();
 }
 
