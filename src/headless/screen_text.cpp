@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <sstream>
 #include <string>
 
 #include "model/screen_layout.h"
@@ -43,8 +44,9 @@ void PrintFrame(const PlugIn& plug_in, const model::FramePlace& frame, std::ostr
 
 void PrintPages(const PlugIn& plug_in, std::ostream& out) {
   for (int page = 0; page < static_cast<int>(model::kPageCaptions.size()); ++page) {
-    if (page == model::kContactPage) continue;
     out << "page\t" << WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(page)]) << '\n';
+    std::istringstream text(page == model::kContactPage ? plug_in.main.screen.WebBrowser1.Text() : "");
+    for (std::string line; std::getline(text, line);) out << "  " << line << '\n';
     for (const model::FramePlace& frame : model::Frames())
       if (frame.page == page) PrintFrame(plug_in, frame, out);
   }
