@@ -68,7 +68,7 @@ LRESULT WebViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       break;
     case WM_SETFOCUS: {
       const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
-      if (alive() && page_shown_) browser_->TakeFocus();
+      if (alive() && page_shown_ && GetFocus() == handle()) browser_->TakeFocus();
       return result;
     }
     case WM_MOUSEWHEEL:  // the page has not used it: it has no more to scroll

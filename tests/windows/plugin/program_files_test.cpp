@@ -16,7 +16,7 @@ namespace {
 class ProgramFile {
  public:
   explicit ProgramFile(const wchar_t* name)
-      : module_(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE), FreeLibrary) {}
+      : module_(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE)) {}
 
   std::string Resource(const wchar_t* name, const wchar_t* type) const {
     const HRSRC found = FindResourceW(module_.get(), name, type);
@@ -27,16 +27,19 @@ class ProgramFile {
   /// The icon by which Explorer shows a file: the first one.
   std::wstring FirstIcon() const {
     std::wstring first;
-    const auto take = [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR taken) -> BOOL {
-      *reinterpret_cast<std::wstring*>(taken) = IS_INTRESOURCE(name) ? L"a number" : name;
-      return FALSE;
-    };
-    EnumResourceNamesW(module_.get(), RT_GROUP_ICON, take, reinterpret_cast<LONG_PTR>(&first));
+    EnumResourceNamesW(module_.get(), RT_GROUP_ICON, TakeName, reinterpret_cast<LONG_PTR>(&first));
     return first;
   }
 
  private:
-  std::unique_ptr<std::remove_pointer_t<HMODULE>, decltype(&FreeLibrary)> module_;
+  struct Free {
+    void operator()(HMODULE module) const { FreeLibrary(module); }
+  };
+  static BOOL CALLBACK TakeName(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR taken) {
+    *reinterpret_cast<std::wstring*>(taken) = IS_INTRESOURCE(name) ? L"a number" : name;
+    return FALSE;
+  }
+  std::unique_ptr<std::remove_pointer_t<HMODULE>, Free> module_;
 };
 
 TEST(ProgramFiles, AllHaveOneVersionAndTheProgramsAskForNoElevation) {
