@@ -1,12 +1,29 @@
 #include "ui/controls.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace ui {
 
+ListView::Cells::Cells(std::initializer_list<std::string> texts) {
+  std::size_t length = 0;
+  for (const std::string& text : texts) length += text.size() + 1;
+  joined_.reserve(length);
+  for (const std::string& text : texts) joined_.append(text.c_str()).push_back('\0');
+}
+
+std::size_t ListView::Cells::size() const {
+  return static_cast<std::size_t>(std::ranges::count(joined_, '\0'));
+}
+
+std::string ListView::Cells::operator[](std::size_t column) const {
+  std::string_view rest = joined_;
+  for (; column > 0 && !rest.empty(); --column) rest.remove_prefix(rest.find('\0') + 1);
+  return std::string(rest.substr(0, rest.find('\0')));
+}
+
 std::string ListView::ShownText(std::size_t row, std::size_t column) const {
-  const std::vector<std::string>& cells = rows_.at(row).cells;
-  std::string text = column < cells.size() ? cells[column] : std::string();
+  std::string text = rows_.at(row).cells[column];
   std::ranges::replace_if(
       text, [](char character) { return character == '\t' || character == '\r' || character == '\n'; }, ' ');
   return text;

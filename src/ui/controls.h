@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <deque>
 #include <functional>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <utility>
@@ -159,15 +161,26 @@ class Tabs : public Control {
 class ListView : public Control {
  public:
   enum class Icon { Green, Red };
+  /// The texts of a row, held as one, since rows come by the million. A text ends at a NUL character.
+  class Cells {
+   public:
+    Cells(std::initializer_list<std::string> texts);
+    std::size_t size() const;
+    /// Empty beyond the last one.
+    std::string operator[](std::size_t column) const;
+
+   private:
+    std::string joined_;
+  };
   struct Row {
     Icon icon;
-    std::vector<std::string> cells;
+    Cells cells;
   };
   ListView(std::string name, std::vector<std::string> headers)
       : Control(Kind::ListView, std::move(name)), headers_(std::move(headers)) {}
 
   const std::vector<std::string>& Headers() const { return headers_; }
-  const std::vector<Row>& Rows() const { return rows_; }
+  const std::deque<Row>& Rows() const { return rows_; }
   /// What a cell shows: tabs and line breaks, which the list has no sign for, as blanks.
   std::string ShownText(std::size_t row, std::size_t column) const;
   void Append(Row row) {
@@ -184,7 +197,7 @@ class ListView : public Control {
 
  private:
   std::vector<std::string> headers_;
-  std::vector<Row> rows_;
+  std::deque<Row> rows_;
 };
 
 class StatusBar : public Control {

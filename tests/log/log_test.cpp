@@ -30,7 +30,9 @@ TEST_F(Log, ErrorsAreSplitAtLineBreaks) {
     log.LogError(message);
     const ui::ListView::Row& row = log.lstActivity.Rows().back();
     EXPECT_EQ(row.icon, ui::ListView::Icon::Red);
-    EXPECT_EQ(row.cells, (std::vector<std::string>{"12:34:56", action, result})) << message;
+    EXPECT_EQ(row.cells[0] + "|" + row.cells[1] + "|" + row.cells[2],
+              std::string("12:34:56|") + action + "|" + result)
+        << message;
   }
   log.LogCommand("Reading nciSetPts", "23,25");
   EXPECT_EQ(log.lstActivity.Rows().back().icon, ui::ListView::Icon::Green);
