@@ -55,6 +55,23 @@ TEST(VariantConversion, ReadsWhatClientsSend) {
     EXPECT_EQ(Outcome([&sent = variant] { return FromVariant(sent); }), expected) << variant.vt;
 }
 
+/// Every type that there is or might be, alone, by reference and as an array, into a real call.
+TEST(VariantConversion, NoTypeDoesHarm) {
+  const auto door = ToDispatch(std::make_shared<Sample>());
+  for (VARTYPE type = 0; type <= VT_CLSID + 8; ++type)
+    for (const int form : {0, 0 + VT_BYREF, 0 + VT_ARRAY, VT_BYREF | VT_ARRAY}) {
+      LONGLONG target[4]{};
+      VARIANT sent = Of(static_cast<VARTYPE>(type | form), form & VT_BYREF ? target : nullptr);
+      DISPPARAMS parameters{&sent, nullptr, 1, 0};
+      Variant value;
+      ExceptionInfo info;
+      const HRESULT result =
+          door->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &parameters, value.get(), info.get(), nullptr);
+      EXPECT_TRUE(result == S_OK || result == DISP_E_TYPEMISMATCH) << (type | form) << ' ' << result;
+      EXPECT_TRUE(result != S_OK || !(form & VT_ARRAY)) << type;
+    }
+}
+
 TEST(VariantConversion, ObjectsKeepTheirIdentity) {
   const auto sample = std::make_shared<Sample>();
   {
