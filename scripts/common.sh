@@ -26,6 +26,7 @@ need_packages() {
 
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools python3
   googletest nlohmann-json3-dev libcli11-dev wine wine64 libwine xvfb xauth fonts-dejavu-core fonts-wine imagemagick fp-utils)
+picture_packages=(xdotool)
 installer_packages=(wixl msitools)
 check_packages=(g++ clang clang-tidy clang-format cppcheck cmake ninja-build python3 git nlohmann-json3-dev libcli11-dev libgtest-dev)
 test_packages=(g++ clang libclang-rt-dev libgtest-dev procps)

@@ -136,13 +136,12 @@ void PrintInside(const Panel& panel, int frame, const std::string& indent, std::
   }
 }
 
-void PrintWindow(HWND window, std::ostream& out) {
+void PrintPlace(HWND window, std::ostream& out) {
   RECT place{};
   GetWindowRect(window, &place);
   out << "window\t" << TextOf(window) << "\nbounds\t" << place.right - place.left << 'x'
       << place.bottom - place.top << (place.left < 0 ? "" : "+") << place.left << (place.top < 0 ? "" : "+")
       << place.top << '\n';
-  PrintInside(PanelOf(window), -1, "  ", out);
 }
 
 /// A tab control carries its pages as its own children, in the order of its tabs.
@@ -182,11 +181,12 @@ void PrintLists(HWND window, std::ostream& out) {
 bool PrintScreen(std::ostream& out) {
   const HWND main = FindWindowW(kSurfaceClass, kMainCaption);
   if (!main || !IsWindowVisible(main)) return false;
-  PrintWindow(main, out);
+  PrintPlace(main, out);
+  PrintInside(PanelOf(main), -1, "  ", out);
   PrintPages(main, out);
   PrintBars(main, out);
   if (const HWND log = FindWindowW(kSurfaceClass, kLogCaption)) {
-    out << "window\t" << TextOf(log) << '\n';
+    PrintPlace(log, out);
     PrintLists(log, out);
   }
   return true;
