@@ -9,7 +9,7 @@ ListView::Cells::Cells(std::initializer_list<std::string> texts) {
   std::size_t length = 0;
   for (const std::string& text : texts) length += text.size() + 1;
   joined_.reserve(length);
-  for (const std::string& text : texts) joined_.append(text.c_str()).push_back('\0');
+  for (const std::string& text : texts) joined_.append(text, 0, text.find('\0')).push_back('\0');
 }
 
 std::size_t ListView::Cells::size() const {
