@@ -82,9 +82,10 @@ void CNvCpTable::GetNetworkValue(int display_units) {
     MyNetworkVariable.SetFormatType(format);
     NvAsArray = SplitValue(MyNetworkVariable.Value());
   } catch (const Error& error) {
-    // Where even this fails nothing is lost: no write is allowed before a complete read.
-    if (!format_read_.empty() && format_read_ != format)
-      platform::Attempt([this] { MyNetworkVariable.SetFormatType(format_read_); });
+    // Where even this fails the object may have another format than the fields: they count as not read.
+    if (!format_read_.empty() && format_read_ != format &&
+        !platform::Attempt([this] { MyNetworkVariable.SetFormatType(format_read_); }))
+      format_read_.clear();
     const std::int16_t code = CodeOf(error);
     throw Error(
         error.number(), "GetNetworkValue",

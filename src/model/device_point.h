@@ -47,7 +47,8 @@ class CNvCpTable {
   /// in.
   void GetNetworkValue(int display_units);
 
-  /// Whether the fields stand in these units, so that they may be shown and written in them.
+  /// Whether the fields, and the format in which the device parses them, stand in these units, so that they
+  /// may be shown and written in them.
   bool IsReadIn(int display_units) const { return format_read_ == FormatFor(display_units); }
 
   /// Puts back the fields that the device is known to hold, the last ones read or written, and clears the
@@ -58,7 +59,8 @@ class CNvCpTable {
   std::string FormatFor(int display_units) const;
   std::vector<std::string> SplitValue(const std::string& value) const;
 
-  /// The format in which NvAsArray was read; empty before the first read.
+  /// The format in which NvAsArray was read; empty before the first read, and where the object may have
+  /// another one by now.
   std::string format_read_;
   std::vector<std::string> known_fields_;
 };
