@@ -12,6 +12,14 @@ using platform::Attempt;
 
 constexpr const char* kInternet = "Internet";
 
+/// Closes what is open, and what cannot tell whether it is.
+template <class T>
+void CloseIfOpen(const T& object) {
+  bool open = static_cast<bool>(object);
+  if (open) Attempt([&] { open = object.IsOpen(); });
+  if (open) Attempt([&] { object.Close(); });
+}
+
 /// Brings the remote flag to what the interface name wants. Returns what it was.
 bool SwitchRemoteFlag(Session& session, bool wanted) {
   const lns::ObjectServer& server = session.ObjectServer;
@@ -82,19 +90,13 @@ void CloseNetwork(Session& session) {
   const lns::System system = std::exchange(session.CurrentSystem, {});
   const lns::Network network = std::exchange(session.CurrentNetwork, {});
   session.NetworkOpen = false;
-  Attempt([&] {
-    if (system && system.IsOpen()) system.Close();
-  });
-  Attempt([&] {
-    if (network && network.IsOpen()) network.Close();
-  });
+  CloseIfOpen(system);
+  CloseIfOpen(network);
 }
 
 void CloseSession(Session& session) {
   CloseNetwork(session);
-  Attempt([&] {
-    if (session.ObjectServer && session.ObjectServer.IsOpen()) session.ObjectServer.Close();
-  });
+  CloseIfOpen(session.ObjectServer);
   session.ServerOpen = false;
 }
 
