@@ -1,5 +1,8 @@
 #include "lns/object_model.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "automation/convert.h"
 #include "lns/members.h"
 
@@ -13,6 +16,10 @@ using automation::ToText;
 using platform::CallKind;
 
 constexpr std::int32_t kObjectVariableNotSet = 91;
+
+/// What the system says of an object whose process has gone: RPC_S_SERVER_UNAVAILABLE, RPC_S_CALL_FAILED,
+/// RPC_E_DISCONNECTED, RPC_E_SERVER_DIED and RPC_E_SERVER_DIED_DNE.
+constexpr std::uint32_t kLost[] = {0x800706BA, 0x800706BE, 0x80010108, 0x80010007, 0x80010012};
 
 }  // namespace
 
@@ -171,6 +178,14 @@ Collection<System> Network::Systems() const { return Collection<System>(GetObjec
 void ObjectServer::Open() const { Call(members::kServerOpen); }
 void ObjectServer::Close() const { Call(members::kServerClose); }
 bool ObjectServer::IsOpen() const { return ToBoolean(Get(members::kServerIsOpen)); }
+bool ObjectServer::IsLost() const {
+  try {
+    IsOpen();
+    return false;
+  } catch (const platform::Error& error) {
+    return std::ranges::find(kLost, static_cast<std::uint32_t>(error.number())) != std::end(kLost);
+  }
+}
 bool ObjectServer::RemoteFlag() const { return ToBoolean(Get(members::kRemoteFlag)); }
 void ObjectServer::SetRemoteFlag(bool remote) const { Put(members::kRemoteFlag, remote); }
 std::int32_t ObjectServer::Flags() const { return ToInteger(Get(members::kFlags)); }

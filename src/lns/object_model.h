@@ -206,6 +206,8 @@ class ObjectServer : public Object {
   void Open() const;
   void Close() const;
   bool IsOpen() const;
+  /// Its process has ended, or the connection to it: nothing of it will ever answer again.
+  bool IsLost() const;
   bool RemoteFlag() const;
   void SetRemoteFlag(bool remote) const;
   std::int32_t Flags() const;

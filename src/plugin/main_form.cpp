@@ -100,6 +100,7 @@ void fMain::OnLoad() {
 }
 
 lns::ObjectServer fMain::lcaOS() {
+  if (object_server_ && object_server_.IsLost()) ReleaseObjectServer();
   if (object_server_) return object_server_;
   object_server_ = lns::ObjectServer(with_.make_object_server());
   // Without events everything works, only less lively.
@@ -159,12 +160,16 @@ void fMain::EndPlugIn() {
   current_interface_ = {};
   AbandonOperation();
   loaded_ = std::make_shared<editing::LoadedDevice>();
+  ReleaseObjectServer();
+  Attempt([this] { Unload(); });
+  desktop().EndProgram();
+}
+
+void fMain::ReleaseObjectServer() {
   session::CloseSession(with_.session);
   with_.session.ObjectServer = {};
   subscription_.reset();
   object_server_ = {};
-  Attempt([this] { Unload(); });
-  desktop().EndProgram();
 }
 
 void fMain::AbandonOperation() {

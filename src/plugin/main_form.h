@@ -49,8 +49,8 @@ class fMain : public ui::Form {
   /// The number of the bitmap that shows the thermostat.
   static constexpr int kProductPicture = 301;
 
-  /// The process's object server. Made at load, and again whenever it is asked for and there is none; nothing
-  /// where none can be had.
+  /// The process's object server. Made at load, and again whenever it is asked for and there is none, or the
+  /// one that there was has ended; throws where none can be had.
   lns::ObjectServer lcaOS();
 
   /// The help topic of the control that has the focus, or had it before the help button was pressed; where it
@@ -89,6 +89,7 @@ class fMain : public ui::Form {
   ui::Box MakeLayout();
   void GetDisplayUnits();
   void GetDebug();
+  void ReleaseObjectServer();
   void ConfirmExit();
   void ConnectEditing();
   void Run(const std::function<void()>& command);
