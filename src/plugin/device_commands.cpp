@@ -111,8 +111,7 @@ void fMain::LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded) {
   if (!editing::ReadAllPoints(now, with_.session.DisplayUnits)) return;
   editing::ShowAllValues(now);
   complete_read_ = true;
-  const std::string raw_model = loaded->points.Item("nciSccModelRaw").NvAsArray.front();
-  SetUpScreen(text::LeadingWholeNumber(raw_model));
+  SetUpScreen(text::LeadingWholeNumber(loaded->points.Item("nciSccModelRaw").NvAsString()));
 }
 
 }  // namespace plugin
