@@ -73,9 +73,10 @@ class Run {
       AddToDevices(command);
       return;
     }
+    const std::string template_name = device_template.Name();
     const lns::ComponentApps apps = device_template.ComponentApps();
     const lns::ComponentApp added = AddOnce(apps, command);
-    if (!added || !AskForDefault(command, device_template.Name())) return;
+    if (!added || !AskForDefault(command, template_name)) return;
     // Taken back where it fails, so that the next try asks again.
     if (!Attempt([&] { added.SetDefaultAppFlag(true); })) {
       Attempt([&] { apps.Remove(command.CommandName); });
@@ -138,8 +139,9 @@ class Run {
     try {
       if (!app) app = apps.Add(command.CommandName, with_.identity.PlugInProgID, command.ObjectType);
       if (!app) throw Failure("ComponentApp was not created.");
-      app.SetCommandId(command.CommandId);
       app.SetDescription(command.CommandDescription);
+      // Last, as it tells the next try that nothing is missing.
+      app.SetCommandId(command.CommandId);
     } catch (const platform::Error& failure) {
       // A command without its number would be offered and do nothing.
       if (app) Attempt([&] { apps.Remove(command.CommandName); });

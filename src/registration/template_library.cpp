@@ -38,6 +38,18 @@ std::string InAscii(const std::string& name) {
   return ascii;
 }
 
+/// What fails may have been done all the same; a template of nothing is not left behind.
+lns::DeviceTemplate Add(const lns::DeviceTemplates& templates, const std::string& name) {
+  try {
+    return templates.Add(name);
+  } catch (const platform::Error&) {
+    Attempt([&] {
+      if (templates.Item(name).ProgramId().empty()) templates.Remove(name);
+    });
+    throw;
+  }
+}
+
 std::set<std::string> ReferencedProgramIds(const lns::System& system) {
   std::set<std::string> referenced;
   const auto devices = system.Subsystems().Item(lns::members::kAllDevices).AppDevices();
@@ -70,7 +82,7 @@ lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& comma
   if (path.empty()) throw Failure(kNoTemplate);
   const std::string name = UniqueName(command.TemplateName);
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
-  const lns::DeviceTemplate made = templates.Add(name);
+  const lns::DeviceTemplate made = Add(templates, name);
   // A file of another device must not carry this one's commands.
   const bool imported = Attempt([&] { made.Import(path); }) && [&] {
     std::string program_id;
