@@ -15,16 +15,18 @@ class MemoryKey : public platform::RegistryKey {
       : registry_(registry), hive_(hive), keys_(keys), path_(std::move(path)) {}
 
   std::optional<std::string> ReadText(const std::string& name) const override {
+    if (registry_.Fails()) return std::nullopt;
     const auto& texts = keys_.at(path_).texts;
     const auto found = texts.find(name);
     return found == texts.end() ? std::nullopt : std::optional(found->second);
   }
   bool WriteText(const std::string& name, const std::string& text) override {
-    if (registry_.refuse_writes) return false;
+    if (registry_.refuse_writes || registry_.Fails()) return false;
     keys_.at(path_).texts[name] = text;
     return true;
   }
   std::optional<std::string> Subkey(std::uint32_t index) const override {
+    if (registry_.Fails()) return std::nullopt;
     for (const auto& [path, key] : keys_) {
       const bool below =
           path.starts_with(path_ + "\\") && path.find('\\', path_.size() + 1) == std::string::npos;
@@ -44,12 +46,12 @@ class MemoryKey : public platform::RegistryKey {
 }  // namespace
 
 std::unique_ptr<platform::RegistryKey> MemoryRegistry::Open(Hive hive, const std::string& path, Access) {
-  if (!Of(hive).contains(path)) return nullptr;
+  if (Fails() || !Of(hive).contains(path)) return nullptr;
   return std::make_unique<MemoryKey>(*this, hive, Of(hive), path);
 }
 
 std::unique_ptr<platform::RegistryKey> MemoryRegistry::Create(Hive hive, const std::string& path) {
-  if (refuse_writes) return nullptr;
+  if (refuse_writes || Fails()) return nullptr;
   for (std::size_t end = path.find('\\');; end = path.find('\\', end + 1)) {
     Of(hive)[path.substr(0, end)];
     if (end == std::string::npos) break;
@@ -58,7 +60,7 @@ std::unique_ptr<platform::RegistryKey> MemoryRegistry::Create(Hive hive, const s
 }
 
 bool MemoryRegistry::Delete(Hive hive, const std::string& path) {
-  if (path == undeletable || HasSubkeys(Of(hive), path)) return false;
+  if (Fails() || path == undeletable || HasSubkeys(Of(hive), path)) return false;
   return Of(hive).erase(path) == 1;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -20,6 +21,9 @@ class MemoryRegistry : public platform::Registry {
   std::map<std::string, Key> user;
   /// What an access policy would do: refuse all writes, refuse to delete one key.
   bool refuse_writes = false;
+  /// Asked before each operation; true makes it fail.
+  std::function<bool()> fails;
+  bool Fails() const { return fails && fails(); }
   std::string undeletable;
 
   std::unique_ptr<platform::RegistryKey> Open(Hive hive, const std::string& path, Access) override;

@@ -36,7 +36,7 @@ void MemoryFiles::Link(const std::string& path, const std::string& folder) {
 void MemoryFiles::Lock(const std::string& path) { Make(path).locked = true; }
 
 std::optional<platform::Files::Folder> MemoryFiles::ReadFolder(const std::string& path) const {
-  const Node* node = Find(path);
+  const Node* node = Asked(path);
   if (path.empty() || !node || !node->is_folder || node->locked) return std::nullopt;
   Folder folder{std::to_string(reinterpret_cast<std::uintptr_t>(node)), {}};
   for (const std::string& name : node->names)
@@ -45,12 +45,12 @@ std::optional<platform::Files::Folder> MemoryFiles::ReadFolder(const std::string
 }
 
 std::string MemoryFiles::ReadStart(const std::string& path, std::size_t bytes) const {
-  const Node* node = Find(path);
+  const Node* node = Asked(path);
   return !node || node->is_folder || node->locked ? "" : node->content.substr(0, bytes);
 }
 
 bool MemoryFiles::FileExists(const std::string& path) const {
-  const Node* node = Find(path);
+  const Node* node = Asked(path);
   return node && !node->is_folder;
 }
 

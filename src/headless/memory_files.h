@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -26,6 +27,9 @@ class MemoryFiles : public platform::Files {
   std::string ReadStart(const std::string& path, std::size_t bytes) const override;
   bool FileExists(const std::string& path) const override;
 
+  /// Asked before each operation; true makes it find nothing.
+  std::function<bool()> fails;
+
  private:
   struct Node {
     bool is_folder = true;
@@ -34,6 +38,7 @@ class MemoryFiles : public platform::Files {
     std::vector<std::string> names;
     std::map<std::string, Node*, std::less<>> entries;  // by name in capitals
   };
+  const Node* Asked(std::string_view path) const { return fails && fails() ? nullptr : Find(path); }
   /// Null where there is none.
   const Node* Find(std::string_view path) const;
   Node& Make(std::string_view path);

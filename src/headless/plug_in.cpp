@@ -17,7 +17,8 @@ PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program
                    log,
                    [this]() -> platform::LateBoundPtr {
                      if (object_server_missing) throw platform::Error(429, "Headless", "Can't create object");
-                     return simulation->CreateObjectServer();
+                     platform::LateBoundPtr object_server = simulation->CreateObjectServer();
+                     return in_between ? in_between(std::move(object_server)) : object_server;
                    }},
       main(surroundings) {}
 

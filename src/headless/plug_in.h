@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "headless/desktop.h"
@@ -35,6 +36,8 @@ class PlugIn {
   std::shared_ptr<simulator::Simulation> simulation;
   /// No object server can be had.
   bool object_server_missing = false;
+  /// What is put between the plug-in and its object server, for one that watches or fails; nothing at first.
+  std::function<platform::LateBoundPtr(platform::LateBoundPtr)> in_between;
   plugin::Surroundings surroundings;
   plugin::fMain main;
 };

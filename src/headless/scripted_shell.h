@@ -20,6 +20,8 @@ class ScriptedShell : public platform::Shell {
   };
   std::vector<Launch> launches;  // refused ones as well
   bool refuses = false;
+  /// Asked before each start; true refuses it.
+  std::function<bool()> fails;
   /// The programs that were started still run.
   bool running = false;
   std::set<std::string> windows;    // by title
@@ -36,7 +38,7 @@ class ScriptedShell : public platform::Shell {
       const ScriptedShell& on;
     };
     launches.push_back({program, arguments, show});
-    if (refuses) throw platform::Error(53, "Headless", "File not found");
+    if (refuses || (fails && fails())) throw platform::Error(53, "Headless", "File not found");
     running = true;
     if (on_start) on_start();
     return std::make_unique<Started>(*this);
