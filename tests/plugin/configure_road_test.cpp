@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "headless/forwarding_object.h"
 #include "model/catalogue.h"
 #include "support/user.h"
 
@@ -18,27 +19,26 @@ std::vector<std::string> LoggedActions(const World& world, ui::ListView::Icon ic
 }
 
 /// An object server whose network variables give other values than the device has.
-class TamperedObject : public platform::LateBound {
+class TamperedObject : public headless::ForwardingObject {
  public:
   using Values = std::map<std::string, platform::Value>;
-  TamperedObject(platform::LateBoundPtr inner, const Values& values, std::string name = {})
-      : inner_(std::move(inner)), values_(values), name_(std::move(name)) {}
-
-  platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
-                         platform::Arguments arguments) override {
-    const platform::Value result = inner_->Invoke(member, kind, arguments);
-    if (const auto found = values_.find(name_); member.name == "Value" && found != values_.end())
-      return found->second;
-    const auto* object = std::get_if<platform::LateBoundPtr>(&result);
-    if (!object || !*object) return result;
-    const auto* item = arguments.empty() ? nullptr : std::get_if<std::string>(&arguments[0]);
-    return std::make_shared<TamperedObject>(*object, values_, item ? *item : "");
-  }
+  TamperedObject(platform::LateBoundPtr inner, const Values& values)
+      : ForwardingObject(std::move(inner)), values_(values) {}
 
  private:
-  platform::LateBoundPtr inner_;
+  platform::Value Forward(const platform::Member& member, platform::CallKind kind,
+                          platform::Arguments arguments) override {
+    const platform::Value result = ForwardingObject::Forward(member, kind, arguments);
+    if (member.name != "Value") return result;
+    const auto name = std::get<std::string>(inner()->Invoke({"Name"}, platform::CallKind::Get, {}));
+    const auto found = values_.find(name);
+    return found == values_.end() ? result : found->second;
+  }
+  platform::LateBoundPtr Another(platform::LateBoundPtr inner) override {
+    return std::make_shared<TamperedObject>(std::move(inner), values_);
+  }
+
   const Values& values_;
-  std::string name_;
 };
 
 TEST(ContactPage, IsAskedForAmongTheProgramsResourcesAndSaysTheSameInPlainText) {
@@ -168,22 +168,17 @@ TEST(ConfigureRoad, ValuesThatDoNotFitAreReported) {
   for (const Case& c : cases) {
     World world;
     TamperedObject::Values values = {{"nciSetPts", c.value}};
-    plugin::Surroundings tampered = world.surroundings;
-    tampered.make_object_server = [&] {
-      return std::make_shared<TamperedObject>(world.simulation->CreateObjectServer(), values);
+    world.in_between = [&](platform::LateBoundPtr object_server) {
+      return std::make_shared<TamperedObject>(std::move(object_server), values);
     };
-    plugin::fMain main(tampered);
-    const auto api = std::make_shared<plugin::LNSPlugInAPI>(tampered, main);
-    World::Put(*api, "networkName", std::string("Demo Tower"));
-    World::Send(*api, 13, 7, kFirstThermostat);
+    const auto api = world.Configure(kFirstThermostat);
     EXPECT_NE(world.Message().text.find(c.told), std::string::npos) << world.Message().text;
     EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Red).size(), 1u);
-    EXPECT_EQ(main.screen.txtNvi(0)->Text(), "");
-    EXPECT_EQ(main.screen.cbNvi(0)->Text(), "") << "no half device";
+    EXPECT_EQ(world.Shown(txtNvi(0)) + world.main.screen.cbNvi(0)->Text(), "") << "no half device";
 
     values.clear();
     World::Send(*api, 13, 7, kFirstThermostat);
-    EXPECT_EQ(main.screen.txtNvi(0)->Text(), "21") << "the window stays usable";
+    EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the window stays usable";
   }
 }
 

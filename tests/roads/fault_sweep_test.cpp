@@ -1,0 +1,272 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iostream>
+
+#include "headless/faults.h"
+#include "registration/registration_world.h"
+#include "simulator/session.h"
+#include "support/user.h"
+
+namespace {
+
+using enum headless::Failure::Reach;
+namespace model = simulator::model;
+using platform::ObjectServerError;
+using Values = std::map<std::string, simulator::Bytes>;
+
+constexpr std::int32_t kGone = static_cast<std::int32_t>(0x800706BAu);
+constexpr headless::Failure kFailures[] = {
+    {"does not communicate", ObjectServerError(18200)},
+    {"refuses", ObjectServerError(18034)},
+    {"is no object server's", static_cast<std::int32_t>(0x80004005u)},
+    {"fails four times", ObjectServerError(17008), Operations, 4},
+    {"leaves its object dead", kGone, Object},
+    {"fails once", ObjectServerError(17008)},
+    {"loses its answer", ObjectServerError(18200), Operations, 1, true},
+    {"fails twice", ObjectServerError(17008), Operations, 2},
+    {"leaves all dead", kGone, Server}};
+
+/// Leaves what a road needs, with one device in each subsystem: each operation costs a walk.
+void KeepNetworks(World& world, const std::vector<std::string>& names) {
+  auto& networks = world.simulation->installation().networks;
+  std::erase_if(networks, [&](const auto& each) { return std::ranges::count(names, each.name) == 0; });
+  for (auto& network : networks)
+    for (auto& subsystem : network.system.subsystems)
+      if (subsystem.devices.size() > 1) subsystem.devices = {subsystem.devices.back()};
+}
+
+/// Every operation on a road through the plug-in fails, one after the other, in every way.
+struct FaultSweep : testing::Test {
+  /// The step fails in a part of the road, with Fail(), and checks what is left and that the next try works.
+  void Walk(const std::string& road, const std::function<void()>& step) {
+    const auto installation = world.simulation->installation();
+    const auto machine = world.machine.machine;
+    std::size_t operations = 0;
+    for (const headless::Failure& each : failures) {
+      failure = each;
+      for (first = 0; first <= operations; ++first) {
+        world.simulation->installation() = installation;
+        world.machine.machine = machine;
+        world.simulation->journal().Clear();
+        ClearTold();
+        step();
+        if (first == 0) operations = faults.seen();
+        End();
+        if (HasFailure()) FAIL() << road << ": " << first << ' ' << faults.struck() << ' ' << each.name;
+      }
+    }
+    std::cout << road << ": " << operations << " operations, " << operations * failures.size() << " faults\n";
+  }
+  void Fail(const std::function<void()>& part) {
+    faults.Begin(failure, first);
+    part();
+    faults.End();
+  }
+  bool Recovers() const { return failure.reach == Operations; }
+  bool FailsAgain() const { return failure.length > 1 || !Recovers(); }
+
+  /// The plug-in ends and leaves nothing open, unless the closing itself fails.
+  void End() {
+    api.reset();
+    world.main.EndPlugIn();
+    EXPECT_TRUE(world.desktop.windows == 0 && world.desktop.pointers.back() == ui::Pointer::Default);
+    EXPECT_FALSE(faults.held() || world.session.Busy() || world.session.InstanceCount);
+    for (const auto& session : world.simulation->Sessions())
+      EXPECT_TRUE(FailsAgain() || faults.struck() == "Close" || !session->IsOpen());
+    faults.Forget();
+  }
+  platform::Error Send(std::int32_t command, const std::string& path) {
+    if (faults.object_is_dead()) End();  // the director notices only that all are
+    if (!api) api = world.CreateApi();
+    ClearTold();
+    return ErrorOf([&] {
+      world.Put(*api, "networkName", path.substr(0, path.find('/')));
+      world.Send(*api, command, session::kAppDeviceType, path);
+    });
+  }
+  void ClearTold() {
+    world.desktop.messages.clear();
+    world.log.lstActivity.Clear();
+  }
+
+  RegistrationWorld world;
+  headless::Faults faults{world};
+  std::span<const headless::Failure> failures = kFailures;
+  headless::Failure failure{};
+  std::size_t first = 0;
+  std::shared_ptr<plugin::LNSPlugInAPI> api;
+};
+
+struct FaultsAtADevice : FaultSweep {
+  FaultsAtADevice() {
+    KeepNetworks(world, {"Demo Islands"});
+    Device().powered = true;
+    initial = Shown();
+    for (const int units : {1, 0}) {
+      world.registry.SetMachineSetting(world.identity.PlugInKey(), "DisplayUnits", std::to_string(units));
+      Open();
+      EXPECT_NE(full[units] = Shown(), initial);
+      End();
+    }
+  }
+  platform::Error Configure() { return Send(13, "Demo Islands/Demo Islands.South/Thermostat I3"); }
+  void Open() { EXPECT_EQ(Configure().number(), 0); }
+  simulator::model::Device& Device() {
+    return model::DeviceOf(world.simulation->installation(), {"Demo Islands", {"South"}, "Thermostat I3"});
+  }
+  /// All texts but that of the heartbeat, which the user edits.
+  std::vector<std::string> Shown() const {
+    std::vector<std::string> texts;
+    for (const auto& row : ::model::Catalogue())
+      if (const auto* control = world.main.screen.Find(row.control); control && row.control.index != 39)
+        texts.push_back(control->Text());
+    return texts;
+  }
+  /// By one critical message and in the log.
+  bool Told() const {
+    std::ptrdiff_t critical = 0, red = 0;
+    for (const auto& shown : world.desktop.messages) critical += shown.message.icon == ui::Icon::Critical;
+    for (const auto& row : world.log.lstActivity.Rows()) red += row.icon == ui::ListView::Icon::Red;
+    EXPECT_TRUE(critical <= 1 && critical <= red);
+    return critical == 1;
+  }
+
+  User user{world};
+  std::vector<std::string> initial, full[2];  // without a device, and of the device in each of the units
+};
+
+TEST_F(FaultsAtADevice, ConfigureShowsAllOrNothing) {
+  Walk("configure", [&] {
+    platform::Error error(0, "", "");
+    Fail([&] { error = Configure(); });
+    const bool told = Told() || error.number() != 0;
+    EXPECT_TRUE(Shown() == full[world.session.DisplayUnits] || (told && Shown() == initial));
+    Open();
+    EXPECT_EQ(Shown(), full[world.session.DisplayUnits]);
+    EXPECT_TRUE(Device().values.empty()) << "nothing is written";
+  });
+}
+
+TEST_F(FaultsAtADevice, ApplyLosesNoEdit) {
+  Values wanted;
+  Walk("edit and apply", [&] {
+    Open();
+    user.Enter(0, "20.5");
+    user.Choose(0, "TEMPORARY");
+    user.Enter(39, "90");
+    Fail([&] { world.main.cmdApply.UserClicks(); });
+    if (first == 0) wanted = Device().values;
+    const auto check = [&](bool pending) {
+      EXPECT_EQ(user.Field(0).Text() + user.List(0).Text() + user.Field(39).Text(), "20.5TEMPORARY90");
+      EXPECT_EQ(world.main.cmdApply.Enabled(), pending);
+      Values held = Device().values;
+      for (const auto& [name, bytes] : wanted) {
+        const ui::Control& edited = name == "nciGenOpts"  ? static_cast<ui::Control&>(user.List(0))
+                                    : name == "nciSetPts" ? user.Field(0)
+                                                          : user.Field(39);
+        EXPECT_TRUE(held[name] == bytes || (held[name].empty() && pending && User::IsMarked(edited)));
+        EXPECT_TRUE(pending || !User::IsMarked(edited));
+      }
+      EXPECT_EQ(held.size(), 3u) << "another one was written";
+    };
+    const bool told = Told();
+    check(told);
+    if (first % 2 == 1) world.main.cmdRefresh.UserClicks();
+    world.main.cmdApply.UserClicks();
+    check(told && !Recovers());
+  });
+}
+
+TEST_F(FaultsAtADevice, RefreshShowsAllOrNothingAndKeepsEdits) {
+  std::vector<std::string> fresh;
+  Walk("refresh", [&] {
+    Open();
+    user.Enter(39, "90");
+    Device().values["nciSetPts"] = {8, 0xFC, 9, 0xC4, 10, 0xF0, 8, 2, 7, 0x6C, 5, 0xDC};
+    Fail([&] { world.main.cmdRefresh.UserClicks(); });
+    if (first == 0) fresh = Shown();
+    EXPECT_EQ(Shown(), Told() ? full[0] : fresh);
+    world.main.cmdRefresh.UserClicks();
+    EXPECT_TRUE(!Recovers() || Shown() == fresh);
+    EXPECT_TRUE(user.Field(39).Text() == "90" && User::IsMarked(user.Field(39)));
+    EXPECT_TRUE(world.main.cmdApply.Enabled() && Device().values.size() == 1);
+  });
+}
+
+TEST_F(FaultsAtADevice, UnitsAreNeverMixed) {
+  const Values wanted{{"nciSetPts", {8, 0xFC, 9, 0xC4, 10, 0xF0, 8, 2, 7, 0x6C, 6, 0x40}}};
+  Walk("switch units", [&] {
+    Open();
+    Fail([&] { world.main.obUnits[1].UserClicks(); });
+    const int units = world.session.DisplayUnits;
+    EXPECT_EQ(units == 0, Told());
+    EXPECT_EQ(Shown(), full[units]);
+    EXPECT_TRUE(world.main.obUnits[static_cast<std::size_t>(units)].Selected());
+    EXPECT_EQ(world.main.screen.txtTempUnits().back()->Text(), units ? "\u00BAF" : "\u00BAC");
+    user.Enter(0, units ? "68.9" : "20.5");
+    world.main.cmdApply.UserClicks();
+    EXPECT_TRUE(Device().values.empty() || Device().values == wanted);
+    world.main.cmdRefresh.UserClicks();
+    world.main.cmdApply.UserClicks();
+    EXPECT_TRUE(Device().values == wanted || (Device().values.empty() && !Recovers()));
+  });
+}
+
+TEST_F(FaultsAtADevice, ExitAlwaysEnds) {
+  Walk("exit", [&] {
+    Open();
+    world.desktop.ended = false;
+    Fail([&] { api.reset(); });
+    EXPECT_TRUE(world.desktop.ended);
+  });
+}
+
+TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
+  failures = failures.last(4);  // its numbers are all the same to registration
+  const auto all = world.simulation->installation();
+  for (const std::string network : {"Demo Islands", "Demo Quarry"}) {
+    world.simulation->installation() = all;
+    KeepNetworks(world, {network});
+    std::string registered;
+    Walk("register with " + network, [&] {
+      platform::Error error(0, "", "");
+      Fail([&] { error = Send(50, network); });
+      if (first == 0) registered = world.Saved();
+      if (error.number() == 0)
+        EXPECT_TRUE(faults.struck() == "VersionNumber" || world.Saved() == registered);
+      else
+        EXPECT_TRUE(error.source() == world.identity.PlugInName && error.number() / 10 == 2000);
+      EXPECT_EQ(Send(50, network).number(), 0);
+      // Where tidying up fails as well, a command stays without its default flag, a template without
+      // interface.
+      const std::string untidy[] = {"DefaultAppFlag", "VersionNumber", "Import", "machine"};
+      EXPECT_TRUE((FailsAgain() && std::ranges::count(untidy, faults.struck())) ||
+                  world.Saved() == registered);
+    });
+  }
+}
+
+TEST_F(FaultSweep, DeregistrationGoesToItsEnd) {
+  failures = failures.last(4);
+  KeepNetworks(world, {"Demo Islands", "Demo Foundry"});
+  for (const char* network : {"Demo Islands", "Demo Foundry"}) EXPECT_EQ(Send(50, network).number(), 0);
+  End();
+  std::string removed;
+  Walk("deregister everything", [&] {
+    const auto deregister = [&] {
+      EXPECT_FALSE(registration::MMain(world.surroundings, world.by_hand).Main("/deregplugin"));
+      EXPECT_TRUE(world.desktop.messages.empty() && !world.session.CurrentNetwork);
+    };
+    world.main.Load();
+    Fail(deregister);
+    if (first == 0) removed = world.Saved();
+    const auto& foundry = model::NetworkOf(world.simulation->installation(), "Demo Foundry").system;
+    EXPECT_TRUE(!Recovers() || foundry.interface == "DEMO-LOCAL-2") << "nobody could open it any more";
+    deregister();
+    EXPECT_TRUE(!Recovers() || world.Saved() == removed);
+    EXPECT_EQ(world.registry.MachineSetting(world.identity.PlugInKey(), ""), "");
+  });
+}
+
+}  // namespace
