@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Processes that end in the middle of their work: the object server, directors, a simulator that writes its file.
+#
+#   faults.sh <folder of the programs> in-wine|in-wine32
+#
+# Wine keeps the class of a killed server in its table and never takes the references of a killed client back, which
+# Windows does: every case ends its Wine and begins in a new one.
+. "$(dirname "$0")/common.sh"
+. "$root/scripts/common.sh"
+
+cp "$root/demo/network.json" "$work/network.json"
+"$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
+new_wine() {
+  echo "-- a new Wine"
+  stop_wine "$wine"
+  start_wine "$wine"
+  "$wine" wine reg add "$settings" /v DisplayUnits /d 0 /f /reg:32 >/dev/null
+}
+new_wine
+director() { "$wine" "$programs/director.exe" "$@"; }
+floor='Demo Tower/Demo Tower.Floor 1/Thermostat'
+
+export QM5R_FAULT_FILE="Z:${work//\//\\}\\saved.json"
+cp "$root/demo/network.json" "$work/saved.json"
+for case in TheObjectServerEndsDuringARead TheObjectServerEndsDuringAnApply ThePlugInsKeyIsDeletedMeanwhile \
+  AnObjectIsReleasedWhileAnotherRunsACommand IsNeverTornByAKill; do
+  timeout 60 "$wine" "$programs/fault_road_tests.exe" --gtest_filter="*.$case" >"$work/case.txt" 2>&1
+  grep -aE 'told|killed' "$work/case.txt"
+  grep -q '\[  PASSED  \] 1 test' "$work/case.txt" && echo "$case: ok" || { fail "$case"; cat "$work/case.txt"; }
+  expect_gone QM5RFcPirConfigure "$case"
+  new_wine
+done
+
+# Two directors at once share one plug-in; the window shows one device or the other, not both.
+director configure "$floor 101" --hidden & one=$!
+director configure "$floor 102" || fail "second director"
+wait $one || echo "note: the first director was told that the second one took over"
+director screen >"$work/screen.txt"
+grep -q 'Thermostat 101)' "$work/screen.txt" && cool=23 status=101 || cool=24 status=102
+expect "$work/screen.txt" "Occupied	$cool"
+expect "$work/screen.txt" "status	$floor $status"
+director close
+expect_gone QM5RFcPirConfigure "two directors"
+
+# A director is killed in the middle of its command, which goes on; the window can be shown and closed by another one.
+director latency read 300
+"$wine" wine "$programs/director.exe" configure "$floor 101" --hidden & one=$!
+sleep 2.5
+kill -9 $one
+wait $one 2>/dev/null
+running QM5RFcPirConfigure || fail "the plug-in ended with its director"
+sleep 3
+director latency read 0
+director configure "$floor 102" || fail "configure after a killed director"
+director screen >"$work/screen.txt"
+expect "$work/screen.txt" 'Occupied	24'
+new_wine
+
+"$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
+"$wine" "$programs/LnsSimulator.exe" /unregserver || fail "unregserver of the simulator"
+forget_settings
+[ $failed = 0 ] && echo "fault road: ok"
+exit $failed
