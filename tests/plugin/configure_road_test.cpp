@@ -132,26 +132,6 @@ TEST(ConfigureRoad, SaysWhatStateTheDeviceIsIn) {
   }
 }
 
-TEST(ConfigureRoad, AFailedReadIsToldOnceAndShowsNoHalfDevice) {
-  for (int point = 1; point <= 11; ++point) {
-    World world;
-    world.simulation->faults().Add({"", "", "Value", point, 18200});
-    const auto api = world.Configure(kFirstThermostat);
-    EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Green).size(), static_cast<std::size_t>(point - 1));
-    const auto errors = LoggedActions(world, ui::ListView::Icon::Red);
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_TRUE(errors[0].starts_with("Error reading nci")) << errors[0];
-    EXPECT_EQ(world.Message().icon, ui::Icon::Critical);
-    EXPECT_TRUE(world.Message().text.ends_with("Failed to communicate with target device."));
-    EXPECT_EQ(world.Shown(txtNvi(0)), "");
-    EXPECT_EQ(world.Shown({model::ScreenArray::lbModel}), "Undefined model");
-    EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
-    EXPECT_EQ(world.desktop.windows, 2) << "the progress window is closed";
-    world.main.cmdRefresh.UserClicks();
-    EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the next try works";
-  }
-}
-
 TEST(ConfigureRoad, ValuesThatDoNotFitAreReported) {
   struct Case {
     platform::Value value;

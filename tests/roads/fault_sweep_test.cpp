@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "headless/faults.h"
+#include "model/catalogue.h"
 #include "registration/registration_world.h"
 #include "support/user.h"
 
