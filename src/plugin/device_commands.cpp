@@ -60,7 +60,8 @@ void fMain::ConfigureCurrentDevice() {
   } catch (const platform::Error& error) {
     with_.progress.Close();
     if (loaded->dropped) return;
-    screen.ShowInitialTexts();
+    // What was typed since an earlier try is kept.
+    if (!pending_.Raised()) screen.ShowInitialTexts();
     editing::ReportFailure(passes(), "Preparing the device", error.description());
   }
   with_.progress.Close();

@@ -12,7 +12,7 @@ namespace plugin {
 void fMain::ConnectEditing() {
   cmdApply.on_click = [this] { Run([this] { Apply(); }); };
   cmdCancel.on_click = [this] { Run([this] { editing::Cancel(passes(), pending_); }); };
-  cmdRefresh.on_click = [this] { Run([this] { ReadAndShow(); }); };
+  cmdRefresh.on_click = [this] { Run([this] { Refresh(); }); };
   cmdDebug.on_click = [this] { SetUpScreen(text::LeadingWholeNumber(txtDebug.Text())); };
   for (std::size_t i = 0; i < obUnits.size(); ++i)
     obUnits[i].on_click = [this, units = static_cast<std::int16_t>(i)] {
@@ -42,9 +42,18 @@ void fMain::Apply() {
   editing::Apply(passes(), pending_, with_.session.DisplayUnits);
 }
 
+/// A device whose preparation failed before it had points is prepared again: reading none of them would pass
+/// for a complete read, and an apply for a written one.
+void fMain::Refresh() {
+  if (current_device_ && loaded_->bindings.empty())
+    ConfigureCurrentDevice();
+  else
+    ReadAndShow();
+}
+
 bool fMain::ReadAndShow() {
   if (!editing::ReadAllPoints(passes(), with_.session.DisplayUnits)) return false;
-  complete_read_ = true;
+  complete_read_ = !loaded_->bindings.empty();
   try {
     editing::ShowAllValues(passes());
   } catch (const platform::Error& error) {

@@ -94,6 +94,7 @@ class fMain : public ui::Form {
   void ConnectEditing();
   void Run(const std::function<void()>& command);
   void Apply();
+  void Refresh();
   /// False where the read failed, which has been told.
   bool ReadAndShow();
   void SwitchUnits(std::int16_t units);

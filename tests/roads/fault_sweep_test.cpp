@@ -146,6 +146,14 @@ TEST_F(FaultsAtADevice, ConfigureShowsAllOrNothing) {
     Fail([&] { error = Configure(); });
     const bool told = Told() || error.number() != 0;
     EXPECT_TRUE(Shown() == full[world.session.DisplayUnits] || (told && Shown() == initial));
+    if (world.main.CurrentDevice() && Shown() == initial && Recovers()) {
+      user.Enter(39, "90");
+      ClearTold();
+      world.main.cmdApply.UserClicks();
+      EXPECT_TRUE(Told()) << "an edit that goes nowhere";
+      world.main.cmdRefresh.UserClicks();
+      EXPECT_TRUE(Shown() == full[world.session.DisplayUnits] && User::IsMarked(user.Field(39)));
+    }
     Open();
     EXPECT_EQ(Shown(), full[world.session.DisplayUnits]);
     EXPECT_TRUE(Device().values.empty()) << "nothing is written";
