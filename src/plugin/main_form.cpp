@@ -102,7 +102,10 @@ void fMain::OnLoad() {
 lns::ObjectServer fMain::lcaOS() {
   if (object_server_ && object_server_.IsLost()) ReleaseObjectServer();
   if (object_server_) return object_server_;
-  object_server_ = lns::ObjectServer(with_.make_object_server());
+  // Another director may come in while one is made, and make one as well.
+  const lns::ObjectServer made(with_.make_object_server());
+  if (object_server_) return object_server_;
+  object_server_ = made;
   // Without events everything works, only less lively.
   Attempt([this] {
     subscription_ = object_server_.Advise(
@@ -128,7 +131,6 @@ void fMain::OnActivate() {
 bool fMain::OnQueryUnload(ui::CloseReason reason) {
   if (reason != ui::CloseReason::User) return true;
   if (with_.session.Busy()) return false;
-  if (with_.session.InstanceCount == 0) return true;
   ConfirmExit();
   return false;
 }
@@ -160,16 +162,21 @@ void fMain::EndPlugIn() {
   current_interface_ = {};
   AbandonOperation();
   loaded_ = std::make_shared<editing::LoadedDevice>();
+  const bool unused = with_.session.InstanceCount == 0;
   ReleaseObjectServer();
+  // A director that came in while it closed is served.
+  if (unused && with_.session.InstanceCount != 0) {
+    ending_ = false;
+    return;
+  }
   Attempt([this] { Unload(); });
   desktop().EndProgram();
 }
 
 void fMain::ReleaseObjectServer() {
+  const lns::ObjectServer server = std::exchange(object_server_, {});
+  const std::unique_ptr<platform::Subscription> subscription = std::exchange(subscription_, nullptr);
   session::CloseSession(with_.session);
-  with_.session.ObjectServer = {};
-  subscription_.reset();
-  object_server_ = {};
 }
 
 void fMain::AbandonOperation() {

@@ -40,7 +40,8 @@ class fMain : public ui::Form {
   /// Ends a running operation at its next step: the network that it works on is about to close.
   void AbandonOperation();
 
-  /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it.
+  /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it; a
+  /// director that comes in meanwhile does, where no other one was left.
   void EndPlugIn();
   /// Ends the plug-in when no automation object is left and the window is hidden; while an operation runs, at
   /// its end.

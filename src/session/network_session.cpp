@@ -95,9 +95,10 @@ void CloseNetwork(Session& session) {
 }
 
 void CloseSession(Session& session) {
-  CloseNetwork(session);
-  CloseIfOpen(session.ObjectServer);
+  const lns::ObjectServer server = std::exchange(session.ObjectServer, {});
   session.ServerOpen = false;
+  CloseNetwork(session);
+  CloseIfOpen(server);
 }
 
 void SetRemote(Session& session, bool remote) {

@@ -17,7 +17,7 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
 /// Closes system and network, whatever they say, and forgets them.
 void CloseNetwork(Session& session);
 
-/// Closes network and object server and forgets the network.
+/// Closes network and object server and forgets them, so that calls that come in meanwhile may open others.
 void CloseSession(Session& session);
 
 /// Sets the remote flag, which an open object server takes only while it is closed for the moment.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "headless/forwarding_object.h"
+#include "simulator/session.h"
 #include "support/user.h"
 
 namespace {
@@ -41,6 +43,51 @@ TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
   EXPECT_EQ(world.main.State(), ui::WindowState::Minimized);
   World::Put(*api, "Minimized", false);
   EXPECT_EQ(world.main.State(), ui::WindowState::Normal);
+}
+
+/// An object server during whose calls others come in, as COM lets them.
+class InterruptedObject : public headless::ForwardingObject {
+ public:
+  InterruptedObject(platform::LateBoundPtr inner,
+                    const std::function<void(const platform::Member&)>& meanwhile)
+      : ForwardingObject(std::move(inner)), meanwhile_(meanwhile) {}
+
+ private:
+  platform::Value Forward(const platform::Member& member, platform::CallKind kind,
+                          platform::Arguments arguments) override {
+    meanwhile_(member);
+    return ForwardingObject::Forward(member, kind, arguments);
+  }
+  platform::LateBoundPtr Another(platform::LateBoundPtr inner) override {
+    return std::make_shared<InterruptedObject>(std::move(inner), meanwhile_);
+  }
+  const std::function<void(const platform::Member&)>& meanwhile_;
+};
+
+TEST(Api, ADirectorIsServedWhileAnotherOneComesOrGoes) {
+  // While the object server is made, and at each close when the first director has gone.
+  for (int moment = 0; moment <= 3; ++moment) {
+    World world;
+    std::shared_ptr<plugin::LNSPlugInAPI> first, second;
+    int closes = 0, made = 0;
+    const auto come = [&] { second = world.Configure("Demo Tower/Demo Tower.Floor 1/Thermostat 102"); };
+    const std::function<void(const platform::Member&)> meanwhile = [&](const platform::Member& member) {
+      if (member.name == "Close" && ++closes == moment) come();
+    };
+    world.in_between = [&](platform::LateBoundPtr object_server) {
+      if (made++ == 0 && moment == 0) come();
+      return std::make_shared<InterruptedObject>(std::move(object_server), meanwhile);
+    };
+    first = world.CreateApi();
+    World::Put(*first, "networkName", std::string("Demo Tower"));
+    first.reset();
+    World::Put(*second, "Visible", true);
+    EXPECT_EQ(world.Shown(model::txtNvi(0)), "20.5") << moment;
+    EXPECT_TRUE(!world.desktop.ended && world.main.lcaOS().IsOpen()) << moment;
+    world.main.cmdExit.UserClicks();
+    EXPECT_TRUE(world.desktop.ended);
+    for (const auto& session : world.simulation->Sessions()) EXPECT_FALSE(session->IsOpen());
+  }
 }
 
 TEST(Api, RefusedCommandsAndWrites) {
