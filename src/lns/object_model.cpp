@@ -23,13 +23,13 @@ constexpr std::uint32_t kLost[] = {0x800706BA, 0x800706BE, 0x80010108, 0x8001000
 
 }  // namespace
 
-platform::LateBound& Object::Target() const {
+platform::LateBoundPtr Object::Target() const {
   if (!object_) throw platform::Error(kObjectVariableNotSet, "LNS", "Object variable not set");
-  return *object_;
+  return object_;
 }
 
 platform::Value Object::Get(const platform::Member& member) const {
-  return Target().Invoke(member, CallKind::Get, {});
+  return Target()->Invoke(member, CallKind::Get, {});
 }
 
 platform::LateBoundPtr Object::GetObject(const platform::Member& member) const {
@@ -38,11 +38,11 @@ platform::LateBoundPtr Object::GetObject(const platform::Member& member) const {
 
 void Object::Put(const platform::Member& member, platform::Value value) const {
   const bool is_reference = std::holds_alternative<platform::LateBoundPtr>(value);
-  Target().Invoke(member, is_reference ? CallKind::PutReference : CallKind::Put, {&value, 1});
+  Target()->Invoke(member, is_reference ? CallKind::PutReference : CallKind::Put, {&value, 1});
 }
 
 platform::Value Object::Call(const platform::Member& member, platform::Arguments arguments) const {
-  return Target().Invoke(member, CallKind::Method, arguments);
+  return Target()->Invoke(member, CallKind::Method, arguments);
 }
 
 std::string Object::Name() const { return ToText(Get(members::kName)); }
@@ -52,7 +52,7 @@ Object Object::Parent() const { return Object(GetObject(members::kParent)); }
 std::int32_t CollectionBase::Count() const { return ToInteger(Get(members::kCount)); }
 
 platform::LateBoundPtr CollectionBase::ItemAt(platform::Value key) const {
-  return ToObject(Target().Invoke(members::kItem, CallKind::GetOrMethod, {&key, 1}));
+  return ToObject(Target()->Invoke(members::kItem, CallKind::GetOrMethod, {&key, 1}));
 }
 
 void CollectionBase::Remove(std::int32_t ordinal) const {
@@ -207,7 +207,7 @@ void ObjectServer::SetActiveRemoteNI(const NetworkInterface& network_interface) 
   Put(members::kActiveRemoteNI, network_interface.reference());
 }
 std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHandler handler) const {
-  return Target().Advise(std::move(handler));
+  return Target()->Advise(std::move(handler));
 }
 
 AppDevice OwningDevice(const Object& object) {

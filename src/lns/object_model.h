@@ -35,7 +35,8 @@ class Object {
   platform::LateBoundPtr GetObject(const platform::Member& member) const;
   void Put(const platform::Member& member, platform::Value value) const;
   platform::Value Call(const platform::Member& member, platform::Arguments arguments = {}) const;
-  platform::LateBound& Target() const;
+  /// Held by the caller: calls that come in during one may drop the last reference to the object.
+  platform::LateBoundPtr Target() const;
 
  private:
   platform::LateBoundPtr object_;

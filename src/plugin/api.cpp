@@ -146,6 +146,7 @@ void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::str
   const lns::Object object =
       ResolveObject(row.ObjectType, SplitObjectPath(path), session.CurrentNetwork, session.CurrentSystem);
   if (!object) Raise(20005, "Object not found");
+  session.CurrentObjectPath = path;  // another command may have come in while the object was looked up
   if (row.ObjectType == session::kLonMarkObjectType)
     main_.ProcessLonMarkObjectCommand(lns::LonMarkObject(object.reference()));
   else

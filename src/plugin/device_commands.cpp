@@ -29,9 +29,14 @@ void fMain::ProcessDeviceCommand(const lns::AppDevice& device) {
 }
 
 void fMain::ProcessLonMarkObjectCommand(const lns::LonMarkObject& object) {
+  // Another command may come in while the owner is looked up.
+  const std::string path = with_.session.CurrentObjectPath;
+  lns::AppDevice owner;
+  Attempt([&] { owner = lns::OwningDevice(object); });
+  with_.session.CurrentObjectPath = path;
   DropDevice();
   current_object_ = object;
-  Attempt([&] { current_device_ = lns::OwningDevice(object); });
+  current_device_ = owner;
   ConfigureCurrentDevice();
 }
 
@@ -51,8 +56,8 @@ void fMain::DropDevice() {
   StatusBar.SetPanel(2, "");
 }
 
-/// The message loop runs in here; a command that comes in then takes the screen, and this one ends at its
-/// next step.
+/// The message loop runs in here, and within every call of the object server; a command that comes in then
+/// takes the screen, and this one ends at its next step, without touching what the other one shows.
 void fMain::ConfigureCurrentDevice() {
   const std::shared_ptr<editing::LoadedDevice> loaded = loaded_;
   try {
@@ -74,7 +79,9 @@ void fMain::PrepareAndLoad(const std::shared_ptr<editing::LoadedDevice>& loaded)
     if (!PrepareLonMarkObjects() && !loaded->dropped && !AskToGoOn(kModeFailed)) return;
   }
   if (loaded->dropped) return;
-  ShowDeviceHeading();
+  const std::string heading = DeviceHeading();
+  if (loaded->dropped) return;
+  lblDeviceTemplate.SetText(heading);
   LoadDevice(loaded);
 }
 
@@ -90,20 +97,24 @@ bool fMain::PrepareLonMarkObjects() {
   return Attempt([this] { SetLonMarkObjectModes(current_device_.Interface(), resource_files_); });
 }
 
-void fMain::ShowDeviceHeading() {
-  const std::string template_name = text::SplitAtFirst(current_device_.DeviceTemplate().Name(), "[").head;
-  lblDeviceTemplate.SetText(with_.identity.PlugInName + " [" + template_name + " (" + current_device_.Name() +
-                            ")]");
+std::string fMain::DeviceHeading() const {
+  const lns::AppDevice device = current_device_;
+  const std::string template_name = text::SplitAtFirst(device.DeviceTemplate().Name(), "[").head;
+  return with_.identity.PlugInName + " [" + template_name + " (" + device.Name() + ")]";
 }
 
 /// Finds out the device's state, builds its points and bindings and reads it for the first time. A read that
 /// fails has been reported by the pass and leaves the layout's initial texts.
 void fMain::LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded) {
-  current_interface_ = current_device_.Interface();
-  loaded->points = model::PointList(current_interface_.NetworkVariables());
+  const lns::AppDevice device = current_device_;
+  const lns::Interface interface = device.Interface();
+  model::PointList points(interface.NetworkVariables());
+  if (loaded->dropped) return;
+  current_interface_ = interface;
+  loaded->points = std::move(points);
   loaded->bindings = model::MakeBindings(loaded->points, screen);
   StatusBar.SetPanel(2, with_.session.CurrentObjectPath);
-  const DeviceState state = ReadDeviceState(current_device_, with_.progress);
+  const DeviceState state = ReadDeviceState(device, with_.progress);
   if (loaded->dropped) return;
   device_online_ = state.online;
   StatusBar.SetPanel(1, state.text);

@@ -107,7 +107,7 @@ class fMain : public ui::Form {
   void PrepareAndLoad(const std::shared_ptr<editing::LoadedDevice>& loaded);
   bool AskToGoOn(const std::string& question);
   bool PrepareLonMarkObjects();
-  void ShowDeviceHeading();
+  std::string DeviceHeading() const;
   void LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded);
   editing::Passes passes();
 

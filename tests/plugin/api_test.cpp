@@ -90,6 +90,35 @@ TEST(Api, ADirectorIsServedWhileAnotherOneComesOrGoes) {
   }
 }
 
+TEST(Api, ACommandThatComesInAtAnyOperationTakesTheWholeScreen) {
+  const std::string devices = "Demo Tower/Demo Tower.Floor 1/Thermostat 10";
+  for (const std::string object : {"", "/Thermostat"}) {
+    bool came = true;
+    for (int moment = 1; came; ++moment) {
+      int operations = 0;
+      came = false;
+      std::function<void(const platform::Member&)> meanwhile;
+      World world;
+      std::shared_ptr<plugin::LNSPlugInAPI> second;
+      meanwhile = [&](const platform::Member&) {
+        if (++operations != moment) return;
+        came = true;
+        ErrorOf([&] { second = world.Configure(devices + "2"); });
+      };
+      world.in_between = [&](platform::LateBoundPtr object_server) {
+        return std::make_shared<InterruptedObject>(std::move(object_server), meanwhile);
+      };
+      const auto first = world.CreateApi();
+      World::Put(*first, "networkName", std::string("Demo Tower"));
+      World::Send(*first, 13, object.empty() ? 7 : 28, devices + "1" + object);
+      const bool is_second = world.main.lblDeviceTemplate.Text().find("102") != std::string::npos;
+      EXPECT_EQ(world.Shown(model::txtNvi(3)), is_second ? "24" : "23") << moment;
+      EXPECT_EQ(world.StatusPanel(2), devices + (is_second ? "2" : "1" + object)) << moment;
+      EXPECT_EQ(world.main.CurrentDevice().Name(), is_second ? "Thermostat 102" : "Thermostat 101") << moment;
+    }
+  }
+}
+
 TEST(Api, RefusedCommandsAndWrites) {
   struct Case {
     std::int32_t command, type;
