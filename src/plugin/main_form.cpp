@@ -157,14 +157,15 @@ void fMain::OnUnload() {
 void fMain::EndPlugIn() {
   if (ending_) return;
   ending_ = true;
+  // Calls come in during everything that follows, also while objects are let go.
+  const bool unused = with_.session.InstanceCount == 0;
   current_object_ = {};
   current_device_ = {};
   current_interface_ = {};
   AbandonOperation();
   loaded_ = std::make_shared<editing::LoadedDevice>();
-  const bool unused = with_.session.InstanceCount == 0;
   ReleaseObjectServer();
-  // A director that came in while it closed is served.
+  // A director that came in is served.
   if (unused && with_.session.InstanceCount != 0) {
     ending_ = false;
     return;
