@@ -20,13 +20,17 @@ std::int32_t Pixels(double twips, double twips_per_pixel) {
 
 LNSPlugInAPI::LNSPlugInAPI(const Surroundings& surroundings, fMain& main) : with_(surroundings), main_(main) {
   session::Session& session = with_.session;
-  if (session.InstanceCount == 0) {
-    session.SupportedCommands = session::MakeSupportedCommands(with_.program);
-    session.NetworkOpen = false;
-    session.ServerOpen = false;
+  // Counted before the window is loaded: other directors may come and go meanwhile.
+  if (session.InstanceCount++ != 0) return;
+  session.SupportedCommands = session::MakeSupportedCommands(with_.program);
+  session.NetworkOpen = false;
+  session.ServerOpen = false;
+  try {
     main_.Load();
+  } catch (...) {
+    --session.InstanceCount;
+    throw;
   }
-  ++session.InstanceCount;
 }
 
 LNSPlugInAPI::~LNSPlugInAPI() {

@@ -65,8 +65,8 @@ class InterruptedObject : public headless::ForwardingObject {
 };
 
 TEST(Api, ADirectorIsServedWhileAnotherOneComesOrGoes) {
-  // While the object server is made, and at each close when the first director has gone.
-  for (int moment = 0; moment <= 3; ++moment) {
+  // While the object server is made, also to go at once, and at each close when the first director has gone.
+  for (int moment = -1; moment <= 3; ++moment) {
     World world;
     std::shared_ptr<plugin::LNSPlugInAPI> first, second;
     int closes = 0, made = 0;
@@ -75,11 +75,16 @@ TEST(Api, ADirectorIsServedWhileAnotherOneComesOrGoes) {
       if (member.name == "Close" && ++closes == moment) come();
     };
     world.in_between = [&](platform::LateBoundPtr object_server) {
-      if (made++ == 0 && moment == 0) come();
+      if (made++ == 0 && moment <= 0) come();
+      if (moment < 0) second.reset();
       return std::make_shared<InterruptedObject>(std::move(object_server), meanwhile);
     };
     first = world.CreateApi();
     World::Put(*first, "networkName", std::string("Demo Tower"));
+    if (moment < 0) {
+      World::Send(*first, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+      second = first;
+    }
     first.reset();
     World::Put(*second, "Visible", true);
     EXPECT_EQ(world.Shown(model::txtNvi(0)), "20.5") << moment;
