@@ -3,6 +3,10 @@
 
 set(QM5R_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  list(APPEND QM5R_WARNINGS -Wno-restrict)  # GCC 12 sees overlaps in std::string that cannot be
+endif()
+
 add_library(qm5r_options INTERFACE)
 target_compile_features(qm5r_options INTERFACE cxx_std_20)
 target_compile_options(qm5r_options INTERFACE ${QM5R_WARNINGS})

@@ -1,0 +1,31 @@
+// One entry of the log when it already holds some, and the memory that the rows take.
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include "headless/desktop.h"
+#include "headless/machine.h"
+#include "log/log.h"
+
+namespace {
+
+std::size_t BytesInUse() {
+  const auto info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+void LogEntry(benchmark::State& state) {
+  headless::Desktop desktop;
+  const headless::BuiltInProgram program({1, 0, 0});
+  activity::fLog log(desktop, program);
+  const auto add = [&log] { log.LogCommand("Reading nciSetPts", "23,25,28,21,19,16"); };
+  const std::size_t before = BytesInUse();
+  for (std::int64_t row = 0; row < state.range(0); ++row) add();
+  const auto held = static_cast<double>(BytesInUse() - before);
+  state.counters["MB"] = held / 1e6;
+  // The rows that are added are few beside those that are there.
+  for (auto _ : state) add();
+}
+BENCHMARK(LogEntry)->Arg(10)->Arg(10'000)->Arg(1'000'000)->Iterations(2000);
+
+}  // namespace
