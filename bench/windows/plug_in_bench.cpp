@@ -1,0 +1,258 @@
+// The real plug-in, in its own process and reached over COM, beside a bare client of the same object server
+// that makes the same calls. Both are measured in turn in one run.
+//
+//   plug_in_bench roads <rounds> <latency in ms>   first fill, refresh, units, apply
+//   plug_in_bench start <rounds>                   from creation to the first answer, beside an empty server
+//   plug_in_bench memory                           peak with a device loaded, beside an empty window
+//   plug_in_bench soak <rounds>                    create, configure, release, again and again
+
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "director/configure.h"
+#include "director/simulator_knobs.h"
+#include "headless/plug_in.h"
+#include "plug_in_process.h"
+#include "recording.h"
+#include "windows/com/dispatch_object.h"
+#include "windows/com/local_server.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using platform::LateBoundPtr;
+
+constexpr const char* kPlugIn = "QM5RFcPirConfigure.LNSPlugInAPI";
+constexpr const char* kSimulator = "LnsSimulator.LcaObjectServer";
+constexpr const char* kDevice = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
+
+double Milliseconds(const std::function<void()>& step) {
+  const auto start = Clock::now();
+  step();
+  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+double Median(std::vector<double> times) {
+  std::ranges::sort(times);
+  return times.at(times.size() / 2);
+}
+
+void Send(platform::LateBound& api) {
+  const std::vector<platform::Value> arguments = {session::kConfigureCommand, session::kAppDeviceType,
+                                                  std::string(kDevice)};
+  api.Invoke({"SendCommand"}, platform::CallKind::Method, arguments);
+}
+
+/// The calls of each step, taken down from the plug-in's own code that runs in this process.
+class Script {
+ public:
+  Script() {
+    plug_in_.in_between = [this](const LateBoundPtr&) {
+      return recording_.Watch(windows::com::CreateObject(kSimulator));
+    };
+    api_ = plug_in_.CreateApi();
+    director::ConfigureRequest request;
+    request.path = kDevice;
+    director::Configure(*api_, request);
+  }
+
+  struct Part {
+    std::size_t first = 0, last = 0;
+  };
+  Part Record(const std::function<void(plugin::fMain& main, plugin::LNSPlugInAPI& api)>& step) {
+    const std::size_t first = recording_.size();
+    step(plug_in_.main, *api_);
+    return {first, recording_.size()};
+  }
+
+  bench::Recording recording_;
+
+ private:
+  // The plug-in's own simulation is not used: it looks at the one that runs in another process.
+  headless::PlugIn plug_in_{simulator::Simulation::FromText("{}", [](std::chrono::milliseconds) {}),
+                            {1, 0, 0}};
+  std::shared_ptr<plugin::LNSPlugInAPI> api_;
+};
+
+/// Types into the same fields as the driver does in the other process.
+void Edit(plugin::fMain& main, bool all, const char* text) {
+  for (const auto& frame : model::Frames())
+    for (const auto& field : frame.fields) {
+      if (field.control.array != model::ScreenArray::txtNvi) continue;
+      auto* control = main.screen.txtNvi(field.control.index);
+      if (control->Locked()) continue;
+      control->UserChangesText(text);
+      if (!all) return;
+    }
+}
+
+struct Step {
+  const char* name;
+  std::function<void(platform::LateBound& api, const bench::PlugInProcess& process, bool odd)> prepare;
+  std::function<void(platform::LateBound& api, const bench::PlugInProcess& process, bool odd)> run;
+  std::function<void(plugin::fMain& main, plugin::LNSPlugInAPI& api)> record;
+};
+
+std::vector<Step> Steps() {
+  using Api = platform::LateBound;
+  using Process = bench::PlugInProcess;
+  const auto nothing = [](Api&, const Process&, bool) {};
+  const auto apply = [](bool all) {
+    return [all](Api&, const Process& process, bool odd) { process.Edit(all, odd ? L'1' : L'2'); };
+  };
+  const auto press_apply = [](Api&, const Process& process, bool) { process.Press(L"&Apply"); };
+  const auto record_apply = [](bool all) {
+    return [all](plugin::fMain& main, plugin::LNSPlugInAPI&) {
+      Edit(main, all, "21");
+      main.cmdApply.UserClicks();
+    };
+  };
+  return {{"first fill", nothing, [](Api& api, const Process&, bool) { Send(api); },
+           [](plugin::fMain&, plugin::LNSPlugInAPI& api) { Send(api); }},
+          {"refresh", nothing, [](Api&, const Process& process, bool) { process.Press(L"&Refresh All"); },
+           [](plugin::fMain& main, plugin::LNSPlugInAPI&) { main.cmdRefresh.UserClicks(); }},
+          {"apply of one field", apply(false), press_apply, record_apply(false)},
+          {"switch of units", nothing,
+           [](Api&, const Process& process, bool odd) { process.Press(odd ? L"&Metric" : L"&Imperial"); },
+           [](plugin::fMain& main, plugin::LNSPlugInAPI&) {
+             main.obUnits[main.obUnits[0].Selected() ? 1 : 0].UserClicks();
+           }}};
+}
+
+int Roads(int rounds, int latency) {
+  Script script;
+  std::vector<Script::Part> parts;
+  for (const Step& step : Steps()) parts.push_back(script.Record(step.record));
+
+  const LateBoundPtr simulator = windows::com::CreateObject(kSimulator);
+  const LateBoundPtr api = windows::com::CreateObject(kPlugIn);
+  director::ConfigureRequest request;
+  request.path = kDevice;
+  director::Configure(*api, request);
+  const bench::PlugInProcess process;
+  bench::Recording::Player player(script.recording_, windows::com::CreateObject(kSimulator));
+  player.Play(0, parts.front().first);
+
+  director::SimulatorKnobs(simulator).SetLatency("any", latency);
+  std::printf("%-20s %6s %14s %14s %7s   (median of %d, latency %d ms a call)\n", "", "calls", "plug-in ms",
+              "bare client ms", "ratio", rounds, latency);
+  const auto steps = Steps();
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    std::vector<double> plug_in, bare;
+    for (int round = 0; round <= rounds; ++round) {
+      const bool odd = round % 2 == 0;
+      steps[i].prepare(*api, process, odd);
+      const double time = Milliseconds([&] { steps[i].run(*api, process, odd); });
+      const double other = Milliseconds([&] { player.Play(parts[i].first, parts[i].last); });
+      if (round == 0) continue;  // caches are filled
+      plug_in.push_back(time);
+      bare.push_back(other);
+    }
+    std::printf("%-20s %6zu %14.2f %14.2f %7.2f\n", steps[i].name, parts[i].last - parts[i].first,
+                Median(plug_in), Median(bare), Median(plug_in) / Median(bare));
+  }
+  director::SimulatorKnobs(simulator).SetLatency("any", 0);
+  return 0;
+}
+
+double FirstAnswer(const char* prog_id) {
+  const double time = Milliseconds(
+      [&] { windows::com::CreateObject(prog_id)->Invoke({"Version"}, platform::CallKind::Get, {}); });
+  Sleep(3000);  // until the server has gone
+  return time;
+}
+
+int Start(int rounds) {
+  const LateBoundPtr simulator = windows::com::CreateObject(kSimulator);  // the plug-in's object server is up
+  std::vector<double> plug_in, empty;
+  for (int round = 0; round < rounds; ++round) {
+    plug_in.push_back(FirstAnswer(kPlugIn));
+    empty.push_back(FirstAnswer("QM5RBench.Empty"));
+  }
+  std::printf("start to first answer: plug-in %.1f ms, empty server %.1f ms, ratio %.2f (median of %d)\n",
+              Median(plug_in), Median(empty), Median(plug_in) / Median(empty), rounds);
+  return 0;
+}
+
+int Memory() {
+  const LateBoundPtr api = windows::com::CreateObject(kPlugIn);
+  director::ConfigureRequest request;
+  request.path = kDevice;
+  director::Configure(*api, request);
+  const HWND window = FindWindowW(nullptr, L"Korvell QM5R-FC PIR Configure");
+  RECT place;
+  GetWindowRect(window, &place);
+  wchar_t command[MAX_PATH + 64];
+  wchar_t folder[MAX_PATH];
+  GetModuleFileNameW(nullptr, folder, MAX_PATH);
+  *(wcsrchr(folder, L'\\') + 1) = 0;
+  wsprintfW(command, L"\"%sempty_server.exe\" /window %d %d", folder,
+            static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top));
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION started{};
+  if (!CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
+    return 1;
+  Sleep(2000);
+  const auto plug_in = static_cast<double>(bench::HoldingsOf(bench::PlugInProcess().id()).peak_working_set);
+  const auto empty = static_cast<double>(bench::HoldingsOf(started.dwProcessId).peak_working_set);
+  std::printf("peak memory: plug-in %.1f MB, empty window %.1f MB, ratio %.2f\n", plug_in / 1e6, empty / 1e6,
+              plug_in / empty);
+  PostMessageW(FindWindowW(L"QM5REmptyWindow", nullptr), WM_CLOSE, 0, 0);
+  return 0;
+}
+
+int Soak(int rounds) {
+  const LateBoundPtr stays = windows::com::CreateObject(kPlugIn);
+  director::ConfigureRequest request;
+  request.path = kDevice;
+  director::Configure(*stays, request);
+  const bench::PlugInProcess process;
+  std::printf("%8s %9s %9s %9s %9s %14s\n", "rounds", "log rows", "handles", "GDI", "USER", "private MB");
+  bench::Holdings first;
+  for (int round = 1; round <= rounds; ++round) {
+    const LateBoundPtr api = windows::com::CreateObject(kPlugIn);
+    request.hidden = false;
+    director::Configure(*api, request);
+    if (round % std::max(1, rounds / 10) != 0) continue;
+    const bench::Holdings now = bench::HoldingsOf(process.id());
+    if (first.handles == 0) first = now;
+    std::printf("%8d %9d %9lu %9lu %9lu %14.1f\n", round, (round + 1) * 11, now.handles, now.gdi_objects,
+                now.user_objects, static_cast<double>(now.private_bytes) / 1e6);
+    std::fflush(stdout);
+  }
+  const bench::Holdings last = bench::HoldingsOf(process.id());
+  const bool flat = last.handles <= first.handles + 5 && last.gdi_objects <= first.gdi_objects + 5 &&
+                    last.user_objects <= first.user_objects + 5;
+  std::printf("%s\n", flat ? "flat" : "NOT FLAT");
+  return flat ? 0 : 1;
+}
+
+int Run(const std::vector<std::wstring>& words) {
+  const auto number = [&](std::size_t at) { return at < words.size() ? std::stoi(words[at]) : 0; };
+  if (words.empty()) return 2;
+  if (words[0] == L"roads") return Roads(number(1), number(2));
+  if (words[0] == L"start") return Start(number(1));
+  if (words[0] == L"memory") return Memory();
+  if (words[0] == L"soak") return Soak(number(1));
+  return 2;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** words) {
+  try {
+    const windows::com::Apartment apartment;
+    return Run({words + 1, words + count});
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "plug_in_bench: %s\n", failure.what());
+    return 1;
+  }
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace bench {
+
+/// What a process holds of the system.
+struct Holdings {
+  DWORD handles = 0, gdi_objects = 0, user_objects = 0;
+  std::size_t private_bytes = 0, peak_working_set = 0;
+};
+Holdings HoldingsOf(DWORD process);
+
+/// The plug-in's window and process, seen from outside. A window is found whether it is shown or not.
+class PlugInProcess {
+ public:
+  PlugInProcess();
+  DWORD id() const { return id_; }
+  bool Runs() const;
+  /// Presses a button or option by its caption and waits until that has been dealt with.
+  void Press(const wchar_t* caption) const;
+  /// Types a digit into, or chooses the next item of, every field that takes it; of text fields the first of
+  /// the page is changed alone where `all` is false.
+  void Edit(bool all, wchar_t digit) const;
+
+ private:
+  HWND window_ = nullptr;
+  DWORD id_ = 0;
+};
+
+}  // namespace bench
