@@ -76,8 +76,8 @@ class Script {
 
  private:
   // The plug-in's own simulation is not used: it looks at the one that runs in another process.
-  headless::PlugIn plug_in_{simulator::Simulation::FromText("{}", [](std::chrono::milliseconds) {}),
-                            {1, 0, 0}};
+  headless::PlugIn plug_in_{
+      simulator::Simulation::FromText(R"({"networks": []})", [](std::chrono::milliseconds) {}), {1, 0, 0}};
   std::shared_ptr<plugin::LNSPlugInAPI> api_;
 };
 
@@ -215,7 +215,7 @@ int Soak(int rounds) {
   request.path = kDevice;
   director::Configure(*stays, request);
   const bench::PlugInProcess process;
-  std::printf("%8s %9s %9s %9s %9s %14s\n", "rounds", "log rows", "handles", "GDI", "USER", "private MB");
+  std::printf("%8s %9s %9s %9s %9s %9s\n", "rounds", "log rows", "handles", "GDI", "windows", "MB");
   bench::Holdings first;
   for (int round = 1; round <= rounds; ++round) {
     const LateBoundPtr api = windows::com::CreateObject(kPlugIn);
@@ -224,13 +224,13 @@ int Soak(int rounds) {
     if (round % std::max(1, rounds / 10) != 0) continue;
     const bench::Holdings now = bench::HoldingsOf(process.id());
     if (first.handles == 0) first = now;
-    std::printf("%8d %9d %9lu %9lu %9lu %14.1f\n", round, (round + 1) * 11, now.handles, now.gdi_objects,
-                now.user_objects, static_cast<double>(now.private_bytes) / 1e6);
+    std::printf("%8d %9d %9zu %9zu %9zu %9.1f\n", round, (round + 1) * 11, now.handles, now.gdi_objects,
+                now.windows, static_cast<double>(now.working_set) / 1e6);
     std::fflush(stdout);
   }
   const bench::Holdings last = bench::HoldingsOf(process.id());
   const bool flat = last.handles <= first.handles + 5 && last.gdi_objects <= first.gdi_objects + 5 &&
-                    last.user_objects <= first.user_objects + 5;
+                    last.windows <= first.windows + 5;
   std::printf("%s\n", flat ? "flat" : "NOT FLAT");
   return flat ? 0 : 1;
 }

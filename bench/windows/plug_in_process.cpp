@@ -1,7 +1,11 @@
 #include "plug_in_process.h"
 
 #include <psapi.h>
+#include <winternl.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <stdexcept>
 #include <vector>
 
@@ -26,18 +30,85 @@ std::vector<HWND> AllControls(HWND window, const wchar_t* window_class) {
   return search.found;
 }
 
+// Wine does not answer GetProcessHandleCount and GetGuiResources, so the system's own tables are read, as
+// they are laid out there and in Windows.
+std::size_t HandlesOf(DWORD process) {
+  constexpr auto kHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+  struct Entry {
+    ULONG process;
+    UCHAR type, flags;
+    USHORT handle;
+    PVOID object;
+    ULONG access;
+  };
+  std::vector<std::byte> table(1 << 20);
+  ULONG needed = 0;
+  while (NtQuerySystemInformation(kHandles, table.data(), static_cast<ULONG>(table.size()), &needed) != 0) {
+    if (table.size() > 1 << 28) throw std::runtime_error("the handles cannot be counted");
+    table.resize(table.size() * 2);
+  }
+  ULONG count = 0;
+  std::memcpy(&count, table.data(), sizeof count);
+  const auto* entries = reinterpret_cast<const Entry*>(table.data() + alignof(Entry));
+  return static_cast<std::size_t>(
+      std::count_if(entries, entries + count, [&](const Entry& each) { return each.process == process; }));
+}
+
+std::size_t GdiObjectsOf(HANDLE process) {
+  constexpr std::size_t kObjects = 0x10000, kTableInPeb = sizeof(void*) == 8 ? 0xF8 : 0x94;
+  struct Entry {
+    ULONG64 object;
+    USHORT owner, count, unique;
+    UCHAR type, flags;
+    ULONG64 user_data;
+  };
+  PROCESS_BASIC_INFORMATION about{};
+  NtQueryInformationProcess(process, ProcessBasicInformation, &about, sizeof about, nullptr);
+  void* place = nullptr;
+  std::vector<Entry> table(kObjects);
+  SIZE_T read = 0;
+  const auto* peb = reinterpret_cast<const std::byte*>(about.PebBaseAddress);
+  if (!ReadProcessMemory(process, peb + kTableInPeb, &place, sizeof place, &read) ||
+      !ReadProcessMemory(process, place, table.data(), table.size() * sizeof(Entry), &read))
+    throw std::runtime_error("the GDI objects cannot be counted");
+  return static_cast<std::size_t>(
+      std::ranges::count_if(table, [](const Entry& each) { return each.type != 0; }));
+}
+
+std::size_t WindowsOf(DWORD process) {
+  struct Count {
+    DWORD process;
+    std::size_t windows = 0;
+  } count{process};
+  EnumWindows(
+      [](HWND window, LPARAM data) -> BOOL {
+        auto& counted = *reinterpret_cast<Count*>(data);
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner != counted.process) return TRUE;
+        ++counted.windows;
+        EnumChildWindows(
+            window,
+            [](HWND, LPARAM inner) -> BOOL { return ++reinterpret_cast<Count*>(inner)->windows, TRUE; },
+            data);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&count));
+  return count.windows;
+}
+
 }  // namespace
 
 Holdings HoldingsOf(DWORD process) {
-  Holdings holdings;
   const HANDLE opened = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, process);
   if (!opened) throw std::runtime_error("the process cannot be looked at");
-  GetProcessHandleCount(opened, &holdings.handles);
-  holdings.gdi_objects = GetGuiResources(opened, GR_GDIOBJECTS);
-  holdings.user_objects = GetGuiResources(opened, GR_USEROBJECTS);
-  PROCESS_MEMORY_COUNTERS_EX memory{};
-  GetProcessMemoryInfo(opened, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
-  holdings.private_bytes = memory.PrivateUsage;
+  Holdings holdings;
+  holdings.handles = HandlesOf(process);
+  holdings.gdi_objects = GdiObjectsOf(opened);
+  holdings.windows = WindowsOf(process);
+  PROCESS_MEMORY_COUNTERS memory{};
+  GetProcessMemoryInfo(opened, &memory, sizeof memory);
+  holdings.working_set = memory.WorkingSetSize;
   holdings.peak_working_set = memory.PeakWorkingSetSize;
   CloseHandle(opened);
   return holdings;

@@ -9,10 +9,10 @@
 
 namespace bench {
 
-/// What a process holds of the system.
+/// What a process holds of the system, counted from outside.
 struct Holdings {
-  DWORD handles = 0, gdi_objects = 0, user_objects = 0;
-  std::size_t private_bytes = 0, peak_working_set = 0;
+  std::size_t handles = 0, gdi_objects = 0, windows = 0;
+  std::size_t working_set = 0, peak_working_set = 0;
 };
 Holdings HoldingsOf(DWORD process);
 
