@@ -13,6 +13,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -57,6 +59,10 @@ class Script {
     plug_in_.in_between = [this](const LateBoundPtr&) {
       return recording_.Watch(windows::com::CreateObject(kSimulator));
     };
+    // As on the computer that the other process runs on.
+    plug_in_.files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
+    plug_in_.files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
+    plug_in_.registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
     api_ = plug_in_.CreateApi();
     director::ConfigureRequest request;
     request.path = kDevice;
@@ -81,16 +87,19 @@ class Script {
   std::shared_ptr<plugin::LNSPlugInAPI> api_;
 };
 
-/// Types into the same fields as the driver does in the other process.
-void Edit(plugin::fMain& main, bool all, const char* text) {
+/// The heartbeat and the throttle, which stand in variables of their own and take part in no rule, the
+/// actuator timing and a humidity: fields of four variables.
+constexpr int kEdited[] = {39, 40, 14, 8};
+
+/// The place of txtNvi(index) among the text fields of the screen.
+std::size_t PlaceOf(int index) {
+  std::size_t place = 0;
   for (const auto& frame : model::Frames())
     for (const auto& field : frame.fields) {
-      if (field.control.array != model::ScreenArray::txtNvi) continue;
-      auto* control = main.screen.txtNvi(field.control.index);
-      if (control->Locked()) continue;
-      control->UserChangesText(text);
-      if (!all) return;
+      if (field.control == model::txtNvi(index)) return place;
+      if (field.control.array != model::ScreenArray::cbNvi) ++place;
     }
+  throw std::out_of_range("no such field");
 }
 
 struct Step {
@@ -104,13 +113,15 @@ std::vector<Step> Steps() {
   using Api = platform::LateBound;
   using Process = bench::PlugInProcess;
   const auto nothing = [](Api&, const Process&, bool) {};
-  const auto apply = [](bool all) {
-    return [all](Api&, const Process& process, bool odd) { process.Edit(all, odd ? L'1' : L'2'); };
+  const auto type = [](std::size_t fields) {
+    return [fields](Api&, const Process& process, bool odd) {
+      for (std::size_t i = 0; i < fields; ++i) process.Type(PlaceOf(kEdited[i]), odd ? L"7" : L"8");
+    };
   };
   const auto press_apply = [](Api&, const Process& process, bool) { process.Press(L"&Apply"); };
-  const auto record_apply = [](bool all) {
-    return [all](plugin::fMain& main, plugin::LNSPlugInAPI&) {
-      Edit(main, all, "21");
+  const auto record_apply = [](std::size_t fields) {
+    return [fields](plugin::fMain& main, plugin::LNSPlugInAPI&) {
+      for (std::size_t i = 0; i < fields; ++i) main.screen.txtNvi(kEdited[i])->UserChangesText("7");
       main.cmdApply.UserClicks();
     };
   };
@@ -118,7 +129,8 @@ std::vector<Step> Steps() {
            [](plugin::fMain&, plugin::LNSPlugInAPI& api) { Send(api); }},
           {"refresh", nothing, [](Api&, const Process& process, bool) { process.Press(L"&Refresh All"); },
            [](plugin::fMain& main, plugin::LNSPlugInAPI&) { main.cmdRefresh.UserClicks(); }},
-          {"apply of one field", apply(false), press_apply, record_apply(false)},
+          {"apply of one field", type(1), press_apply, record_apply(1)},
+          {"apply of four", type(4), press_apply, record_apply(4)},
           {"switch of units", nothing,
            [](Api&, const Process& process, bool odd) { process.Press(odd ? L"&Metric" : L"&Imperial"); },
            [](plugin::fMain& main, plugin::LNSPlugInAPI&) {
@@ -140,25 +152,37 @@ int Roads(int rounds, int latency) {
   bench::Recording::Player player(script.recording_, windows::com::CreateObject(kSimulator));
   player.Play(0, parts.front().first);
 
-  director::SimulatorKnobs(simulator).SetLatency("any", latency);
-  std::printf("%-20s %6s %14s %14s %7s   (median of %d, latency %d ms a call)\n", "", "calls", "plug-in ms",
-              "bare client ms", "ratio", rounds, latency);
+  director::SimulatorKnobs knobs(simulator);
+  const auto calls_of = [&knobs](const std::function<void()>& step) {
+    knobs.ClearJournal();
+    step();
+    std::ostringstream journal;
+    knobs.PrintJournal(journal);
+    return std::ranges::count(journal.str(), '\n');
+  };
+  std::printf("%-20s %16s %12s %15s %7s   (median of %d, latency %d ms a call)\n", "", "calls of each",
+              "plug-in ms", "bare client ms", "ratio", rounds, latency);
   const auto steps = Steps();
   for (std::size_t i = 0; i < steps.size(); ++i) {
+    const auto run = [&](bool odd) { steps[i].run(*api, process, odd); };
+    const auto play = [&] { player.Play(parts[i].first, parts[i].last); };
+    // Once to count the calls, and to fill the caches.
+    knobs.SetLatency("any", 0);
+    steps[i].prepare(*api, process, true);
+    const auto calls = calls_of([&] { run(true); }), played = calls_of(play);
+    knobs.SetLatency("any", latency);
     std::vector<double> plug_in, bare;
-    for (int round = 0; round <= rounds; ++round) {
-      const bool odd = round % 2 == 0;
+    for (int round = 0; round < rounds; ++round) {
+      const bool odd = round % 2 != 0;
       steps[i].prepare(*api, process, odd);
-      const double time = Milliseconds([&] { steps[i].run(*api, process, odd); });
-      const double other = Milliseconds([&] { player.Play(parts[i].first, parts[i].last); });
-      if (round == 0) continue;  // caches are filled
-      plug_in.push_back(time);
-      bare.push_back(other);
+      plug_in.push_back(Milliseconds([&] { run(odd); }));
+      bare.push_back(Milliseconds(play));
     }
-    std::printf("%-20s %6zu %14.2f %14.2f %7.2f\n", steps[i].name, parts[i].last - parts[i].first,
-                Median(plug_in), Median(bare), Median(plug_in) / Median(bare));
+    std::printf("%-20s %8td %7td %12.2f %15.2f %7.2f\n", steps[i].name, calls, played, Median(plug_in),
+                Median(bare), Median(plug_in) / Median(bare));
+    std::fflush(stdout);
   }
-  director::SimulatorKnobs(simulator).SetLatency("any", 0);
+  knobs.SetLatency("any", 0);
   return 0;
 }
 

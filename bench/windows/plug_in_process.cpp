@@ -1,5 +1,6 @@
 #include "plug_in_process.h"
 
+#include <commctrl.h>
 #include <psapi.h>
 #include <winternl.h>
 
@@ -114,7 +115,7 @@ Holdings HoldingsOf(DWORD process) {
   return holdings;
 }
 
-PlugInProcess::PlugInProcess() : window_(FindWindowW(nullptr, L"Korvell QM5R-FC PIR Configure")) {
+PlugInProcess::PlugInProcess() : window_(FindWindowW(L"FormSurface", L"Korvell QM5R-FC PIR Configure")) {
   if (!window_) throw std::runtime_error("the plug-in has no window");
   GetWindowThreadProcessId(window_, &id_);
 }
@@ -133,14 +134,11 @@ void PlugInProcess::Press(const wchar_t* caption) const {
   throw std::runtime_error("no such button");
 }
 
-void PlugInProcess::Edit(bool all, wchar_t digit) const {
-  for (const HWND field : AllControls(window_, L"Edit")) {
-    if (GetWindowLongW(field, GWL_STYLE) & ES_READONLY) continue;
-    SendMessageW(field, EM_SETSEL, 0, -1);
-    SendMessageW(field, WM_CHAR, '2', 1);
-    SendMessageW(field, WM_CHAR, static_cast<WPARAM>(digit), 1);
-    if (!all) return;
-  }
+void PlugInProcess::Type(std::size_t field, const wchar_t* text) const {
+  const HWND tabs = FindWindowExW(window_, nullptr, WC_TABCONTROLW, nullptr);
+  const HWND edit = AllControls(tabs, L"Edit").at(field);
+  SendMessageW(edit, EM_SETSEL, 0, -1);
+  for (; *text; ++text) SendMessageW(edit, WM_CHAR, *text, 1);
 }
 
 }  // namespace bench

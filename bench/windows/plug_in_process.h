@@ -24,9 +24,8 @@ class PlugInProcess {
   bool Runs() const;
   /// Presses a button or option by its caption and waits until that has been dealt with.
   void Press(const wchar_t* caption) const;
-  /// Types a digit into, or chooses the next item of, every field that takes it; of text fields the first of
-  /// the page is changed alone where `all` is false.
-  void Edit(bool all, wchar_t digit) const;
+  /// Types over the text of a text field; fields are counted in the order of the screen.
+  void Type(std::size_t field, const wchar_t* text) const;
 
  private:
   HWND window_ = nullptr;
