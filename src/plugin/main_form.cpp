@@ -101,17 +101,19 @@ void fMain::OnLoad() {
 
 lns::ObjectServer fMain::lcaOS() {
   if (object_server_ && object_server_.IsLost()) ReleaseObjectServer();
-  if (object_server_) return object_server_;
-  // Another director may come in while one is made, and make one as well.
-  const lns::ObjectServer made(with_.make_object_server());
-  if (object_server_) return object_server_;
+  if (!object_server_) TakeObjectServer(lns::ObjectServer(with_.make_object_server()));
+  return object_server_;
+}
+
+void fMain::TakeObjectServer(const lns::ObjectServer& made) {
+  // Another director may have come in while it was made, and have made one as well.
+  if (object_server_) return;
   object_server_ = made;
   // Without events everything works, only less lively.
   Attempt([this] {
     subscription_ = object_server_.Advise(
         [this](std::int32_t event, platform::Arguments arguments) { events_.Handle(event, arguments); });
   });
-  return object_server_;
 }
 
 void fMain::GetDisplayUnits() {

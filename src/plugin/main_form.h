@@ -90,6 +90,7 @@ class fMain : public ui::Form {
   ui::Box MakeLayout();
   void GetDisplayUnits();
   void GetDebug();
+  void TakeObjectServer(const lns::ObjectServer& made);
   void ReleaseObjectServer();
   void ConfirmExit();
   void ConnectEditing();
