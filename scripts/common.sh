@@ -65,6 +65,7 @@ stop_wine() { "$@" wineserver -k >/dev/null 2>&1 || true; }
 need_display() {
   [ -n "${DISPLAY:-}" ] && return
   local number_file=$root/build/display
+  rm -f "$number_file"  # of an earlier display
   Xvfb -displayfd 9 -screen 0 1280x1024x24 -nolisten tcp 9>"$number_file" >/dev/null 2>&1 &
   xvfb_pid=$!
   for _ in $(seq 100); do

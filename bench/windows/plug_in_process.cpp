@@ -118,20 +118,17 @@ Holdings HoldingsOf(DWORD process) {
 PlugInProcess::PlugInProcess() : window_(FindWindowW(L"FormSurface", L"Korvell QM5R-FC PIR Configure")) {
   if (!window_) throw std::runtime_error("the plug-in has no window");
   GetWindowThreadProcessId(window_, &id_);
+  for (const HWND button : AllControls(window_, L"Button")) {
+    wchar_t caption[64] = L"";
+    GetWindowTextW(button, caption, 64);
+    buttons_[caption] = button;
+  }
 }
 
 bool PlugInProcess::Runs() const { return IsWindow(window_) != 0; }
 
 void PlugInProcess::Press(const wchar_t* caption) const {
-  for (const HWND button : AllControls(window_, L"Button")) {
-    wchar_t text[64] = L"";
-    GetWindowTextW(button, text, 64);
-    if (lstrcmpW(text, caption) == 0) {
-      SendMessageW(button, BM_CLICK, 0, 0);
-      return;
-    }
-  }
-  throw std::runtime_error("no such button");
+  SendMessageW(buttons_.at(caption), BM_CLICK, 0, 0);
 }
 
 void PlugInProcess::Type(std::size_t field, const wchar_t* text) const {

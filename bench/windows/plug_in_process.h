@@ -4,7 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <map>
 #include <string>
 
 namespace bench {
@@ -30,6 +30,7 @@ class PlugInProcess {
  private:
   HWND window_ = nullptr;
   DWORD id_ = 0;
+  std::map<std::wstring, HWND> buttons_;
 };
 
 }  // namespace bench

@@ -26,6 +26,18 @@ void Context::Report(const std::exception& failure) noexcept {
 
 void Context::ReportUnknown() noexcept { Report(std::runtime_error("An unknown failure.")); }
 
+void Context::Deliver(MSG& message) noexcept {
+  if (message.message >= WM_MOUSEFIRST && message.message <= WM_MOUSELAST) {
+    for (const auto& shell : shells_)
+      if (!shell->closed() && shell->handle() == GetAncestor(message.hwnd, GA_ROOT))
+        shell->RelayToToolTips(message);
+  } else if (UseKey(message)) {
+    return;
+  }
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
 bool Context::UseKey(MSG& message) noexcept {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   if (!message.hwnd || ControlPeer::Of(message.hwnd)) return false;

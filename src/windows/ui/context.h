@@ -52,8 +52,8 @@ class Context {
     body();
   }
 
-  /// A key for a window inside that of a control: true when the control has used it.
-  bool UseKey(MSG& message) noexcept;
+  /// What a message loop does with a message: first to whom it matters beside its window, then to that.
+  void Deliver(MSG& message) noexcept;
 
   FormShell& Adopt(std::unique_ptr<FormShell> shell);
   const std::vector<std::unique_ptr<FormShell>>& shells() const { return shells_; }
@@ -66,6 +66,9 @@ class Context {
   int messages_shown = 0;
 
  private:
+  /// A key for a window inside that of a control: true when the control has used it.
+  bool UseKey(MSG& message) noexcept;
+
   struct Count {
     explicit Count(int& counted) : counter(counted) { ++counter; }
     ~Count() { --counter; }

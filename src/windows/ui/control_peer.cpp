@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
+#include <unordered_map>
 
 #include "platform/error.h"
 #include "windows/com/wide_text.h"
@@ -12,8 +12,12 @@
 namespace windows {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
-constexpr wchar_t kProperty[] = L"ControlPeer";
+// The system's own ways, window properties and SetWindowSubclass, look things up for each message, which
+// costs more than most messages do.
+std::unordered_map<HWND, ControlPeer*>& Peers() {
+  static std::unordered_map<HWND, ControlPeer*> peers;
+  return peers;
+}
 
 bool TakesFocus(const ui::Control& control) {
   using Kind = ui::Control::Kind;
@@ -51,7 +55,10 @@ void ControlPeer::Detach() {
   control_ = nullptr;
 }
 
-ControlPeer* ControlPeer::Of(HWND window) { return static_cast<ControlPeer*>(GetPropW(window, kProperty)); }
+ControlPeer* ControlPeer::Of(HWND window) {
+  const auto found = Peers().find(window);
+  return found == Peers().end() ? nullptr : found->second;
+}
 
 void ControlPeer::Create(const wchar_t* window_class, const std::wstring& text, DWORD style,
                          DWORD extended_style) {
@@ -63,8 +70,9 @@ void ControlPeer::Create(const wchar_t* window_class, const std::wstring& text, 
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
                           "No window can be made for the control " + control_->name() + ".");
-  SetWindowSubclass(handle_, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-  SetPropW(handle_, kProperty, this);
+  Peers()[handle_] = this;
+  class_procedure_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
   SetFont(Look::Weight::Normal);
   if (!control_->AccessibleName().empty()) SetAccessibleName(handle_, ToWide(control_->AccessibleName()));
   control_->Attach(this);
@@ -112,18 +120,34 @@ HBRUSH ControlPeer::Colors(HDC dc) {
   return GetSysColorBrush(backdrop_);
 }
 
-LRESULT CALLBACK ControlPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
-                                        DWORD_PTR self) {
-  auto& peer = *reinterpret_cast<ControlPeer*>(self);
+LRESULT CALLBACK ControlPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  ControlPeer* const found = Of(window);
+  if (!found) return DefWindowProcW(window, message, wparam, lparam);
+  ControlPeer& peer = *found;
   if (message == WM_NCDESTROY) {
-    RemovePropW(window, kProperty);
-    RemoveWindowSubclass(window, Procedure, kSubclass);
+    // Messages may follow this one, of which the peer hears nothing any more.
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(peer.class_procedure_));
+    Peers().erase(window);
     peer.handle_ = nullptr;
-    return DefSubclassProc(window, message, wparam, lparam);
+    return CallWindowProcW(peer.class_procedure_, window, message, wparam, lparam);
   }
   if (message == WM_DESTROY) peer.Destroying();
-  if (!peer.alive()) return DefSubclassProc(window, message, wparam, lparam);
-  return peer.host_.context().Dispatch([&] { return peer.Handle(message, wparam, lparam); });
+  if (!peer.alive()) return CallWindowProcW(peer.class_procedure_, window, message, wparam, lparam);
+  return peer.host_.context().Dispatch([&] {
+    peer.CatchUpNow();
+    return peer.Handle(message, wparam, lparam);
+  });
+}
+
+void ControlPeer::CatchUpWhenSeen() {
+  behind_ = true;
+  if (IsWindowVisible(handle_)) CatchUpNow();
+}
+
+void ControlPeer::CatchUpNow() {
+  if (!behind_) return;
+  behind_ = false;
+  CatchUp();
 }
 
 LRESULT ControlPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -157,7 +181,7 @@ LRESULT ControlPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT ControlPeer::Default(UINT message, WPARAM wparam, LPARAM lparam) {
-  return DefSubclassProc(handle_, message, wparam, lparam);
+  return CallWindowProcW(class_procedure_, handle_, message, wparam, lparam);
 }
 
 LRESULT ControlPeer::Send(UINT message, WPARAM wparam, LPARAM lparam) const {

@@ -90,6 +90,10 @@ class ControlPeer : public ui::ControlPeer {
  protected:
   void Create(const wchar_t* window_class, const std::wstring& text, DWORD style, DWORD extended_style = 0);
   virtual LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
+  /// For what changes often: calls CatchUp now if the window can be seen, and otherwise, as on another page,
+  /// before the window is next told anything: to paint, say, or to give somebody its text.
+  void CatchUpWhenSeen();
+  virtual void CatchUp() {}
   /// The window is about to go with what stands in it; the control may be gone already.
   virtual void Destroying() {}
   LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam);
@@ -102,13 +106,15 @@ class ControlPeer : public ui::ControlPeer {
   int backdrop() const { return backdrop_; }
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                                    DWORD_PTR self);
+  void CatchUpNow();
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 
   PeerHost& host_;
   Surface& parent_;
   ui::Control* control_;
   HWND handle_ = nullptr;
+  WNDPROC class_procedure_ = nullptr;
+  bool behind_ = false;
   int backdrop_;
   ui::Rectangle place_;
 };

@@ -24,7 +24,7 @@ namespace {
 TTTOOLINFOW ControlTool(const ControlPeer& peer) {
   TTTOOLINFOW tool{};
   tool.cbSize = TTTOOLINFOW_V1_SIZE;
-  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.uFlags = TTF_IDISHWND;
   tool.hwnd = peer.parent().handle();
   tool.uId = reinterpret_cast<UINT_PTR>(peer.handle());
   return tool;
@@ -32,7 +32,7 @@ TTTOOLINFOW ControlTool(const ControlPeer& peer) {
 
 TTTOOLINFOW PlaceTool(const ControlPeer& peer) {
   TTTOOLINFOW tool = ControlTool(peer);
-  tool.uFlags = TTF_SUBCLASS;
+  tool.uFlags = 0;
   tool.uId = reinterpret_cast<UINT_PTR>(&peer);
   GetWindowRect(peer.handle(), &tool.rect);
   MapWindowPoints(nullptr, tool.hwnd, reinterpret_cast<POINT*>(&tool.rect), 2);
@@ -54,7 +54,8 @@ ControlSet::~ControlSet() { Close(); }
 
 void ControlSet::Create() {
   Make(form_.layout(), window_, false);
-  MakeToolTips();
+  for (const auto& peer : peers_)
+    if (!peer->control().ToolTip().empty()) ShowToolTip(*peer);
   MeasureLayout();
 }
 
@@ -203,17 +204,17 @@ void ControlSet::Relayout() {
 }
 
 void ControlSet::MakeToolTips() {
+  if (tool_tips_) return;
   tool_tips_ = CreateWindowExW(
       WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
       CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_.handle(), nullptr, context().instance(), nullptr);
   constexpr LPARAM kLongestShown = 32767;  // milliseconds
   SendMessageW(tool_tips_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kLongestShown);
   SendMessageW(tool_tips_, TTM_SETMAXTIPWIDTH, 0, context().look().Scaled(360));
-  for (const auto& peer : peers_)
-    if (!peer->control().ToolTip().empty()) ShowToolTip(*peer);
 }
 
 void ControlSet::ShowToolTip(ControlPeer& peer) {
+  MakeToolTips();
   std::wstring text = ToWide(peer.control().ToolTip());
   // One tool is the control; the other its place, because the mouse goes through a disabled control.
   for (TTTOOLINFOW tool : {ControlTool(peer), PlaceTool(peer)}) {
@@ -222,6 +223,10 @@ void ControlSet::ShowToolTip(ControlPeer& peer) {
     if (!text.empty()) SendMessageW(tool_tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   }
   SetAccessibleDescription(peer.handle(), text);
+}
+
+void ControlSet::RelayToToolTips(MSG& message) const {
+  SendMessageW(tool_tips_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));
 }
 
 void ControlSet::Selected(ui::OptionButton& option) {

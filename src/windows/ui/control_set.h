@@ -37,6 +37,8 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void SaveFocus();
 
   ControlPeer* PeerOf(const ui::Control& control) const;
+  /// A mouse message for the window or one in it.
+  void RelayToToolTips(MSG& message) const;
 
   // PeerHost
   Context& context() const override { return window_.context(); }

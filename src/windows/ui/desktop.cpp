@@ -45,9 +45,7 @@ int WindowsDesktop::Run() {
     for (;;) {
       context_->DestroyClosed();
       if (GetMessageW(&message, nullptr, 0, 0) <= 0) return;
-      if (context_->UseKey(message)) continue;
-      TranslateMessage(&message);
-      DispatchMessageW(&message);
+      context_->Deliver(message);
     }
   });
   context_->DestroyClosed();
@@ -63,9 +61,7 @@ void WindowsDesktop::Yield() {
         PostQuitMessage(static_cast<int>(message.wParam));
         return;
       }
-      if (context_->UseKey(message)) continue;
-      TranslateMessage(&message);
-      DispatchMessageW(&message);
+      context_->Deliver(message);
     }
   });
   context_->DestroyClosed();

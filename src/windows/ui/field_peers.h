@@ -21,6 +21,7 @@ class TextFieldPeer final : public ControlPeer {
 
  protected:
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void CatchUp() override;
 
  private:
   ui::TextField& field() const { return static_cast<ui::TextField&>(control()); }

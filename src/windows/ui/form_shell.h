@@ -30,6 +30,7 @@ class FormShell final : public Surface {
   ui::FormWindow::Size BestSize() const;
 
   ControlPeer* PeerOf(const ui::Control& control) const { return controls_.PeerOf(control); }
+  void RelayToToolTips(MSG& message) const { controls_.RelayToToolTips(message); }
 
  protected:
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;

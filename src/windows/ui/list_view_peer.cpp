@@ -20,7 +20,8 @@ ListViewPeer::ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list)
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
   MakeImages();
   MakeColumns();
-  ShowRows();
+  MeasureRows();
+  CatchUpWhenSeen();
 }
 
 void ListViewPeer::MakeImages() {
@@ -47,7 +48,7 @@ void ListViewPeer::MakeColumns() {
 
 void ListViewPeer::ForgetRows() {
   const auto& headers = list().Headers();
-  rows_shown_ = 0;
+  rows_measured_ = 0;
   widths_.assign(headers.size(), 0);
   for (std::size_t column = 0; column < headers.size(); ++column)
     Widen(column, headers[column], look().Scaled(24));
@@ -62,24 +63,27 @@ void ListViewPeer::Widen(std::size_t column, const std::string& text, int extra)
   Send(LVM_SETCOLUMNWIDTH, column, width);
 }
 
-void ListViewPeer::ShowRows() {
+void ListViewPeer::MeasureRows() {
   const auto& rows = list().Rows();
-  if (rows.size() < rows_shown_) ForgetRows();
+  if (rows.size() < rows_measured_) ForgetRows();
   const int padding = look().Scaled(14), mark = look().Scaled(20);
-  for (; rows_shown_ < rows.size(); ++rows_shown_) {
-    const auto& cells = rows[rows_shown_].cells;
+  for (; rows_measured_ < rows.size(); ++rows_measured_) {
+    const auto& cells = rows[rows_measured_].cells;
     for (std::size_t column = 0; column < std::min(cells.size(), widths_.size()); ++column)
       Widen(column, cells[column], column == 0 ? padding + mark : padding);
   }
+}
+
+void ListViewPeer::CatchUp() {
+  const auto& rows = list().Rows();
   Send(LVM_SETITEMCOUNT, rows.size(), rows.empty() ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
   if (!rows.empty()) Send(LVM_ENSUREVISIBLE, rows.size() - 1, FALSE);
 }
 
 void ListViewPeer::Update(ui::Aspect aspect) {
-  if (aspect == ui::Aspect::Rows)
-    ShowRows();
-  else
-    ControlPeer::Update(aspect);
+  if (aspect != ui::Aspect::Rows) return ControlPeer::Update(aspect);
+  MeasureRows();
+  CatchUpWhenSeen();
 }
 
 LRESULT ListViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -20,6 +20,7 @@ class ListViewPeer final : public ControlPeer {
 
  protected:
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void CatchUp() override;
 
  private:
   const ui::ListView& list() const { return static_cast<const ui::ListView&>(control()); }
@@ -29,10 +30,10 @@ class ListViewPeer final : public ControlPeer {
   void MakeImages();
   void MakeColumns();
   void ForgetRows();
-  void ShowRows();
+  void MeasureRows();
   void Widen(std::size_t column, const std::string& text, int extra);
 
-  std::size_t rows_shown_ = 0;
+  std::size_t rows_measured_ = 0;
   std::vector<int> widths_;
   std::vector<std::wstring> answered_;  // the texts last handed to the system, a column each
 };

@@ -23,12 +23,16 @@ ui::Extent TextFieldPeer::PreferredSize() const {
 }
 
 void TextFieldPeer::Update(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Text) return CatchUpWhenSeen();
   if (aspect == ui::Aspect::Locked) Send(EM_SETREADONLY, field().Locked());
-  telling_ = true;
   ControlPeer::Update(aspect);
+  RedrawWindow(handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
+}
+
+void TextFieldPeer::CatchUp() {
+  telling_ = true;
+  ControlPeer::Update(ui::Aspect::Text);
   telling_ = false;
-  if (aspect != ui::Aspect::Text)
-    RedrawWindow(handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
 }
 
 void TextFieldPeer::Command(WORD notification) {
