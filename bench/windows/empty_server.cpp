@@ -1,5 +1,6 @@
-// An automation server with one member, "Version", and a window without anything in it where the command line
-// asks for one: "/window <width> <height>". What the plug-in's start and memory are compared with.
+// What the plug-in's start and memory are compared with: an automation server that answers "Version", and can
+// show a window without anything in it, "ShowWindow" (width, height), while it holds an object server. The
+// same window in a program without any automation: "/window <width> <height>".
 
 #include <windows.h>
 
@@ -8,6 +9,8 @@
 #include <cstdio>
 #include <memory>
 
+#include "automation/convert.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
 #include "windows/com/wide_text.h"
@@ -18,19 +21,10 @@ using windows::com::ServerStart;
 
 constexpr CLSID kClass{0x0b8f6a51, 0x3b0e, 0x4a1c, {0x9a, 0x53, 0x6d, 0x0e, 0x84, 0x2c, 0x11, 0x7e}};
 
-struct Empty : automation::PublishedTable<Empty> {
-  static std::span<const automation::MemberRow<Empty>> Members() {
-    static const automation::MemberRow<Empty> kMembers[] = {
-        {1, "Version", [](Empty&, platform::Arguments) -> platform::Value { return std::string("1.0.0"); }}};
-    return kMembers;
-  }
-};
-
-int ShowWindowOnly(int width, int height) {
+void MakeWindow(int width, int height) {
   InitCommonControls();
   WNDCLASSW window_class{};
   window_class.lpfnWndProc = [](HWND window, UINT message, WPARAM wparam, LPARAM lparam) -> LRESULT {
-    if (message == WM_DESTROY) PostQuitMessage(0);
     return DefWindowProcW(window, message, wparam, lparam);
   };
   window_class.hInstance = GetModuleHandleW(nullptr);
@@ -39,8 +33,32 @@ int ShowWindowOnly(int width, int height) {
   RegisterClassW(&window_class);
   CreateWindowW(window_class.lpszClassName, L"Empty window", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20, width,
                 height, nullptr, nullptr, window_class.hInstance, nullptr);
+}
+
+struct Empty : automation::PublishedTable<Empty> {
+  static std::span<const automation::MemberRow<Empty>> Members() {
+    using platform::Arguments, platform::Value;
+    static const automation::MemberRow<Empty> kMembers[] = {
+        {1, "Version", [](Empty&, Arguments) -> Value { return std::string("1.0.0"); }},
+        {2, "ShowWindow", nullptr, nullptr,
+         [](Empty& self, Arguments size) -> Value {
+           self.object_server = windows::com::CreateObject("LnsSimulator.LcaObjectServer");
+           MakeWindow(automation::ToInteger(size[0]), automation::ToInteger(size[1]));
+           return {};
+         },
+         2}};
+    return kMembers;
+  }
+  platform::LateBoundPtr object_server;
+};
+
+int RunWindowOnly(int width, int height) {
+  MakeWindow(width, height);
   MSG message;
-  while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (message.message == WM_CLOSE) return 0;
+    DispatchMessageW(&message);
+  }
   return 0;
 }
 
@@ -48,8 +66,7 @@ int ShowWindowOnly(int width, int height) {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR command_line, int) {
   int width = 0, height = 0;
-  if (std::swscanf(command_line, L"/window %d %d", &width, &height) == 2)
-    return ShowWindowOnly(width, height);
+  if (std::swscanf(command_line, L"/window %d %d", &width, &height) == 2) return RunWindowOnly(width, height);
   const windows::com::ServerRegistration registration{kClass, "QM5RBench.Empty", "Empty automation server"};
   switch (windows::com::ServerStartOf(windows::ToUtf8(command_line))) {
     case ServerStart::Register:

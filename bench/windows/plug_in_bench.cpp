@@ -33,6 +33,7 @@ using platform::LateBoundPtr;
 
 constexpr const char* kPlugIn = "QM5RFcPirConfigure.LNSPlugInAPI";
 constexpr const char* kSimulator = "LnsSimulator.LcaObjectServer";
+constexpr const wchar_t* kEmptyWindow = L"QM5REmptyWindow";
 constexpr const char* kDevice = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
 
 double Milliseconds(const std::function<void()>& step) {
@@ -210,26 +211,35 @@ int Memory() {
   director::ConfigureRequest request;
   request.path = kDevice;
   director::Configure(*api, request);
-  const HWND window = FindWindowW(nullptr, L"Korvell QM5R-FC PIR Configure");
   RECT place;
-  GetWindowRect(window, &place);
+  GetWindowRect(FindWindowW(L"FormSurface", L"Korvell QM5R-FC PIR Configure"), &place);
+  const auto width = static_cast<int>(place.right - place.left);
+  const auto height = static_cast<int>(place.bottom - place.top);
+  const LateBoundPtr server = windows::com::CreateObject("QM5RBench.Empty");
+  server->Invoke({"ShowWindow"}, platform::CallKind::Method, std::vector<platform::Value>{width, height});
+  DWORD with_server = 0;
+  GetWindowThreadProcessId(FindWindowW(kEmptyWindow, nullptr), &with_server);
   wchar_t command[MAX_PATH + 64];
   wchar_t folder[MAX_PATH];
   GetModuleFileNameW(nullptr, folder, MAX_PATH);
   *(wcsrchr(folder, L'\\') + 1) = 0;
-  wsprintfW(command, L"\"%sempty_server.exe\" /window %d %d", folder,
-            static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top));
+  wsprintfW(command, L"\"%sempty_server.exe\" /window %d %d", folder, width, height);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started{};
   if (!CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
     return 1;
   Sleep(2000);
-  const auto plug_in = static_cast<double>(bench::HoldingsOf(bench::PlugInProcess().id()).peak_working_set);
-  const auto empty = static_cast<double>(bench::HoldingsOf(started.dwProcessId).peak_working_set);
-  std::printf("peak memory: plug-in %.1f MB, empty window %.1f MB, ratio %.2f\n", plug_in / 1e6, empty / 1e6,
-              plug_in / empty);
-  PostMessageW(FindWindowW(L"QM5REmptyWindow", nullptr), WM_CLOSE, 0, 0);
+  const auto peak = [](DWORD process) {
+    return static_cast<double>(bench::HoldingsOf(process).peak_working_set) / 1e6;
+  };
+  const double plug_in = peak(bench::PlugInProcess().id());
+  std::printf("peak memory: plug-in %.1f MB\n", plug_in);
+  std::printf("  empty window of a server that holds the object server %.1f MB, ratio %.2f\n",
+              peak(with_server), plug_in / peak(with_server));
+  std::printf("  empty window of a program without automation %.1f MB, ratio %.2f\n",
+              peak(started.dwProcessId), plug_in / peak(started.dwProcessId));
+  PostThreadMessageW(started.dwThreadId, WM_CLOSE, 0, 0);
   return 0;
 }
 

@@ -34,6 +34,14 @@ class Input : public WindowsUiTest {
   void SetUp() override { ASSERT_TRUE(Activate(form)); }
   void ClickApply() { Click(Child(WindowOf(form), L"&Apply")); }
 
+  HWND Tips() const {
+    HWND tips = nullptr;
+    do {
+      tips = FindWindowExW(nullptr, tips, L"tooltips_class32", nullptr);
+    } while (tips && GetWindow(tips, GW_OWNER) != WindowOf(form));
+    return tips;
+  }
+
   void Ask() {
     journal += " asks";
     SetTimer(nullptr, 0, 30, AnswerBox);
@@ -135,6 +143,23 @@ TEST_F(Input, FocusLeavesAControlThatIsDisabled) {
   EXPECT_EQ(form.ActiveControl(), &form.options);
   Press({VK_SHIFT, VK_TAB});
   EXPECT_EQ(form.ActiveControl(), &form.show);
+}
+
+TEST_F(Input, ATipComesUpUnderTheMouseForADisabledControlToo) {
+  form.options.SetToolTip("Opens the options.");
+  form.options.SetEnabled(false);
+  const HWND tips = Tips();
+  for (const wchar_t* caption : {L"&Options of this window", L""}) {  // the help button shows a picture
+    const RECT away = ScreenPlace(Child(WindowOf(form), L"R&D template"));
+    MoveMouse(away.left, away.top);
+    ASSERT_TRUE(Until([&] { return !IsWindowVisible(tips); }));
+    const HWND button =
+        *caption ? Child(WindowOf(form), caption) : Children(WindowOf(form), L"Button").back();
+    const RECT place = ScreenPlace(button);
+    MoveMouse(place.left + 8, place.top + 8);
+    EXPECT_TRUE(Until([&] { return IsWindowVisible(tips) != 0; }));
+    EXPECT_EQ(TextOf(tips), *caption ? L"Opens the options." : L"Help");
+  }
 }
 
 }  // namespace
