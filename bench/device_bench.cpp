@@ -6,6 +6,7 @@
 
 #include "director/configure.h"
 #include "headless/plug_in.h"
+#include "model/catalogue.h"
 #include "recording.h"
 
 namespace {

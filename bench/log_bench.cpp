@@ -5,6 +5,7 @@
 
 #include "headless/desktop.h"
 #include "headless/machine.h"
+#include "headless/memory_files.h"
 #include "log/log.h"
 
 namespace {
@@ -17,7 +18,8 @@ std::size_t BytesInUse() {
 void LogEntry(benchmark::State& state) {
   headless::Desktop desktop;
   const headless::BuiltInProgram program({1, 0, 0});
-  activity::fLog log(desktop, program);
+  headless::MemoryFiles files;
+  activity::fLog log(desktop, program, files);
   const auto add = [&log] { log.LogCommand("Reading nciSetPts", "23,25,28,21,19,16"); };
   const std::size_t before = BytesInUse();
   for (std::int64_t row = 0; row < state.range(0); ++row) add();

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/error.h"
 #include "text/strings.h"
 
 namespace headless {
@@ -20,10 +21,11 @@ void Walk(std::string_view path, Step step) {
 
 }  // namespace
 
-void MemoryFiles::Write(const std::string& path, std::string content) {
+void MemoryFiles::Write(const std::string& path, std::string_view content) {
   Node& file = Make(path);
+  if (file.locked) throw platform::Error(5, "Windows", path + ": Access denied.");
   file.is_folder = false;
-  file.content = std::move(content);
+  file.content = content;
 }
 
 void MemoryFiles::MakeFolder(const std::string& path) { Make(path); }

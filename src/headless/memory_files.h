@@ -15,17 +15,18 @@ namespace headless {
 /// A folder lists its entries in the order in which they were made.
 class MemoryFiles : public platform::Files {
  public:
-  /// Makes a file, with the folders above it, or replaces its content.
-  void Write(const std::string& path, std::string content);
   void MakeFolder(const std::string& path);
   /// Makes a folder that is another one under a second name.
   void Link(const std::string& path, const std::string& folder);
-  /// Nobody may read the file or list the folder from now on; what is below can be reached as before.
+  /// Nobody may read or write the file or list the folder from now on; what is below can be reached as
+  /// before.
   void Lock(const std::string& path);
 
   std::optional<Folder> ReadFolder(const std::string& path) const override;
   std::string ReadStart(const std::string& path, std::size_t bytes) const override;
   bool FileExists(const std::string& path) const override;
+  /// Makes the folders above the file as well.
+  void Write(const std::string& path, std::string_view content) override;
 
   /// Asked before each operation; true makes it find nothing.
   std::function<bool()> fails;

@@ -10,7 +10,7 @@ PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program
       registry(machine, identity.PlugInName),
       progress(desktop, program, identity.PlugInName),
       interface_files(desktop, files, shell, registry),
-      log(desktop, program),
+      log(desktop, program, files),
       simulation(std::move(network)),
       surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files},
                    files,

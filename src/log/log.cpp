@@ -1,9 +1,5 @@
 #include "log/log.h"
 
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -24,18 +20,10 @@ constexpr double kInset = 240;
 constexpr double kLeft = 90;
 constexpr double kFrameHeight = 780;
 
-std::filesystem::path PathOf(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
-[[noreturn]] void ThrowFileError(const std::string& path) {
-  throw std::system_error(errno ? errno : EIO, std::generic_category(), path);
-}
-
 }  // namespace
 
-fLog::fLog(ui::Desktop& desktop, const platform::Program& program)
-    : Form(desktop, "fLog", ui::BorderStyle::Sizable), program_(program) {
+fLog::fLog(ui::Desktop& desktop, const platform::Program& program, platform::Files& files)
+    : Form(desktop, "fLog", ui::BorderStyle::Sizable), program_(program), files_(files) {
   using ui::Box;
   SetCaption("Network activity logging");
   lstActivity.SetAccessibleName("Activity");
@@ -96,7 +84,7 @@ void fLog::Save() {
         desktop().AskSaveFile({"Save As...", "ActivityLog", "*.csv",
                                "Comma separated values (*.csv) |*.csv | All Files (*.*) | *.*"});
     if (!path) return;
-    if (std::filesystem::exists(PathOf(*path))) {
+    if (files_.FileExists(*path)) {
       const ui::Answer answer =
           desktop().ShowMessage({"File already exists, override?", startup::kProgramTitle,
                                  ui::Icon::Exclamation, ui::Buttons::OkCancel});
@@ -105,21 +93,24 @@ void fLog::Save() {
         return;
       }
     }
-    WriteRows(*path);
+    files_.Write(*path, RowsAsLines());
   } catch (const std::exception& failure) {
     desktop().ShowMessage({failure.what(), startup::kProgramTitle, ui::Icon::Exclamation});
   }
 }
 
 /// Quotes inside a text are written as they are, not doubled; deliberate.
-void fLog::WriteRows(const std::string& path) const {
-  errno = 0;
-  std::ofstream file(PathOf(path), std::ios::binary | std::ios::trunc);
-  if (!file) ThrowFileError(path);
-  for (const ui::ListView::Row& row : lstActivity.Rows())
-    file << '"' << row.cells[0] << "\",\"" << row.cells[1] << "\",\"" << row.cells[2] << "\"\r\n";
-  file.close();
-  if (!file) ThrowFileError(path);
+std::string fLog::RowsAsLines() const {
+  std::string lines;
+  for (const ui::ListView::Row& row : lstActivity.Rows()) {
+    for (std::size_t column = 0; column < 3; ++column) {
+      lines += column == 0 ? "\"" : ",\"";
+      lines += row.cells[column];
+      lines += '"';
+    }
+    lines += "\r\n";
+  }
+  return lines;
 }
 
 void fLog::AskAndClear() {

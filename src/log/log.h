@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/program.h"
 #include "ui/controls.h"
 #include "ui/form.h"
@@ -13,7 +14,7 @@ namespace activity {
 /// lives in memory as long as the process; rows are only appended or all cleared.
 class fLog : public ui::Form {
  public:
-  fLog(ui::Desktop& desktop, const platform::Program& program);
+  fLog(ui::Desktop& desktop, const platform::Program& program, platform::Files& files);
 
   /// Appends a row with a green mark.
   void LogCommand(const std::string& action, const std::string& results);
@@ -42,10 +43,11 @@ class fLog : public ui::Form {
   std::vector<ui::Spot> PlaceControls();
   /// Asks where to, and writes one line a row: three quoted texts with commas between them, ended by CR LF.
   void Save();
-  void WriteRows(const std::string& path) const;
+  std::string RowsAsLines() const;
   void AskAndClear();
 
   const platform::Program& program_;
+  platform::Files& files_;
 };
 
 }  // namespace activity

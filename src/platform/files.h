@@ -3,12 +3,13 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform {
 
-/// Files and folders on this computer. Paths are Windows paths in UTF-8 of any length. Nothing throws: what
-/// cannot be read is not there.
+/// Files and folders on this computer. Paths are Windows paths in UTF-8 of any length. Reading does not
+/// throw: what cannot be read is not there.
 class Files {
  public:
   virtual ~Files() = default;
@@ -31,6 +32,9 @@ class Files {
 
   /// True for a file, false for a folder of that name.
   virtual bool FileExists(const std::string& path) const = 0;
+
+  /// Makes the file hold these bytes and nothing else. Raises the system's error with the path in its text.
+  virtual void Write(const std::string& path, std::string_view content) = 0;
 };
 
 }  // namespace platform

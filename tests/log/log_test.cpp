@@ -1,22 +1,20 @@
 #include "log/log.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <array>
-#include <filesystem>
-#include <fstream>
 #include <map>
 
 #include "headless/desktop.h"
 #include "headless/machine.h"
+#include "headless/memory_files.h"
 
 namespace {
 
 struct Log : testing::Test {
   headless::Desktop desktop;
   headless::BuiltInProgram program{{1, 2, 3}};
-  activity::fLog log{desktop, program};
+  headless::MemoryFiles files;
+  activity::fLog log{desktop, program, files};
 };
 
 TEST_F(Log, ErrorsAreSplitAtLineBreaks) {
@@ -55,21 +53,14 @@ TEST_F(Log, PopsUpOnErrorsOnlyWhenAsked) {
 }
 
 struct SavedLog : Log {
-  SavedLog() {
-    desktop.save_path =
-        (std::filesystem::temp_directory_path() / ("qm5r-log-" + std::to_string(getpid()) + ".csv")).string();
-  }
-  ~SavedLog() override { std::filesystem::remove(*desktop.save_path); }
-  std::string Content() const {
-    std::ifstream file(*desktop.save_path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  SavedLog() { desktop.save_path = "C:\\Logs\\Room.csv"; }
+  std::string Content() const { return files.ReadStart(*desktop.save_path, 1000); }
 };
 
 TEST_F(SavedLog, HoldsCommaSeparatedValues) {
   log.cmdSave.UserClicks();
   EXPECT_EQ(Content(), "");
-  EXPECT_TRUE(std::filesystem::exists(*desktop.save_path)) << "an empty log makes an empty file";
+  EXPECT_TRUE(files.FileExists(*desktop.save_path)) << "an empty log makes an empty file";
   log.LogCommand("say \"hi\"", "a,b");
   log.LogError("only time and mark");
   log.cmdSave.UserClicks();
@@ -94,11 +85,12 @@ TEST_F(SavedLog, FailuresAreToldAndClearingIsConfirmed) {
   desktop.save_path.reset();
   log.cmdSave.UserClicks();
   EXPECT_TRUE(desktop.messages.empty());
-  desktop.save_path = "/nowhere/at/all.csv";
+  desktop.save_path = "C:\\Locked.csv";
+  files.Lock(*desktop.save_path);
   log.cmdSave.UserClicks();
   ASSERT_EQ(desktop.messages.size(), 1u);
   EXPECT_EQ(desktop.messages[0].message.icon, ui::Icon::Exclamation);
-  EXPECT_NE(desktop.messages[0].message.text.find("/nowhere/at/all.csv"), std::string::npos);
+  EXPECT_NE(desktop.messages[0].message.text.find("C:\\Locked.csv"), std::string::npos);
   desktop.answers = {ui::Answer::Cancel, ui::Answer::Ok};
   log.cmdClear.UserClicks();
   EXPECT_EQ(log.lstActivity.Rows().size(), 1u);

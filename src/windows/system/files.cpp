@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string_view>
 
+#include "windows/com/failure.h"
 #include "windows/com/wide_text.h"
 #include "windows/system/handle.h"
 
@@ -73,6 +75,24 @@ std::string WindowsFiles::ReadStart(const std::string& path, std::size_t bytes) 
 bool WindowsFiles::FileExists(const std::string& path) const {
   const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+void WindowsFiles::Write(const std::string& path, std::string_view content) {
+  const auto check = [&path](BOOL done) {
+    com::Check(done ? S_OK : HRESULT_FROM_WIN32(GetLastError()), path);
+  };
+  Handle file = Own(CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  check(file != nullptr);
+  while (!content.empty()) {
+    constexpr std::size_t kMost = 1 << 20;
+    DWORD written = 0;
+    check(WriteFile(file.get(), content.data(), static_cast<DWORD>(std::min(content.size(), kMost)), &written,
+                    nullptr));
+    content.remove_prefix(written);
+  }
+  // What the system still holds of it may fail only now.
+  check(CloseHandle(file.release()));
 }
 
 }  // namespace windows

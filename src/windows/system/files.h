@@ -10,6 +10,7 @@ class WindowsFiles : public platform::Files {
   std::optional<Folder> ReadFolder(const std::string& path) const override;
   std::string ReadStart(const std::string& path, std::size_t bytes) const override;
   bool FileExists(const std::string& path) const override;
+  void Write(const std::string& path, std::string_view content) override;
 };
 
 }  // namespace windows

@@ -4,10 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/error.h"
 #include "windows/com/wide_text.h"
 
 TEST(Files, ReadsLongPathsInAnyAlphabet) {
-  const windows::WindowsFiles files;
+  windows::WindowsFiles files;
   std::string folder = "C:\\QM5R \u00C4\u03A9";
   for (int depth = 0; depth < 12; ++depth, folder += "\\a folder with a rather long name") {
     CreateDirectoryW(windows::ToWide("\\\\?\\" + folder).c_str(), nullptr);
@@ -15,6 +16,11 @@ TEST(Files, ReadsLongPathsInAnyAlphabet) {
     CopyFileW(L"C:\\windows\\win.ini", windows::ToWide("\\\\?\\" + path).c_str(), FALSE);
     EXPECT_EQ(files.ReadStart(path, 4).size(), 4u) << depth;
     EXPECT_TRUE(files.FileExists(path) && !files.FileExists(folder)) << depth;
+    const std::string written = folder + "\\\u03A9.csv";
+    for (const char* content : {"longer than what follows", "short", ""}) {
+      files.Write(written, content);
+      EXPECT_EQ(files.ReadStart(written, 100), content);
+    }
     const auto read = files.ReadFolder(folder), above = files.ReadFolder(folder + "\\..");
     ASSERT_TRUE(read && above);
     EXPECT_EQ(read->identity, files.ReadFolder(folder + "\\.\\")->identity);
@@ -25,5 +31,11 @@ TEST(Files, ReadsLongPathsInAnyAlphabet) {
   }
   for (const char* none : {"", "C:\\none", "C:\\windows\\win.ini", "Q:\\"})
     EXPECT_FALSE(files.ReadFolder(none)) << none;
+  for (const std::string unwritable : {"C:\\none\\a.csv", "C:\\windows"}) try {
+      files.Write(unwritable, "text");
+      ADD_FAILURE() << unwritable;
+    } catch (const platform::Error& error) {
+      EXPECT_TRUE(error.description().starts_with(unwritable + ": ")) << error.description();
+    }
   EXPECT_EQ(files.ReadStart("C:\\none", 4) + files.ReadStart("C:\\windows", 4), "");
 }

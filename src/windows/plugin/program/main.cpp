@@ -46,7 +46,7 @@ struct PlugIn {
         registry(machine, identity.PlugInName),
         progress(desktop, program, identity.PlugInName),
         interface_files(desktop, files, shell, registry),
-        log(desktop, program),
+        log(desktop, program, files),
         surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files},
                      files,
                      log,
