@@ -29,7 +29,7 @@ windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i68
 picture_packages=(xdotool)
 installer_packages=(wixl msitools)
 check_packages=(g++ clang clang-tidy clang-format cppcheck cmake ninja-build python3 git nlohmann-json3-dev libcli11-dev libgtest-dev)
-test_packages=(g++ clang libclang-rt-dev libgtest-dev procps)
+test_packages=(g++ clang libclang-rt-dev libgtest-dev libbenchmark-dev procps)
 
 # Configures a preset and builds it, or only the named targets of it.
 build_preset() {
