@@ -5,6 +5,7 @@
 #include "headless/forwarding_object.h"
 #include "simulator/session.h"
 #include "support/user.h"
+#include "text/strings.h"
 
 namespace {
 
@@ -153,6 +154,80 @@ TEST(Api, RefusedCommandsAndWrites) {
     EXPECT_EQ(raised.number(), 20002) << property;
     EXPECT_EQ(raised.description(), "Attempt to write to read-only property");
   }
+}
+
+// Directors have been built against these numbers.
+TEST(Api, NamesKeepTheirNumbersAndTypes) {
+  const std::pair<const char*, std::size_t> members[] = {// with the type of a property's value
+                                                         {"SendCommand", 0},
+                                                         {"Visible", 1},
+                                                         {"networkName", 4},
+                                                         {"NetworkInterfaceName", 4},
+                                                         {"Remote", 1},
+                                                         {"Height", 2},
+                                                         {"Width", 2},
+                                                         {"left", 2},
+                                                         {"Minimized", 1},
+                                                         {"ManufacturerID", 4},
+                                                         {"ManufacturerName", 4},
+                                                         {"LcaVersion", 4},
+                                                         {"Version", 4},
+                                                         {"top", 2},
+                                                         {"Name", 4},
+                                                         {"DevelopmentProgramId", 4}};
+  Opened world;
+  std::int32_t number = 0;
+  for (const auto& [name, type] : members) {
+    EXPECT_EQ(world.api->MemberNumber(name), ++number) << name;
+    EXPECT_EQ(world.api->MemberNumber(text::ToUpper(name)), number) << name;
+    EXPECT_TRUE(type == 0 || World::Get(*world.api, name).index() == type) << name;
+  }
+  for (const char* none : {"", "Visibl", "SendCommand ", "SendCommands", "_NewEnum"})
+    EXPECT_FALSE(world.api->MemberNumber(none)) << none;
+}
+
+TEST(Api, RefusesCallsThatDoNotFit) {
+  using enum platform::CallKind;
+  const platform::LateBoundPtr nothing;
+  struct Case {
+    const char* member;
+    platform::CallKind kind;
+    std::vector<platform::Value> arguments;
+    std::int32_t number;
+  };
+  const Case cases[] = {
+      {"SendCommand", Get, {}, platform::kMemberNotFound},
+      {"SendCommand", Put, {13}, platform::kMemberNotFound},
+      {"SendCommand", Method, {13, 7}, platform::kBadArgumentCount},
+      {"SendCommand", GetOrMethod, {13, 7, "a/b", true}, platform::kBadArgumentCount},
+      {"SendCommand", Method, {"configure", 7, "a/b"}, platform::kTypeMismatch},
+      {"SendCommand", Method, {13, nothing, "a/b"}, platform::kTypeMismatch},
+      {"SendCommand", Method, {13, 3e9, "a/b"}, platform::kOverflow},
+      {"SendCommand", Method, {13, 7, nothing}, platform::kTypeMismatch},
+      {"Visible", Method, {}, platform::kMemberNotFound},
+      {"Visible", Get, {1}, platform::kBadArgumentCount},
+      {"Visible", Put, {}, platform::kBadArgumentCount},
+      {"Visible", Put, {true, true}, platform::kBadArgumentCount},
+      {"Visible", Put, {"shown"}, platform::kTypeMismatch},
+      {"networkName", Put, {nothing}, platform::kTypeMismatch},
+      {"Height", Put, {"high"}, platform::kTypeMismatch},
+      {"Height", PutReference, {nothing}, platform::kTypeMismatch},
+      {"left", Put, {1e20}, platform::kOverflow},
+      {"Visibl", Get, {}, platform::kUnknownName},
+  };
+  Opened world;
+  const std::string heading = world.main.lblDeviceTemplate.Text();
+  const double height = world.main.Height();
+  for (const Case& c : cases)
+    EXPECT_EQ(ErrorOf([&] { world.api->Invoke({c.member}, c.kind, c.arguments); }).number(), c.number)
+        << c.member << " with " << c.arguments.size() << " arguments";
+  EXPECT_EQ(ErrorOf([&] {
+              world.api->Invoke({"Visible", 17}, Get, {});
+            }).number(),
+            platform::kMemberNotFound);
+  EXPECT_EQ(world.simulation->journal().Text(), "");
+  EXPECT_EQ(world.main.lblDeviceTemplate.Text(), heading);
+  EXPECT_EQ(world.main.Height(), height);
 }
 
 TEST(Api, LastReleaseEndsAHiddenPlugInOnly) {
