@@ -2,6 +2,7 @@
 // registration window by real clicks, and the director's commands. registration.sh makes the computer that
 // this works on.
 
+#include "platform/attempt.h"
 #include "plug_in_user.h"
 #include "registry/registry.h"
 #include "windows/system/registry.h"
@@ -44,6 +45,7 @@ class RegistrationRoad : public PlugInUser {
     ASSERT_TRUE(Eventually([this] { return (window_ = FindWindowW(nullptr, kCaption)) != nullptr; }));
     ASSERT_TRUE(Eventually([this] { return IsWindowVisible(window_); }));
     BringToFront();
+    Settle();
   }
   void ClickButton(const wchar_t* caption) {
     ClickWindow(FindWindowExW(window_, nullptr, L"Button", caption));
@@ -125,7 +127,10 @@ TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
   for (const std::string& text : {"Plug-in " + name + " deregistered",
                                   "Plug-in " + name + " does not exisit in the Windows registery"}) {
     OpenWindow();
-    Click(FindWindowExW(window_, nullptr, L"ComboBox", nullptr));
+    // The list has the focus. Without its items open, Escape would close the window.
+    const HWND modes = FindWindowExW(window_, nullptr, L"ComboBox", nullptr);
+    Key(VK_F4);
+    ASSERT_TRUE(Eventually([&] { return SendMessageW(modes, CB_GETDROPPEDSTATE, 0, 0) != 0; }));
     Key(VK_ESCAPE);
     Key(VK_UP);
     ClickButton(L"&Deregister");
@@ -147,7 +152,11 @@ TEST_F(RegistrationRoad, UnknownCommandLinesOpenTheWindow) {
 
 /// In Demo Quarry the template has to be made: file found, converted and imported. It goes with the plug-in.
 TEST_F(RegistrationRoad, CommandsComeToANetworkAndGoWithThePlugIn) {
-  simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer");
+  // The simulator of an earlier step may still be ending, and refuses then.
+  ASSERT_TRUE(Eventually([this] {
+    return platform::Attempt(
+        [this] { simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer"); });
+  }));
   Knobs().AddFault({"", "Demo Quarry", "TemplateLibrary", 0, 17008});
   RunSilently(L" /regplugin");
   ExpectRegistered(true);
