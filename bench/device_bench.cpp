@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr const char* kDevice = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
+
 std::shared_ptr<simulator::Simulation> MakeNetwork() {
   auto network = simulator::Simulation::FromFile(QM5R_DEMO_NETWORK, [](std::chrono::milliseconds) {});
   network->installation().auto_save = false;
@@ -21,7 +23,7 @@ std::shared_ptr<simulator::Simulation> MakeNetwork() {
 struct Sitting {
   Sitting() {
     director::ConfigureRequest request;
-    request.path = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
+    request.path = kDevice;
     plug_in.registry.SetMachineSetting(plug_in.identity.PlugInKey(), "DisplayUnits", "0");
     plug_in.in_between = [this](platform::LateBoundPtr server) {
       return watched ? recording.Watch(std::move(server)) : server;
@@ -30,9 +32,8 @@ struct Sitting {
     director::Configure(*api, request);
   }
   void Configure() {
-    const std::vector<platform::Value> arguments = {
-        session::kConfigureCommand, session::kAppDeviceType,
-        std::string("Demo Tower/Demo Tower.Floor 1/Thermostat 101")};
+    const std::vector<platform::Value> arguments = {session::kConfigureCommand, session::kAppDeviceType,
+                                                    std::string(kDevice)};
     api->Invoke({"SendCommand"}, platform::CallKind::Method, arguments);
   }
   void Edit(bool all, bool odd) {

@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "text/strings.h"
 #include "xif/search.h"
 
 namespace {

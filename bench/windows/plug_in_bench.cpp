@@ -255,7 +255,6 @@ int Soak(int rounds) {
   bench::Holdings first;
   for (int round = 1; round <= rounds; ++round) {
     const LateBoundPtr api = windows::com::CreateObject(kPlugIn);
-    request.hidden = false;
     director::Configure(*api, request);
     if (round % std::max(1, rounds / 10) != 0) continue;
     const bench::Holdings now = bench::HoldingsOf(process.id());

@@ -125,8 +125,6 @@ PlugInProcess::PlugInProcess() : window_(FindWindowW(L"FormSurface", L"Korvell Q
   }
 }
 
-bool PlugInProcess::Runs() const { return IsWindow(window_) != 0; }
-
 void PlugInProcess::Press(const wchar_t* caption) const {
   SendMessageW(buttons_.at(caption), BM_CLICK, 0, 0);
 }

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <string>
 
@@ -21,7 +20,6 @@ class PlugInProcess {
  public:
   PlugInProcess();
   DWORD id() const { return id_; }
-  bool Runs() const;
   /// Presses a button or option by its caption and waits until that has been dealt with.
   void Press(const wchar_t* caption) const;
   /// Types over the text of a text field; fields are counted in the order of the screen.

@@ -28,7 +28,7 @@ class MemoryFiles : public platform::Files {
   /// Makes the folders above the file as well.
   void Write(const std::string& path, std::string_view content) override;
 
-  /// Asked before each operation; true makes it find nothing.
+  /// Asked before each reading; true makes it find nothing.
   std::function<bool()> fails;
 
  private:

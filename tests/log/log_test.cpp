@@ -1,6 +1,7 @@
 #include "log/log.h"
 
 #include <gtest/gtest.h>
+
 #include <array>
 #include <map>
 

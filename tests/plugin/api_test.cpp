@@ -158,29 +158,30 @@ TEST(Api, RefusedCommandsAndWrites) {
 
 // Directors have been built against these numbers.
 TEST(Api, NamesKeepTheirNumbersAndTypes) {
-  const std::pair<const char*, std::size_t> members[] = {// with the type of a property's value
-                                                         {"SendCommand", 0},
-                                                         {"Visible", 1},
-                                                         {"networkName", 4},
-                                                         {"NetworkInterfaceName", 4},
-                                                         {"Remote", 1},
-                                                         {"Height", 2},
-                                                         {"Width", 2},
-                                                         {"left", 2},
-                                                         {"Minimized", 1},
-                                                         {"ManufacturerID", 4},
-                                                         {"ManufacturerName", 4},
-                                                         {"LcaVersion", 4},
-                                                         {"Version", 4},
-                                                         {"top", 2},
-                                                         {"Name", 4},
-                                                         {"DevelopmentProgramId", 4}};
+  // The types of a property's value, as a Value numbers them.
+  constexpr std::size_t kNone = 0, kBoolean = 1, kInteger = 2, kText = 4;
+  const std::pair<const char*, std::size_t> members[] = {{"SendCommand", kNone},
+                                                         {"Visible", kBoolean},
+                                                         {"networkName", kText},
+                                                         {"NetworkInterfaceName", kText},
+                                                         {"Remote", kBoolean},
+                                                         {"Height", kInteger},
+                                                         {"Width", kInteger},
+                                                         {"left", kInteger},
+                                                         {"Minimized", kBoolean},
+                                                         {"ManufacturerID", kText},
+                                                         {"ManufacturerName", kText},
+                                                         {"LcaVersion", kText},
+                                                         {"Version", kText},
+                                                         {"top", kInteger},
+                                                         {"Name", kText},
+                                                         {"DevelopmentProgramId", kText}};
   Opened world;
   std::int32_t number = 0;
   for (const auto& [name, type] : members) {
     EXPECT_EQ(world.api->MemberNumber(name), ++number) << name;
     EXPECT_EQ(world.api->MemberNumber(text::ToUpper(name)), number) << name;
-    EXPECT_TRUE(type == 0 || World::Get(*world.api, name).index() == type) << name;
+    EXPECT_TRUE(type == kNone || World::Get(*world.api, name).index() == type) << name;
   }
   for (const char* none : {"", "Visibl", "SendCommand ", "SendCommands", "_NewEnum"})
     EXPECT_FALSE(world.api->MemberNumber(none)) << none;

@@ -13,7 +13,7 @@ namespace windows {
 namespace {
 
 // The system's own ways, window properties and SetWindowSubclass, look things up for each message, which
-// costs more than most messages do.
+// under Wine costs more than most messages do.
 std::unordered_map<HWND, ControlPeer*>& Peers() {
   static std::unordered_map<HWND, ControlPeer*> peers;
   return peers;
@@ -122,6 +122,7 @@ HBRUSH ControlPeer::Colors(HDC dc) {
 
 LRESULT CALLBACK ControlPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   ControlPeer* const found = Of(window);
+  // Whoever stands above this procedure may pass on what comes after the last message.
   if (!found) return DefWindowProcW(window, message, wparam, lparam);
   ControlPeer& peer = *found;
   if (message == WM_NCDESTROY) {

@@ -36,7 +36,8 @@ std::wstring DialogFilter(const std::string& filter) {
 }
 
 /// Shows one of the system's dialogs; false when the user cancels it. Their library is loaded only here, and
-/// stays: printing and networks come with it, a tenth of the memory that the plug-in takes.
+/// stays: under Wine the libraries for printing that come with it were an eighth of the plug-in's
+/// memory.
 bool ShowDialog(const char* dialog, OPENFILENAMEW& ask) {
   using Function = BOOL(WINAPI*)(OPENFILENAMEW*);
   const HMODULE library = LoadLibraryW(L"comdlg32.dll");
