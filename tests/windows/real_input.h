@@ -35,6 +35,14 @@ inline void MoveMouse(LONG x, LONG y) {
   SendInput(1, &input, sizeof input);
 }
 
+/// Moves the mouse unless it is there. The real mouse under the simulated one may report an earlier place late
+/// and take it back: ask again until what should come of it has come.
+inline void KeepMouseAt(LONG x, LONG y) {
+  POINT at{};
+  GetCursorPos(&at);
+  if (at.x != x || at.y != y) MoveMouse(x, y);
+}
+
 /// Clicks the middle of a window. Moved and pressed in one go, so that the real mouse cannot come between.
 inline void ClickWindow(HWND window, bool right = false) {
   RECT place{};

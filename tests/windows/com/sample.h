@@ -14,6 +14,8 @@ class Sample final : public automation::PublishedTable<Sample> {
  public:
   static constexpr CLSID kClass{0x98c8dc5b, 0x9904, 0x4ce4, {0x92, 0x31, 0x20, 0x94, 0x66, 0x95, 0x3d, 0x91}};
   static constexpr IID kEvents{0x4ddb0a4f, 0x270b, 0x4082, {0x88, 0x5e, 0x8c, 0xcf, 0x0a, 0x8f, 0x3f, 0x4a}};
+  /// The mutex that a server of samples has for as long as its process lives.
+  static constexpr const wchar_t* kServing = L"Qm5r.ComSample.Serving";
   static std::span<const automation::MemberRow<Sample>> Members();
 
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override;

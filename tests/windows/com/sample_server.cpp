@@ -15,12 +15,14 @@ int main() try {
   if (start == ServerStart::Register) RegisterServer(registration);
   if (start == ServerStart::Unregister) UnregisterServer(registration);
   if (start != ServerStart::ByCom) return 0;
+  CreateMutexW(nullptr, FALSE, Sample::kServing);
   const bool impatient = command_line.ends_with("/impatient");
   LocalServer server(
       {.id = Sample::kClass,
        .make = [] { return std::make_shared<Sample>(); },
        .open = [](const auto& object) { return DispatchDoor::For(object, {.events = Sample::kEvents}); }},
-      {.idle_limit = impatient ? std::chrono::milliseconds(100) : kIdleLimit});
+      {.linger = std::chrono::milliseconds(100),
+       .idle_limit = impatient ? std::chrono::milliseconds(100) : kIdleLimit});
   return server.Run();
 } catch (const std::exception&) {
   return 1;
