@@ -43,10 +43,7 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program, platform::Fil
       [this] { return PlaceControls(); }, kLeastWidth, kLeastHeight));
 }
 
-void fLog::OnLoad() {
-  constexpr double kFirstWidth = 12000, kFirstHeight = 6500;
-  Centre(kFirstWidth, kFirstHeight);
-}
+ui::FormWindow::Size fLog::FirstSize(ui::FormWindow::Size) const { return {12000, 6500}; }
 
 std::vector<ui::Spot> fLog::PlaceControls() {
   const double frame_top = Height() - kBottomHeight;

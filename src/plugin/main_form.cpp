@@ -87,7 +87,6 @@ void fMain::OnLoad() {
   ending_ = false;
   DropDevice();
   SetCaption(with_.identity.PlugInName);
-  Centre();
   const auto version = with_.program.FileVersion();
   screen.txtMajorVersion.SetText(std::to_string(version.major));
   screen.txtMinorVersion.SetText(std::to_string(version.minor));

@@ -12,6 +12,7 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
       plug_in_name_(std::move(plug_in_name)),
       actions_(std::move(actions)) {
   SetCaption("Plug-in name will be set here at run time");
+  cmbDeregMode.SetItems({"Minimal Mode", "Complete Mode", "Exhaustive Mode"});
   cmbDeregMode.SetAccessibleName("Deregistration mode");
   cmbDeregMode.SetToolTip(
       "Minimal: removes the plug-in from this computer.\r\n"
@@ -32,10 +33,7 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
 
 void fRegisterPlugIn::OnLoad() {
   SetCaption(plug_in_name_);
-  const std::vector<std::string> modes = {"Minimal Mode", "Complete Mode", "Exhaustive Mode"};
-  cmbDeregMode.SetItems(modes);
-  cmbDeregMode.SetText(modes[1]);
-  Centre();
+  cmbDeregMode.SetText(cmbDeregMode.Items()[1]);
 }
 
 void fRegisterPlugIn::Register() { Do(actions_.register_plug_in); }

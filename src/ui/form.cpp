@@ -13,8 +13,7 @@ Form::~Form() = default;
 void Form::Load() {
   if (window_) return;
   window_ = desktop_.MakeWindow(*this);
-  const FormWindow::Size best = window_->BestSize();
-  SetBounds(left_, top_, best.width, best.height);
+  Centre(FirstSize(window_->BestSize()));
   OnLoad();
 }
 
@@ -64,10 +63,9 @@ void Form::SetBounds(double left, double top, double width, double height) {
   OnResize();
 }
 
-void Form::Centre(double width, double height) {
+void Form::Centre(FormWindow::Size size) {
   const Desktop::Area screen = desktop_.WorkArea();
-  width = std::min(width, screen.width);
-  height = std::min(height, screen.height);
+  const double width = std::min(size.width, screen.width), height = std::min(size.height, screen.height);
   SetBounds(screen.left + (screen.width - width) / 2, screen.top + (screen.height - height) / 2, width,
             height);
 }

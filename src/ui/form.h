@@ -93,10 +93,8 @@ class Form {
   Desktop& desktop() { return desktop_; }
   void SetLayout(Box layout) { layout_ = std::move(layout); }
 
-  /// Puts the window into the middle of the screen, in this size or, where that is too large, as large as the
-  /// screen allows.
-  void Centre(double width, double height);
-  void Centre() { Centre(width_, height_); }
+  /// The size in which the window opens, in the middle of the screen; it becomes no larger than that.
+  virtual FormWindow::Size FirstSize(FormWindow::Size best) const { return best; }
 
   virtual void OnLoad() {}
   virtual void OnActivate() {}
@@ -111,6 +109,8 @@ class Form {
   void ShowHelp(const std::string& file, int context, const std::string& title);
 
  private:
+  void Centre(FormWindow::Size size);
+
   Desktop& desktop_;
   std::string name_;
   BorderStyle border_;

@@ -27,7 +27,6 @@ fProgress::fProgress(Desktop& desktop, const platform::Program& program, std::st
 void fProgress::OnLoad() {
   SetCaption(plug_in_name_);
   desktop().SetPointer(Pointer::Hourglass);
-  Centre();
   animation_.SetOwner(picResAnim);
   // A clip that cannot play must not stop the operation whose progress it decorates.
   platform::Attempt([this] { animation_.StartPlay(); });

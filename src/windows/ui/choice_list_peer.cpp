@@ -45,7 +45,7 @@ void ChoiceListPeer::Update(ui::Aspect aspect) {
     FillItems();
     host().Relayout();
   } else if (aspect == ui::Aspect::Text) {
-    SelectText();
+    CatchUpWhenSeen();
   } else {
     ControlPeer::Update(aspect);
   }
@@ -55,10 +55,10 @@ void ChoiceListPeer::FillItems() {
   Send(CB_RESETCONTENT);
   for (const std::string& item : list().Items())
     Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToWide(item).c_str()));
-  SelectText();
+  CatchUp();
 }
 
-void ChoiceListPeer::SelectText() {
+void ChoiceListPeer::CatchUp() {
   const auto& items = list().Items();
   while (Send(CB_GETCOUNT) > static_cast<LRESULT>(items.size())) Send(CB_DELETESTRING, items.size());
   const auto found = std::find(items.begin(), items.end(), list().Text());

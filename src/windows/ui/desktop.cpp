@@ -101,7 +101,8 @@ bool WindowsDesktop::ShowHelp(const std::string& file, int context) {
 }
 
 void WindowsDesktop::SetPointer(ui::Pointer pointer) {
-  context_->hourglass = pointer == ui::Pointer::Hourglass;
+  const bool hourglass = pointer == ui::Pointer::Hourglass;
+  if (std::exchange(context_->hourglass, hourglass) == hourglass) return;
   // The system asks again only when the mouse moves.
   POINT at;
   GetCursorPos(&at);

@@ -50,11 +50,12 @@ class ChoiceListPeer final : public ControlPeer {
 
  protected:
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
+  /// Selects the list's text.
+  void CatchUp() override;
 
  private:
   ui::ChoiceList& list() const { return static_cast<ui::ChoiceList&>(control()); }
   void FillItems();
-  void SelectText();
   /// Tells the list what is selected now, if that is news.
   void TellChoice();
   std::optional<LRESULT> KeyDown(WPARAM key);

@@ -10,6 +10,9 @@ namespace windows {
 struct GdiDelete {
   void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
 };
+struct DcDelete {
+  void operator()(HDC dc) const noexcept { DeleteDC(dc); }
+};
 struct IconDelete {
   void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
 };
@@ -18,20 +21,8 @@ using OwnedFont = std::unique_ptr<std::remove_pointer_t<HFONT>, GdiDelete>;
 using OwnedBrush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, GdiDelete>;
 using OwnedPen = std::unique_ptr<std::remove_pointer_t<HPEN>, GdiDelete>;
 using OwnedBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, GdiDelete>;
+using OwnedDc = std::unique_ptr<std::remove_pointer_t<HDC>, DcDelete>;
 using OwnedIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDelete>;
-
-/// The screen's own device context; a text measures as it will be drawn.
-class ScreenDc {
- public:
-  ScreenDc() : dc_(GetDC(nullptr)) {}
-  ~ScreenDc() { ReleaseDC(nullptr, dc_); }
-  ScreenDc(const ScreenDc&) = delete;
-  ScreenDc& operator=(const ScreenDc&) = delete;
-  HDC get() const { return dc_; }
-
- private:
-  HDC dc_;
-};
 
 /// Puts an object into a device context for a while.
 class Selected {

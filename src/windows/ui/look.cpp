@@ -16,23 +16,22 @@ LOGFONTW MessageFont(int dpi) {
 
 }  // namespace
 
-Look::Look(int dpi) : dpi_(dpi) {
+Look::Look(int dpi) : dpi_(dpi), measuring_(CreateCompatibleDC(nullptr)) {
   LOGFONTW font = MessageFont(dpi);
   normal_.reset(CreateFontIndirectW(&font));
   font.lfWeight = FW_BOLD;
   bold_.reset(CreateFontIndirectW(&font));
-  const ScreenDc screen;
-  const Selected in(screen.get(), normal_.get());
+  const Selected in(measuring_.get(), normal_.get());
   TEXTMETRICW metrics{};
-  GetTextMetricsW(screen.get(), &metrics);
+  GetTextMetricsW(measuring_.get(), &metrics);
   text_height_ = metrics.tmHeight;
   SIZE digits{};
-  GetTextExtentPoint32W(screen.get(), L"0123456789", 10, &digits);
+  GetTextExtentPoint32W(measuring_.get(), L"0123456789", 10, &digits);
   digit_width_ = (digits.cx + 9) / 10;
 }
 
 int Look::SystemDpi() {
-  const ScreenDc screen;
+  const OwnedDc screen(CreateCompatibleDC(nullptr));
   const int dpi = GetDeviceCaps(screen.get(), LOGPIXELSY);
   return dpi > 0 ? dpi : 96;
 }
@@ -40,19 +39,17 @@ int Look::SystemDpi() {
 HFONT Look::Font(Weight weight) const { return weight == Weight::Bold ? bold_.get() : normal_.get(); }
 
 ui::Extent Look::TextSize(const std::wstring& text, Weight weight, bool caption) const {
-  const ScreenDc screen;
-  const Selected in(screen.get(), Font(weight));
+  const Selected in(measuring_.get(), Font(weight));
   RECT box{};
-  DrawTextW(screen.get(), text.c_str(), static_cast<int>(text.size()), &box,
+  DrawTextW(measuring_.get(), text.c_str(), static_cast<int>(text.size()), &box,
             DT_CALCRECT | DT_LEFT | DT_NOCLIP | (caption ? 0u : static_cast<UINT>(DT_NOPREFIX)));
   return {static_cast<int>(box.right), text.empty() ? text_height_ : static_cast<int>(box.bottom)};
 }
 
 ui::Extent Look::WrappedSize(const std::wstring& text, Weight weight, int width) const {
-  const ScreenDc screen;
-  const Selected in(screen.get(), Font(weight));
+  const Selected in(measuring_.get(), Font(weight));
   RECT box{0, 0, width, 0};
-  DrawTextW(screen.get(), text.c_str(), static_cast<int>(text.size()), &box,
+  DrawTextW(measuring_.get(), text.c_str(), static_cast<int>(text.size()), &box,
             DT_CALCRECT | DT_LEFT | DT_WORDBREAK);
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }

@@ -34,6 +34,7 @@ class Look {
 
  private:
   int dpi_;
+  OwnedDc measuring_;  // a text measures as on the screen
   OwnedFont normal_;
   OwnedFont bold_;
   int text_height_ = 0;

@@ -156,6 +156,7 @@ void StatusBarPeer::Update(ui::Aspect aspect) {
 void StatusBarPeer::ShowTexts() {
   const std::vector<std::string>& panels = bar().Panels();
   std::string cut;
+  shown_.resize(panels.size());
   for (std::size_t part = 0; part < panels.size(); ++part) {
     std::wstring text = ToWide(panels[part]);
     const bool last = part + 1 == panels.size();
@@ -169,7 +170,9 @@ void StatusBarPeer::ShowTexts() {
       text = look().Shortened(text, width);
       cut += (cut.empty() ? "" : "\r\n") + panels[part];
     }
-    Send(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(text.c_str()));
+    if (text == shown_[part]) continue;
+    shown_[part] = std::move(text);
+    Send(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(shown_[part].c_str()));
   }
   control().SetToolTip(cut);
 }

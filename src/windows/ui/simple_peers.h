@@ -75,6 +75,7 @@ class StatusBarPeer final : public ControlPeer {
   ui::StatusBar& bar() const { return static_cast<ui::StatusBar&>(control()); }
   void ShowTexts();
   bool grip_;
+  std::vector<std::wstring> shown_;
 };
 
 /// A plain area; an animation becomes its child.
