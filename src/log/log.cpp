@@ -43,7 +43,7 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program, platform::Fil
       [this] { return PlaceControls(); }, kLeastWidth, kLeastHeight));
 }
 
-ui::FormWindow::Size fLog::FirstSize(ui::FormWindow::Size) const { return {12000, 6500}; }
+ui::FormWindow::Size fLog::FirstSize(ui::FormWindow::Size) { return {12000, 6500}; }
 
 std::vector<ui::Spot> fLog::PlaceControls() {
   const double frame_top = Height() - kBottomHeight;

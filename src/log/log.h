@@ -35,7 +35,7 @@ class fLog : public ui::Form {
   ui::CheckBox cbOpenOnError{"cbOpenOnError", "Show on error"};
 
  protected:
-  ui::FormWindow::Size FirstSize(ui::FormWindow::Size best) const override;
+  ui::FormWindow::Size FirstSize(ui::FormWindow::Size best) override;
   bool OnQueryUnload(ui::CloseReason reason) override;
   void OnHelp() override;
 

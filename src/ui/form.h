@@ -94,7 +94,7 @@ class Form {
   void SetLayout(Box layout) { layout_ = std::move(layout); }
 
   /// The size in which the window opens, in the middle of the screen; it becomes no larger than that.
-  virtual FormWindow::Size FirstSize(FormWindow::Size best) const { return best; }
+  virtual FormWindow::Size FirstSize(FormWindow::Size best) { return best; }
 
   virtual void OnLoad() {}
   virtual void OnActivate() {}

@@ -99,6 +99,7 @@ TEST(TextFit, TheConfigurationScreenShowsItsTextsInFullAndInTheirSize) {
     windows::WindowsDesktop desktop({dpi});
     ScreenForm form(desktop);
     form.Load();
+    form.SetBounds(0, 0, form.best.width, form.best.height);
     for (const auto& label : form.screen.txtTempUnits()) label->SetText("\u00BAC");
     const HWND window = FindWindowW(L"FormSurface", L"Screen under test");
     ExpectNothingIsCut(window, dpi);

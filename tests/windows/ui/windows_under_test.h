@@ -30,8 +30,11 @@ class ScreenForm : public ui::Form {
   ui::StatusBar bar{"bar", 2};
 
   std::function<bool(ui::CloseReason)> on_query_unload;
+  /// In which nothing is cut, also where the screen is smaller.
+  ui::FormWindow::Size best;
 
  protected:
+  ui::FormWindow::Size FirstSize(ui::FormWindow::Size size) override { return best = size; }
   bool OnQueryUnload(ui::CloseReason reason) override { return !on_query_unload || on_query_unload(reason); }
 };
 
