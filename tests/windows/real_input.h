@@ -35,8 +35,8 @@ inline void MoveMouse(LONG x, LONG y) {
   SendInput(1, &input, sizeof input);
 }
 
-/// Moves the mouse unless it is there. The real mouse under the simulated one may report an earlier place late
-/// and take it back: ask again until what should come of it has come.
+/// Moves the mouse unless it is there. The real mouse under the simulated one may report an earlier place
+/// late and take it back: ask again until what should come of it has come.
 inline void KeepMouseAt(LONG x, LONG y) {
   POINT at{};
   GetCursorPos(&at);
