@@ -11,9 +11,9 @@
 namespace {
 
 /// Three fields that write down what they are told. One event may set off an action.
-class Window : public ui::Form {
+class FocusWindow : public ui::Form {
  public:
-  Window(ui::Desktop& screen, std::string event, std::string action)
+  FocusWindow(ui::Desktop& screen, std::string event, std::string action)
       : Form(screen, "window", ui::BorderStyle::Sizable),
         event_(std::move(event)),
         action_(std::move(action)) {
@@ -72,7 +72,7 @@ TEST(FocusTracker, TellsTheControlsInOrder) {
   for (const auto& [name, moves, event, action, journal, active] : kCases) {
     SCOPED_TRACE(name);
     headless::Desktop desktop;
-    Window window(desktop, event, action);
+    FocusWindow window(desktop, event, action);
     std::istringstream words(moves);
     for (std::string move; words >> move;) {
       try {

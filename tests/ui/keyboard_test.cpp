@@ -12,7 +12,7 @@ using ui::Control;
 using ui::Direction;
 
 /// A window with two pages and a strip below them.
-struct Window {
+struct KeyboardWindow {
   ui::Tabs tabs{"tabs", {"&Heating", "&Hardware", "C&ontact"}};
   ui::Label first_label{"first_label", "&Setpoint"};
   ui::TextField first{"first"};
@@ -27,7 +27,7 @@ struct Window {
   ui::CheckBox show{"show", "Sho&w && wait"};
   Box layout;
 
-  Window() {
+  KeyboardWindow() {
     data.shows_data = true;
     hidden.SetVisible(false);
     Box one = Box::Column({Box::Leaf(first_label), Box::Leaf(first), Box::Leaf(second)});
@@ -45,7 +45,7 @@ TEST(Keyboard, ReadsTheAcceleratorOfACaption) {
 }
 
 /// The names on the way from the tab control round to it, in the order of the way forward.
-std::string Walk(const Window& window, Direction direction) {
+std::string Walk(const KeyboardWindow& window, Direction direction) {
   std::string way;
   const Control* at = &window.tabs;
   while ((at = ui::NextControl(window.layout, at, direction)) && at != &window.tabs)
@@ -54,18 +54,20 @@ std::string Walk(const Window& window, Direction direction) {
 }
 
 TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
-  const std::tuple<const char*, void (*)(Window&), const char*> cases[] = {
-      {"first page", [](Window&) {}, "first second metric apply options show "},
-      {"second page", [](Window& w) { w.tabs.Select(1); }, "hours metric apply options show "},
-      {"page without fields", [](Window& w) { w.tabs.Select(2); }, "metric apply options show "},
-      {"the option set", [](Window& w) { w.imperial.SetSelected(true); },
+  const std::tuple<const char*, void (*)(KeyboardWindow&), const char*> cases[] = {
+      {"first page", [](KeyboardWindow&) {}, "first second metric apply options show "},
+      {"second page", [](KeyboardWindow& w) { w.tabs.Select(1); }, "hours metric apply options show "},
+      {"page without fields", [](KeyboardWindow& w) { w.tabs.Select(2); }, "metric apply options show "},
+      {"the option set", [](KeyboardWindow& w) { w.imperial.SetSelected(true); },
        "first second imperial apply options show "},
-      {"a disabled one", [](Window& w) { w.first.SetEnabled(false); }, "second metric apply options show "},
-      {"a hidden one", [](Window& w) { w.apply.SetVisible(false); }, "first second metric options show "},
+      {"a disabled one", [](KeyboardWindow& w) { w.first.SetEnabled(false); },
+       "second metric apply options show "},
+      {"a hidden one", [](KeyboardWindow& w) { w.apply.SetVisible(false); },
+       "first second metric options show "},
   };
   for (const auto& [name, prepare, order] : cases) {
     SCOPED_TRACE(name);
-    Window window;
+    KeyboardWindow window;
     prepare(window);
     EXPECT_EQ(Walk(window, Direction::Forward), order);
     EXPECT_EQ(Walk(window, Direction::Backward), order);
@@ -74,7 +76,7 @@ TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
 }
 
 TEST(Keyboard, GoesOnFromWhicheverControlHasTheFocus) {
-  Window window;
+  KeyboardWindow window;
   EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Backward), &window.metric);
   window.imperial.SetSelected(true);
   EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Backward), &window.second);
@@ -87,7 +89,7 @@ TEST(Keyboard, GoesOnFromWhicheverControlHasTheFocus) {
 }
 
 TEST(Keyboard, FindsWhatALetterLeadsTo) {
-  Window window;
+  KeyboardWindow window;
   // The target stands with the page of a tab control, and with "?" where others answer to the letter too.
   const std::tuple<const char*, char32_t, std::size_t, const Control*, std::string> rows[] = {
       {"a button, in either case", U'A', 0, nullptr, "apply"},

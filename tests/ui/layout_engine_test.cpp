@@ -116,43 +116,43 @@ TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
   EXPECT_NE(places.at(screen.txtNvi(0)).left, places.at(screen.txtNvi(6)).left);
 }
 
-struct Window {
+struct StretchWindow {
   ui::Label small{"small", "12345"}, wide{"wide", "1234567890"}, middle{"middle", "1234567"};
   ui::Frame frame{"frame", "Frame"};
   ui::StatusBar bar{"bar", 1};
 };
 
 // The places are "left,top widthxheight" in layout order.
-const std::tuple<const char*, Box (*)(Window&), Extent, const char*> kStretchCases[] = {
+const std::tuple<const char*, Box (*)(StretchWindow&), Extent, const char*> kStretchCases[] = {
     {"a row shares its width",
-     [](Window& w) {
+     [](StretchWindow& w) {
        return Box::Row(
            {Box::Leaf(w.small).StretchWidth(), Box::Leaf(w.wide), Box::Leaf(w.middle).StretchWidth()});
      },
      {262, 50},
      "10,19 80x12; 95,19 60x12; 160,19 92x12; "},
     {"a hidden control takes no room",
-     [](Window& w) {
+     [](StretchWindow& w) {
        w.middle.SetVisible(false);
        return Box::Row({Box::Leaf(w.small), Box::Leaf(w.middle).StretchWidth(), Box::Leaf(w.wide)});
      },
      {200, 50},
      "10,19 30x12; 40,25 0x0; 45,19 60x12; "},
     {"a column gives its height to the last that stretches",
-     [](Window& w) {
+     [](StretchWindow& w) {
        return Box::Column({Box::Leaf(w.small).StretchHeight(), Box::Leaf(w.middle).StretchHeight(),
                            Box::Leaf(w.wide).StretchWidth()});
      },
      {100, 166},
      "10,10 30x12; 10,27 42x112; 10,144 80x12; "},
     {"a grid makes the narrow column as wide as the other first",
-     [](Window& w) {
+     [](StretchWindow& w) {
        return Box::Grid(2, 0, {Box::Leaf(w.small).StretchWidth(), Box::Leaf(w.wide).StretchWidth()});
      },
      {145, 32},
      "10,10 60x12; 75,10 60x12; "},
     {"a frame beside a label, and the status bar along the edge",
-     [](Window& w) {
+     [](StretchWindow& w) {
        Box framed = Box::Framed(w.frame, Box::Column({Box::Leaf(w.small)})).StretchHeight();
        return Box::Column(
            {Box::Row({std::move(framed), Box::Leaf(w.middle)}).Stretch(), Box::Leaf(w.bar).StretchWidth()});
@@ -163,7 +163,7 @@ const std::tuple<const char*, Box (*)(Window&), Extent, const char*> kStretchCas
 
 TEST(LayoutEngine, SharesLeftOverRoom) {
   for (const auto& [name, make_layout, client, expected] : kStretchCases) {
-    Window window;
+    StretchWindow window;
     const Box layout = make_layout(window);
     std::ostringstream places;
     for (const auto& [control, place] : ui::LayoutEngine(layout, kMetrics).Arrange(client))
