@@ -75,5 +75,8 @@ need_display() {
   done
   [ -s "$number_file" ] || die "Xvfb does not start"
   export DISPLAY=:$(cat "$number_file")
+  # Every desktop has resources. Where there are none, Xlib looks for their files each time Wine selects a font.
+  echo 'qm5r.display: in memory' >"$number_file.resources"
+  export XENVIRONMENT=$number_file.resources
 }
 end_display() { [ -z "${xvfb_pid:-}" ] || kill "$xvfb_pid" 2>/dev/null || true; }

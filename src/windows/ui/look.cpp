@@ -14,19 +14,26 @@ LOGFONTW MessageFont(int dpi) {
   return font;
 }
 
+OwnedDc MeasuringDc(HFONT font) {
+  OwnedDc dc(CreateCompatibleDC(nullptr));
+  SelectObject(dc.get(), font);
+  return dc;
+}
+
 }  // namespace
 
-Look::Look(int dpi) : dpi_(dpi), measuring_(CreateCompatibleDC(nullptr)) {
+Look::Look(int dpi) : dpi_(dpi) {
   LOGFONTW font = MessageFont(dpi);
   normal_.reset(CreateFontIndirectW(&font));
   font.lfWeight = FW_BOLD;
   bold_.reset(CreateFontIndirectW(&font));
-  const Selected in(measuring_.get(), normal_.get());
+  normal_text_ = MeasuringDc(normal_.get());
+  bold_text_ = MeasuringDc(bold_.get());
   TEXTMETRICW metrics{};
-  GetTextMetricsW(measuring_.get(), &metrics);
+  GetTextMetricsW(normal_text_.get(), &metrics);
   text_height_ = metrics.tmHeight;
   SIZE digits{};
-  GetTextExtentPoint32W(measuring_.get(), L"0123456789", 10, &digits);
+  GetTextExtentPoint32W(normal_text_.get(), L"0123456789", 10, &digits);
   digit_width_ = (digits.cx + 9) / 10;
 }
 
@@ -38,18 +45,20 @@ int Look::SystemDpi() {
 
 HFONT Look::Font(Weight weight) const { return weight == Weight::Bold ? bold_.get() : normal_.get(); }
 
+HDC Look::Measuring(Weight weight) const {
+  return weight == Weight::Bold ? bold_text_.get() : normal_text_.get();
+}
+
 ui::Extent Look::TextSize(const std::wstring& text, Weight weight, bool caption) const {
-  const Selected in(measuring_.get(), Font(weight));
   RECT box{};
-  DrawTextW(measuring_.get(), text.c_str(), static_cast<int>(text.size()), &box,
+  DrawTextW(Measuring(weight), text.c_str(), static_cast<int>(text.size()), &box,
             DT_CALCRECT | DT_LEFT | DT_NOCLIP | (caption ? 0u : static_cast<UINT>(DT_NOPREFIX)));
   return {static_cast<int>(box.right), text.empty() ? text_height_ : static_cast<int>(box.bottom)};
 }
 
 ui::Extent Look::WrappedSize(const std::wstring& text, Weight weight, int width) const {
-  const Selected in(measuring_.get(), Font(weight));
   RECT box{0, 0, width, 0};
-  DrawTextW(measuring_.get(), text.c_str(), static_cast<int>(text.size()), &box,
+  DrawTextW(Measuring(weight), text.c_str(), static_cast<int>(text.size()), &box,
             DT_CALCRECT | DT_LEFT | DT_WORDBREAK);
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }

@@ -33,10 +33,15 @@ class Look {
   int FieldHeight() const { return text_height_ + Scaled(8); }
 
  private:
+  HDC Measuring(Weight weight) const;
+
   int dpi_;
-  OwnedDc measuring_;  // a text measures as on the screen
   OwnedFont normal_;
   OwnedFont bold_;
+  // A text measures as on the screen. Each has its font for good: to select one can cost more than to
+  // measure.
+  OwnedDc normal_text_;
+  OwnedDc bold_text_;
   int text_height_ = 0;
   int digit_width_ = 0;
 };
