@@ -86,7 +86,7 @@ TEST(VariantConversion, ObjectsKeepTheirIdentity) {
   EXPECT_TRUE(ToDispatch(sample));
 }
 
-constexpr DISPID kValue = 1, kEcho = 2, kThrow = 4;
+constexpr DISPID kValue = 1, kEcho = 2, kThrow = 4, kFire = 5;
 constexpr WORD kMethod = DISPATCH_METHOD, kGet = DISPATCH_PROPERTYGET, kPut = DISPATCH_PROPERTYPUT;
 
 /// Raw calls, with what the caller finds in its result or in its EXCEPINFO.
@@ -191,6 +191,18 @@ TEST_F(Events, AHandlerMayDoAnything) {
       client.Advise([&](auto, auto) { leaving.reset(), ++calls; });
   for (int times = 0; times < 2; ++times) EXPECT_NO_THROW(sample->Fire(1));
   EXPECT_EQ(calls, 3);
+}
+
+TEST_F(Events, AHandlerMayReleaseTheObjectInWhoseCallItRuns) {
+  const std::weak_ptr<Sample> object = sample;
+  const auto releasing = std::exchange(sample, nullptr)->Advise([&](auto, auto) {
+    door.Reset();
+    EXPECT_FALSE(object.expired());
+  });
+  CallArguments call(std::vector<Value>{13});
+  DISPPARAMS parameters = call.Parameters(false);
+  EXPECT_EQ(door->Invoke(kFire, IID_NULL, 0, kMethod, &parameters, nullptr, nullptr, nullptr), S_OK);
+  EXPECT_TRUE(object.expired());
 }
 
 }  // namespace
