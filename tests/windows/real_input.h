@@ -39,8 +39,7 @@ inline void MoveMouse(LONG x, LONG y) {
 /// late and take it back: ask again until what should come of it has come.
 inline void KeepMouseAt(LONG x, LONG y) {
   POINT at{};
-  GetCursorPos(&at);
-  if (at.x != x || at.y != y) MoveMouse(x, y);
+  if (!GetCursorPos(&at) || at.x != x || at.y != y) MoveMouse(x, y);
 }
 
 /// Clicks the middle of a window. Moved and pressed in one go, so that the real mouse cannot come between.

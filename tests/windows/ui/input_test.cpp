@@ -156,10 +156,8 @@ TEST_F(Input, ATipComesUpUnderTheMouseForADisabledControlToo) {
     const HWND button =
         *caption ? Child(WindowOf(form), caption) : Children(WindowOf(form), L"Button").back();
     const RECT place = ScreenPlace(button);
-    EXPECT_TRUE(Until([&] {
-      KeepMouseAt(place.left + 8, place.top + 8);
-      return IsWindowVisible(tips) != 0;
-    }));
+    EXPECT_TRUE(
+        Until([&] { return KeepMouseAt(place.left + 8, place.top + 8), IsWindowVisible(tips) != 0; }));
     EXPECT_EQ(TextOf(tips), *caption ? L"Opens the options." : L"Help");
   }
 }
