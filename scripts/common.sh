@@ -34,7 +34,8 @@ test_packages=(g++ clang libclang-rt-dev libgtest-dev libbenchmark-dev procps)
 # Configures a preset and builds it, or only the named targets of it. With as_layers=ON each layer is compiled as one
 # source, which takes half the time.
 build_preset() {
-  (cd "$root" && cmake --preset "$1" -DCMAKE_UNITY_BUILD="${as_layers:-OFF}" -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 >"build/$1.configure.log" 2>&1) || { cat "$root/build/$1.configure.log"; exit 1; }
+  (cd "$root" && cmake --preset "$1" -DCMAKE_UNITY_BUILD="${as_layers:-OFF}" >"build/$1.configure.log" 2>&1) ||
+    { cat "$root/build/$1.configure.log"; exit 1; }
   cmake --build "$root/build/$1" ${2:+--target "${@:2}"}
 }
 
@@ -75,7 +76,7 @@ need_display() {
   done
   [ -s "$number_file" ] || die "Xvfb does not start"
   export DISPLAY=:$(cat "$number_file")
-  # Every desktop has resources. Where there are none, Xlib looks for their files each time Wine selects a font.
+  # As a desktop session does, give the display resources. Where there are none, Xlib looks for their files each time Wine selects a font.
   echo 'qm5r.display: in memory' >"$number_file.resources"
   export XENVIRONMENT=$number_file.resources
 }

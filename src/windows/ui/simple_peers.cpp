@@ -142,6 +142,7 @@ void StatusBarPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
   }
   right_edges.push_back(-1);
   Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
+  shown_.clear();  // what was sent before there were parts is lost
   ShowTexts();
 }
 
