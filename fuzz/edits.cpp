@@ -4,7 +4,7 @@
 
 #include "director/configure.h"
 #include "fuzz.h"
-#include "headless/plug_in.h"
+#include "headless/user.h"
 #include "small_network.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -17,15 +17,6 @@ struct Sitting : headless::PlugIn {
     request.path = kSmallDevice;
     api = CreateApi();
     director::Configure(*api, request);
-  }
-
-  void Enter(ui::TextField& field, const std::string& typed) {
-    if (field.Locked()) return;
-    std::string text;
-    for (const char c : typed)
-      if (!field.on_key_press || field.on_key_press(static_cast<unsigned char>(c))) text += c;
-    field.UserChangesText(text);
-    if (field.on_validate) field.on_validate();
   }
 
   std::shared_ptr<plugin::LNSPlugInAPI> api;
@@ -52,6 +43,7 @@ void CheckSetpoints(const lns::NetworkVariable& variable) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider given(data, size);
   Sitting sitting;
+  headless::User user(sitting);
   auto& main = sitting.main;
   const auto variables = main.CurrentDevice().Interface().NetworkVariables();
   const std::string model_before = RawOf(variables.Item("nciSccModel"));
@@ -74,8 +66,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
           list->UserChooses(given.PickValueInArray({"", "NONE", "ON"}));
         break;
       default:
-        if (ui::TextField* field = main.screen.txtNvi(given.ConsumeIntegralInRange(0, 45)))
-          sitting.Enter(*field, given.ConsumeRandomLengthString(12));
+        if (const int index = given.ConsumeIntegralInRange(0, 45); main.screen.txtNvi(index))
+          user.Enter(index, given.ConsumeRandomLengthString(12));
     }
   }
   for (const char* name :

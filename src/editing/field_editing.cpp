@@ -9,17 +9,6 @@
 namespace editing {
 namespace {
 
-// The fields that the rules are about, by their index in txtNvi.
-enum Field : int {
-  kOccupiedHeat = 0,
-  kUnoccupiedHeat = 1,
-  kHeatMax = 2,
-  kOccupiedCool = 3,
-  kUnoccupiedCool = 4,
-  kCoolMin = 5,
-  kDeadBand = 16,
-};
-
 // Whole numbers only. Field 18 is one of them and its neighbour 19 is not, deliberately.
 constexpr std::array kWholeNumberFields = {7, 8, 9, 17, 18};
 
@@ -36,20 +25,21 @@ double StepFor(int state) {
   return 1;
 }
 
-double Rounded(double value) { return text::RoundToDecimals(value, 6); }
-
 }  // namespace
 
-FieldEditing::FieldEditing(model::ConfigurationScreen& screen, ui::Desktop& desktop, PendingEdits& pending)
-    : screen_(screen), desktop_(desktop), pending_(pending) {
+FieldEditing::FieldEditing(model::ConfigurationScreen& screen, PendingEdits& pending,
+                           const std::shared_ptr<OpenDevice>& device, std::function<void()> apply)
+    : screen_(screen), pending_(pending), device_(device), apply_(std::move(apply)) {
   for (int index = 0; index < model::ConfigurationScreen::kTextFieldCount; ++index)
     if (ui::TextField* field = screen_.txtNvi(index)) Connect(index, *field);
+  for (int index = 0; index < model::kChoiceListCount; ++index) Connect(*screen_.cbNvi(index));
 }
 
 void FieldEditing::Connect(int index, ui::TextField& field) {
   field.on_lost_focus = [this, index] { LeaveField(index); };
-  if (field.Locked()) return;
-  field.on_got_focus = [&field] { field.SetTag(field.Text()); };
+  field.on_got_focus = [this, &field] {
+    if (!field.Locked()) pending_.Keep(field);
+  };
   field.on_key_down = [this, &field](int key, int state) { return KeyDown(field, key, state); };
   field.on_key_press = [this, index, &field](char32_t character) {
     return KeyPress(index, field, character);
@@ -59,7 +49,7 @@ void FieldEditing::Connect(int index, ui::TextField& field) {
 }
 
 bool FieldEditing::KeyDown(ui::TextField& field, int key, int state) {
-  if (key != kPageUp && key != kPageDown) return false;
+  if (field.Locked() || (key != kPageUp && key != kPageDown)) return false;
   const auto number = text::ParseNumber(field.Text());
   if (!number) return false;
   const double step = key == kPageUp ? StepFor(state) : -StepFor(state);
@@ -72,97 +62,65 @@ bool FieldEditing::KeyDown(ui::TextField& field, int key, int state) {
 /// Deliberate.
 bool FieldEditing::KeyPress(int index, ui::TextField& field, char32_t character) {
   constexpr char32_t kBackspace = 8;
-  const bool is_separator = character == U'.' || character == static_cast<char32_t>(text::DecimalSeparator());
+  if (field.Locked()) return false;
   const bool whole = std::ranges::find(kWholeNumberFields, index) != kWholeNumberFields.end();
   const bool accepted = character == kBackspace || character == U'-' || character == U':' ||
-                        (character >= U'0' && character <= U'9') || (is_separator && !whole);
+                        (character >= U'0' && character <= U'9') || (character == U'.' && !whole);
   pending_.Mark(field);
   return accepted;
 }
 
+/// A text that was not changed is not refused, whatever it is.
 void FieldEditing::Validate(ui::TextField& field) {
-  const std::string refused = field.Text();
-  if (text::IsNumeric(refused)) return;
-  desktop_.ShowMessage({"Value must be numerical", "Invalid value", ui::Icon::Exclamation});
-  // Another device may have taken the screen while the message was shown.
-  if (field.Text() != refused) return;
-  field.SetText(field.Tag());
-  PendingEdits::Unmark(field);
+  if (field.Locked() || field.Text() == field.Tag() || text::IsNumeric(field.Text())) return;
+  device_->WhileItStands([this, &field, device = device_] {
+    device->SayNotNumerical();
+    pending_.PutBack(field);
+  });
 }
 
 void FieldEditing::LeaveField(int index) {
-  switch (index) {
-    case kOccupiedHeat:
-      return KeepDeadBandByCooling(kOccupiedHeat, kOccupiedCool);
-    case kUnoccupiedHeat:
-      return KeepDeadBandByCooling(kUnoccupiedHeat, kUnoccupiedCool);
-    case kOccupiedCool:
-      return KeepDeadBandByHeating(kOccupiedHeat, kOccupiedCool);
-    case kUnoccupiedCool:
-      return KeepDeadBandByHeating(kUnoccupiedHeat, kUnoccupiedCool);
-    case kDeadBand:
-      KeepDeadBandByHeating(kOccupiedHeat, kOccupiedCool);
-      return KeepDeadBandByHeating(kUnoccupiedHeat, kUnoccupiedCool);
-    case kHeatMax:
-      KeepLimit(kHeatMax, kOccupiedHeat, true);
-      return KeepLimit(kHeatMax, kUnoccupiedHeat, true);
-    case kCoolMin:
-      KeepLimit(kCoolMin, kOccupiedCool, false);
-      return KeepLimit(kCoolMin, kUnoccupiedCool, false);
-    default:
-      return;
+  device_->WhileItStands([this, index] {
+    for (const model::CrossRule& rule : model::CrossRulesOf(index)) Keep(rule);
+  });
+}
+
+void FieldEditing::Keep(const model::CrossRule& rule) {
+  ui::TextField& field = *screen_.txtNvi(rule.repaired);
+  const auto repair = model::RepairOf(rule, [this](int index) { return screen_.txtNvi(index)->Text(); });
+  if (!repair || field.Locked()) return;
+  if (repair->text) {
+    field.SetText(*repair->text);
+    pending_.Mark(field);
+    field.SetFocus();
   }
-}
-
-double FieldEditing::NumberOf(int index) const { return text::LeadingNumber(screen_.txtNvi(index)->Text()); }
-
-bool FieldEditing::DeadBandViolated(int heat, int cool) const {
-  return Rounded(NumberOf(kDeadBand)) > Rounded(NumberOf(cool) - NumberOf(heat));
-}
-
-void FieldEditing::KeepDeadBandByCooling(int heat, int cool) {
-  if (DeadBandViolated(heat, cool))
-    Adjust(cool, text::ComputedText(NumberOf(heat) + NumberOf(kDeadBand)), kDeadBandSentence);
-}
-
-void FieldEditing::KeepDeadBandByHeating(int heat, int cool) {
-  if (DeadBandViolated(heat, cool))
-    Adjust(heat, text::ComputedText(NumberOf(cool) - NumberOf(kDeadBand)), kDeadBandSentence);
-}
-
-void FieldEditing::KeepLimit(int limit, int setpoint, bool is_maximum) {
-  const double beyond = Rounded(NumberOf(setpoint) - NumberOf(limit));
-  if (is_maximum ? beyond > 0 : beyond < 0) Adjust(setpoint, screen_.txtNvi(limit)->Text(), kLimitSentence);
-}
-
-void FieldEditing::Adjust(int index, const std::string& text, const char* sentence) {
-  ui::TextField& field = *screen_.txtNvi(index);
-  field.SetText(text);
-  pending_.Mark(field);
-  field.SetFocus();
   // "where" is deliberate.
-  desktop_.ShowMessage({std::string(sentence) + "\r\n\r\nAdjustment where made", startup::kProgramTitle});
+  device_->Ask(
+      {std::string(rule.IsDeadBand() ? kDeadBandSentence : kLimitSentence) + "\r\n\r\n" +
+           (repair->text ? "Adjustment where made" : "No adjustment was made: the value has too many digits"),
+       startup::kProgramTitle});
 }
 
-void ConnectLists(model::ConfigurationScreen& screen, PendingEdits& pending,
-                  const std::function<void()>& apply) {
-  constexpr int kEnter = 13;
-  constexpr std::array kKeysThatCannotChoose = {9 /*Tab*/, 16 /*Shift*/, 17 /*Ctrl*/, 18 /*Alt*/, 112 /*F1*/};
-  for (int index = 0; index < model::kChoiceListCount; ++index) {
-    ui::ChoiceList& list = *screen.cbNvi(index);
-    const auto mark = [&pending, &list] { pending.Mark(list); };
-    list.on_drop_down = mark;
-    list.on_change = mark;
-    list.on_key_down = [=](int key, int state) {
-      if (key == kEnter) {
-        apply();
-        return true;
-      }
-      const bool turns_page = (state & ui::kCtrl) && (key == kPageUp || key == kPageDown);
-      if (!turns_page && std::ranges::find(kKeysThatCannotChoose, key) == kKeysThatCannotChoose.end()) mark();
-      return false;
-    };
+void FieldEditing::Connect(ui::ChoiceList& list) {
+  list.on_drop_down = list.on_change = [this, &list] {
+    if (!list.Locked()) pending_.Mark(list);
+  };
+  list.on_key_down = [this, &list](int key, int state) { return KeyDown(list, key, state); };
+}
+
+bool FieldEditing::KeyDown(ui::ChoiceList& list, int key, int state) {
+  constexpr int kEnter = 13, kEscape = 27;
+  constexpr std::array kKeysThatCannotChoose = {9 /*Tab*/,  16 /*Shift*/,     17 /*Ctrl*/,
+                                                18 /*Alt*/, 20 /*Caps Lock*/, 112 /*F1*/};
+  if (key == kEnter) {
+    apply_();
+    return true;
   }
+  if (key == kEscape && device_->StopRefresh()) return true;
+  const bool turns_page = (state & ui::kCtrl) && (key == kPageUp || key == kPageDown);
+  const bool may_choose = std::ranges::find(kKeysThatCannotChoose, key) == kKeysThatCannotChoose.end();
+  if (may_choose && !turns_page && !list.Locked()) pending_.Mark(list);
+  return false;
 }
 
 }  // namespace editing

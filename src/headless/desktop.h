@@ -26,27 +26,37 @@ class Desktop : public ui::Desktop {
   std::function<void()> on_yield;
   std::function<void(const ui::Message&)> on_message;
   int windows = 0;
+  /// Those that have a window, the newest last.
+  std::vector<ui::Form*> forms;
   int repaints = 0;
   bool ended = false;
   double twips_per_pixel = 15;
   bool can_animate = true;
 
-  std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form&) override {
+  std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form& form) override {
     struct Window : ui::FormWindow {
-      explicit Window(int& count) : open(count) { ++open; }
-      ~Window() override { --open; }
+      Window(Desktop& desktop, ui::Form& form) : screen(desktop), shown(form) {
+        ++screen.windows;
+        screen.forms.push_back(&shown);
+      }
+      ~Window() override {
+        --screen.windows;
+        std::erase(screen.forms, &shown);
+      }
       void UpdateCaption() override {}
       void UpdateBounds() override {}
       void UpdateState() override {}
       void Activate() override {}
       void Repaint() override {}
+      std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(this); }
       Size BestSize() const override { return {9000, 6000}; }
-      int& open;
+      Desktop& screen;
+      ui::Form& shown;
     };
-    return std::make_unique<Window>(windows);
+    return std::make_unique<Window>(*this, form);
   }
 
-  std::unique_ptr<ui::AnimationWindow> MakeAnimation(ui::AnimationHost&, const ui::AnimationStyle&) override {
+  std::unique_ptr<ui::AnimationWindow> MakeAnimation(std::uintptr_t, const ui::AnimationStyle&) override {
     struct Animation : ui::AnimationWindow {
       Opened OpenResource(const std::string& module_path, std::int32_t resource) override {
         if (module_path.find("missing") != std::string::npos) return Opened::ModuleMissing;
@@ -58,6 +68,7 @@ class Desktop : public ui::Desktop {
       void Close() override {}
       std::int32_t Width() const override { return 64; }
       std::int32_t Height() const override { return 48; }
+      std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(this); }
     };
     if (!can_animate) return nullptr;
     return std::make_unique<Animation>();

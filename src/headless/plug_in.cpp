@@ -12,9 +12,8 @@ PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program
       interface_files(desktop, files, shell, registry),
       log(desktop, program, files),
       simulation(std::move(network)),
-      surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files},
+      surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files, log},
                    files,
-                   log,
                    [this]() -> platform::LateBoundPtr {
                      if (object_server_missing) throw platform::Error(429, "Headless", "Can't create object");
                      platform::LateBoundPtr object_server = simulation->CreateObjectServer();

@@ -5,8 +5,8 @@
 #include <sstream>
 #include <string>
 
+#include "model/field_tips.h"
 #include "model/screen_layout.h"
-#include "plugin/display_settings.h"
 
 namespace headless {
 namespace {
@@ -20,7 +20,7 @@ std::string WithoutAccelerator(std::string_view caption) {
 std::string UnitOf(const model::FieldPlace& field, int display_units) {
   switch (field.unit) {
     case model::UnitLabel::Temperature:
-      return "\t" + plugin::TemperatureUnit(display_units);
+      return "\t" + model::TemperatureUnit(display_units);
     case model::UnitLabel::Percent:
       return "\t%";
     case model::UnitLabel::Seconds:
@@ -37,7 +37,7 @@ void PrintFrame(const PlugIn& plug_in, const model::FramePlace& frame, std::ostr
   for (const model::FieldPlace& field : frame.fields) {
     out << indent << "  ";
     if (!field.label.empty()) out << field.label << '\t';
-    out << plug_in.main.screen.Find(field.control)->Text() << UnitOf(field, plug_in.session.DisplayUnits)
+    out << plug_in.main.screen.Find(field.control)->Text() << UnitOf(field, plug_in.main.DisplayUnits)
         << '\n';
   }
 }

@@ -18,8 +18,10 @@ using platform::CallKind;
 constexpr std::int32_t kObjectVariableNotSet = 91;
 
 /// What the system says of an object whose process has gone: RPC_S_SERVER_UNAVAILABLE, RPC_S_CALL_FAILED,
-/// RPC_E_DISCONNECTED, RPC_E_SERVER_DIED and RPC_E_SERVER_DIED_DNE.
-constexpr std::uint32_t kLost[] = {0x800706BA, 0x800706BE, 0x80010108, 0x80010007, 0x80010012};
+/// RPC_S_CALL_FAILED_DNE, RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, RPC_E_SERVER_DIED_DNE and
+/// CO_E_OBJNOTCONNECTED.
+constexpr std::uint32_t kLost[] = {0x800706BA, 0x800706BE, 0x800706BF, 0x80010108,
+                                   0x80010007, 0x80010012, 0x800401FD};
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "log/log.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -20,13 +21,26 @@ constexpr double kInset = 240;
 constexpr double kLeft = 90;
 constexpr double kFrameHeight = 780;
 
+std::string OnOneLine(std::string text) {
+  const auto breaks = [](char character) { return character == '\r' || character == '\n'; };
+  const auto both = [&](char one, char other) { return breaks(one) && breaks(other); };
+  text.erase(std::unique(text.begin(), text.end(), both), text.end());
+  std::ranges::replace_if(text, breaks, ' ');
+  return text;
+}
+
 }  // namespace
+
+std::string ErrorMessage(const std::string& action, const std::string& result) {
+  return OnOneLine(action) + "\r\n" + OnOneLine(result);
+}
 
 fLog::fLog(ui::Desktop& desktop, const platform::Program& program, platform::Files& files)
     : Form(desktop, "fLog", ui::BorderStyle::Sizable), program_(program), files_(files) {
   using ui::Box;
   SetCaption("Network activity logging");
   lstActivity.SetAccessibleName("Activity");
+  lstActivity.small_icons = &ImageList1;
   lstActivity.on_copy = [this](const std::string& rows) { this->desktop().CopyText(rows); };
   cmdSave.SetToolTip("Saves all rows in a file of comma-separated values.");
   cmdClear.SetToolTip("Removes all rows.");
@@ -96,7 +110,8 @@ void fLog::Save() {
   }
 }
 
-/// Quotes inside a text are written as they are, not doubled; deliberate.
+/// Quotes inside a text are written as they are, not doubled; deliberate. Letters beyond ASCII need the mark
+/// at the beginning, by which other programs know them; plain text is left without.
 std::string fLog::RowsAsLines() const {
   std::string lines;
   for (const ui::ListView::Row& row : lstActivity.Rows()) {
@@ -107,7 +122,9 @@ std::string fLog::RowsAsLines() const {
     }
     lines += "\r\n";
   }
-  return lines;
+  const bool plain =
+      std::ranges::all_of(lines, [](char letter) { return static_cast<signed char>(letter) >= 0; });
+  return plain ? lines : "\xEF\xBB\xBF" + lines;
 }
 
 void fLog::AskAndClear() {

@@ -10,6 +10,10 @@
 
 namespace activity {
 
+/// The message of a failure as LogError takes it: action and result, each brought to one line, with CR LF
+/// between them, so that splitting it gives these two again, whatever the platform has put into its texts.
+std::string ErrorMessage(const std::string& action, const std::string& result);
+
 /// The activity log: every network operation with its time, action and result, in a window of its own. It
 /// lives in memory as long as the process; rows are only appended or all cleared.
 class fLog : public ui::Form {
@@ -19,14 +23,16 @@ class fLog : public ui::Form {
   /// Appends a row with a green mark.
   void LogCommand(const std::string& action, const std::string& results);
 
-  /// Appends a row with a red mark. The message is the action and the result joined by CR LF, further lines
-  /// are dropped; a message without a line break leaves both columns empty and shows only time and mark.
-  /// Deliberate.
+  /// Appends a row with a red mark. The message is the action and the result joined by CR LF, as ErrorMessage
+  /// makes it; further lines are dropped, and a message without a line break leaves both columns empty and
+  /// shows only time and mark. Deliberate.
   void LogError(const std::string& message);
 
   /// Removes all rows without asking.
   void Clear() { lstActivity.Clear(); }
 
+  ui::ImageList ImageList1{{"Green", ui::ImageList::Picture::GreenMark},
+                           {"Red", ui::ImageList::Picture::RedMark}};
   ui::ListView lstActivity{"lstActivity", {"Time", "Action", "Results"}};
   ui::Frame frmBottom{"frmBottom"};
   ui::Button cmdSave{"cmdSave", "&Save"};

@@ -10,6 +10,8 @@ namespace {
 /// Grids of one page share their column widths, so that fields are in line across frames.
 constexpr int kFieldGroup = 1;
 
+constexpr int kMostTyped = 64;
+
 std::string ArrayName(const char* array, int index) {
   return std::string(array) + "(" + std::to_string(index) + ")";
 }
@@ -27,7 +29,7 @@ std::string SpokenName(const FramePlace& frame, const FieldPlace& field) {
 ConfigurationScreen::ConfigurationScreen()
     : tabData("tabData", {kPageCaptions.begin(), kPageCaptions.end()}) {
   for (const FramePlace& frame : Frames())
-    for (const FieldPlace& field : frame.fields) MakeControl(field.control);
+    for (const FieldPlace& field : frame.fields) MakeControl(field);
   txtMajorVersion.SetLocked(true);
   txtMinorVersion.SetLocked(true);
   tabData.SetAccessibleName("Pages");
@@ -38,15 +40,21 @@ ConfigurationScreen::ConfigurationScreen()
   ShowInitialTexts();
 }
 
-void ConfigurationScreen::MakeControl(ControlRef ref) {
+void ConfigurationScreen::MakeControl(const FieldPlace& place) {
+  const ControlRef ref = place.control;
   const auto index = static_cast<std::size_t>(ref.index);
   if (ref.array == ScreenArray::txtNvi) {
-    text_fields_.at(index) = std::make_unique<ui::TextField>(ArrayName("txtNvi", ref.index));
-    text_fields_.at(index)->SetLocked(IsReadOnlyField(ref.index));
+    auto field = std::make_unique<ui::TextField>(ArrayName("txtNvi", ref.index));
+    field->most_typed = kMostTyped;
+    field->SetLocked(IsReadOnlyField(ref.index));
+    if (!field->Locked()) editable_fields_.push_back(field.get());
+    if (place.unit == UnitLabel::Temperature) temperature_fields_.push_back(field.get());
+    text_fields_.at(index) = std::move(field);
   } else if (ref.array == ScreenArray::cbNvi) {
     auto list = std::make_unique<ui::ChoiceList>(ArrayName("cbNvi", ref.index));
     const auto items = ListItems(ref.index);
     list->SetItems({items.begin(), items.end()});
+    editable_fields_.push_back(list.get());
     choice_lists_.at(index) = std::move(list);
   }
 }

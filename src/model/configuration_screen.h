@@ -25,6 +25,11 @@ class ConfigurationScreen {
   /// Null for ScreenArray::None and for elements that do not exist.
   ui::Control* Find(ControlRef ref) const;
 
+  /// The fields and lists of the device that can be edited, in the order of the screen.
+  const std::vector<ui::Field*>& EditableFields() const { return editable_fields_; }
+  /// Those beside which the unit of temperatures stands.
+  const std::vector<ui::TextField*>& TemperatureFields() const { return temperature_fields_; }
+
   const std::vector<std::unique_ptr<ui::Label>>& txtTempUnits() const { return temperature_units_; }
   const std::vector<std::unique_ptr<ui::Label>>& txtPercentUnits() const { return percent_units_; }
 
@@ -42,7 +47,7 @@ class ConfigurationScreen {
   ui::Box Layout();
 
  private:
-  void MakeControl(ControlRef ref);
+  void MakeControl(const FieldPlace& place);
   ui::Box PageLayout(int page);
   ui::Box FrameLayout(const FramePlace& place);
   ui::Box FieldsLayout(const FramePlace& place);
@@ -51,6 +56,8 @@ class ConfigurationScreen {
 
   std::array<std::unique_ptr<ui::TextField>, kTextFieldCount> text_fields_;
   std::array<std::unique_ptr<ui::ChoiceList>, kChoiceListCount> choice_lists_;
+  std::vector<ui::Field*> editable_fields_;
+  std::vector<ui::TextField*> temperature_fields_;
   std::vector<std::unique_ptr<ui::Label>> temperature_units_;
   std::vector<std::unique_ptr<ui::Label>> percent_units_;
   std::vector<std::unique_ptr<ui::Label>> labels_;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "model/device_point.h"
+#include "model/rules.h"
 #include "ui/control.h"
 
 namespace model {
@@ -34,6 +35,7 @@ class CNvCtrlTable {
   void SetMaxLimit(int units, const std::string& text);
   std::string MinLimit(int units) const;
   void SetMinLimit(int units, const std::string& text);
+  model::Range Range(int units) const { return {MinLimit(units), MaxLimit(units), OffsetValue}; }
 
   /// The format of the point's network variable on the object server.
   std::string DsFormatType() const { return NvCpTable->MyNetworkVariable.FormatType(); }

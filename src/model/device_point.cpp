@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "platform/attempt.h"
 #include "platform/error.h"
@@ -93,6 +94,12 @@ void CNvCpTable::GetNetworkValue(int display_units) {
   }
   format_read_ = format;
   known_fields_ = NvAsArray;
+}
+
+void CNvCpTable::PutBack(Reading held) {
+  NvAsArray = std::move(held.fields);
+  known_fields_ = std::move(held.known_fields);
+  format_read_ = std::move(held.format);
 }
 
 void CNvCpTable::DropChanges() {

@@ -51,6 +51,15 @@ class CNvCpTable {
   /// may be shown and written in them.
   bool IsReadIn(int display_units) const { return format_read_ == FormatFor(display_units); }
 
+  /// What has been read, and in which format.
+  struct Reading {
+    std::vector<std::string> fields, known_fields;
+    std::string format;
+  };
+  Reading Held() const { return {NvAsArray, known_fields_, format_read_}; }
+  /// Puts back what was held, as if it had not been read since.
+  void PutBack(Reading held);
+
   /// Puts back the fields that the device is known to hold, the last ones read or written, and clears the
   /// changed flag.
   void DropChanges();

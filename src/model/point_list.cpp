@@ -1,6 +1,8 @@
 #include "model/point_list.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "platform/error.h"
 
@@ -57,6 +59,21 @@ PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables) {
     if (row.separator == ",") point->MostFields = kSetpoints;
     points_.push_back({row.key, std::move(point)});
   }
+}
+
+bool PointList::IsReadIn(int display_units) const {
+  const auto is_read = [=](const Entry& entry) { return entry.point->IsReadIn(display_units); };
+  return !points_.empty() && std::ranges::all_of(points_, is_read);
+}
+
+std::vector<CNvCpTable::Reading> PointList::Held() const {
+  std::vector<CNvCpTable::Reading> held;
+  for (const Entry& entry : points_) held.push_back(entry.point->Held());
+  return held;
+}
+
+void PointList::PutBack(std::vector<CNvCpTable::Reading> held) const {
+  for (std::size_t i = 0; i < points_.size(); ++i) points_[i].point->PutBack(std::move(held.at(i)));
 }
 
 CNvCpTable& PointList::Item(std::string_view key) const {

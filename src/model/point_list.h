@@ -22,6 +22,13 @@ class PointList {
   CNvCpTable& operator[](std::size_t position) const { return *points_[position].point; }
   std::string_view KeyAt(std::size_t position) const { return points_[position].key; }
 
+  /// Every point holds what was read in these units; false for an empty list.
+  bool IsReadIn(int display_units) const;
+
+  /// What all points hold, to be put back when a reading of them does not get to its end.
+  std::vector<CNvCpTable::Reading> Held() const;
+  void PutBack(std::vector<CNvCpTable::Reading> held) const;
+
   /// Throws 5 for a key that the list does not hold.
   CNvCpTable& Item(std::string_view key) const;
 

@@ -1,6 +1,8 @@
 #include "plugin/api.h"
 
-#include "automation/convert.h"
+#include <algorithm>
+
+#include "platform/raised.h"
 #include "plugin/object_path.h"
 #include "registration/command_registration.h"
 #include "session/network_session.h"
@@ -11,10 +13,6 @@ namespace {
 
 constexpr const char* kNotRegistered = "Unable to register Supported Commands";
 constexpr const char* kReadOnly = "Attempt to write to read-only property";
-
-std::int32_t Pixels(double twips, double twips_per_pixel) {
-  return static_cast<std::int32_t>(text::RoundHalfEven(twips / twips_per_pixel));
-}
 
 }  // namespace
 
@@ -35,7 +33,7 @@ LNSPlugInAPI::LNSPlugInAPI(const Surroundings& surroundings, fMain& main) : with
 
 LNSPlugInAPI::~LNSPlugInAPI() {
   --with_.session.InstanceCount;
-  main_.EndIfUnused();
+  main_.EndIfWanted();
 }
 
 std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
@@ -61,21 +59,9 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
        [](Api& api, const Value& v) { api.network_interface_name_ = ToText(v); }},
       {5, "Remote", [](Api& api, Arguments) -> Value { return api.main_.lcaOS().RemoteFlag(); },
        [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }},
-      {6, "Height",
-       [](Api& api, Arguments) -> Value {
-         return Pixels(api.main_.Height(), api.with_.desktop.TwipsPerPixelY());
-       },
-       [](Api& api, const Value& v) { api.SetHeight(ToInteger(v)); }},
-      {7, "Width",
-       [](Api& api, Arguments) -> Value {
-         return Pixels(api.main_.Width(), api.with_.desktop.TwipsPerPixelX());
-       },
-       [](Api& api, const Value& v) { api.SetWidth(ToInteger(v)); }},
-      {8, "left",
-       [](Api& api, Arguments) -> Value {
-         return Pixels(api.main_.Left(), api.with_.desktop.TwipsPerPixelX());
-       },
-       [](Api& api, const Value& v) { api.SetLeft(ToInteger(v)); }},
+      {6, "Height", ReadSide<Side::Height>, WriteSide<Side::Height>},
+      {7, "Width", ReadSide<Side::Width>, WriteSide<Side::Width>},
+      {8, "left", ReadSide<Side::Left>, WriteSide<Side::Left>},
       {9, "Minimized",
        [](Api& api, Arguments) -> Value { return api.main_.State() == ui::WindowState::Minimized; },
        [](Api& api, const Value& v) { api.SetMinimized(ToBoolean(v)); }},
@@ -86,11 +72,7 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
       {12, "LcaVersion", [](Api&, Arguments) -> Value { return std::string("3.0"); }, kRefuseWrite},
       {13, "Version", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInVersion; },
        kRefuseWrite},
-      {14, "top",
-       [](Api& api, Arguments) -> Value {
-         return Pixels(api.main_.Top(), api.with_.desktop.TwipsPerPixelY());
-       },
-       [](Api& api, const Value& v) { api.SetTop(ToInteger(v)); }},
+      {14, "top", ReadSide<Side::Top>, WriteSide<Side::Top>},
       {15, "Name", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInName; }, kRefuseWrite},
       {16, "DevelopmentProgramId",
        [](Api& api, Arguments) -> Value { return api.with_.session.DevelopmentProgramIdValue; },
@@ -100,28 +82,30 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
 }
 
 void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data) {
-  const session::Operation running(with_.session);
-  with_.progress.Show();
-  Search found;
+  using Row = session::SupportedCommand;
+  const fMain::Operation running(main_);
+  const auto& rows = with_.session.SupportedCommands;
   const bool registration =
       command_id == session::kRegisterCommand || command_id == session::kDeregisterCommand;
-  if (registration) {
+  with_.progress.Show();
+  if (registration)
     RunRegistration(command_id);
-  } else {
+  else
     with_.progress.DisplayStatus("Initializing plug-in . . .");
-    found = FindCommand(command_id, object_type);
-  }
   with_.progress.Close();
   with_.desktop.Yield();
   if (registration) return;
-  if (found.row) return Dispatch(*found.row, data);
-  if (found.command_known) Raise(20004, "Object type not supported for this command");
+  const auto row = std::ranges::find_if(
+      rows, [=](const Row& each) { return each.CommandId == command_id && each.ObjectType == object_type; });
+  if (row != rows.end()) return Dispatch(*row, data);
+  if (std::ranges::count(rows, command_id, &Row::CommandId) != 0)
+    Raise(20004, "Object type not supported for this command");
   Raise(20003, "Command not supported");
 }
 
 void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
   if (with_.session.Registering) Raise(20000, kNotRegistered);
-  const session::Raised registering(with_.session.Registering);
+  const platform::Raised registering(with_.session.Registering);
   if (command_id == session::kDeregisterCommand) {
     with_.progress.DisplayStatus("Unregistering plug-in . . .");
     registration::RemoveCommandsAndTemplates(with_, /*exhaustive=*/true, /*first_network=*/false);
@@ -132,25 +116,12 @@ void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
   if (!registration::RegisterCommands(with_)) Raise(20000, kNotRegistered);
 }
 
-LNSPlugInAPI::Search LNSPlugInAPI::FindCommand(std::int32_t command_id, std::int32_t object_type) const {
-  Search search;
-  for (const session::SupportedCommand& row : with_.session.SupportedCommands) {
-    if (row.CommandId != command_id) continue;
-    search.command_known = true;
-    if (row.ObjectType != object_type) continue;
-    search.row = &row;
-    break;
-  }
-  return search;
-}
-
 void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::string& path) {
   session::Session& session = with_.session;
-  session.CurrentObjectPath = path;
   const lns::Object object =
       ResolveObject(row.ObjectType, SplitObjectPath(path), session.CurrentNetwork, session.CurrentSystem);
   if (!object) Raise(20005, "Object not found");
-  session.CurrentObjectPath = path;  // another command may have come in while the object was looked up
+  session.CurrentObjectPath = path;
   if (row.ObjectType == session::kLonMarkObjectType)
     main_.ProcessLonMarkObjectCommand(lns::LonMarkObject(object.reference()));
   else
@@ -159,9 +130,8 @@ void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::str
 
 void LNSPlugInAPI::SetNetworkName(const std::string& name) {
   if (with_.session.Opening) Raise(20006, "Cannot open the network " + name);
-  const session::Raised opening(with_.session.Opening);
-  if (with_.session.Busy() && name != with_.session.CurrentNetworkName) main_.AbandonOperation();
-  const session::Operation running(with_.session);
+  const platform::Raised opening(with_.session.Opening);
+  const fMain::Operation running(main_);
   const ui::BusyPointer busy(with_.desktop);
   try {
     with_.session.ObjectServer = main_.lcaOS();
@@ -172,32 +142,38 @@ void LNSPlugInAPI::SetNetworkName(const std::string& name) {
 }
 
 void LNSPlugInAPI::SetRemoteFlag(bool remote) {
-  if (with_.session.Busy()) main_.AbandonOperation();
-  const session::Operation running(with_.session);
-  with_.session.ObjectServer = main_.lcaOS();
-  session::SetRemote(with_.session, remote);
+  const fMain::Operation running(main_);
+  const std::string open_network = with_.session.CurrentNetworkName;
+  try {
+    with_.session.ObjectServer = main_.lcaOS();
+    session::SetRemote(with_.session, remote);
+  } catch (const platform::Error&) {
+    Raise(20006, "Cannot open the network " + open_network);
+  }
 }
 
-void LNSPlugInAPI::SetHeight(std::int32_t pixels) {
-  CheckSizable();
-  CheckNormalState();
-  main_.SetBounds(main_.Left(), main_.Top(), main_.Width(), pixels * with_.desktop.TwipsPerPixelY());
+double LNSPlugInAPI::TwipsPerPixel(Side side) const {
+  const bool across = side == Side::Left || side == Side::Width;
+  return across ? with_.desktop.TwipsPerPixelX() : with_.desktop.TwipsPerPixelY();
 }
 
-void LNSPlugInAPI::SetWidth(std::int32_t pixels) {
-  CheckSizable();
-  CheckNormalState();
-  main_.SetBounds(main_.Left(), main_.Top(), pixels * with_.desktop.TwipsPerPixelX(), main_.Height());
+std::int32_t LNSPlugInAPI::PixelsOf(Side side) const {
+  const double twips[] = {main_.Left(), main_.Top(), main_.Width(), main_.Height()};
+  return static_cast<std::int32_t>(
+      text::RoundHalfEven(twips[static_cast<std::size_t>(side)] / TwipsPerPixel(side)));
 }
 
-void LNSPlugInAPI::SetLeft(std::int32_t pixels) {
-  CheckNormalState();
-  main_.SetBounds(pixels * with_.desktop.TwipsPerPixelX(), main_.Top(), main_.Width(), main_.Height());
-}
-
-void LNSPlugInAPI::SetTop(std::int32_t pixels) {
-  CheckNormalState();
-  main_.SetBounds(main_.Left(), pixels * with_.desktop.TwipsPerPixelY(), main_.Width(), main_.Height());
+void LNSPlugInAPI::SetPixelsOf(Side side, std::int32_t pixels) {
+  using enum ui::BorderStyle;
+  const ui::BorderStyle border = main_.border_style();
+  const bool sizes = side == Side::Width || side == Side::Height;
+  if (sizes && (border == FixedSingle || border == FixedDialog || border == FixedToolWindow))
+    Raise(20002, kReadOnly);
+  if (main_.State() != ui::WindowState::Normal)
+    Raise(20006, "Plug-in can't be moved or sized while minimized or maximized");
+  double twips[] = {main_.Left(), main_.Top(), main_.Width(), main_.Height()};
+  twips[static_cast<std::size_t>(side)] = pixels * TwipsPerPixel(side);
+  main_.SetBounds(twips[0], twips[1], twips[2], twips[3]);
 }
 
 void LNSPlugInAPI::SetMinimized(bool minimized) {
@@ -206,8 +182,7 @@ void LNSPlugInAPI::SetMinimized(bool minimized) {
   if (!main_.Visible())
     Raise(20006,
           "Can not modify the minimzed property when invisble. The property will be applied the next time "
-          "the plug-in "
-          "is made visible");
+          "the plug-in is made visible");
 }
 
 void LNSPlugInAPI::SetDevelopmentProgramId(const std::string& program_id) {
@@ -218,17 +193,6 @@ void LNSPlugInAPI::SetDevelopmentProgramId(const std::string& program_id) {
 
 void LNSPlugInAPI::Raise(std::int32_t number, const std::string& text) const {
   throw platform::Error(number, with_.identity.PlugInName, text);
-}
-
-void LNSPlugInAPI::CheckSizable() const {
-  using enum ui::BorderStyle;
-  const ui::BorderStyle border = main_.border_style();
-  if (border == FixedSingle || border == FixedDialog || border == FixedToolWindow) Raise(20002, kReadOnly);
-}
-
-void LNSPlugInAPI::CheckNormalState() const {
-  if (main_.State() != ui::WindowState::Normal)
-    Raise(20006, "Plug-in can't be moved or sized while minimized or maximized");
 }
 
 }  // namespace plugin

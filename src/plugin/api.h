@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 
+#include "automation/convert.h"
 #include "automation/published.h"
 #include "plugin/main_form.h"
 
@@ -26,24 +27,27 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
   void SetVisible(bool visible) { main_.SetVisible(visible); }
   void SetNetworkName(const std::string& name);
   void SetRemoteFlag(bool remote);
-  void SetHeight(std::int32_t pixels);
-  void SetWidth(std::int32_t pixels);
-  void SetLeft(std::int32_t pixels);
-  void SetTop(std::int32_t pixels);
   void SetMinimized(bool minimized);
   void SetDevelopmentProgramId(const std::string& program_id);
 
  private:
-  struct Search {
-    const session::SupportedCommand* row = nullptr;
-    bool command_known = false;
-  };
   void RunRegistration(std::int32_t command_id);
-  Search FindCommand(std::int32_t command_id, std::int32_t object_type) const;
   void Dispatch(const session::SupportedCommand& row, const std::string& path);
   [[noreturn]] void Raise(std::int32_t number, const std::string& text) const;
-  void CheckSizable() const;
-  void CheckNormalState() const;
+
+  /// The window's place and size, in pixels of the screen.
+  enum class Side { Left, Top, Width, Height };
+  double TwipsPerPixel(Side side) const;
+  std::int32_t PixelsOf(Side side) const;
+  void SetPixelsOf(Side side, std::int32_t pixels);
+  template <Side side>
+  static platform::Value ReadSide(LNSPlugInAPI& api, platform::Arguments) {
+    return api.PixelsOf(side);
+  }
+  template <Side side>
+  static void WriteSide(LNSPlugInAPI& api, const platform::Value& pixels) {
+    api.SetPixelsOf(side, automation::ToInteger(pixels));
+  }
 
   Surroundings with_;
   fMain& main_;

@@ -1,9 +1,10 @@
-// The road of a configure command through the main window: from the device that the director named to its
-// values on the screen.
+// What is done with the device on the screen: a director's configure command brings it there, from the object
+// that was named to the values in their fields; buttons and unit choice run its passes.
 
-#include "model/bindings.h"
+#include <span>
+
+#include "model/field_tips.h"
 #include "platform/attempt.h"
-#include "plugin/device_state.h"
 #include "plugin/main_form.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -11,8 +12,10 @@
 namespace plugin {
 namespace {
 
+using editing::OpenDevice;
 using platform::Attempt;
 
+constexpr const char* kPreparing = "Preparing the device";
 // "formating" is spelled so deliberately.
 constexpr const char* kResourceFilesMissing =
     "The resource files required for this device are not present on this computer. Browsing and data "
@@ -20,110 +23,131 @@ constexpr const char* kResourceFilesMissing =
     "Do you want to continue?";
 constexpr const char* kModeFailed = "Unable to set the Mode for the LonMark Objects, do you want to proceed?";
 
+/// The fields that a model does not have. No model lacks any today; a row is added for one that does.
+struct ModelRow {
+  int model_number;
+  std::span<const model::ControlRef> missing;
+};
+constexpr std::span<const ModelRow> kModels{};
+
 }  // namespace
 
-void fMain::ProcessDeviceCommand(const lns::AppDevice& device) {
-  DropDevice();
-  current_device_ = device;
-  ConfigureCurrentDevice();
-}
+void fMain::ProcessDeviceCommand(const lns::AppDevice& device) { Configure(device, {}); }
 
-void fMain::ProcessLonMarkObjectCommand(const lns::LonMarkObject& object) {
-  // Another command may come in while the owner is looked up.
-  const std::string path = with_.session.CurrentObjectPath;
-  lns::AppDevice owner;
-  Attempt([&] { owner = lns::OwningDevice(object); });
-  with_.session.CurrentObjectPath = path;
-  DropDevice();
-  current_object_ = object;
-  current_device_ = owner;
-  ConfigureCurrentDevice();
+void fMain::ProcessLonMarkObjectCommand(const lns::LonMarkObject& object) { Configure({}, object); }
+
+void fMain::Configure(const lns::AppDevice& device, const lns::LonMarkObject& object) {
+  Open(with_.session.CurrentObjectPath, device, object);
+  const auto opened = device_;
+  opened->Pass(kPreparing, [&] { PrepareAndLoad(*opened); });
 }
 
 /// Nothing of the former device may be shown as, or written to, the next one.
-void fMain::DropDevice() {
-  loaded_->dropped = true;
-  loaded_ = std::make_shared<editing::LoadedDevice>();
-  current_device_ = {};
-  current_object_ = {};
-  current_interface_ = {};
-  device_online_ = false;
-  complete_read_ = false;
-  pending_.Lower();
-  screen.ShowInitialTexts();
+void fMain::Open(const std::string& path, const lns::AppDevice& device, const lns::LonMarkObject& object) {
+  if (device_) device_->Supersede();
+  device_ = std::make_shared<OpenDevice>(workplace_, path, device, object);
   lblDeviceTemplate.SetText("Device Template");
-  StatusBar.SetPanel(1, "");
-  StatusBar.SetPanel(2, "");
+  device_->TakeScreen();
 }
 
-/// The message loop runs in here, and within every call of the object server; a command that comes in then
-/// takes the screen, and this one ends at its next step, without touching what the other one shows.
-void fMain::ConfigureCurrentDevice() {
-  const std::shared_ptr<editing::LoadedDevice> loaded = loaded_;
-  try {
-    PrepareAndLoad(loaded);
-  } catch (const platform::Error& error) {
+void fMain::PrepareAndLoad(OpenDevice& device) {
+  device.FindOwner();
+  if (!PrepareLonMarkObjects(device)) return;
+  lblDeviceTemplate.SetText(device.Outside([&] { return HeadingOf(device.device()); }));
+  device.Load();
+}
+
+/// Prepares the device's blocks for the resource files. False where the user does not want to go on without.
+bool fMain::PrepareLonMarkObjects(OpenDevice& device) {
+  const auto ask_to_go_on = [&](const char* question) {
     with_.progress.Close();
-    if (loaded->dropped) return;
-    // What was typed since an earlier try is kept.
-    if (!pending_.Raised()) screen.ShowInitialTexts();
-    editing::ReportFailure(passes(), "Preparing the device", error.description());
-  }
-  with_.progress.Close();
+    return device.Ask({question, with_.identity.PlugInName, ui::Icon::Exclamation, ui::Buttons::YesNo}) ==
+           ui::Answer::Yes;
+  };
+  if (!resource_files_.Present(with_.files)) return ask_to_go_on(kResourceFilesMissing);
+  if (with_.session.RegistrationRemote) return true;
+  const bool done = device.Outside([&] {
+    with_.progress.DisplayStatus("Complete DRF look-up in progress...");
+    return Attempt([&] { SetLonMarkObjectModes(device.device().Interface(), resource_files_); });
+  });
+  return done || ask_to_go_on(kModeFailed);
 }
 
-void fMain::PrepareAndLoad(const std::shared_ptr<editing::LoadedDevice>& loaded) {
-  if (!resource_files_.Present(with_.files)) {
-    if (!AskToGoOn(kResourceFilesMissing)) return;
-  } else if (!with_.session.RegistrationRemote) {
-    if (!PrepareLonMarkObjects() && !loaded->dropped && !AskToGoOn(kModeFailed)) return;
-  }
-  if (loaded->dropped) return;
-  const std::string heading = DeviceHeading();
-  if (loaded->dropped) return;
-  lblDeviceTemplate.SetText(heading);
-  LoadDevice(loaded);
-}
-
-bool fMain::AskToGoOn(const std::string& question) {
-  with_.progress.Close();
-  const ui::Answer answer =
-      desktop().ShowMessage({question, with_.identity.PlugInName, ui::Icon::Exclamation, ui::Buttons::YesNo});
-  return answer == ui::Answer::Yes;
-}
-
-bool fMain::PrepareLonMarkObjects() {
-  with_.progress.DisplayStatus("Complete DRF look-up in progress...");
-  return Attempt([this] { SetLonMarkObjectModes(current_device_.Interface(), resource_files_); });
-}
-
-std::string fMain::DeviceHeading() const {
-  const lns::AppDevice device = current_device_;
+std::string fMain::HeadingOf(const lns::AppDevice& device) const {
   const std::string template_name = text::SplitAtFirst(device.DeviceTemplate().Name(), "[").head;
   return with_.identity.PlugInName + " [" + template_name + " (" + device.Name() + ")]";
 }
 
-/// Finds out the device's state, builds its points and bindings and reads it for the first time. A read that
-/// fails has been reported by the pass and leaves the layout's initial texts.
-void fMain::LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded) {
-  const lns::AppDevice device = current_device_;
-  const lns::Interface interface = device.Interface();
-  model::PointList points(interface.NetworkVariables());
-  if (loaded->dropped) return;
-  current_interface_ = interface;
-  loaded->points = std::move(points);
-  loaded->bindings = model::MakeBindings(loaded->points, screen);
-  StatusBar.SetPanel(2, with_.session.CurrentObjectPath);
-  const DeviceState state = ReadDeviceState(device, with_.progress);
-  if (loaded->dropped) return;
-  device_online_ = state.online;
-  StatusBar.SetPanel(1, state.text);
-  const editing::Passes now = passes();
-  editing::InitializeAllBindings(now);
-  if (!editing::ReadAllPoints(now, with_.session.DisplayUnits)) return;
-  editing::ShowAllValues(now);
-  complete_read_ = true;
-  SetUpScreen(text::LeadingWholeNumber(loaded->points.Item("nciSccModelRaw").NvAsString()));
+void fMain::ConnectEditing() {
+  cmdApply.on_click = [this] { Apply(); };
+  cmdCancel.on_click = [this] {
+    if (!Busy()) device_->Cancel();
+  };
+  cmdRefresh.on_click = [this] { Refresh(); };
+  cmdDebug.on_click = [this] { SetUpScreen(text::LeadingWholeNumber(txtDebug.Text())); };
+  for (std::size_t i = 0; i < obUnits.size(); ++i)
+    obUnits[i].on_click = [this, units = static_cast<std::int16_t>(i)] {
+      if (units != DisplayUnits)
+        Run("Switching the units", [units](OpenDevice& device) { device.SwitchUnits(units); });
+      ShowUnits();
+    };
+}
+
+void fMain::Apply() {
+  Run("Applying the changes", [](OpenDevice& device) { device.Apply(); });
+}
+
+/// One operation at a time: what the user starts while one runs is not started.
+void fMain::Run(const std::string& action, const std::function<void(OpenDevice&)>& pass) {
+  if (Busy() || device_->SaysItIsGone()) return;
+  const Operation running(*this);
+  const auto device = device_;
+  device->Pass(action, [&] { pass(*device); });
+}
+
+/// A device that has not been read completely is prepared again: what has failed may stand anywhere on that
+/// road.
+void fMain::Refresh() {
+  const bool complete = device_->IsComplete();
+  Run(complete ? "Refreshing" : kPreparing, [this, complete](OpenDevice& device) {
+    if (complete) return device.Refresh();
+    PrepareAndLoad(device);
+  });
+}
+
+void fMain::ReadAgain() {
+  const auto device = device_;
+  if (device->IsComplete()) device->Pass("Refreshing", [&] { device->Refresh(); });
+}
+
+bool fMain::OnEscape() { return device_->StopRefresh(); }
+
+void fMain::ShowUnits() {
+  for (std::size_t i = 0; i < obUnits.size(); ++i)
+    obUnits[i].SetSelected(static_cast<int>(i) == DisplayUnits);
+  for (const auto& label : screen.txtTempUnits()) label->SetText(model::TemperatureUnit(DisplayUnits));
+  model::ShowFieldTips(screen, DisplayUnits);
+}
+
+/// State, path, and what is being done or, when nothing is, how much waits for Apply.
+void fMain::ShowDevice() {
+  const auto edits = pending_.Count();
+  const std::string waiting = edits == 0   ? ""
+                              : edits == 1 ? "1 change not applied"
+                                           : std::to_string(edits) + " changes not applied";
+  StatusBar.SetPanel(1, device_->state().text);
+  StatusBar.SetPanel(2, device_->path());
+  StatusBar.SetPanel(3, device_->doing().empty() ? waiting : device_->doing());
+}
+
+/// Every known model has all fields, and so has one that is not known.
+void fMain::SetUpScreen(int model_number) {
+  for (ui::Field* const field : screen.EditableFields()) field->SetEnabled(true);
+  for (const ModelRow& row : kModels)
+    if (row.model_number == model_number)
+      for (const model::ControlRef field : row.missing) screen.Find(field)->SetEnabled(false);
+  cmdDebug.SetVisible(DebugMode == 1);
+  txtDebug.SetVisible(DebugMode == 1);
 }
 
 }  // namespace plugin

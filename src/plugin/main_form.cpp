@@ -2,11 +2,12 @@
 
 #include <utility>
 
+#include "model/field_tips.h"
 #include "platform/attempt.h"
 #include "plugin/contact_page.h"
-#include "plugin/display_settings.h"
 #include "session/network_session.h"
 #include "startup/help_topics.h"
+#include "text/numbers.h"
 
 namespace plugin {
 namespace {
@@ -15,15 +16,33 @@ using platform::Attempt;
 
 // A start-up stage marks a window that must not be used with this tag.
 constexpr const char* kRefuseToStart = "Refuse to start";
+constexpr const char* kDisplayUnits = "DisplayUnits";
 
 }  // namespace
 
 fMain::fMain(const Surroundings& surroundings)
     : Form(surroundings.desktop, "fMain", ui::BorderStyle::Sizable),
       with_(surroundings),
-      pending_(cmdApply, cmdCancel),
-      fields_(screen, surroundings.desktop, pending_),
-      events_(surroundings.desktop, surroundings.log, loaded_) {
+      pending_(screen, cmdApply, cmdCancel),
+      workplace_{surroundings.desktop,
+                 surroundings.log,
+                 surroundings.progress,
+                 surroundings.identity.PlugInName,
+                 screen,
+                 pending_,
+                 DisplayUnits,
+                 cmdRefresh,
+                 [this] { ShowUnits(); },
+                 [this] { ShowDevice(); },
+                 [this] { return Visible(); },
+                 [this](int model_number) { SetUpScreen(model_number); },
+                 [this] { return object_server_ && object_server_.IsLost(); },
+                 [this] { ReadAgain(); }},
+      fields_(screen, pending_, device_, [this] { Apply(); }),
+      events_(surroundings.desktop, surroundings.log, device_) {
+  Open({}, {}, {});
+  pending_.on_change = [this] { ShowDevice(); };
+  with_.session.network_closes = [this] { device_->Close(); };
   SetCaption("Your Plug-In Caption Here");
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
   lblDeviceTemplate.shows_data = true;
@@ -43,7 +62,7 @@ fMain::fMain(const Surroundings& surroundings)
   for (std::size_t i = 0; i < obUnits.size(); ++i) {
     const std::string caption = obUnits[i].Text().substr(1);  // behind its "&"
     obUnits[i].SetAccessibleName(frmUnits.Text() + ", " + caption);
-    obUnits[i].SetToolTip("Shows temperatures in " + TemperatureUnit(static_cast<int>(i)) + ".");
+    obUnits[i].SetToolTip("Shows temperatures in " + model::TemperatureUnit(static_cast<int>(i)) + ".");
   }
   cmdDebug.SetAccessibleName("Set up the screen");
   cmdDebug.SetToolTip("Sets the screen up for the model number beside it.");
@@ -84,8 +103,9 @@ ui::Box fMain::MakeLayout() {
 }
 
 void fMain::OnLoad() {
-  ending_ = false;
-  DropDevice();
+  ending_ = Ending::No;
+  exit_wanted_ = false;
+  Open({}, {}, {});
   SetCaption(with_.identity.PlugInName);
   const auto version = with_.program.FileVersion();
   screen.txtMajorVersion.SetText(std::to_string(version.major));
@@ -100,13 +120,14 @@ void fMain::OnLoad() {
 
 lns::ObjectServer fMain::lcaOS() {
   if (object_server_ && object_server_.IsLost()) ReleaseObjectServer();
-  if (!object_server_) TakeObjectServer(lns::ObjectServer(with_.make_object_server()));
+  if (!object_server_ && ending_ != Ending::ForGood)
+    TakeObjectServer(lns::ObjectServer(with_.make_object_server()));
   return object_server_;
 }
 
 void fMain::TakeObjectServer(const lns::ObjectServer& made) {
-  // Another director may have come in while it was made, and have made one as well.
-  if (object_server_) return;
+  // While it was made another director may have had one made as well, or the program may have ended.
+  if (object_server_ || ending_ == Ending::ForGood) return;
   object_server_ = made;
   // Without events everything works, only less lively.
   Attempt([this] {
@@ -116,12 +137,17 @@ void fMain::TakeObjectServer(const lns::ObjectServer& made) {
 }
 
 void fMain::GetDisplayUnits() {
-  with_.session.DisplayUnits = StoredDisplayUnits(with_.registry, with_.identity.PlugInKey());
+  DisplayUnits = with_.registry.MachineSetting(with_.identity.PlugInKey(), kDisplayUnits) == "0" ? 0 : 1;
   ShowUnits();
 }
 
+void fMain::SetDisplayUnits() {
+  with_.registry.SetMachineSetting(with_.identity.PlugInKey(), kDisplayUnits, std::to_string(DisplayUnits));
+}
+
 void fMain::GetDebug() {
-  with_.session.DebugMode = StoredDebugMode(with_.registry, with_.identity.PlugInKey());
+  const std::string stored = with_.registry.MachineSetting(with_.identity.PlugInKey(), "Debug");
+  DebugMode = text::LeadingWholeNumber(stored) == 1 ? 1 : 0;
 }
 
 void fMain::OnActivate() {
@@ -131,21 +157,22 @@ void fMain::OnActivate() {
 
 bool fMain::OnQueryUnload(ui::CloseReason reason) {
   if (reason != ui::CloseReason::User) return true;
-  if (with_.session.Busy()) return false;
   ConfirmExit();
   return false;
 }
 
+/// Asked at once, also while an operation runs; that ends at its next step then, and the program with it.
 void fMain::ConfirmExit() {
-  if (with_.session.Busy()) return;
-  if (with_.session.InstanceCount == 0) return EndPlugIn();
-  const ui::Answer answer =
-      desktop().ShowMessage({"Are you sure that you want to exit?", with_.identity.PlugInName,
-                             ui::Icon::Question, ui::Buttons::YesNo, /*second_is_default=*/true});
-  if (answer != ui::Answer::Yes) return;
-  Attempt(
-      [this] { StoreDisplayUnits(with_.registry, with_.identity.PlugInKey(), with_.session.DisplayUnits); });
-  EndPlugIn();
+  if (with_.session.InstanceCount != 0) {
+    const ui::Answer answer =
+        desktop().ShowMessage({"Are you sure that you want to exit?", with_.identity.PlugInName,
+                               ui::Icon::Question, ui::Buttons::YesNo, /*second_is_default=*/true});
+    if (answer != ui::Answer::Yes) return;
+    Attempt([this] { SetDisplayUnits(); });
+  }
+  exit_wanted_ = true;
+  if (Busy()) device_->Close();
+  EndIfWanted();
 }
 
 void fMain::OnUnload() {
@@ -156,21 +183,22 @@ void fMain::OnUnload() {
 }
 
 void fMain::EndPlugIn() {
-  if (ending_) return;
-  ending_ = true;
+  if (ending_ != Ending::No) return;
   // Calls come in during everything that follows, also while objects are let go.
-  const bool unused = with_.session.InstanceCount == 0;
-  current_object_ = {};
-  current_device_ = {};
-  current_interface_ = {};
-  AbandonOperation();
-  loaded_ = std::make_shared<editing::LoadedDevice>();
-  ReleaseObjectServer();
-  // A director that came in is served.
-  if (unused && with_.session.InstanceCount != 0) {
-    ending_ = false;
+  ending_ = with_.session.InstanceCount == 0 ? Ending::Unused : Ending::ForGood;
+  // A director that comes and goes meanwhile leaves its network open.
+  do {
+    device_->Close();
+    Open({}, {}, {});
+    ReleaseObjectServer();
+  } while (object_server_ && with_.session.InstanceCount == 0);
+  // One that has come to stay is served.
+  if (ending_ == Ending::Unused && with_.session.InstanceCount != 0) {
+    ending_ = Ending::No;
+    exit_wanted_ = false;
     return;
   }
+  ending_ = Ending::ForGood;
   Attempt([this] { Unload(); });
   desktop().EndProgram();
 }
@@ -181,14 +209,9 @@ void fMain::ReleaseObjectServer() {
   session::CloseSession(with_.session);
 }
 
-void fMain::AbandonOperation() {
-  loaded_->dropped = true;
-  complete_read_ = false;
-}
-
-void fMain::EndIfUnused() {
-  const session::Session& session = with_.session;
-  if (!Visible() && session.InstanceCount == 0 && !session.Busy()) EndPlugIn();
+void fMain::EndIfWanted() {
+  const bool unused = !Visible() && with_.session.InstanceCount == 0;
+  if (!Busy() && (exit_wanted_ || unused)) EndPlugIn();
 }
 
 int fMain::HelpContext() const {
@@ -198,9 +221,5 @@ int fMain::HelpContext() const {
 }
 
 void fMain::OnHelp() { ShowHelp(startup::HelpFile(with_.program), HelpContext(), startup::kProgramTitle); }
-
-editing::Passes fMain::passes() {
-  return {desktop(), with_.log, with_.progress, with_.identity.PlugInName, loaded_};
-}
 
 }  // namespace plugin

@@ -4,9 +4,7 @@
 #include <functional>
 
 #include "editing/field_editing.h"
-#include "editing/loaded_device.h"
-#include "editing/pending_edits.h"
-#include "editing/reading.h"
+#include "editing/open_device.h"
 #include "lns/object_model.h"
 #include "log/log.h"
 #include "model/configuration_screen.h"
@@ -21,7 +19,6 @@ namespace plugin {
 /// What the main window shares with the rest of the process; all of it outlives the window.
 struct Surroundings : registration::Surroundings {
   const platform::Files& files;
-  activity::fLog& log;
   /// Makes the object server of the process; throws where none can be had.
   std::function<platform::LateBoundPtr()> make_object_server;
 };
@@ -37,30 +34,51 @@ class fMain : public ui::Form {
   /// The same for the device that owns the object; without an owner no device is shown at all.
   void ProcessLonMarkObjectCommand(const lns::LonMarkObject& object);
 
-  /// Ends a running operation at its next step: the network that it works on is about to close.
-  void AbandonOperation();
-
   /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it; a
   /// director that comes in meanwhile does, where no other one was left.
   void EndPlugIn();
-  /// Ends the plug-in when no automation object is left and the window is hidden; while an operation runs, at
-  /// its end.
-  void EndIfUnused();
+  /// Ends the plug-in when no automation object is left and the window is hidden, or the user has asked for
+  /// it; while an operation runs, at its end.
+  void EndIfWanted();
+
+  /// A long operation that runs, for as long as it lives. The message loop runs inside it, so that calls and
+  /// clicks come in.
+  class Operation {
+   public:
+    explicit Operation(fMain& main) : main_(main) { ++main_.running_operations_; }
+    ~Operation() {
+      --main_.running_operations_;
+      main_.EndIfWanted();
+    }
+    Operation(const Operation&) = delete;
+    Operation& operator=(const Operation&) = delete;
+
+   private:
+    fMain& main_;
+  };
+  bool Busy() const { return running_operations_ > 0; }
 
   /// The number of the bitmap that shows the thermostat.
   static constexpr int kProductPicture = 301;
 
   /// The process's object server. Made at load, and again whenever it is asked for and there is none, or the
-  /// one that there was has ended; throws where none can be had.
+  /// one that there was has ended; throws where none can be had. None once the program has ended: nobody
+  /// would close what it opens.
   lns::ObjectServer lcaOS();
 
   /// The help topic of the control that has the focus, or had it before the help button was pressed; where it
   /// has none, that of the page in front; 0 where that has none either.
   int HelpContext() const;
 
-  bool DeviceOnline() const { return device_online_; }
-  const lns::AppDevice& CurrentDevice() const { return current_device_; }
-  const lns::LonMarkObject& CurrentLonMarkObject() const { return current_object_; }
+  bool DeviceOnline() const { return device_->state().online; }
+  const lns::AppDevice& CurrentDevice() const { return device_->device(); }
+  const lns::LonMarkObject& CurrentLonMarkObject() const { return device_->object(); }
+  const lns::Interface& CurrentDeviceInterface() const { return device_->interface(); }
+
+  /// 0 SI (Celsius), 1 US (Fahrenheit).
+  std::int16_t DisplayUnits = 0;
+  /// 1 shows the debug controls.
+  std::int16_t DebugMode = 0;
 
   model::ConfigurationScreen screen;
   ui::Label lblDeviceTemplate{"lblDeviceTemplate"};
@@ -77,7 +95,7 @@ class fMain : public ui::Form {
   ui::Button cmdViewLog{"cmdViewLog", ""};
   ui::Button cmdDebug{"cmdDebug", ""};
   ui::TextField txtDebug{"txtDebug"};
-  ui::StatusBar StatusBar{"StatusBar", 2};
+  ui::StatusBar StatusBar{"StatusBar", 3};
 
  protected:
   void OnLoad() override;
@@ -85,47 +103,46 @@ class fMain : public ui::Form {
   bool OnQueryUnload(ui::CloseReason reason) override;
   void OnUnload() override;
   void OnHelp() override;
+  bool OnEscape() override;
 
  private:
   ui::Box MakeLayout();
+  // Settings in the plug-in's machine key: units are 0 only for the stored text "0", else 1; the debug mode
+  // is 1 where the stored number rounds to 1, else 0.
   void GetDisplayUnits();
+  void SetDisplayUnits();
   void GetDebug();
   void TakeObjectServer(const lns::ObjectServer& made);
   void ReleaseObjectServer();
   void ConfirmExit();
   void ConnectEditing();
-  void Run(const std::function<void()>& command);
+  void Run(const std::string& action, const std::function<void(editing::OpenDevice&)>& pass);
   void Apply();
   void Refresh();
-  /// False where the read failed, which has been told.
-  bool ReadAndShow();
-  void SwitchUnits(std::int16_t units);
+  void ReadAgain();
   void ShowUnits();
+  void ShowDevice();
   void SetUpScreen(int model_number);
 
-  void DropDevice();
-  void ConfigureCurrentDevice();
-  void PrepareAndLoad(const std::shared_ptr<editing::LoadedDevice>& loaded);
-  bool AskToGoOn(const std::string& question);
-  bool PrepareLonMarkObjects();
-  std::string DeviceHeading() const;
-  void LoadDevice(const std::shared_ptr<editing::LoadedDevice>& loaded);
-  editing::Passes passes();
+  void Open(const std::string& path, const lns::AppDevice& device, const lns::LonMarkObject& object);
+  void Configure(const lns::AppDevice& device, const lns::LonMarkObject& object);
+  void PrepareAndLoad(editing::OpenDevice& device);
+  bool PrepareLonMarkObjects(editing::OpenDevice& device);
+  std::string HeadingOf(const lns::AppDevice& device) const;
 
   Surroundings with_;
   lns::ObjectServer object_server_;
-  lns::AppDevice current_device_;
-  lns::LonMarkObject current_object_;
-  lns::Interface current_interface_;
-  bool device_online_ = false;
-  bool ending_ = false;
-  std::shared_ptr<editing::LoadedDevice> loaded_ = std::make_shared<editing::LoadedDevice>();
+  int running_operations_ = 0;
+  bool exit_wanted_ = false;
+  /// Without directors the program ends unless one comes in meanwhile; where the user ends it, for good.
+  enum class Ending { No, Unused, ForGood } ending_ = Ending::No;
   ResourceFiles resource_files_;
 
   editing::PendingEdits pending_;
+  editing::Workplace workplace_;
+  /// One without a device while none is open.
+  std::shared_ptr<editing::OpenDevice> device_;
   editing::FieldEditing fields_;
-  /// Every point holds what was read in the display units; nothing may be applied before.
-  bool complete_read_ = false;
   ObjectServerEvents events_;
   std::unique_ptr<platform::Subscription> subscription_;
 };

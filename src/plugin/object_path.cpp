@@ -16,12 +16,10 @@ std::string WithoutPrefix(const std::string& component, std::string_view class_n
   return has_prefix ? component.substr(prefix.size()) : component;
 }
 
-/// The item with the name; nothing where the collection has none.
+/// The item with the name; nothing for an empty one.
 template <class T>
 T Find(const lns::Collection<T>& collection, const std::string& name) {
-  T item;
-  if (!name.empty()) platform::Attempt([&] { item = collection.Item(name); });
-  return item;
+  return name.empty() ? T{} : collection.Item(name);
 }
 
 lns::Subsystem FindSubsystem(const lns::System& system, const std::vector<std::string>& chain) {
@@ -50,10 +48,16 @@ lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::strin
   const bool is_object = object_type == session::kLonMarkObjectType;
   const std::size_t wanted = is_object ? kLonMarkObject + 1 : kDevice + 1;
   if (components.size() != wanted || !network || !system) return {};
-  const lns::AppDevice device = FindDevice(components, network, system);
-  if (!is_object || !device) return device;
-  return Find(device.Interface().LonMarkObjects(),
-              WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
+  lns::Object found;
+  platform::Attempt([&] {
+    const lns::AppDevice device = FindDevice(components, network, system);
+    if (!is_object || !device)
+      found = device;
+    else
+      found = Find(device.Interface().LonMarkObjects(),
+                   WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
+  });
+  return found;
 }
 
 }  // namespace plugin

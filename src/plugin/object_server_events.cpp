@@ -23,7 +23,7 @@ void ObjectServerEvents::ShowUpdate(platform::Arguments arguments) {
   platform::Attempt([&] {
     if (arguments.size() < 2) return;
     const std::int32_t tag = automation::ToInteger(arguments[0]);
-    const model::BindingList& bindings = device_->bindings;
+    const model::BindingList& bindings = device_->bindings();
     if (tag < 1 || static_cast<std::size_t>(tag) > bindings.size()) return;
     ui::Control* control = bindings[static_cast<std::size_t>(tag) - 1].TheControl;
     if (control && control->kind() == ui::Control::Kind::TextField)
@@ -35,7 +35,7 @@ void ObjectServerEvents::ShowUpdate(platform::Arguments arguments) {
 void ObjectServerEvents::LogUpdateError(platform::Arguments arguments) {
   if (arguments.empty()) return;
   const std::int32_t tag = automation::ToInteger(arguments[0]);
-  for (const model::CNvCtrlTable& binding : device_->bindings) {
+  for (const model::CNvCtrlTable& binding : device_->bindings()) {
     if (binding.MonitorTag != tag) continue;
     log_.LogError("Nv update error: " + binding.Name);
     return;

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "editing/loaded_device.h"
+#include "editing/open_device.h"
 #include "log/log.h"
 #include "platform/late_bound.h"
 #include "ui/desktop.h"
@@ -18,7 +18,7 @@ namespace plugin {
 class ObjectServerEvents {
  public:
   ObjectServerEvents(ui::Desktop& desktop, activity::fLog& log,
-                     const std::shared_ptr<editing::LoadedDevice>& device)
+                     const std::shared_ptr<editing::OpenDevice>& device)
       : desktop_(desktop), log_(log), device_(device) {}
 
   void Handle(std::int32_t event, platform::Arguments arguments);
@@ -30,7 +30,7 @@ class ObjectServerEvents {
   ui::Desktop& desktop_;
   activity::fLog& log_;
   /// The one of the window, which changes with each command.
-  const std::shared_ptr<editing::LoadedDevice>& device_;
+  const std::shared_ptr<editing::OpenDevice>& device_;
 };
 
 }  // namespace plugin

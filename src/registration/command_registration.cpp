@@ -9,6 +9,7 @@
 #include "lns/members.h"
 #include "platform/attempt.h"
 #include "registration/names.h"
+#include "registration/place.h"
 #include "registration/template_library.h"
 #include "text/strings.h"
 
@@ -28,6 +29,18 @@ enum TemplateKind : std::int32_t {
   kProgramTemplate = 4
 };
 
+/// A command that could not be added at a place.
+class NotAdded : public Failure {
+ public:
+  NotAdded(const std::string& command, const Place& place, const std::string& reason)
+      : Failure(kErrorAdding + command + "\r\n" + reason), result_(place.Text() + ": " + reason) {}
+  /// What the log says of it.
+  const std::string& result() const { return result_; }
+
+ private:
+  std::string result_;
+};
+
 /// Calls the step for each item of a collection, in order.
 template <class T>
 void ForEach(const lns::Collection<T>& items, const std::function<void(const T&)>& step) {
@@ -43,20 +56,28 @@ class Run {
     Attempt([this] { with_.session.RegistrationRemote = with_.session.ObjectServer.RemoteFlag(); });
     bool all = true;
     for (SupportedCommand& command : with_.session.SupportedCommands)
-      all = Try([&] { RegisterEverywhere(command); }) && all;
-    return all && Try([this] { MarkSystem(); });
+      all = Try(command, [&] { RegisterEverywhere(command); }) && all;
+    const SupportedCommand mark = SystemMark();
+    return all && Try(mark, [&] { AddOnce(system_, Place(system_), mark); });
   }
 
  private:
-  /// Runs a step and shows why it failed, the same reason once.
-  bool Try(const std::function<void()>& step) {
-    std::string reason;
+  using Finish = std::function<void(const lns::ComponentApp&)>;
+
+  /// Runs a step of adding the command; logs and shows why it failed, the same reason once.
+  bool Try(const SupportedCommand& command, const std::function<void()>& step) {
+    std::string reason, result;
     try {
       step();
       return true;
-    } catch (const std::exception& failure) {
+    } catch (const NotAdded& failure) {
       reason = failure.what();
+      result = failure.result();
+    } catch (const std::exception& failure) {
+      reason = result = failure.what();
     }
+    const std::string row = activity::ErrorMessage(kErrorAdding + command.CommandName, result);
+    if (logged_.insert(row).second) with_.log.LogError(row);
     if (shown_.insert(reason).second)
       with_.desktop.ShowMessage({reason, startup::kProgramTitle, ui::Icon::Critical});
     return false;
@@ -66,27 +87,25 @@ class Run {
     command.CommandText = CommandName(command.CommandId);
     const std::string type = ObjectTypeName(static_cast<std::int16_t>(command.ObjectType));
     with_.progress.DisplayStatus("Adding command " + command.CommandText + " for " + type + " objects...");
-    if (command.TemplateKind != kDeviceTemplate) throw Failure(kErrorAdding + command.CommandName);
+    if (command.TemplateKind != kDeviceTemplate) throw Failure("Its program ID is no device template's.");
     const lns::DeviceTemplate device_template = TemplateOf(command);
+    const Place place(device_template);
     if (command.ObjectType == session::kLonMarkObjectType) {
-      AddToObjects(device_template.Interface(), command);
+      AddToObjects(device_template.Interface(), place, command);
       AddToDevices(command);
       return;
     }
-    const std::string template_name = device_template.Name();
-    const lns::ComponentApps apps = device_template.ComponentApps();
-    const lns::ComponentApp added = AddOnce(apps, command);
-    if (!added || !AskForDefault(command, template_name)) return;
-    // Taken back where it fails, so that the next try asks again.
-    if (!Attempt([&] { added.SetDefaultAppFlag(true); })) {
-      Attempt([&] { apps.Remove(command.CommandName); });
-      throw Failure(kErrorAdding + command.CommandName);
-    }
+    // Read before the command is there: nothing but the answer stands between the command and its flag.
+    const std::string& template_name = place.Name();
+    AddOnce(device_template, place, command, [&](const lns::ComponentApp& added) {
+      if (AskForDefault(command, template_name)) added.SetDefaultAppFlag(true);
+    });
   }
 
-  void AddToObjects(const lns::Interface& interface, const SupportedCommand& command) const {
+  void AddToObjects(const lns::Interface& interface, const Place& owner,
+                    const SupportedCommand& command) const {
     ForEach<lns::LonMarkObject>(interface.LonMarkObjects(), [&](const lns::LonMarkObject& object) {
-      AddOnce(object.ComponentApps(), command);
+      AddOnce(object, Place(object, owner), command);
     });
   }
 
@@ -98,7 +117,7 @@ class Run {
                               std::string program_id;  // a device that was only found has no template
                               Attempt([&] { program_id = device.DeviceTemplate().ProgramId(); });
                               if (text::EqualIgnoringCase(program_id, command.ProgramId))
-                                AddToObjects(device.Interface(), command);
+                                AddToObjects(device.Interface(), Place(device), command);
                             });
   }
 
@@ -129,34 +148,50 @@ class Run {
     return app.CommandId() == command.CommandId && app.ComponentClassId() == command.ObjectType;
   }
 
-  /// The new command, or nothing where it is there already.
-  lns::ComponentApp AddOnce(const lns::ComponentApps& apps, const SupportedCommand& command) const {
-    lns::ComponentApp app = Find(apps, command);
-    if (app && Does(app, command)) {
-      UpdateVersion(app);
-      return {};
+  /// Adds the command to those of the owner where it is not there already.
+  template <class Owner>
+  void AddOnce(const Owner& owner, const Place& place, const SupportedCommand& command,
+               const Finish& finish = {}) const {
+    std::string done;
+    try {
+      done = AddTo(owner.ComponentApps(), command, finish);
+    } catch (const std::exception& failure) {
+      throw NotAdded(command.CommandName, place, failure.what());
     }
+    if (!done.empty()) with_.log.LogCommand(done + command.CommandName, place.Text());
+  }
+
+  /// What was done, as the log calls it; nothing where the command is there already.
+  std::string AddTo(const lns::ComponentApps& apps, const SupportedCommand& command,
+                    const Finish& finish) const {
+    lns::ComponentApp app = Find(apps, command);
+    if (app && Does(app, command)) return UpdateVersion(app) ? "Updating command " : "";
     try {
       if (!app) app = apps.Add(command.CommandName, with_.identity.PlugInProgID, command.ObjectType);
       if (!app) throw Failure("ComponentApp was not created.");
       app.SetDescription(command.CommandDescription);
       // Last, as it tells the next try that nothing is missing.
       app.SetCommandId(command.CommandId);
-    } catch (const platform::Error& failure) {
-      // A command without its number would be offered and do nothing.
+      UpdateVersion(app);
+      if (finish) finish(app);
+    } catch (const std::exception&) {
+      // A command without its number would be offered and do nothing; where one with its number is taken
+      // back, the next try asks again.
       if (app) Attempt([&] { apps.Remove(command.CommandName); });
-      throw Failure(kErrorAdding + command.CommandName + "\r\n" + failure.description());
+      throw;
     }
-    UpdateVersion(app);
-    return app;
+    return "Adding command ";
   }
 
   /// The manual calls the version read-only; directors compare it where it can be set.
-  void UpdateVersion(const lns::ComponentApp& app) const {
+  bool UpdateVersion(const lns::ComponentApp& app) const {
+    bool updated = false;
     Attempt([&] {
-      if (app.VersionNumber() != with_.identity.PlugInVersion)
-        app.SetVersionNumber(with_.identity.PlugInVersion);
+      if (app.VersionNumber() == with_.identity.PlugInVersion) return;
+      app.SetVersionNumber(with_.identity.PlugInVersion);
+      updated = true;
     });
+    return updated;
   }
 
   bool AskForDefault(const SupportedCommand& command, const std::string& template_name) const {
@@ -167,87 +202,28 @@ class Run {
   }
 
   /// Directors look for a plug-in's "register" command on the system and compare its version.
-  void MarkSystem() {
+  SupportedCommand SystemMark() const {
     SupportedCommand mark;
     mark.CommandId = session::kRegisterCommand;
     mark.ObjectType = lns::members::kClassSystem;
     mark.CommandName = with_.identity.PlugInName + " " + CommandName(session::kRegisterCommand);
     mark.CommandDescription = with_.identity.PlugInDescription;
-    AddOnce(system_.ComponentApps(), mark);
+    return mark;
   }
 
   const Surroundings& with_;
   lns::System system_;  // of the network that was open at the beginning; another command may open another one
   TemplateLibrary library_;
   std::map<std::string, Failure> failed_;  // by program ID
-  std::set<std::string> shown_;
-};
-
-class Removal {
- public:
-  explicit Removal(const std::string& server) : server_(server) {}
-
-  void FromSystem(const lns::System& system) const {
-    ForEachIn<lns::DeviceTemplate>([&] { return system.TemplateLibrary().DeviceTemplates(); },
-                                   [this](const lns::DeviceTemplate& each) {
-                                     From([&] { return each.ComponentApps(); });
-                                     FromObjects([&] { return each.Interface(); });
-                                   });
-    ForEachIn<lns::AppDevice>(
-        [&] { return system.Subsystems().Item(lns::members::kAllDevices).AppDevices(); },
-        [this](const lns::AppDevice& each) { FromObjects([&] { return each.Interface(); }); });
-    From([&] { return system.ComponentApps(); });
-  }
-
-  /// Takes the plug-in's commands out of a collection.
-  void From(const std::function<lns::ComponentApps()>& get) const {
-    Attempt([&] {
-      const lns::ComponentApps apps = get();
-      for (std::int32_t ordinal = apps.Count(); ordinal >= 1; --ordinal)
-        Attempt([&] {
-          if (text::EqualIgnoringCase(apps.Item(ordinal).RegisteredServer(), server_)) apps.Remove(ordinal);
-        });
-    });
-  }
-
- private:
-  template <class T>
-  static void ForEachIn(const std::function<lns::Collection<T>()>& get,
-                        const std::function<void(const T&)>& step) {
-    Attempt([&] {
-      const lns::Collection<T> items = get();
-      const std::int32_t count = items.Count();
-      for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) Attempt([&] { step(items.Item(ordinal)); });
-    });
-  }
-
-  void FromObjects(const std::function<lns::Interface()>& get) const {
-    ForEachIn<lns::LonMarkObject>(
-        [&] { return get().LonMarkObjects(); },
-        [this](const lns::LonMarkObject& object) { From([&] { return object.ComponentApps(); }); });
-  }
-
-  std::string server_;
+  std::set<std::string> logged_, shown_;
 };
 
 }  // namespace
 
 bool RegisterCommands(const Surroundings& with) {
-  if (!with.session.CurrentSystem) return false;
-  return Run(with).RegisterAll();
-}
-
-void RemoveCommandsAndTemplates(const Surroundings& with, bool exhaustive, bool first_network) {
-  // The message loop may run in here, and a director open another network.
-  const lns::System system = with.session.CurrentSystem;
-  const lns::ObjectServer server = with.session.ObjectServer;
-  const TemplateLibrary library(with);
-  const Removal removal(with.identity.PlugInProgID);
-  removal.FromSystem(system);
-  if (first_network) removal.From([&] { return server.ComponentApps(); });
-  if (!exhaustive) return;
-  using Unused = TemplateLibrary::Unused;
-  Attempt([&] { library.RemoveUnused(with.session.Interactive ? Unused::Ask : Unused::RemoveOwn); });
+  const bool registered = with.session.CurrentSystem && Run(with).RegisterAll();
+  if (!registered) with.progress.LeaveToUser();
+  return registered;
 }
 
 }  // namespace registration

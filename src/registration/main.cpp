@@ -24,21 +24,20 @@ bool MMain::Main(std::string_view command_line) {
   // the window tells the truth when it says "registered". A newer version keeps its class.
   if (text::Trim(command_line).empty() && !NewerIsRegistered(with_))
     com_class_ = Attempt(process_.register_class) ? ComClass::Registered : ComClass::Refused;
-  return Attempt([this] {
-    fRegisterPlugIn::Actions actions;
-    actions.register_plug_in = [this] { RegisterPlugIn(with_, true, com_class_); };
-    actions.deregister_plug_in = [this](std::int32_t mode) { DeregisterPlugIn(mode, true); };
-    actions.end_plug_in = process_.end_plug_in;
-    actions.help_file = startup::HelpFile(with_.program);
-    window_ = std::make_unique<fRegisterPlugIn>(with_.desktop, with_.identity.PlugInName, std::move(actions));
-    window_->Show();
-  });
+  fRegisterPlugIn::Actions actions;
+  actions.register_plug_in = [this] { RegisterPlugIn(with_, true, com_class_); };
+  actions.deregister_plug_in = [this](std::int32_t mode) { DeregisterPlugIn(mode, true); };
+  actions.end_plug_in = process_.end_plug_in;
+  actions.help_file = startup::HelpFile(with_.program);
+  window_ = std::make_unique<fRegisterPlugIn>(with_.desktop, with_.identity.PlugInName, std::move(actions));
+  window_->Show();
+  return true;
 }
 
 void MMain::DeregisterPlugIn(std::int32_t mode, bool interactive) {
   constexpr std::int32_t kComplete = 0;
   constexpr std::int32_t kExhaustive = 1;
-  with_.session.Interactive = interactive;
+  with_.Interactive = interactive;
   if (mode == kComplete || mode == kExhaustive)
     RemovePlugInFromNetworks(with_, mode == kExhaustive, process_.object_server);
   UnregisterPlugIn(with_, interactive);

@@ -27,7 +27,7 @@ class MMain {
       : with_(surroundings), process_(std::move(process)) {}
 
   /// True when the registration window is open and the program goes on until it is closed; false when all is
-  /// done. Failures end it quietly.
+  /// done. Failures end it quietly, but for a window that cannot be made: it throws then.
   bool Main(std::string_view command_line);
 
   /// Modes 0 and 1 visit every network first, any other goes straight to the removal.

@@ -53,7 +53,7 @@ class Visit {
   }
 
   void Show(const std::string& status) const {
-    if (session_.Interactive) Attempt([&] { with_.progress.DisplayStatus(status); });
+    if (with_.Interactive) Attempt([&] { with_.progress.DisplayStatus(status); });
   }
 
   const Surroundings& with_;
@@ -68,7 +68,7 @@ void RemovePlugInFromNetworks(const Surroundings& with, bool exhaustive,
                               const std::function<lns::ObjectServer()>& object_server) {
   session::Session& session = with.session;
   session.SupportedCommands = session::MakeSupportedCommands(with.program);
-  if (session.Interactive) Attempt([&] { with.progress.DisplayStatus("Opening the Object Server..."); });
+  if (with.Interactive) Attempt([&] { with.progress.DisplayStatus("Opening the Object Server..."); });
   Attempt([&] { session.ObjectServer = object_server(); });
   Attempt([&] { session.ObjectServer.SetRemoteFlag(false); });
   Attempt([&] { session.ObjectServer.Open(); });
@@ -78,7 +78,7 @@ void RemovePlugInFromNetworks(const Surroundings& with, bool exhaustive,
     for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
       Attempt([&] { Visit(with, exhaustive).Network(networks.Item(ordinal), ordinal == 1); });
   });
-  if (session.Interactive) {
+  if (with.Interactive) {
     with.progress.Close();
     with.desktop.Yield();
   }

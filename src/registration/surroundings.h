@@ -1,5 +1,6 @@
 #pragma once
 
+#include "log/log.h"
 #include "platform/program.h"
 #include "platform/shell.h"
 #include "registry/registry.h"
@@ -21,6 +22,9 @@ struct Surroundings {
   session::Session& session;
   ui::Progress& progress;
   xif::InterfaceFiles& interface_files;
+  activity::fLog& log;
+  /// Deregistration was asked for by a user at a window, who is shown its progress and asked questions.
+  bool Interactive = false;
 };
 
 }  // namespace registration

@@ -146,8 +146,7 @@ bool TemplateLibrary::IsOwn(const lns::DeviceTemplate& device_template) const {
 }
 
 void TemplateLibrary::RemoveUnused(Unused which) const {
-  std::set<std::string> referenced;
-  if (!Attempt([&] { referenced = ReferencedProgramIds(system_); })) return;
+  const std::set<std::string> referenced = ReferencedProgramIds(system_);
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::vector<std::string> names;
   const std::int32_t count = templates.Count();

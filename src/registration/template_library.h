@@ -32,7 +32,8 @@ class TemplateLibrary {
 
   enum class Unused { Ask, RemoveOwn };
   /// Removes templates that no device of the system refers to: each one that the user agrees to, or, without
-  /// a word, those that this plug-in has made. Where a device cannot tell its template none is removed.
+  /// a word, those that this plug-in has made. Where a device cannot tell its template this fails, and none
+  /// is removed.
   void RemoveUnused(Unused which) const;
 
  private:

@@ -4,6 +4,7 @@
 
 #include "lns/members.h"
 #include "platform/attempt.h"
+#include "text/strings.h"
 
 namespace session {
 namespace {
@@ -20,16 +21,18 @@ void CloseIfOpen(const T& object) {
   if (open) Attempt([&] { object.Close(); });
 }
 
+void CloseServer(Session& session) {
+  CloseNetwork(session);
+  session.ServerOpen = false;
+  session.ObjectServer.Close();
+}
+
 /// Brings the remote flag to what the interface name wants. Returns what it was.
 bool SwitchRemoteFlag(Session& session, bool wanted) {
   const lns::ObjectServer& server = session.ObjectServer;
   const bool was_remote = server.RemoteFlag();
   if (was_remote != wanted) {
-    if (server.IsOpen()) {
-      CloseNetwork(session);
-      server.Close();
-      session.ServerOpen = false;
-    }
+    if (server.IsOpen()) CloseServer(session);
     server.SetRemoteFlag(wanted);
   }
   return was_remote;
@@ -39,10 +42,7 @@ bool SwitchRemoteFlag(Session& session, bool wanted) {
 /// was remote before this network was asked for can be: the order of these checks is deliberate.
 bool OpenServer(Session& session, const std::string& interface_name, bool was_remote) {
   const lns::ObjectServer& server = session.ObjectServer;
-  if (server.IsOpen()) {
-    CloseNetwork(session);
-    server.Close();
-  }
+  if (server.IsOpen()) CloseServer(session);
   server.SetOpenOption(false);
   bool internet = false;
   if (was_remote) {
@@ -73,9 +73,13 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
     server.SetActiveRemoteNI(server.RemoteNetworkInterfaces().Item(interface_name));
 
   const lns::Network network = server.Networks().Item(network_name);
-  CloseNetwork(session);
-  session.CurrentNetwork = network;
+  // The former one stays until the other is open, unless it may be this one, under its name in other letters.
+  const bool keeps_former =
+      session.NetworkOpen && !text::EqualIgnoringCase(network_name, session.CurrentNetworkName);
+  if (!keeps_former) CloseNetwork(session);
   network.Open();
+  if (keeps_former) CloseNetwork(session);
+  session.CurrentNetwork = network;
   session.CurrentNetworkName = network.Name();
   const lns::System system = network.Systems().Item(1);
   session.CurrentSystem = system;
@@ -86,6 +90,7 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
 }
 
 void CloseNetwork(Session& session) {
+  if (session.CurrentNetwork && session.network_closes) session.network_closes();
   // Calls of the director may come in while these wait for their answers.
   const lns::System system = std::exchange(session.CurrentSystem, {});
   const lns::Network network = std::exchange(session.CurrentNetwork, {});
@@ -102,13 +107,11 @@ void CloseSession(Session& session) {
 }
 
 void SetRemote(Session& session, bool remote) {
-  session.ServerOpen = session.ObjectServer.IsOpen();
-  if (session.ServerOpen) {
-    CloseNetwork(session);
-    session.ObjectServer.Close();
-  }
+  const bool was_open = session.ObjectServer.IsOpen();
+  if (was_open) CloseServer(session);
   session.ObjectServer.SetRemoteFlag(remote);
-  if (session.ServerOpen) session.ObjectServer.Open();
+  if (was_open) session.ObjectServer.Open();
+  session.ServerOpen = was_open;
 }
 
 }  // namespace session

@@ -6,29 +6,19 @@ namespace session {
 
 SupportedCommands MakeSupportedCommands(const platform::Program& program) {
   using namespace startup;
-  const auto row = [&program](std::int32_t type, int name, int description, int program_id,
-                              int template_name) {
-    SupportedCommand command;
-    command.CommandId = kConfigureCommand;
-    command.ObjectType = type;
-    command.CommandName = program.StringResource(name);
-    command.CommandDescription = program.StringResource(description);
-    command.ProgramId = program.StringResource(program_id);
-    command.TemplateName = program.StringResource(template_name);
-    return command;
-  };
-  const auto object_row = [&row](int program_id, int template_name) {
-    return row(kLonMarkObjectType, kObjectCommandNameText, kObjectCommandDescriptionText, program_id,
-               template_name);
-  };
-  const auto device_row = [&row](int program_id, int template_name) {
-    return row(kAppDeviceType, kDeviceCommandNameText, kDeviceCommandDescriptionText, program_id,
-               template_name);
-  };
-  return {object_row(kFirstProgramIdText, kFirstTemplateNameText),
-          device_row(kFirstProgramIdText, kFirstTemplateNameText),
-          object_row(kSecondProgramIdText, kSecondTemplateNameText),
-          device_row(kSecondProgramIdText, kSecondTemplateNameText)};
+  SupportedCommands commands;
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    const bool is_device = i % 2 == 1, is_second = i >= 2;
+    SupportedCommand& row = commands[i];
+    row.CommandId = kConfigureCommand;
+    row.ObjectType = is_device ? kAppDeviceType : kLonMarkObjectType;
+    row.CommandName = program.StringResource(is_device ? kDeviceCommandNameText : kObjectCommandNameText);
+    row.CommandDescription =
+        program.StringResource(is_device ? kDeviceCommandDescriptionText : kObjectCommandDescriptionText);
+    row.ProgramId = program.StringResource(is_second ? kSecondProgramIdText : kFirstProgramIdText);
+    row.TemplateName = program.StringResource(is_second ? kSecondTemplateNameText : kFirstTemplateNameText);
+  }
+  return commands;
 }
 
 }  // namespace session

@@ -9,13 +9,11 @@
 namespace text {
 namespace {
 
-char decimal_separator = '.';
-
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// The leading number of a text, rewritten with "." for the library's parser, and where it ended.
+/// The leading number of a text as the library's parser takes it, without blanks and "+", and where it ended.
 struct Scan {
-  std::string digits;
+  std::string_view digits;
   std::size_t end = 0;
   bool any_digit = false;
 };
@@ -24,22 +22,20 @@ Scan ScanNumber(std::string_view text) {
   Scan scan;
   std::size_t at = 0;
   while (at < text.size() && text[at] == ' ') ++at;
-  if (at < text.size() && (text[at] == '-' || text[at] == '+')) {
-    if (text[at] == '-') scan.digits += '-';
-    ++at;
-  }
-  bool separator_seen = false;
+  const bool negative = at < text.size() && text[at] == '-';
+  const bool positive = at < text.size() && text[at] == '+';
+  const std::size_t begin = positive ? at + 1 : at;
+  at += negative || positive ? 1 : 0;
+  bool point_seen = false;
   for (; at < text.size(); ++at) {
-    if (IsDigit(text[at])) {
+    if (IsDigit(text[at]))
       scan.any_digit = true;
-      scan.digits += text[at];
-    } else if (text[at] == decimal_separator && !separator_seen) {
-      separator_seen = true;
-      scan.digits += '.';
-    } else {
+    else if (text[at] == '.' && !point_seen)
+      point_seen = true;
+    else
       break;
-    }
   }
+  scan.digits = text.substr(begin, at - begin);
   scan.end = at;
   return scan;
 }
@@ -49,22 +45,34 @@ double ValueOf(const Scan& scan) {
   const auto [end, error] =
       std::from_chars(scan.digits.data(), scan.digits.data() + scan.digits.size(), value);
   if (error == std::errc{}) return value;
-  // Out of range: too large for any limit, or so small that it is nothing.
+  // Out of range: beyond any limit, but a number that can be shown and reckoned with; or so small that it is
+  // nothing.
   const bool negative = scan.digits.starts_with('-');
   const std::size_t first = scan.digits.find_first_of("123456789");
   const bool large = first < scan.digits.find('.');
   if (!large) return 0;
-  return negative ? -HUGE_VAL : HUGE_VAL;
+  constexpr double kLargest = std::numeric_limits<double>::max();
+  return negative ? -kLargest : kLargest;
+}
+
+/// A number as the library prints it with an exponent ("-2.34e+01"), written out in full ("-23.4").
+std::string WrittenOut(std::string_view scientific) {
+  const std::size_t mark = scientific.find('e');
+  int exponent = 0;
+  std::from_chars(scientific.data() + mark + (scientific[mark + 1] == '+' ? 2 : 1),
+                  scientific.data() + scientific.size(), exponent);
+  const bool negative = scientific.front() == '-';
+  std::string digits(scientific.substr(negative, mark - negative));
+  std::erase(digits, '.');
+  digits.resize(std::max<std::size_t>(digits.find_last_not_of('0') + 1, 1));
+  if (exponent < 0) digits.insert(0, static_cast<std::size_t>(-exponent), '0');
+  const auto whole = static_cast<std::size_t>(std::max(exponent, 0)) + 1;
+  if (digits.size() < whole) digits.resize(whole, '0');
+  if (digits.size() > whole) digits.insert(whole, 1, '.');
+  return (negative ? "-" : "") + digits;
 }
 
 }  // namespace
-
-char DecimalSeparator() { return decimal_separator; }
-
-void SetDecimalSeparator(char of_locale) {
-  const bool separates_fields = of_locale == ',' || of_locale == ' ' || of_locale == '\t';
-  decimal_separator = separates_fields ? '.' : of_locale;
-}
 
 std::optional<double> ParseNumber(std::string_view text) {
   const Scan scan = ScanNumber(text);
@@ -81,22 +89,19 @@ double LeadingNumber(std::string_view text) {
 
 std::string ShortestText(double value) {
   if (value == 0) return "0";
-  std::array<char, 400> buffer;  // the longest double without exponent has 309 digits before the point
+  std::array<char, 40> buffer;
   const auto end =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed).ptr;
-  std::string result(buffer.data(), end);
-  if (const auto point = result.find('.'); point != std::string::npos) result[point] = decimal_separator;
-  return result;
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific).ptr;
+  return WrittenOut({buffer.data(), end});
 }
 
 std::string ComputedText(double value) {
+  if (value == 0) return "0";
   std::array<char, 40> buffer;
-  const auto end =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, 14)
-          .ptr;
-  double rounded = value;
-  std::from_chars(buffer.data(), end, rounded);
-  return ShortestText(rounded);
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::scientific, kMostComputedDigits - 1)
+                       .ptr;
+  return WrittenOut({buffer.data(), end});
 }
 
 double RoundHalfEven(double value) { return std::nearbyint(value); }
@@ -109,6 +114,8 @@ std::int32_t LeadingWholeNumber(std::string_view text) {
 
 double RoundToDecimals(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
+  // Beyond this a double has no decimals; the product could be too large for one.
+  if (std::abs(value) > 1e15) return value;
   return std::nearbyint(value * scale) / scale;
 }
 

@@ -7,20 +7,15 @@
 
 /// The number rules the whole program lives by. Nothing else parses or prints numbers.
 ///
-/// A numeric text is: blanks, at most one sign, digits with at most one decimal separator and at least one
-/// digit, blanks. There are no exponents and no digit groups.
+/// A numeric text is: blanks, at most one sign, digits with at most one "." and at least one digit, blanks.
+/// There are no exponents and no digit groups. "." is the decimal separator whatever the user's locale has: a
+/// comma separates the fields of a device value, and no other sign is one.
 namespace text {
-
-/// The decimal separator of the process; "." until it is set.
-char DecimalSeparator();
-
-/// Takes the user's locale separator for the process, unless that character separates the fields of a device
-/// value (comma, blank, tab); then the separator is ".".
-void SetDecimalSeparator(char of_locale);
 
 bool IsNumeric(std::string_view text);
 
-/// The value of a numeric text; nothing for any other text.
+/// The value of a numeric text; nothing for any other text. A number too large for a double is the largest
+/// one.
 std::optional<double> ParseNumber(std::string_view text);
 
 /// The number that the text starts with, 0 where it starts with none ("21 C" is 21, "abc" is 0).
@@ -30,7 +25,9 @@ double LeadingNumber(std::string_view text);
 /// "0".
 std::string ShortestText(double value);
 
-/// The text of a computed value: at most 15 significant digits, so that 21.1 + 2.3 is "23.4".
+/// The text of a computed value: at most 15 significant digits, so that 21.1 + 2.3 is "23.4"; larger numbers
+/// end in zeros.
+inline constexpr int kMostComputedDigits = 15;
 std::string ComputedText(double value);
 
 /// Nearest whole number, ties to the even neighbour.

@@ -5,7 +5,8 @@
 namespace ui {
 
 void cAnimControl::StartPlay() {
-  if (!window_ && owner_) window_ = desktop_.MakeAnimation(*owner_, {Centre, Transparent, AutoPlay});
+  const std::uintptr_t owner = owner_ ? owner_->hwnd() : 0;
+  if (hwnd() == 0) window_ = owner ? desktop_.MakeAnimation(owner, {Centre, Transparent, AutoPlay}) : nullptr;
   if (!window_) throw platform::Error(45001, source_, "Could not create Animation Control.");
   Open();
   window_->Play();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "ui/desktop.h"
+#include "ui/has_window.h"
 
 namespace ui {
 
@@ -28,7 +29,14 @@ class cAnimControl {
   bool Centre = false;
   bool AutoPlay = false;
 
-  void SetOwner(AnimationHost& owner) { owner_ = &owner; }
+  /// In whose window the control is made; it has to outlive the playing.
+  const HasWindow* Owner() const { return owner_; }
+  /// An owner without a window is ignored.
+  void SetOwner(const HasWindow& owner) {
+    if (owner.hwnd() != 0) owner_ = &owner;
+  }
+  /// The control's window; 0 while there is none.
+  std::uintptr_t hwnd() const { return window_ ? window_->hwnd() : 0; }
   std::int32_t Width() const { return window_ ? window_->Width() : 0; }
   std::int32_t Height() const { return window_ ? window_->Height() : 0; }
 
@@ -40,7 +48,7 @@ class cAnimControl {
 
   Desktop& desktop_;
   std::string source_;
-  AnimationHost* owner_ = nullptr;
+  const HasWindow* owner_ = nullptr;
   std::unique_ptr<AnimationWindow> window_;
 };
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "ui/has_window.h"
+
 namespace ui {
 
 /// A colour as the controls know it: 0x00BBGGRR, or a system colour with the top bit set.
@@ -24,6 +26,7 @@ class ControlPeer {
   virtual ~ControlPeer() = default;
   virtual void Update(Aspect aspect) = 0;
   virtual void TakeFocus() = 0;
+  virtual std::uintptr_t hwnd() const { return 0; }
   /// The control is being destroyed before its window.
   virtual void ControlGone() {}
 };
@@ -35,7 +38,7 @@ enum KeyState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
 /// form that owns it wants to know; the peer calls them when the user does something.
 ///
 /// Owned by its form, used from the user-interface thread.
-class Control {
+class Control : public HasWindow {
  public:
   enum class Kind {
     TextField,
@@ -94,6 +97,8 @@ class Control {
   void SetFocus() {
     if (peer_) peer_->TakeFocus();
   }
+
+  std::uintptr_t hwnd() const override { return peer_ ? peer_->hwnd() : 0; }
 
   std::function<void()> on_got_focus;
   std::function<void()> on_lost_focus;

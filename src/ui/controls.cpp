@@ -1,9 +1,14 @@
 #include "ui/controls.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace ui {
+
+std::optional<std::size_t> ImageList::Find(std::string_view key) const {
+  const auto found = std::ranges::find(images_, key, &Image::key);
+  if (found == images_.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - images_.begin());
+}
 
 ListView::Cells::Cells(std::initializer_list<std::string> texts) {
   std::size_t length = 0;

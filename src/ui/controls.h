@@ -4,8 +4,10 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,57 +15,61 @@
 
 namespace ui {
 
-class TextField : public Control {
+/// A control that the user edits.
+class Field : public Control {
  public:
-  explicit TextField(std::string name) : Control(Kind::TextField, std::move(name)) {}
-
   /// A locked field shows its text, which can be selected and copied, and takes no input.
   bool Locked() const { return locked_; }
   void SetLocked(bool locked) { Set(locked_, locked, Aspect::Locked); }
 
-  /// The width to show, in digits; 0 leaves it to the layout.
-  int columns = 8;
-
-  /// The user changed the text to this one.
-  void UserChangesText(std::string text) {
-    TakeUserText(std::move(text));
-    if (on_change) on_change();
-  }
+  /// The user changed the text, which is the new one already.
   std::function<void()> on_change;
   /// A key went down: virtual key code and KeyState bits. True when the key has been dealt with.
   std::function<bool(int key, int state)> on_key_down;
-  /// A character is about to be entered. False refuses it.
-  std::function<bool(char32_t character)> on_key_press;
-  /// The focus is about to leave for another control of the window.
-  std::function<void()> on_validate;
+
+ protected:
+  using Control::Control;
+  void TakeChange(std::string text) {
+    TakeUserText(std::move(text));
+    if (on_change) on_change();
+  }
 
  private:
   bool locked_ = false;
 };
 
+class TextField : public Field {
+ public:
+  explicit TextField(std::string name) : Field(Kind::TextField, std::move(name)) {}
+
+  /// The width to show, in digits; 0 leaves it to the layout.
+  int columns = 8;
+  /// The most characters to which typing and pasting can bring the text; a text that the program sets may be
+  /// longer. 0 leaves it to the system. Set before the window is made.
+  int most_typed = 0;
+
+  /// The user changed the text to this one.
+  void UserChangesText(std::string text) { TakeChange(std::move(text)); }
+  /// A character is about to be entered. False refuses it.
+  std::function<bool(char32_t character)> on_key_press;
+  /// The focus is about to leave for another control of the window.
+  std::function<void()> on_validate;
+};
+
 /// A drop-down list. Its text need not be one of the items: a value that the device reports is shown as it
 /// is.
-class ChoiceList : public Control {
+class ChoiceList : public Field {
  public:
-  explicit ChoiceList(std::string name) : Control(Kind::ChoiceList, std::move(name)) {}
+  explicit ChoiceList(std::string name) : Field(Kind::ChoiceList, std::move(name)) {}
 
   const std::vector<std::string>& Items() const { return items_; }
   void SetItems(std::vector<std::string> items) { Set(items_, std::move(items), Aspect::Items); }
 
-  bool Locked() const { return locked_; }
-  void SetLocked(bool locked) { Set(locked_, locked, Aspect::Locked); }
-
-  void UserChooses(std::string item) {
-    TakeUserText(std::move(item));
-    if (on_change) on_change();
-  }
-  std::function<void()> on_change;
+  void UserChooses(std::string item) { TakeChange(std::move(item)); }
   std::function<void()> on_drop_down;
-  std::function<bool(int key, int state)> on_key_down;
 
  private:
   std::vector<std::string> items_;
-  bool locked_ = false;
 };
 
 class Label : public Control {
@@ -157,10 +163,32 @@ class Tabs : public Control {
   std::size_t selected_ = 0;
 };
 
+/// Pictures under keys, from which a list shows its icons; the window system draws them for its resolution.
+class ImageList {
+ public:
+  enum class Picture { GreenMark, RedMark };
+  struct Image {
+    std::string key;
+    Picture picture;
+  };
+  ImageList(std::initializer_list<Image> images) : images_(images) {}
+
+  const std::vector<Image>& Images() const { return images_; }
+  /// The place of a picture, from 0; nothing where no picture has the key.
+  std::optional<std::size_t> Find(std::string_view key) const;
+
+ private:
+  std::vector<Image> images_;
+};
+
 /// A report list whose rows are only ever appended or cleared; the window asks for the rows it shows.
 class ListView : public Control {
  public:
+  /// A row's icon, in short: it stands for the picture with its key.
   enum class Icon { Green, Red };
+  static std::string_view KeyOf(Icon icon) { return icon == Icon::Green ? "Green" : "Red"; }
+  /// Where the pictures come from; null for none. Set before the window is made.
+  const ImageList* small_icons = nullptr;
   /// The texts of a row, held as one, since rows come by the million. A text ends at a NUL character.
   class Cells {
    public:

@@ -10,7 +10,6 @@
 
 namespace ui {
 
-class AnimationHost;
 class Form;
 
 enum class Icon { None, Critical, Question, Exclamation, Information };
@@ -56,6 +55,7 @@ class FormWindow {
   /// Makes a shown window the one that the user works with.
   virtual void Activate() = 0;
   virtual void Repaint() = 0;
+  virtual std::uintptr_t hwnd() const = 0;
   /// The smallest outer size, in twips, in which nothing of the layout is cut, at which a fixed window is
   /// made.
   struct Size {
@@ -79,6 +79,8 @@ class AnimationWindow {
   virtual void Close() = 0;
   virtual std::int32_t Width() const = 0;
   virtual std::int32_t Height() const = 0;
+  /// 0 when the window around it has taken it along.
+  virtual std::uintptr_t hwnd() const = 0;
 };
 
 struct AnimationStyle {
@@ -97,8 +99,8 @@ class Desktop {
   /// Makes the window of a form, hidden, with all controls of its layout.
   virtual std::unique_ptr<FormWindow> MakeWindow(Form& form) = 0;
 
-  /// Makes an animation control inside the area; null where the system has none or the area has no window.
-  virtual std::unique_ptr<AnimationWindow> MakeAnimation(AnimationHost& owner,
+  /// Makes an animation control inside a window; null where the system has none.
+  virtual std::unique_ptr<AnimationWindow> MakeAnimation(std::uintptr_t owner,
                                                          const AnimationStyle& style) = 0;
 
   /// Shows a modal message box and returns the button pressed. Closing it gives Cancel, No, or Ok where it is

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ui/desktop.h"
+#include "ui/has_window.h"
 #include "ui/layout.h"
 
 namespace ui {
@@ -27,7 +28,7 @@ enum class CloseReason { User, Code, SystemShutdown };
 ///
 /// Life: made, loaded (its window exists, hidden), shown and hidden any number of times, unloaded. Positions
 /// and sizes are in twips of the outer window; the window keeps whole pixels.
-class Form {
+class Form : public HasWindow {
  public:
   Form(Desktop& desktop, std::string name, BorderStyle border);
   virtual ~Form();
@@ -40,6 +41,7 @@ class Form {
   /// Makes the window if there is none yet. Other members that need the window load it by themselves.
   void Load();
   bool Loaded() const { return window_ != nullptr; }
+  std::uintptr_t hwnd() const override { return window_ ? window_->hwnd() : 0; }
   /// Closes the window from the program: the form may not refuse.
   void Unload();
 
@@ -80,6 +82,8 @@ class Form {
   /// The window is asked to close. False refuses.
   bool CloseRequested(CloseReason reason);
   void HelpRequested() { OnHelp(); }
+  /// Escape, where no button answers to it: true when the form has dealt with it.
+  bool EscapePressed() { return OnEscape(); }
   /// A key with Alt: true when the form has dealt with it (accelerators that the controls cannot know).
   virtual bool HandleAccelerator(char32_t character);
 
@@ -104,6 +108,8 @@ class Form {
   virtual void OnUnload() {}
   /// The user pressed F1.
   virtual void OnHelp() {}
+  /// The user pressed Escape, and there is no cancel button.
+  virtual bool OnEscape() { return false; }
 
   /// Opens the help file at a topic, and says so where it cannot be shown.
   void ShowHelp(const std::string& file, int context, const std::string& title);

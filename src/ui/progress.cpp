@@ -39,6 +39,7 @@ void fProgress::OnUnload() {
 
 fProgress& Progress::Open() {
   if (!window_) window_ = std::make_unique<fProgress>(desktop_, program_, plug_in_name_);
+  window_->operation_runs = true;
   window_->Show();
   return *window_;
 }
@@ -52,6 +53,10 @@ void Progress::DisplayStatus(const std::string& status) {
   Open().Status.SetText(status);
   // What runs now may close the window.
   desktop_.Yield();
+}
+
+void Progress::LeaveToUser() {
+  if (window_) window_->operation_runs = false;
 }
 
 void Progress::Close() {

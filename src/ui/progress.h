@@ -19,9 +19,12 @@ class fProgress : public Form {
 
   AnimationHost picResAnim{"picResAnim"};
   Label Status{"Status"};
+  /// While the operation runs this may be the program's only window, and the user may not close it.
+  bool operation_runs = true;
 
  protected:
   void OnLoad() override;
+  bool OnQueryUnload(CloseReason reason) override { return reason != CloseReason::User || !operation_runs; }
   void OnUnload() override;
 
  private:
@@ -38,8 +41,12 @@ class Progress {
   void Show();
   /// Shows the window if it is not, and the text in it at once.
   void DisplayStatus(const std::string& status);
+  /// The window exists.
+  bool Shown() const { return window_ && window_->Loaded(); }
   /// What the window says; empty while there is none.
-  std::string Status() const { return window_ ? window_->Status.Text() : ""; }
+  std::string Status() const { return Shown() ? window_->Status.Text() : ""; }
+  /// The operation has ended and leaves its last status on the screen, for the user to close.
+  void LeaveToUser();
   void Close();
 
  private:

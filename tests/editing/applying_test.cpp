@@ -1,4 +1,4 @@
-#include "editing/applying.h"
+#include "editing/open_device.h"
 
 #include <gtest/gtest.h>
 
@@ -114,26 +114,6 @@ TEST(Apply, AnEditMadeMeanwhileIsKept) {
   EXPECT_EQ(opened.Writes().back(), "nciMinOutTm Value=7");
 }
 
-TEST(Apply, ACommandThatComesInWhileAMessageIsShownTakesTheScreen) {
-  // The message of a clamp, of a refused entry, of the question before a switch of units.
-  for (int message = 0; message < 3; ++message) {
-    Opened opened;
-    if (message == 0) opened.Enter(18, "99");
-    if (message == 1) opened.Type(0, "1:30");
-    if (message == 2) opened.Enter(0, "20");
-    opened.desktop.on_message = [&](const ui::Message&) {
-      World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
-    };
-    if (message == 0) opened.Apply();
-    if (message == 1) opened.GoTo(opened.List(0));
-    if (message == 2) opened.main.obUnits[1].UserClicks();
-    EXPECT_EQ(opened.Field(0).Text() + " " + opened.Field(18).Text(), "20.5 18") << message;
-    EXPECT_FALSE(opened.IsMarked(opened.Field(0)) || opened.IsMarked(opened.Field(18)));
-    EXPECT_TRUE(opened.Writes().empty());
-    EXPECT_EQ(opened.main.obUnits[0].Selected(), true);
-  }
-}
-
 TEST(Apply, OpeningEveryListAndApplyingChangesNoByte) {
   for (const char* units : {"0", "1"}) {
     Opened opened(kFirstThermostat, units);
@@ -146,16 +126,38 @@ TEST(Apply, OpeningEveryListAndApplyingChangesNoByte) {
   }
 }
 
-TEST(Apply, NothingIsAppliedToADeviceThatWasNotRead) {
+TEST(Apply, LeavesOutWhatIsNoNumber) {
+  for (const char* text : {"", "-", "abc"}) {
+    Opened opened;
+    opened.Enter(39, "90");
+    opened.Field(0).UserChangesText(text);  // as another program sets it
+    opened.Field(1).UserChangesText("15");
+    opened.main.cmdApply.UserClicks();
+    EXPECT_EQ(opened.Message().text, "Value must be numerical");
+    EXPECT_EQ(opened.Writes(),
+              (std::vector<std::string>{"nciSetPts Value=23,25,28,21,19,15", "nciSndHrtBt Value=90"}));
+    EXPECT_TRUE(opened.IsMarked(opened.Field(0)) && opened.main.cmdApply.Enabled());
+    EXPECT_FALSE(opened.IsMarked(opened.Field(1)) || opened.IsMarked(opened.Field(39)));
+    opened.main.cmdCancel.UserClicks();
+    EXPECT_EQ(opened.Field(0).Text(), "21");
+  }
+}
+
+TEST(Apply, NothingCanBeEditedBeforeTheDeviceHasBeenRead) {
   Opened opened("Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110");
-  opened.desktop.messages.clear();
-  opened.Field(0).UserChangesText("21");
-  opened.Apply();
-  EXPECT_EQ(opened.desktop.messages.size(), 1u);
-  EXPECT_TRUE(opened.IsMarked(opened.Field(0)));
-  EXPECT_EQ(opened.Field(0).Text(), "21") << "nothing that was typed is lost";
-  opened.Press(opened.main.cmdCancel);
-  EXPECT_EQ(opened.Field(0).Text(), "");
+  EXPECT_EQ(opened.Focused(), &opened.main.cmdRefresh);
+  opened.Enter(0, "21");
+  opened.Choose(0, "TEMPORARY");
+  EXPECT_FALSE(opened.IsMarked(opened.Field(0)) || opened.IsMarked(opened.List(0)) ||
+               opened.main.cmdApply.Enabled());
+
+  // What is typed while a device loads has no former text to go back to.
+  Opened loading;
+  loading.desktop.on_yield = [&] { loading.Type(0, "1:30"); };
+  World::Send(*loading.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+  loading.desktop.on_yield = nullptr;
+  loading.GoTo(loading.List(0));
+  EXPECT_EQ(loading.Field(0).Text(), "20.5");
 }
 
 TEST(Cancel, GoesBackToWhatTheDeviceHolds) {

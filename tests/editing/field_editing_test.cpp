@@ -59,7 +59,11 @@ TEST(FieldEditing, PageKeysStep) {
   field.SetText("21");
   EXPECT_FALSE(field.on_key_down(13, 0)) << "Enter does nothing";
   EXPECT_FALSE(opened.IsMarked(field));
-  for (const int locked : {11, 12, 13, 15}) EXPECT_FALSE(opened.Field(locked).on_key_down) << locked;
+  for (const int locked : {11, 12, 13, 15}) {
+    EXPECT_FALSE(opened.Field(locked).on_key_down(kUp, 0) || opened.Field(locked).on_key_press(U'1'))
+        << locked;
+    EXPECT_FALSE(opened.IsMarked(opened.Field(locked)));
+  }
 }
 
 TEST(FieldEditing, AnEntryThatIsNoNumberIsRefused) {
@@ -168,19 +172,65 @@ TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
   EXPECT_FALSE(opened.main.cmdCancel.Enabled());
 }
 
+// The field then holds what is not applied, and must say so and be cancelled.
+TEST(FieldEditing, ARefusedEntryGoesBackWithTheMarkOfTheFormerText) {
+  Opened opened;
+  opened.Enter(0, "22");  // repairs the cooling setpoint
+  opened.Enter(3, "1:30");
+  EXPECT_EQ(opened.Field(3).Text(), "23.5");
+  EXPECT_TRUE(opened.IsMarked(opened.Field(3)));
+  opened.Press(opened.main.cmdCancel);
+  EXPECT_EQ(opened.Field(3).Text(), "23");
+  opened.Enter(3, "1:30");
+  EXPECT_FALSE(opened.IsMarked(opened.Field(3)));
+}
+
+TEST(FieldEditing, ATextThatWasNotChangedIsNotRefused) {
+  Opened opened;
+  opened.Field(0).SetText("");
+  opened.GoTo(opened.Field(0));
+  opened.Press(opened.main.cmdRefresh);
+  EXPECT_TRUE(opened.desktop.messages.empty());
+  EXPECT_EQ(opened.Field(0).Text(), "21") << "the press was not swallowed";
+}
+
+TEST(FieldEditing, RulesEndWhateverTheNumbersAre) {
+  const std::string nines(400, '9');
+  for (const std::string& typed :
+       {std::string("999999999999999.5"), std::string("123456789012345678"), nines, "-" + nines})
+    for (const int first : {0, 3}) {
+      Opened opened;
+      opened.Field(first).UserChangesText(typed);
+      opened.GoTo(opened.Field(first));
+      for (int round = 0; round < 4; ++round) opened.GoTo(opened.List(0));
+      const std::string& other = opened.Field(3 - first).Text();
+      EXPECT_EQ(other.find("inf"), std::string::npos);
+      EXPECT_LE(other.size(), 17u) << "a sign and 15 digits: " << other;
+      const auto texts = opened.MessageTexts();
+      const bool unchanged = other == (first == 0 ? "23" : "21");
+      for (const std::string& text : opened.MessageTexts())
+        EXPECT_NE(unchanged, text.ends_with("Adjustment where made")) << typed;
+    }
+}
+
+TEST(FieldEditing, TheSecondHalfOfARuleLeavesTheNextDeviceAlone) {
+  Opened opened;
+  opened.desktop.on_message = [&](const ui::Message&) {
+    opened.desktop.on_message = nullptr;
+    World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+    opened.Field(16).SetText("20");  // so that its second half would find something to repair
+  };
+  opened.Enter(16, "12.5");
+  EXPECT_EQ(opened.Field(1).Text(), "15");
+  EXPECT_FALSE(opened.IsMarked(opened.Field(1)) || opened.main.cmdApply.Enabled());
+}
+
 TEST(Lists, OpeningAndKeysMarkAndEnterApplies) {
   constexpr int kPageDown = 34;
-  const std::tuple<int, int, bool> cases[] = {{40, 0, true},
-                                              {38, 0, true},
-                                              {65, 0, true},
-                                              {27, 0, true},
-                                              {kPageDown, 0, true},
-                                              {9, 0, false},
-                                              {112, 0, false},
-                                              {16, 0, false},
-                                              {17, 0, false},
-                                              {18, 0, false},
-                                              {kPageDown, ui::kCtrl, false}};
+  const std::tuple<int, int, bool> cases[] = {
+      {40, 0, true},        {38, 0, true},  {65, 0, true},   {27, 0, true},
+      {kPageDown, 0, true}, {9, 0, false},  {112, 0, false}, {16, 0, false},
+      {17, 0, false},       {18, 0, false}, {20, 0, false},  {kPageDown, ui::kCtrl, false}};
   for (const auto& [key, state, marks] : cases) {
     Opened opened;
     EXPECT_FALSE(opened.List(0).on_key_down(key, state));

@@ -85,19 +85,31 @@ TEST(Units, AFailedSwitchLeavesTheOldUnitsWhole) {
   }
 }
 
-TEST(Units, ADeviceThatTakesTheScreenDuringASwitchIsShownInTheNewUnits) {
-  for (const int step : {1, 6, 11}) {
+TEST(Units, NoTemperatureIsShownOrTypedWhileASwitchReads) {
+  for (const bool fails : {false, true}) {
     Units opened;
-    int seen = 0;
+    if (fails) opened.simulation->faults().Add({"", "nciMinVer", "read", 1, 18200});
+    int yields = 0;
     opened.desktop.on_yield = [&] {
-      if (++seen != step) return;
-      opened.Apply();
-      World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+      if (++yields > 11) return;
+      for (const ui::TextField* field : opened.main.screen.TemperatureFields())
+        EXPECT_TRUE(field->Text().empty() && field->Locked() && !opened.IsMarked(*field)) << field->name();
+      opened.Type(16, "2");
+      opened.Field(16).on_key_down(33, 0);
+      opened.Type(39, "90");
+      opened.Choose(9, "OFF");
     };
     opened.Switch(1);
-    EXPECT_EQ(opened.Field(0).Text(), "69") << step;
-    EXPECT_EQ(opened.Unit(), "\u00BAF");
-    EXPECT_EQ(opened.Chosen(), 1);
+    opened.desktop.on_yield = nullptr;
+    EXPECT_GE(yields, 11);
+    EXPECT_EQ(opened.Field(16).Text(), fails ? "1.5" : "2.5");
+    EXPECT_FALSE(opened.IsMarked(opened.Field(16)) || opened.Field(16).Locked());
+    EXPECT_TRUE(opened.IsMarked(opened.Field(39)) && opened.IsMarked(opened.List(9)))
+        << "the others stay editable";
+    const std::string dead_band = opened.Raw("nciGenOpts");
+    opened.Apply();
+    EXPECT_EQ(opened.Writes().size(), 2u);
+    EXPECT_EQ(opened.Raw("nciGenOpts"), dead_band) << "the dead band is not touched";
   }
 }
 
@@ -106,14 +118,11 @@ TEST(Units, NothingIsAppliedBeforeACompleteReadAfterTwoFailures) {
   opened.simulation->faults().Add({"", "nciGenOpts", "read", 1, 18200});  // the switch
   opened.simulation->faults().Add({"", "nciSetPts", "read", 2, 18200});   // and the way back
   opened.Switch(1);
-  opened.desktop.messages.clear();
-  opened.Enter(1, "15");
-  opened.simulation->journal().Clear();
-  opened.Apply();
-  EXPECT_EQ(opened.simulation->journal().Count(), 0u);
-  EXPECT_EQ(opened.desktop.messages.size(), 1u);
+  EXPECT_TRUE(opened.Field(1).Locked() && opened.Field(1).Text().empty() && opened.Field(39).Locked());
+  EXPECT_EQ(opened.Focused(), &opened.main.cmdRefresh);
   opened.main.cmdRefresh.UserClicks();
-  EXPECT_EQ(opened.Field(1).Text(), "15");
+  EXPECT_EQ(opened.Field(1).Text(), "16");
+  opened.Enter(1, "15");
   opened.Apply();
   EXPECT_EQ(opened.log.lstActivity.Rows().back().cells[2], "23,25,28,21,19,15");
 }

@@ -35,7 +35,24 @@ TEST_F(Log, ErrorsAreSplitAtLineBreaks) {
   }
   log.LogCommand("Reading nciSetPts", "23,25");
   EXPECT_EQ(log.lstActivity.Rows().back().icon, ui::ListView::Icon::Green);
+  EXPECT_EQ(log.lstActivity.small_icons, &log.ImageList1);
+  for (const auto& [key, picture] :
+       {std::pair("Green", ui::ImageList::Picture::GreenMark), {"Red", ui::ImageList::Picture::RedMark}})
+    EXPECT_EQ(log.ImageList1.Images().at(log.ImageList1.Find(key).value_or(9)).picture, picture) << key;
   EXPECT_EQ(log.lstActivity.Rows().size(), std::size(cases) + 1);
+}
+
+TEST_F(Log, AMessageIsAlwaysSplitIntoItsActionAndItsResult) {
+  const std::array<const char*, 4> cases[] = {
+      {"Reading", "failed", "Reading", "failed"},
+      {"Reading", "one\r\ntwo\nthree\r\n\r\nfour", "Reading", "one two three four"},
+      {"Error reading \r\n", "", "Error reading  ", ""},
+      {"", "\r\n", "", " "}};
+  for (const auto& [action, result, first, second] : cases) {
+    log.LogError(activity::ErrorMessage(action, result));
+    const ui::ListView::Row& row = log.lstActivity.Rows().back();
+    EXPECT_EQ(row.cells[1] + "|" + row.cells[2], std::string(first) + "|" + second);
+  }
 }
 
 TEST_F(Log, PopsUpOnErrorsOnlyWhenAsked) {
@@ -79,6 +96,9 @@ TEST_F(SavedLog, HoldsCommaSeparatedValues) {
   log.cmdSave.UserClicks();
   EXPECT_EQ(Content(), before);
   EXPECT_EQ(desktop.messages.back().message.text, "Action canceled by user");
+  log.LogCommand("Reading", "21 \u00BAC");
+  log.cmdSave.UserClicks();
+  EXPECT_EQ(Content().substr(0, 4), "\xEF\xBB\xBF\"") << "letters beyond ASCII are known by this mark";
 }
 
 TEST_F(SavedLog, FailuresAreToldAndClearingIsConfirmed) {

@@ -6,7 +6,6 @@
 #include "model/catalogue.h"
 #include "model/field_guide.h"
 #include "support/user.h"
-#include "text/numbers.h"
 
 namespace {
 
@@ -40,11 +39,9 @@ TEST(Binding, ShowsTheFieldRoundedToItsStep) {
 
 TEST(Binding, RefusesWhatWouldCorruptThePoint) {
   Bound bound;
-  text::SetDecimalSeparator(',');
   EXPECT_EQ(ErrorOf([&] { bound.binding.SetValue("21,5"); }).number(), 13)
       << "it would shift every later setpoint";
   EXPECT_EQ(ErrorOf([&] { bound.binding.SetValue(bound.binding.Value()); }).number(), 0);
-  text::SetDecimalSeparator('.');
   bound.binding.Initialize();
   for (const std::int16_t index : {std::int16_t{-1}, std::int16_t{3}}) {
     bound.binding.ItemArrayIndex = index;

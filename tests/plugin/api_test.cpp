@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "headless/forwarding_object.h"
 #include "simulator/session.h"
 #include "support/user.h"
 #include "text/strings.h"
 
 namespace {
+
+const std::string kSecond = "Demo Tower/Demo Tower.Floor 1/Thermostat 102";
 
 std::int32_t NumberOf(platform::LateBound& api, std::string_view property) {
   return std::get<std::int32_t>(World::Get(api, property));
@@ -46,82 +47,29 @@ TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
   EXPECT_EQ(world.main.State(), ui::WindowState::Normal);
 }
 
-/// An object server during whose calls others come in, as COM lets them.
-class InterruptedObject : public headless::ForwardingObject {
- public:
-  InterruptedObject(platform::LateBoundPtr inner,
-                    const std::function<void(const platform::Member&)>& meanwhile)
-      : ForwardingObject(std::move(inner)), meanwhile_(meanwhile) {}
-
- private:
-  platform::Value Forward(const platform::Member& member, platform::CallKind kind,
-                          platform::Arguments arguments) override {
-    meanwhile_(member);
-    return ForwardingObject::Forward(member, kind, arguments);
-  }
-  platform::LateBoundPtr Another(platform::LateBoundPtr inner) override {
-    return std::make_shared<InterruptedObject>(std::move(inner), meanwhile_);
-  }
-  const std::function<void(const platform::Member&)>& meanwhile_;
-};
-
-TEST(Api, ADirectorIsServedWhileAnotherOneComesOrGoes) {
-  // While the object server is made, also to go at once, and at each close when the first director has gone.
-  for (int moment = -1; moment <= 3; ++moment) {
+TEST(Api, ADirectorIsServedWhileTheObjectServerOfAnotherOneIsMade) {
+  for (const bool stays : {true, false}) {
     World world;
     std::shared_ptr<plugin::LNSPlugInAPI> first, second;
-    int closes = 0, made = 0;
-    const auto come = [&] { second = world.Configure("Demo Tower/Demo Tower.Floor 1/Thermostat 102"); };
-    const std::function<void(const platform::Member&)> meanwhile = [&](const platform::Member& member) {
-      if (member.name == "Close" && ++closes == moment) come();
-    };
+    bool made = false;
     world.in_between = [&](platform::LateBoundPtr object_server) {
-      if (made++ == 0 && moment <= 0) come();
-      if (moment < 0) second.reset();
-      return std::make_shared<InterruptedObject>(std::move(object_server), meanwhile);
+      if (!std::exchange(made, true)) second = world.Configure(kSecond);
+      if (!stays) second.reset();
+      return object_server;
     };
     first = world.CreateApi();
     World::Put(*first, "networkName", std::string("Demo Tower"));
-    if (moment < 0) {
-      World::Send(*first, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
+    if (!stays) {
+      World::Send(*first, 13, 7, kSecond);
       second = first;
     }
     first.reset();
     World::Put(*second, "Visible", true);
-    EXPECT_EQ(world.Shown(model::txtNvi(0)), "20.5") << moment;
-    EXPECT_TRUE(!world.desktop.ended && world.main.lcaOS().IsOpen()) << moment;
+    EXPECT_EQ(world.Shown(model::txtNvi(0)), "20.5") << stays;
+    EXPECT_TRUE(!world.desktop.ended && world.main.lcaOS().IsOpen()) << stays;
     world.main.cmdExit.UserClicks();
     EXPECT_TRUE(world.desktop.ended);
     for (const auto& session : world.simulation->Sessions()) EXPECT_FALSE(session->IsOpen());
-  }
-}
-
-TEST(Api, ACommandThatComesInAtAnyOperationTakesTheWholeScreen) {
-  const std::string devices = "Demo Tower/Demo Tower.Floor 1/Thermostat 10";
-  for (const std::string object : {"", "/Thermostat"}) {
-    bool came = true;
-    for (int moment = 1; came; ++moment) {
-      int operations = 0;
-      came = false;
-      std::function<void(const platform::Member&)> meanwhile;
-      World world;
-      std::shared_ptr<plugin::LNSPlugInAPI> second;
-      meanwhile = [&](const platform::Member&) {
-        if (++operations != moment) return;
-        came = true;
-        ErrorOf([&] { second = world.Configure(devices + "2"); });
-      };
-      world.in_between = [&](platform::LateBoundPtr object_server) {
-        return std::make_shared<InterruptedObject>(std::move(object_server), meanwhile);
-      };
-      const auto first = world.CreateApi();
-      World::Put(*first, "networkName", std::string("Demo Tower"));
-      World::Send(*first, 13, object.empty() ? 7 : 28, devices + "1" + object);
-      const bool is_second = world.main.lblDeviceTemplate.Text().find("102") != std::string::npos;
-      EXPECT_EQ(world.Shown(model::txtNvi(3)), is_second ? "24" : "23") << moment;
-      EXPECT_EQ(world.StatusPanel(2), devices + (is_second ? "2" : "1" + object)) << moment;
-      EXPECT_EQ(world.main.CurrentDevice().Name(), is_second ? "Thermostat 102" : "Thermostat 101") << moment;
-    }
   }
 }
 
@@ -253,7 +201,7 @@ TEST(Api, LastReleaseEndsAHiddenPlugInOnly) {
 TEST(Api, ExitAsksWhileObjectsAreHeld) {
   Opened world;
   world.main.Show();
-  world.session.DisplayUnits = 1;
+  world.main.DisplayUnits = 1;
   world.desktop.answers = {ui::Answer::No, ui::Answer::No, ui::Answer::Yes};
   world.main.cmdExit.UserClicks();
   EXPECT_FALSE(world.main.CloseRequested(ui::CloseReason::User));
@@ -270,39 +218,6 @@ TEST(Api, ExitAsksWhileObjectsAreHeld) {
   EXPECT_FALSE(world.session.NetworkOpen);
   EXPECT_TRUE(world.simulation->Sessions().empty()) << "the object server is released";
   EXPECT_EQ(world.desktop.windows, 0);
-}
-
-TEST(Api, WhatComesInDuringACommand) {
-  // A second command takes the screen at any of the first one's steps; the user's clicks start nothing.
-  for (int step = 1; step <= 17; ++step) {
-    Opened world;
-    int seen = 0;
-    world.desktop.on_yield = [&] {
-      if (++seen != step) return;
-      world.main.cmdRefresh.UserClicks();
-      world.main.cmdExit.UserClicks();
-      world.main.CloseRequested(ui::CloseReason::User);
-      World::Send(*world.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
-    };
-    World::Send(*world.api, 13, 7, kFirstThermostat);
-    EXPECT_GE(seen, step);
-    const bool before_dispatch = step <= 3;  // then the outer command is the later one
-    EXPECT_EQ(world.main.screen.txtNvi(0)->Text(), before_dispatch ? "21" : "20.5") << step;
-    EXPECT_FALSE(world.desktop.ended);
-    EXPECT_TRUE(world.desktop.messages.empty()) << step;
-    EXPECT_EQ(world.desktop.windows, 2) << "no progress window is left open";
-  }
-}
-
-TEST(Api, AnotherNetworkInTheMiddleOfAReadEndsItQuietly) {
-  Opened world;
-  int seen = 0;
-  world.desktop.on_yield = [&] {
-    if (++seen == 10) World::Put(*world.api, "networkName", std::string("Demo Annex"));
-  };
-  World::Send(*world.api, 13, 7, kFirstThermostat);
-  EXPECT_TRUE(world.desktop.messages.empty());
-  EXPECT_EQ(std::get<std::string>(World::Get(*world.api, "networkName")), "Demo Annex");
 }
 
 }  // namespace

@@ -41,6 +41,23 @@ class TamperedObject : public headless::ForwardingObject {
   const Values& values_;
 };
 
+/// One whose devices are not to be found, for a reason of two lines.
+class TalkativeObject : public headless::ForwardingObject {
+ public:
+  explicit TalkativeObject(platform::LateBoundPtr inner) : ForwardingObject(std::move(inner)) {}
+
+ private:
+  platform::Value Forward(const platform::Member& member, platform::CallKind kind,
+                          platform::Arguments arguments) override {
+    if (member.name == "NetworkVariables")
+      throw platform::Error(platform::ObjectServerError(17008), "Test", "One reason.\r\nAnother one.");
+    return ForwardingObject::Forward(member, kind, arguments);
+  }
+  platform::LateBoundPtr Another(platform::LateBoundPtr inner) override {
+    return std::make_shared<TalkativeObject>(std::move(inner));
+  }
+};
+
 TEST(ContactPage, IsAskedForAmongTheProgramsResourcesAndSaysTheSameInPlainText) {
   Opened world;
   const ui::WebView& page = world.main.screen.WebBrowser1;
@@ -102,8 +119,9 @@ TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
   EXPECT_NE(std::search(all.begin(), all.end(), expected.begin(), expected.end()), all.end())
       << "something else is asked between the points";
   const auto actions = LoggedActions(world, ui::ListView::Icon::Green);
-  ASSERT_EQ(actions.size(), 11u);
-  EXPECT_EQ(actions.front(), "Reading nciSetPts");
+  ASSERT_EQ(actions.size(), 12u);
+  EXPECT_EQ(world.log.lstActivity.Rows().front().cells[2], kFirstThermostat);
+  EXPECT_EQ(actions[0] + ", " + actions[1], "Configuring, Reading nciSetPts");
   EXPECT_EQ(actions.back(), "Reading nciSccModel (Raw)");
 }
 
@@ -154,7 +172,9 @@ TEST(ConfigureRoad, ValuesThatDoNotFitAreReported) {
     const auto api = world.Configure(kFirstThermostat);
     EXPECT_NE(world.Message().text.find(c.told), std::string::npos) << world.Message().text;
     EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Red).size(), 1u);
-    EXPECT_EQ(world.Shown(txtNvi(0)) + world.main.screen.cbNvi(0)->Text(), "") << "no half device";
+    EXPECT_EQ(world.Shown(txtNvi(0)), "");
+    const bool read = world.Message().text.find("no value number") != std::string::npos;
+    EXPECT_EQ(world.main.screen.cbNvi(0)->Text(), read ? "PERMANENT" : "") << "what can be shown is";
 
     values.clear();
     World::Send(*api, 13, 7, kFirstThermostat);
@@ -181,19 +201,6 @@ TEST(ConfigureRoad, ADeviceWithoutAVariableIsReported) {
   EXPECT_EQ(world.Shown(txtNvi(0)), "21");
 }
 
-TEST(ConfigureRoad, ASecondCommandTakesNothingOfTheFirst) {
-  Opened world;
-  world.Type(0, "99");
-  const auto second = world.CreateApi();
-  World::Send(*second, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
-  EXPECT_EQ(world.Shown(txtNvi(0)), "20.5");
-  EXPECT_EQ(world.Field(0).ForeColor(), ui::Color::ButtonText);
-  EXPECT_FALSE(world.main.cmdApply.Enabled());
-
-  World::Send(*second, 13, 7, "Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110");
-  EXPECT_EQ(world.Shown(txtNvi(0)), "") << "a device that does not answer shows nothing of the former one";
-}
-
 TEST(ConfigureRoad, ALonMarkObjectLeadsToItsDevice) {
   World world;
   const auto api =
@@ -203,10 +210,90 @@ TEST(ConfigureRoad, ALonMarkObjectLeadsToItsDevice) {
   EXPECT_EQ(world.Shown(txtNvi(0)), "20.5");
   EXPECT_EQ(world.main.CurrentLonMarkObject().Mode(), 3) << "the scope of the maker's resource files";
 
-  world.simulation->faults().Add({"", "", "Parent", 0, 17008});
+  world.simulation->faults().Add({"", "", "Parent", 1, 17008});
   World::Send(*api, 13, 28, "Demo Tower/Demo Tower.Floor 1/Thermostat 101/Thermostat");
   EXPECT_FALSE(world.main.CurrentDevice()) << "never the former device";
   EXPECT_EQ(world.Shown(txtNvi(0)), "");
+  const std::string reason = world.Message().text;
+  EXPECT_EQ(reason.find("Object variable"), std::string::npos) << "the platform's own: " << reason;
+  const auto& row = world.log.lstActivity.Rows().back();
+  EXPECT_EQ(row.cells[1] + ": " + row.cells[2], "Preparing the device: " + reason);
+  world.main.cmdRefresh.UserClicks();
+  EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the owner is asked for again";
+}
+
+TEST(ConfigureRoad, TheLogTellsRoomsAndActionsApart) {
+  Opened world;
+  const std::string second = "Demo Tower/Demo Tower.Floor 1/Thermostat 102";
+  World::Send(*world.api, 13, 7, second);
+  world.main.cmdRefresh.UserClicks();
+  std::vector<std::pair<std::size_t, std::string>> named;
+  const auto& rows = world.log.lstActivity.Rows();
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    if (rows[i].cells[1] == "Configuring") named.emplace_back(i, rows[i].cells[2]);
+  EXPECT_EQ(named, (std::vector<std::pair<std::size_t, std::string>>{{0, kFirstThermostat}, {12, second}}));
+  EXPECT_EQ(rows.size(), 35u);
+
+  World talkative;
+  talkative.in_between = [](platform::LateBoundPtr object_server) {
+    return std::make_shared<TalkativeObject>(std::move(object_server));
+  };
+  const auto api = talkative.Configure(second);
+  const auto& row = talkative.log.lstActivity.Rows().back();
+  EXPECT_EQ(row.cells[1] + ": " + row.cells[2], "Preparing the device: One reason. Another one.");
+}
+
+TEST(ConfigureRoad, ARecoveredDeviceIsShownAsItIs) {
+  Opened world("Demo Tower/Demo Tower.Floor 2/Thermostat 203");
+  EXPECT_EQ(world.StatusPanel(1), "?");
+  ErrorOf([&] { World::Send(*world.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Nobody"); });
+  simulator::model::DeviceOf(world.simulation->installation(), {"Demo Tower", {"Floor 2"}, "Thermostat 203"})
+      .powered = true;
+  world.main.cmdRefresh.UserClicks();
+  EXPECT_NE(world.StatusPanel(1), "?");
+  EXPECT_EQ(world.StatusPanel(2), "Demo Tower/Demo Tower.Floor 2/Thermostat 203")
+      << "not what was refused since";
+  EXPECT_NE(world.Shown(txtNvi(0)), "");
+}
+
+TEST(ConfigureRoad, WhatIsReadAndWhatWaitsIsShown) {
+  World world;
+  std::vector<std::string> seen;
+  world.desktop.on_yield = [&] {
+    seen.push_back(world.main.Visible() ? world.StatusPanel(3) : world.progress.Status());
+  };
+  const auto api = world.Configure(kFirstThermostat);
+  EXPECT_EQ(std::vector(seen.end() - 11, seen.end()).front(), "Reading nciSetPts, 10 left");
+  EXPECT_EQ(seen.back(), "Reading nciSccModel (Raw), 0 left");
+  World::Put(*api, "Visible", true);
+  world.main.screen.txtNvi(39)->UserChangesText("90");
+  EXPECT_EQ(world.StatusPanel(3), "1 change not applied");
+  world.main.screen.txtNvi(0)->UserChangesText("20");
+  EXPECT_EQ(world.StatusPanel(3), "2 changes not applied");
+  world.main.cmdApply.UserClicks();
+  EXPECT_EQ(seen.back(), "Updating nciSndHrtBt, 0 left");
+  EXPECT_EQ(world.StatusPanel(3), "");
+}
+
+TEST(ConfigureRoad, EscapeStopsARefresh) {
+  Opened world;
+  EXPECT_FALSE(world.main.EscapePressed());
+  auto& device = simulator::model::DeviceOf(world.simulation->installation(),
+                                            {"Demo Tower", {"Floor 1"}, "Thermostat 101"});
+  device.values["nciSetPts"] = {8, 0xFC, 9, 0xC4, 10, 0xF0, 7, 0xD0, 7, 0x6C, 6, 0x40};  // 20 where 21 was
+  world.Enter(39, "90");
+  int yields = 0;
+  world.desktop.on_yield = [&] {
+    if (++yields == 4) world.main.EscapePressed();
+  };
+  world.main.cmdRefresh.UserClicks();
+  EXPECT_EQ(yields, 4);
+  EXPECT_TRUE(world.desktop.messages.empty());
+  EXPECT_EQ(world.log.lstActivity.Rows().back().cells[1], "Refreshing");
+  EXPECT_EQ(world.Shown(txtNvi(0)) + " " + world.Shown(txtNvi(39)), "21 90");
+  world.Enter(1, "15");
+  world.main.cmdApply.UserClicks();
+  EXPECT_EQ(world.Writes().front(), "nciSetPts Value=23,25,28,21,19,15") << "what is shown";
 }
 
 TEST(ConfigureRoad, QuestionsBeforeTheDeviceIsRead) {

@@ -44,6 +44,12 @@ TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
         type, plugin::SplitObjectPath(path), world.session.CurrentNetwork, world.session.CurrentSystem);
     EXPECT_EQ(found ? found.Name() : "", name) << path;
   }
+  for (const char* operation : {"Name", "Subsystems", "AppDevices", "Interface", "LonMarkObjects", "Item"}) {
+    world.simulation->faults().Add({"", "", operation, 1, 18200});
+    const platform::Error error =
+        ErrorOf([&] { World::Send(*api, 13, 28, std::string(kFirstThermostat) + "/Thermostat"); });
+    EXPECT_EQ(error.number(), 20005) << operation;
+  }
   EXPECT_FALSE(plugin::ResolveObject(7, plugin::SplitObjectPath(kFirstThermostat), {}, {}))
       << "no network is open";
 }

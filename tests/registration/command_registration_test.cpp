@@ -18,6 +18,9 @@ struct CommandRegistration : testing::Test {
     EXPECT_EQ(error.description(), error.number() ? "Unable to register Supported Commands" : "");
     return error.number();
   }
+  std::function<void()> Fault(const std::string& item, const std::string& operation) {
+    return [=, this] { world.simulation->faults().Add({"", item, operation, 0, 17008}); };
+  }
   void Open(const std::string& network) { world.Put(*api, "networkName", network); }
   const simulator::model::System& System(const std::string& network) {
     return simulator::model::NetworkOf(world.simulation->installation(), network).system;
@@ -67,15 +70,55 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
   EXPECT_EQ(world.statuses.back(), "Unregistering plug-in . . .");
 }
 
-TEST_F(CommandRegistration, ATemplateOfSomebodyElseIsKept) {
-  Open("Demo Orchard");
-  auto& types =
-      simulator::model::NetworkOf(world.simulation->installation(), "Demo Orchard").system.templates;
-  EXPECT_EQ(Send(50), 0);
-  EXPECT_EQ(Send(51), 0);
-  EXPECT_NE(std::ranges::find(types, std::string("8000D3550004041D"),
-                              &simulator::model::DeviceTemplate::program_id),
-            types.end());
+TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
+  Open("Demo Islands");
+  auto& system = simulator::model::NetworkOf(world.simulation->installation(), "Demo Islands").system;
+  auto& own = system.subsystems[0].devices[0].objects.emplace_back();
+  own.name = own.programmatic_name = "Own";
+  const std::string type = "Korvell QM5R-FC PIR [demo]", at_type = "Device Template " + type;
+  const std::string device = kDeviceCommand + "|" + at_type;
+  const std::string node = kObjectCommand + "|LonMark Object Node Object of " + at_type;
+  const std::string thermostat = kObjectCommand + "|LonMark Object Thermostat of " + at_type;
+  const std::string other = kObjectCommand + "|LonMark Object Own of Application Device Thermostat I1";
+  const std::string mark = "Korvell QM5R-FC PIR Configure Register|System ";
+  const std::string add = "Adding command ", remove = "Removing command ", islands = "Demo Islands";
+  const std::string because = ": A fault was set for this operation.";
+  struct Step {
+    std::int32_t command;
+    int error;
+    std::function<void()> before;
+    std::vector<std::string> rows;
+  };
+  const Step steps[] = {
+      {50,
+       20000,
+       Fault(type, "Add"),
+       {add + node, add + thermostat, add + other, "!Error adding command " + device + because}},
+      {50, 0, Fault(islands, "Name"), {add + device, add + mark + "?"}},
+      {50, 0, [] {}, {}},
+      {50, 0, [&] { system.templates[0].component_apps[0].version = "1.0"; }, {"Updating command " + device}},
+      {51,
+       0,
+       Fault(type, "Remove"),
+       {"!Error removing command " + device + because, remove + node, remove + thermostat, remove + other,
+        remove + mark + islands}},
+      {51, 0, Fault(kDeviceCommand, "Name"), {remove + "?|" + at_type}},
+      {51,
+       0,
+       Fault(islands, "Subsystems"),
+       {"!Error removing commands|System Demo Islands" + because,
+        "!Error removing unused device templates|System Demo Islands" + because}},
+  };
+  for (const auto& [command, error, before, rows] : steps) {
+    world.log.Clear();
+    before();
+    EXPECT_EQ(Send(command), error);
+    world.simulation->faults().Clear();
+    std::vector<std::string> logged;
+    for (const auto& [icon, cells] : world.log.lstActivity.Rows())
+      logged.push_back((icon == ui::ListView::Icon::Red ? "!" : "") + cells[1] + "|" + cells[2]);
+    EXPECT_EQ(logged, rows);
+  }
 }
 
 /// Each step that can fail: what the user is told, that nothing is left half done, and that the next try
@@ -88,9 +131,6 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     std::function<void()> mends = [] {};
     bool leaves_nothing = true;
   };
-  const auto fault = [this](const char* item, const char* operation) {
-    return [this, item, operation] { world.simulation->faults().Add({"", item, operation, 0, 17008}); };
-  };
   auto& quarry =
       simulator::model::NetworkOf(world.simulation->installation(), "Demo Quarry").system.templates;
   const auto with_taken_names = quarry.size();
@@ -99,7 +139,7 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
   const Case cases[] = {
       {"Demo Quarry", [this] { world.files.Lock("C:\\LonWorks\\Import"); }, no_file,
        [this] { world.desktop.open_path = RegistrationWorld::kXif; }},
-      {"Demo Quarry", fault("", "Import"),
+      {"Demo Quarry", Fault("", "Import"),
        std::string("Could not import the external interface file ") + RegistrationWorld::kXif + "."},
       {"Demo Quarry",
        [&] {
@@ -108,13 +148,13 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
                "Korvell QM5R-FC PIR" + (number == 1 ? "" : " " + std::to_string(number));
        },
        "Could not create a unique template name.", [&] { quarry.resize(with_taken_names); }},
-      {"Demo Harbour", fault("Korvell QM5R-FC PIR [demo]", "Add"), add + kDeviceCommand, [] {}, false},
-      {"Demo Harbour", fault(kDeviceCommand.c_str(), "CommandId="), add + kDeviceCommand, [] {}, false},
-      {"Demo Harbour", fault("", "DefaultAppFlag="), add + kDeviceCommand, [] {}, false},
-      {"Demo Islands", fault(kObjectCommand.c_str(), "Description="), add + kObjectCommand, [] {}, false},
-      {"Demo Quarry", fault("", "DeviceTemplates"), ""},
-      {"Demo Harbour", fault("Demo Harbour", "TemplateLibrary"), ""},
-      {"Demo Harbour", fault("Demo Harbour", "Add"), add + "Korvell QM5R-FC PIR Configure Register", [] {},
+      {"Demo Harbour", Fault("Korvell QM5R-FC PIR [demo]", "Add"), add + kDeviceCommand, [] {}, false},
+      {"Demo Harbour", Fault(kDeviceCommand, "CommandId="), add + kDeviceCommand, [] {}, false},
+      {"Demo Harbour", Fault("", "DefaultAppFlag="), add + kDeviceCommand, [] {}, false},
+      {"Demo Islands", Fault(kObjectCommand, "Description="), add + kObjectCommand, [] {}, false},
+      {"Demo Quarry", Fault("", "DeviceTemplates"), ""},
+      {"Demo Harbour", Fault("Demo Harbour", "TemplateLibrary"), ""},
+      {"Demo Harbour", Fault("Demo Harbour", "Add"), add + "Korvell QM5R-FC PIR Configure Register", [] {},
        false},
   };
   for (const Case& c : cases) {
@@ -127,6 +167,10 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     EXPECT_EQ(Send(50), 20000);
     EXPECT_LE(world.desktop.open_dialogs.size(), 1u) << "the commands of one program ID ask once";
     EXPECT_NE(world.progress.Status(), "") << "the progress window stays";
+    const auto progress = std::ranges::find(world.desktop.forms, "fProgress", &ui::Form::name);
+    ASSERT_NE(progress, world.desktop.forms.end());
+    EXPECT_TRUE((*progress)->CloseRequested(ui::CloseReason::User)) << "it is the user's now";
+    EXPECT_FALSE(world.progress.Shown());
     std::vector<std::string> told = world.MessageTexts();
     std::erase_if(told, [](const std::string& text) { return text.starts_with("Do you wish"); });
     ASSERT_EQ(told.size(), 1u);

@@ -8,14 +8,6 @@
 namespace {
 
 struct NetworkVisits : testing::Test {
-  /// What the database should be after the visits: engineered mode leaves the service device without
-  /// interface.
-  std::string WithoutInterfaces(const std::vector<std::string>& networks) const {
-    auto installation = world.simulation->installation();
-    for (const std::string& network : networks)
-      simulator::model::NetworkOf(installation, network).system.interface.clear();
-    return simulator::WriteInstallation(installation);
-  }
   /// A command for all networks, of a version that had one.
   static simulator::model::ComponentApp Leftover(const std::string& server) {
     simulator::model::ComponentApp app;
@@ -31,6 +23,7 @@ struct NetworkVisits : testing::Test {
   void Deregister(std::int32_t mode, bool interactive) {
     world.desktop.messages.clear();
     world.statuses.clear();
+    world.main.Load();  // as the program begins anew, which ended with the director that registered
     registration::MMain(world.surroundings, world.by_hand).DeregisterPlugIn(mode, interactive);
     EXPECT_FALSE(world.session.ObjectServer);
     EXPECT_FALSE(world.session.CurrentNetwork);
@@ -41,18 +34,13 @@ struct NetworkVisits : testing::Test {
   }
 
   RegistrationWorld world;
-  // In these the system opens in engineered mode.
-  const std::vector<std::string> engineered = {"Demo Empty Shell", "Demo Harbour", "Demo Quarry",
-                                               "Demo Orchard", "Demo Islands"};
 };
 
 TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
-  const std::string expected = WithoutInterfaces(engineered);
   for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Foundry", "Demo Islands"})
     Register(network);
   auto& shared = world.simulation->installation().component_apps;
   shared.push_back(Leftover("qm5rfcpirconfigure.lnspluginapi"));
-  EXPECT_NE(world.Saved(), expected);
   world.desktop.answers = {ui::Answer::No};  // of the templates offered, the first is kept
   Deregister(1, true);
   EXPECT_EQ(world.Saved().find("QM5RFcPirConfigure"), std::string::npos);
@@ -77,17 +65,6 @@ TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
   }
   EXPECT_EQ(offered, (std::vector<std::string>{"Korvell QM5R-FC PIR", "Korvell QM5R-FC PIR [unused]",
                                                "Demo Wall Switch [unused]", "Demo Template without a file"}));
-}
-
-TEST_F(NetworkVisits, WithoutAWordFromTheCommandLine) {
-  const std::string expected = WithoutInterfaces(engineered);
-  for (const std::string network : {"Demo Harbour", "Demo Foundry", "Demo Quarry"}) Register(network);
-  world.statuses.clear();
-  world.desktop.messages.clear();
-  EXPECT_FALSE(registration::MMain(world.surroundings, world.by_hand).Main("/deregplugin /deregmode:1"));
-  EXPECT_EQ(world.Saved(), expected);
-  EXPECT_TRUE(world.statuses.empty());
-  EXPECT_TRUE(world.desktop.messages.empty());
 }
 
 /// Nothing of the object server may fail in a way that stops the removal of the plug-in itself.
@@ -125,8 +102,10 @@ TEST_F(NetworkVisits, OnlyTheFirstNetworkSpeaksForAllNetworks) {
   Deregister(0, false);
   EXPECT_EQ(shared(), 2u);
   installation.networks[0].opens = true;
-  Deregister(0, false);
+  Deregister(1, false);
+  EXPECT_TRUE(world.statuses.empty() && world.desktop.messages.empty()) << "no word from a command line";
   EXPECT_EQ(shared(), 1u);
+  EXPECT_EQ(world.log.lstActivity.Rows().back().cells[2], "Object Server");
 }
 
 }  // namespace

@@ -102,6 +102,23 @@ TEST(NetworkSession, AnotherNetworkClosesTheFormerOnlyWhenItIsFound) {
   director.ExpectRefused("demo annex");
 }
 
+TEST(NetworkSession, AFailedRemoteWriteCanBeMadeGood) {
+  // The first question finds out whether the object server is still there; system and network close before
+  // it.
+  const std::pair<const char*, int> cases[] = {{"IsOpen", 2}, {"Close", 3}, {"RemoteFlag", 1}, {"Open", 1}};
+  for (const auto& [operation, failing] : cases) {
+    Director director;
+    director.Open("Demo Tower");
+    director.world.simulation->faults().Add({"", "", operation, failing, 17008});
+    const platform::Error error = ErrorOf([&] { director.UseRemote(); });
+    EXPECT_EQ(error.number(), 20006) << operation;
+    EXPECT_EQ(error.description(), "Cannot open the network Demo Tower");
+    director.Open("Demo Tower");
+    director.Open("Demo Annex");
+    EXPECT_TRUE(director.world.session.CurrentSystem.IsOpen()) << operation;
+  }
+}
+
 TEST(NetworkSession, AFailureLeavesAStateThatTheNextTryRepairs) {
   Director hopeful(true);
   hopeful.ExpectRefused("Demo Tower");
@@ -113,6 +130,23 @@ TEST(NetworkSession, AFailureLeavesAStateThatTheNextTryRepairs) {
     director.ExpectRefused("Demo Tower");
     director.Open("Demo Tower");
     EXPECT_TRUE(director.world.session.CurrentSystem.IsOpen()) << operation;
+  }
+}
+
+TEST(ObjectServer, IsLostWhereItsProcessHasGone) {
+  struct Failing final : platform::LateBound {
+    platform::Value Invoke(const platform::Member&, platform::CallKind, platform::Arguments) override {
+      throw platform::Error(static_cast<std::int32_t>(number), "", "");
+    }
+    std::uint32_t number = 0;
+  };
+  const std::pair<std::uint32_t, bool> cases[] = {
+      {0x800706BA, true}, {0x800706BE, true}, {0x800706BF, true},  {0x80010007, true},  {0x80010012, true},
+      {0x80010108, true}, {0x800401FD, true}, {0x80044719, false}, {0x80004005, false}, {0x8001010A, false}};
+  const auto server = std::make_shared<Failing>();
+  for (const auto& [number, lost] : cases) {
+    server->number = number;
+    EXPECT_EQ(lns::ObjectServer(server).IsLost(), lost) << std::hex << number;
   }
 }
 

@@ -46,7 +46,8 @@ TEST_F(Devices, FailuresHaveThePlatformsCodes) {
                 "Interface.LonMarkObjects(1).Request=18 ! 17090",
                 "DeviceTemplate.ComponentApps.Add(Configure;Some.Server;7) ! 17003",
                 "DeviceTemplate.ComponentApps.Add(Other;Some.Server;-1) ! 17090",
-                "DeviceTemplate.ComponentApps.Remove(Other) ! 17006", "State=12", "State -> 12",
+                "DeviceTemplate.ComponentApps.Remove(Other) ! 17006",
+                "DeviceTemplate.ComponentApps(1).ComponentClassId=-1 ! 17090", "State=12", "State -> 12",
                 "State=6 ! 17090", "Handle=4 ! " + std::to_string(platform::kMemberNotFound),
                 "Colour ! " + std::to_string(platform::kUnknownName)});
   Play(Reach(root, kDeviceB), {"State=12 ! 18200", "State -> 4"});
@@ -80,22 +81,6 @@ TEST_F(Devices, ReachedTwiceIsTheSameObject) {
   const LateBoundPtr object = Reach(device, "Interface.LonMarkObjects(Thermostat)");
   EXPECT_EQ(Reach(object, "Parent.Parent.Parent"), device);
   EXPECT_EQ(Reach(object, "NetworkVariables(nciSetPts)"), Reach(object, "NetworkVariables(1)"));
-}
-
-TEST_F(Devices, CommandsCanBeAddedAndRemoved) {
-  for (const std::string& owner :
-       {std::string("ComponentApps"), kSystem + ".ComponentApps", kDeviceA + ".DeviceTemplate.ComponentApps",
-        kDeviceA + ".Interface.LonMarkObjects(2).ComponentApps"}) {
-    SCOPED_TRACE(owner);
-    const LateBoundPtr apps = Reach(root, owner);
-    const std::string before = Text(apps, "Count");
-    const LateBoundPtr app = Reach(apps, "Add(Fresh;My.Server;28)");
-    Play(app, {"CommandId=13", "DefaultAppFlag=1", "VersionNumber=1.0.0", "ComponentClassId=-1 ! 17090"});
-    Play(apps, {"Item(Fresh).CommandId -> 13", "Item(Fresh).ComponentClassId -> 28",
-                "Item(Fresh).DefaultAppFlag -> True", "Item(Fresh).VersionNumber -> 1.0.0", "Remove(Fresh)",
-                "Count -> " + before});
-    EXPECT_EQ(CodeOf(app, "Name"), 17096);
-  }
 }
 
 }  // namespace

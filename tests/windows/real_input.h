@@ -5,11 +5,11 @@
 #include <cstddef>
 #include <vector>
 
-/// Presses keys together, the last one first let go.
-inline void PressKeys(const std::vector<WORD>& keys) {
+/// Presses keys together; the last one is let go first or, as fast fingers do, the first one.
+inline void PressKeys(const std::vector<WORD>& keys, bool first_let_go = false) {
   std::vector<INPUT> inputs(2 * keys.size());
   for (std::size_t i = 0; i < keys.size(); ++i)
-    for (INPUT* input : {&inputs[i], &inputs[inputs.size() - 1 - i]}) {
+    for (INPUT* input : {&inputs[i], &inputs[first_let_go ? keys.size() + i : inputs.size() - 1 - i]}) {
       input->type = INPUT_KEYBOARD;
       input->ki.wVk = keys[i];
       input->ki.wScan = static_cast<WORD>(MapVirtualKeyW(keys[i], MAPVK_VK_TO_VSC));
@@ -43,12 +43,12 @@ inline void KeepMouseAt(LONG x, LONG y) {
 }
 
 /// Clicks the middle of a window. Moved and pressed in one go, so that the real mouse cannot come between.
-inline void ClickWindow(HWND window, bool right = false) {
+inline void ClickWindow(HWND window) {
   RECT place{};
   GetWindowRect(window, &place);
   const INPUT middle = MouseAt((place.left + place.right) / 2, (place.top + place.bottom) / 2);
   INPUT inputs[3]{middle, middle, middle};
-  inputs[1].mi.dwFlags |= static_cast<DWORD>(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
-  inputs[2].mi.dwFlags |= static_cast<DWORD>(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
+  inputs[1].mi.dwFlags |= MOUSEEVENTF_LEFTDOWN;
+  inputs[2].mi.dwFlags |= MOUSEEVENTF_LEFTUP;
   SendInput(3, inputs, sizeof(INPUT));
 }

@@ -88,10 +88,10 @@ int Serve(const Options& options, bool by_com) {
     lifetime.idle_limit = windows::com::kIdleLimit;
   } else {
     // Started by hand it stands until it is told to stop.
-    lifetime.on_last_object_released = [] {};
+    lifetime.leaves_when_unused = false;
   }
-  windows::com::LocalServer server(std::move(served), std::move(lifetime));
-  simulation->on_stop = [&server] { server.Quit(); };
+  windows::com::LocalServer server(std::move(served), lifetime);
+  simulation->on_stop = [&server] { server.Leave(); };
   return server.Run();
 }
 
@@ -115,13 +115,16 @@ int Run(const std::string& arguments) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-  // A windowless program tells its errors to the console that started it, where there is one.
-  if (GetStdHandle(STD_ERROR_HANDLE) == nullptr && AttachConsole(ATTACH_PARENT_PROCESS))
-    static_cast<void>(freopen("CONOUT$", "w", stderr));
+  // A windowless program tells its errors to the console that started it, or to the user who did.
+  bool console = GetStdHandle(STD_ERROR_HANDLE) != nullptr;
+  if (!console && AttachConsole(ATTACH_PARENT_PROCESS)) console = freopen("CONOUT$", "w", stderr) != nullptr;
+  const std::string arguments = windows::CommandLineArguments();
   try {
-    return Run(windows::CommandLineArguments());
+    return Run(arguments);
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "LnsSimulator: %s\n", failure.what());
+    if (!console && windows::com::ServerStartOf(arguments) == windows::com::ServerStart::ByHand)
+      windows::ShowFatalFailure("LnsSimulator", failure.what());
     return 1;
   }
 }

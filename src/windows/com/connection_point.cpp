@@ -15,6 +15,7 @@ namespace {
 bool MeansThatTheSinkIsGone(HRESULT result) {
   static const std::array gone{HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE),
                                HRESULT_FROM_WIN32(RPC_S_CALL_FAILED),
+                               HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE),
                                RPC_E_DISCONNECTED,
                                RPC_E_SERVER_DIED,
                                RPC_E_SERVER_DIED_DNE,

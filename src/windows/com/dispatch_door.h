@@ -38,7 +38,7 @@ class DispatchDoor final : public Door<IDispatch, IConnectionPointContainer, IPr
 
  private:
   /// Handlers that go with the door must not find it again.
-  ~DispatchDoor() override { Close(); }
+  ~DispatchDoor() override { Hide(); }
 
   const std::optional<IID> events_;
   ConnectionPoint point_;

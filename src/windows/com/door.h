@@ -5,6 +5,7 @@
 #include <oaidl.h>
 
 #include <memory>
+#include <optional>
 
 #include "automation/published.h"
 #include "windows/com/com_ptr.h"
@@ -14,23 +15,31 @@
 
 namespace windows::com {
 
-/// The open doors of this process. An object has at most one, so that it has one identity for its clients,
-/// and a door that comes back as an argument is known by its address: a door leads into its own process
-/// without a proxy. For the thread of the apartment that the doors live in.
+/// One of the open doors of this thread. An object has at most one, so that it has one identity for its
+/// clients, and a door that comes back as an argument is known by its address: a door leads into its own
+/// apartment without a proxy.
 class OpenDoor {
  public:
-  OpenDoor(const std::shared_ptr<automation::Published>& object, IDispatch* door);
+  OpenDoor(std::shared_ptr<automation::Published> object, IDispatch* door);
   OpenDoor(const OpenDoor&) = delete;
   OpenDoor& operator=(const OpenDoor&) = delete;
   ~OpenDoor() { Close(); }
 
+  const std::shared_ptr<automation::Published>& object() const { return object_; }
+
   /// The door is no longer found; for doors about to go.
+  void Hide() noexcept;
+  /// Gives the object up, which no longer counts as used then. Where nobody else owns it, it ends.
   void Close() noexcept;
 
  private:
-  const automation::Published* object_;
-  const IDispatch* door_;
+  std::shared_ptr<automation::Published> object_;
+  IDispatch* door_;
+  std::optional<ServerUse> use_{std::in_place};
 };
+
+/// Closes the doors that somebody still holds when their apartment is left. Nobody calls them any more.
+void CloseAllDoors() noexcept;
 
 /// The open door of an object, null where it has none.
 ComPtr<IDispatch> FindDoor(const automation::Published& object);
@@ -39,16 +48,13 @@ ComPtr<IDispatch> FindDoor(const automation::Published& object);
 std::shared_ptr<automation::Published> PublishedBehind(const IDispatch* door);
 
 /// IDispatch over a published object, with `Interface` being IDispatch or a dual interface on top of it. The
-/// door owns its object: where nobody else does, the last client's release ends the object, on the same
-/// thread.
+/// door owns its object: where nobody else does, the last client's release ends the object.
 template <class Interface, class... More>
 class Door : public Implements<Interface, More...> {
  public:
   /// `type_info` describes the members to those who ask and may be null.
   explicit Door(std::shared_ptr<automation::Published> object, ComPtr<ITypeInfo> type_info = {})
-      : object_(std::move(object)),
-        type_info_(std::move(type_info)),
-        open_(object_, static_cast<Interface*>(this)) {}
+      : type_info_(std::move(type_info)), open_(std::move(object), static_cast<Interface*>(this)) {}
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (!count) return E_POINTER;
@@ -65,11 +71,11 @@ class Door : public Implements<Interface, More...> {
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* numbers) override {
-    return FindNumbers(*object_, names, count, numbers);
+    return FindNumbers(*object(), names, count, numbers);
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID number, REFIID id, LCID, WORD flags, DISPPARAMS* parameters,
                                    VARIANT* result, EXCEPINFO* info, UINT* bad_argument) override {
-    return CallPublished(object_, number, id, flags, parameters, result, info, bad_argument);
+    return CallPublished(object(), number, id, flags, parameters, result, info, bad_argument);
   }
 
  protected:
@@ -78,13 +84,11 @@ class Door : public Implements<Interface, More...> {
     return Implements<Interface, More...>::Find(id);
   }
 
-  const std::shared_ptr<automation::Published>& object() const { return object_; }
+  const std::shared_ptr<automation::Published>& object() const { return open_.object(); }
   const ComPtr<ITypeInfo>& type_info() const { return type_info_; }
-  void Close() noexcept { open_.Close(); }
+  void Hide() noexcept { open_.Hide(); }
 
  private:
-  ServerUse use_;
-  std::shared_ptr<automation::Published> object_;
   ComPtr<ITypeInfo> type_info_;
   OpenDoor open_;
 };

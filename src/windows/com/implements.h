@@ -6,13 +6,16 @@
 
 #include <atomic>
 
+#include "windows/com/home_thread.h"
+
 namespace windows::com {
 
 // COM's interfaces have no destructor to be virtual: their objects are only ever released.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// A reference-counted COM object with these interfaces; the first one is its identity.
+/// A reference-counted COM object with these interfaces; the first one is its identity. It ends on the thread
+/// that made it.
 template <class First, class... More>
 class Implements : public First, public More... {
  public:
@@ -29,9 +32,12 @@ class Implements : public First, public More... {
   }
   ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
   ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
+    ULONG held = references_;
+    do {
+      if (held == 1 && home_.TakesOver(static_cast<First*>(this))) return 0;
+    } while (!references_.compare_exchange_weak(held, held - 1));
+    if (held == 1) delete this;
+    return held - 1;
   }
 
  protected:
@@ -47,6 +53,7 @@ class Implements : public First, public More... {
 
  private:
   std::atomic<ULONG> references_ = 1;
+  const HomeThread home_;
 };
 
 #pragma GCC diagnostic pop

@@ -2,14 +2,15 @@
 
 #include <ole2.h>
 
+#include <algorithm>
 #include <array>
 #include <utility>
-#include <vector>
 
 #include "text/strings.h"
 #include "windows/com/dispatch_door.h"
 #include "windows/com/failure.h"
 #include "windows/com/implements.h"
+#include "windows/com/server_use.h"
 
 namespace windows::com {
 namespace {
@@ -17,47 +18,64 @@ namespace {
 /// How long a client may be on its way to an object after it has found the class.
 constexpr std::chrono::milliseconds kGrace{250};
 
-/// The timer of a thread carries no context of its own.
+/// The timer of a thread carries no context of its own, and clients may hold the class longer than the server
+/// lives.
 LocalServer* running_server = nullptr;
 
-class ClassFactory final : public Implements<IClassFactory> {
+}  // namespace
+
+class LocalServer::Factory final : public Implements<IClassFactory> {
  public:
-  explicit ClassFactory(ServedClass served) : served_(std::move(served)) {}
+  explicit Factory(ServedClass served) : served_(std::move(served)) {}
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** interface_pointer) override
       try {
     if (!interface_pointer) return E_POINTER;
     *interface_pointer = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
+    if (!running_server || running_server->state_ == State::Gone) return CO_E_SERVER_STOPPING;
+    const Making making(*running_server);
     const ComPtr<IUnknown> door = Open(served_.make());
+    running_server->Enter(State::Serving);
     return door->QueryInterface(id, interface_pointer);
   } catch (...) {
     return ReportAsResult();
   }
 
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
-    if (lock)
-      locks_.emplace_back(std::make_unique<ServerUse>());
-    else if (!locks_.empty())
-      locks_.pop_back();
+    if (!running_server) return S_OK;
+    int& locks = running_server->locks_;
+    locks = std::max(0, locks + (lock ? 1 : -1));
     return S_OK;
   }
 
  private:
+  class Making {
+   public:
+    explicit Making(LocalServer& server) : server_(server) { ++server_.making_; }
+    Making(const Making&) = delete;
+    Making& operator=(const Making&) = delete;
+    ~Making() { --server_.making_; }
+
+   private:
+    LocalServer& server_;
+  };
+
   ComPtr<IUnknown> Open(const std::shared_ptr<automation::Published>& object) const {
     if (served_.open) return served_.open(object);
     return DispatchDoor::For(object);
   }
 
   ServedClass served_;
-  std::vector<std::unique_ptr<ServerUse>> locks_;
 };
-
-}  // namespace
 
 Apartment::Apartment() { Check(OleInitialize(nullptr), "Cannot start COM"); }
 
-Apartment::~Apartment() { OleUninitialize(); }
+Apartment::~Apartment() {
+  home_.ReleaseAll();
+  OleUninitialize();
+  CloseAllDoors();
+}
 
 ServerStart ServerStartOf(std::string_view arguments) {
   struct Switch {
@@ -76,21 +94,17 @@ ServerStart ServerStartOf(std::string_view arguments) {
 }
 
 LocalServer::LocalServer(ServedClass served, ServerLifetime lifetime)
-    : class_id_(served.id), factory_(Make<ClassFactory>(std::move(served))), lifetime_(std::move(lifetime)) {
-  Offer();
+    : class_id_(served.id), lifetime_(lifetime), factory_(Make<Factory>(std::move(served))) {
   running_server = this;
-  ServerUse::WhenUnused([this] {
-    was_used_ = true;
-    Wait(lifetime_.linger);
-  });
-  if (lifetime_.idle_limit.count() > 0) Wait(lifetime_.idle_limit);
+  Enter(State::Waiting);
+  ServerUse::WhenUnused([this] { Unused(); });
 }
 
 LocalServer::~LocalServer() {
-  Withdraw();
   ServerUse::WhenUnused({});
-  if (timer_) KillTimer(nullptr, timer_);
   running_server = nullptr;
+  Withdraw();
+  if (timer_) KillTimer(nullptr, timer_);
 }
 
 int LocalServer::Run(const std::function<bool(MSG&)>& translate) {
@@ -103,17 +117,44 @@ int LocalServer::Run(const std::function<bool(MSG&)>& translate) {
   return static_cast<int>(message.wParam);
 }
 
-void LocalServer::Quit() {
-  Withdraw();
-  PostQuitMessage(0);
+void LocalServer::Leave() {
+  if (state_ == State::Leaving || state_ == State::Gone) return;
+  Enter(ServerUse::count() > 0 ? State::Gone : State::Lingering);
 }
 
-void LocalServer::QuitUnlessUsed() {
-  Withdraw();
-  Wait(kGrace);
+void LocalServer::Unused() {
+  if (state_ == State::Serving && lifetime_.leaves_when_unused) Enter(State::Lingering);
+}
+
+void LocalServer::TimePassed() {
+  if (ServerUse::count() > 0) return Enter(State::Serving);
+  if (making_ > 0 || locks_ > 0) return Enter(state_);
+  Enter(state_ == State::Leaving ? State::Gone : State::Leaving);
+}
+
+/// The one place where the state changes; what holds in a state begins here.
+void LocalServer::Enter(State next) {
+  if (state_ == State::Gone) return;
+  const bool offered = next != State::Leaving && next != State::Gone;
+  offered ? Offer() : Withdraw();
+  state_ = next;
+  if (timer_) KillTimer(nullptr, std::exchange(timer_, 0));
+  // A timer, not a posted message: message boxes and menus run loops of their own, which lose a thread's
+  // messages.
+  if (const auto time = TimeIn(state_))
+    timer_ = SetTimer(nullptr, 0, static_cast<UINT>(time->count()), &OnTimer);
+  if (state_ == State::Gone) PostQuitMessage(0);
+}
+
+std::optional<std::chrono::milliseconds> LocalServer::TimeIn(State state) const {
+  if (state == State::Waiting && lifetime_.idle_limit.count() > 0) return lifetime_.idle_limit;
+  if (state == State::Lingering) return lifetime_.linger;
+  if (state == State::Leaving) return kGrace;
+  return std::nullopt;
 }
 
 void LocalServer::Offer() {
+  if (registration_ != 0) return;
   Check(CoRegisterClassObject(class_id_, factory_.get(), CLSCTX_LOCAL_SERVER,
                               REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &registration_),
         "Cannot offer the class to clients");
@@ -126,36 +167,15 @@ void LocalServer::Withdraw() {
   CoRevokeClassObject(std::exchange(registration_, 0));
 }
 
-/// A timer, not a posted message: message boxes and menus run loops of their own, which lose a thread's
-/// messages.
-void LocalServer::Wait(std::chrono::milliseconds delay) {
-  timer_ = SetTimer(nullptr, timer_, static_cast<UINT>(delay.count()), &OnTimer);
-}
-
 void CALLBACK LocalServer::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   KillTimer(nullptr, timer);
   if (!running_server || running_server->timer_ != timer) return;
   running_server->timer_ = 0;
   try {
-    running_server->Decide();
+    running_server->TimePassed();
   } catch (...) {
     // A timer has no caller to tell. Those who hold objects are served on.
   }
-}
-
-void LocalServer::Decide() {
-  const bool used = ServerUse::count() > 0;
-  const bool withdrawn = registration_ == 0;
-  if (used && withdrawn)
-    Offer();
-  else if (used)
-    return;
-  else if (withdrawn)
-    PostQuitMessage(0);
-  else if (was_used_ && lifetime_.on_last_object_released)
-    lifetime_.on_last_object_released();
-  else
-    QuitUnlessUsed();
 }
 
 }  // namespace windows::com

@@ -7,22 +7,26 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "automation/published.h"
 #include "windows/com/com_ptr.h"
-#include "windows/com/server_use.h"
+#include "windows/com/home_thread.h"
 
 namespace windows::com {
 
-/// This thread as a single-threaded apartment, with what OLE controls need. Leaving it disconnects the
-/// clients that still hold objects, which ends those objects.
+/// This thread as a single-threaded apartment, with what OLE controls need, and as the home of the objects
+/// made on it. Leaving it disconnects the clients that still hold objects, which ends those objects.
 class Apartment {
  public:
   Apartment();
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
   ~Apartment();
+
+ private:
+  HomeThread::Window home_;
 };
 
 /// What the switches of the command line ask of an automation server.
@@ -40,15 +44,14 @@ struct ServedClass {
   std::function<ComPtr<IUnknown>(const std::shared_ptr<automation::Published>&)> open = {};
 };
 
-/// When a server has nobody to serve any more.
+/// How a server's life goes; docs/architecture.md has it as a table.
 struct ServerLifetime {
-  /// Called from the message loop when no client has held any object for the time of `linger`. Without it the
-  /// server quits then.
-  std::function<void()> on_last_object_released = {};
+  /// The server leaves by itself once clients have released all objects; else only its owner lets it.
+  bool leaves_when_unused = true;
   /// A client that creates an object while its server leaves may fail, and clients like to come back at once:
   /// the server stays a little.
   std::chrono::milliseconds linger{1000};
-  /// A server that COM started and that no client reached within this time quits: of several that COM starts
+  /// A server that COM started and that no client reached within this time leaves: of several that COM starts
   /// for clients that come at the same time, all clients get the same one. Zero for a server that waits for
   /// ever.
   std::chrono::milliseconds idle_limit{0};
@@ -67,30 +70,36 @@ class LocalServer {
   LocalServer& operator=(const LocalServer&) = delete;
   ~LocalServer();
 
-  /// Runs the message loop until Quit or until anyone posts WM_QUIT; returns that message's code. `translate`
-  /// sees every message first and returns true for those that it has dealt with (dialog keys, accelerators).
+  /// Runs the message loop until the server is gone or until anyone posts WM_QUIT; returns that message's
+  /// code. `translate` sees every message first and returns true for those that it has dealt with (dialog
+  /// keys, accelerators).
   int Run(const std::function<bool(MSG&)>& translate = {});
 
-  /// Ends the message loop, whoever still holds objects.
-  void Quit();
-
-  /// Withdraws the class and ends the message loop a moment later, unless a client that was on its way then
-  /// has got an object by that time.
-  void QuitUnlessUsed();
+  /// The owner's work is done. Where clients hold objects they are cut off and the message loop ends. Else it
+  /// ends a little later, unless a client comes meanwhile, which is served.
+  void Leave();
 
  private:
+  class Factory;
+  enum class State { Waiting, Serving, Lingering, Leaving, Gone };
+
   static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD);
+  void Enter(State next);
+  std::optional<std::chrono::milliseconds> TimeIn(State state) const;
+  void TimePassed();
+  void Unused();
   void Offer();
   void Withdraw();
-  void Wait(std::chrono::milliseconds delay);
-  void Decide();
 
   const CLSID class_id_;
+  const ServerLifetime lifetime_;
   ComPtr<IClassFactory> factory_;
-  ServerLifetime lifetime_;
+  State state_ = State::Waiting;
+  /// Clients on their way: those whose object is being made, and those that have locked the class.
+  int making_ = 0;
+  int locks_ = 0;
   DWORD registration_ = 0;
   UINT_PTR timer_ = 0;
-  bool was_used_ = false;
 };
 
 }  // namespace windows::com

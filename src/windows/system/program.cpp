@@ -64,11 +64,9 @@ std::string WindowsProgram::TimeOfDay() const {
   return length > 0 ? ToUtf8(text.data()) : std::string();
 }
 
-char LocaleDecimalSeparator() {
-  std::array<wchar_t, 8> text{};
-  const int length =
-      GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text.data(), static_cast<int>(text.size()));
-  return length == 2 && text[0] < 0x80 ? static_cast<char>(text[0]) : '.';
+void ShowFatalFailure(std::string_view title, std::string_view reason) {
+  MessageBoxW(nullptr, ToWide(reason).c_str(), ToWide(title).c_str(),
+              MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
 }
 
 std::string CommandLineArguments() {

@@ -56,6 +56,9 @@ class SystemAnimation final : public ui::AnimationWindow {
 
   std::int32_t Width() const override { return Size().cx; }
   std::int32_t Height() const override { return Size().cy; }
+  std::uintptr_t hwnd() const override {
+    return IsWindow(window_) ? reinterpret_cast<std::uintptr_t>(window_) : 0;
+  }
 
  private:
   Opened Open(HMODULE module, const wchar_t* clip) {

@@ -98,9 +98,9 @@ std::optional<LRESULT> ChoiceListPeer::KeyDown(WPARAM key) {
   if (key == VK_ESCAPE && DroppedDown()) return Default(WM_KEYDOWN, key, 0);
   if (key == VK_RETURN && DroppedDown()) Default(WM_KEYDOWN, key, 0);  // takes the item under the bar
   if (!alive()) return 0;
-  if (list().on_key_down && list().on_key_down(static_cast<int>(key), HeldKeys())) return 0;
-  if (!alive() || host().NavigationKey(key)) return 0;
-  if (list().Locked()) return 0;
+  const bool locked = list().Locked();
+  if (!locked && list().on_key_down && list().on_key_down(static_cast<int>(key), HeldKeys())) return 0;
+  if (!alive() || host().NavigationKey(key) || locked) return 0;
   return std::nullopt;
 }
 
@@ -110,8 +110,9 @@ LRESULT ChoiceListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       if (const auto result = KeyDown(wparam)) return *result;
       return Default(message, wparam, lparam);
     case WM_SYSKEYDOWN:
-      if (list().Locked() && (wparam == VK_DOWN || wparam == VK_UP)) return 0;
-      break;
+      host().ShowKeyboardCues();
+      if (!list().Locked() && (wparam == VK_DOWN || wparam == VK_UP)) Default(message, wparam, lparam);
+      return TakenKey(message, wparam, lparam);
     case WM_CHAR:  // a letter chooses nothing
       return 0;
     case WM_MOUSEWHEEL:

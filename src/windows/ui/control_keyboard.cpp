@@ -93,6 +93,7 @@ bool ControlSet::NavigationKey(WPARAM key) {
       form_.HelpRequested();
       return true;
     case VK_ESCAPE:
+      if (!form_.cancel_button) return form_.EscapePressed();
       PressByKey(form_.cancel_button);
       return true;
     default:

@@ -185,6 +185,10 @@ LRESULT ControlPeer::Default(UINT message, WPARAM wparam, LPARAM lparam) {
   return CallWindowProcW(class_procedure_, handle_, message, wparam, lparam);
 }
 
+LRESULT ControlPeer::TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const {
+  return message == WM_SYSKEYDOWN ? DefWindowProcW(handle_, message, wparam, lparam) : 0;
+}
+
 LRESULT ControlPeer::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
   return SendMessageW(handle_, message, wparam, lparam);
 }

@@ -72,6 +72,7 @@ class ControlPeer : public ui::ControlPeer {
   void Update(ui::Aspect aspect) override;
   void TakeFocus() override { host_.TakeFocus(*this); }
   void ControlGone() override { control_ = nullptr; }
+  std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(handle_); }
 
   // What the parent hands on.
   virtual void Command(WORD) {}
@@ -97,6 +98,9 @@ class ControlPeer : public ui::ControlPeer {
   /// The window is about to go with what stands in it; the control may be gone already.
   virtual void Destroying() {}
   LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam);
+  /// For a key that is not for the control: with Alt the system has to hear of it all the same, or it takes
+  /// Alt for pressed alone and brings up the window's menu.
+  LRESULT TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const;
   LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
   void SetFont(Look::Weight weight) const;
   std::wstring WindowText() const;

@@ -80,13 +80,9 @@ std::unique_ptr<ui::FormWindow> WindowsDesktop::MakeWindow(ui::Form& form) {
   return std::make_unique<FormWindowPeer>(context_->Adopt(std::move(made)));
 }
 
-std::unique_ptr<ui::AnimationWindow> WindowsDesktop::MakeAnimation(ui::AnimationHost& owner,
+std::unique_ptr<ui::AnimationWindow> WindowsDesktop::MakeAnimation(std::uintptr_t owner,
                                                                    const ui::AnimationStyle& style) {
-  for (const auto& shell : context_->shells()) {
-    ControlPeer* const area = shell->closed() ? nullptr : shell->PeerOf(owner);
-    if (area) return MakeAnimationWindow(area->handle(), style);
-  }
-  return nullptr;
+  return MakeAnimationWindow(reinterpret_cast<HWND>(owner), style);
 }
 
 ui::Answer WindowsDesktop::ShowMessage(const ui::Message& message) {

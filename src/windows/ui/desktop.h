@@ -32,7 +32,7 @@ class WindowsDesktop final : public ui::Desktop {
   int Run();
 
   std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form& form) override;
-  std::unique_ptr<ui::AnimationWindow> MakeAnimation(ui::AnimationHost& owner,
+  std::unique_ptr<ui::AnimationWindow> MakeAnimation(std::uintptr_t owner,
                                                      const ui::AnimationStyle& style) override;
   ui::Answer ShowMessage(const ui::Message& message) override;
   std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override;

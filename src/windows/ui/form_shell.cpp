@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/raised.h"
 #include "ui/data_texts.h"
 #include "windows/com/wide_text.h"
 #include "windows/ui/clipboard.h"
@@ -44,19 +45,6 @@ WindowStyle StyleOf(const ui::Form& form) {
   style.extended |= WS_EX_CONTROLPARENT | (form.always_on_top ? static_cast<DWORD>(WS_EX_TOPMOST) : 0);
   return style;
 }
-
-/// Sets a flag for as long as it lives.
-class Flagged {
- public:
-  explicit Flagged(bool& flag) : flag_(flag), former_(flag) { flag = true; }
-  ~Flagged() { flag_ = former_; }
-  Flagged(const Flagged&) = delete;
-  Flagged& operator=(const Flagged&) = delete;
-
- private:
-  bool& flag_;
-  bool former_;
-};
 
 /// With its "&" as they are, and without what would make the menu too wide.
 std::wstring MenuText(std::wstring text) {
@@ -121,7 +109,7 @@ ui::FormWindow::Size FormShell::BestSize() const {
 void FormShell::UpdateCaption() { SetWindowTextW(handle(), ToWide(form_.Caption()).c_str()); }
 
 void FormShell::UpdateBounds() {
-  const Flagged moves(program_moves_);
+  const platform::Raised moves(program_moves_);
   const RECT bounds = FormBounds();
   if (IsIconic(handle()) || IsZoomed(handle())) {
     WINDOWPLACEMENT placement{};
@@ -138,7 +126,7 @@ void FormShell::UpdateBounds() {
 }
 
 void FormShell::UpdateState() {
-  const Flagged moves(program_moves_);
+  const platform::Raised moves(program_moves_);
   if (!form_.Visible()) {
     ShowWindow(handle(), SW_HIDE);
     return;

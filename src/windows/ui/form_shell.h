@@ -65,6 +65,7 @@ class FormWindowPeer final : public ui::FormWindow {
   void UpdateState() override { shell_.UpdateState(); }
   void Activate() override { shell_.Activate(); }
   void Repaint() override { shell_.Repaint(); }
+  std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(shell_.handle()); }
   Size BestSize() const override { return shell_.BestSize(); }
 
  private:

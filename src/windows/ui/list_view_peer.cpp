@@ -25,11 +25,14 @@ ListViewPeer::ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list)
 }
 
 void ListViewPeer::MakeImages() {
+  if (!list().small_icons) return;
   const int size = look().Scaled(16);
   // The list view destroys its image list.
-  const HIMAGELIST images = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 2, 0);
-  for (const Picture mark : {Picture::GreenMark, Picture::RedMark})
-    ImageList_ReplaceIcon(images, -1, DrawPicture(mark, size).get());
+  const HIMAGELIST images = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, 2);
+  for (const ui::ImageList::Image& image : list().small_icons->Images()) {
+    const bool green = image.picture == ui::ImageList::Picture::GreenMark;
+    ImageList_ReplaceIcon(images, -1, DrawPicture(green ? Picture::GreenMark : Picture::RedMark, size).get());
+  }
   Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
 }
 
@@ -128,13 +131,18 @@ void ListViewPeer::OfferMenu(LPARAM where) const {
   *chosen == 0 ? Copy() : SelectAll();
 }
 
+int ListViewPeer::ImageOf(ui::ListView::Icon icon) const {
+  const auto place = list().small_icons ? list().small_icons->Find(ui::ListView::KeyOf(icon)) : std::nullopt;
+  return place ? static_cast<int>(*place) : I_IMAGENONE;
+}
+
 LRESULT ListViewPeer::Notify(NMHDR& header) {
   if (header.code != LVN_GETDISPINFOW) return 0;
   LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
   const auto row = static_cast<std::size_t>(item.iItem), column = static_cast<std::size_t>(item.iSubItem);
   if (row >= list().Rows().size()) return 0;
   const ui::ListView::Row& shown = list().Rows()[row];
-  if (item.mask & LVIF_IMAGE) item.iImage = shown.icon == ui::ListView::Icon::Green ? 0 : 1;
+  if (item.mask & LVIF_IMAGE) item.iImage = ImageOf(shown.icon);
   if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
     answered_[column] = ToWide(list().ShownText(row, column));
     item.pszText = answered_[column].data();

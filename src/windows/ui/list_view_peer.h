@@ -28,6 +28,7 @@ class ListViewPeer final : public ControlPeer {
   void Copy() const;
   void OfferMenu(LPARAM where) const;
   void MakeImages();
+  int ImageOf(ui::ListView::Icon icon) const;
   void MakeColumns();
   void ForgetRows();
   void MeasureRows();

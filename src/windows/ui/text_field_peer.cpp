@@ -15,6 +15,7 @@ TextFieldPeer::TextFieldPeer(PeerHost& host, Surface& parent, ui::TextField& fie
     : ControlPeer(host, parent, field) {
   Create(L"EDIT", ToWide(field.Text()), ES_LEFT | ES_AUTOHSCROLL | (field.Locked() ? ES_READONLY : 0),
          WS_EX_CLIENTEDGE);
+  if (field.most_typed > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(field.most_typed));
 }
 
 ui::Extent TextFieldPeer::PreferredSize() const {
@@ -36,7 +37,10 @@ void TextFieldPeer::CatchUp() {
 }
 
 void TextFieldPeer::Command(WORD notification) {
-  if (notification == EN_CHANGE && !telling_) field().UserChangesText(ToUtf8(WindowText()));
+  if (notification != EN_CHANGE || telling_) return;
+  // Some systems tell of a change when all is selected.
+  const std::wstring text = WindowText();
+  if (text != ToWide(field().Text())) field().UserChangesText(ToUtf8(text));
 }
 
 COLORREF TextFieldPeer::BackColor() const {
@@ -82,8 +86,12 @@ LRESULT TextFieldPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_SYSKEYDOWN:  // with Alt
     case WM_KEYDOWN:
-      if (field().on_key_down && field().on_key_down(static_cast<int>(wparam), HeldKeys())) return 0;
+      if (field().Locked()) break;
+      if (field().on_key_down && field().on_key_down(static_cast<int>(wparam), HeldKeys()))
+        return TakenKey(message, wparam, lparam);
       if (!alive()) return 0;
+      // Not every system pastes by WM_PASTE then.
+      if (message == WM_KEYDOWN && wparam == VK_INSERT && (HeldKeys() & ui::kShift)) return Paste(), 0;
       break;
     case WM_CHAR:
       return Character(wparam, lparam);
@@ -124,7 +132,7 @@ LRESULT TextFieldPeer::Character(WPARAM character, LPARAM lparam) {
     return 0;
   }
   // The other control characters are commands such as copy and undo; Backspace alone enters something.
-  const bool enters = character >= kFirstPrintable || character == VK_BACK;
+  const bool enters = !field().Locked() && (character >= kFirstPrintable || character == VK_BACK);
   if (enters && field().on_key_press && !field().on_key_press(static_cast<char32_t>(character))) return 0;
   return alive() ? ControlPeer::Handle(WM_CHAR, character, lparam) : 0;
 }

@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 #include <process.h>
 
+#include <thread>
+
 #include "automation/convert.h"
 #include "sample.h"
 #include "windows/com/dispatch_door.h"
 #include "windows/com/dispatch_object.h"
+#include "windows/com/event_subscription.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
 #include "windows/com/variant_conversion.h"
@@ -160,36 +163,79 @@ TEST_F(Server, ItsDeathIsAnErrorAndNoMore) {
   EXPECT_TRUE(CreateObject("Qm5r.ComSample"));
 }
 
-TEST(LocalServer, ItsOwnerDecidesWhenToQuit) {
-  std::string log;
-  auto door = ToDispatch(std::make_shared<Sample>());
-  LocalServer* running = nullptr;
-  const auto unused = [&] {
-    running->QuitUnlessUsed();
-    // A client that was on its way: this attempt to quit does not end the loop.
-    if (log.empty()) door = ToDispatch(std::make_shared<Sample>());
-    log += "unused ";
-  };
-  LocalServer server({.id = Sample::kClass, .make = [] { return std::make_shared<Sample>(); }},
-                     {.on_last_object_released = unused, .linger = std::chrono::milliseconds(1)});
-  running = &server;
-  door.Reset();
-  int timers = 0;
-  EXPECT_EQ(server.Run([&](const MSG& message) {
-    if (message.message == WM_APP) door.Reset();
-    if (message.message == WM_TIMER && ++timers == 2) PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0);
-    return false;
-  }),
-            0);
-  EXPECT_EQ(log, "unused unused ");
+TEST_F(Server, AnObjectThatItsClientReleasesWithinItsCallEndsOnItsThread) {
+  ComPtr<IDispatch> second(ToDispatch(CreateObject("Qm5r.ComSample")));
+  std::unique_ptr<platform::Subscription> events =
+      SubscribeToDefaultEvents(second.get(), [&](auto, auto) { events.reset(), second.Reset(); });
+  CallArguments call(std::vector<Value>{13});
+  DISPPARAMS parameters = call.Parameters(false);
+  second.get()->Invoke(5, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+  ASSERT_FALSE(second);
+  const auto ended = [&] { return automation::ToInteger(sample->Invoke({"Ended"}, CallKind::Get, {})); };
+  for (int i = 0; i < 100 && ended() == 0; ++i) Sleep(20);
+  EXPECT_EQ(ended(), 1);
 }
 
-TEST(LocalServer, KnowsHowItWasStarted) {
-  const std::pair<const char*, ServerStart> cases[]{{"/automation  -EMBEDDING", ServerStart::ByCom},
-                                                    {"/regplugin", ServerStart::ByHand},
-                                                    {" /RegServer", ServerStart::Register},
-                                                    {"-unregserver", ServerStart::Unregister}};
-  for (const auto& [arguments, start] : cases) EXPECT_EQ(ServerStartOf(arguments), start) << arguments;
+TEST(Apartment, ObjectsEndWithItAtTheLatestAndOnItsThread) {
+  std::weak_ptr<Sample> handed_over, held;
+  ComPtr<IDispatch> door;
+  std::thread([&] {
+    const Apartment apartment;
+    auto first = std::make_shared<Sample>(), second = std::make_shared<Sample>();
+    handed_over = first, held = second;
+    ComPtr<IDispatch> last = ToDispatch(std::exchange(first, nullptr));
+    door = ToDispatch(std::exchange(second, nullptr));
+    std::thread([&] { last.Reset(); }).join();
+  }).join();
+  EXPECT_TRUE(handed_over.expired() && held.expired());
+  EXPECT_EQ(Sample::ended_elsewhere, 0);
+}
+
+/// A server whose owner lets it leave, and a client that has found its class.
+struct OwnedServer : testing::Test {
+  static ComPtr<IClassFactory> Class() {
+    ComPtr<IClassFactory> offered;
+    CoGetClassObject(Sample::kClass, CLSCTX_LOCAL_SERVER, nullptr, IID_IClassFactory, offered.ReceiveVoid());
+    return offered;
+  }
+  HRESULT Create() { return found->CreateInstance(nullptr, IID_IUnknown, object.ReceiveVoid()); }
+  bool GoesWithin(int milliseconds) {
+    for (MSG message; milliseconds > 0; milliseconds -= 10, Sleep(10))
+      for (; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); DispatchMessageW(&message))
+        if (message.message == WM_QUIT) return true;
+    return false;
+  }
+  LocalServer server{{.id = Sample::kClass, .make = [] { return std::make_shared<Sample>(); }},
+                     {.leaves_when_unused = false, .linger = std::chrono::milliseconds(100)}};
+  ComPtr<IClassFactory> found = Class();
+  ComPtr<IUnknown> object;
+};
+
+TEST_F(OwnedServer, GoesWhenNobodyComesMeanwhile) {
+  Create();
+  object.Reset();
+  EXPECT_FALSE(GoesWithin(600)) << "its owner has not let it";
+  server.Leave();
+  Create();
+  EXPECT_FALSE(GoesWithin(600)) << "a client came while it lingered";
+  object.Reset();
+  server.Leave();
+  EXPECT_FALSE(GoesWithin(200) || Class()) << "the class is withdrawn";
+  EXPECT_EQ(Create(), S_OK);
+  EXPECT_TRUE(Class()) << "the class is offered again";
+  object.Reset();
+  found->LockServer(TRUE);
+  server.Leave();
+  EXPECT_FALSE(GoesWithin(600)) << "the class is locked";
+  found->LockServer(FALSE);
+  EXPECT_TRUE(GoesWithin(1000));
+  EXPECT_EQ(Create(), CO_E_SERVER_STOPPING);
+}
+
+TEST_F(OwnedServer, GoesAtOnceWhereObjectsAreHeld) {
+  Create();
+  server.Leave();
+  EXPECT_TRUE(GoesWithin(50) && !Class());
 }
 
 }  // namespace

@@ -62,23 +62,11 @@ second.Visible = True
 Check "shared window", plug.Visible, True
 second.SendCommand 13, 28, kTower & "/Thermostat"
 
-' A full remote client, and one over the Internet.
+' A full remote client.
 plug.Remote = True
 plug.NetworkInterfaceName = "DEMO-REMOTE-1"
 plug.networkName = "Demo Tower"
 Check "remote network", plug.networkName, "Demo Tower"
-plug.Remote = True
-plug.NetworkInterfaceName = "Internet"
-Check "NetworkInterfaceName", plug.NetworkInterfaceName, "Internet"
-On Error Resume Next
-plug.networkName = "Demo Annex"
-' The object server stayed open, so the name is looked up among the interfaces.
-CheckError "Internet while open", 20006, "Cannot open the network Demo Annex"
-On Error GoTo 0
-plug.NetworkInterfaceName = ""
-plug.networkName = "Demo Annex"
-Check "local again", plug.Remote, False
-Check "other network", plug.networkName, "Demo Annex"
 
 plug.Visible = False
 Set second = Nothing

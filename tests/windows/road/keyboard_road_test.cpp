@@ -69,13 +69,14 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
   ExpectText(0, "68");
   Key(VK_LEFT);
   ExpectText(0, "20");
+  EXPECT_EQ(Written(), "nciSetPts nciGenOpts ") << "looking in other units writes nothing";
   Key(VK_MENU, 'R');
 
   for (const int key : {VK_TAB, VK_TAB, VK_SPACE}) Key(key);
   const HWND log = NextFront(window_);
   EXPECT_EQ(director::TextOf(log), "Network activity logging");
   for (const int letter : {'A', 'C'}) Key(VK_CONTROL, letter);
-  ExpectCopied("(.*\t.*\t.*\r\n){46}");  // eleven points read four times, two written
+  ExpectCopied("(.*\t.*\t.*\r\n){47}");  // the device named, eleven points read four times, two written
   Key(VK_END);
   Key(VK_SHIFT, VK_F10);
   ChooseFromMenu('C');
@@ -87,7 +88,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
   Key(VK_RETURN);
   EXPECT_EQ(NextFront(dialog), log);
   std::ifstream file("C:\\keys.csv");
-  EXPECT_EQ(std::count(std::istreambuf_iterator<char>(file), {}, '\n'), 46);
+  EXPECT_EQ(std::count(std::istreambuf_iterator<char>(file), {}, '\n'), 47);
   Key(VK_ESCAPE);
 
   EXPECT_EQ(NextFront(log), window_);

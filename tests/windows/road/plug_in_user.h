@@ -128,8 +128,8 @@ class PlugInUser : public testing::Test {
         << windows::ToUtf8(caption) << (enabled ? " is not enabled" : " is not disabled");
   }
 
-  void Click(HWND control, bool right = false) {
-    ClickWindow(control, right);
+  void Click(HWND control) {
+    ClickWindow(control);
     EXPECT_TRUE(Eventually([&] { return Focused() == control; }));
     Settle();
   }
@@ -143,16 +143,6 @@ class PlugInUser : public testing::Test {
     EXPECT_TRUE(Eventually(open));
     Key(letter);
     EXPECT_TRUE(Eventually([&] { return !open(); }));
-  }
-
-  static void PutOnClipboard(const std::wstring& text) {
-    ASSERT_TRUE(Eventually([] { return OpenClipboard(nullptr) != 0; }));
-    EmptyClipboard();
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
-    std::copy_n(text.c_str(), text.size() + 1, static_cast<wchar_t*>(GlobalLock(memory)));
-    GlobalUnlock(memory);
-    SetClipboardData(CF_UNICODETEXT, memory);
-    CloseClipboard();
   }
 
   static std::string FromClipboard() {
@@ -205,15 +195,18 @@ class PlugInUser : public testing::Test {
   }
 
   /// "nciSetPts " for every value written, in order.
-  std::string Written() const {
+  std::string Written() const { return Journalled("([^/\\n]+) Value="); }
+
+  /// What the pattern's group finds in the simulator's journal.
+  std::string Journalled(const char* pattern) const {
     std::ostringstream journal;
     Knobs().PrintJournal(journal);
     const std::string lines = journal.str();
-    const std::regex value("([^/\\n]+) Value=");
-    std::string written;
-    for (std::sregex_iterator found(lines.begin(), lines.end(), value), end; found != end; ++found)
-      written += found->str(1) + " ";
-    return written;
+    const std::regex wanted(pattern);
+    std::string all;
+    for (std::sregex_iterator found(lines.begin(), lines.end(), wanted), end; found != end; ++found)
+      all += found->str(1) + " ";
+    return all;
   }
 
   static inline platform::LateBoundPtr simulator_;

@@ -27,6 +27,9 @@ done)
 expect "$work/key.txt" "Version    REG_SZ    ${version:-(a script cannot create the object)}"
 "$wine" "$programs/QM5RFcPirConfigure.exe" /deregplugin /deregmode:-1 || fail "deregplugin"
 
+env -u DISPLAY "$wine" "$programs/QM5RFcPirConfigure.exe" && fail "a program that has no display for its window ended with 0"
+env -u DISPLAY "$wine" "$programs/QM5RFcPirConfigure.exe" /deregplugin || fail "deregplugin without a display"
+
 "$wine" "$programs/registration_road_tests.exe" >"$work/tests.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/tests.txt" && ! grep -q FAILED "$work/tests.txt" || { fail "tests"; cat "$work/tests.txt"; }
 "$wine" wine cmd /c 'if not exist C:\LonWorks\Import\Korvell\QM5R.XFB exit 1' || fail "the converter made no binary form"

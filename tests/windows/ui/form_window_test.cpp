@@ -1,5 +1,4 @@
 #include <array>
-#include <memory>
 #include <set>
 #include <tuple>
 
@@ -112,17 +111,6 @@ TEST_F(FormWindow, ClosesFromWithinItsOwnEvents) {
   EXPECT_TRUE(failures.empty());
 }
 
-TEST_F(FormWindow, GoesWithItsFormAtOnce) {
-  auto going = std::make_unique<ScreenForm>(desktop);
-  for (const bool unload : {true, false}) {
-    going->Show();
-    const HWND window = WindowOf(*going);
-    ASSERT_TRUE(window);
-    unload ? going->Unload() : going.reset();
-    EXPECT_FALSE(IsWindow(window));
-  }
-}
-
 TEST_F(FormWindow, AsksTheFormBeforeItCloses) {
   form.Show();
   std::vector<ui::CloseReason> asked;
@@ -142,6 +130,24 @@ TEST_F(FormWindow, ReportsWhatAHandlerThrows) {
   form.apply.on_click = [] { throw platform::Error(5, "test", "The handler fails."); };
   SendMessageW(Child(WindowOf(form), L"&Apply"), BM_CLICK, 0, 0);
   EXPECT_EQ(failures, std::vector<std::string>{"The handler fails."});
+}
+
+TEST_F(FormWindow, HoldsAnAnimationInItselfOrInAControl) {
+  ui::cAnimControl clip(desktop, "Program");
+  clip.ResourceId = 201;
+  for (const ui::HasWindow* owner : std::initializer_list<const ui::HasWindow*>{&form, &form.units})
+    for (const bool owner_goes : {false, true}) {
+      form.Show();
+      clip.SetOwner(*owner);
+      clip.StartPlay();
+      const HWND window = reinterpret_cast<HWND>(clip.hwnd());
+      EXPECT_EQ(ClassOf(window), L"SysAnimate32");
+      EXPECT_EQ(reinterpret_cast<std::uintptr_t>(GetParent(window)), owner->hwnd());
+      EXPECT_TRUE(IsWindowVisible(window) && clip.Width() > 0);
+      owner_goes ? form.Unload() : clip.StopPlay();
+      EXPECT_TRUE(!IsWindow(window) && clip.hwnd() == 0);
+    }
+  EXPECT_THROW(clip.StartPlay(), platform::Error) << "the owner is gone";
 }
 
 struct LargeFormWindow : WindowsUiTest {

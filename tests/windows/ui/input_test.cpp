@@ -5,16 +5,24 @@
 
 namespace {
 
-HWND other_window = nullptr;
-bool other_was_usable = false;
-
 /// Presses the button of the dialog when it has come up.
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
   const HWND box = FindWindowW(L"#32770", L"Question of the test");
   if (!box) return;
   KillTimer(nullptr, timer);
-  other_was_usable = IsWindowEnabled(other_window);
   PostMessageW(box, WM_COMMAND, IDOK, 0);
+}
+
+bool menu_was_up = false;
+WORD menu_key = VK_ESCAPE;
+
+/// Presses a key in a menu that has come up.
+void CALLBACK AnswerMenu(HWND, UINT, UINT_PTR, DWORD) {
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  if (!GetGUIThreadInfo(GetCurrentThreadId(), &thread) || !(thread.flags & GUI_INMENUMODE)) return;
+  menu_was_up = true;
+  PressKeys({menu_key});
 }
 
 class Input : public WindowsUiTest {
@@ -30,7 +38,9 @@ class Input : public WindowsUiTest {
     first.SetText("20");
     second.SetText("18");
     other.SetCaption("The other one");
+    menu_key = VK_ESCAPE;
   }
+  ~Input() override { KillTimer(nullptr, menu_timer); }
   void SetUp() override { ASSERT_TRUE(Activate(form)); }
   void ClickApply() { Click(Child(WindowOf(form), L"&Apply")); }
 
@@ -52,36 +62,8 @@ class Input : public WindowsUiTest {
   ScreenForm form{desktop}, other{desktop};
   ui::TextField &first = *form.screen.txtNvi(0), &second = *form.screen.txtNvi(18);
   std::string journal;
+  const UINT_PTR menu_timer = SetTimer(nullptr, 0, 10, AnswerMenu);
 };
-
-TEST_F(Input, TabWalksTheFieldsAndTypingReplacesTheirText) {
-  EXPECT_EQ(form.ActiveControl(), &first);
-  for (const WORD key : std::vector<WORD>{'2', VK_OEM_PERIOD, '5', VK_TAB, '7'}) Press({key});
-  EXPECT_EQ(first.Text(), "2.5");
-  EXPECT_EQ(second.Text(), "7");
-  Press({VK_SHIFT, VK_TAB});
-  EXPECT_EQ(form.ActiveControl(), &first);
-  EXPECT_EQ(journal,
-            " got txtNvi(0) check txtNvi(0) lost txtNvi(0) got txtNvi(18) check txtNvi(18) lost txtNvi(18)"
-            " got txtNvi(0)");
-  EXPECT_TRUE(failures.empty());
-}
-
-TEST_F(Input, LettersWithAltBringPagesToTheFront) {
-  const std::pair<WORD, int> steps[] = {{'G', 1}, {'H', 0}, {'H', 2}, {'H', 0}, {'P', 4}, {'B', 7}, {'N', 5}};
-  for (const auto& [letter, page] : steps) {
-    Press({VK_MENU, letter});
-    ASSERT_TRUE(form.ActiveControl());
-    EXPECT_EQ(ui::PagesAround(form.layout(), *form.ActiveControl()).front().page, page) << char(letter);
-    EXPECT_TRUE(IsWindowVisible(GetFocus()));
-  }
-  Press({VK_MENU, 'A'});
-  EXPECT_NE(journal.find(" apply"), std::string::npos);
-  Press({VK_CONTROL, VK_TAB});
-  EXPECT_EQ(form.screen.tabData.Selected(), 6u);
-  Press({VK_CONTROL, VK_PRIOR});
-  EXPECT_EQ(form.screen.tabData.Selected(), 5u);
-}
 
 TEST_F(Input, MovesOnOnlyWhenACheckBringsUpNoMessage) {
   first.on_validate = [this] { Ask(); };
@@ -113,28 +95,77 @@ TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
   EXPECT_EQ(journal, " got txtNvi(0) asks answered");
 }
 
-TEST_F(Input, WhileADialogIsUpNoWindowCanBeUsed) {
-  other.Show();
-  other_window = WindowOf(other);
-  for (const bool saving : {false, true}) {
-    ASSERT_TRUE(Activate(form));
-    if (saving) SetTimer(nullptr, 0, 30, AnswerBox);
-    other_was_usable = true;
-    saving ? void(desktop.AskSaveFile({"Question of the test", "file", "*.csv", "All|*.*"})) : Ask();
-    EXPECT_FALSE(other_was_usable) << saving;
-    EXPECT_TRUE(IsWindowEnabled(other_window));
-    EXPECT_TRUE(Until([&] { return GetForegroundWindow() == WindowOf(form) && GetFocus(); })) << saving;
-    EXPECT_EQ(form.ActiveControl(), &first);
+TEST_F(Input, EnterPressesItsButtonAndEscapeComesToTheForm) {
+  form.default_button = &form.apply;
+  form.on_escape = [this] { journal += " escape"; };
+  form.screen.cbNvi(2)->SetFocus();
+  Press({VK_RETURN});
+  Press({VK_ESCAPE});
+  EXPECT_EQ(journal, " got txtNvi(0) check txtNvi(0) lost txtNvi(0) apply escape");
+}
+
+TEST_F(Input, AltBringsUpTheMenuAloneAndNotWithAKeyThatAControlTakes) {
+  ui::ChoiceList &list = *form.screen.cbNvi(11), &locked = *form.screen.cbNvi(0);
+  locked.SetLocked(true);
+  first.on_key_down = [](int key, int) { return key == VK_PRIOR; };
+  const std::tuple<ui::Control*, WORD> cases[] = {{&first, VK_PRIOR}, {&locked, VK_DOWN}, {&list, VK_DOWN}};
+  for (const auto& [control, key] : cases) {
+    SCOPED_TRACE(control->name());
+    control->SetFocus();
+    Press({VK_MENU});
+    EXPECT_TRUE(std::exchange(menu_was_up, false));
+    Press({VK_MENU, key}, /*first_let_go=*/true);
+    Press({VK_TAB});
+    EXPECT_NE(form.ActiveControl(), control) << "the next key arrives";
+    EXPECT_FALSE(menu_was_up);
   }
 }
 
-TEST_F(Input, EnterAndEscapePressTheirButtons) {
-  form.default_button = &form.apply;
-  form.cancel_button = &form.options;
-  form.options.on_click = [this] { journal += " cancel"; };
-  Press({VK_RETURN});
-  Press({VK_ESCAPE});
-  EXPECT_EQ(journal, " got txtNvi(0) check txtNvi(0) lost txtNvi(0) apply cancel");
+TEST_F(Input, EveryEntryGoesThroughTheFilterOfItsField) {
+  first.on_key_press = [this](char32_t character) {
+    journal += static_cast<char>(character);
+    return character != U'x';
+  };
+  first.on_change = [this] { journal += '!'; };
+  menu_key = 'P';
+  using Presses = std::vector<std::vector<WORD>>;
+  const auto press = [this](const std::string& clipboard, const Presses& presses) {
+    if (!clipboard.empty()) desktop.CopyText(clipboard);
+    journal.clear();
+    Press({VK_CONTROL, 'A'});
+    for (const auto& keys : presses) Press(keys);
+  };
+  const std::string limit(static_cast<std::size_t>(first.most_typed), '7'), beyond = limit + "777";
+  const std::tuple<std::string, Presses, std::string, std::string> cases[] = {
+      {"", {{VK_BACK}, {'4'}, {'X'}, {'5'}, {VK_BACK}}, "4", "\b!4!x5!\b!"},
+      {"",
+       {{VK_CONTROL, 'C'}, {VK_CONTROL, VK_INSERT}, {VK_SHIFT, VK_DELETE}, {VK_SHIFT, VK_INSERT}},
+       "4",
+       "!4!"},
+      {"1x2\t3", {{VK_CONTROL, 'V'}}, "123", "1x23!"},
+      {"4x5", {{VK_SHIFT, VK_INSERT}}, "45", "4x5!"},
+      {"1x2\t3", {{VK_SHIFT, VK_F10}}, "123", "1x23!"},
+      {beyond, {{VK_SHIFT, VK_INSERT}, {'8'}}, limit, beyond + "!8"}};
+  for (const auto& [clipboard, presses, text, told] : cases) {
+    press(clipboard, presses);
+    EXPECT_EQ(first.Text(), text);
+    EXPECT_EQ(journal, told);
+  }
+  for (const auto& [entry, left] : {std::pair('D', std::string()), {'U', limit}}) {
+    menu_key = static_cast<WORD>(entry);
+    press("", {{VK_SHIFT, VK_F10}});
+    EXPECT_EQ(first.Text() + journal, left + "!") << entry;
+  }
+  journal.clear();
+  first.SetText(beyond);  // the program's own change: no entry, and no limit
+  Press({VK_END});
+  Press({'9'});
+  EXPECT_EQ(journal, "9");
+  first.SetLocked(true);
+  first.on_key_down = [this](int, int) { return journal += "key", false; };
+  press("8", {{'9'}, {VK_SHIFT, VK_INSERT}, {VK_CONTROL, 'V'}, {VK_PRIOR}});
+  EXPECT_EQ(journal, "") << "a locked field hears of no entry";
+  EXPECT_EQ(TextOf(GetFocus()), windows::ToWide(beyond));
 }
 
 TEST_F(Input, FocusLeavesAControlThatIsDisabled) {

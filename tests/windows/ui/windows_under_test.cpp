@@ -9,6 +9,7 @@ ScreenForm::ScreenForm(ui::Desktop& screen_desktop)
   SetCaption("Screen under test");
   heading.shows_data = true;
   note.columns = 30;
+  log.small_icons = &marks;
   help.picture = ui::Button::Picture::Help;
   help.SetToolTip("Help");
   Box strip = Box::Row({Box::Framed(units, Box::Row({Box::Leaf(metric), Box::Leaf(imperial)})),

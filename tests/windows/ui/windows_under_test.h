@@ -9,6 +9,7 @@
 
 #include "../real_input.h"
 #include "model/configuration_screen.h"
+#include "ui/animation.h"
 #include "ui/form.h"
 #include "windows/com/wide_text.h"
 #include "windows/ui/desktop.h"
@@ -26,16 +27,19 @@ class ScreenForm : public ui::Form {
   ui::Button apply{"apply", "&Apply"}, options{"options", "&Options of this window"}, help{"help", ""};
   ui::Frame on_error{"on_error", "A caption wider than what it stands on"};
   ui::CheckBox show{"show", "Show on error"};
+  ui::ImageList marks{{"Red", ui::ImageList::Picture::RedMark}, {"Green", ui::ImageList::Picture::GreenMark}};
   ui::ListView log{"log", {"Time", "Action", "Results"}};
   ui::StatusBar bar{"bar", 2};
 
   std::function<bool(ui::CloseReason)> on_query_unload;
+  std::function<void()> on_escape;
   /// In which nothing is cut, also where the screen is smaller.
   ui::FormWindow::Size best;
 
  protected:
   ui::FormWindow::Size FirstSize(ui::FormWindow::Size size) override { return best = size; }
   bool OnQueryUnload(ui::CloseReason reason) override { return !on_query_unload || on_query_unload(reason); }
+  bool OnEscape() override { return on_escape && (on_escape(), true); }
 };
 
 /// A desktop at one resolution, and what tests do with its windows.
@@ -57,8 +61,8 @@ class WindowsUiTest : public testing::Test {
   HWND WindowOf(const ui::Form& form) const;
   /// Brings the window to the front for real input.
   bool Activate(ui::Form& form);
-  void Press(const std::vector<WORD>& keys) {
-    PressKeys(keys);
+  void Press(const std::vector<WORD>& keys, bool first_let_go = false) {
+    PressKeys(keys, first_let_go);
     Settle();
   }
   void Click(HWND window) {

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include <cstdio>
 #include <memory>
+#include <optional>
 
 #include "log/log.h"
 #include "platform/attempt.h"
@@ -11,12 +11,11 @@
 #include "plugin/main_form.h"
 #include "registration/main.h"
 #include "registry/registry.h"
+#include "startup/command_line.h"
 #include "startup/identity.h"
-#include "text/numbers.h"
 #include "ui/progress.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
-#include "windows/com/server_use.h"
 #include "windows/plugin/plug_in_door.h"
 #include "windows/system/files.h"
 #include "windows/system/object_server_source.h"
@@ -47,9 +46,8 @@ struct PlugIn {
         progress(desktop, program, identity.PlugInName),
         interface_files(desktop, files, shell, registry),
         log(desktop, program, files),
-        surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files},
+        surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files, log},
                      files,
-                     log,
                      [this] { return windows::MakeObjectServer(machine); }},
         main(surroundings) {}
 
@@ -66,43 +64,26 @@ struct PlugIn {
   plugin::fMain main;
 };
 
-/// Serves directors until the plug-in ends itself: the window and the last automation object decide, not the
-/// count of clients. The apartment is left before the window's state goes: leaving it takes the automation
-/// objects that directors still hold, and these tell the window. References to the object server are gone by
-/// then.
+/// Serves directors until the plug-in ends itself; docs/architecture.md has the life of the server. The
+/// apartment is left before the window's state goes: leaving it takes the automation objects that directors
+/// still hold, and these tell the window. References to the object server are gone by then.
 int Serve(const startup::Identity& identity, const platform::Program& program) {
-  windows::com::LocalServer* server = nullptr;
-  PlugIn* running = nullptr;
-  bool ending = false;
+  std::optional<windows::com::LocalServer> server;
   windows::WindowsDesktop::Settings settings;
-  // Where directors still hold objects, the user has decided. Where the last one has just released its
-  // object, another one that comes within a moment is served by this process.
   settings.end_program = [&] {
-    ending = true;
-    if (running->session.InstanceCount != 0)
-      server->Quit();
-    else if (windows::com::ServerUse::count() == 0)
-      server->QuitUnlessUsed();
+    if (server) server->Leave();
   };
   PlugIn plug_in(identity, program, std::move(settings));
-  running = &plug_in;
-
   const windows::com::Apartment apartment;
-  windows::com::ServedClass served{windows::plugin::PlugInClassId(),
-                                   [&] {
-                                     ending = false;
-                                     return std::make_shared<plugin::LNSPlugInAPI>(plug_in.surroundings,
-                                                                                   plug_in.main);
-                                   },
-                                   windows::plugin::OpenPlugInDoor};
-  windows::com::ServerLifetime lifetime;
-  lifetime.on_last_object_released = [&] {
-    if (ending) server->QuitUnlessUsed();
+  const auto make = [&] {
+    return std::make_shared<plugin::LNSPlugInAPI>(plug_in.surroundings, plug_in.main);
   };
-  lifetime.idle_limit = windows::com::kIdleLimit;
-  windows::com::LocalServer local_server(std::move(served), std::move(lifetime));
-  server = &local_server;
-  return plug_in.desktop.Run();
+  server.emplace(
+      windows::com::ServedClass{windows::plugin::PlugInClassId(), make, windows::plugin::OpenPlugInDoor},
+      windows::com::ServerLifetime{.leaves_when_unused = false, .idle_limit = windows::com::kIdleLimit});
+  const int exit_code = plug_in.desktop.Run();
+  server.reset();
+  return exit_code;
 }
 
 /// Registers or removes the plug-in, or lets the user do it.
@@ -121,7 +102,6 @@ int RunByHand(const startup::Identity& identity, const platform::Program& progra
 int Run() {
   const windows::WindowsProgram program;
   const startup::Identity identity = startup::LoadIdentity(program);
-  text::SetDecimalSeparator(windows::LocaleDecimalSeparator());
   switch (windows::com::ServerStartOf(windows::CommandLineArguments())) {
     case ServerStart::Register:
       windows::com::RegisterServer(RegistrationOf(identity));
@@ -137,13 +117,24 @@ int Run() {
   return 0;
 }
 
+/// The program's exit code. Nobody may sit before a program that COM has started or that registers, and
+/// whoever has started it waits for its end: such a one shows no message. The director gets COM's error;
+/// started by hand the program tells the reason.
+int CannotRun(const std::exception& failure) {
+  using Role = startup::CommandLine::Role;
+  const std::string arguments = windows::CommandLineArguments();
+  if (windows::com::ServerStartOf(arguments) != ServerStart::ByHand) return 1;
+  if (startup::ParseCommandLine(arguments).role != Role::RegistrationWindow) return 0;  // as these always end
+  windows::ShowFatalFailure(startup::kProgramTitle, failure.what());
+  return 1;
+}
+
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   try {
     return Run();
   } catch (const std::exception& failure) {
-    std::fprintf(stderr, "%s: %s\n", startup::kProgramTitle, failure.what());
-    return 1;
+    return CannotRun(failure);
   }
 }

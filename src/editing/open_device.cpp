@@ -1,0 +1,294 @@
+#include "editing/open_device.h"
+
+#include "lns/members.h"
+#include "platform/attempt.h"
+#include "text/numbers.h"
+#include "text/strings.h"
+
+namespace editing {
+namespace {
+
+constexpr const char* kPreparing = "Preparing the device";
+constexpr const char* kClosed = "Closed";
+constexpr const char* kUnknown = "?";
+
+/// The program's reading of the attachment value; networks report 0 for an attached device.
+constexpr std::int32_t kOffnet = 1;
+
+DeviceState StateOfCode(std::int32_t code) {
+  switch (code) {
+    case 2:
+      return {"Unconfigured"};
+    case 3:
+      return {"App'less"};
+    case 4:
+      return {"Cnfg Online", true};
+    case 6:
+      return {"Cnfg Offline"};
+    case 12:
+      return {"Soft Offline"};
+    case 140:
+      return {"Cnfg Bypass"};
+    default:
+      return {kUnknown};
+  }
+}
+
+}  // namespace
+
+void OpenDevice::TakeScreen() {
+  LetEdit(false, false);
+  with_.screen.ShowInitialTexts();
+  with_.pending.Drop();
+  with_.show_device();
+}
+
+void OpenDevice::Close() {
+  if (standing_ != Standing::Current || (!device_ && !object_)) return;
+  standing_ = Standing::Closed;
+  state_ = {kClosed};
+  LetEdit(false, false);
+  with_.show_device();
+}
+
+bool OpenDevice::SaysItIsGone() const {
+  const bool closed = standing_ == Standing::Closed;
+  if (!closed && (device_ || object_)) return false;
+  with_.desktop.ShowMessage(
+      {std::string(closed ? "The network of this device has been closed." : "No device is open.") +
+           "\r\n\r\nChoose Configure in the network tool.",
+       with_.plug_in_name, ui::Icon::Exclamation});
+  return true;
+}
+
+void OpenDevice::Pass(const std::string& action, const std::function<void()>& step) {
+  WhileItStands([&] {
+    std::optional<Failure> failure;
+    try {
+      step();
+    } catch (const Failure& failed) {
+      failure = failed;
+    } catch (const platform::Error& error) {
+      failure = FailureOf(action, error);
+    }
+    EndUnlessItStands();
+    FinishPass();
+    LetEdit(IsComplete(), IsComplete());
+    if (!failure) return;
+    Report(*failure);
+    EndUnlessItStands();
+    if (!IsComplete()) with_.refresh_button.SetFocus();
+  });
+  FinishPass();
+}
+
+void OpenDevice::FinishPass() {
+  stop_ = Stop::NotOffered;
+  doing_.clear();
+  with_.progress.Close();
+  with_.show_device();
+}
+
+/// Points tell which of them failed, and doing what, in front of the platform's own words; nobody else does.
+OpenDevice::Failure OpenDevice::FailureOf(const std::string& action, const platform::Error& error) {
+  const std::string text =
+      error.description().empty() ? "Error " + std::to_string(error.number()) : error.description();
+  const auto [head, rest] = text::SplitAtFirst(text, "\r\n");
+  const bool names_action = error.source() == "GetNetworkValue" || error.source() == "SendNetworkValue";
+  return names_action ? Failure{head, rest, text} : Failure{action, text, text};
+}
+
+void OpenDevice::Report(const Failure& failure) {
+  LogError(failure);
+  with_.desktop.ShowMessage({failure.text, with_.plug_in_name, ui::Icon::Critical});
+  if (with_.object_server_is_lost()) Close();
+}
+
+void OpenDevice::NameItInTheLog() {
+  if (with_.device_in_log == number_ && !with_.log.lstActivity.Rows().empty()) return;
+  with_.device_in_log = number_;
+  with_.log.LogCommand("Configuring", path_);
+}
+
+void OpenDevice::LogCommand(const std::string& action, const std::string& results) {
+  NameItInTheLog();
+  with_.log.LogCommand(action, results);
+}
+
+void OpenDevice::LogError(const Failure& failure) {
+  NameItInTheLog();
+  with_.log.LogError(activity::ErrorMessage(failure.action, failure.result));
+}
+
+void OpenDevice::SayDoing(const std::string& action, std::size_t left) {
+  doing_ = action + ", " + std::to_string(left) + " left";
+  with_.show_device();
+  Outside([this] {
+    if (with_.progress.Shown() || !with_.is_visible()) return with_.progress.DisplayStatus(doing_);
+    with_.desktop.Yield();
+  });
+  if (stop_ == Stop::Wanted) throw Stopped{};
+}
+
+void OpenDevice::LetEdit(bool temperatures, bool others) {
+  for (ui::Field* const field : with_.screen.EditableFields()) field->SetLocked(!others);
+  for (ui::Field* const field : with_.screen.TemperatureFields()) field->SetLocked(!temperatures);
+}
+
+void OpenDevice::FindOwner() {
+  if (device_ || !object_) return;
+  device_ = Outside([this] { return lns::OwningDevice(object_); });
+  if (!device_) throw Failure{kPreparing, "", "The LonMark object belongs to no device."};
+}
+
+void OpenDevice::Load() {
+  interface_ = Outside([this] { return device_.Interface(); });
+  model::PointList points = Outside([this] { return model::PointList(interface_.NetworkVariables()); });
+  bindings_.clear();
+  points_ = std::move(points);
+  bindings_ = model::MakeBindings(points_, with_.screen);
+  state_ = {};
+  InitializeAllBindings();
+  ReadDevice();
+  ShowValues();
+}
+
+/// A test or a state that fails leaves "?"; errors of the first two questions reach the pass.
+void OpenDevice::FindState() {
+  DeviceState found{kUnknown};
+  if (Outside([this] { return device_.AttachmentStatus(); }) == kOffnet) {
+    found.text = "Offnet";
+  } else if (!Outside([this] { return device_.HasBeenCommissioned(); })) {
+    found.text = "Not Commissioned yet";
+  } else {
+    const auto ask = [this](const char* status, auto question) {
+      Outside([&] { with_.progress.DisplayStatus(status); });
+      Outside([&] { platform::Attempt(question); });
+    };
+    bool good = false;
+    ask("Testing the device...", [&] { good = device_.Test() == lns::members::kTestGood; });
+    if (good) ask("Reading the device state...", [&] { found = StateOfCode(device_.State()); });
+  }
+  state_ = found;
+  with_.show_device();
+}
+
+void OpenDevice::ReadDevice() {
+  if (points_.empty()) return;
+  try {
+    if (state_.text.empty() || state_.text == kUnknown) FindState();
+  } catch (const platform::Error& error) {
+    throw FailureOf(kPreparing, error);
+  }
+  ReadAllPoints();
+}
+
+void OpenDevice::ReadAllPoints() {
+  const ui::BusyPointer busy(with_.desktop);
+  for (std::size_t i = 0; i < points_.size(); ++i) ReadPoint(points_[i], points_.size() - 1 - i);
+}
+
+void OpenDevice::ReadPoint(model::CNvCpTable& point, std::size_t left) {
+  SayDoing("Reading " + point.Name, left);
+  try {
+    Outside([&] { point.GetNetworkValue(with_.DisplayUnits); });
+  } catch (const platform::Error& error) {
+    throw FailureOf("Error reading " + point.Name, error);
+  }
+  LogCommand("Reading " + point.Name, point.NvAsString());
+}
+
+void OpenDevice::InitializeAllBindings() {
+  for (model::CNvCtrlTable& binding : bindings_) binding.Initialize();
+}
+
+void OpenDevice::ShowValues() {
+  if (bindings_.empty()) return;
+  if (!std::exchange(screen_is_set_up_, true))
+    with_.set_up_screen(text::LeadingWholeNumber(points_.Item("nciSccModelRaw").NvAsString()));
+  if (const auto failure = ShowAllValues()) throw *failure;
+}
+
+/// A value that cannot be shown keeps no other from its field; the first such failure is the result.
+std::optional<OpenDevice::Failure> OpenDevice::ShowAllValues() {
+  std::optional<Failure> failure;
+  for (const model::CNvCtrlTable& binding : bindings_) {
+    ui::Control* const control = binding.TheControl;
+    if (!control || !binding.NvCpTable->IsReadIn(with_.DisplayUnits)) continue;
+    try {
+      const std::string value = binding.Value();
+      if (!PendingEdits::IsMarked(*control)) control->SetText(value);
+      // The focus may stand in the field already.
+      with_.pending.KeepRead(*control, value);
+    } catch (const platform::Error& error) {
+      if (!failure) failure = FailureOf("Showing the values", error);
+    }
+  }
+  return failure;
+}
+
+void OpenDevice::Refresh() {
+  auto held = points_.Held();
+  stop_ = Stop::Offered;
+  try {
+    ReadDevice();
+  } catch (const Stopped&) {
+    points_.PutBack(std::move(held));
+    return LogCommand("Refreshing", "Stopped by the user. The values shown are the former ones.");
+  } catch (...) {  // also where the network goes meanwhile
+    points_.PutBack(std::move(held));
+    throw;
+  }
+  ShowValues();
+}
+
+bool OpenDevice::StopRefresh() {
+  if (stop_ == Stop::NotOffered) return false;
+  stop_ = Stop::Wanted;
+  return true;
+}
+
+void OpenDevice::SwitchUnits(std::int16_t units) {
+  if (with_.pending.Raised() &&
+      Ask({"This action will discard all changes\r\n\r\nProceed and lose all changes ?", "Warning",
+           ui::Icon::Exclamation, ui::Buttons::OkCancel}) != ui::Answer::Ok)
+    return;
+  Cancel();
+  const bool was_complete = IsComplete();
+  const std::int16_t former = std::exchange(with_.DisplayUnits, units);
+  BlankTemperatures(was_complete);
+  with_.show_units();
+  try {
+    ReadDevice();
+  } catch (const Failure&) {
+    GoBackTo(former, was_complete);
+    throw;
+  }
+  ShowValues();
+}
+
+/// No number stands beside the caption of other units than its own, and none is typed there.
+void OpenDevice::BlankTemperatures(bool others_editable) {
+  LetEdit(false, others_editable);
+  for (ui::TextField* const field : with_.screen.TemperatureFields()) {
+    field->SetText("");
+    with_.pending.Unmark(*field);
+    with_.pending.Keep(*field);
+  }
+}
+
+/// No text may be shown, clamped or written in other units than it was read in.
+void OpenDevice::GoBackTo(std::int16_t units, bool read_them) {
+  with_.DisplayUnits = units;
+  with_.show_units();
+  if (!read_them) return;
+  try {
+    for (std::size_t i = 0; i < points_.size(); ++i)
+      if (!points_[i].IsReadIn(units)) ReadPoint(points_[i], points_.size() - 1 - i);
+  } catch (const Failure& failure) {
+    LogError(failure);
+  }
+  ShowAllValues();
+}
+
+}  // namespace editing

@@ -1,0 +1,61 @@
+#include "windows/com/home_thread.h"
+
+#include <utility>
+
+#include "windows/com/failure.h"
+
+namespace windows::com {
+namespace {
+
+constexpr wchar_t kClass[] = L"HomeThread";
+constexpr UINT kRelease = WM_APP;
+
+thread_local HWND window_of_this_thread = nullptr;
+
+/// Message boxes and menus run loops of their own, which deliver the messages of windows, but lose a
+/// thread's.
+LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message != kRelease) return DefWindowProcW(window, message, wparam, lparam);
+  reinterpret_cast<IUnknown*>(lparam)->Release();
+  return 0;
+}
+
+HWND MakeWindow() {
+  WNDCLASSEXW window{};
+  window.cbSize = sizeof window;
+  window.lpfnWndProc = Procedure;
+  window.hInstance = GetModuleHandleW(nullptr);
+  window.lpszClassName = kClass;
+  RegisterClassExW(&window);  // fails for all threads but the first, which does not matter
+  const HWND made =
+      CreateWindowExW(0, kClass, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, window.hInstance, nullptr);
+  if (!made) Check(HRESULT_FROM_WIN32(GetLastError()), "Cannot receive messages");
+  return made;
+}
+
+}  // namespace
+
+HomeThread::HomeThread() noexcept : thread_(GetCurrentThreadId()), window_(window_of_this_thread) {}
+
+bool HomeThread::TakesOver(IUnknown* reference) const noexcept {
+  if (!window_ || GetCurrentThreadId() == thread_) return false;
+  // Where the home has gone the reference is kept for ever: nothing of ours may run on a thread of COM's.
+  // What the object had to let go went with the apartment.
+  PostMessageW(window_, kRelease, 0, reinterpret_cast<LPARAM>(reference));
+  return true;
+}
+
+HomeThread::Window::Window() : window_(MakeWindow()), outer_(std::exchange(window_of_this_thread, window_)) {}
+
+HomeThread::Window::~Window() {
+  ReleaseAll();
+  window_of_this_thread = outer_;
+  DestroyWindow(window_);
+}
+
+void HomeThread::Window::ReleaseAll() noexcept {
+  MSG message;
+  while (PeekMessageW(&message, window_, kRelease, kRelease, PM_REMOVE)) DispatchMessageW(&message);
+}
+
+}  // namespace windows::com
