@@ -29,6 +29,8 @@ struct MemberRow {
   /// How many indices (of a get) or arguments (of a method) the member takes.
   std::size_t least = 0;
   std::size_t most = least;
+  /// The release of the class that has added the member, 320 for 3.20; 0 where every release has it.
+  int since = 0;
 };
 
 /// A published object whose members are one table: `static std::span<const MemberRow<T>> Members()` of T.
@@ -40,7 +42,8 @@ class PublishedTable : public Published {
  public:
   std::optional<std::int32_t> MemberNumber(std::string_view name) const override {
     for (const MemberRow<T>& row : T::Members())
-      if (text::EqualIgnoringCase(row.name, name)) return row.number;
+      if (text::EqualIgnoringCase(row.name, name) && static_cast<const T&>(*this).Offers(row))
+        return row.number;
     return std::nullopt;
   }
 
@@ -56,7 +59,7 @@ class PublishedTable : public Published {
       CheckCount(arguments.size(), row.least, row.most);
       return row.method(self, arguments);
     }
-    if (row.put && (kind == CallKind::Put || kind == CallKind::PutReference)) {
+    if (self.OffersPut(row) && (kind == CallKind::Put || kind == CallKind::PutReference)) {
       CheckCount(arguments.size(), 1, 1);
       row.put(self, arguments[0]);
       return {};
@@ -64,13 +67,17 @@ class PublishedTable : public Published {
     throw platform::Error(platform::kMemberNotFound, "Automation", "Member not found.");
   }
 
+  /// Whether the member exists now, and as what: T may know better.
+  bool Offers(const MemberRow<T>&) const { return true; }
+  bool OffersPut(const MemberRow<T>& row) const { return row.put != nullptr; }
+
  private:
-  static const MemberRow<T>& Find(const platform::Member& member) {
+  const MemberRow<T>& Find(const platform::Member& member) const {
     for (const MemberRow<T>& row : T::Members()) {
       const bool found = member.number != platform::Member::kNoNumber
                              ? row.number == member.number
                              : text::EqualIgnoringCase(row.name, member.name);
-      if (found) return row;
+      if (found && static_cast<const T&>(*this).Offers(row)) return row;
     }
     if (member.number != platform::Member::kNoNumber)
       throw platform::Error(platform::kMemberNotFound, "Automation", "Member not found.");

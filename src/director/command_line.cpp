@@ -21,6 +21,15 @@ void AddNetworkCommands(CLI::App& app, Options& options) {
   show->add_option("path", options.path, "network/system.subsystem/device")->required();
   show->callback([&] { options.command = Command::Show; });
 
+  const auto add_transfer = [&](const char* name, const char* description, Command command) {
+    CLI::App* transfer = app.add_subcommand(name, description);
+    transfer->add_option("path", options.path, "network/system.subsystem/device")->required();
+    transfer->callback([&options, command] { options.command = command; });
+  };
+  add_transfer("download", "Send a device the configuration that the network database has of it",
+               Command::Download);
+  add_transfer("upload", "Take a device's configuration into the network database", Command::Upload);
+
   CLI::App* commands =
       app.add_subcommand("commands", "List the commands of plug-ins, of all networks or of one place");
   commands->add_option("place", options.place, "The network's name, or network/system.subsystem/device");

@@ -13,6 +13,8 @@ enum class Command {
   Networks,
   Devices,
   Show,
+  Download,
+  Upload,
   Commands,
   Templates,
   Interface,

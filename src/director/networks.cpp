@@ -4,6 +4,7 @@
 #include <ostream>
 #include <vector>
 
+#include "lns/dialect.h"
 #include "platform/attempt.h"
 #include "platform/error.h"
 #include "plugin/object_path.h"
@@ -50,7 +51,7 @@ std::vector<std::string> NetworkNames(const lns::ObjectServer& server) {
 
 std::string ReadAs(const lns::NetworkVariable& variable, const std::string& format) {
   try {
-    variable.SetAccessOption(0);
+    lns::Dialect().SetAccessOption(variable, 0);
     variable.SetFormatType(format);
     return variable.Value();
   } catch (const platform::Error& error) {
@@ -147,6 +148,16 @@ void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::
     out << variable.Name() << '\t' << ReadAs(variable, "") << '\t' << Hexadecimal(ReadAs(variable, "RAW"))
         << '\n';
   }
+}
+
+void DownloadConfiguration(const lns::ObjectServer& server, const std::string& path) {
+  const OpenedNetwork opened(server, NetworkOf(path));
+  DeviceAt(opened, path).Interface().DownloadConfigProperties();
+}
+
+void UploadConfiguration(const lns::ObjectServer& server, const std::string& path) {
+  const OpenedNetwork opened(server, NetworkOf(path));
+  DeviceAt(opened, path).Interface().UploadConfigProperties();
 }
 
 std::string NetworkOf(const std::string& path) { return path.substr(0, path.find('/')); }

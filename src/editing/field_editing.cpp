@@ -44,7 +44,10 @@ void FieldEditing::Connect(int index, ui::TextField& field) {
   field.on_key_press = [this, index, &field](char32_t character) {
     return KeyPress(index, field, character);
   };
-  field.on_change = [this, &field] { pending_.Mark(field); };
+  // Another program may write into any field.
+  field.on_change = [this, &field] {
+    if (!field.Locked()) pending_.Mark(field);
+  };
   field.on_validate = [this, &field] { Validate(field); };
 }
 

@@ -93,31 +93,37 @@ void OpenDevice::FinishPass() {
 OpenDevice::Failure OpenDevice::FailureOf(const std::string& action, const platform::Error& error) {
   const std::string text =
       error.description().empty() ? "Error " + std::to_string(error.number()) : error.description();
-  const auto [head, rest] = text::SplitAtFirst(text, "\r\n");
   const bool names_action = error.source() == "GetNetworkValue" || error.source() == "SendNetworkValue";
-  return names_action ? Failure{head, rest, text} : Failure{action, text, text};
+  const std::size_t line_break = text.find("\r\n");
+  if (names_action && line_break != std::string::npos)
+    return {text.substr(0, line_break), text.substr(line_break + 2), text};
+  return {action, error.cause().empty() ? text : text + ": " + error.cause(), text};
 }
 
 void OpenDevice::Report(const Failure& failure) {
-  LogError(failure);
+  if (!failure.is_logged) LogFailure(failure);
   with_.desktop.ShowMessage({failure.text, with_.plug_in_name, ui::Icon::Critical});
   if (with_.object_server_is_lost()) Close();
 }
 
 void OpenDevice::NameItInTheLog() {
-  if (with_.device_in_log == number_ && !with_.log.lstActivity.Rows().empty()) return;
-  with_.device_in_log = number_;
-  with_.log.LogCommand("Configuring", path_);
+  if (with_.log.subject != number_) with_.log.LogCommand("Configuring", path_);
 }
 
 void OpenDevice::LogCommand(const std::string& action, const std::string& results) {
   NameItInTheLog();
   with_.log.LogCommand(action, results);
+  with_.log.subject = number_;
 }
 
-void OpenDevice::LogError(const Failure& failure) {
+void OpenDevice::LogError(const std::string& message) {
   NameItInTheLog();
-  with_.log.LogError(activity::ErrorMessage(failure.action, failure.result));
+  with_.log.LogError(message);
+  with_.log.subject = number_;
+}
+
+void OpenDevice::LogFailure(const Failure& failure) {
+  LogError(activity::ErrorMessage(failure.action, failure.result));
 }
 
 void OpenDevice::SayDoing(const std::string& action, std::size_t left) {
@@ -138,16 +144,19 @@ void OpenDevice::LetEdit(bool temperatures, bool others) {
 void OpenDevice::FindOwner() {
   if (device_ || !object_) return;
   device_ = Outside([this] { return lns::OwningDevice(object_); });
-  if (!device_) throw Failure{kPreparing, "", "The LonMark object belongs to no device."};
+  constexpr const char* kOwnerless = "The LonMark object belongs to no device.";
+  if (!device_) throw Failure{kPreparing, kOwnerless, kOwnerless};
 }
 
 void OpenDevice::Load() {
   interface_ = Outside([this] { return device_.Interface(); });
-  model::PointList points = Outside([this] { return model::PointList(interface_.NetworkVariables()); });
+  model::PointList points =
+      Outside([this] { return model::PointList(interface_.NetworkVariables(), with_.dialect); });
   bindings_.clear();
   points_ = std::move(points);
   bindings_ = model::MakeBindings(points_, with_.screen);
   state_ = {};
+  with_.show_device();
   InitializeAllBindings();
   ReadDevice();
   ShowValues();
@@ -186,16 +195,25 @@ void OpenDevice::ReadDevice() {
 void OpenDevice::ReadAllPoints() {
   const ui::BusyPointer busy(with_.desktop);
   for (std::size_t i = 0; i < points_.size(); ++i) ReadPoint(points_[i], points_.size() - 1 - i);
+  // An object server that needs nothing special leaves no row.
+  if (const std::string findings = with_.dialect->TakeFindings(); !findings.empty())
+    LogCommand("Object server", findings);
 }
 
 void OpenDevice::ReadPoint(model::CNvCpTable& point, std::size_t left) {
   SayDoing("Reading " + point.Name, left);
   try {
-    Outside([&] { point.GetNetworkValue(with_.DisplayUnits); });
+    point.GetNetworkValue(with_.DisplayUnits, [this] { return standing_ == Standing::Current; });
   } catch (const platform::Error& error) {
-    throw FailureOf("Error reading " + point.Name, error);
+    Failure failure = FailureOf("Error reading " + point.Name, error);
+    // At once: what follows may end the pass without a word.
+    LogFailure(failure);
+    EndUnlessItStands();
+    failure.is_logged = true;
+    throw failure;
   }
   LogCommand("Reading " + point.Name, point.NvAsString());
+  EndUnlessItStands();
 }
 
 void OpenDevice::InitializeAllBindings() {
@@ -229,17 +247,22 @@ std::optional<OpenDevice::Failure> OpenDevice::ShowAllValues() {
 
 void OpenDevice::Refresh() {
   auto held = points_.Held();
-  stop_ = Stop::Offered;
   try {
     ReadDevice();
-  } catch (const Stopped&) {
-    points_.PutBack(std::move(held));
-    return LogCommand("Refreshing", "Stopped by the user. The values shown are the former ones.");
-  } catch (...) {  // also where the network goes meanwhile
+  } catch (...) {  // also where the user stops it or the network goes meanwhile
     points_.PutBack(std::move(held));
     throw;
   }
   ShowValues();
+}
+
+void OpenDevice::Stoppable(const std::function<void()>& reading) {
+  stop_ = Stop::Offered;
+  try {
+    reading();
+  } catch (const Stopped&) {
+    LogCommand("Refreshing", "Stopped by the user. The values shown are the former ones.");
+  }
 }
 
 bool OpenDevice::StopRefresh() {
@@ -285,8 +308,8 @@ void OpenDevice::GoBackTo(std::int16_t units, bool read_them) {
   try {
     for (std::size_t i = 0; i < points_.size(); ++i)
       if (!points_[i].IsReadIn(units)) ReadPoint(points_[i], points_.size() - 1 - i);
-  } catch (const Failure& failure) {
-    LogError(failure);
+  } catch (const Failure&) {
+    // It is in the log; the failure that has led here is told.
   }
   ShowAllValues();
 }

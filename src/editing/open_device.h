@@ -27,6 +27,8 @@ struct Workplace {
   const std::string& plug_in_name;
   model::ConfigurationScreen& screen;
   PendingEdits& pending;
+  /// That of the object server in use.
+  const std::shared_ptr<lns::Dialect>& dialect;
   /// The units in force: 0 SI (Celsius), 1 US (Fahrenheit).
   std::int16_t& DisplayUnits;
   ui::Button& refresh_button;
@@ -40,9 +42,8 @@ struct Workplace {
   /// Reads the device on the screen again, where it has been read.
   std::function<void()> read_again;
 
-  /// Devices are numbered, so that the log can tell whose its last row is.
+  /// Devices are numbered, so that the log knows whose its last row is.
   int devices = 0;
-  int device_in_log = 0;
 };
 
 /// What the status bar says of a device, and whether it counts as online.
@@ -73,6 +74,8 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   void Supersede() { standing_ = Standing::Superseded; }
   /// Its network goes. What is typed stays on the screen, and nothing can be done to the device any more.
   void Close();
+  /// It stands for no device at all.
+  bool IsNone() const { return standing_ == Standing::Current && !device_ && !object_; }
   /// Tells the user where there is no device, or it was closed. False where there is one.
   bool SaysItIsGone() const;
 
@@ -133,6 +136,8 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// Reads everything again and shows it, but in no field that holds an edit. One that fails or is stopped
   /// changes nothing.
   void Refresh();
+  /// Runs a reading that the user may stop.
+  void Stoppable(const std::function<void()>& reading);
   /// Ends a running refresh at its next step. False where none runs.
   bool StopRefresh();
   /// Reads and shows everything in other units, after asking where edits are pending. Where the reading fails
@@ -152,8 +157,10 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// marked fields. Nothing is read from the device.
   void Cancel();
 
-  /// Logs an operation; the rows of one device stand behind a row that names it.
+  /// Log an operation, or a message as activity::fLog takes it; the rows of one device stand behind a row
+  /// that names it.
   void LogCommand(const std::string& action, const std::string& results);
+  void LogError(const std::string& message);
 
  private:
   enum class Standing { Current, Superseded, Closed };
@@ -164,13 +171,14 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
     std::string action;
     std::string result;
     std::string text;
+    bool is_logged = false;
   };
   static Failure FailureOf(const std::string& action, const platform::Error& error);
 
   void EndUnlessItStands() const {
     if (standing_ != Standing::Current) throw Ended{};
   }
-  void LogError(const Failure& failure);
+  void LogFailure(const Failure& failure);
   void Report(const Failure& failure);
   void NameItInTheLog();
   void SayDoing(const std::string& action, std::size_t left);

@@ -52,11 +52,10 @@ inline constexpr Member kClose{"Close"};    // inferred
 inline constexpr Member kIsOpen{"IsOpen"};  // on the system inferred
 inline constexpr Member kSystems{"Systems"};
 inline constexpr Member kSubsystems{"Subsystems"};
-// An Internet session pauses the data server, sets the interval to 0 and lets it run again. The pair is
-// chosen: the only documented Boolean of the system that is set and reset around a change, and the setting
-// whose 0 means "off".
+// An Internet session pauses the data server, sets its mode to 0 and lets it run again. Of the mode only the
+// name is documented: what 0 stands for is chosen, and an object server that refuses it goes on as it was.
 inline constexpr Member kDsPause{"DsPause"};
-inline constexpr Member kDiscoveryInterval{"DiscoveryInterval"};
+inline constexpr Member kDsMode{"DsMode"};
 // Asks for the periodic event, in milliseconds; chosen as the one setting of the system that the event needs.
 inline constexpr Member kBeginNssIdleEvent{"BeginNssIdleEvent"};
 inline constexpr std::int32_t kIdleEventMilliseconds = 200;
@@ -97,10 +96,23 @@ inline constexpr Member kNeuronId{"NeuronId"};
 inline constexpr Member kLonMarkObjects{"LonMarkObjects"};
 inline constexpr Member kMode{"Mode"};  // documented for reading; that it can be set is inferred
 
+// What the network database holds of a device's configuration, and what the device holds: each replaces the other
+// on request. The director alone asks for it. Their option is chosen: nothing in particular.
+inline constexpr Member kUploadConfigProperties{"UploadConfigProperties"};
+inline constexpr Member kDownloadConfigProperties{"DownloadConfigProperties"};
+inline constexpr std::int32_t kAllProperties = 0;
+
 // Network variables.
 inline constexpr Member kNetworkVariables{"NetworkVariables"};
 inline constexpr Member kSourceOptions{"SourceOptions"};  // documented on data points; on the variable chosen
 inline constexpr Member kDsFormatType{"DsFormatType"};
 inline constexpr Member kValue{"Value"};
+
+// Codes of the object server's errors that mean something to the program, each above
+// platform::kObjectServerErrorBase.
+inline constexpr std::uint16_t kFeatureNotAvailable = 17009;
+inline constexpr std::uint16_t kWriteFailed = 18034;
+inline constexpr std::uint16_t kFormatFailed = 18035;
+inline constexpr std::uint16_t kNoCommunication = 18200;
 
 }  // namespace lns::members

@@ -23,6 +23,11 @@ constexpr std::int32_t kObjectVariableNotSet = 91;
 constexpr std::uint32_t kLost[] = {0x800706BA, 0x800706BE, 0x800706BF, 0x80010108,
                                    0x80010007, 0x80010012, 0x800401FD};
 
+constexpr const char* kDemonstration =
+    " The object server may be in demonstration mode, in which a network can have four devices at most: it "
+    "runs "
+    "so without a licence.";
+
 }  // namespace
 
 platform::LateBoundPtr Object::Target() const {
@@ -30,9 +35,17 @@ platform::LateBoundPtr Object::Target() const {
   return object_;
 }
 
-platform::Value Object::Get(const platform::Member& member) const {
-  return Target()->Invoke(member, CallKind::Get, {});
+platform::Value Object::Invoke(const platform::Member& member, CallKind kind,
+                               platform::Arguments arguments) const {
+  try {
+    return Target()->Invoke(member, kind, arguments);
+  } catch (const platform::Error& error) {
+    if (error.number() != platform::ObjectServerError(members::kFeatureNotAvailable)) throw;
+    throw platform::Error(error.number(), error.source(), error.description() + kDemonstration);
+  }
 }
+
+platform::Value Object::Get(const platform::Member& member) const { return Invoke(member, CallKind::Get); }
 
 platform::LateBoundPtr Object::GetObject(const platform::Member& member) const {
   return ToObject(Get(member));
@@ -40,11 +53,11 @@ platform::LateBoundPtr Object::GetObject(const platform::Member& member) const {
 
 void Object::Put(const platform::Member& member, platform::Value value) const {
   const bool is_reference = std::holds_alternative<platform::LateBoundPtr>(value);
-  Target()->Invoke(member, is_reference ? CallKind::PutReference : CallKind::Put, {&value, 1});
+  Invoke(member, is_reference ? CallKind::PutReference : CallKind::Put, {&value, 1});
 }
 
 platform::Value Object::Call(const platform::Member& member, platform::Arguments arguments) const {
-  return Target()->Invoke(member, CallKind::Method, arguments);
+  return Invoke(member, CallKind::Method, arguments);
 }
 
 std::string Object::Name() const { return ToText(Get(members::kName)); }
@@ -54,7 +67,7 @@ Object Object::Parent() const { return Object(GetObject(members::kParent)); }
 std::int32_t CollectionBase::Count() const { return ToInteger(Get(members::kCount)); }
 
 platform::LateBoundPtr CollectionBase::ItemAt(platform::Value key) const {
-  return ToObject(Target()->Invoke(members::kItem, CallKind::GetOrMethod, {&key, 1}));
+  return ToObject(Invoke(members::kItem, CallKind::GetOrMethod, {&key, 1}));
 }
 
 void CollectionBase::Remove(std::int32_t ordinal) const {
@@ -103,6 +116,15 @@ Collection<NetworkVariable> Interface::NetworkVariables() const {
 }
 Collection<LonMarkObject> Interface::LonMarkObjects() const {
   return Collection<LonMarkObject>(GetObject(members::kLonMarkObjects));
+}
+
+void Interface::UploadConfigProperties() const {
+  const platform::Value all = members::kAllProperties;
+  Call(members::kUploadConfigProperties, {&all, 1});
+}
+void Interface::DownloadConfigProperties() const {
+  const platform::Value all = members::kAllProperties;
+  Call(members::kDownloadConfigProperties, {&all, 1});
 }
 
 std::string DeviceTemplate::ProgramId() const { return ToText(Get(members::kProgramId)); }
@@ -166,7 +188,7 @@ lns::ComponentApps System::ComponentApps() const {
 }
 std::string System::LdrfCatalogPath() const { return ToText(Get(members::kLdrfCatalogPath)); }
 void System::SetDsPause(bool paused) const { Put(members::kDsPause, paused); }
-void System::SetDiscoveryInterval(std::int32_t seconds) const { Put(members::kDiscoveryInterval, seconds); }
+void System::SetDsMode(std::int32_t mode) const { Put(members::kDsMode, mode); }
 void System::BeginNssIdleEvent(std::int32_t milliseconds) const {
   const platform::Value argument = milliseconds;
   Call(members::kBeginNssIdleEvent, {&argument, 1});
@@ -210,6 +232,10 @@ void ObjectServer::SetActiveRemoteNI(const NetworkInterface& network_interface) 
 }
 std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHandler handler) const {
   return Target()->Advise(std::move(handler));
+}
+
+bool IsUnknownMember(const platform::Error& error) {
+  return error.number() == platform::kUnknownName || error.number() == platform::kMemberNotFound;
 }
 
 AppDevice OwningDevice(const Object& object) {

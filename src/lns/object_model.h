@@ -37,6 +37,8 @@ class Object {
   platform::Value Call(const platform::Member& member, platform::Arguments arguments = {}) const;
   /// Held by the caller: calls that come in during one may drop the last reference to the object.
   platform::LateBoundPtr Target() const;
+  platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
+                         platform::Arguments arguments = {}) const;
 
  private:
   platform::LateBoundPtr object_;
@@ -121,6 +123,10 @@ class Interface : public Object {
   using Object::Object;
   Collection<NetworkVariable> NetworkVariables() const;
   Collection<LonMarkObject> LonMarkObjects() const;
+  /// The network database takes the configuration that the device has.
+  void UploadConfigProperties() const;
+  /// The device takes the configuration that the network database has.
+  void DownloadConfigProperties() const;
 };
 
 class DeviceTemplate : public Object {
@@ -188,7 +194,7 @@ class System : public Object {
   lns::ComponentApps ComponentApps() const;
   std::string LdrfCatalogPath() const;
   void SetDsPause(bool paused) const;
-  void SetDiscoveryInterval(std::int32_t seconds) const;
+  void SetDsMode(std::int32_t mode) const;
   void BeginNssIdleEvent(std::int32_t milliseconds) const;
 };
 
@@ -217,10 +223,15 @@ class ObjectServer : public Object {
   Collection<Network> Networks() const;
   lns::ComponentApps ComponentApps() const;
   Collection<NetworkInterface> NetworkInterfaces() const;
+  /// Unknown to object servers in whose manuals it no longer stands; these list them all in
+  /// NetworkInterfaces.
   Collection<NetworkInterface> RemoteNetworkInterfaces() const;
   void SetActiveRemoteNI(const NetworkInterface& network_interface) const;
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;
 };
+
+/// The object has no member of that name or number.
+bool IsUnknownMember(const platform::Error& error);
 
 /// The device that an object belongs to, found by walking up from it; nothing where the walk does not end at
 /// one.

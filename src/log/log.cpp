@@ -76,6 +76,7 @@ std::vector<ui::Spot> fLog::PlaceControls() {
 
 void fLog::LogCommand(const std::string& action, const std::string& results) {
   Load();
+  subject = 0;
   lstActivity.Append({ui::ListView::Icon::Green, {program_.TimeOfDay(), action, results}});
 }
 
@@ -83,6 +84,7 @@ void fLog::LogError(const std::string& message) {
   const std::vector<std::string> parts = text::Split(message, "\r\n");
   const bool has_result = parts.size() >= 2;
   Load();
+  subject = 0;
   lstActivity.Append({ui::ListView::Icon::Red,
                       {program_.TimeOfDay(), has_result ? parts[0] : "", has_result ? parts[1] : ""}});
   if (cbOpenOnError.Checked()) BringToFront();

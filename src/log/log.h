@@ -29,7 +29,13 @@ class fLog : public ui::Form {
   void LogError(const std::string& message);
 
   /// Removes all rows without asking.
-  void Clear() { lstActivity.Clear(); }
+  void Clear() {
+    lstActivity.Clear();
+    subject = 0;
+  }
+
+  /// Whose the last row is, as whoever has logged it has said; 0 for nobody's.
+  int subject = 0;
 
   ui::ImageList ImageList1{{"Green", ui::ImageList::Picture::GreenMark},
                            {"Red", ui::ImageList::Picture::RedMark}};

@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "lns/members.h"
 #include "platform/attempt.h"
 #include "platform/error.h"
 #include "text/strings.h"
@@ -13,9 +14,9 @@ namespace {
 
 using platform::Error;
 
-constexpr std::int16_t kNoCommunication = 18200;
-constexpr std::int16_t kWriteFailed = 18034;
-constexpr std::int16_t kFormatFailed = 18035;
+using lns::members::kFormatFailed;
+using lns::members::kNoCommunication;
+using lns::members::kWriteFailed;
 
 const char* TextOf(std::int16_t code) {
   switch (code) {
@@ -32,12 +33,12 @@ const char* TextOf(std::int16_t code) {
 
 /// The object server's code inside an error number. An error that is not the object server's has none and
 /// overflows, as automation's 16-bit arithmetic does: that overflow then takes the place of the composed
-/// error.
+/// error, which it keeps as its cause.
 std::int16_t CodeOf(const Error& error) {
   constexpr std::int32_t kOverflow = 6;
   const std::int64_t code = std::int64_t{error.number()} - platform::kObjectServerErrorBase;
   if (code < std::numeric_limits<std::int16_t>::min() || code > std::numeric_limits<std::int16_t>::max())
-    throw Error(kOverflow, error.source(), "Overflow");
+    throw Error(kOverflow, error.source(), "Overflow", error.description());
   return static_cast<std::int16_t>(code);
 }
 
@@ -61,8 +62,8 @@ std::vector<std::string> CNvCpTable::SplitValue(const std::string& value) const 
 
 bool CNvCpTable::SendNetworkValue() {
   try {
-    MyNetworkVariable.SetAccessOption(0);
-    MyNetworkVariable.SetValue(NvAsString());
+    Dialect->SetAccessOption(MyNetworkVariable, 0);
+    Dialect->SetValue(MyNetworkVariable, NvAsString(), Separator);
   } catch (const Error& error) {
     const std::int16_t code = CodeOf(error);
     const bool known = code == kWriteFailed || code == kFormatFailed;
@@ -76,16 +77,16 @@ bool CNvCpTable::SendNetworkValue() {
   return true;
 }
 
-void CNvCpTable::GetNetworkValue(int display_units) {
+void CNvCpTable::GetNetworkValue(int display_units, const std::function<bool()>& still_ours) {
   const std::string format = FormatFor(display_units);
   try {
-    MyNetworkVariable.SetAccessOption(0);
-    MyNetworkVariable.SetFormatType(format);
-    NvAsArray = SplitValue(MyNetworkVariable.Value());
+    Dialect->SetAccessOption(MyNetworkVariable, 0);
+    Dialect->SetFormat(MyNetworkVariable, format);
+    NvAsArray = SplitValue(Dialect->Value(MyNetworkVariable, Separator));
   } catch (const Error& error) {
     // Where even this fails the object may have another format than the fields: they count as not read.
-    if (!format_read_.empty() && format_read_ != format &&
-        !platform::Attempt([this] { MyNetworkVariable.SetFormatType(format_read_); }))
+    if (!format_read_.empty() && format_read_ != format && still_ours() &&
+        !platform::Attempt([this] { Dialect->SetFormat(MyNetworkVariable, format_read_); }))
       format_read_.clear();
     const std::int16_t code = CodeOf(error);
     throw Error(

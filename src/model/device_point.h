@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "lns/dialect.h"
 #include "lns/object_model.h"
 
 namespace model {
@@ -28,6 +31,9 @@ class CNvCpTable {
   /// The value's fields; empty until the first read.
   std::vector<std::string> NvAsArray;
 
+  /// How the variable's object server wants to be asked; shared by all its points.
+  std::shared_ptr<lns::Dialect> Dialect = std::make_shared<lns::Dialect>();
+
   /// The most fields that the value can have; 0 for any number. An object server whose numbers carry the
   /// separator as their decimal sign gives more, and each would stand for another one's value.
   std::size_t MostFields = 0;
@@ -44,8 +50,9 @@ class CNvCpTable {
   /// Reads the value in the units in force (0 SI, 1 US). Throws the platform's error number with the source
   /// "GetNetworkValue" and a text that names the point. A failed read changes nothing: the array stays, and
   /// the format that belongs to it is put back, so that a later write is parsed in the units its texts are
-  /// in.
-  void GetNetworkValue(int display_units);
+  /// in; unless the variable is somebody else's by then.
+  void GetNetworkValue(
+      int display_units, const std::function<bool()>& still_ours = [] { return true; });
 
   /// Whether the fields, and the format in which the device parses them, stand in these units, so that they
   /// may be shown and written in them.

@@ -46,7 +46,8 @@ constexpr PointRow kPoints[] = {
 
 }  // namespace
 
-PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables) {
+PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables,
+                     const std::shared_ptr<lns::Dialect>& dialect) {
   for (const PointRow& row : kPoints) {
     auto point = std::make_unique<CNvCpTable>();
     point->Name = row.name;
@@ -55,6 +56,7 @@ PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables) {
     point->Format = row.format;
     point->LocalizationSpecific = row.localization_specific;
     point->MyNetworkVariable = variables.Item(std::string(row.variable));
+    point->Dialect = dialect;
     point->Relative = row.relative;
     if (row.separator == ",") point->MostFields = kSetpoints;
     points_.push_back({row.key, std::move(point)});

@@ -15,7 +15,8 @@ class PointList {
 
   /// Looks up the network variable of every point by name. Throws the platform's error for a variable that
   /// the device lacks; no value is read.
-  explicit PointList(const lns::Collection<lns::NetworkVariable>& variables);
+  PointList(const lns::Collection<lns::NetworkVariable>& variables,
+            const std::shared_ptr<lns::Dialect>& dialect);
 
   std::size_t size() const { return points_.size(); }
   bool empty() const { return points_.empty(); }

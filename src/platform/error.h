@@ -13,18 +13,24 @@ namespace platform {
 /// by the registry class; it becomes EXCEPINFO again at the automation object's door and nowhere else.
 class Error : public std::exception {
  public:
-  Error(std::int32_t number, std::string source, std::string description)
-      : number_(number), source_(std::move(source)), description_(std::move(description)) {}
+  /// The cause is the text of the error that this one has taken the place of, for the log.
+  Error(std::int32_t number, std::string source, std::string description, std::string cause = {})
+      : number_(number),
+        source_(std::move(source)),
+        description_(std::move(description)),
+        cause_(std::move(cause)) {}
 
   std::int32_t number() const noexcept { return number_; }
   const std::string& source() const noexcept { return source_; }
   const std::string& description() const noexcept { return description_; }
+  const std::string& cause() const noexcept { return cause_; }
   const char* what() const noexcept override { return description_.c_str(); }
 
  private:
   std::int32_t number_;
   std::string source_;
   std::string description_;
+  std::string cause_;
 };
 
 /// The object server's own errors: 0x80040000 plus the platform's 16-bit code.

@@ -57,7 +57,7 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
        [](Api& api, const Value& v) { api.SetNetworkName(ToText(v)); }},
       {4, "NetworkInterfaceName", [](Api& api, Arguments) -> Value { return api.network_interface_name_; },
        [](Api& api, const Value& v) { api.network_interface_name_ = ToText(v); }},
-      {5, "Remote", [](Api& api, Arguments) -> Value { return api.main_.lcaOS().RemoteFlag(); },
+      {5, "Remote", [](Api& api, Arguments) -> Value { return api.RemoteFlag(); },
        [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }},
       {6, "Height", ReadSide<Side::Height>, WriteSide<Side::Height>},
       {7, "Width", ReadSide<Side::Width>, WriteSide<Side::Width>},
@@ -128,6 +128,11 @@ void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::str
     main_.ProcessDeviceCommand(lns::AppDevice(object.reference()));
 }
 
+/// A program that has ended shows nothing any more.
+void LNSPlugInAPI::SetVisible(bool visible) {
+  if (!main_.HasEnded()) main_.SetVisible(visible);
+}
+
 void LNSPlugInAPI::SetNetworkName(const std::string& name) {
   if (with_.session.Opening) Raise(20006, "Cannot open the network " + name);
   const platform::Raised opening(with_.session.Opening);
@@ -138,6 +143,14 @@ void LNSPlugInAPI::SetNetworkName(const std::string& name) {
     session::OpenNetwork(with_.session, name, network_interface_name_);
   } catch (const platform::Error&) {
     Raise(20006, "Cannot open the network " + name);
+  }
+}
+
+bool LNSPlugInAPI::RemoteFlag() const {
+  try {
+    return main_.lcaOS().RemoteFlag();
+  } catch (const platform::Error&) {
+    Raise(20006, "Cannot open the network " + with_.session.CurrentNetworkName);
   }
 }
 

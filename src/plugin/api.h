@@ -24,8 +24,9 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
 
   void SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data);
 
-  void SetVisible(bool visible) { main_.SetVisible(visible); }
+  void SetVisible(bool visible);
   void SetNetworkName(const std::string& name);
+  bool RemoteFlag() const;
   void SetRemoteFlag(bool remote);
   void SetMinimized(bool minimized);
   void SetDevelopmentProgramId(const std::string& program_id);

@@ -66,11 +66,28 @@ bool fMain::PrepareLonMarkObjects(OpenDevice& device) {
   };
   if (!resource_files_.Present(with_.files)) return ask_to_go_on(kResourceFilesMissing);
   if (with_.session.RegistrationRemote) return true;
-  const bool done = device.Outside([&] {
-    with_.progress.DisplayStatus("Complete DRF look-up in progress...");
-    return Attempt([&] { SetLonMarkObjectModes(device.device().Interface(), resource_files_); });
-  });
-  return done || ask_to_go_on(kModeFailed);
+  device.Outside([&] { with_.progress.DisplayStatus("Complete DRF look-up in progress..."); });
+  return SetLonMarkObjectModes(device) || ask_to_go_on(kModeFailed);
+}
+
+/// Sets every LonMark object of the device to the resource files that define it, so that the platform formats
+/// their members: objects that have another mode get the files' scope. This is a setting of the network's
+/// database; nothing is sent to the device, whose blocks go on running or stay disabled as they are. False if
+/// that fails.
+bool fMain::SetLonMarkObjectModes(OpenDevice& device) {
+  const std::int32_t scope = resource_files_.Scope();
+  try {
+    const auto objects = device.Outside([&] { return device.device().Interface().LonMarkObjects(); });
+    const std::int32_t count = device.Outside([&] { return objects.Count(); });
+    for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
+      const lns::LonMarkObject object = device.Outside([&] { return objects.Item(ordinal); });
+      if (device.Outside([&] { return object.Mode(); }) != scope)
+        device.Outside([&] { object.SetMode(scope); });
+    }
+    return true;
+  } catch (const platform::Error&) {
+    return false;
+  }
 }
 
 std::string fMain::HeadingOf(const lns::AppDevice& device) const {
@@ -87,10 +104,17 @@ void fMain::ConnectEditing() {
   cmdDebug.on_click = [this] { SetUpScreen(text::LeadingWholeNumber(txtDebug.Text())); };
   for (std::size_t i = 0; i < obUnits.size(); ++i)
     obUnits[i].on_click = [this, units = static_cast<std::int16_t>(i)] {
-      if (units != DisplayUnits)
-        Run("Switching the units", [units](OpenDevice& device) { device.SwitchUnits(units); });
+      if (units != DisplayUnits) SwitchUnits(units);
       ShowUnits();
     };
+}
+
+/// Before any device is open there is nothing to read.
+void fMain::SwitchUnits(std::int16_t units) {
+  if (device_->IsNone())
+    DisplayUnits = units;
+  else
+    Run("Switching the units", [units](OpenDevice& device) { device.SwitchUnits(units); });
 }
 
 void fMain::Apply() {
@@ -110,8 +134,7 @@ void fMain::Run(const std::string& action, const std::function<void(OpenDevice&)
 void fMain::Refresh() {
   const bool complete = device_->IsComplete();
   Run(complete ? "Refreshing" : kPreparing, [this, complete](OpenDevice& device) {
-    if (complete) return device.Refresh();
-    PrepareAndLoad(device);
+    device.Stoppable([&] { complete ? device.Refresh() : PrepareAndLoad(device); });
   });
 }
 

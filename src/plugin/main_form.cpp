@@ -30,6 +30,7 @@ fMain::fMain(const Surroundings& surroundings)
                  surroundings.identity.PlugInName,
                  screen,
                  pending_,
+                 surroundings.session.Dialect,
                  DisplayUnits,
                  cmdRefresh,
                  [this] { ShowUnits(); },
@@ -39,9 +40,10 @@ fMain::fMain(const Surroundings& surroundings)
                  [this] { return object_server_ && object_server_.IsLost(); },
                  [this] { ReadAgain(); }},
       fields_(screen, pending_, device_, [this] { Apply(); }),
-      events_(surroundings.desktop, surroundings.log, device_) {
+      events_(surroundings.desktop, device_) {
   Open({}, {}, {});
   pending_.on_change = [this] { ShowDevice(); };
+  with_.progress.on_escape = [this] { return OnEscape(); };
   with_.session.network_closes = [this] { device_->Close(); };
   SetCaption("Your Plug-In Caption Here");
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
@@ -129,6 +131,7 @@ void fMain::TakeObjectServer(const lns::ObjectServer& made) {
   // While it was made another director may have had one made as well, or the program may have ended.
   if (object_server_ || ending_ == Ending::ForGood) return;
   object_server_ = made;
+  with_.session.Dialect = std::make_shared<lns::Dialect>(resource_files_.UserTypeOwner());
   // Without events everything works, only less lively.
   Attempt([this] {
     subscription_ = object_server_.Advise(

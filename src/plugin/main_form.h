@@ -37,6 +37,7 @@ class fMain : public ui::Form {
   /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it; a
   /// director that comes in meanwhile does, where no other one was left.
   void EndPlugIn();
+  bool HasEnded() const { return ending_ == Ending::ForGood; }
   /// Ends the plug-in when no automation object is left and the window is hidden, or the user has asked for
   /// it; while an operation runs, at its end.
   void EndIfWanted();
@@ -117,6 +118,7 @@ class fMain : public ui::Form {
   void ConfirmExit();
   void ConnectEditing();
   void Run(const std::string& action, const std::function<void(editing::OpenDevice&)>& pass);
+  void SwitchUnits(std::int16_t units);
   void Apply();
   void Refresh();
   void ReadAgain();
@@ -128,6 +130,7 @@ class fMain : public ui::Form {
   void Configure(const lns::AppDevice& device, const lns::LonMarkObject& object);
   void PrepareAndLoad(editing::OpenDevice& device);
   bool PrepareLonMarkObjects(editing::OpenDevice& device);
+  bool SetLonMarkObjectModes(editing::OpenDevice& device);
   std::string HeadingOf(const lns::AppDevice& device) const;
 
   Surroundings with_;

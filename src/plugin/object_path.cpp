@@ -44,7 +44,7 @@ lns::AppDevice FindDevice(const std::vector<std::string>& components, const lns:
 std::vector<std::string> SplitObjectPath(std::string_view path) { return text::Split(path, "/"); }
 
 lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
-                          const lns::Network& network, const lns::System& system) {
+                          const lns::Network network, const lns::System system) {
   const bool is_object = object_type == session::kLonMarkObjectType;
   const std::size_t wanted = is_object ? kLonMarkObject + 1 : kDevice + 1;
   if (components.size() != wanted || !network || !system) return {};

@@ -37,7 +37,7 @@ void ObjectServerEvents::LogUpdateError(platform::Arguments arguments) {
   const std::int32_t tag = automation::ToInteger(arguments[0]);
   for (const model::CNvCtrlTable& binding : device_->bindings()) {
     if (binding.MonitorTag != tag) continue;
-    log_.LogError("Nv update error: " + binding.Name);
+    device_->LogError("Nv update error: " + binding.Name);
     return;
   }
 }

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "editing/open_device.h"
-#include "log/log.h"
 #include "platform/late_bound.h"
 #include "ui/desktop.h"
 
@@ -17,9 +16,8 @@ namespace plugin {
 /// number, and tag 0 belongs to none.
 class ObjectServerEvents {
  public:
-  ObjectServerEvents(ui::Desktop& desktop, activity::fLog& log,
-                     const std::shared_ptr<editing::OpenDevice>& device)
-      : desktop_(desktop), log_(log), device_(device) {}
+  ObjectServerEvents(ui::Desktop& desktop, const std::shared_ptr<editing::OpenDevice>& device)
+      : desktop_(desktop), device_(device) {}
 
   void Handle(std::int32_t event, platform::Arguments arguments);
 
@@ -28,7 +26,6 @@ class ObjectServerEvents {
   void LogUpdateError(platform::Arguments arguments);
 
   ui::Desktop& desktop_;
-  activity::fLog& log_;
   /// The one of the window, which changes with each command.
   const std::shared_ptr<editing::OpenDevice>& device_;
 };

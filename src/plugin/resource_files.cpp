@@ -45,13 +45,10 @@ std::int32_t ResourceFiles::Scope() const {
   }
 }
 
-void SetLonMarkObjectModes(const lns::Interface& interface, const ResourceFiles& files) {
-  const auto objects = interface.LonMarkObjects();
-  const std::int32_t count = objects.Count();
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
-    const lns::LonMarkObject object = objects.Item(ordinal);
-    if (object.Mode() != files.Scope()) object.SetMode(files.Scope());
-  }
+std::string ResourceFiles::UserTypeOwner() const {
+  constexpr std::size_t kProgramIdDigits = 16;
+  const std::string any(kProgramIdDigits - std::min(program_id_prefix_.size(), kProgramIdDigits), '0');
+  return '#' + program_id_prefix_ + any + '[' + std::to_string(Scope()) + "].";
 }
 
 }  // namespace plugin

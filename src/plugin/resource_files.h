@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 
-#include "lns/object_model.h"
 #include "platform/files.h"
 #include "platform/program.h"
 #include "registry/registry.h"
@@ -28,16 +27,14 @@ class ResourceFiles {
   /// devices, 5 one subclass, 6 one model; 0, the standard's own, for anything else.
   std::int32_t Scope() const;
 
+  /// What stands before a type of these files in its fully qualified name: "#8000D30000000000[3].".
+  std::string UserTypeOwner() const;
+
   const std::string& folder() const { return folder_; }
 
  private:
   std::string folder_;
   std::string program_id_prefix_;
 };
-
-/// Sets every LonMark object of the device to the resource files that define it, so that the platform formats
-/// their members: objects that have another mode get the files' scope. This is a setting of the network's
-/// database; nothing is sent to the device, whose blocks go on running or stay disabled as they are.
-void SetLonMarkObjectModes(const lns::Interface& interface, const ResourceFiles& files);
 
 }  // namespace plugin

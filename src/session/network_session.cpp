@@ -55,10 +55,22 @@ bool OpenServer(Session& session, const std::string& interface_name, bool was_re
   return internet;
 }
 
+/// Each for itself: an object server that refuses one of them works without.
 void PrepareInternetSystem(const lns::System& system) {
-  system.SetDsPause(true);
-  system.SetDiscoveryInterval(0);
-  system.SetDsPause(false);
+  Attempt([&] { system.SetDsPause(true); });
+  Attempt([&] { system.SetDsMode(0); });
+  Attempt([&] { system.SetDsPause(false); });
+}
+
+lns::NetworkInterface RemoteInterface(Session& session, const std::string& name) {
+  try {
+    return session.ObjectServer.RemoteNetworkInterfaces().Item(name);
+  } catch (const platform::Error& error) {
+    if (!lns::IsUnknownMember(error)) throw;
+  }
+  lns::NetworkInterface found = session.ObjectServer.NetworkInterfaces().Item(name);
+  session.Dialect->Note("remote interfaces among all");
+  return found;
 }
 
 }  // namespace
@@ -70,7 +82,7 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
   bool internet = false;
   if (!session.ServerOpen) internet = OpenServer(session, interface_name, was_remote);
   if (!interface_name.empty() && !internet)
-    server.SetActiveRemoteNI(server.RemoteNetworkInterfaces().Item(interface_name));
+    server.SetActiveRemoteNI(RemoteInterface(session, interface_name));
 
   const lns::Network network = server.Networks().Item(network_name);
   // The former one stays until the other is open, unless it may be this one, under its name in other letters.
@@ -85,8 +97,11 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
   session.CurrentSystem = system;
   system.Open();
   if (internet) PrepareInternetSystem(system);
-  session.NetworkOpen = true;
   system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds);
+  // A director may have closed the object server meanwhile.
+  if (session.CurrentNetwork != network)
+    throw platform::Error(0, "Session", "The network was closed while it was opened.");
+  session.NetworkOpen = true;
 }
 
 void CloseNetwork(Session& session) {

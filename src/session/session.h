@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 
+#include "lns/dialect.h"
 #include "lns/object_model.h"
 #include "session/supported_commands.h"
 
@@ -14,6 +16,8 @@ namespace session {
 struct Session {
   std::int16_t InstanceCount = 0;
   lns::ObjectServer ObjectServer;
+  /// That object server's way with network variables.
+  std::shared_ptr<lns::Dialect> Dialect = std::make_shared<lns::Dialect>();
   bool ServerOpen = false;
   bool NetworkOpen = false;
   std::string CurrentNetworkName;

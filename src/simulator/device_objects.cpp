@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "simulator/app_devices.h"
 #include "simulator/component_apps.h"
 #include "simulator/errors.h"
 #include "simulator/network_variable.h"
@@ -15,14 +16,6 @@ constexpr int kOnline = 4;
 constexpr int kSoftOffline = 12;
 constexpr int kHighestMode = 6;
 constexpr int kHighestRequest = 17;
-
-bool IsPredefined(const model::Chain& chain) {
-  return chain == model::Chain{model::kAllDevices} || chain == model::Chain{model::kDiscovered};
-}
-
-std::string DevicePath(Session& session, const model::DeviceKey& key) {
-  return model::PathOf(model::NetworkOf(session.installation(), key.network), key);
-}
 
 /// The item of a collection of variables of the device.
 LateBoundPtr MakeVariable(Collection& self, const model::DeviceKey& key, const std::string& name) {
@@ -47,6 +40,14 @@ std::vector<std::string> ObjectVariables(model::Installation& installation, cons
 }
 
 }  // namespace
+
+bool IsPredefined(const model::Chain& chain) {
+  return chain == model::Chain{model::kAllDevices} || chain == model::Chain{model::kDiscovered};
+}
+
+std::string DevicePath(Session& session, const model::DeviceKey& key) {
+  return model::PathOf(model::NetworkOf(session.installation(), key.network), key);
+}
 
 bool Answers(Session& session, const model::DeviceKey& key) {
   const model::Device& device = model::DeviceOf(session.installation(), key);
@@ -79,21 +80,7 @@ Value Subsystem::Subsystems() {
                           MakeSubsystem(network(), chain_));
 }
 
-Value Subsystem::Devices() {
-  const auto keys = [chain = chain_](Collection& self) {
-    return model::DeviceKeys(model::NetworkOf(self.installation(), self.network()), chain);
-  };
-  const auto names = [keys](Collection& self) {
-    std::vector<std::string> result;
-    for (const model::DeviceKey& key : keys(self)) result.push_back(key.name);
-    return result;
-  };
-  return Make<Collection>(PartPlace("AppDevices"), 8, names, [keys](Collection& self, std::size_t index) {
-    const model::DeviceKey key = keys(self)[index];
-    const std::string path = DevicePath(self.session(), key);
-    return self.Make<AppDevice>(Place{path, path, ""}, key);
-  });
-}
+Value Subsystem::Devices() { return Make<AppDevices>(PartPlace("AppDevices"), chain_); }
 
 std::span<const MemberRow<Subsystem>> Subsystem::Members() {
   using Self = Subsystem;
@@ -148,7 +135,8 @@ std::span<const MemberRow<AppDevice>> AppDevice::Members() {
       {0, "Name", [](Self& self, Arguments) -> Value { return self.Data().name; }},
       {1, "State", [](Self& self, Arguments) -> Value { return self.Data().state; },
        [](Self& self, const Value& value) { self.SetState(value); }},
-      {2, "AttachmentStatus", [](Self& self, Arguments) -> Value { return self.Data().attachment; }},
+      {2, "AttachmentStatus", [](Self& self, Arguments) -> Value { return self.Data().attachment; }, nullptr,
+       nullptr, 0, 0, 300},
       {3, "CommissionStatus", [](Self& self, Arguments) -> Value { return self.Data().commission_status; }},
       {4, "HasBeenCommissioned", [](Self& self, Arguments) -> Value { return self.Data().commissioned; }},
       {5, "ConfigurationState",
@@ -191,6 +179,26 @@ Value Interface::Objects() {
       });
 }
 
+/// What the network database holds goes to the device.
+Value Interface::Download() {
+  model::Device& device = Answering();
+  for (const auto& [name, bytes] : std::exchange(device.database, {})) device.values[name] = bytes;
+  return {};
+}
+
+/// What the device holds goes to the network database.
+Value Interface::Upload() {
+  Answering().database.clear();
+  return {};
+}
+
+model::Device& Interface::Answering() {
+  if (!Answers(session(), key_))
+    Fail(Code::NoCommunication, "The device \"" + key_.name + "\" does not answer.");
+  session().simulation().MarkChanged();
+  return model::DeviceOf(installation(), key_);
+}
+
 std::span<const MemberRow<Interface>> Interface::Members() {
   using Self = Interface;
   static const MemberRow<Self> kRows[] = {
@@ -199,6 +207,11 @@ std::span<const MemberRow<Interface>> Interface::Members() {
       {2, "LonMarkObjects", [](Self& self, Arguments) { return self.Objects(); }},
       ClassRow<19>(3),
       ParentRow(4),
+      // Their options choose which properties; here they mean all of them.
+      {5, "UploadConfigProperties", nullptr, nullptr, [](Self& self, Arguments) { return self.Upload(); }, 0,
+       1},
+      {6, "DownloadConfigProperties", nullptr, nullptr, [](Self& self, Arguments) { return self.Download(); },
+       0, 1},
   };
   return kRows;
 }

@@ -46,6 +46,9 @@ class Interface : public Simulated<Interface> {
  private:
   Value Variables();
   Value Objects();
+  Value Upload();
+  Value Download();
+  model::Device& Answering();
   model::DeviceKey key_;
 };
 
@@ -64,6 +67,11 @@ class LonMarkObject : public Simulated<LonMarkObject> {
   model::DeviceKey key_;
   std::string name_;
 };
+
+/// "ALL" and "Discovered", which are always there.
+bool IsPredefined(const model::Chain& chain);
+
+std::string DevicePath(Session& session, const model::DeviceKey& key);
 
 /// Whether the session can talk to the device now.
 bool Answers(Session& session, const model::DeviceKey& key);

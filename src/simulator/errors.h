@@ -20,6 +20,8 @@ enum class Code : std::uint16_t {
   CannotOpen = 17012,
   NoDevice = 17038,
   OutOfRange = 17090,
+  Paused = 17091,
+  MustBePaused = 17094,
   ObjectDeleted = 17096,
   NotModifiable = 17119,
   WriteRefused = 18034,

@@ -34,21 +34,36 @@ bool IsChoice(const Field& field, std::int64_t raw) {
          raw < field.first_choice + static_cast<std::int64_t>(field.choices.size());
 }
 
-std::string RenderField(const Field& field, std::int64_t raw, bool us) {
-  if (IsChoice(field, raw))
-    return std::string(field.choices[static_cast<std::size_t>(raw - field.first_choice)]);
-  const double value = static_cast<double>(raw) / field.counts_per_unit;
-  if (!us || field.quantity == Quantity::Plain) return text::ShortestText(value);
-  // Two decimals are fine enough for every hundredth of a degree Celsius to be told from its neighbours.
-  const double offset = field.quantity == Quantity::Temperature ? kFahrenheitZero : 0;
-  return text::ShortestText(text::RoundToDecimals(value * kFahrenheitPerCelsius + offset, 2));
+std::string NumberText(double number, const TextStyle& style) {
+  std::string text = text::ShortestText(number);
+  if (style.regional) std::ranges::replace(text, '.', ',');
+  return text;
 }
 
-std::int64_t ParseField(const Field& field, std::string_view text, bool us) {
+std::string RenderField(const Field& field, std::int64_t raw, bool us, const TextStyle& style) {
+  if (IsChoice(field, raw))
+    return std::string(field.choices[static_cast<std::size_t>(raw - field.first_choice)]);
+  double value = static_cast<double>(raw) / field.counts_per_unit;
+  if (field.quantity == Quantity::Plain) return NumberText(value, style);
+  const double offset = field.quantity == Quantity::Temperature ? kFahrenheitZero : 0;
+  if (us) value = value * kFahrenheitPerCelsius + offset;
+  // Two decimals are fine enough for every hundredth of a degree Celsius to be told from its neighbours.
+  return NumberText(text::RoundToDecimals(value, style.coarse ? 1 : 2), style);
+}
+
+std::optional<double> ParseNumber(std::string_view text, const TextStyle& style) {
+  if (text.size() > kLongestNumber) return std::nullopt;
+  std::string plain(text);
+  if (style.regional && plain.find('.') != std::string::npos) return std::nullopt;
+  if (style.regional) std::ranges::replace(plain, ',', '.');
+  return text::ParseNumber(plain);
+}
+
+std::int64_t ParseField(const Field& field, std::string_view text, bool us, const TextStyle& style) {
   const auto choice = std::find(field.choices.begin(), field.choices.end(), text);
   if (choice != field.choices.end()) return field.first_choice + (choice - field.choices.begin());
 
-  const auto number = text.size() <= kLongestNumber ? text::ParseNumber(text) : std::nullopt;
+  const auto number = ParseNumber(text, style);
   if (!number) FailField(field, text);
   double value = *number;
   if (us && field.quantity == Quantity::Temperature) value -= kFahrenheitZero;
@@ -71,18 +86,23 @@ std::size_t SizeOf(const Structure& structure) {
   return size;
 }
 
-std::string RenderStructure(const Structure& structure, const Bytes& bytes, bool us) {
+std::string_view SeparatorOf(const Structure& structure, const TextStyle& style) {
+  return style.regional && structure.separator == "," ? ";" : structure.separator;
+}
+
+std::string RenderStructure(const Structure& structure, const Bytes& bytes, bool us, const TextStyle& style) {
   std::vector<std::string> pieces;
   std::size_t at = 0;
   for (const Field& field : structure.fields) {
-    pieces.push_back(RenderField(field, ToInteger(bytes.data() + at, field.bytes, field.is_signed), us));
+    const std::int64_t raw = ToInteger(bytes.data() + at, field.bytes, field.is_signed);
+    pieces.push_back(RenderField(field, raw, us, style));
     at += field.bytes;
   }
-  return text::Join(pieces, structure.separator);
+  return text::Join(pieces, SeparatorOf(structure, style));
 }
 
-Bytes ParseStructure(const Structure& structure, std::string_view value, bool us) {
-  const std::vector<std::string> pieces = text::Split(value, structure.separator);
+Bytes ParseStructure(const Structure& structure, std::string_view value, bool us, const TextStyle& style) {
+  const std::vector<std::string> pieces = text::Split(value, SeparatorOf(structure, style));
   if (pieces.size() != structure.fields.size())
     FailFormat("A value of the type " + std::string(structure.name) + " has " +
                std::to_string(structure.fields.size()) + " fields, not " + std::to_string(pieces.size()) +
@@ -90,7 +110,7 @@ Bytes ParseStructure(const Structure& structure, std::string_view value, bool us
   Bytes bytes;
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     const Field& field = structure.fields[i];
-    AppendInteger(bytes, ParseField(field, pieces[i], us), field.bytes);
+    AppendInteger(bytes, ParseField(field, pieces[i], us, style), field.bytes);
   }
   return bytes;
 }
@@ -107,7 +127,7 @@ std::optional<Bytes> ParseDecimal(std::string_view value) {
   constexpr Field kByte = {"byte", 1, false, 1};
   Bytes bytes;
   for (const std::string& piece : text::Split(value, "\t"))
-    AppendInteger(bytes, ParseField(kByte, piece, false), 1);
+    AppendInteger(bytes, ParseField(kByte, piece, false, {}), 1);
   return bytes;
 }
 
@@ -119,6 +139,36 @@ std::optional<Bytes> ParseHex(std::string_view value) {
     bytes.push_back(byte->front());
   }
   return bytes;
+}
+
+/// Digits of a program ID that a resource file of the scope holds for: format and maker, with the class, with
+/// usage and channel, with the model.
+std::size_t DigitsOfScope(char scope) {
+  switch (scope) {
+    case '3':
+      return 6;
+    case '4':
+      return 10;
+    case '5':
+      return 14;
+    case '6':
+      return 16;
+    default:
+      return 0;
+  }
+}
+
+/// Takes "#<program ID>[<scope>]." off the name; false where it does not fit the device.
+bool TakeOwner(std::string_view& name, std::string_view program_id) {
+  constexpr std::size_t kIdEnd = 17, kLength = 21;  // "#8000D3550004041D[3]."
+  if (name.size() <= kLength || program_id.size() != kIdEnd - 1 || name.front() != '#' ||
+      name[kIdEnd] != '[' || name.substr(kIdEnd + 2, 2) != "].")
+    return false;
+  const std::size_t digits = DigitsOfScope(name[kIdEnd + 1]);
+  const bool fits =
+      digits != 0 && text::EqualIgnoringCase(name.substr(1, digits), program_id.substr(0, digits));
+  name.remove_prefix(kLength);
+  return fits;
 }
 
 /// Takes "#SI" or "#US" off either end of the name; true for US.
@@ -149,18 +199,25 @@ std::optional<Format> Format::Find(std::string_view name) {
   return std::nullopt;
 }
 
+std::optional<Format> Format::FindDocumented(std::string_view name, std::string_view program_id) {
+  const bool qualified = name.starts_with("#");
+  if (qualified && !TakeOwner(name, program_id)) return std::nullopt;
+  const bool user_type = name.starts_with("UNVT_");
+  return qualified == user_type ? Find(name) : std::nullopt;
+}
+
 bool Format::Fits(std::size_t size) const {
   if (kind_ == Kind::Structured) return size == SizeOf(*structure_);
   if (kind_ == Kind::Integer) return size >= 1 && size <= kLargestInteger;
   return true;
 }
 
-std::string Format::Render(const Bytes& bytes) const {
+std::string Format::Render(const Bytes& bytes, const TextStyle& style) const {
   if (!Fits(bytes.size()))
     FailFormat("The format does not fit a value of " + std::to_string(bytes.size()) + " bytes.");
   switch (kind_) {
     case Kind::Structured:
-      return RenderStructure(*structure_, bytes, us_);
+      return RenderStructure(*structure_, bytes, us_, style);
     case Kind::Integer:
       return std::to_string(ToInteger(bytes.data(), bytes.size(), true));
     case Kind::Decimal:
@@ -173,12 +230,12 @@ std::string Format::Render(const Bytes& bytes) const {
   return ToHex(bytes);
 }
 
-Bytes Format::Parse(std::string_view value, std::size_t size) const {
+Bytes Format::Parse(std::string_view value, std::size_t size, const TextStyle& style) const {
   if (!Fits(size)) FailFormat("The format does not fit a value of " + std::to_string(size) + " bytes.");
-  if (kind_ == Kind::Structured) return ParseStructure(*structure_, value, us_);
+  if (kind_ == Kind::Structured) return ParseStructure(*structure_, value, us_, style);
   if (kind_ == Kind::Integer) {
     Bytes bytes;
-    AppendInteger(bytes, ParseField(WholeValue(size), value, false), size);
+    AppendInteger(bytes, ParseField(WholeValue(size), value, false, {}), size);
     return bytes;
   }
   const auto bytes = kind_ == Kind::Decimal ? ParseDecimal(value)

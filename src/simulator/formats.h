@@ -9,6 +9,12 @@
 
 namespace simulator {
 
+/// How numbers and lists look: the regional settings of the computer that formats, and its precision.
+struct TextStyle {
+  bool regional = false;  // "," is the decimal sign and ";" separates what else "," separates
+  bool coarse = false;    // temperatures in tenths
+};
+
 /// How raw bytes become text and text becomes raw bytes.
 ///
 /// A name is that of a structure in the table, or INT, RAW, RAW_HEX, RAW_HEX_PACKED; "#SI" or "#US" before or
@@ -19,9 +25,15 @@ class Format {
   /// Nothing for a name that is not known.
   static std::optional<Format> Find(std::string_view name);
 
+  /// Only the documented forms: "#SI" or "#US" behind the name, and of the types that are not standard
+  /// ("UNVT_")
+  /// "#<program ID>[<scope>].<name>" for a program ID that agrees with the device's in the digits of the
+  /// scope.
+  static std::optional<Format> FindDocumented(std::string_view name, std::string_view program_id);
+
   /// Both raise 18035 where bytes or text do not fit the format.
-  std::string Render(const Bytes& bytes) const;
-  Bytes Parse(std::string_view text, std::size_t size) const;
+  std::string Render(const Bytes& bytes, const TextStyle& style = {}) const;
+  Bytes Parse(std::string_view text, std::size_t size, const TextStyle& style = {}) const;
 
   /// Whether a value of that many bytes can have this format.
   bool Fits(std::size_t size) const;

@@ -91,6 +91,11 @@ bool IsUsed(Network& network, const DeviceTemplate& type) {
   });
 }
 
+const Bytes& ValueOf(const Device& device, const Variable& variable) {
+  const auto own = device.values.find(variable.name);
+  return own != device.values.end() ? own->second : variable.value;
+}
+
 std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device) {
   std::vector<std::string> names;
   for (const Variable& variable : type.variables)

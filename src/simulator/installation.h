@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "simulator/bytes.h"
+#include "simulator/strictness.h"
 
 /// What a network file describes: plain values, changed in place by the objects and written back by the file
 /// writer. Names are unique among siblings; objects find their data by name at each call, so a reload never
@@ -69,6 +70,8 @@ struct Device {
   bool powered = true;
   int test_result = 0;
   std::map<std::string, Bytes> values;  // those that differ from the template's
+  std::map<std::string, Bytes>
+      database;  // what the network database holds where that differs from the device
   std::vector<std::string> missing;
   std::vector<std::string> refuses;
   std::vector<LonMarkObject> objects;  // with the commands that this device alone has
@@ -136,6 +139,7 @@ struct Installation {
   ComponentApps component_apps;
   std::vector<Network> networks;
   Latency latency;
+  Strictness strict;
   std::vector<Fault> faults;
 };
 
@@ -179,6 +183,9 @@ ComponentApps* SharedApps(DeviceTemplate& type, const LonMarkObject& object);
 
 /// Whether a device of the network is of that type.
 bool IsUsed(Network& network, const DeviceTemplate& type);
+
+/// The bytes that the device has.
+const Bytes& ValueOf(const Device& device, const Variable& variable);
 
 /// The template's variables but for those that the device lacks, in the order of their indices.
 std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device);

@@ -102,7 +102,8 @@ std::span<const MemberRow<System>> System::Members() {
       {11, "LaunchLcaServerFlag", [](Self& self, Arguments) -> Value { return self.Data().launch_server; },
        [](Self& self, const Value& value) { self.Change().launch_server = automation::ToBoolean(value); }},
       {12, "LdrfCatalogPath", [](Self& self, Arguments) -> Value { return self.Data().catalog_path; },
-       [](Self& self, const Value& value) { self.Change().catalog_path = automation::ToText(value); }},
+       [](Self& self, const Value& value) { self.Change().catalog_path = automation::ToText(value); },
+       nullptr, 0, 0, 300},
       {13, "BeginNssIdleEvent", nullptr, nullptr,
        [](Self& self, Arguments arguments) -> Value {
          return self.Begin(WholeNumber(arguments[0], 0, 65535)), Value();
@@ -118,8 +119,15 @@ std::span<const MemberRow<System>> System::Members() {
          return ProgramIdOfXif(self.session().simulation().read_file, automation::ToText(arguments[0]));
        },
        1},
-      {17, "DsPause", [](Self& self, Arguments) -> Value { return self.data_server_paused_; },
-       [](Self& self, const Value& value) { self.data_server_paused_ = automation::ToBoolean(value); }},
+      {17, "DsPause", [](Self& self, Arguments) -> Value { return self.session().IsPaused(self.network_); },
+       [](Self& self, const Value& value) {
+         self.session().Pause(self.network_, automation::ToBoolean(value));
+       }},
+      {19, "DsMode", [](Self& self, Arguments) -> Value { return self.data_server_mode_; },
+       [](Self& self, const Value& value) {
+         self.session().RequirePaused(self.network_);
+         self.data_server_mode_ = WholeNumber(value, 0);
+       }},
   };
   return kRows;
 }

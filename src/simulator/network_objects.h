@@ -34,7 +34,7 @@ class System : public Simulated<System> {
   void Begin(int milliseconds);
 
   std::string network_;
-  bool data_server_paused_ = false;
+  std::int32_t data_server_mode_ = 0;
 };
 
 /// The system's own place on the network. Without an interface the system opens in engineered mode.

@@ -132,14 +132,18 @@ void ReadValues(JsonReader& reader, const DeviceTemplate& type, Device& device) 
       if (variable.name == name) return variable;
     throw FileError("the template has no variable \"" + name + "\"");
   };
-  reader.EachText("values", [&](const std::string& name, const std::string& hex) {
-    const Variable& variable = find(name);
-    const Bytes bytes = HexValue(hex);
-    if (bytes.size() != variable.value.size())
-      throw FileError("expected " + std::to_string(variable.value.size()) + " bytes, found " +
-                      std::to_string(bytes.size()));
-    device.values[name] = bytes;
-  });
+  const auto read_values = [&](const char* key, std::map<std::string, Bytes>& values) {
+    reader.EachText(key, [&](const std::string& name, const std::string& hex) {
+      const Variable& variable = find(name);
+      const Bytes bytes = HexValue(hex);
+      if (bytes.size() != variable.value.size())
+        throw FileError("expected " + std::to_string(variable.value.size()) + " bytes, found " +
+                        std::to_string(bytes.size()));
+      values[name] = bytes;
+    });
+  };
+  read_values("values", device.values);
+  read_values("database", device.database);
   const auto read_names = [&](std::string_view key) {
     std::vector<std::string> names = reader.Texts(key);
     try {
@@ -264,6 +268,19 @@ Latency ReadLatency(JsonReader& reader) {
   return {read("any"), read("read"), read("write"), read("open"), read("test")};
 }
 
+Strictness ReadStrictness(JsonReader& reader) {
+  Strictness strict = reader.Boolean("all", false) ? Strictness::All() : Strictness();
+  for (const auto& [key, flag] : kStrictFlags) strict.*flag = reader.Boolean(key, strict.*flag);
+  strict.demonstration = reader.Integer("demonstration", strict.demonstration, 0, 65535);
+  strict.release = reader.Integer("release", strict.release, 100, Strictness::kNewest);
+  for (const auto& [key, members] : kStrictMembers) {
+    if (!reader.Has(key)) continue;
+    const std::vector<std::string> names = reader.Texts(key);
+    strict.*members = {names.begin(), names.end()};
+  }
+  return strict;
+}
+
 }  // namespace
 
 model::Installation ReadInstallation(std::string_view text, const std::string& file) {
@@ -281,6 +298,8 @@ model::Installation ReadInstallation(std::string_view text, const std::string& f
               [&](JsonReader& row) { installation.networks.push_back(ReadNetwork(row, installation)); });
   if (reader.Has("latency"))
     reader.Object("latency", [&](JsonReader& row) { installation.latency = ReadLatency(row); });
+  if (reader.Has("strict"))
+    reader.Object("strict", [&](JsonReader& row) { installation.strict = ReadStrictness(row); });
   reader.Each("faults", [&](JsonReader& row) { installation.faults.push_back(ReadFault(row)); });
   reader.Finish();
   return installation;

@@ -25,14 +25,27 @@ std::int32_t NetworkVariable::Index() {
   return static_cast<std::int32_t>(&Type() - variables.data());
 }
 
-const std::string& NetworkVariable::FormatName() { return format_.empty() ? Type().format : format_; }
+const std::string& NetworkVariable::FormatName() {
+  return format_name_.empty() ? Type().format : format_name_;
+}
 
 void NetworkVariable::SetFormat(const Value& value) {
   const std::string name = automation::ToText(value);
-  if (!name.empty() && !Format::Find(name))
-    Fail(Code::FormatFailed, "There is no format named \"" + name + "\".");
-  format_ = name;
+  const std::string& program_id = model::DeviceOf(installation(), key_).program_id;
+  const auto found = strict().formats ? Format::FindDocumented(name, program_id) : Format::Find(name);
+  if (!name.empty() && !found) Fail(Code::FormatFailed, "There is no format named \"" + name + "\".");
+  format_name_ = name;
+  format_ = found;
 }
+
+Format NetworkVariable::CurrentFormat() {
+  const model::Variable& type = Type();
+  if (strict().pausing && session().IsPaused(key_.network))
+    Fail(Code::Paused, "The data server of the network is paused.");
+  return format_ ? *format_ : *Format::Find(type.format);
+}
+
+TextStyle NetworkVariable::Style() const { return {strict().regional, strict().coarse}; }
 
 void NetworkVariable::RequireAnswer() {
   if (!Answers(session(), key_))
@@ -41,20 +54,22 @@ void NetworkVariable::RequireAnswer() {
 
 Value NetworkVariable::ReadValue() {
   const model::Variable& type = Type();
+  const Format format = CurrentFormat();
   RequireAnswer();
   const model::Device& device = model::DeviceOf(installation(), key_);
-  const auto own = device.values.find(name_);
-  return Format::Find(FormatName())->Render(own != device.values.end() ? own->second : type.value);
+  return format.Render(model::ValueOf(device, type), Style());
 }
 
 void NetworkVariable::WriteValue(const Value& value) {
   const model::Variable& type = Type();
-  Bytes bytes = Format::Find(FormatName())->Parse(automation::ToText(value), type.value.size());
+  const Format format = CurrentFormat();
+  Bytes bytes = format.Parse(automation::ToText(value), type.value.size(), Style());
   RequireAnswer();
   model::Device& device = model::DeviceOf(installation(), key_);
   const bool refused = std::find(device.refuses.begin(), device.refuses.end(), name_) != device.refuses.end();
   if (refused || type.is_output)
     Fail(Code::WriteRefused, "The device refused the value of \"" + name_ + "\".");
+  if (strict().database) device.database.try_emplace(name_, model::ValueOf(device, type));
   device.values[name_] = std::move(bytes);
   session().simulation().MarkChanged();
 }

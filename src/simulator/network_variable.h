@@ -21,11 +21,15 @@ class NetworkVariable : public Simulated<NetworkVariable> {
   void WriteValue(const Value& value);
   void SetFormat(const Value& value);
   const std::string& FormatName();
+  /// 17091 while the data server is paused.
+  Format CurrentFormat();
+  TextStyle Style() const;
   void RequireAnswer();
 
   model::DeviceKey key_;
   std::string name_;
-  std::string format_;  // empty for the variable's own
+  std::string format_name_;  // empty for the variable's own
+  std::optional<Format> format_;
   std::int32_t source_options_ = 0;
   std::int32_t monitor_tag_ = 0;
 };

@@ -90,6 +90,7 @@ Json WriteDevice(const Device& device, const System& system) {
   Put(json, "powered", device.powered, true);
   Put(json, "testResult", device.test_result, 0);
   for (const auto& [name, bytes] : device.values) json["values"][name] = ToHex(bytes);
+  for (const auto& [name, bytes] : device.database) json["database"][name] = ToHex(bytes);
   Put(json, "missing", device.missing, {});
   Put(json, "refuses", device.refuses, {});
   PutObjects(json, device.objects, type ? ObjectsOfDevices(*type) : std::vector<LonMarkObject>());
@@ -153,6 +154,15 @@ Json WriteLatency(const Latency& latency) {
   return json;
 }
 
+Json WriteStrictness(const Strictness& strict) {
+  Json json = Json::object();
+  for (const auto& [key, flag] : kStrictFlags) Put(json, key, strict.*flag, false);
+  Put(json, "demonstration", strict.demonstration, 0);
+  Put(json, "release", strict.release, Strictness::kNewest);
+  for (const auto& [key, members] : kStrictMembers) Put(json, key, strict.*members, {});
+  return json;
+}
+
 Json WriteFault(const Fault& fault) {
   Json json = Json::object();
   Put(json, "device", fault.device);
@@ -174,6 +184,7 @@ std::string WriteInstallation(const model::Installation& installation) {
   json["networks"] = Json::array();
   PutList(json, "networks", installation.networks, WriteNetwork);
   if (const Json latency = WriteLatency(installation.latency); !latency.empty()) json["latency"] = latency;
+  if (const Json strict = WriteStrictness(installation.strict); !strict.empty()) json["strict"] = strict;
   PutList(json, "faults", installation.faults, WriteFault);
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

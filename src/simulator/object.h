@@ -43,7 +43,11 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     });
   }
 
+  bool Offers(const MemberRow<T>& row) const { return strict().Knows(row.name, row.since); }
+  bool OffersPut(const MemberRow<T>& row) const { return row.put && !strict().read_only.contains(row.name); }
+
   Session& session() { return *origin_.session; }
+  const Strictness& strict() const { return origin_.session->installation().strict; }
   model::Installation& installation() { return session().installation(); }
   const LateBoundPtr& parent() const { return origin_.parent; }
   const Place& place() const { return origin_.place; }

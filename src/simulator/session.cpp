@@ -1,6 +1,7 @@
 #include "simulator/session.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "automation/convert.h"
 #include "simulator/errors.h"
@@ -88,6 +89,7 @@ void Session::Close() {
   open_ = false;
   networks_.clear();
   systems_.clear();
+  paused_.clear();
   idle_interval_ = 0;
 }
 
@@ -125,6 +127,7 @@ void Session::OpenNetwork(const std::string& name) {
 void Session::CloseNetwork(const std::string& network) {
   CloseSystem(network);
   networks_.erase(network);
+  paused_.erase(network);
 }
 
 void Session::RequireNetwork(const std::string& network) const {
@@ -166,6 +169,19 @@ void Session::RequireSystem(const std::string& network) const {
     Fail(Code::NotOpen, "The system of the network \"" + network + "\" is not open.");
 }
 
+void Session::Pause(const std::string& network, bool paused) {
+  RequireNetwork(network);
+  if (paused)
+    paused_.insert(network);
+  else
+    paused_.erase(network);
+}
+
+void Session::RequirePaused(const std::string& network) const {
+  const bool strict = simulation_->installation().strict.pausing;
+  if (strict && !IsPaused(network)) Fail(Code::MustBePaused, "The data server must be paused for this.");
+}
+
 bool Session::IsAttached(const std::string& network) const {
   const auto found = systems_.find(network);
   return found != systems_.end() && (!IsLocal() || !found->second.empty());
@@ -178,8 +194,12 @@ std::unique_ptr<platform::Subscription> Session::Advise(platform::EventHandler h
 
 void Session::Raise(std::int32_t event, platform::Arguments arguments) {
   const auto handlers = handlers_;  // a handler may connect and disconnect
-  for (const auto& [number, handler] : handlers)
-    if (handlers_.contains(number)) handler(event, arguments);
+  const auto raise = [&] {
+    for (const auto& [number, handler] : handlers)
+      if (handlers_.contains(number)) handler(event, arguments);
+  };
+  if (!simulation_->installation().strict.threads) return raise();
+  std::thread(raise).join();
 }
 
 platform::LateBoundPtr Session::Shared(const Key& key, const std::function<platform::LateBoundPtr()>& make) {

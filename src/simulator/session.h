@@ -63,6 +63,11 @@ class Session : public std::enable_shared_from_this<Session> {
   bool IsSystemOpen(const std::string& network) const { return systems_.contains(network); }
   void RequireSystem(const std::string& network) const;
 
+  /// The data server of a network that is open; while it is paused no value travels where that is so strict.
+  void Pause(const std::string& network, bool paused);
+  bool IsPaused(const std::string& network) const { return paused_.contains(network); }
+  void RequirePaused(const std::string& network) const;
+
   /// Whether the open system can reach its devices; in engineered mode it cannot.
   bool IsAttached(const std::string& network) const;
 
@@ -94,6 +99,7 @@ class Session : public std::enable_shared_from_this<Session> {
   bool open_ = false;
   std::set<std::string> networks_;
   std::map<std::string, std::string> systems_;  // network, and the interface that a local session uses
+  std::set<std::string> paused_;
   int idle_interval_ = 0;
   std::map<int, platform::EventHandler> handlers_;
   int next_handler_ = 0;

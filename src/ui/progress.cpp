@@ -40,6 +40,7 @@ void fProgress::OnUnload() {
 fProgress& Progress::Open() {
   if (!window_) window_ = std::make_unique<fProgress>(desktop_, program_, plug_in_name_);
   window_->operation_runs = true;
+  window_->on_escape = on_escape;
   window_->Show();
   return *window_;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -19,6 +20,8 @@ class fProgress : public Form {
 
   AnimationHost picResAnim{"picResAnim"};
   Label Status{"Status"};
+  /// What Escape does; false where nothing.
+  std::function<bool()> on_escape;
   /// While the operation runs this may be the program's only window, and the user may not close it.
   bool operation_runs = true;
 
@@ -26,6 +29,7 @@ class fProgress : public Form {
   void OnLoad() override;
   bool OnQueryUnload(CloseReason reason) override { return reason != CloseReason::User || !operation_runs; }
   void OnUnload() override;
+  bool OnEscape() override { return on_escape && on_escape(); }
 
  private:
   std::string plug_in_name_;
@@ -48,6 +52,9 @@ class Progress {
   /// The operation has ended and leaves its last status on the screen, for the user to close.
   void LeaveToUser();
   void Close();
+
+  /// What Escape does in the window; false where nothing.
+  std::function<bool()> on_escape;
 
  private:
   fProgress& Open();

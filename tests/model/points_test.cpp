@@ -10,7 +10,7 @@ struct Device : Opened {
   Device() { setpoints.GetNetworkValue(0); }
   void Fail(const char* operation, int code) { simulation->faults().Add({"", "", operation, 1, code}); }
 
-  model::PointList points{main.CurrentDevice().Interface().NetworkVariables()};
+  model::PointList points{main.CurrentDevice().Interface().NetworkVariables(), session.Dialect};
   model::CNvCpTable& setpoints = points.Item("nciSetPts");
 };
 

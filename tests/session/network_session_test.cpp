@@ -61,7 +61,7 @@ TEST(NetworkSession, RemoteFlagDecidesWhatInternetMeans) {
   director.UseRemote();
   director.UseInterface("Internet");
   director.Open("Demo Annex");
-  for (const char* operation : {"Flags=16", "DsPause=True", "DiscoveryInterval=0", "DsPause=False"})
+  for (const char* operation : {"Flags=16", "DsPause=True", "DsMode=0", "DsPause=False"})
     EXPECT_TRUE(director.Asked(operation)) << operation;
   EXPECT_FALSE(director.Asked("RemoteNetworkInterfaces"));
 

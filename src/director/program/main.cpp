@@ -99,6 +99,10 @@ int Run(const Options& options) {
       return director::PrintDevices(lns::ObjectServer(ObjectServer()), options.network, std::cout), 0;
     case Command::Show:
       return director::PrintDevice(lns::ObjectServer(ObjectServer()), options.path, std::cout), 0;
+    case Command::Download:
+      return director::DownloadConfiguration(lns::ObjectServer(ObjectServer()), options.path), 0;
+    case Command::Upload:
+      return director::UploadConfiguration(lns::ObjectServer(ObjectServer()), options.path), 0;
     case Command::Commands:
       return director::PrintCommands(lns::ObjectServer(ObjectServer()), options.place, std::cout), 0;
     case Command::Templates:

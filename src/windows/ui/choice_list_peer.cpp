@@ -46,6 +46,10 @@ void ChoiceListPeer::Update(ui::Aspect aspect) {
     host().Relayout();
   } else if (aspect == ui::Aspect::Text) {
     CatchUpWhenSeen();
+  } else if (aspect == ui::Aspect::Locked) {
+    // What is chosen in an open list is no longer wanted.
+    if (list().Locked() && DroppedDown()) Send(CB_SHOWDROPDOWN, FALSE);
+    CatchUp();
   } else {
     ControlPeer::Update(aspect);
   }
@@ -83,7 +87,7 @@ std::wstring ChoiceListPeer::ItemText(WPARAM index) const {
 
 void ChoiceListPeer::TellChoice() {
   const LRESULT selected = Send(CB_GETCURSEL);
-  if (selected == CB_ERR) return;
+  if (selected == CB_ERR || list().Locked()) return;
   std::string text = ToUtf8(ItemText(static_cast<WPARAM>(selected)));
   if (text != list().Text()) list().UserChooses(std::move(text));
 }
