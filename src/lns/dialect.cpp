@@ -98,7 +98,7 @@ std::string Dialect::Value(const NetworkVariable& variable, const std::string& s
   char sign = decimal_sign_;
   for (std::string& field : fields) {
     const char own = DecimalSignOf(field);
-    const bool misplaced = field.find(separator) != std::string::npos && own == kUnknownSign;
+    const bool misplaced = own == kUnknownSign && field.find(',') != std::string::npos;
     if (misplaced || (own != kUnknownSign && sign != kUnknownSign && own != sign))
       FailFormat("The value '" + text + "' can be read in more than one way.");
     if (own != kUnknownSign) sign = own;

@@ -10,6 +10,11 @@ struct Device : Opened {
   Device() { setpoints.GetNetworkValue(0); }
   void Fail(const char* operation, int code) { simulation->faults().Add({"", "", operation, 1, code}); }
 
+  std::string Format(const std::string& units) const {
+    const std::string name = "SNVT_temp_setpt";
+    return simulation->installation().strict.formats ? name + units : units + name;
+  }
+
   model::PointList points{main.CurrentDevice().Interface().NetworkVariables(), session.Dialect};
   model::CNvCpTable& setpoints = points.Item("nciSetPts");
 };
@@ -26,7 +31,7 @@ TEST(PointList, KeysAndTheSecondViewOfTheModel) {
 TEST(DevicePoint, ReadsAndWritesAllFieldsInTheFormatOfTheLastRead) {
   Device device;
   device.setpoints.GetNetworkValue(1);
-  EXPECT_EQ(device.setpoints.MyNetworkVariable.FormatType(), "#USSNVT_temp_setpt");
+  EXPECT_EQ(device.setpoints.MyNetworkVariable.FormatType(), device.Format("#US"));
   device.setpoints.GetNetworkValue(0);
   device.setpoints.NvAsArray[3] = "21.5";
   device.setpoints.ValueAsChanges = true;
@@ -56,7 +61,7 @@ TEST(DevicePoint, FailuresKeepTheNumberAndTellThePoint) {
     EXPECT_EQ(read.number(), platform::ObjectServerError(static_cast<std::uint16_t>(c.code)));
     EXPECT_EQ(read.source(), "GetNetworkValue");
     EXPECT_EQ(read.description(), "Error reading nciSetPts" + c.read);
-    EXPECT_EQ(device.setpoints.MyNetworkVariable.FormatType(), "#SISNVT_temp_setpt") << "that of its fields";
+    EXPECT_EQ(device.setpoints.MyNetworkVariable.FormatType(), device.Format("#SI")) << "that of its fields";
     device.Fail("write", c.code);
     const platform::Error write = ErrorOf([&] { device.setpoints.SendNetworkValue(); });
     EXPECT_EQ(write.source(), "SendNetworkValue");

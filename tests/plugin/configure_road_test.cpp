@@ -96,6 +96,7 @@ TEST(ConfigureRoad, FillsTheScreen) {
 
 TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
   World world;
+  if (world.FindsOut()) GTEST_SKIP() << "it takes more to find out how to ask";
   const auto api = world.Configure(kFirstThermostat);
   const std::pair<const char*, const char*> points[] = {{"nciSetPts", "#SISNVT_temp_setpt"},
                                                         {"nciRHmodel", "UNVT_rh_model"},
@@ -229,10 +230,12 @@ TEST(ConfigureRoad, TheLogTellsRoomsAndActionsApart) {
   world.main.cmdRefresh.UserClicks();
   std::vector<std::pair<std::size_t, std::string>> named;
   const auto& rows = world.log.lstActivity.Rows();
+  const std::size_t found_out = world.FindsOut();
   for (std::size_t i = 0; i < rows.size(); ++i)
     if (rows[i].cells[1] == "Configuring") named.emplace_back(i, rows[i].cells[2]);
-  EXPECT_EQ(named, (std::vector<std::pair<std::size_t, std::string>>{{0, kFirstThermostat}, {12, second}}));
-  EXPECT_EQ(rows.size(), 35u);
+  EXPECT_EQ(named, (std::vector<std::pair<std::size_t, std::string>>{{0, kFirstThermostat},
+                                                                     {12 + found_out, second}}));
+  EXPECT_EQ(rows.size(), 35u + found_out);
 
   World talkative;
   talkative.in_between = [](platform::LateBoundPtr object_server) {

@@ -1,6 +1,8 @@
 #include "support/world.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 
 using platform::CallKind;
 using platform::Value;
@@ -13,10 +15,31 @@ std::shared_ptr<simulator::Simulation> Network(const std::string& network_file) 
                               : simulator::Simulation::FromText(network_file, without_waiting);
 }
 
+/// How strict the object server is in this run: "all", or the name of one switch or member.
+simulator::Strictness Demanded() {
+  const char* demand = std::getenv("QM5R_STRICT");
+  const simulator::Strictness all = simulator::Strictness::All();
+  simulator::Strictness demanded;
+  if (!demand) return demanded;
+  if (demand == std::string("all")) return all;
+  for (const auto& [key, flag] : simulator::kStrictFlags) demanded.*flag = demand == std::string(key);
+  for (const auto& [key, members] : simulator::kStrictMembers)
+    if ((all.*members).contains(demand)) (demanded.*members).insert(demand);
+  return demanded;
+}
+
+/// Regional settings taken back.
+std::string InPlainSigns(std::string text) {
+  std::ranges::replace(text, ',', '.');
+  std::ranges::replace(text, ';', ',');
+  return text;
+}
+
 }  // namespace
 
 World::World(const std::string& network_file) : PlugIn(Network(network_file), {1, 2, 3}) {
   simulation->installation().auto_save = false;
+  simulation->installation().strict = Demanded();
   files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
   files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
   registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
@@ -54,7 +77,9 @@ std::vector<std::string> World::Operations(std::string_view text) const {
   for (std::size_t i = 0; i < simulation->journal().Count(); ++i) {
     const auto& [operation, result, error] = simulation->journal().At(i);
     std::string line = operation.place.item + " " + operation.member;
-    if (operation.kind == simulator::OperationKind::Put) line += "=" + operation.value;
+    const bool regional = operation.member == "Value" && simulation->installation().strict.regional;
+    if (operation.kind == simulator::OperationKind::Put)
+      line += "=" + (regional ? InPlainSigns(operation.value) : operation.value);
     if (error != 0) line += " !";
     if (line.find(text) != std::string::npos) lines.push_back(line);
   }

@@ -15,6 +15,12 @@ class World : public headless::PlugIn {
  public:
   explicit World(const std::string& network_file = {});
 
+  /// Whether the object server demands something that the program finds out and logs.
+  bool FindsOut() const {
+    const simulator::Strictness& strict = simulation->installation().strict;
+    return strict.formats || strict.regional || strict.missing.contains("SourceOptions");
+  }
+
   /// Calls a member as a director does, by name.
   static platform::Value Get(platform::LateBound& api, std::string_view property);
   static void Put(platform::LateBound& api, std::string_view property, platform::Value value);

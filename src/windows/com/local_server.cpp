@@ -15,9 +15,6 @@
 namespace windows::com {
 namespace {
 
-/// How long a client may be on its way to an object after it has found the class.
-constexpr std::chrono::milliseconds kGrace{250};
-
 /// The timer of a thread carries no context of its own, and clients may hold the class longer than the server
 /// lives.
 LocalServer* running_server = nullptr;
@@ -149,7 +146,7 @@ void LocalServer::Enter(State next) {
 std::optional<std::chrono::milliseconds> LocalServer::TimeIn(State state) const {
   if (state == State::Waiting && lifetime_.idle_limit.count() > 0) return lifetime_.idle_limit;
   if (state == State::Lingering) return lifetime_.linger;
-  if (state == State::Leaving) return kGrace;
+  if (state == State::Leaving) return lifetime_.grace;
   return std::nullopt;
 }
 

@@ -51,6 +51,8 @@ struct ServerLifetime {
   /// A client that creates an object while its server leaves may fail, and clients like to come back at once:
   /// the server stays a little.
   std::chrono::milliseconds linger{1000};
+  /// How long a client may be on its way to an object after it has found the class.
+  std::chrono::milliseconds grace{250};
   /// A server that COM started and that no client reached within this time leaves: of several that COM starts
   /// for clients that come at the same time, all clients get the same one. Zero for a server that waits for
   /// ever.

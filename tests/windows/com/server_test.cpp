@@ -206,7 +206,8 @@ struct OwnedServer : testing::Test {
     return false;
   }
   LocalServer server{{.id = Sample::kClass, .make = [] { return std::make_shared<Sample>(); }},
-                     {.leaves_when_unused = false, .linger = std::chrono::milliseconds(100)}};
+                     {.leaves_when_unused = false, .linger = std::chrono::milliseconds(100),
+                      .grace = std::chrono::seconds(2)}};
   ComPtr<IClassFactory> found = Class();
   ComPtr<IUnknown> object;
 };
@@ -228,7 +229,7 @@ TEST_F(OwnedServer, GoesWhenNobodyComesMeanwhile) {
   server.Leave();
   EXPECT_FALSE(GoesWithin(600)) << "the class is locked";
   found->LockServer(FALSE);
-  EXPECT_TRUE(GoesWithin(1000));
+  EXPECT_TRUE(GoesWithin(6000));
   EXPECT_EQ(Create(), CO_E_SERVER_STOPPING);
 }
 
