@@ -13,6 +13,17 @@ using platform::Attempt;
 
 constexpr const char* kInternet = "Internet";
 
+/// Makes a call to a member that an object server may not know: which one it is was chosen from several that
+/// fit.
+template <class Call>
+void PassOver(Call&& call) {
+  try {
+    call();
+  } catch (const platform::Error& error) {
+    if (!lns::IsUnknownMember(error)) throw;
+  }
+}
+
 /// Closes what is open, and what cannot tell whether it is.
 template <class T>
 void CloseIfOpen(const T& object) {
@@ -43,7 +54,7 @@ bool SwitchRemoteFlag(Session& session, bool wanted) {
 bool OpenServer(Session& session, const std::string& interface_name, bool was_remote) {
   const lns::ObjectServer& server = session.ObjectServer;
   if (server.IsOpen()) CloseServer(session);
-  server.SetOpenOption(false);
+  PassOver([&] { server.SetOpenOption(false); });
   bool internet = false;
   if (was_remote) {
     internet = interface_name == kInternet;
@@ -97,7 +108,7 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
   session.CurrentSystem = system;
   system.Open();
   if (internet) PrepareInternetSystem(system);
-  system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds);
+  PassOver([&] { system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds); });
   // A director may have closed the object server meanwhile.
   if (session.CurrentNetwork != network)
     throw platform::Error(0, "Session", "The network was closed while it was opened.");

@@ -33,8 +33,9 @@ Value AppDevices::Item(Arguments arguments) {
 Value AppDevices::Add(Arguments arguments) {
   model::Network& network_data = model::NetworkOf(installation(), network());
   const std::string name = automation::ToText(arguments[0]);
-  const LateBoundPtr type_object = automation::ToObject(arguments[1]);
-  const Value type = type_object ? type_object->Invoke({"Name"}, platform::CallKind::Get, {}) : Value();
+  Value type = arguments[1];
+  if (std::holds_alternative<LateBoundPtr>(type))
+    type = automation::ToObject(type)->Invoke({"Name"}, platform::CallKind::Get, {});
   model::Device device;
   device.name = name;
   device.template_name = automation::ToText(type);

@@ -71,8 +71,9 @@ TEST(DevicePoint, FailuresKeepTheNumberAndTellThePoint) {
   }
   Device device;
   device.Fail("read", 0x8000);
-  EXPECT_EQ(ErrorOf([&] { device.setpoints.GetNetworkValue(0); }).number(), 6)
-      << "no code of 16 bits: overflow";
+  const platform::Error overflow = ErrorOf([&] { device.setpoints.GetNetworkValue(0); });
+  EXPECT_EQ(overflow.number(), 6) << "no code of 16 bits: overflow";
+  EXPECT_EQ(overflow.cause(), own);
 }
 
 }  // namespace

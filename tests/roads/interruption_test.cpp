@@ -207,6 +207,9 @@ struct InterruptedUser : World, User {
 
   void Walk(const Pass& pass, std::size_t moment) {
     now = {};
+    // Each walk finds out the same about the object server.
+    if (!known) known = *session.Dialect;
+    *session.Dialect = *known;
     for (const auto& [index, text] : pass.edits) index == kList ? Choose(0, text) : Type(index, text);
     for (const ui::Field* field : main.screen.EditableFields())
       if (IsMarked(*field)) now.typed[field] = field->Text();
@@ -261,6 +264,7 @@ struct InterruptedUser : World, User {
     CheckThatRefreshReadsOrSaysWhyNot();
   }
 
+  std::optional<lns::Dialect> known;
   const Values values_of_second = ValuesOf("Thermostat 102");
   std::shared_ptr<plugin::LNSPlugInAPI> api;
   std::map<std::tuple<std::string, int, Values>, Texts> texts_of;

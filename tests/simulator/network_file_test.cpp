@@ -95,9 +95,11 @@ TEST(NetworkFile, EveryKeySurvivesSaving) {
       "subsystems": [{"name": "F", "subsystems": [{"name": "G"}], "devices": [{"name": "A", "template": "P",
         "handle": 9, "neuronId": "0123456789AB", "programId": "9000000000000003", "state": 6, "attachment": 2,
         "commissioned": false, "commissionStatus": 2, "configurationState": 1, "powered": false,
-        "testResult": 3, "values": {"v": "FF"}, "missing": ["v"], "refuses": ["v"], "lonMarkObjects": []}]}],
+        "testResult": 3, "values": {"v": "FF"}, "database": {"v": "FE"}, "missing": ["v"], "refuses": ["v"], "lonMarkObjects": []}]}],
       "discovered": [{"name": "N", "template": "P", "handle": 10, "neuronId": "0123456789AC"}]}}],
     "latency": {"any": 1, "read": 2, "write": 3, "open": 4, "test": 5},
+    "strict": {"pausing": true, "demonstration": 5, "release": 320, "missingMembers": ["Mode"],
+               "readOnlyMembers": ["State", "Value"]},
     "faults": [{"vanish": true},
                {"device": "A", "item": "v", "operation": "read", "occurrence": 2, "code": 18200}]
   })";
