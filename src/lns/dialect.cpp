@@ -47,7 +47,9 @@ std::string SeparatorIn(const std::string& text, const std::string& separator) {
 
 }  // namespace
 
-void Dialect::Note(const std::string& difference) { findings_.push_back(difference); }
+void Dialect::Note(const std::string& difference) {
+  if (noted_.insert(difference).second) findings_.push_back(difference);
+}
 
 std::string Dialect::TakeFindings() { return text::Join(std::exchange(findings_, {}), "; "); }
 
@@ -84,7 +86,7 @@ void Dialect::SetFormat(const NetworkVariable& variable, const std::string& form
       if (!refusal) refusal = error;
       continue;
     }
-    if (form != format && accepted_formats_[format] != form) Note("format " + form);
+    if (form != format) Note(form.starts_with('#') ? "fully qualified types" : "unit system behind the type");
     accepted_formats_[format] = form;
     return;
   }
@@ -104,9 +106,8 @@ std::string Dialect::Value(const NetworkVariable& variable, const std::string& s
     if (own != kUnknownSign) sign = own;
     if (own == ',') std::ranges::replace(field, ',', '.');
   }
-  if (sign == ',' && decimal_sign_ != sign) Note("decimal comma");
-  if (found != separator && separators_[separator] != found)
-    Note("'" + found + "' in place of '" + separator + "'");
+  if (sign == ',') Note("decimal comma");
+  if (found != separator) Note("'" + found + "' in place of '" + separator + "'");
   decimal_sign_ = sign;
   separators_[separator] = found;
   return text::Join(fields, separator);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -46,7 +47,8 @@ class Dialect {
   std::map<std::string, std::string> accepted_formats_;
   char decimal_sign_ = 0;                          // as long as none was seen
   std::map<std::string, std::string> separators_;  // those in use, by those of the points
-  std::vector<std::string> findings_;
+  std::set<std::string> noted_;
+  std::vector<std::string> findings_;  // noted and not yet taken
 };
 
 }  // namespace lns

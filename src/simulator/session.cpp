@@ -1,7 +1,6 @@
 #include "simulator/session.h"
 
 #include <algorithm>
-#include <thread>
 
 #include "automation/convert.h"
 #include "simulator/errors.h"
@@ -199,7 +198,7 @@ void Session::Raise(std::int32_t event, platform::Arguments arguments) {
       if (handlers_.contains(number)) handler(event, arguments);
   };
   if (!simulation_->installation().strict.threads) return raise();
-  std::thread(raise).join();
+  simulation_->event_thread(raise);
 }
 
 platform::LateBoundPtr Session::Shared(const Key& key, const std::function<platform::LateBoundPtr()>& make) {

@@ -1,5 +1,7 @@
 #include "simulator/simulation.h"
 
+#include <thread>
+
 #include "simulator/errors.h"
 #include "simulator/files.h"
 #include "simulator/network_file.h"
@@ -8,7 +10,8 @@
 
 namespace simulator {
 Simulation::Simulation(Sleeper sleeper)
-    : read_file([](const std::string& path) { return ReadWholeFile(FromUtf8(path)); }),
+    : event_thread([](const std::function<void()>& raise) { std::thread(raise).join(); }),
+      read_file([](const std::string& path) { return ReadWholeFile(FromUtf8(path)); }),
       sleeper_(std::move(sleeper)) {}
 
 std::shared_ptr<Simulation> Simulation::FromFile(const std::filesystem::path& path, Sleeper sleeper) {

@@ -59,6 +59,9 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   /// end.
   std::function<void()> on_stop;
 
+  /// Runs what raises events where the installation wants them on another thread; at first a new one each time.
+  std::function<void(const std::function<void()>&)> event_thread;
+
   /// Reads the interface files that are imported; at first those of the computer.
   FileReader read_file;
 

@@ -91,6 +91,8 @@ int Serve(const Options& options, bool by_com) {
     lifetime.leaves_when_unused = false;
   }
   windows::com::LocalServer server(std::move(served), lifetime);
+  // COM brings events to the thread on which the client has subscribed, and wants them from this one.
+  simulation->event_thread = [](const std::function<void()>& raise) { raise(); };
   simulation->on_stop = [&server] { server.Leave(); };
   return server.Run();
 }

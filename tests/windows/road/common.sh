@@ -9,6 +9,13 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failed=0
 
+# The object server's network file; "strict" as the third argument of a road makes it demand all that is documented.
+demands=${3:-}
+use_network() {  # <demo file>
+  cp "$root/demo/$1" "$work/network.json"
+  [ "$demands" != strict ] || sed -i '1s/{/{"strict": {"all": true},/' "$work/network.json"
+}
+
 fail() { printf 'FAILED: %s\n' "$*"; failed=1; }
 expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):"; cat "$1"; }; }
 # Processes are looked up from outside, by the folder and name of the program that COM starts, in this Wine only.

@@ -2,10 +2,10 @@
 # The road of the program's own registration, on the demo database of many networks: what the network file holds
 # afterwards is what it held before, but for the interfaces of the visited systems.
 #
-#   registration.sh <folder of the programs> in-wine|in-wine32
+#   registration.sh <folder of the programs> in-wine|in-wine32 [strict]
 . "$(dirname "$0")/common.sh"
 
-cp "$root/demo/many-networks.json" "$work/network.json"
+use_network many-networks.json
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
 "$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
 printf 'File: demo\r\n\r\n\r\n\r\n80:00:D3:55:00:04:04:1D\r\n' >"$work/QM5R.XIF"
