@@ -3,7 +3,10 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -111,15 +114,38 @@ class Desktop : public ui::Desktop {
   std::vector<std::pair<std::string, int>> help_shown;
 
   void Yield() override {
+    for (auto step = Waiting(); step; step = Waiting()) step();
     if (on_yield) on_yield();
   }
+  /// Runs a step on the thread of the forms: at once on that, else when it comes to its next messages.
+  void RunAtHome(std::function<void()> step) {
+    if (std::this_thread::get_id() == home_) return step();
+    const std::lock_guard lock(mutex_);
+    waiting_.push_back(std::move(step));
+  }
   void SetPointer(ui::Pointer pointer) override { pointers.push_back(pointer); }
-  void RepaintActiveWindow() override { ++repaints; }
+  void RepaintActiveWindow() override {
+    if (std::this_thread::get_id() != home_) throw std::logic_error("painted from another thread");
+    ++repaints;
+  }
   double TwipsPerPixelX() const override { return twips_per_pixel; }
   double TwipsPerPixelY() const override { return twips_per_pixel; }
   Area WorkArea() const override { return work_area; }
   Area work_area{0, 0, 1280 * 15, 1024 * 15};
   void EndProgram() override { ended = true; }
+
+ private:
+  std::function<void()> Waiting() {
+    const std::lock_guard lock(mutex_);
+    if (waiting_.empty()) return {};
+    auto step = std::move(waiting_.front());
+    waiting_.pop_front();
+    return step;
+  }
+
+  const std::thread::id home_ = std::this_thread::get_id();
+  std::mutex mutex_;
+  std::deque<std::function<void()>> waiting_;
 };
 
 }  // namespace headless

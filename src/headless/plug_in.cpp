@@ -1,8 +1,37 @@
 #include "headless/plug_in.h"
 
 #include <utility>
+#include <vector>
 
 namespace headless {
+
+namespace {
+
+/// Brings events to the thread of the forms, as the adapter to COM does.
+class HeardAtHome : public platform::LateBound {
+ public:
+  HeardAtHome(platform::LateBoundPtr inner, Desktop& desktop) : inner_(std::move(inner)), desktop_(desktop) {}
+
+  platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
+                         platform::Arguments arguments) override {
+    return inner_->Invoke(member, kind, arguments);
+  }
+  std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override {
+    const auto heard = std::make_shared<platform::EventHandler>(std::move(handler));
+    return inner_->Advise([&desktop = desktop_, heard](std::int32_t event, platform::Arguments arguments) {
+      const std::vector<platform::Value> copied(arguments.begin(), arguments.end());
+      desktop.RunAtHome([heard = std::weak_ptr(heard), event, copied] {
+        if (const auto listener = heard.lock()) (*listener)(event, copied);
+      });
+    });
+  }
+
+ private:
+  platform::LateBoundPtr inner_;
+  Desktop& desktop_;
+};
+
+}  // namespace
 
 PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version)
     : program(version),
@@ -16,7 +45,8 @@ PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program
                    files,
                    [this]() -> platform::LateBoundPtr {
                      if (object_server_missing) throw platform::Error(429, "Headless", "Can't create object");
-                     platform::LateBoundPtr object_server = simulation->CreateObjectServer();
+                     platform::LateBoundPtr object_server =
+                         std::make_shared<HeardAtHome>(simulation->CreateObjectServer(), desktop);
                      return in_between ? in_between(std::move(object_server)) : object_server;
                    }},
       main(surroundings) {}

@@ -40,7 +40,8 @@ class Subscription {
   virtual ~Subscription() = default;
 };
 
-/// Receives an event by its number, with its arguments in the order of their declaration.
+/// Receives an event by its number, with its arguments in the order of their declaration, on the thread that
+/// has connected it, whatever thread raises the event.
 using EventHandler = std::function<void(std::int32_t event, Arguments)>;
 
 /// An object known only by the names and numbers of its members: one of the object server's objects, reached

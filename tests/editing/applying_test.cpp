@@ -196,6 +196,7 @@ TEST(Events, ShowLogAndRepaint) {
     opened.simulation->RaiseEvent(event, platform::Arguments(arguments, event == 9    ? 0
                                                                         : event == 20 ? 1
                                                                                       : 3));
+    opened.desktop.Yield();
   };
   raise(13, 1, "19.5");
   EXPECT_EQ(opened.Field(0).Text(), "19.5");
