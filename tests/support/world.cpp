@@ -42,6 +42,7 @@ World::World(const std::string& network_file) : PlugIn(Network(network_file), {1
   simulation->installation().strict = Demanded();
   files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
   files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
+  files.Write("C:\\LonWorks\\Types\\ldrf.cat", "qm5r.typ qm5r.fmt");
   registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
   registry.SetMachineSetting(identity.PlugInKey(), "DisplayUnits", "0");
 }
