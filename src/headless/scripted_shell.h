@@ -24,6 +24,8 @@ class ScriptedShell : public platform::Shell {
   std::function<bool()> fails;
   /// The programs that were started still run.
   bool running = false;
+  /// How those that have ended did.
+  bool succeeded = true;
   std::set<std::string> windows;    // by title
   std::vector<std::string> closed;  // titles of windows that got a close message; they close at once
   int pauses = 0;
@@ -35,6 +37,7 @@ class ScriptedShell : public platform::Shell {
     struct Started : platform::StartedProgram {
       explicit Started(const ScriptedShell& shell) : on(shell) {}
       bool Running() const override { return on.running; }
+      bool Succeeded() const override { return !on.running && on.succeeded; }
       const ScriptedShell& on;
     };
     launches.push_back({program, arguments, show});

@@ -11,6 +11,8 @@ class StartedProgram {
  public:
   virtual ~StartedProgram() = default;
   virtual bool Running() const = 0;
+  /// It has ended, with the exit code 0.
+  virtual bool Succeeded() const = 0;
 };
 
 /// Other programs on this computer: starting them, and their top-level windows by title. Texts are UTF-8.

@@ -116,7 +116,7 @@ void fMain::OnLoad() {
   GetDebug();
   screen.WebBrowser1.SetText(ContactPageText());
   screen.WebBrowser1.url = ContactPageAddress(with_.program);
-  resource_files_ = ResourceFiles(with_.registry, with_.program);
+  resource_files_ = lonworks::ResourceFiles(with_.registry, with_.program);
   Attempt([this] { lcaOS(); });
 }
 

@@ -7,10 +7,9 @@
 #include "editing/open_device.h"
 #include "lns/object_model.h"
 #include "log/log.h"
+#include "lonworks/resource_files.h"
 #include "model/configuration_screen.h"
-#include "platform/files.h"
 #include "plugin/object_server_events.h"
-#include "plugin/resource_files.h"
 #include "registration/surroundings.h"
 #include "ui/form.h"
 
@@ -18,7 +17,6 @@ namespace plugin {
 
 /// What the main window shares with the rest of the process; all of it outlives the window.
 struct Surroundings : registration::Surroundings {
-  const platform::Files& files;
   /// Makes the object server of the process; throws where none can be had.
   std::function<platform::LateBoundPtr()> make_object_server;
 };
@@ -139,7 +137,7 @@ class fMain : public ui::Form {
   bool exit_wanted_ = false;
   /// Without directors the program ends unless one comes in meanwhile; where the user ends it, for good.
   enum class Ending { No, Unused, ForGood } ending_ = Ending::No;
-  ResourceFiles resource_files_;
+  lonworks::ResourceFiles resource_files_;
 
   editing::PendingEdits pending_;
   editing::Workplace workplace_;

@@ -10,6 +10,7 @@
 #include "platform/attempt.h"
 #include "registration/names.h"
 #include "registration/place.h"
+#include "registration/resource_registration.h"
 #include "registration/template_library.h"
 #include "text/strings.h"
 
@@ -32,13 +33,11 @@ enum TemplateKind : std::int32_t {
 /// A command that could not be added at a place.
 class NotAdded : public Failure {
  public:
-  NotAdded(const std::string& command, const Place& place, const std::string& reason)
-      : Failure(kErrorAdding + command + "\r\n" + reason), result_(place.Text() + ": " + reason) {}
-  /// What the log says of it.
-  const std::string& result() const { return result_; }
+  NotAdded(const Place& place, const std::string& reason) : Failure(reason), place_(place.Text()) {}
+  const std::string& place() const { return place_; }
 
  private:
-  std::string result_;
+  std::string place_;
 };
 
 /// Calls the step for each item of a collection, in order.
@@ -53,34 +52,48 @@ class Run {
   explicit Run(const Surroundings& with) : with_(with), system_(with.session.CurrentSystem), library_(with) {}
 
   bool RegisterAll() {
-    Attempt([this] { with_.session.RegistrationRemote = with_.session.ObjectServer.RemoteFlag(); });
+    const bool told =
+        Attempt([this] { with_.session.RegistrationRemote = with_.session.ObjectServer.RemoteFlag(); });
+    // Before templates are made: the platform looks for the types of their variables then.
+    const bool resources = !told || with_.session.RegistrationRemote || AddResources(with_, system_);
     bool all = true;
     for (SupportedCommand& command : with_.session.SupportedCommands)
       all = Try(command, [&] { RegisterEverywhere(command); }) && all;
     const SupportedCommand mark = SystemMark();
-    return all && Try(mark, [&] { AddOnce(system_, Place(system_), mark); });
+    all = all && Try(mark, [&] { AddOnce(system_, Place(system_), mark); });
+    // A director that finds everything there, as at each of its starts, is not kept waiting by a box for what
+    // the log tells.
+    if (!resources && user_is_there_) Show(kResourcesNotAdded, ui::Icon::Exclamation);
+    return all;
   }
 
  private:
   using Finish = std::function<void(const lns::ComponentApp&)>;
 
-  /// Runs a step of adding the command; logs and shows why it failed, the same reason once.
+  /// Runs a step of adding the command; logs and shows why it failed. What several commands fail for, as for
+  /// want of their template, is shown with the first of them.
   bool Try(const SupportedCommand& command, const std::function<void()>& step) {
-    std::string reason, result;
+    const std::string action = kErrorAdding + command.CommandName;
+    std::string reason, result, cause;
     try {
       step();
       return true;
     } catch (const NotAdded& failure) {
       reason = failure.what();
-      result = failure.result();
+      result = failure.place() + ": " + reason;
+      cause = action + reason;
     } catch (const std::exception& failure) {
-      reason = result = failure.what();
+      reason = result = cause = failure.what();
     }
-    const std::string row = activity::ErrorMessage(kErrorAdding + command.CommandName, result);
+    const std::string row = activity::ErrorMessage(action, result);
     if (logged_.insert(row).second) with_.log.LogError(row);
-    if (shown_.insert(reason).second)
-      with_.desktop.ShowMessage({reason, startup::kProgramTitle, ui::Icon::Critical});
+    if (shown_.insert(cause).second) Show(action + "\r\n" + reason, ui::Icon::Critical);
     return false;
+  }
+
+  void Show(const std::string& text, ui::Icon icon) {
+    user_is_there_ = true;
+    with_.desktop.ShowMessage({text, startup::kProgramTitle, icon});
   }
 
   void RegisterEverywhere(SupportedCommand& command) {
@@ -136,12 +149,16 @@ class Run {
     return text::EqualIgnoringCase(app.RegisteredServer(), with_.identity.PlugInProgID);
   }
 
-  /// By what it does, or by its name where an earlier try did not get to its end.
+  /// By what it does, or by its name where an earlier try did not get to its end. One that cannot be read
+  /// counts as another plug-in's.
   lns::ComponentApp Find(const lns::ComponentApps& apps, const SupportedCommand& command) const {
     lns::ComponentApp found;
-    ForEach<lns::ComponentApp>(apps, [&](const lns::ComponentApp& app) {
-      if (!found && IsOurs(app) && (Does(app, command) || app.Name() == command.CommandName)) found = app;
-    });
+    const std::int32_t count = apps.Count();
+    for (std::int32_t ordinal = 1; ordinal <= count && !found; ++ordinal)
+      Attempt([&] {
+        const lns::ComponentApp app = apps.Item(ordinal);
+        if (IsOurs(app) && (Does(app, command) || app.Name() == command.CommandName)) found = app;
+      });
     return found;
   }
   static bool Does(const lns::ComponentApp& app, const SupportedCommand& command) {
@@ -156,7 +173,7 @@ class Run {
     try {
       done = AddTo(owner.ComponentApps(), command, finish);
     } catch (const std::exception& failure) {
-      throw NotAdded(command.CommandName, place, failure.what());
+      throw NotAdded(place, failure.what());
     }
     if (!done.empty()) with_.log.LogCommand(done + command.CommandName, place.Text());
   }
@@ -164,15 +181,24 @@ class Run {
   /// What was done, as the log calls it; nothing where the command is there already.
   std::string AddTo(const lns::ComponentApps& apps, const SupportedCommand& command,
                     const Finish& finish) const {
-    lns::ComponentApp app = Find(apps, command);
-    if (app && Does(app, command)) return UpdateVersion(app) ? "Updating command " : "";
+    const lns::ComponentApp found = Find(apps, command);
+    if (found && Does(found, command)) return Update(apps, found, command);
+    Complete(apps, found, command, finish);
+    return "Adding command ";
+  }
+
+  /// Makes the command, or one that was left without its number, what it should be.
+  void Complete(const lns::ComponentApps& apps, lns::ComponentApp app, const SupportedCommand& command,
+                const Finish& finish) const {
     try {
       if (!app) app = apps.Add(command.CommandName, with_.identity.PlugInProgID, command.ObjectType);
       if (!app) throw Failure("ComponentApp was not created.");
       app.SetDescription(command.CommandDescription);
       // Last, as it tells the next try that nothing is missing.
       app.SetCommandId(command.CommandId);
-      UpdateVersion(app);
+      Attempt([&] {
+        if (HasOtherVersion(app)) app.SetVersionNumber(with_.identity.PlugInVersion);
+      });
       if (finish) finish(app);
     } catch (const std::exception&) {
       // A command without its number would be offered and do nothing; where one with its number is taken
@@ -180,21 +206,29 @@ class Run {
       if (app) Attempt([&] { apps.Remove(command.CommandName); });
       throw;
     }
+  }
+
+  /// The manual calls the version read-only, set when the command is added. The mark is added anew then, as
+  /// directors register again and again while it has an older one; no other version is compared, and no
+  /// command of a template loses its default flag for it.
+  std::string Update(const lns::ComponentApps& apps, const lns::ComponentApp& app,
+                     const SupportedCommand& command) const {
+    bool other = false;
+    Attempt([&] { other = HasOtherVersion(app); });
+    if (!other) return "";
+    if (Attempt([&] { app.SetVersionNumber(with_.identity.PlugInVersion); })) return "Updating command ";
+    if (command.CommandId != session::kRegisterCommand) return "";
+    Attempt([&] { apps.Remove(app.Name()); });
+    if (Find(apps, command)) return "";  // better an older mark than none
+    Complete(apps, {}, command, {});
     return "Adding command ";
   }
-
-  /// The manual calls the version read-only; directors compare it where it can be set.
-  bool UpdateVersion(const lns::ComponentApp& app) const {
-    bool updated = false;
-    Attempt([&] {
-      if (app.VersionNumber() == with_.identity.PlugInVersion) return;
-      app.SetVersionNumber(with_.identity.PlugInVersion);
-      updated = true;
-    });
-    return updated;
+  bool HasOtherVersion(const lns::ComponentApp& app) const {
+    return app.VersionNumber() != with_.identity.PlugInVersion;
   }
 
-  bool AskForDefault(const SupportedCommand& command, const std::string& template_name) const {
+  bool AskForDefault(const SupportedCommand& command, const std::string& template_name) {
+    user_is_there_ = true;
     return with_.desktop.ShowMessage({"Do you wish to make " + command.CommandName +
                                           " the default action for " + template_name + " devices?",
                                       startup::kProgramTitle, ui::Icon::Question, ui::Buttons::YesNo}) ==
@@ -216,6 +250,7 @@ class Run {
   TemplateLibrary library_;
   std::map<std::string, Failure> failed_;  // by program ID
   std::set<std::string> logged_, shown_;
+  bool user_is_there_ = false;  // this run has shown a box, which was answered
 };
 
 }  // namespace

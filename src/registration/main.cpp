@@ -13,19 +13,20 @@ bool MMain::Main(std::string_view command_line) {
   using Role = startup::CommandLine::Role;
   const startup::CommandLine asked = startup::ParseCommandLine(command_line);
   if (asked.role == Role::RegisterPlugIn) {
-    Attempt([this] { RegisterPlugIn(with_, false, com_class_); });
+    Attempt([this] { RegisterPlugIn(with_, false); });
     return false;
   }
   if (asked.role == Role::DeregisterPlugIn) {
     Attempt([&] { DeregisterPlugIn(asked.deregistration_mode, false); });
     return false;
   }
-  // No second copy is started to register the class when there is no command line: it is done here, so that
-  // the window tells the truth when it says "registered". A newer version keeps its class.
-  if (text::Trim(command_line).empty() && !NewerIsRegistered(with_))
-    com_class_ = Attempt(process_.register_class) ? ComClass::Registered : ComClass::Refused;
+  // No second copy is started to register the class when there is no command line: the window does it, so
+  // that it tells the truth when it says "registered".
+  const bool registers_class = text::Trim(command_line).empty();
   fRegisterPlugIn::Actions actions;
-  actions.register_plug_in = [this] { RegisterPlugIn(with_, true, com_class_); };
+  actions.register_plug_in = [this, registers_class] {
+    RegisterPlugIn(with_, true, registers_class ? process_.register_class : nullptr);
+  };
   actions.deregister_plug_in = [this](std::int32_t mode) { DeregisterPlugIn(mode, true); };
   actions.end_plug_in = process_.end_plug_in;
   actions.help_file = startup::HelpFile(with_.program);

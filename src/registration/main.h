@@ -38,7 +38,6 @@ class MMain {
  private:
   Surroundings with_;
   Process process_;
-  ComClass com_class_ = ComClass::ByChild;
   std::unique_ptr<fRegisterPlugIn> window_;
 };
 

@@ -42,14 +42,12 @@ class Visit {
     if (told) Attempt([&] { device.SetNetworkInterface({}); });
     Show("Opening " + name_ + "...\r\nEngineered system mode");
     if (Attempt([this] { session_.CurrentSystem.Open(); })) return true;
-    const bool restored = !told || Attempt([&] { device.SetNetworkInterface(former); });
+    if (told) Attempt([&] { device.SetNetworkInterface(former); });
     std::string interface_name;
     Attempt([&] { interface_name = former.Name(); });
-    Show("Opening " + name_ + "...\r\nNetwork Interface '" + interface_name + "'");
-    const bool opened = Attempt([this] { session_.CurrentSystem.Open(); });
-    // Without its interface nobody could open the system any more.
-    if (!restored && !opened) Attempt([&] { device.SetNetworkInterface(former); });
-    return opened;
+    if (!interface_name.empty())
+      Show("Opening " + name_ + "...\r\nNetwork Interface '" + interface_name + "'");
+    return Attempt([this] { session_.CurrentSystem.Open(); });
   }
 
   void Show(const std::string& status) const {

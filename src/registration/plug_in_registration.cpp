@@ -26,9 +26,16 @@ void TellFailure(const Surroundings& with, const std::string& text) {
   with.desktop.ShowMessage({text, startup::kProgramTitle, ui::Icon::Critical});
 }
 
-bool RegisterClassByChild(const Surroundings& with) {
+void RegisterClassByChild(const Surroundings& with) {
   const std::string self = with.program.Directory() + "\\" + with.program.ExecutableName() + ".exe";
-  return Attempt([&] { with.shell.Start(self, "/regserver", Shell::Show::MinimizedWithoutFocus); });
+  with.shell.Start(self, "/regserver", Shell::Show::MinimizedWithoutFocus);
+}
+
+bool NewerIsRegistered(const Surroundings& with) {
+  const std::string key = with.identity.PlugInKey();
+  return !with.registry.MachineSetting(key, "").empty() &&
+         SplitVersion(with.registry.MachineSetting(key, "Version")) >
+             SplitVersion(with.identity.PlugInVersion);
 }
 
 void WriteKey(const Surroundings& with) {
@@ -60,14 +67,7 @@ std::int16_t ForceInRange(std::int16_t low, std::int16_t high, std::int16_t& val
   return value;
 }
 
-bool NewerIsRegistered(const Surroundings& with) {
-  const std::string key = with.identity.PlugInKey();
-  return !with.registry.MachineSetting(key, "").empty() &&
-         SplitVersion(with.registry.MachineSetting(key, "Version")) >
-             SplitVersion(with.identity.PlugInVersion);
-}
-
-void RegisterPlugIn(const Surroundings& with, bool interactive, ComClass com_class) {
+void RegisterPlugIn(const Surroundings& with, bool interactive, const std::function<void()>& register_class) {
   const startup::Identity& identity = with.identity;
   const bool update = !with.registry.MachineSetting(identity.PlugInKey(), "").empty();
   if (NewerIsRegistered(with)) {
@@ -75,7 +75,7 @@ void RegisterPlugIn(const Surroundings& with, bool interactive, ComClass com_cla
     return;
   }
   const bool class_registered =
-      com_class == ComClass::ByChild ? RegisterClassByChild(with) : com_class == ComClass::Registered;
+      Attempt([&] { register_class ? register_class() : RegisterClassByChild(with); });
   if (!class_registered && interactive) {
     // No blank before "registration", deliberately.
     TellFailure(with, "Plug-in " + identity.PlugInProgID + "registration as COM server failed");

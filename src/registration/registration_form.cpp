@@ -6,6 +6,13 @@
 #include "startup/help_topics.h"
 
 namespace registration {
+namespace {
+
+constexpr const char* kLeavesNoInterface =
+    "Complete and Exhaustive leave networks without a network interface: "
+    "choose it again in the network tool.";
+
+}  // namespace
 
 fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions)
     : Form(desktop, "fRegisterPlugIn", ui::BorderStyle::FixedSingle),
@@ -17,9 +24,11 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
   cmbDeregMode.SetToolTip(
       "Minimal: removes the plug-in from this computer.\r\n"
       "Complete: takes its commands off every network first.\r\n"
-      "Exhaustive: removes unused device templates that it has made as well.");
+      "Exhaustive: also removes device templates that no device uses, asking about each.\r\n" +
+      std::string(kLeavesNoInterface));
   bRegister.SetToolTip("Makes the plug-in known to the directors on this computer.");
-  bDeregister.SetToolTip("Removes the plug-in in the mode that is chosen.");
+  bDeregister.SetToolTip("Removes the plug-in in the mode that is chosen.\r\n" +
+                         std::string(kLeavesNoInterface));
   bExit.SetToolTip("Closes this window and changes nothing.");
   bRegister.on_click = [this] { Register(); };
   bDeregister.on_click = [this] { Deregister(); };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "log/log.h"
+#include "platform/files.h"
 #include "platform/program.h"
 #include "platform/shell.h"
 #include "registry/registry.h"
@@ -23,6 +24,7 @@ struct Surroundings {
   ui::Progress& progress;
   xif::InterfaceFiles& interface_files;
   activity::fLog& log;
+  const platform::Files& files;
   /// Deregistration was asked for by a user at a window, who is shown its progress and asked questions.
   bool Interactive = false;
 };

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "lns/members.h"
+#include "lonworks/resource_catalog.h"
 #include "platform/attempt.h"
 #include "text/strings.h"
 
@@ -13,16 +14,6 @@ namespace {
 using platform::Attempt;
 
 constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
-
-/// By convention interface files lie in the Import folder beside the Types folder, which holds the catalogue.
-/// The catalogue may be given with or without its file name.
-std::string ImportFolderBeside(const std::string& catalog_path) {
-  std::string types = text::WithoutBackslash(catalog_path);
-  if (text::EqualIgnoringCase(types.substr(types.find_last_of('\\') + 1), "ldrf.cat"))
-    types = text::FolderOf(types);
-  const std::string lonworks = text::FolderOf(types);
-  return lonworks.empty() ? "" : lonworks + "\\Import";
-}
 
 /// Names of values are ANSI in the registry: what is not ASCII would make two names one.
 std::string InAscii(const std::string& name) {
@@ -65,9 +56,12 @@ lns::DeviceTemplate TemplateLibrary::FindOrMake(const session::SupportedCommand&
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   const std::int32_t count = templates.Count();
   for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
-    const lns::DeviceTemplate each = templates.Item(ordinal);
-    std::string program_id;  // of others than the one looked for it need not be readable
-    Attempt([&] { program_id = each.ProgramId(); });
+    lns::DeviceTemplate each;
+    std::string program_id;  // others than the one looked for need not be readable
+    Attempt([&] {
+      each = templates.Item(ordinal);
+      program_id = each.ProgramId();
+    });
     if (text::EqualIgnoringCase(program_id, command.ProgramId)) return each;
   }
   try {
@@ -106,13 +100,13 @@ std::string TemplateLibrary::FindInterfaceFile(const std::string& program_id) {
 void TemplateLibrary::SetSearchFolder() {
   // A remote object server's folders are not this computer's.
   if (with_.session.RegistrationRemote) return;
-  std::string folder;
-  Attempt([&] { folder = ImportFolderBeside(system_.LdrfCatalogPath()); });
-  if (folder.empty()) {
-    const std::string lonworks = registry::LonWorksFolder(with_.registry);
-    if (!lonworks.empty()) folder = lonworks + "\\Import";
-  }
-  if (!folder.empty()) with_.interface_files.folder = folder;
+  // By convention interface files lie in the Import folder beside the Types folder, which holds the
+  // catalogue. A database that comes from another computer may tell a folder of that one.
+  std::string above;
+  Attempt([&] { above = lonworks::FolderAboveCatalog(system_.LdrfCatalogPath()); });
+  if (above.empty() || !with_.files.ReadFolder(above + "\\Import"))
+    above = registry::LonWorksFolder(with_.registry);
+  if (!above.empty()) with_.interface_files.folder = above + "\\Import";
 }
 
 std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
@@ -120,7 +114,8 @@ std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::set<std::string> taken;
   const std::int32_t count = templates.Count();
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) taken.insert(templates.Item(ordinal).Name());
+  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
+    Attempt([&] { taken.insert(templates.Item(ordinal).Name()); });
   for (int number = 1; number <= kMostNames; ++number) {
     const std::string name = number == 1 ? wanted : wanted + " " + std::to_string(number);
     if (!taken.contains(name)) return name;
@@ -137,6 +132,13 @@ void TemplateLibrary::RememberAsOwn(const std::string& template_name, const std:
   Attempt([&] {
     with_.registry.SetMachineSetting(OwnTemplatesKey(), OwnTemplateValue(template_name), program_id);
   });
+}
+
+void TemplateLibrary::Forget(const std::string& template_name) const {
+  const std::string value = OwnTemplateValue(template_name);
+  // An empty note of what was never noted would make the key of a plug-in that is not registered.
+  if (with_.registry.MachineSetting(OwnTemplatesKey(), value).empty()) return;
+  Attempt([&] { with_.registry.SetMachineSetting(OwnTemplatesKey(), value, ""); });
 }
 
 bool TemplateLibrary::IsOwn(const lns::DeviceTemplate& device_template) const {
@@ -166,7 +168,7 @@ void TemplateLibrary::RemoveUnused(Unused which) const {
       if (answer != ui::Answer::Yes) continue;
     }
     if (Attempt([&] { templates.Remove(name); })) {
-      Attempt([&] { with_.registry.SetMachineSetting(OwnTemplatesKey(), OwnTemplateValue(name), ""); });
+      Forget(name);
     } else if (which == Unused::Ask) {
       with_.desktop.ShowMessage(
           {"Unable to remove the device template: " + name, startup::kProgramTitle, ui::Icon::Critical});

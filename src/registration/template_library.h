@@ -42,6 +42,7 @@ class TemplateLibrary {
   std::string UniqueName(const std::string& wanted) const;
   void SetSearchFolder();
   void RememberAsOwn(const std::string& template_name, const std::string& program_id) const;
+  void Forget(const std::string& template_name) const;
   bool IsOwn(const lns::DeviceTemplate& device_template) const;
   std::string OwnTemplatesKey() const { return with_.identity.PlugInKey() + "\\Templates"; }
   std::string OwnTemplateValue(const std::string& template_name) const;

@@ -44,6 +44,8 @@ Value ComponentApps::Add(Arguments arguments) {
   app.server = automation::ToText(arguments[1]);
   app.class_id = WholeNumber(arguments[2], 0);
   CheckName(lists, app.name);
+  const auto& version_of = session().simulation().plug_in_version;
+  if (strict().read_only.contains("VersionNumber") && version_of) app.version = version_of(app.server);
   lists.front()->push_back(app);
   session().simulation().MarkChanged();
   return Item(app.name);

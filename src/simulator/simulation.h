@@ -59,8 +59,13 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   /// end.
   std::function<void()> on_stop;
 
-  /// Runs what raises events where the installation wants them on another thread; at first a new one each time.
+  /// Runs what raises events where the installation wants them on another thread; at first a new one each
+  /// time.
   std::function<void(const std::function<void()>&)> event_thread;
+
+  /// The version under which the computer knows the plug-in of a server. A command gets it when it is added,
+  /// if its version cannot be put; empty where nobody knows.
+  std::function<std::string(const std::string& server)> plug_in_version;
 
   /// Reads the interface files that are imported; at first those of the computer.
   FileReader read_file;

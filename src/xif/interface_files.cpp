@@ -1,9 +1,7 @@
 #include "xif/interface_files.h"
 
 #include <algorithm>
-#include <memory>
 
-#include "platform/attempt.h"
 #include "text/strings.h"
 #include "xif/hidden_form.h"
 #include "xif/search.h"
@@ -11,16 +9,8 @@
 namespace xif {
 namespace {
 
-constexpr const char* kWorkingTitle = "XIF32BIN";
-constexpr const char* kFinishedTitle = "Finished - XIF32BIN";
-
-// Rounds of about 10 ms, in which the message loop runs.
-constexpr int kRoundMilliseconds = 10;
-constexpr int kMostWorkingRounds = 6000;  // with the tool's window up
-constexpr int kMostIdleRounds = 1000;     // with no window of it
-constexpr int kMostFileRounds = 1000;     // after it
-
-std::string Quoted(const std::string& path) { return '"' + path + '"'; }
+constexpr lonworks::Tool kConverter{"XIF32BIN", "XIF32BIN", "Finished - XIF32BIN"};
+constexpr int kMostFileRounds = 1000;  // after it
 
 }  // namespace
 
@@ -61,31 +51,11 @@ std::string InterfaceFiles::ExportXfb(std::string& xif_path) {
 }
 
 void InterfaceFiles::RunConverter(const std::string& xif_path, const std::string& xfb_path) {
-  const std::string lonworks = registry::LonWorksFolder(registry_);
-  if (lonworks.empty()) return;
-  std::unique_ptr<platform::StartedProgram> converter;
-  const bool started = platform::Attempt([&] {
-    converter = shell_.Start(lonworks + "\\bin\\XIF32BIN", Quoted(xif_path) + ' ' + Quoted(xfb_path),
-                             platform::Shell::Show::MinimizedWithFocus);
-  });
-  if (!started) return;
-  AwaitConverter(*converter);
-  shell_.CloseWindow(kFinishedTitle);
-  for (int round = 0; round < kMostFileRounds && !files_.FileExists(xfb_path); ++round) PassRound();
-}
-
-/// Returns when the tool says that it has finished, when it has ended, or when that takes too long. Its
-/// window may take a moment to come up.
-void InterfaceFiles::AwaitConverter(const platform::StartedProgram& converter) {
-  for (int round = 0; converter.Running() && !shell_.WindowExists(kFinishedTitle); ++round) {
-    if (round >= (shell_.WindowExists(kWorkingTitle) ? kMostWorkingRounds : kMostIdleRounds)) return;
-    PassRound();
-  }
-}
-
-void InterfaceFiles::PassRound() {
-  desktop_.Yield();
-  shell_.Pause(kRoundMilliseconds);
+  using lonworks::Quoted;
+  using Outcome = lonworks::Tools::Outcome;
+  const Outcome outcome = tools_.Run(kConverter, Quoted(xif_path) + ' ' + Quoted(xfb_path));
+  if (outcome == Outcome::NotStarted) return;
+  for (int round = 0; round < kMostFileRounds && !files_.FileExists(xfb_path); ++round) tools_.PassRound();
 }
 
 }  // namespace xif

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "lonworks/tools.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "registry/registry.h"
@@ -18,7 +19,7 @@ class InterfaceFiles {
  public:
   InterfaceFiles(ui::Desktop& desktop, const platform::Files& files, platform::Shell& shell,
                  const registry::CRegistry& registry)
-      : desktop_(desktop), files_(files), shell_(shell), registry_(registry) {}
+      : desktop_(desktop), files_(files), tools_(desktop, shell, registry) {}
 
   /// Where interface files are looked for, without a backslash at its end; empty where that is unknown.
   std::string folder;
@@ -35,13 +36,10 @@ class InterfaceFiles {
 
  private:
   void RunConverter(const std::string& xif_path, const std::string& xfb_path);
-  void AwaitConverter(const platform::StartedProgram& converter);
-  void PassRound();
 
   ui::Desktop& desktop_;
   const platform::Files& files_;
-  platform::Shell& shell_;
-  const registry::CRegistry& registry_;
+  lonworks::Tools tools_;
 };
 
 }  // namespace xif

@@ -22,8 +22,16 @@ struct CommandRegistration : testing::Test {
     return [=, this] { world.simulation->faults().Add({"", item, operation, 0, 17008}); };
   }
   void Open(const std::string& network) { world.Put(*api, "networkName", network); }
-  const simulator::model::System& System(const std::string& network) {
+  simulator::model::System& System(const std::string& network) {
     return simulator::model::NetworkOf(world.simulation->installation(), network).system;
+  }
+
+  /// "action|result", after "!" for a failure.
+  std::vector<std::string> Logged() const {
+    std::vector<std::string> logged;
+    for (const auto& [icon, cells] : world.log.lstActivity.Rows())
+      logged.push_back((icon == ui::ListView::Icon::Red ? "!" : "") + cells[1] + "|" + cells[2]);
+    return logged;
   }
 
   RegistrationWorld world;
@@ -37,6 +45,8 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
   const simulator::model::ComponentApp object{
       kObjectCommand, server, 28, 13, false, start + "LonMarks Object", "", "1.2.3"};
   world.desktop.answers = {ui::Answer::Yes};
+  System("Demo Quarry").catalog_path = "E:\\On another computer\\Types";
+  Fault("Demo Wall Switch [demo]", "Name")();  // nobody asked for it
   for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Orchard", "Demo Islands"}) {
     SCOPED_TRACE(network);
     Open(network);
@@ -72,7 +82,7 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
 
 TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
   Open("Demo Islands");
-  auto& system = simulator::model::NetworkOf(world.simulation->installation(), "Demo Islands").system;
+  auto& system = System("Demo Islands");
   auto& own = system.subsystems[0].devices[0].objects.emplace_back();
   own.name = own.programmatic_name = "Own";
   const std::string type = "Korvell QM5R-FC PIR [demo]", at_type = "Device Template " + type;
@@ -80,9 +90,19 @@ TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
   const std::string node = kObjectCommand + "|LonMark Object Node Object of " + at_type;
   const std::string thermostat = kObjectCommand + "|LonMark Object Thermostat of " + at_type;
   const std::string other = kObjectCommand + "|LonMark Object Own of Application Device Thermostat I1";
-  const std::string mark = "Korvell QM5R-FC PIR Configure Register|System ";
+  const std::string mark_name = "Korvell QM5R-FC PIR Configure Register", mark = mark_name + "|System ";
   const std::string add = "Adding command ", remove = "Removing command ", islands = "Demo Islands";
   const std::string because = ": A fault was set for this operation.";
+  const auto others_unreadable = [&] {
+    Fault(islands, "Name")();
+    Fault("Demo Tool: Register", "RegisteredServer")();
+  };
+  const auto older_and_read_only = [&] {
+    system.templates[0].component_apps[0].version = system.component_apps.back().version = "1.0";
+    for (const std::string& command : {kDeviceCommand, mark_name}) Fault(command, "VersionNumber=")();
+  };
+  std::vector<std::string> updated = {"Updating command " + device};
+  if (world.simulation->installation().strict.read_only.contains("VersionNumber")) updated.clear();
   struct Step {
     std::int32_t command;
     int error;
@@ -94,9 +114,10 @@ TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
        20000,
        Fault(type, "Add"),
        {add + node, add + thermostat, add + other, "!Error adding command " + device + because}},
-      {50, 0, Fault(islands, "Name"), {add + device, add + mark + "?"}},
+      {50, 0, others_unreadable, {add + device, add + mark + "?"}},
       {50, 0, [] {}, {}},
-      {50, 0, [&] { system.templates[0].component_apps[0].version = "1.0"; }, {"Updating command " + device}},
+      {50, 0, [&] { system.templates[0].component_apps[0].version = "1.0"; }, updated},
+      {50, 0, older_and_read_only, {add + mark + islands}},
       {51,
        0,
        Fault(type, "Remove"),
@@ -114,10 +135,8 @@ TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
     before();
     EXPECT_EQ(Send(command), error);
     world.simulation->faults().Clear();
-    std::vector<std::string> logged;
-    for (const auto& [icon, cells] : world.log.lstActivity.Rows())
-      logged.push_back((icon == ui::ListView::Icon::Red ? "!" : "") + cells[1] + "|" + cells[2]);
-    EXPECT_EQ(logged, rows);
+    EXPECT_EQ(Logged(), rows);
+    EXPECT_NE(system.component_apps.back().version, "1.0") << "directors would register again and again";
   }
 }
 
@@ -134,28 +153,27 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
   auto& quarry =
       simulator::model::NetworkOf(world.simulation->installation(), "Demo Quarry").system.templates;
   const auto with_taken_names = quarry.size();
-  const std::string no_file = "Unable to find XIF file / create a template.";
-  const std::string add = "Error adding command ";
+  const std::string no_file = kObjectCommand + "\r\nUnable to find XIF file / create a template.";
   const Case cases[] = {
       {"Demo Quarry", [this] { world.files.Lock("C:\\LonWorks\\Import"); }, no_file,
        [this] { world.desktop.open_path = RegistrationWorld::kXif; }},
       {"Demo Quarry", Fault("", "Import"),
-       std::string("Could not import the external interface file ") + RegistrationWorld::kXif + "."},
+       kObjectCommand + "\r\nCould not import the external interface file " + RegistrationWorld::kXif + "."},
       {"Demo Quarry",
        [&] {
          for (int number = 1; number <= 100; ++number)
            quarry.emplace_back().name =
                "Korvell QM5R-FC PIR" + (number == 1 ? "" : " " + std::to_string(number));
        },
-       "Could not create a unique template name.", [&] { quarry.resize(with_taken_names); }},
-      {"Demo Harbour", Fault("Korvell QM5R-FC PIR [demo]", "Add"), add + kDeviceCommand, [] {}, false},
-      {"Demo Harbour", Fault(kDeviceCommand, "CommandId="), add + kDeviceCommand, [] {}, false},
-      {"Demo Harbour", Fault("", "DefaultAppFlag="), add + kDeviceCommand, [] {}, false},
-      {"Demo Islands", Fault(kObjectCommand, "Description="), add + kObjectCommand, [] {}, false},
-      {"Demo Quarry", Fault("", "DeviceTemplates"), ""},
-      {"Demo Harbour", Fault("Demo Harbour", "TemplateLibrary"), ""},
-      {"Demo Harbour", Fault("Demo Harbour", "Add"), add + "Korvell QM5R-FC PIR Configure Register", [] {},
-       false},
+       kObjectCommand + "\r\nCould not create a unique template name.",
+       [&] { quarry.resize(with_taken_names); }},
+      {"Demo Harbour", Fault("Korvell QM5R-FC PIR [demo]", "Add"), kDeviceCommand, [] {}, false},
+      {"Demo Harbour", Fault(kDeviceCommand, "CommandId="), kDeviceCommand, [] {}, false},
+      {"Demo Harbour", Fault("", "DefaultAppFlag="), kDeviceCommand, [] {}, false},
+      {"Demo Islands", Fault(kObjectCommand, "Description="), kObjectCommand, [] {}, false},
+      {"Demo Quarry", Fault("", "DeviceTemplates"), kObjectCommand},
+      {"Demo Harbour", Fault("Demo Harbour", "TemplateLibrary"), kObjectCommand},
+      {"Demo Harbour", Fault("Demo Harbour", "Add"), "Korvell QM5R-FC PIR Configure Register", [] {}, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.told);
@@ -174,7 +192,7 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     std::vector<std::string> told = world.MessageTexts();
     std::erase_if(told, [](const std::string& text) { return text.starts_with("Do you wish"); });
     ASSERT_EQ(told.size(), 1u);
-    EXPECT_EQ(told[0].rfind(c.told, 0), 0u) << told[0];
+    EXPECT_TRUE(told[0].starts_with("Error adding command " + c.told)) << told[0];
     world.simulation->faults().Clear();
     EXPECT_TRUE(!c.leaves_nothing || world.Saved() == before);
     for (const auto& type : System(c.network).templates)
@@ -184,6 +202,58 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     EXPECT_EQ(world.progress.Status(), "");
     EXPECT_EQ(System(c.network).component_apps.back().command_id, 50);
     EXPECT_EQ(Send(51), 0);
+  }
+}
+
+/// The tool for it may be missing, fail or hang: registration goes on, and a director that finds all commands
+/// there is not kept waiting by a box.
+TEST_F(CommandRegistration, AddsTheResourceFilesThatTheCatalogueLacks) {
+  const std::string types = "C:\\LonWorks\\Types", folder = types + "\\User\\Korvell";
+  const std::string unable = "Unable to add the resources listed in the ResourceTable to the catalog";
+  const auto catalog = [=, this](std::string_view text) { world.files.Write(types + "\\ldrf.cat", text); };
+  const auto failed = [&](const std::string& why) {
+    return "!" + unable + "|" + folder + ": The tool " + why;
+  };
+  auto& tool = world.shell;
+  // What the tool does, before, at its start and in each round, and the row of the log; none where it is not
+  // run.
+  const std::pair<std::function<void()>, std::string> cases[] = {
+      {[&] { tool.running = false; }, "Adding resource files to the catalog|" + folder},
+      {[&] { tool.running = tool.succeeded = false; }, failed("failed.")},
+      {[] {}, failed("did not come to its end.")},
+      {[&] { tool.refuses = true; }, failed("could not be started.")},
+      {[&] {
+         catalog({"q\0m\0005\0r\0.\0t\0y\0p\0QM5R.FMT", 24});
+       },
+       ""},
+      {[&] { catalog(""); }, ""},
+      {[&] { world.files.Lock(folder); }, ""}};
+  catalog("QM5R.typ");
+  world.Put(*api, "NetworkInterfaceName", "DEMO-REMOTE-1");
+  Open("Demo Islands");
+  EXPECT_EQ(Send(50), 0);
+  EXPECT_TRUE(tool.launches.empty()) << "the system is another computer's";
+  world.Put(*api, "NetworkInterfaceName", "");
+  Open("Demo Harbour");
+  for (const auto& [play, row] : cases) {
+    SCOPED_TRACE(row);
+    catalog("QM5R.typ");
+    tool.on_start = tool.on_pause = play;
+    play();
+    for (const bool first : {true, false}) {
+      world.log.Clear();
+      world.desktop.messages.clear();
+      tool.launches.clear();
+      EXPECT_EQ(Send(50), 0);
+      EXPECT_EQ(tool.launches.size(), row.empty() ? 0u : 1u);
+      for (const auto& [program, arguments, show] : tool.launches)
+        EXPECT_EQ(program + " " + arguments,
+                  R"(C:\LonWorks\bin\LDRFCAT "C:\LonWorks\Types\ldrf.cat" ")" + folder + '"');
+      EXPECT_TRUE(row.empty() || Logged().at(0) == row);
+      EXPECT_EQ(std::ranges::count(world.MessageTexts(), unable), first && row.starts_with('!'));
+    }
+    EXPECT_EQ(Send(51), 0);
+    tool.succeeded = !(tool.refuses = false);
   }
 }
 

@@ -15,6 +15,9 @@ struct NetworkVisits : testing::Test {
     app.server = server;
     return app;
   }
+  std::string& InterfaceOf(const char* network) {
+    return simulator::model::NetworkOf(world.simulation->installation(), network).system.interface;
+  }
   void Register(const std::string& network) {
     const auto api = world.CreateApi();
     world.Put(*api, "networkName", network);
@@ -41,6 +44,7 @@ TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
     Register(network);
   auto& shared = world.simulation->installation().component_apps;
   shared.push_back(Leftover("qm5rfcpirconfigure.lnspluginapi"));
+  InterfaceOf("Demo Vault").clear();
   world.desktop.answers = {ui::Answer::No};  // of the templates offered, the first is kept
   Deregister(1, true);
   EXPECT_EQ(world.Saved().find("QM5RFcPirConfigure"), std::string::npos);
@@ -48,7 +52,7 @@ TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
   const std::tuple<std::string, std::size_t, bool> visits[] = {
       {"Empty Shell", 2, true}, {"Harbour", 2, true}, {"Quarry", 2, true},
       {"Orchard", 2, true},     {"Foundry", 3, true}, {"Ruin", 3, false},
-      {"Vault", 3, false},      {"Bog", 1, false},    {"Islands", 2, true}};
+      {"Vault", 2, false},      {"Bog", 1, false},    {"Islands", 2, true}};
   const char* ways[] = {"", "\r\nEngineered system mode", "\r\nNetwork Interface 'DEMO-LOCAL-2'"};
   std::vector<std::string> statuses = {"Opening the Object Server..."};
   for (const auto& [network, tries, opens] : visits) {
@@ -65,6 +69,24 @@ TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
   }
   EXPECT_EQ(offered, (std::vector<std::string>{"Korvell QM5R-FC PIR", "Korvell QM5R-FC PIR [unused]",
                                                "Demo Wall Switch [unused]", "Demo Template without a file"}));
+  Deregister(1, true);
+  EXPECT_EQ(world.MessageTexts().back(),
+            "Plug-in Korvell QM5R-FC PIR Configure does not exisit in the Windows registery")
+      << "removing the template has made no key";
+}
+
+/// What the documents and the window warn of.
+TEST_F(NetworkVisits, LeaveSystemsInEngineeredModeAsTheyAreToldTo) {
+  Deregister(0, false);
+  EXPECT_EQ(InterfaceOf("Demo Harbour") + InterfaceOf("Demo Foundry"), "DEMO-LOCAL-2");
+  EXPECT_EQ(world.Operations("Demo Vault NetworkInterface=object").size(), 1u) << "it is locked";
+  const registration::fRegisterPlugIn window(world.desktop, "", {});
+  std::vector<std::string> texts = {window.cmbDeregMode.ToolTip(), window.bDeregister.ToolTip()};
+  const auto root = std::filesystem::path(QM5R_DEMO_NETWORK).parent_path().parent_path();
+  for (const char* document : {"docs/user-guide.md", "docs/installing.md", "help/registration.html"})
+    (std::ostringstream() << std::ifstream(root / document).rdbuf()).str().swap(texts.emplace_back());
+  for (const std::string& text : texts)
+    EXPECT_NE(text.find("without a network interface"), std::string::npos) << text;
 }
 
 /// Nothing of the object server may fail in a way that stops the removal of the plug-in itself.
@@ -76,9 +98,6 @@ TEST_F(NetworkVisits, ShortenWhereTheObjectServerFails) {
     Deregister(0, true);
     return world.registry.MachineSetting(key, "").empty();
   };
-  const auto interface = [this] {
-    return simulator::model::NetworkOf(world.simulation->installation(), "Demo Harbour").system.interface;
-  };
   world.object_server_missing = true;
   EXPECT_TRUE(deregisters());
   world.object_server_missing = false;
@@ -87,7 +106,7 @@ TEST_F(NetworkVisits, ShortenWhereTheObjectServerFails) {
   for (const auto& [operation, keeps_commands] : cases) {
     world.simulation->faults().Add({"", "", operation, 0, 17008});
     EXPECT_TRUE(deregisters()) << operation;
-    EXPECT_NE(interface(), "") << operation << ": what cannot be told is not taken away";
+    EXPECT_NE(InterfaceOf("Demo Harbour"), "") << operation << ": what cannot be told is not taken away";
     EXPECT_EQ(world.Saved().find("QM5RFcPirConfigure") != std::string::npos, keeps_commands) << operation;
     world.simulation->faults().Clear();
   }

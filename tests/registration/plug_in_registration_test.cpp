@@ -9,8 +9,6 @@
 
 namespace {
 
-using registration::ComClass;
-
 class PlugInRegistration : public testing::Test {
  protected:
   void SetUp() override { world.registry.DeleteMachineKey(key); }
@@ -32,10 +30,10 @@ class PlugInRegistration : public testing::Test {
 
 TEST_F(PlugInRegistration, WritesTenValuesAndHasTheClassRegistered) {
   world.machine.refuse_writes = true;
-  registration::RegisterPlugIn(world.surroundings, false, ComClass::ByChild);
+  registration::RegisterPlugIn(world.surroundings, false);
   EXPECT_EQ(Stored(""), "") << "refused writes are skipped";
   world.machine.refuse_writes = false;
-  registration::RegisterPlugIn(world.surroundings, true, ComClass::ByChild);
+  registration::RegisterPlugIn(world.surroundings, true);
   EXPECT_EQ(world.machine.machine[key].texts.size(), 10u);
   EXPECT_EQ(world.shell.launches.at(1).program, "C:\\Plug-in\\QM5RFcPirConfigure.exe");
   EXPECT_EQ(world.shell.launches.at(1).arguments, "/regserver");
@@ -53,7 +51,7 @@ TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
   for (const auto& [version, text] : cases) {
     world.registry.SetMachineSetting(key, "", "something");
     world.registry.SetMachineSetting(key, "Version", version);
-    registration::RegisterPlugIn(world.surroundings, true, ComClass::Registered);
+    registration::RegisterPlugIn(world.surroundings, true, [] {});
     EXPECT_EQ(Told(), text + name + "|i") << version;
     EXPECT_EQ(Stored("Version"), text == newer ? version : "1.2.3");
   }
@@ -63,12 +61,12 @@ TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
 TEST_F(PlugInRegistration, AClassThatIsRefusedStopsOnlyTheInteractiveRun) {
   const std::string failed = "Plug-in QM5RFcPirConfigure.LNSPlugInAPIregistration as COM server failed|";
   world.shell.refuses = true;
-  registration::RegisterPlugIn(world.surroundings, true, ComClass::ByChild);
+  registration::RegisterPlugIn(world.surroundings, true);
   EXPECT_EQ(Told(), failed + kTitle + "|!");
   EXPECT_EQ(Stored("Name"), "");
-  registration::RegisterPlugIn(world.surroundings, true, ComClass::Refused);
+  registration::RegisterPlugIn(world.surroundings, true, [] { throw platform::Error(5, "", ""); });
   EXPECT_EQ(Told(), failed + kTitle + "|!");
-  registration::RegisterPlugIn(world.surroundings, false, ComClass::ByChild);
+  registration::RegisterPlugIn(world.surroundings, false);
   EXPECT_EQ(Told(), "");
   EXPECT_EQ(Stored("Name"), name);
 }
@@ -106,23 +104,25 @@ TEST(Names, OfTypesAndCommands) {
 
 /// The window: what each button does, once, and that it closes.
 TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
-  int ended = 0;
+  int ended = 0, class_registered = 0;
   registration::MMain::Process process;
   process.object_server = [this] { return world.main.lcaOS(); };
   process.end_plug_in = [&] { ++ended; };
-  process.register_class = [] {};
+  process.register_class = [&] { ++class_registered; };
   const auto open = [&](registration::MMain& program) -> registration::fRegisterPlugIn& {
     EXPECT_TRUE(program.Main(""));
     EXPECT_EQ(program.window()->Caption(), name);
     EXPECT_EQ(program.window()->cmbDeregMode.Text(), "Complete Mode");
     program.window()->HelpRequested();
     EXPECT_EQ(world.desktop.help_shown.back().second, 1207);
+    EXPECT_EQ(class_registered, 0) << "opening changes nothing";
     return *program.window();
   };
   {
     registration::MMain program(world.surroundings, process);
     open(program).bRegister.UserClicks();
     EXPECT_EQ(Stored("Name"), name);
+    EXPECT_EQ(std::exchange(class_registered, 0), 1);
   }
   {
     registration::MMain program(world.surroundings, process);

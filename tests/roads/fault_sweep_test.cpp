@@ -240,6 +240,7 @@ TEST_F(FaultsAtADevice, ExitAlwaysEnds) {
 
 TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
   failures = failures.last(4);  // its numbers are all the same to registration
+  world.shell.on_start = [this] { world.shell.running = false; };
   const auto all = world.simulation->installation();
   for (const std::string network : {"Demo Islands", "Demo Quarry"}) {
     world.simulation->installation() = all;
@@ -281,9 +282,11 @@ TEST_F(FaultSweep, DeregistrationGoesToItsEnd) {
     Fail(deregister);
     if (first == 0) removed = world.Saved();
     const auto& foundry = model::NetworkOf(world.simulation->installation(), "Demo Foundry").system;
-    EXPECT_TRUE(!Recovers() || foundry.interface == "DEMO-LOCAL-2") << "nobody could open it any more";
+    // What is put back is tried once, and then the network tool's to choose again.
+    const bool put_back = foundry.interface == "DEMO-LOCAL-2";
+    EXPECT_TRUE(FailsAgain() || put_back || faults.struck() == "NetworkInterface");
     deregister();
-    EXPECT_TRUE(!Recovers() || world.Saved() == removed);
+    EXPECT_TRUE(!Recovers() || !put_back || world.Saved() == removed);
     EXPECT_EQ(world.registry.MachineSetting(world.identity.PlugInKey(), ""), "");
   });
 }

@@ -13,6 +13,7 @@
 #include "registry/registry.h"
 #include "simulator/program/options.h"
 #include "simulator/simulation.h"
+#include "text/strings.h"
 #include "windows/com/dispatch_door.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
@@ -49,10 +50,24 @@ windows::com::ServerRegistration RegistrationFor(const Options& options) {
   return registration;
 }
 
+/// By its entry among the plug-ins of the computer.
+std::string PlugInVersion(const std::string& server) {
+  windows::WindowsRegistry machine;
+  registry::CRegistry settings(machine, "");
+  const std::string plug_ins = std::string(kObjectServerKey) + "\\Plug-Ins";
+  for (std::string name = settings.FindFirstMachineKey(plug_ins); !name.empty();
+       name = settings.GetNextMachineKey())
+    if (text::EqualIgnoringCase(settings.MachineSetting(plug_ins + '\\' + name, ""), server))
+      return settings.MachineSetting(plug_ins + '\\' + name, "Version");
+  return {};
+}
+
 std::shared_ptr<simulator::Simulation> LoadNetwork(const Options& options) {
-  return simulator::Simulation::FromFile(
+  auto simulation = simulator::Simulation::FromFile(
       windows::ToWide(options.network_file),
       [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
+  simulation->plug_in_version = PlugInVersion;
+  return simulation;
 }
 
 void Register(const Options& options) {

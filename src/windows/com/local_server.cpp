@@ -82,10 +82,15 @@ ServerStart ServerStartOf(std::string_view arguments) {
   static constexpr std::array kSwitches{
       Switch{"Embedding", ServerStart::ByCom}, Switch{"Automation", ServerStart::ByCom},
       Switch{"RegServer", ServerStart::Register}, Switch{"UnregServer", ServerStart::Unregister}};
+  bool first = true;
   for (const std::string& word : text::Split(arguments, " ")) {
+    if (word.empty()) continue;
+    const bool may_register = std::exchange(first, false);
     if (!word.starts_with('-') && !word.starts_with('/')) continue;
     for (const Switch& known : kSwitches)
-      if (text::EqualIgnoringCase(std::string_view(word).substr(1), known.name)) return known.start;
+      if ((may_register || known.start == ServerStart::ByCom) &&
+          text::EqualIgnoringCase(std::string_view(word).substr(1), known.name))
+        return known.start;
   }
   return ServerStart::ByHand;
 }

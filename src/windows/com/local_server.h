@@ -33,6 +33,7 @@ class Apartment {
 enum class ServerStart { ByHand, ByCom, Register, Unregister };
 
 /// `arguments` is the command line without the program. Switches begin with "-" or "/", in any letter case.
+/// Those that register count as the first word only; COM puts its own behind what was registered.
 ServerStart ServerStartOf(std::string_view arguments);
 
 /// The one public class of a server program.

@@ -9,6 +9,7 @@
 #include "platform/error.h"
 #include "windows/com/com_ptr.h"
 #include "windows/com/failure.h"
+#include "windows/com/former_key.h"
 #include "windows/com/wide_text.h"
 
 namespace windows::com {
@@ -63,49 +64,65 @@ TLIBATTR AttributesOf(ITypeLib& library) {
   return copy;
 }
 
-void RegisterLibrary(const std::string& class_key, const std::string& program) {
-  const auto library = LoadLibraryOf(program);
-  std::wstring path = ToWide(program);
-  Check(RegisterTypeLib(library.get(), path.data(), nullptr),
-        "Cannot register the type library of " + program);
-  WriteDefault(class_key + "\\TypeLib", GuidText(AttributesOf(*library.get()).guid));
+HRESULT UnregisterLibrary(ITypeLib& library) {
+  const TLIBATTR about = AttributesOf(library);
+  return UnRegisterTypeLib(about.guid, about.wMajorVerNum, about.wMinorVerNum, about.lcid, about.syskind);
 }
 
-void UnregisterLibrary(const std::string& program) {
-  const TLIBATTR library = AttributesOf(*LoadLibraryOf(program).get());
-  const HRESULT result = UnRegisterTypeLib(library.guid, library.wMajorVerNum, library.wMinorVerNum,
-                                           library.lcid, library.syskind);
-  if (result != TYPE_E_REGISTRYACCESS) Check(result, "Cannot unregister the type library of " + program);
-}
+std::string ClassKeyOf(const ServerRegistration& server) { return "CLSID\\" + GuidText(server.class_id); }
+std::string KeyOf(const EventInterface& events) { return "Interface\\" + GuidText(events.id); }
 
-void WriteAll(const ServerRegistration& server) {
-  const std::string program = ProgramOf(server);
-  const std::string id = GuidText(server.class_id);
-  const std::string class_key = "CLSID\\" + id;
+void WriteAll(const ServerRegistration& server, const std::string& program, ITypeLib* library) {
+  const std::string class_key = ClassKeyOf(server);
   const std::string command = "\"" + program + "\"" + (server.switches.empty() ? "" : " " + server.switches);
   WriteDefault(class_key, server.description);
   WriteDefault(class_key + "\\ProgID", server.prog_id);
   WriteDefault(class_key + "\\LocalServer32", command);
   WriteDefault(server.prog_id, server.description);
-  WriteDefault(server.prog_id + "\\CLSID", id);
+  WriteDefault(server.prog_id + "\\CLSID", GuidText(server.class_id));
   for (const EventInterface& events : server.events) {
-    WriteDefault("Interface\\" + GuidText(events.id), events.name);
-    WriteDefault("Interface\\" + GuidText(events.id) + "\\ProxyStubClsid32", kDispatchMarshaller);
+    WriteDefault(KeyOf(events), events.name);
+    WriteDefault(KeyOf(events) + "\\ProxyStubClsid32", kDispatchMarshaller);
   }
-  if (server.has_type_library) RegisterLibrary(class_key, program);
+  if (!library) return;
+  WriteDefault(class_key + "\\TypeLib", GuidText(AttributesOf(*library).guid));
+  std::wstring path = ToWide(program);
+  Check(RegisterTypeLib(library, path.data(), nullptr), "Cannot register the type library of " + program);
 }
+
+/// What the registration writes to, as it is now. The interfaces of the library are left out: they are the
+/// same in every version of it.
+class Former {
+ public:
+  Former(const ServerRegistration& server, ITypeLib* library) : library_(library) {
+    Take(ClassKeyOf(server));
+    Take(server.prog_id);
+    for (const EventInterface& events : server.events) Take(KeyOf(events));
+    if (library) Take("TypeLib\\" + GuidText(AttributesOf(*library).guid));
+  }
+  void PutBack() const {
+    if (library_ && !keys_.back().existed()) UnregisterLibrary(*library_);
+    for (const FormerKey& key : keys_) key.PutBack();
+  }
+
+ private:
+  void Take(const std::string& class_key) { keys_.emplace_back(ToWide(std::string(kClasses) + class_key)); }
+
+  ITypeLib* library_;
+  std::vector<FormerKey> keys_;  // that of the library last
+};
 
 }  // namespace
 
 void RegisterServer(const ServerRegistration& server) {
+  const std::string program = ProgramOf(server);
+  ComPtr<ITypeLib> library;
+  if (server.has_type_library) library = LoadLibraryOf(program);
+  const Former former(server, library.get());
   try {
-    WriteAll(server);
+    WriteAll(server, program, library.get());
   } catch (const platform::Error&) {
-    try {
-      UnregisterServer(server);
-    } catch (const platform::Error&) {
-      // The refusal of the registration says more than that of its removal.
-    }
+    former.PutBack();
     throw;
   }
 }
@@ -119,11 +136,15 @@ void UnregisterServer(const ServerRegistration& server) {
       if (!first) first = error;
     }
   };
-  if (server.has_type_library) go_on([&] { UnregisterLibrary(ProgramOf(server)); });
-  for (const EventInterface& events : server.events)
-    go_on([&] { DeleteTree("Interface\\" + GuidText(events.id)); });
+  const auto forget_library = [&] {
+    const std::string program = ProgramOf(server);
+    const HRESULT result = UnregisterLibrary(*LoadLibraryOf(program).get());
+    if (result != TYPE_E_REGISTRYACCESS) Check(result, "Cannot unregister the type library of " + program);
+  };
+  if (server.has_type_library) go_on(forget_library);
+  for (const EventInterface& events : server.events) go_on([&] { DeleteTree(KeyOf(events)); });
   go_on([&] { DeleteTree(server.prog_id); });
-  go_on([&] { DeleteTree("CLSID\\" + GuidText(server.class_id)); });
+  go_on([&] { DeleteTree(ClassKeyOf(server)); });
   if (first) throw platform::Error(*first);
 }
 

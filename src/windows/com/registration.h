@@ -28,7 +28,8 @@ struct ServerRegistration {
   std::vector<EventInterface> events = {};
 };
 
-/// Writes all of it for all users of the machine, or nothing: an Error tells which step the system refused.
+/// Writes all of it for all users of the machine, or leaves what was there before: an Error tells which step
+/// the system refused.
 void RegisterServer(const ServerRegistration& server);
 
 /// Removes all that can be removed, then raises the first failure if there was one. What is not there is no

@@ -15,6 +15,10 @@ class Process : public platform::StartedProgram {
  public:
   explicit Process(Handle process) : process_(std::move(process)) {}
   bool Running() const override { return WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT; }
+  bool Succeeded() const override {
+    DWORD code = 0;
+    return !Running() && GetExitCodeProcess(process_.get(), &code) && code == 0;
+  }
 
  private:
   Handle process_;

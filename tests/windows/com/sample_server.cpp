@@ -5,18 +5,19 @@
 
 using namespace windows::com;
 
-int main() try {
+int main(int count, char** words) try {
   const Apartment apartment;
   ServerRegistration registration{Sample::kClass, "Qm5r.ComSample", "Sample of the COM tests"};
   registration.switches = "/automation";
   registration.events = {{Sample::kEvents, "SampleEvents"}};
-  const std::string command_line = GetCommandLineA();
+  std::string command_line;
+  for (int i = 1; i < count; ++i) command_line += words[i] + std::string(" ");
   const ServerStart start = ServerStartOf(command_line);
   if (start == ServerStart::Register) RegisterServer(registration);
   if (start == ServerStart::Unregister) UnregisterServer(registration);
   if (start != ServerStart::ByCom) return 0;
   CreateMutexW(nullptr, FALSE, Sample::kServing);
-  const bool impatient = command_line.ends_with("/impatient");
+  const bool impatient = command_line.ends_with("/impatient ");
   LocalServer server(
       {.id = Sample::kClass,
        .make = [] { return std::make_shared<Sample>(); },

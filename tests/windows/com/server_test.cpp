@@ -126,18 +126,33 @@ std::string MachineText(const std::string& key) {
 TEST(Registration, WritesAllThatClientsLookUpAndRemovesIt) {
   const std::string id = GuidText(Sample::kClass), server = "CLSID\\" + id + "\\LocalServer32",
                     marshaller = "Interface\\" + GuidText(Sample::kEvents) + "\\ProxyStubClsid32";
+  ServerRegistration broken{Sample::kClass, "Qm5r.ComSample", "", "C:\\no such program.exe"};
+  broken.has_type_library = true;
+  ServerRegistration refused{Sample::kClass, std::string(300, 'x'), "", "C:\\another program.exe"};
+  const auto expect_refusals = [&] {
+    for (const ServerRegistration& each : {broken, refused})
+      EXPECT_THROW(RegisterServer(each), platform::Error);
+  };
   {
     const RegisteredSample registered;
     EXPECT_EQ(MachineText("Qm5r.ComSample\\CLSID"), id);
     EXPECT_EQ(MachineText(marshaller), "{00020420-0000-0000-C000-000000000046}");
     const std::string command = MachineText(server);
     EXPECT_TRUE(command.starts_with('"') && command.ends_with("test_server.exe\" /automation")) << command;
+    expect_refusals();
+    EXPECT_EQ(MachineText(server) + MachineText("Qm5r.ComSample\\CLSID"), command + id) << "as it was";
   }
-  ServerRegistration broken{Sample::kClass, "Qm5r.ComSample", "", "C:\\no such program.exe"};
-  broken.has_type_library = true;
-  EXPECT_THROW(RegisterServer(broken), platform::Error);
+  expect_refusals();
   for (const std::string& key : {std::string("Qm5r.ComSample"), server, marshaller})
     EXPECT_EQ(MachineText(key), "") << key;
+}
+
+TEST(Registration, IsAskedForByTheFirstWordOnly) {
+  using enum ServerStart;
+  const std::pair<const char*, ServerStart> cases[]{
+      {"  -REGSERVER /more", Register}, {"/unregserver", Unregister}, {"more /regserver", ByHand},
+      {"/x -unregserver", ByHand},      {"/x -Embedding", ByCom},     {"regserver", ByHand}};
+  for (const auto& [arguments, start] : cases) EXPECT_EQ(ServerStartOf(arguments), start) << arguments;
 }
 
 TEST_F(Server, SpeaksToScripts) { EXPECT_EQ(RunProgram("cscript.exe", "windows_com_test_client.vbs"), 7); }

@@ -9,9 +9,11 @@ use_network many-networks.json
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
 "$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
 printf 'File: demo\r\n\r\n\r\n\r\n80:00:D3:55:00:04:04:1D\r\n' >"$work/QM5R.XIF"
-"$wine" wine cmd /c 'mkdir C:\LonWorks\bin & mkdir C:\LonWorks\Import\Korvell & del C:\LonWorks\Import\Korvell\QM5R.XFB' >/dev/null 2>&1
+"$wine" wine cmd /c 'mkdir C:\LonWorks\bin & mkdir C:\LonWorks\Import\Korvell & del C:\LonWorks\Import\Korvell\QM5R.XFB C:\LonWorks\Types\ldrf.cat' >/dev/null 2>&1
 from() { printf 'Z:%s' "${1//\//\\}"; }
-"$wine" wine cmd /c copy /y "$(from "$programs")\\XIF32BIN.exe" 'C:\LonWorks\bin\' >/dev/null
+for tool in XIF32BIN LDRFCAT; do
+  "$wine" wine cmd /c copy /y "$(from "$programs")\\$tool.exe" 'C:\LonWorks\bin\' >/dev/null
+done
 "$wine" wine cmd /c copy /y "$(from "$work")\\QM5R.XIF" 'C:\LonWorks\Import\Korvell\' >/dev/null
 
 "$wine" "$programs/QM5RFcPirConfigure.exe" /regplugin || fail "regplugin"
@@ -33,6 +35,8 @@ env -u DISPLAY "$wine" "$programs/QM5RFcPirConfigure.exe" /deregplugin || fail "
 "$wine" "$programs/registration_road_tests.exe" >"$work/tests.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/tests.txt" && ! grep -q FAILED "$work/tests.txt" || { fail "tests"; cat "$work/tests.txt"; }
 "$wine" wine cmd /c 'if not exist C:\LonWorks\Import\Korvell\QM5R.XFB exit 1' || fail "the converter made no binary form"
+"$wine" wine cmd /c 'type C:\LonWorks\Types\ldrf.cat' >"$work/catalogue.txt"
+expect "$work/catalogue.txt" QM5R.fmt
 
 python3 - "$root/demo/many-networks.json" "$work/network.json" <<'PYTHON' || fail "the network file"
 import json, sys

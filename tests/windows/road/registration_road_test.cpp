@@ -103,6 +103,7 @@ TEST_F(RegistrationRoad, CommandLinesAreSilentAndExact) {
 
 TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
   OpenWindow();
+  ExpectRegistered(false);
   ClickButton(L"&Register");
   ExpectBox(kCaption, "Plug-in registered as " + kProgId + " <OK>", IDOK);
   EXPECT_EQ(Wait(program_), 0u);
@@ -131,7 +132,7 @@ TEST_F(RegistrationRoad, CommandsComeToANetworkAndGoWithThePlugIn) {
   Knobs().AddFault({"", "Demo Quarry", "TemplateLibrary", 0, 17008});
   RunSilently(L" /regplugin");
   ExpectRegistered(true);
-  RegisterCommands(L"Demo Quarry", "", " <OK>", IDOK, 2);
+  RegisterCommands(L"Demo Quarry", "Error adding command Korvell", " <OK>", IDOK, 2);
   Knobs().ClearFaults();
   for (const std::wstring network : {L"Demo Quarry", L"Demo Islands"}) {
     RunSilently(L" /regplugin");

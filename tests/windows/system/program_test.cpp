@@ -1,10 +1,13 @@
 #include "windows/system/program.h"
 
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
 #include "registry/registry.h"
 #include "windows/system/object_server_source.h"
 #include "windows/system/registry.h"
+#include "windows/system/shell.h"
 
 namespace {
 
@@ -14,6 +17,15 @@ TEST(Program, KnowsItsFile) {
   EXPECT_NE(program.Directory().back(), '\\');
   EXPECT_EQ(program.StringResource(101) + std::to_string(program.FileVersion().major), "0")
       << "it has no resources";
+}
+
+TEST(Shell, TellsHowAProgramHasEnded) {
+  for (const char* code : {"0", "3"}) {
+    const auto started = windows::WindowsShell().Start("cmd", std::string("/c exit ") + code,
+                                                       platform::Shell::Show::MinimizedWithoutFocus);
+    while (started->Running()) Sleep(10);
+    EXPECT_EQ(started->Succeeded(), *code == '0');
+  }
 }
 
 TEST(ObjectServerSource, TheMachineNamesTheObjectServer) {

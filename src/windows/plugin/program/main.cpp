@@ -46,9 +46,9 @@ struct PlugIn {
         progress(desktop, program, identity.PlugInName),
         interface_files(desktop, files, shell, registry),
         log(desktop, program, files),
-        surroundings{{desktop, program, shell, registry, identity, session, progress, interface_files, log},
-                     files,
-                     [this] { return windows::MakeObjectServer(machine); }},
+        surroundings{
+            {desktop, program, shell, registry, identity, session, progress, interface_files, log, files},
+            [this] { return windows::MakeObjectServer(machine); }},
         main(surroundings) {}
 
   session::Session session;

@@ -2,19 +2,19 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/files.h"
 #include "platform/program.h"
 #include "registry/registry.h"
 
-namespace plugin {
+namespace lonworks {
 
 /// The device's resource files on this computer: type and format files in a folder of their own below the
 /// LonWorks folder, written for the program IDs that begin with the maker's prefix.
 ///
-/// What makes them "registered" to the platform stands in a catalogue whose format is not public; the files
-/// in their folder are what can be seen, so a folder with at least one type file and one format file counts.
-/// They come with the device: the plug-in brings none, and its registration adds none to the catalogue.
+/// They come with the device, the plug-in brings none; registration adds those that are there to the
+/// platform's catalogue. For configuring, a folder with at least one type file and one format file counts.
 class ResourceFiles {
  public:
   ResourceFiles() = default;
@@ -22,6 +22,9 @@ class ResourceFiles {
 
   /// The files are there. False also where the LonWorks folder is unknown or cannot be read.
   bool Present(const platform::Files& files) const;
+
+  /// The names of the type, profile and format files that are there.
+  std::vector<std::string> Names(const platform::Files& files) const;
 
   /// The scope of the files, from the length of the program-ID prefix: 3 one maker, 4 one class of its
   /// devices, 5 one subclass, 6 one model; 0, the standard's own, for anything else.
@@ -37,4 +40,4 @@ class ResourceFiles {
   std::string program_id_prefix_;
 };
 
-}  // namespace plugin
+}  // namespace lonworks

@@ -1,17 +1,16 @@
-#include "plugin/resource_files.h"
+#include "lonworks/resource_files.h"
 
 #include <algorithm>
 
 #include "startup/identity.h"
 #include "text/strings.h"
 
-namespace plugin {
+namespace lonworks {
 namespace {
 
-bool HoldsFileWithExtension(const platform::Files::Folder& folder, std::string_view extension) {
-  return std::ranges::any_of(folder.entries, [&](const platform::Files::Entry& entry) {
-    return !entry.is_folder && text::EndsWithIgnoringCase(entry.name, extension);
-  });
+bool AnyHasExtension(const std::vector<std::string>& names, std::string_view extension) {
+  return std::ranges::any_of(
+      names, [&](const std::string& name) { return text::EndsWithIgnoringCase(name, extension); });
 }
 
 }  // namespace
@@ -23,8 +22,18 @@ ResourceFiles::ResourceFiles(const registry::CRegistry& registry, const platform
 }
 
 bool ResourceFiles::Present(const platform::Files& files) const {
+  const std::vector<std::string> names = Names(files);
+  return AnyHasExtension(names, ".typ") && AnyHasExtension(names, ".fmt");
+}
+
+std::vector<std::string> ResourceFiles::Names(const platform::Files& files) const {
+  std::vector<std::string> names;
   const auto folder = files.ReadFolder(folder_);
-  return folder && HoldsFileWithExtension(*folder, ".typ") && HoldsFileWithExtension(*folder, ".fmt");
+  if (!folder) return names;
+  for (const auto& [name, is_folder] : folder->entries)
+    for (const char* extension : {".typ", ".fpt", ".fmt"})
+      if (!is_folder && text::EndsWithIgnoringCase(name, extension)) names.push_back(name);
+  return names;
 }
 
 std::int32_t ResourceFiles::Scope() const {
@@ -51,4 +60,4 @@ std::string ResourceFiles::UserTypeOwner() const {
   return '#' + program_id_prefix_ + any + '[' + std::to_string(Scope()) + "].";
 }
 
-}  // namespace plugin
+}  // namespace lonworks
