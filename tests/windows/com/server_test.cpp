@@ -9,6 +9,7 @@
 #include "windows/com/dispatch_object.h"
 #include "windows/com/event_subscription.h"
 #include "windows/com/local_server.h"
+#include "windows/com/object_creation.h"
 #include "windows/com/registration.h"
 #include "windows/com/variant_conversion.h"
 

@@ -5,6 +5,7 @@
 #include <tlhelp32.h>
 
 #include "registry/registry.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/local_server.h"
 #include "windows/com/variant_conversion.h"
 #include "windows/system/registry.h"
