@@ -53,8 +53,8 @@ void PrintDevices(const lns::ObjectServer& server, const std::string& network_na
 /// read shows the reason. Throws 20005 for a path that names no device.
 void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out);
 
-/// The device takes the configuration that the network database has of it, or the database takes the device's.
-/// Both throw the platform's error, and 20005 for a path that names no device.
+/// The device takes the configuration that the network database has of it, or the database takes the
+/// device's. Both throw the platform's error, and 20005 for a path that names no device.
 void DownloadConfiguration(const lns::ObjectServer& server, const std::string& path);
 void UploadConfiguration(const lns::ObjectServer& server, const std::string& path);
 

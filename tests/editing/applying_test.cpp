@@ -71,32 +71,6 @@ TEST(Apply, WritesOnlyTheChangedVariablesOnceEach) {
   EXPECT_TRUE(opened.desktop.messages.empty());
 }
 
-TEST(Apply, AFailedWriteKeepsWhatWasNotWritten) {
-  // Three points change; the n-th write fails.
-  for (int failing = 1; failing <= 3; ++failing) {
-    Opened opened;
-    opened.Enter(0, "20.5");
-    opened.Choose(0, "TEMPORARY");
-    opened.Enter(39, "90");
-    opened.simulation->faults().Add({"", "", "write", failing, 18034});
-    opened.Apply();
-    const ui::Control* fields[] = {&opened.Field(0), &opened.List(0), &opened.Field(39)};
-    for (int i = 0; i < 3; ++i)
-      EXPECT_EQ(opened.IsMarked(*fields[i]), i + 1 >= failing) << i << " of " << failing;
-    EXPECT_TRUE(opened.main.cmdApply.Enabled() && opened.main.cmdCancel.Enabled());
-    EXPECT_EQ(opened.Writes().size(), static_cast<std::size_t>(failing)) << "nothing after the failure";
-    EXPECT_TRUE(opened.Message().text.ends_with("Failed to write data to the network variable object."));
-    const auto& row = opened.log.lstActivity.Rows().back();
-    EXPECT_EQ(row.icon, ui::ListView::Icon::Red);
-    EXPECT_TRUE(row.cells[1].starts_with("Error updating nci")) << row.cells[1];
-
-    opened.Apply();
-    EXPECT_EQ(opened.Writes().size(), 4u) << "the second try writes the rest, nothing twice";
-    EXPECT_FALSE(opened.main.cmdApply.Enabled());
-    for (const ui::Control* field : fields) EXPECT_FALSE(opened.IsMarked(*field));
-  }
-}
-
 TEST(Apply, AnEditMadeMeanwhileIsKept) {
   Opened opened;
   opened.Enter(39, "90");
@@ -141,52 +115,6 @@ TEST(Apply, LeavesOutWhatIsNoNumber) {
     opened.main.cmdCancel.UserClicks();
     EXPECT_EQ(opened.Field(0).Text(), "21");
   }
-}
-
-TEST(Apply, NothingCanBeEditedBeforeTheDeviceHasBeenRead) {
-  Opened opened("Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110");
-  EXPECT_EQ(opened.Focused(), &opened.main.cmdRefresh);
-  opened.Enter(0, "21");
-  opened.Choose(0, "TEMPORARY");
-  EXPECT_FALSE(opened.IsMarked(opened.Field(0)) || opened.IsMarked(opened.List(0)) ||
-               opened.main.cmdApply.Enabled());
-
-  // What is typed while a device loads has no former text to go back to.
-  Opened loading;
-  loading.desktop.on_yield = [&] { loading.Type(0, "1:30"); };
-  World::Send(*loading.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
-  loading.desktop.on_yield = nullptr;
-  loading.GoTo(loading.List(0));
-  EXPECT_EQ(loading.Field(0).Text(), "20.5");
-}
-
-TEST(Cancel, GoesBackToWhatTheDeviceHolds) {
-  Opened opened;
-  opened.Enter(0, "21.8");  // repairs the cooling setpoint as well
-  EXPECT_EQ(opened.Field(3).Text(), "23.3");
-  opened.Choose(0, "TEMPORARY");
-  opened.main.cmdCancel.UserClicks();
-  EXPECT_EQ(opened.Field(0).Text(), "21");
-  EXPECT_EQ(opened.Field(3).Text(), "23");
-  EXPECT_EQ(opened.List(0).Text(), "PERMANENT");
-  EXPECT_FALSE(opened.main.cmdApply.Enabled() || opened.main.cmdCancel.Enabled());
-  EXPECT_TRUE(opened.Writes().empty());
-
-  // After a failed write the point holds the edit; the device does not.
-  opened.Enter(0, "20.5");
-  opened.simulation->faults().Add({"", "nciSetPts", "write", 1, 18200});
-  opened.Apply();
-  EXPECT_TRUE(opened.IsMarked(opened.Field(0)));
-  opened.main.cmdCancel.UserClicks();
-  EXPECT_EQ(opened.Field(0).Text(), "21");
-  opened.Enter(1, "15");
-  opened.Apply();
-  EXPECT_EQ(opened.Writes().back(), "nciSetPts Value=23,25,28,21,19,15");
-
-  // What was written is what the next cancel returns to.
-  opened.Enter(1, "14");
-  opened.main.cmdCancel.UserClicks();
-  EXPECT_EQ(opened.Field(1).Text(), "15");
 }
 
 TEST(Events, ShowLogAndRepaint) {

@@ -278,27 +278,6 @@ TEST(ConfigureRoad, WhatIsReadAndWhatWaitsIsShown) {
   EXPECT_EQ(world.StatusPanel(3), "");
 }
 
-TEST(ConfigureRoad, EscapeStopsARefresh) {
-  Opened world;
-  EXPECT_FALSE(world.main.EscapePressed());
-  auto& device = simulator::model::DeviceOf(world.simulation->installation(),
-                                            {"Demo Tower", {"Floor 1"}, "Thermostat 101"});
-  device.values["nciSetPts"] = {8, 0xFC, 9, 0xC4, 10, 0xF0, 7, 0xD0, 7, 0x6C, 6, 0x40};  // 20 where 21 was
-  world.Enter(39, "90");
-  int yields = 0;
-  world.desktop.on_yield = [&] {
-    if (++yields == 4) world.main.EscapePressed();
-  };
-  world.main.cmdRefresh.UserClicks();
-  EXPECT_EQ(yields, 4);
-  EXPECT_TRUE(world.desktop.messages.empty());
-  EXPECT_EQ(world.log.lstActivity.Rows().back().cells[1], "Refreshing");
-  EXPECT_EQ(world.Shown(txtNvi(0)) + " " + world.Shown(txtNvi(39)), "21 90");
-  world.Enter(1, "15");
-  world.main.cmdApply.UserClicks();
-  EXPECT_EQ(world.Writes().front(), "nciSetPts Value=23,25,28,21,19,15") << "what is shown";
-}
-
 TEST(ConfigureRoad, QuestionsBeforeTheDeviceIsRead) {
   struct Case {
     bool files_missing;

@@ -11,14 +11,14 @@ using platform::CallKind;
 
 WORD FlagsOf(CallKind kind) {
   switch (kind) {
-    case CallKind::Get:
-      return DISPATCH_PROPERTYGET;
     case CallKind::Put:
       return DISPATCH_PROPERTYPUT;
     case CallKind::PutReference:
       return DISPATCH_PROPERTYPUTREF;
     case CallKind::Method:
       return DISPATCH_METHOD;
+    // As Visual Basic asks; some objects take a read in no other way.
+    case CallKind::Get:
     case CallKind::GetOrMethod:
       return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
   }
@@ -26,14 +26,6 @@ WORD FlagsOf(CallKind kind) {
 }
 
 bool IsPut(CallKind kind) { return kind == CallKind::Put || kind == CallKind::PutReference; }
-
-ComPtr<IDispatch> CreateInstance(const CLSID& class_id, std::string_view attempt) {
-  ComPtr<IDispatch> object;
-  Check(CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, __uuidof(IDispatch),
-                         object.ReceiveVoid()),
-        attempt);
-  return object;
-}
 
 }  // namespace
 
@@ -76,17 +68,6 @@ platform::Value DispatchObject::Call(DISPID number, WORD flags, DISPPARAMS param
 
 std::unique_ptr<platform::Subscription> DispatchObject::Advise(platform::EventHandler handler) {
   return SubscribeToDefaultEvents(object_.get(), std::move(handler));
-}
-
-platform::LateBoundPtr CreateObject(std::string_view prog_id) {
-  const std::string attempt = "Cannot create the object \"" + std::string(prog_id) + "\"";
-  CLSID class_id;
-  Check(CLSIDFromProgID(ToWide(prog_id).c_str(), &class_id), attempt);
-  return FromDispatch(CreateInstance(class_id, attempt));
-}
-
-platform::LateBoundPtr CreateObject(const CLSID& class_id) {
-  return FromDispatch(CreateInstance(class_id, "Cannot create the object"));
 }
 
 }  // namespace windows::com

@@ -7,7 +7,6 @@
 #include <functional>
 #include <map>
 #include <string>
-#include <string_view>
 
 #include "platform/late_bound.h"
 #include "windows/com/com_ptr.h"
@@ -19,7 +18,7 @@ namespace windows::com {
 ///
 /// The numbers of its members are looked up once per object. They are not shared between objects: one name
 /// has different numbers in different classes, and a wrong number may well be that of some other member.
-class DispatchObject final : public platform::LateBound {
+class DispatchObject : public platform::LateBound {
  public:
   explicit DispatchObject(ComPtr<IDispatch> object) : object_(std::move(object)) {}
 
@@ -37,9 +36,5 @@ class DispatchObject final : public platform::LateBound {
   ComPtr<IDispatch> object_;
   std::map<std::string, DISPID, std::less<>> numbers_;
 };
-
-/// A new object of a registered class; an Error with the system's number and text where that fails.
-platform::LateBoundPtr CreateObject(std::string_view prog_id);
-platform::LateBoundPtr CreateObject(const CLSID& class_id);
 
 }  // namespace windows::com

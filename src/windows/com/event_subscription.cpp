@@ -1,7 +1,9 @@
 #include "windows/com/event_subscription.h"
 
 #include <ocidl.h>
+#include <olectl.h>
 
+#include "windows/com/event_queue.h"
 #include "windows/com/failure.h"
 #include "windows/com/implements.h"
 #include "windows/com/variant_conversion.h"
@@ -9,14 +11,18 @@
 namespace windows::com {
 namespace {
 
-/// Answers for the events' own interface and for IDispatch alike: sources ask for one or the other.
+/// Answers for the events' own interface and for IDispatch alike: sources ask for one or the other. Events of
+/// other threads wait until the listener's own comes to them, and none of its own goes before them.
 class EventSink final : public Implements<IDispatch> {
  public:
   EventSink(const IID& events, platform::EventHandler handler)
       : events_(events), handler_(std::make_shared<platform::EventHandler>(std::move(handler))) {}
 
   /// After this the sink is deaf, however long the source keeps it.
-  void Close() { handler_.reset(); }
+  void Close() {
+    handler_.reset();
+    waiting_.Close();
+  }
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (count) *count = 0;
@@ -29,17 +35,11 @@ class EventSink final : public Implements<IDispatch> {
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
                                    EXCEPINFO* info, UINT* bad_argument) override {
-    const auto handler = handler_;
-    if (!handler) return S_OK;
-    UINT position = 0;
-    try {
-      const auto arguments = FromParameters(parameters ? *parameters : DISPPARAMS{}, position);
-      (*handler)(event, arguments);
-      return S_OK;
-    } catch (...) {
-      if (bad_argument) *bad_argument = position;
-      return ReportToInvoke(info);
-    }
+    static constexpr DISPPARAMS kNone{};
+    const DISPPARAMS& arguments = parameters ? *parameters : kNone;
+    if (home().IsAway()) return HandOver(event, arguments);
+    HearWaiting();
+    return Hear(event, arguments, info, bad_argument);
   }
 
  protected:
@@ -48,8 +48,41 @@ class EventSink final : public Implements<IDispatch> {
   }
 
  private:
+  /// The source is not kept waiting: the listener may be in a call of it.
+  HRESULT HandOver(DISPID event, const DISPPARAMS& parameters) noexcept try {
+    waiting_.Add(event, parameters);
+    home().Do([self = ComPtr<EventSink>(this)] { self->HearWaiting(); });
+    return S_OK;
+  } catch (...) {
+    return ReportAsResult();
+  }
+
+  void HearWaiting() noexcept {
+    while (auto event = waiting_.Next()) {
+      std::vector<VARIANT> arguments;
+      for (Variant& argument : event->arguments) arguments.push_back(*argument.get());
+      Hear(event->number, {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0}, nullptr,
+           nullptr);
+    }
+  }
+
+  HRESULT Hear(DISPID event, const DISPPARAMS& parameters, EXCEPINFO* info, UINT* bad_argument) {
+    const auto handler = handler_;
+    if (!handler) return S_OK;
+    UINT position = 0;
+    try {
+      const auto arguments = FromParameters(parameters, position);
+      (*handler)(event, arguments);
+      return S_OK;
+    } catch (...) {
+      if (bad_argument) *bad_argument = position;
+      return ReportToInvoke(info);
+    }
+  }
+
   const IID events_;
   std::shared_ptr<platform::EventHandler> handler_;
+  EventQueue waiting_;
 };
 
 class EventSubscription final : public platform::Subscription {
@@ -72,18 +105,22 @@ class EventSubscription final : public platform::Subscription {
   DWORD cookie_ = 0;
 };
 
+/// Every control also tells of its properties, but that interface is no IDispatch.
+bool AreEvents(const IID& source) { return source != __uuidof(IPropertyNotifySink); }
+
 ComPtr<IConnectionPoint> DefaultPoint(IDispatch* object, IConnectionPointContainer& container) {
   ComPtr<IConnectionPoint> point;
   IID id;
   const auto classes = ComPtr<IDispatch>(object).As<IProvideClassInfo2>();
-  if (classes && SUCCEEDED(classes->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) &&
+  if (classes && SUCCEEDED(classes->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id)) && AreEvents(id) &&
       SUCCEEDED(container.FindConnectionPoint(id, point.Receive())))
     return point;
   ComPtr<IEnumConnectionPoints> points;
   ULONG count = 0;
   if (FAILED(container.EnumConnectionPoints(points.Receive()))) return nullptr;
-  if (points->Next(1, point.Receive(), &count) != S_OK) return nullptr;
-  return point;
+  while (points->Next(1, point.Receive(), &count) == S_OK)
+    if (SUCCEEDED(point->GetConnectionInterface(&id)) && AreEvents(id)) return point;
+  return nullptr;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "windows/com/home_thread.h"
 
+#include <memory>
 #include <utility>
 
 #include "windows/com/failure.h"
@@ -9,14 +10,21 @@ namespace {
 
 constexpr wchar_t kClass[] = L"HomeThread";
 constexpr UINT kRelease = WM_APP;
+constexpr UINT kDo = WM_APP + 1;
+
+using Work = std::function<void()>;
 
 thread_local HWND window_of_this_thread = nullptr;
 
 /// Message boxes and menus run loops of their own, which deliver the messages of windows, but lose a
 /// thread's.
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  if (message != kRelease) return DefWindowProcW(window, message, wparam, lparam);
-  reinterpret_cast<IUnknown*>(lparam)->Release();
+  if (message == kRelease)
+    reinterpret_cast<IUnknown*>(lparam)->Release();
+  else if (message == kDo)
+    (*std::unique_ptr<Work>(reinterpret_cast<Work*>(lparam)))();
+  else
+    return DefWindowProcW(window, message, wparam, lparam);
   return 0;
 }
 
@@ -37,8 +45,14 @@ HWND MakeWindow() {
 
 HomeThread::HomeThread() noexcept : thread_(GetCurrentThreadId()), window_(window_of_this_thread) {}
 
+void HomeThread::Do(Work work) const {
+  auto posted = std::make_unique<Work>(std::move(work));
+  if (PostMessageW(window_, kDo, 0, reinterpret_cast<LPARAM>(posted.get())))
+    static_cast<void>(posted.release());
+}
+
 bool HomeThread::TakesOver(IUnknown* reference) const noexcept {
-  if (!window_ || GetCurrentThreadId() == thread_) return false;
+  if (!IsAway()) return false;
   // Where the home has gone the reference is kept for ever: nothing of ours may run on a thread of COM's.
   // What the object had to let go went with the apartment.
   PostMessageW(window_, kRelease, 0, reinterpret_cast<LPARAM>(reference));
@@ -48,14 +62,14 @@ bool HomeThread::TakesOver(IUnknown* reference) const noexcept {
 HomeThread::Window::Window() : window_(MakeWindow()), outer_(std::exchange(window_of_this_thread, window_)) {}
 
 HomeThread::Window::~Window() {
-  ReleaseAll();
+  DoAll();
   window_of_this_thread = outer_;
   DestroyWindow(window_);
 }
 
-void HomeThread::Window::ReleaseAll() noexcept {
+void HomeThread::Window::DoAll() noexcept {
   MSG message;
-  while (PeekMessageW(&message, window_, kRelease, kRelease, PM_REMOVE)) DispatchMessageW(&message);
+  while (PeekMessageW(&message, window_, kRelease, kDo, PM_REMOVE)) DispatchMessageW(&message);
 }
 
 }  // namespace windows::com

@@ -4,16 +4,25 @@
 
 #include <unknwn.h>
 
+#include <functional>
+
 namespace windows::com {
 
-/// The thread on which an object ends: the one that made it, where all that it touches lives.
+/// The thread on which an object works and ends: the one that made it, where all that it touches lives.
 ///
 /// COM may release the last reference on a thread of its own. Wine does so where a client releases an object
-/// within that object's call.
+/// within that object's call. Controls may raise events on threads of theirs.
 class HomeThread {
  public:
   /// The thread that runs this.
   HomeThread() noexcept;
+
+  /// Whether this is another thread. What was made outside of an Apartment is at home everywhere.
+  bool IsAway() const noexcept { return window_ && GetCurrentThreadId() != thread_; }
+
+  /// Has the home thread do something that does not throw when it looks at its messages, at the latest when
+  /// it leaves its apartment. Where the home has gone it is not done.
+  void Do(std::function<void()> work) const;
 
   /// Takes a reference over from another thread; the home thread releases it when it looks at its messages,
   /// at the latest when it leaves its apartment. False where the caller has to release it: at home, and for
@@ -28,8 +37,8 @@ class HomeThread {
     Window& operator=(const Window&) = delete;
     ~Window();
 
-    /// Releases what has been taken over so far.
-    void ReleaseAll() noexcept;
+    /// Does what there is to do, and releases what has been taken over so far.
+    void DoAll() noexcept;
 
    private:
     const HWND window_;

@@ -43,6 +43,8 @@ class Implements : public First, public More... {
  protected:
   virtual ~Implements() = default;
 
+  const HomeThread& home() const noexcept { return home_; }
+
   /// The interface with this identifier, without a new reference; null where there is none.
   virtual void* Find(REFIID id) noexcept {
     if (id == __uuidof(IUnknown) || id == __uuidof(First)) return static_cast<First*>(this);

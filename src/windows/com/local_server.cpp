@@ -69,7 +69,7 @@ class LocalServer::Factory final : public Implements<IClassFactory> {
 Apartment::Apartment() { Check(OleInitialize(nullptr), "Cannot start COM"); }
 
 Apartment::~Apartment() {
-  home_.ReleaseAll();
+  home_.DoAll();
   OleUninitialize();
   CloseAllDoors();
 }

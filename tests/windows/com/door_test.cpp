@@ -183,6 +183,11 @@ TEST_F(Events, ASinkIsDroppedOnlyWhenItsProcessHasGone) {
   EXPECT_EQ(sample->Fire(1), 0) << "the door has gone";
 }
 
+TEST_F(Events, NewsOfPropertiesAreNone) {
+  DispatchObject teller(DispatchDoor::For(std::make_shared<Sample>(), {.events = IID_IPropertyNotifySink}));
+  EXPECT_EQ(Outcome([&] { return teller.Advise({}) ? 1 : 0; }), "refused 1");
+}
+
 TEST_F(Events, AHandlerMayDoAnything) {
   DispatchObject client(door);
   int calls = 0;

@@ -9,6 +9,7 @@
 #include "windows/com/dispatch_object.h"
 #include "windows/com/event_subscription.h"
 #include "windows/com/local_server.h"
+#include "windows/com/object_creation.h"
 #include "windows/com/registration.h"
 #include "windows/com/variant_conversion.h"
 
@@ -221,7 +222,8 @@ struct OwnedServer : testing::Test {
     return false;
   }
   LocalServer server{{.id = Sample::kClass, .make = [] { return std::make_shared<Sample>(); }},
-                     {.leaves_when_unused = false, .linger = std::chrono::milliseconds(100),
+                     {.leaves_when_unused = false,
+                      .linger = std::chrono::milliseconds(100),
                       .grace = std::chrono::seconds(2)}};
   ComPtr<IClassFactory> found = Class();
   ComPtr<IUnknown> object;

@@ -19,7 +19,7 @@
 #include "director/networks.h"
 #include "director/program/remote_window.h"
 #include "director/simulator_knobs.h"
-#include "windows/com/dispatch_object.h"
+#include "windows/com/object_creation.h"
 #include "windows/com/wide_text.h"
 
 /// A director and a user of the real plug-in in another process: starts it through COM on the simulated

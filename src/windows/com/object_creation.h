@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/late_bound.h"
+
+namespace windows::com {
+
+/// A new object of a registered class, a control within this process or an object of another one; an Error
+/// with the system's number and text where that fails. A class that asks for a licence is given its own key,
+/// where the computer has one.
+platform::LateBoundPtr CreateObject(std::string_view prog_id);
+
+}  // namespace windows::com
