@@ -56,9 +56,11 @@ std::string PlugInVersion(const std::string& server) {
   registry::CRegistry settings(machine, "");
   const std::string plug_ins = std::string(kObjectServerKey) + "\\Plug-Ins";
   for (std::string name = settings.FindFirstMachineKey(plug_ins); !name.empty();
-       name = settings.GetNextMachineKey())
-    if (text::EqualIgnoringCase(settings.MachineSetting(plug_ins + '\\' + name, ""), server))
-      return settings.MachineSetting(plug_ins + '\\' + name, "Version");
+       name = settings.GetNextMachineKey()) {
+    const std::string entry = std::string(plug_ins).append("\\").append(name);
+    if (text::EqualIgnoringCase(settings.MachineSetting(entry, ""), server))
+      return settings.MachineSetting(entry, "Version");
+  }
   return {};
 }
 
