@@ -1,11 +1,13 @@
 // Any text that an object server may report as a value, shown and edited: an edit changes its own field, and
 // what is written has the fields that were read.
 
+#include <algorithm>
 #include <memory>
 
 #include "fuzz.h"
 #include "model/control_binding.h"
 #include "platform/error.h"
+#include "text/numbers.h"
 
 namespace {
 
@@ -54,9 +56,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     EXPECT_THAT(point.NvAsArray == read && !point.ValueAsChanges);
     return 0;
   }
-  // An empty text alone is no field; the rules of editing let none through.
-  if (read.size() == 1 && entered.empty()) return 0;
-  point.SendNetworkValue();
+  // Neither numbers nor the items of lists are empty or have signs that separate, and commas separate numbers
+  // only; the rules of editing let nothing else through.
+  const auto is_number = [](const std::string& text) { return text::IsNumeric(text); };
+  const bool number = is_number(entered);
+  if (entered.empty() || (!number && entered.find_first_of(" ,;") != std::string::npos)) return 0;
+  if (point.Separator == "," && !(number && std::ranges::all_of(read, is_number))) return 0;
+  try {
+    point.SendNetworkValue();
+  } catch (const platform::Error&) {
+    EXPECT_THAT(point.ValueAsChanges);
+    return 0;
+  }
   variable->value = variable->written;
   point.GetNetworkValue(0);
   auto expected = read;

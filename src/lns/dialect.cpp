@@ -30,17 +30,26 @@ bool RefusesFormat(const Error& error) {
 char DecimalSignOf(const std::string& field) {
   for (const char sign : {'.', ','}) {
     std::string plain = field;
-    if (std::ranges::count(plain, sign) != 1) continue;
+    if (std::ranges::count(plain, sign) != 1 || plain.starts_with(',') || plain.ends_with(',')) continue;
     std::ranges::replace(plain, sign, '.');
     if (text::IsNumeric(plain)) return sign;
   }
   return kUnknownSign;
 }
 
+/// Numbers with blanks between them; a blank beside a comma only sets it off.
+bool SeparatesByBlanks(const std::string& text) {
+  const auto is_number = [](const std::string& field) {
+    return text::IsNumeric(field) || DecimalSignOf(field) == ',';
+  };
+  return text.find(' ') != std::string::npos && std::ranges::all_of(text::Split(text, " "), is_number);
+}
+
 /// What separates the fields in this text, for a point whose fields are separated so.
 std::string SeparatorIn(const std::string& text, const std::string& separator) {
   const auto has = [&](const char* sign) { return text.find(sign) != std::string::npos; };
-  if (separator == ",") return has(kListSeparator) ? kListSeparator : has(" ") ? " " : separator;
+  if (separator == ",")
+    return has(kListSeparator) ? kListSeparator : SeparatesByBlanks(text) ? " " : separator;
   if (separator == " ") return !has(" ") && has(kListSeparator) ? kListSeparator : separator;
   return separator;
 }

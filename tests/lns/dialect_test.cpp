@@ -48,6 +48,7 @@ TEST_F(Dialect, ReadsAndWritesTheSignsOfEveryRegion) {
       {"23 25 28,5", ",", "23,25,28.5", "23.5,25", "23,5 25", "decimal comma; ' ' in place of ','"},
       {"ON 1,5 -0,25 AUTO", " ", "ON 1.5 -0.25 AUTO", "ON 2.5", "ON 2,5", "decimal comma"},
       {"OFF;1,5;AUTO", " ", "OFF 1.5 AUTO", "ON 2.5", "ON;2,5", "decimal comma; ';' in place of ' '"},
+      {"23, 25, 28.5", ",", "23, 25, 28.5", "23.5,25", "23.5,25", ""},
       {"4\t23", "\t", "4\t23", "4\t24", "4\t24", ""},
       {"", " ", "", "", "", ""},
       // No fraction has been seen: which sign is meant cannot be known.
