@@ -71,8 +71,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   variable->value = variable->written;
   point.GetNetworkValue(0);
   auto expected = read;
-  expected.at(static_cast<std::size_t>(binding.ItemArrayIndex)) = entered;
+  const auto index = static_cast<std::size_t>(binding.ItemArrayIndex);
+  expected.at(index) = point.NvAsArray.at(index);
   EXPECT_THAT(point.NvAsArray == expected);
+  EXPECT_THAT(expected[index] == entered || text::ParseNumber(expected[index]) == text::ParseNumber(entered));
   point.DropChanges();
   return 0;
 }

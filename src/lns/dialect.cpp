@@ -134,7 +134,10 @@ void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
     if (decimal_sign_ == kUnknownSign && other_region)
       FailFormat("No value has shown the decimal sign of the object server: '" + field +
                  "' cannot be written.");
-    if (decimal_sign_ == ',') std::ranges::replace(field, '.', ',');
+    if (decimal_sign_ != ',') continue;
+    // "3." and ".5" are numbers here; elsewhere they may be none.
+    field = text::ShortestText(*text::ParseNumber(field));
+    std::ranges::replace(field, '.', ',');
   }
   variable.SetValue(text::Join(fields, used == separators_.end() ? separator : used->second));
 }
