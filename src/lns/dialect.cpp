@@ -136,8 +136,12 @@ void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
                  "' cannot be written.");
     if (decimal_sign_ != ',') continue;
     // "3." and ".5" are numbers here; elsewhere they may be none.
-    field = text::ShortestText(*text::ParseNumber(field));
-    std::ranges::replace(field, '.', ',');
+    const std::size_t sign = field.find('.');
+    const auto is_digit = [&](std::size_t at) {
+      return at < field.size() && field[at] >= '0' && field[at] <= '9';
+    };
+    const bool begins = !is_digit(sign - 1), ends = !is_digit(sign + 1);
+    field.replace(sign, 1, ends ? "" : begins ? "0," : ",");
   }
   variable.SetValue(text::Join(fields, used == separators_.end() ? separator : used->second));
 }
