@@ -124,7 +124,8 @@ std::string Dialect::Value(const NetworkVariable& variable, const std::string& s
 
 void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
                        const std::string& separator) {
-  const auto used = separators_.find(separator);
+  const auto seen = separators_.find(separator);
+  const std::string used = seen == separators_.end() ? separator : seen->second;
   std::vector<std::string> fields = text::Split(text, separator);
   const bool other_region = std::ranges::any_of(separators_, [](const auto& each) {
     return each.first != each.second && each.second == kListSeparator;
@@ -133,6 +134,10 @@ void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
     if (DecimalSignOf(field) != '.') continue;
     if (decimal_sign_ == kUnknownSign && other_region)
       FailFormat("No value has shown the decimal sign of the object server: '" + field +
+                 "' cannot be written.");
+    // Its fraction would stand for another field's value.
+    if (decimal_sign_ == ',' && used == ",")
+      FailFormat("The object server has one sign for fractions and between values: '" + field +
                  "' cannot be written.");
     if (decimal_sign_ != ',') continue;
     // "3." and ".5" are numbers here; elsewhere they may be none.
@@ -143,7 +148,7 @@ void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
     const bool begins = !is_digit(sign - 1), ends = !is_digit(sign + 1);
     field.replace(sign, 1, ends ? "" : begins ? "0," : ",");
   }
-  variable.SetValue(text::Join(fields, used == separators_.end() ? separator : used->second));
+  variable.SetValue(text::Join(fields, used));
 }
 
 }  // namespace lns

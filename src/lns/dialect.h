@@ -31,7 +31,7 @@ class Dialect {
   std::string Value(const NetworkVariable& variable, const std::string& separator);
 
   /// Writes a value with the signs in which it was read. 18035 where it has a fraction and no reading has
-  /// shown the decimal sign.
+  /// shown the decimal sign, or that sign separates the values as well.
   void SetValue(const NetworkVariable& variable, const std::string& text, const std::string& separator);
 
   /// Something else in which the object server is different.

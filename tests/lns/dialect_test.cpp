@@ -67,6 +67,12 @@ TEST_F(Dialect, ReadsAndWritesTheSignsOfEveryRegion) {
   }
 }
 
+TEST_F(Dialect, ACommaIsNotBothSigns) {
+  EXPECT_EQ(Read("23,25", ",") + Read(" 1,5 2", " "), "23,25 1.5 2");
+  EXPECT_EQ(Written("20.5,25", ","), "refused") << "the fraction would become a setpoint";
+  EXPECT_EQ(Written("20,25", ",") + Written("2.5 2", " "), "20,252,5 2");
+}
+
 TEST_F(Dialect, OneObjectServerHasOneDecimalSign) {
   EXPECT_EQ(Read("1.5 2", " "), "1.5 2");
   EXPECT_EQ(Read("1,5 2", " "), "refused") << "thousands, or another region";
