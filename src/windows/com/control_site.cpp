@@ -3,18 +3,7 @@
 #include <olectl.h>
 
 namespace windows::com {
-namespace {
 
-HRESULT None(auto** out, HRESULT result) {
-  if (!out) return E_POINTER;
-  *out = nullptr;
-  return result;
-}
-
-}  // namespace
-
-HRESULT ControlSite::GetMoniker(DWORD, DWORD, IMoniker** moniker) { return None(moniker, E_NOTIMPL); }
-HRESULT ControlSite::GetContainer(IOleContainer** container) { return None(container, E_NOINTERFACE); }
 HRESULT ControlSite::GetExtendedControl(IDispatch** control) { return None(control, E_NOTIMPL); }
 HRESULT ControlSite::GetTypeInfo(UINT, LCID, ITypeInfo** type_info) { return None(type_info, E_NOTIMPL); }
 

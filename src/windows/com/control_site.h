@@ -3,23 +3,15 @@
 #include <windows.h>
 
 #include <ocidl.h>
-#include <oleidl.h>
 
-#include "windows/com/implements.h"
+#include "windows/com/client_site.h"
 
 namespace windows::com {
 
 /// The place of a control that is never shown: it has no container, and of the surroundings it tells that
 /// they are at run time, alive, and in the user's language.
-class ControlSite final : public Implements<IOleClientSite, IOleControlSite, IDispatch> {
+class ControlSite final : public ClientSite<IOleControlSite, IDispatch> {
  public:
-  HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker** moniker) override;
-  HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer** container) override;
-  HRESULT STDMETHODCALLTYPE ShowObject() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
-
   HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
   HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** control) override;

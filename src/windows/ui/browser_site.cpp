@@ -3,15 +3,8 @@
 #include <exdispid.h>
 
 namespace windows {
-namespace {
 
-template <class T>
-HRESULT None(T** result, HRESULT answer) {
-  if (result) *result = nullptr;
-  return answer;
-}
-
-}  // namespace
+using com::None;
 
 HRESULT BrowserFrame::GetWindow(HWND* window) {
   if (!window) return E_POINTER;
@@ -25,8 +18,6 @@ void BrowserSite::Close() {
   entered_ = nullptr;
 }
 
-HRESULT BrowserSite::GetMoniker(DWORD, DWORD, IMoniker** moniker) { return None(moniker, E_NOTIMPL); }
-HRESULT BrowserSite::GetContainer(IOleContainer** container) { return None(container, E_NOINTERFACE); }
 HRESULT BrowserSite::GetOptionKeyPath(LPOLESTR* key, DWORD) { return None(key, E_NOTIMPL); }
 HRESULT BrowserSite::GetExternal(IDispatch** object) { return None(object, E_NOTIMPL); }
 HRESULT BrowserSite::TranslateUrl(DWORD, LPWSTR, LPWSTR* url) { return None(url, S_FALSE); }

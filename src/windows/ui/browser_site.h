@@ -9,6 +9,7 @@
 #include <functional>
 #include <utility>
 
+#include "windows/com/client_site.h"
 #include "windows/com/com_ptr.h"
 #include "windows/com/implements.h"
 
@@ -41,7 +42,7 @@ class BrowserFrame final : public com::Implements<IOleInPlaceFrame> {
 
 /// The place in the window, and how the page behaves there: no context menu, no border, text at the screen's
 /// resolution.
-class BrowserSite final : public com::Implements<IOleClientSite, IOleInPlaceSite, IDocHostUIHandler> {
+class BrowserSite final : public com::ClientSite<IOleInPlaceSite, IDocHostUIHandler> {
  public:
   /// `entered` is called when the page gets the keyboard focus.
   BrowserSite(HWND window, const RECT& place, std::function<void()> entered)
@@ -51,13 +52,6 @@ class BrowserSite final : public com::Implements<IOleClientSite, IOleInPlaceSite
         frame_(com::Make<BrowserFrame>(window)) {}
   void MoveTo(const RECT& place) { place_ = place; }
   void Close();
-
-  HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker** moniker) override;
-  HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer** container) override;
-  HRESULT STDMETHODCALLTYPE ShowObject() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
 
   HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override { return frame_->GetWindow(window); }
   HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
