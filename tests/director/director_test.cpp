@@ -8,7 +8,7 @@
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
-#include "support/world.h"
+#include "support/user.h"
 
 namespace {
 
@@ -101,6 +101,21 @@ TEST(Configure, WorksRemotelyAndHidden) {
   EXPECT_TRUE(world.session.ObjectServer.RemoteFlag());
   EXPECT_EQ(world.main.Width(), 15000);
   EXPECT_EQ(world.main.CurrentDevice().Name(), "Thermostat A1");
+}
+
+TEST(Networks, DownloadPutsFormerValuesBackUnlessTheyWereUploaded) {
+  for (const bool uploaded : {false, true}) {
+    Opened opened;
+    opened.simulation->installation().strict.database = true;
+    opened.Enter(0, "20.5");
+    opened.Apply();
+    const lns::ObjectServer server(opened.simulation->CreateObjectServer());
+    if (uploaded) director::UploadConfiguration(server, kFirstThermostat);
+    director::DownloadConfiguration(server, kFirstThermostat);
+    opened.Press(opened.main.cmdRefresh);
+    EXPECT_EQ(opened.Field(0).Text(), uploaded ? "20.5" : "21");
+    EXPECT_EQ(opened.MessageTexts(), std::vector<std::string>());
+  }
 }
 
 TEST(SimulatorKnobs, ReachTheSimulation) {

@@ -46,7 +46,9 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
       kObjectCommand, server, 28, 13, false, start + "LonMarks Object", "", "1.2.3"};
   world.desktop.answers = {ui::Answer::Yes};
   System("Demo Quarry").catalog_path = "E:\\On another computer\\Types";
-  Fault("Demo Wall Switch [demo]", "Name")();  // nobody asked for it
+  // Nobody asked for these.
+  Fault("Demo Wall Switch [demo]", "Name")();
+  world.simulation->faults().Add({"", "Demo Quarry", "Item", 2, 17008});
   for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Orchard", "Demo Islands"}) {
     SCOPED_TRACE(network);
     Open(network);

@@ -64,6 +64,15 @@ TLIBATTR AttributesOf(ITypeLib& library) {
   return copy;
 }
 
+bool IsRegistered(ITypeLib& library) {
+  const TLIBATTR about = AttributesOf(library);
+  BSTR path = nullptr;
+  const HRESULT found =
+      QueryPathOfRegTypeLib(about.guid, about.wMajorVerNum, about.wMinorVerNum, about.lcid, &path);
+  SysFreeString(path);
+  return SUCCEEDED(found);
+}
+
 HRESULT UnregisterLibrary(ITypeLib& library) {
   const TLIBATTR about = AttributesOf(library);
   return UnRegisterTypeLib(about.guid, about.wMajorVerNum, about.wMinorVerNum, about.lcid, about.syskind);
@@ -138,8 +147,9 @@ void UnregisterServer(const ServerRegistration& server) {
   };
   const auto forget_library = [&] {
     const std::string program = ProgramOf(server);
-    const HRESULT result = UnregisterLibrary(*LoadLibraryOf(program).get());
-    if (result != TYPE_E_REGISTRYACCESS) Check(result, "Cannot unregister the type library of " + program);
+    const ComPtr<ITypeLib> library = LoadLibraryOf(program);
+    if (IsRegistered(*library.get()))
+      Check(UnregisterLibrary(*library.get()), "Cannot unregister the type library of " + program);
   };
   if (server.has_type_library) go_on(forget_library);
   for (const EventInterface& events : server.events) go_on([&] { DeleteTree(KeyOf(events)); });

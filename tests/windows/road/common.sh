@@ -26,6 +26,7 @@ running() {
   done
   return 1
 }
+unregister() { "$wine" "$programs/$1.exe" /unregserver || fail "$1 /unregserver ended with $?"; }
 expect_gone() {  # <program> <after what>
   for _ in $(seq 100); do
     running "$1" || return

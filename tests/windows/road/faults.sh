@@ -55,8 +55,8 @@ director screen >"$work/screen.txt"
 expect "$work/screen.txt" 'Occupied	24'
 new_wine
 
-"$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
-"$wine" "$programs/LnsSimulator.exe" /unregserver || fail "unregserver of the simulator"
+unregister QM5RFcPirConfigure
+unregister LnsSimulator
 forget_settings
 [ $failed = 0 ] && echo "fault road: ok"
 exit $failed

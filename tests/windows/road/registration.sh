@@ -7,7 +7,7 @@
 
 use_network many-networks.json
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
-"$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
+unregister QM5RFcPirConfigure
 printf 'File: demo\r\n\r\n\r\n\r\n80:00:D3:55:00:04:04:1D\r\n' >"$work/QM5R.XIF"
 "$wine" wine cmd /c 'mkdir C:\LonWorks\bin & mkdir C:\LonWorks\Import\Korvell & del C:\LonWorks\Import\Korvell\QM5R.XFB C:\LonWorks\Types\ldrf.cat' >/dev/null 2>&1
 from() { printf 'Z:%s' "${1//\//\\}"; }
@@ -52,6 +52,6 @@ for one, other in zip(before["networks"], after["networks"]):
 sys.exit(before != after)
 PYTHON
 expect_gone QM5RFcPirConfigure "registration"
-"$wine" "$programs/LnsSimulator.exe" /unregserver || fail "unregserver of the simulator"
+unregister LnsSimulator
 [ $failed = 0 ] && echo "registration road: ok"
 exit $failed

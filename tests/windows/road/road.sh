@@ -44,8 +44,8 @@ done
 expect_gone QM5RFcPirConfigure "refused commands"
 
 cmp -s "$work/network.json" "$work/before.json" || echo "note: the network file was saved (LonMark object modes)"
-"$wine" "$programs/QM5RFcPirConfigure.exe" /unregserver || fail "unregserver"
+unregister QM5RFcPirConfigure
 "$wine" wine reg query 'HKLM\Software\Classes\QM5RFcPirConfigure.LNSPlugInAPI' >/dev/null 2>&1 && fail "the class is still registered"
-"$wine" "$programs/LnsSimulator.exe" /unregserver || fail "unregserver of the simulator"
+unregister LnsSimulator
 [ $failed = 0 ] && echo "road: ok"
 exit $failed
