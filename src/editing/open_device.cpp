@@ -165,7 +165,9 @@ void OpenDevice::Load() {
 /// A test or a state that fails leaves "?"; errors of the first two questions reach the pass.
 void OpenDevice::FindState() {
   DeviceState found{kUnknown};
-  if (Outside([this] { return device_.AttachmentStatus(); }) == kOffnet) {
+  std::optional<std::int32_t> attachment;  // object servers of older releases do not know it
+  lns::PassOver([&] { attachment = Outside([this] { return device_.AttachmentStatus(); }); });
+  if (attachment == kOffnet) {
     found.text = "Offnet";
   } else if (!Outside([this] { return device_.HasBeenCommissioned(); })) {
     found.text = "Not Commissioned yet";
@@ -194,10 +196,18 @@ void OpenDevice::ReadDevice() {
 
 void OpenDevice::ReadAllPoints() {
   const ui::BusyPointer busy(with_.desktop);
-  for (std::size_t i = 0; i < points_.size(); ++i) ReadPoint(points_[i], points_.size() - 1 - i);
-  // An object server that needs nothing special leaves no row.
-  if (const std::string findings = with_.dialect->TakeFindings(); !findings.empty())
-    LogCommand("Object server", findings);
+  const auto log_findings = [this] {
+    // An object server that needs nothing special leaves no row.
+    if (const std::string findings = with_.dialect->TakeFindings(); !findings.empty())
+      LogCommand("Object server", findings);
+  };
+  try {
+    for (std::size_t i = 0; i < points_.size(); ++i) ReadPoint(points_[i], points_.size() - 1 - i);
+  } catch (...) {
+    log_findings();
+    throw;
+  }
+  log_findings();
 }
 
 void OpenDevice::ReadPoint(model::CNvCpTable& point, std::size_t left) {

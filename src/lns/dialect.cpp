@@ -118,7 +118,8 @@ std::string Dialect::Value(const NetworkVariable& variable, const std::string& s
   if (sign == ',') Note("decimal comma");
   if (found != separator) Note("'" + found + "' in place of '" + separator + "'");
   decimal_sign_ = sign;
-  separators_[separator] = found;
+  // One field alone shows no separator.
+  if (fields.size() > 1) separators_[separator] = found;
   return text::Join(fields, separator);
 }
 
@@ -127,9 +128,8 @@ void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
   const auto seen = separators_.find(separator);
   const std::string used = seen == separators_.end() ? separator : seen->second;
   std::vector<std::string> fields = text::Split(text, separator);
-  const bool other_region = std::ranges::any_of(separators_, [](const auto& each) {
-    return each.first != each.second && each.second == kListSeparator;
-  });
+  const bool other_region =
+      std::ranges::any_of(separators_, [](const auto& each) { return each.first != each.second; });
   for (std::string& field : fields) {
     if (DecimalSignOf(field) != '.') continue;
     if (decimal_sign_ == kUnknownSign && other_region)

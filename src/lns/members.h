@@ -26,7 +26,7 @@ inline constexpr Member kRemoteFlag{"RemoteFlag", 9};                           
 inline constexpr Member kActiveRemoteNI{"ActiveRemoteNI", 10};                   // documented
 inline constexpr Member kFlags{"Flags", 11};                                     // documented, before 3.0
 inline constexpr Member kServerClose{"Close", 12};                               // documented
-inline constexpr Member kServerOpen{"Open", 13};                                 // documented
+inline constexpr Member kServerOpen{"Open", 13};                                 // documented, before 3.0
 
 // Bits of the flags word, which exclude each other.
 inline constexpr std::int32_t kFlagUseTcp = 16;  // lightweight ("Internet") client
@@ -73,7 +73,7 @@ inline constexpr Member kLdrfCatalogPath{"LdrfCatalogPath"};  // documented, 3.0
 // Templates.
 inline constexpr Member kTemplateLibrary{"TemplateLibrary"};  // documented
 inline constexpr Member kDeviceTemplates{"DeviceTemplates"};  // documented
-inline constexpr Member kAdd{"Add"};        // documented; of templates its arguments inferred
+inline constexpr Member kAdd{"Add"};        // documented, before 3.0; of templates its arguments inferred
 inline constexpr Member kImport{"Import"};  // documented
 
 // Commands of plug-ins.

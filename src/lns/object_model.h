@@ -233,6 +233,17 @@ class ObjectServer : public Object {
 /// The object has no member of that name or number.
 bool IsUnknownMember(const platform::Error& error);
 
+/// Makes a call to a member that an object server may not know: of another release, or chosen from several
+/// that fit. Every other failure stays one.
+template <class Call>
+void PassOver(Call&& call) {
+  try {
+    call();
+  } catch (const platform::Error& error) {
+    if (!IsUnknownMember(error)) throw;
+  }
+}
+
 /// The device that an object belongs to, found by walking up from it; nothing where the walk does not end at
 /// one.
 AppDevice OwningDevice(const Object& object);

@@ -9,20 +9,10 @@
 namespace session {
 namespace {
 
+using lns::PassOver;
 using platform::Attempt;
 
 constexpr const char* kInternet = "Internet";
-
-/// Makes a call to a member that an object server may not know: which one it is was chosen from several that
-/// fit.
-template <class Call>
-void PassOver(Call&& call) {
-  try {
-    call();
-  } catch (const platform::Error& error) {
-    if (!lns::IsUnknownMember(error)) throw;
-  }
-}
 
 /// Closes what is open, and what cannot tell whether it is.
 template <class T>

@@ -54,6 +54,7 @@ TEST_F(Dialect, ReadsAndWritesTheSignsOfEveryRegion) {
       // No fraction has been seen: which sign is meant cannot be known.
       {"23;25;28", ",", "23,25,28", "23.5,25", "refused", "';' in place of ','"},
       {"23;25;28", ",", "23,25,28", "24,25", "24;25", "';' in place of ','"},
+      {"23 25 28", ",", "23,25,28", "23.5,25", "refused", "' ' in place of ','"},
       {"1.5;2,5", ",", "refused", "1,2", "1,2", ""},
       {"1.234,5", " ", "refused", "1", "1", ""},
       {"23,5;x,y", ",", "refused", "1,2", "1,2", ""},
@@ -71,6 +72,11 @@ TEST_F(Dialect, ACommaIsNotBothSigns) {
   EXPECT_EQ(Read("23,25", ",") + Read(" 1,5 2", " "), "23,25 1.5 2");
   EXPECT_EQ(Written("20.5,25", ","), "refused") << "the fraction would become a setpoint";
   EXPECT_EQ(Written("20,25", ",") + Written("2.5 2", " "), "20,252,5 2");
+}
+
+TEST_F(Dialect, AValueOfOneFieldShowsNoSeparator) {
+  EXPECT_EQ(Read("OFF;1,5;AUTO", " ") + Read("60", " "), "OFF 1.5 AUTO60");
+  EXPECT_EQ(Written("ON 2.5", " "), "ON;2,5");
 }
 
 TEST_F(Dialect, OneObjectServerHasOneDecimalSign) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "headless/forwarding_object.h"
+#include "registration/registration_world.h"
 #include "support/user.h"
 
 namespace {
@@ -104,6 +105,31 @@ TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
       EXPECT_EQ(Configures(world, c.interface_name), !undone) << c.answer << (undone ? ", undone" : "");
       if (undone) std::cout << "without \"" << c.answer << "\" the configure road fails\n";
     }
+}
+
+/// An older mark whose version is the object server's own to set.
+TEST(Strictness, AVersionThatCannotBePutIsReplaced) {
+  for (const bool undone : {false, true}) {
+    RegistrationWorld world;
+    world.simulation->installation().strict.read_only = {"VersionNumber"};
+    if (undone)
+      world.in_between = [](LateBoundPtr server) {
+        return std::make_shared<Undoing>(server, [](std::string& member, CallKind, Value&) {
+          if (member == "Remove") member.clear();
+        });
+      };
+    const auto api = world.CreateApi();
+    World::Put(*api, "networkName", std::string("Demo Islands"));
+    World::Send(*api, 50, 0, "");
+    auto& marks = simulator::model::NetworkOf(world.simulation->installation(), "Demo Islands").system;
+    marks.component_apps.back().version = "1.0";
+    ErrorOf([&] { World::Send(*api, 50, 0, ""); });
+    EXPECT_EQ(marks.component_apps.back().version == "1.2.3", !undone);
+    if (undone) std::cout << "without adding a command again the registration road fails\n";
+  }
+  std::cout
+      << "events of another thread are brought home by the adapter to COM: see the tests of the control\n"
+         "no answer is needed to: coarse, database, demonstration, release 3.0\n";
 }
 
 }  // namespace

@@ -23,8 +23,9 @@ simulator::Strictness Demanded() {
   if (!demand) return demanded;
   if (demand == std::string("all")) return all;
   for (const auto& [key, flag] : simulator::kStrictFlags) demanded.*flag = demand == std::string(key);
-  for (const auto& [key, members] : simulator::kStrictMembers)
-    if ((all.*members).contains(demand)) (demanded.*members).insert(demand);
+  const bool is_flag = std::ranges::count(simulator::kStrictFlags, demand,
+                                          [](const auto& flag) { return std::string(flag.first); }) != 0;
+  if (!is_flag) (all.read_only.contains(demand) ? demanded.read_only : demanded.missing).insert(demand);
   return demanded;
 }
 
