@@ -32,6 +32,8 @@ class Desktop : public ui::Desktop {
   /// Those that have a window, the newest last.
   std::vector<ui::Form*> forms;
   int repaints = 0;
+  /// How often a window was put in front of the others.
+  int raised = 0;
   bool ended = false;
   double twips_per_pixel = 15;
   bool can_animate = true;
@@ -49,7 +51,7 @@ class Desktop : public ui::Desktop {
       void UpdateCaption() override {}
       void UpdateBounds() override {}
       void UpdateState() override {}
-      void Activate() override {}
+      void Activate() override { ++screen.raised; }
       void Repaint() override {}
       std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(this); }
       Size BestSize() const override { return {9000, 6000}; }

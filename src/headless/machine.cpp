@@ -21,7 +21,7 @@ class MemoryKey : public platform::RegistryKey {
     return found == texts.end() ? std::nullopt : std::optional(found->second);
   }
   bool WriteText(const std::string& name, const std::string& text) override {
-    if (registry_.refuse_writes || registry_.Fails()) return false;
+    if (registry_.RefusesWrites(hive_) || registry_.Fails()) return false;
     keys_.at(path_).texts[name] = text;
     return true;
   }
@@ -45,13 +45,16 @@ class MemoryKey : public platform::RegistryKey {
 
 }  // namespace
 
-std::unique_ptr<platform::RegistryKey> MemoryRegistry::Open(Hive hive, const std::string& path, Access) {
-  if (Fails() || !Of(hive).contains(path)) return nullptr;
+std::unique_ptr<platform::RegistryKey> MemoryRegistry::Open(Hive hive, const std::string& path,
+                                                            Access access) {
+  if (Fails() || (access != Access::Read && RefusesWrites(hive))) return nullptr;
+  if (path.empty()) Of(hive)[path];
+  if (!Of(hive).contains(path)) return nullptr;
   return std::make_unique<MemoryKey>(*this, hive, Of(hive), path);
 }
 
 std::unique_ptr<platform::RegistryKey> MemoryRegistry::Create(Hive hive, const std::string& path) {
-  if (refuse_writes || Fails()) return nullptr;
+  if (RefusesWrites(hive) || Fails()) return nullptr;
   for (std::size_t end = path.find('\\');; end = path.find('\\', end + 1)) {
     Of(hive)[path.substr(0, end)];
     if (end == std::string::npos) break;
@@ -60,7 +63,7 @@ std::unique_ptr<platform::RegistryKey> MemoryRegistry::Create(Hive hive, const s
 }
 
 bool MemoryRegistry::Delete(Hive hive, const std::string& path) {
-  if (Fails() || path == undeletable || HasSubkeys(Of(hive), path)) return false;
+  if (Fails() || RefusesWrites(hive) || path == undeletable || HasSubkeys(Of(hive), path)) return false;
   return Of(hive).erase(path) == 1;
 }
 

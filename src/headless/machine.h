@@ -19,16 +19,18 @@ class MemoryRegistry : public platform::Registry {
   };
   std::map<std::string, Key> machine;  // by full path; a key exists with all its parents
   std::map<std::string, Key> user;
-  /// What an access policy would do: refuse all writes, refuse to delete one key.
-  bool refuse_writes = false;
+  /// The user is no administrator: the machine's keys can be read only.
+  bool standard_user = false;
   /// Asked before each operation; true makes it fail.
   std::function<bool()> fails;
   bool Fails() const { return fails && fails(); }
+  /// A key that refuses to be deleted.
   std::string undeletable;
 
-  std::unique_ptr<platform::RegistryKey> Open(Hive hive, const std::string& path, Access) override;
+  std::unique_ptr<platform::RegistryKey> Open(Hive hive, const std::string& path, Access access) override;
   std::unique_ptr<platform::RegistryKey> Create(Hive hive, const std::string& path) override;
   bool Delete(Hive hive, const std::string& path) override;
+  bool RefusesWrites(Hive hive) const { return standard_user && hive == Hive::LocalMachine; }
 
  private:
   std::map<std::string, Key>& Of(Hive hive) { return hive == Hive::LocalMachine ? machine : user; }

@@ -19,6 +19,9 @@ class ScriptedShell : public platform::Shell {
     Show show;
   };
   std::vector<Launch> launches;  // refused ones as well
+  std::vector<Launch> elevated;
+  /// The user refuses an administrator's rights.
+  bool declines = false;
   bool refuses = false;
   /// Asked before each start; true refuses it.
   std::function<bool()> fails;
@@ -45,6 +48,10 @@ class ScriptedShell : public platform::Shell {
     running = true;
     if (on_start) on_start();
     return std::make_unique<Started>(*this);
+  }
+  bool StartElevated(const std::string& program, const std::string& arguments) override {
+    elevated.push_back({program, arguments, {}});
+    return !declines;
   }
   bool WindowExists(const std::string& title) const override { return windows.contains(title); }
   void CloseWindow(const std::string& title) override {

@@ -22,6 +22,7 @@ class Program {
   /// The program's folder, without a backslash at its end, and its file name without ".exe".
   virtual std::string Directory() const = 0;
   virtual std::string ExecutableName() const = 0;
+  std::string Path() const { return Directory() + "\\" + ExecutableName() + ".exe"; }
 
   /// The time of day in the system's time format.
   virtual std::string TimeOfDay() const = 0;

@@ -30,8 +30,8 @@ class Registry {
   virtual ~Registry() = default;
 
   enum class Hive { LocalMachine, CurrentUser };
-  enum class Access { Read, Full };
-  /// Null where the key does not exist or may not be opened so.
+  enum class Access { Read, Write, Full };
+  /// Null where the key does not exist or may not be opened so. An empty path is the hive itself.
   virtual std::unique_ptr<RegistryKey> Open(Hive hive, const std::string& path, Access access) = 0;
   /// Opens for writing, creating the key and its missing parents; null where that is refused.
   virtual std::unique_ptr<RegistryKey> Create(Hive hive, const std::string& path) = 0;

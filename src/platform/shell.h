@@ -27,6 +27,10 @@ class Shell {
   virtual std::unique_ptr<StartedProgram> Start(const std::string& program, const std::string& arguments,
                                                 Show show) = 0;
 
+  /// Starts a program with an administrator's rights, for which the system asks the user. False where he
+  /// declines; throws an Error where it does not start for another reason.
+  virtual bool StartElevated(const std::string& program, const std::string& arguments) = 0;
+
   virtual bool WindowExists(const std::string& title) const = 0;
   /// Posts a close message to the window of that title, if there is one.
   virtual void CloseWindow(const std::string& title) = 0;

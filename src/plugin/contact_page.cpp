@@ -3,7 +3,7 @@
 namespace plugin {
 
 std::string ContactPageAddress(const platform::Program& program) {
-  return "res://" + program.Directory() + "\\" + program.ExecutableName() + ".exe/about.htm";
+  return "res://" + program.Path() + "/about.htm";
 }
 
 std::string ContactPageText() {

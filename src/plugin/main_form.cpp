@@ -17,6 +17,7 @@ using platform::Attempt;
 // A start-up stage marks a window that must not be used with this tag.
 constexpr const char* kRefuseToStart = "Refuse to start";
 constexpr const char* kDisplayUnits = "DisplayUnits";
+constexpr const char* kSettings = "Settings";  // among the user's own
 
 }  // namespace
 
@@ -140,12 +141,13 @@ void fMain::TakeObjectServer(const lns::ObjectServer& made) {
 }
 
 void fMain::GetDisplayUnits() {
-  DisplayUnits = with_.registry.MachineSetting(with_.identity.PlugInKey(), kDisplayUnits) == "0" ? 0 : 1;
+  DisplayUnits =
+      with_.registry.Remembered(with_.identity.PlugInKey(), kSettings, kDisplayUnits) == "0" ? 0 : 1;
   ShowUnits();
 }
 
 void fMain::SetDisplayUnits() {
-  with_.registry.SetMachineSetting(with_.identity.PlugInKey(), kDisplayUnits, std::to_string(DisplayUnits));
+  with_.registry.Remember(with_.identity.PlugInKey(), kSettings, kDisplayUnits, std::to_string(DisplayUnits));
 }
 
 void fMain::GetDebug() {

@@ -2,37 +2,55 @@
 
 #include "platform/attempt.h"
 #include "registration/network_visits.h"
-#include "startup/command_line.h"
 #include "text/strings.h"
 
 namespace registration {
 
 using platform::Attempt;
+using Role = startup::CommandLine::Role;
 
-bool MMain::Main(std::string_view command_line) {
-  using Role = startup::CommandLine::Role;
-  const startup::CommandLine asked = startup::ParseCommandLine(command_line);
-  if (asked.role == Role::RegisterPlugIn) {
-    Attempt([this] { RegisterPlugIn(with_, false); });
-    return false;
+std::optional<int> MMain::Main(std::string_view command_line) {
+  const Asked asked = startup::ParseCommandLine(command_line);
+  if (asked.role == Role::RegistrationWindow || asked.in_window) {
+    // No second copy is started to register the class when there is no other command line: the window does
+    // it, so that it tells the truth when it says "registered".
+    OpenWindow(asked, asked.in_window || text::Trim(command_line).empty());
+    return std::nullopt;
   }
-  if (asked.role == Role::DeregisterPlugIn) {
-    Attempt([&] { DeregisterPlugIn(asked.deregistration_mode, false); });
-    return false;
-  }
-  // No second copy is started to register the class when there is no command line: the window does it, so
-  // that it tells the truth when it says "registered".
-  const bool registers_class = text::Trim(command_line).empty();
-  fRegisterPlugIn::Actions actions;
-  actions.register_plug_in = [this, registers_class] {
-    RegisterPlugIn(with_, true, registers_class ? process_.register_class : nullptr);
+  if (!MayRegister(with_)) return kAccessDenied;
+  Attempt([&] {
+    if (asked.role == Role::RegisterPlugIn)
+      RegisterPlugIn(with_, false);
+    else
+      DeregisterPlugIn(asked.deregistration_mode, false);
+  });
+  return 0;
+}
+
+void MMain::OpenWindow(const Asked& asked, bool registers_class) {
+  // A second copy that may not either tries all the same and tells why it fails.
+  const bool elevates = !asked.in_window && !MayRegister(with_);
+  const auto elevated = [this](const std::string& switches) {
+    return with_.shell.StartElevated(with_.program.Path(), std::string(startup::kInWindow) + switches);
   };
-  actions.deregister_plug_in = [this](std::int32_t mode) { DeregisterPlugIn(mode, true); };
+  fRegisterPlugIn::Actions actions;
+  actions.needs_elevation = elevates;
+  actions.register_plug_in = [=, this] {
+    if (elevates) return elevated("/regplugin");
+    RegisterPlugIn(with_, true, registers_class ? process_.register_class : nullptr);
+    return true;
+  };
+  actions.deregister_plug_in = [=, this](std::int32_t mode) {
+    if (elevates) return elevated("/deregplugin /deregmode:" + std::to_string(mode));
+    DeregisterPlugIn(mode, true);
+    return true;
+  };
   actions.end_plug_in = process_.end_plug_in;
   actions.help_file = startup::HelpFile(with_.program);
   window_ = std::make_unique<fRegisterPlugIn>(with_.desktop, with_.identity.PlugInName, std::move(actions));
   window_->Show();
-  return true;
+  if (asked.role == Role::RegisterPlugIn) window_->bRegister.UserClicks();
+  if (asked.role == Role::DeregisterPlugIn) window_->PressDeregister(asked.deregistration_mode);
 }
 
 void MMain::DeregisterPlugIn(std::int32_t mode, bool interactive) {

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "lns/object_model.h"
 #include "registration/plug_in_registration.h"
 #include "registration/registration_form.h"
 #include "registration/surroundings.h"
+#include "startup/command_line.h"
 
 namespace registration {
 
@@ -26,9 +29,13 @@ class MMain {
   MMain(const Surroundings& surroundings, Process process)
       : with_(surroundings), process_(std::move(process)) {}
 
-  /// True when the registration window is open and the program goes on until it is closed; false when all is
-  /// done. Failures end it quietly, but for a window that cannot be made: it throws then.
-  bool Main(std::string_view command_line);
+  /// What a command line of a user who may not register ends with: the system's number of a denied access.
+  static constexpr int kAccessDenied = 5;
+
+  /// The exit code of the program when all is done; nothing when the registration window is open and the
+  /// program goes on until it is closed. Failures end it quietly, but for a window that cannot be made: it
+  /// throws then.
+  std::optional<int> Main(std::string_view command_line);
 
   /// Modes 0 and 1 visit every network first, any other goes straight to the removal.
   void DeregisterPlugIn(std::int32_t mode, bool interactive);
@@ -36,6 +43,9 @@ class MMain {
   fRegisterPlugIn* window() { return window_.get(); }
 
  private:
+  using Asked = startup::CommandLine;
+  void OpenWindow(const Asked& asked, bool registers_class);
+
   Surroundings with_;
   Process process_;
   std::unique_ptr<fRegisterPlugIn> window_;

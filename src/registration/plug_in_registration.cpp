@@ -27,8 +27,7 @@ void TellFailure(const Surroundings& with, const std::string& text) {
 }
 
 void RegisterClassByChild(const Surroundings& with) {
-  const std::string self = with.program.Directory() + "\\" + with.program.ExecutableName() + ".exe";
-  with.shell.Start(self, "/regserver", Shell::Show::MinimizedWithoutFocus);
+  with.shell.Start(with.program.Path(), "/regserver", Shell::Show::MinimizedWithoutFocus);
 }
 
 bool NewerIsRegistered(const Surroundings& with) {
@@ -65,6 +64,11 @@ void WriteKey(const Surroundings& with) {
 std::int16_t ForceInRange(std::int16_t low, std::int16_t high, std::int16_t& value) {
   if (value < low || value > high) value = 1;
   return value;
+}
+
+bool MayRegister(const Surroundings& with) {
+  return with.registry.MayWriteMachineKey("SOFTWARE\\Classes") &&
+         with.registry.MayWriteMachineKey(with.identity.PlugInKey());
 }
 
 void RegisterPlugIn(const Surroundings& with, bool interactive, const std::function<void()>& register_class) {

@@ -10,6 +10,10 @@ namespace registration {
 /// Makes a value 1 where it lies outside the bounds; returns it.
 std::int16_t ForceInRange(std::int16_t low, std::int16_t high, std::int16_t& value);
 
+/// The user may do what registering and deregistering take: write to the machine's classes and to the
+/// plug-in's key.
+bool MayRegister(const Surroundings& with);
+
 /// The plug-in's entry in the catalogue of plug-ins: the COM class and a machine key of ten text values. A
 /// step that fails is skipped; only an interactive run ends at a class that is refused. Outcomes are shown
 /// only where `interactive` is set.

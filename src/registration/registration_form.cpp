@@ -26,9 +26,11 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
       "Complete: takes its commands off every network first.\r\n"
       "Exhaustive: also removes device templates that no device uses, asking about each.\r\n" +
       std::string(kLeavesNoInterface));
-  bRegister.SetToolTip("Makes the plug-in known to the directors on this computer.");
-  bDeregister.SetToolTip("Removes the plug-in in the mode that is chosen.\r\n" +
-                         std::string(kLeavesNoInterface));
+  const std::string asks =
+      actions_.needs_elevation ? "\r\nWindows asks for an administrator's permission." : "";
+  bRegister.SetToolTip("Makes the plug-in known to the directors on this computer." + asks);
+  bDeregister.SetToolTip("Removes the plug-in in the mode that is chosen.\r\n" + (kLeavesNoInterface + asks));
+  bRegister.shield = bDeregister.shield = actions_.needs_elevation;
   bExit.SetToolTip("Closes this window and changes nothing.");
   bRegister.on_click = [this] { Register(); };
   bDeregister.on_click = [this] { Deregister(); };
@@ -50,20 +52,26 @@ void fRegisterPlugIn::Register() { Do(actions_.register_plug_in); }
 void fRegisterPlugIn::Deregister() {
   const std::vector<std::string>& modes = cmbDeregMode.Items();
   const auto position = std::find(modes.begin(), modes.end(), cmbDeregMode.Text()) - modes.begin();
-  Do([&] { actions_.deregister_plug_in(static_cast<std::int32_t>(position) - 1); });
+  Do([&] { return actions_.deregister_plug_in(static_cast<std::int32_t>(position) - 1); });
 }
 
-void fRegisterPlugIn::Do(const std::function<void()>& action) {
+void fRegisterPlugIn::PressDeregister(std::int32_t mode) {
+  cmbDeregMode.SetText(cmbDeregMode.Items().at(static_cast<std::size_t>(mode + 1)));
+  bDeregister.UserClicks();
+}
+
+void fRegisterPlugIn::Do(const std::function<bool()>& action) {
   LockControls(true);
+  bool done = false;
   try {
     const ui::BusyPointer busy(desktop());
-    action();
+    done = action();
   } catch (...) {
     LockControls(false);  // what is shown now must not leave a window that cannot be closed
     throw;
   }
   LockControls(false);
-  Unload();
+  if (done) Unload();
 }
 
 void fRegisterPlugIn::LockControls(bool locked) {

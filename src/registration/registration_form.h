@@ -13,14 +13,20 @@ namespace registration {
 class fRegisterPlugIn : public ui::Form {
  public:
   struct Actions {
-    std::function<void()> register_plug_in;
+    // False when nothing was done because the user refused the rights it takes: the window stays.
+    std::function<bool()> register_plug_in;
     /// With the mode: -1 minimal, 0 complete, 1 exhaustive.
-    std::function<void(std::int32_t mode)> deregister_plug_in;
+    std::function<bool(std::int32_t mode)> deregister_plug_in;
+    /// The user is to be asked for an administrator's rights.
+    bool needs_elevation = false;
     std::function<void()> end_plug_in;
     /// The help file, which F1 opens.
     std::string help_file;
   };
   fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions);
+
+  /// Chooses the mode and presses the button.
+  void PressDeregister(std::int32_t mode);
 
   ui::Button bRegister{"bRegister", "&Register"};
   ui::Button bDeregister{"bDeregister", "&Deregister"};
@@ -37,7 +43,7 @@ class fRegisterPlugIn : public ui::Form {
  private:
   void Register();
   void Deregister();
-  void Do(const std::function<void()>& action);
+  void Do(const std::function<bool()>& action);
   void LockControls(bool locked);
 
   std::string plug_in_name_;

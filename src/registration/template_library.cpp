@@ -13,6 +13,7 @@ namespace {
 
 using platform::Attempt;
 
+constexpr const char* kOwnTemplates = "Templates";
 constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
 
 /// Names of values are ANSI in the registry: what is not ASCII would make two names one.
@@ -87,7 +88,7 @@ lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& comma
     Attempt([&] { templates.Remove(name); });
     throw Failure("Could not import the external interface file " + path + ".");
   }
-  RememberAsOwn(name, command.ProgramId);
+  Remember(name, command.ProgramId);
   return made;
 }
 
@@ -123,27 +124,28 @@ std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
   throw Failure("Could not create a unique template name.");
 }
 
-std::string TemplateLibrary::OwnTemplateValue(const std::string& template_name) const {
-  return InAscii(network_.Name() + "/" + template_name);
+std::string TemplateLibrary::Remembered(const std::string& template_name) const {
+  return with_.registry.Remembered(with_.identity.PlugInKey() + "\\" + kOwnTemplates, kOwnTemplates,
+                                   InAscii(network_.Name() + "/" + template_name));
 }
 
-void TemplateLibrary::RememberAsOwn(const std::string& template_name, const std::string& program_id) const {
+void TemplateLibrary::Remember(const std::string& template_name, const std::string& program_id) const {
   // Where this is refused, the template is kept when the plug-in goes.
   Attempt([&] {
-    with_.registry.SetMachineSetting(OwnTemplatesKey(), OwnTemplateValue(template_name), program_id);
+    with_.registry.Remember(with_.identity.PlugInKey() + "\\" + kOwnTemplates, kOwnTemplates,
+                            InAscii(network_.Name() + "/" + template_name), program_id);
   });
 }
 
 void TemplateLibrary::Forget(const std::string& template_name) const {
-  const std::string value = OwnTemplateValue(template_name);
-  // An empty note of what was never noted would make the key of a plug-in that is not registered.
-  if (with_.registry.MachineSetting(OwnTemplatesKey(), value).empty()) return;
-  Attempt([&] { with_.registry.SetMachineSetting(OwnTemplatesKey(), value, ""); });
+  Attempt([&] {
+    // An empty note of what was never noted would make the key of a plug-in that is not registered.
+    if (!Remembered(template_name).empty()) Remember(template_name, "");
+  });
 }
 
 bool TemplateLibrary::IsOwn(const lns::DeviceTemplate& device_template) const {
-  const std::string made =
-      with_.registry.MachineSetting(OwnTemplatesKey(), OwnTemplateValue(device_template.Name()));
+  const std::string made = Remembered(device_template.Name());
   return !made.empty() && text::EqualIgnoringCase(made, device_template.ProgramId());
 }
 
@@ -152,12 +154,21 @@ void TemplateLibrary::RemoveUnused(Unused which) const {
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::vector<std::string> names;
   const std::int32_t count = templates.Count();
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
-    Attempt([&] {
+  const auto log_kept = [this](const std::string& name, const std::string& reason) {
+    with_.log.LogError(
+        activity::ErrorMessage("Error removing unused device templates", name + ": " + reason));
+  };
+  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
+    std::string name = "?";
+    try {
       const lns::DeviceTemplate each = templates.Item(ordinal);
-      if (referenced.contains(text::ToUpper(each.ProgramId()))) return;
-      if (which == Unused::Ask || IsOwn(each)) names.push_back(each.Name());
-    });
+      name = each.Name();
+      if (referenced.contains(text::ToUpper(each.ProgramId()))) continue;
+      if (which == Unused::Ask || IsOwn(each)) names.push_back(name);
+    } catch (const std::exception& failure) {
+      log_kept(name, failure.what());
+    }
+  }
   for (const std::string& name : names) {
     if (which == Unused::Ask) {
       const ui::Answer answer = with_.desktop.ShowMessage(
@@ -167,11 +178,14 @@ void TemplateLibrary::RemoveUnused(Unused which) const {
            startup::kProgramTitle, ui::Icon::Exclamation, ui::Buttons::YesNo, /*second_is_default=*/true});
       if (answer != ui::Answer::Yes) continue;
     }
-    if (Attempt([&] { templates.Remove(name); })) {
+    try {
+      templates.Remove(name);
       Forget(name);
-    } else if (which == Unused::Ask) {
-      with_.desktop.ShowMessage(
-          {"Unable to remove the device template: " + name, startup::kProgramTitle, ui::Icon::Critical});
+    } catch (const std::exception& failure) {
+      log_kept(name, failure.what());
+      if (which == Unused::Ask)
+        with_.desktop.ShowMessage(
+            {"Unable to remove the device template: " + name, startup::kProgramTitle, ui::Icon::Critical});
     }
   }
 }

@@ -19,8 +19,8 @@ class Failure : public std::exception {
 };
 
 /// The device templates of one network, as the plug-in needs them: the one that is open when this is made,
-/// whatever a director opens meanwhile. It remembers in the machine's registry which templates it has made
-/// itself, so that only those are ever removed without a question.
+/// whatever a director opens meanwhile. It remembers in the registry which templates it has made itself, so
+/// that only those are ever removed without a question.
 class TemplateLibrary {
  public:
   explicit TemplateLibrary(const Surroundings& with)
@@ -41,11 +41,11 @@ class TemplateLibrary {
   std::string FindInterfaceFile(const std::string& program_id);
   std::string UniqueName(const std::string& wanted) const;
   void SetSearchFolder();
-  void RememberAsOwn(const std::string& template_name, const std::string& program_id) const;
   void Forget(const std::string& template_name) const;
+  /// The program ID under which the template was made here; empty for another's.
+  std::string Remembered(const std::string& template_name) const;
+  void Remember(const std::string& template_name, const std::string& program_id) const;
   bool IsOwn(const lns::DeviceTemplate& device_template) const;
-  std::string OwnTemplatesKey() const { return with_.identity.PlugInKey() + "\\Templates"; }
-  std::string OwnTemplateValue(const std::string& template_name) const;
 
   Surroundings with_;
   lns::Network network_;

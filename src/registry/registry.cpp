@@ -79,6 +79,28 @@ void CRegistry::SetMachineSetting(const std::string& path, const std::string& va
   Write(registry_, LocalMachine, path, value_name, value);
 }
 
+bool CRegistry::MayWriteMachineKey(const std::string& path) const {
+  for (std::string at = path;; at.resize(at.find('\\') == std::string::npos ? 0 : at.rfind('\\'))) {
+    if (registry_.Open(LocalMachine, at, Registry::Access::Write)) return true;
+    // One that is there and cannot be written to is refused; of one that is missing its parent decides.
+    if (at.empty() || registry_.Open(LocalMachine, at, Registry::Access::Read)) return false;
+  }
+}
+
+std::string CRegistry::Remembered(const std::string& path, const std::string& section,
+                                  const std::string& value_name) const {
+  const std::string own = MayWriteMachineKey(path) ? "" : AppSetting(section, value_name);
+  return own.empty() ? MachineSetting(path, value_name) : own;
+}
+
+void CRegistry::Remember(const std::string& path, const std::string& section, const std::string& value_name,
+                         const std::string& value) {
+  if (MayWriteMachineKey(path))
+    SetMachineSetting(path, value_name, value);
+  else
+    SetAppSetting(section, value_name, value);
+}
+
 bool CRegistry::DeleteMachineKey(const std::string& path) {
   if (registry_.Delete(LocalMachine, path)) return true;
   return EmptyKey(registry_, path) && registry_.Delete(LocalMachine, path);

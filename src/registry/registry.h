@@ -32,6 +32,16 @@ class CRegistry {
   std::string MachineSetting(const std::string& path, const std::string& value_name) const;
   /// Throws 0x80040201 where the key cannot be made or the value not be set.
   void SetMachineSetting(const std::string& path, const std::string& value_name, const std::string& value);
+  /// This user may write to the machine key, or make it where it is missing.
+  bool MayWriteMachineKey(const std::string& path) const;
+
+  /// What the plug-in remembers: in the machine key, for all users, or for a user who may not write there
+  /// among his own application settings. Those of others count for nobody else.
+  std::string Remembered(const std::string& path, const std::string& section,
+                         const std::string& value_name) const;
+  /// Throws as the other writes do.
+  void Remember(const std::string& path, const std::string& section, const std::string& value_name,
+                const std::string& value);
 
   /// True when the key was deleted with all its subkeys; false otherwise, also when it did not exist.
   bool DeleteMachineKey(const std::string& path);

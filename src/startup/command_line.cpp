@@ -17,9 +17,11 @@ CommandLine ParseCommandLine(std::string_view arguments) {
       {"/deregplugin /deregmode:0", {DeregisterPlugIn, 0}},
       {"/deregplugin /deregmode:1", {DeregisterPlugIn, 1}},
   };
-  const std::string command_text = text::ToLower(text::Trim(arguments));
+  std::string command_text = text::ToLower(text::Trim(arguments));
+  const bool in_window = command_text.starts_with(kInWindow);
+  if (in_window) command_text.erase(0, kInWindow.size());
   for (const Known& known : kKnown)
-    if (command_text == known.text) return known.meaning;
+    if (command_text == known.text) return {known.meaning.role, known.meaning.deregistration_mode, in_window};
   return {};
 }
 

@@ -97,6 +97,8 @@ class Button : public Control {
   }
 
   Picture picture = Picture::None;
+  /// Marks what needs an administrator's rights. Set before the window is made.
+  bool shield = false;
   std::function<void()> on_click;
   void UserClicks() {
     if (Enabled() && on_click) on_click();

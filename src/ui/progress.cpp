@@ -20,7 +20,7 @@ fProgress::fProgress(Desktop& desktop, const platform::Program& program, std::st
   Status.lines = 2;
   SetLayout(Box::Column({Box::Leaf(picResAnim).StretchWidth(), Box::Leaf(Status).StretchWidth()}));
   animation_.ResourceId = kProgressClip;
-  animation_.ResourceFileName = program.Directory() + "\\" + program.ExecutableName() + ".exe";
+  animation_.ResourceFileName = program.Path();
   animation_.Centre = animation_.Transparent = animation_.AutoPlay = true;
 }
 

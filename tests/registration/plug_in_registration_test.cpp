@@ -5,7 +5,7 @@
 #include "registration/main.h"
 #include "registration/names.h"
 #include "registration/version.h"
-#include "support/world.h"
+#include "support/user.h"
 
 namespace {
 
@@ -29,10 +29,10 @@ class PlugInRegistration : public testing::Test {
 };
 
 TEST_F(PlugInRegistration, WritesTenValuesAndHasTheClassRegistered) {
-  world.machine.refuse_writes = true;
+  world.machine.standard_user = true;
   registration::RegisterPlugIn(world.surroundings, false);
   EXPECT_EQ(Stored(""), "") << "refused writes are skipped";
-  world.machine.refuse_writes = false;
+  world.machine.standard_user = false;
   registration::RegisterPlugIn(world.surroundings, true);
   EXPECT_EQ(world.machine.machine[key].texts.size(), 10u);
   EXPECT_EQ(world.shell.launches.at(1).program, "C:\\Plug-in\\QM5RFcPirConfigure.exe");
@@ -110,7 +110,7 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
   process.end_plug_in = [&] { ++ended; };
   process.register_class = [&] { ++class_registered; };
   const auto open = [&](registration::MMain& program) -> registration::fRegisterPlugIn& {
-    EXPECT_TRUE(program.Main(""));
+    EXPECT_FALSE(program.Main(""));
     EXPECT_EQ(program.window()->Caption(), name);
     EXPECT_EQ(program.window()->cmbDeregMode.Text(), "Complete Mode");
     program.window()->HelpRequested();
@@ -146,6 +146,78 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
     EXPECT_TRUE(open(program).CloseRequested(ui::CloseReason::User));
   }
   EXPECT_EQ(ended, 3);
+}
+
+/// What a user without an administrator's rights sees, step by step; the machine's keys stay as they are.
+TEST(StandardUser, WorksAndIsAskedForRightsWhereTheyAreNeeded) {
+  Opened user(kFirstThermostat, "1");
+  user.registry.SetMachineSetting("SOFTWARE\\Classes", "", "");
+  int ended = 0, class_registered = 0;
+  registration::MMain::Process process;
+  process.object_server = [&] { return user.main.lcaOS(); };
+  process.end_plug_in = [&] { ++ended; };
+  process.register_class = [&] { ++class_registered; };
+  registration::MMain program(user.surroundings, process);
+  using Window = registration::fRegisterPlugIn;
+  // How the program ends, or what its window has come to.
+  const auto start = [&](const char* command_line, const std::function<void(Window&)>& press = {}) {
+    const auto code = program.Main(command_line);
+    if (code) return std::to_string(*code);
+    if (press) press(*program.window());
+    return std::string(program.window()->bRegister.shield ? "shield, " : "") +
+           (program.window()->Visible() ? "open" : "closed");
+  };
+  const auto press_register = [](Window& window) { window.bRegister.UserClicks(); };
+  const auto press_deregister = [](Window& window) { window.PressDeregister(-1); };
+  const auto units = [&] {
+    World next;
+    next.machine = user.machine;
+    next.main.Load();
+    return std::to_string(next.main.DisplayUnits);
+  };
+  const auto leave_in_celsius = [&] {
+    user.main.obUnits[0].UserClicks();
+    user.desktop.answers = {ui::Answer::Yes};
+    user.Press(user.main.cmdExit);
+    return units();
+  };
+  struct Step {
+    const char* what;
+    bool standard;
+    std::function<std::string()> seen;
+    std::string expected;
+  };
+  const Step steps[] = {
+      {"apply", true, [&] { return user.Enter(0, "68.5"), user.Apply(), user.Writes().at(0); },
+       "nciSetPts Value=73.4,77,82.4,68.5,66.2,60.8"},
+      {"/regplugin", true, [&] { return start("/regplugin"); }, "5"},
+      {"/deregplugin", true, [&] { return start("/deregplugin"); }, "5"},
+      {"Register, declined", true, [&] { return user.shell.declines = true, start("", press_register); },
+       "shield, open"},
+      {"Register", true, [&] { return user.shell.declines = false, start("", press_register); },
+       "shield, closed"},
+      {"Deregister", true, [&] { return start("", press_deregister); }, "shield, closed"},
+      {"the second copy, with rights", false, [&] { return start("/window /regplugin"); }, "closed"},
+      {"the second copy, without", true, [&] { return start("/window /deregplugin /deregmode:-1"); },
+       "closed"},
+      {"units: those of all users until his own", true, units, "1"},
+      {"units: his own", true, leave_in_celsius, "0"},
+      {"units: of an administrator", false, units, "1"},
+  };
+  for (const auto& [what, standard, seen, expected] : steps) {
+    SCOPED_TRACE(what);
+    user.machine.standard_user = standard;
+    const auto before = user.registry.MachineSetting(user.identity.PlugInKey(), "DisplayUnits");
+    EXPECT_EQ(seen(), expected);
+    EXPECT_EQ(user.registry.MachineSetting(user.identity.PlugInKey(), "DisplayUnits"), before);
+  }
+  std::string elevated;
+  for (const auto& launch : user.shell.elevated)
+    elevated += launch.program + launch.arguments.substr(7) + ';';
+  const std::string self = "C:\\Plug-in\\QM5RFcPirConfigure.exe ";
+  EXPECT_EQ(elevated, self + "/regplugin;" + self + "/regplugin;" + self + "/deregplugin /deregmode:-1;");
+  EXPECT_EQ(std::pair(ended, class_registered), std::pair(4, 1));
+  EXPECT_EQ(user.MessageTexts().size(), 3u) << "the second copies tell what they did, and Exit asks";
 }
 
 TEST(ForceInRange, GivesOneOutsideTheBounds) {

@@ -15,7 +15,7 @@ TEST(Registry, Contract) {
 TEST(Registry, RefusedWritesRaise) {
   headless::MemoryRegistry fake;
   registry::CRegistry settings(fake, "name");
-  fake.refuse_writes = true;
+  fake.fails = [] { return true; };
   const std::function<void()> writes[] = {[&] { settings.SetMachineSetting("SOFTWARE\\A", "v", "x"); },
                                           [&] { settings.SetAppSetting("s", "v", "x"); }};
   for (const auto& write : writes) EXPECT_EQ(ErrorOf(write).number(), static_cast<std::int32_t>(0x80040201u));

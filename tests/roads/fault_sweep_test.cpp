@@ -275,7 +275,8 @@ TEST_F(FaultSweep, DeregistrationGoesToItsEnd) {
   std::string removed;
   Walk("deregister everything", [&] {
     const auto deregister = [&] {
-      EXPECT_FALSE(registration::MMain(world.surroundings, world.by_hand).Main("/deregplugin"));
+      const auto code = registration::MMain(world.surroundings, world.by_hand).Main("/deregplugin");
+      EXPECT_TRUE(code == 0 || faults.struck() == "machine");
       EXPECT_TRUE(world.desktop.messages.empty() && !world.session.CurrentNetwork);
     };
     world.main.Load();

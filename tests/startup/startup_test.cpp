@@ -22,6 +22,8 @@ TEST(CommandLine, IsComparedAsAWhole) {
       {"/regplugin /x", Role::RegistrationWindow, -1},
       {"\t/regplugin", Role::RegistrationWindow, -1},
       {"-regplugin", Role::RegistrationWindow, -1},
+      {"/Window /DeregPlugin /DeregMode:1", Role::DeregisterPlugIn, 1},
+      {"/window", Role::RegistrationWindow, -1},
   };
   for (const auto& [text, role, mode] : cases) {
     const startup::CommandLine line = startup::ParseCommandLine(text);

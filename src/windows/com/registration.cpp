@@ -158,6 +158,10 @@ void UnregisterServer(const ServerRegistration& server) {
   if (first) throw platform::Error(*first);
 }
 
+bool IsAccessDenied(std::int32_t number) {
+  return number == E_ACCESSDENIED || number == TYPE_E_REGISTRYACCESS;
+}
+
 std::string ThisProgram() {
   std::vector<wchar_t> path(32768);
   const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,9 @@ void RegisterServer(const ServerRegistration& server);
 /// Removes all that can be removed, then raises the first failure if there was one. What is not there is no
 /// failure.
 void UnregisterServer(const ServerRegistration& server);
+
+/// The number of a failure of these for want of rights.
+bool IsAccessDenied(std::int32_t number);
 
 /// The full path of the running program.
 std::string ThisProgram();

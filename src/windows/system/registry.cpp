@@ -95,7 +95,9 @@ class OpenKey : public platform::RegistryKey {
 std::unique_ptr<platform::RegistryKey> WindowsRegistry::Open(Hive hive, const std::string& path,
                                                              Access access) {
   HKEY key = nullptr;
-  const REGSAM rights = access == Access::Full ? KEY_ALL_ACCESS : KEY_READ;
+  const REGSAM rights = access == Access::Full    ? KEY_ALL_ACCESS
+                        : access == Access::Write ? KEY_READ | KEY_WRITE
+                                                  : KEY_READ;
   if (RegOpenKeyExA(RootOf(hive), ToAnsi(path).c_str(), 0, rights | ViewOf(hive), &key) != ERROR_SUCCESS)
     return nullptr;
   return std::make_unique<OpenKey>(key, ViewOf(hive));

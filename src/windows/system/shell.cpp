@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <utility>
 
 #include "windows/com/failure.h"
@@ -48,6 +50,23 @@ std::unique_ptr<platform::StartedProgram> WindowsShell::Start(const std::string&
     com::Check(HRESULT_FROM_WIN32(GetLastError()), program);
   const Handle thread = Own(started.hThread);
   return std::make_unique<Process>(Own(started.hProcess));
+}
+
+bool WindowsShell::StartElevated(const std::string& program, const std::string& arguments) {
+  const std::wstring file = ProgramFile(program), parameters = ToWide(arguments);
+  SHELLEXECUTEINFOW start{};
+  start.cbSize = sizeof start;
+  // The program may end before the system has asked.
+  start.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
+  start.hwnd = GetActiveWindow();
+  start.lpVerb = L"runas";
+  start.lpFile = file.c_str();
+  start.lpParameters = parameters.c_str();
+  start.nShow = SW_SHOWNORMAL;
+  if (ShellExecuteExW(&start)) return true;
+  const DWORD reason = GetLastError();
+  if (reason != ERROR_CANCELLED) com::Check(HRESULT_FROM_WIN32(reason), program);
+  return false;
 }
 
 bool WindowsShell::WindowExists(const std::string& title) const { return WindowOf(title) != nullptr; }

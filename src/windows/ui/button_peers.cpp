@@ -15,6 +15,7 @@ ButtonPeer::ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool
   const bool has_picture = button.picture != ui::Button::Picture::None;
   Create(L"BUTTON", ToWide(button.Text()),
          static_cast<DWORD>((is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | (has_picture ? BS_ICON : 0)));
+  if (button.shield) Send(BCM_SETSHIELD, 0, TRUE);
   if (!has_picture) return;
   const Picture picture = button.picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
   picture_ = DrawPicture(picture, look().Scaled(16));
@@ -25,7 +26,8 @@ ui::Extent ButtonPeer::PreferredSize() const {
   const int height = look().TextHeight() + look().Scaled(12);
   if (picture_) return {height + look().Scaled(10), height};
   const ui::Extent text = look().TextSize(ToWide(button().Text()), Look::Weight::Normal, true);
-  return {std::max(text.width + look().Scaled(24), look().Scaled(84)), height};
+  const int shield = button().shield ? look().Scaled(20) : 0;
+  return {std::max(text.width + shield + look().Scaled(24), look().Scaled(84)), height};
 }
 
 void ButtonPeer::Command(WORD notification) {

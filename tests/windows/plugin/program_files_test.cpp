@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <process.h>
+#include <sddl.h>
+
 #include <cwchar>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "windows/com/wide_text.h"
@@ -23,6 +27,14 @@ class ProgramFile {
     if (!found) return {};
     const auto* bytes = static_cast<const char*>(LockResource(LoadResource(module_.get(), found)));
     return {bytes, SizeofResource(module_.get(), found)};
+  }
+  /// The oldest Windows that it says it runs on, as 6 and 1.
+  std::pair<int, int> Subsystem() const {
+    // The low bits of the handle tell how the file is mapped.
+    const auto start = reinterpret_cast<std::uintptr_t>(module_.get()) & ~std::uintptr_t{3};
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(start);
+    const auto* header = reinterpret_cast<const IMAGE_NT_HEADERS*>(start + static_cast<DWORD>(dos->e_lfanew));
+    return {header->OptionalHeader.MajorSubsystemVersion, header->OptionalHeader.MinorSubsystemVersion};
   }
   /// The icon by which Explorer shows a file: the first one.
   std::wstring FirstIcon() const {
@@ -56,8 +68,62 @@ TEST(ProgramFiles, AllHaveOneVersionAndTheProgramsAskForNoElevation) {
     const auto* text = reinterpret_cast<const char*>(name);
     EXPECT_NE(version.find(std::string(text, 2 * std::wcslen(name))), std::string::npos);
     const std::string manifest = file.Resource(MAKEINTRESOURCEW(1), RT_MANIFEST);
+    EXPECT_EQ(file.Subsystem(), std::pair(6, 1));
     EXPECT_EQ(manifest.find("asInvoker") != std::string::npos, std::wcsstr(name, L".exe") != nullptr);
   }
+}
+
+/// A machine key that refuses values and subkeys, as to a standard user, for as long as this lives.
+class RefusingKey {
+ public:
+  explicit RefusingKey(const wchar_t* path) {
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, path, 0, nullptr, 0, KEY_ALL_ACCESS | KEY_WOW64_32KEY, nullptr, &key_,
+                    nullptr);
+    Allow(L"D:(D;;0x6;;;WD)(A;;KA;;;WD)");
+  }
+  ~RefusingKey() {
+    Allow(L"D:(A;;KA;;;WD)");
+    RegCloseKey(key_);
+  }
+  RefusingKey(const RefusingKey&) = delete;
+  RefusingKey& operator=(const RefusingKey&) = delete;
+
+  bool IsEmpty() const {
+    DWORD values = 0;
+    return RegQueryInfoKeyW(key_, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &values, nullptr,
+                            nullptr, nullptr, nullptr) == ERROR_SUCCESS &&
+           values == 0;
+  }
+
+ private:
+  void Allow(const wchar_t* rights) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    EXPECT_TRUE(
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, &descriptor, nullptr));
+    EXPECT_EQ(RegSetKeySecurity(key_, DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
+    LocalFree(descriptor);
+  }
+  HKEY key_ = nullptr;
+};
+
+TEST(ProgramFiles, ARefusedRegistrationEndsWithFive) {
+  const wchar_t* const plug_in = L"SOFTWARE\\LonWorks\\LCA\\Plug-Ins\\Korvell QM5R-FC PIR Configure";
+  const auto end_of = [](const wchar_t* arguments) {
+    return _wspawnl(_P_WAIT, L"QM5RFcPirConfigure.exe", L"QM5RFcPirConfigure.exe", arguments, nullptr);
+  };
+  {
+    const RefusingKey key(plug_in);
+    EXPECT_EQ(end_of(L"/regplugin"), 5);
+    EXPECT_EQ(end_of(L"/deregplugin"), 5);
+    EXPECT_TRUE(key.IsEmpty());
+  }
+  {
+    const RefusingKey classes(L"SOFTWARE\\Classes");
+    EXPECT_EQ(end_of(L"/regplugin"), 5);
+    EXPECT_EQ(end_of(L"/regserver"), sizeof(void*) == 4 ? 5 : 0) << "the class is in the view of the program";
+  }
+  EXPECT_EQ(end_of(L"/deregplugin /deregmode:-1"), 0);
+  EXPECT_NE(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, plug_in, KEY_WOW64_32KEY, 0), ERROR_SUCCESS) << "it is gone";
 }
 
 TEST(ProgramFiles, ThePlugInIsShownByTheIconOfItsWindowsInEverySize) {

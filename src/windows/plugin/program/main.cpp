@@ -95,8 +95,8 @@ int RunByHand(const startup::Identity& identity, const platform::Program& progra
   process.end_plug_in = [&] { plug_in.main.EndPlugIn(); };
   process.register_class = [&] { windows::com::RegisterServer(RegistrationOf(identity)); };
   registration::MMain main(plug_in.surroundings, std::move(process));
-  if (!main.Main(windows::CommandLineArguments())) return 0;
-  return plug_in.desktop.Run();
+  const std::optional<int> exit_code = main.Main(windows::CommandLineArguments());
+  return exit_code ? *exit_code : plug_in.desktop.Run();
 }
 
 int Run() {
@@ -123,7 +123,10 @@ int Run() {
 int CannotRun(const std::exception& failure) {
   using Role = startup::CommandLine::Role;
   const std::string arguments = windows::CommandLineArguments();
-  if (windows::com::ServerStartOf(arguments) != ServerStart::ByHand) return 1;
+  const auto* const refused = dynamic_cast<const platform::Error*>(&failure);
+  if (windows::com::ServerStartOf(arguments) != ServerStart::ByHand)
+    return refused && windows::com::IsAccessDenied(refused->number()) ? registration::MMain::kAccessDenied
+                                                                      : 1;
   if (startup::ParseCommandLine(arguments).role != Role::RegistrationWindow) return 0;  // as these always end
   windows::ShowFatalFailure(startup::kProgramTitle, failure.what());
   return 1;
