@@ -21,6 +21,10 @@ if(WIN32)
   target_compile_definitions(qm5r_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
   target_compile_options(qm5r_options INTERFACE -ffunction-sections -fdata-sections)
   target_link_options(qm5r_options INTERFACE -Wl,--gc-sections)
+  # Windows 7 is the first that the programs run on; for older subsystems some of its parts behave as before it.
+  foreach(part os subsystem)
+    target_link_options(qm5r_options INTERFACE -Wl,--major-${part}-version=6,--minor-${part}-version=1)
+  endforeach()
 endif()
 
 # layer(<path under src> SOURCES <files> [USES <layers>] [LIBRARIES <link items>])

@@ -130,7 +130,11 @@ void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::str
 
 /// A program that has ended shows nothing any more.
 void LNSPlugInAPI::SetVisible(bool visible) {
-  if (!main_.HasEnded()) main_.SetVisible(visible);
+  if (main_.HasEnded()) return;
+  const bool covered = main_.Visible() && visible && main_.State() != ui::WindowState::Minimized;
+  main_.SetVisible(visible);
+  // A director that shows the next device in the same window wants it seen.
+  if (covered) main_.BringToFront();
 }
 
 void LNSPlugInAPI::SetNetworkName(const std::string& name) {

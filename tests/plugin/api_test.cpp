@@ -43,8 +43,12 @@ TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
   }
   World::Put(*api, "Visible", true);
   EXPECT_EQ(world.main.State(), ui::WindowState::Minimized);
+  World::Put(*api, "Visible", true);
+  EXPECT_EQ(world.desktop.raised, 0);
   World::Put(*api, "Minimized", false);
   EXPECT_EQ(world.main.State(), ui::WindowState::Normal);
+  World::Put(*api, "Visible", true);
+  EXPECT_EQ(world.desktop.raised, 1) << "it may be covered";
 }
 
 TEST(Api, ADirectorIsServedWhileTheObjectServerOfAnotherOneIsMade) {

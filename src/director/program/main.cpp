@@ -43,6 +43,7 @@ void WaitUntilClosed(platform::LateBound& plug_in) {
 
 int RunConfigure(const Options& options) {
   const platform::LateBoundPtr plug_in = windows::com::CreateObject(options.plug_in);
+  windows::com::AllowForeground(*plug_in);
   director::Configure(*plug_in, options.configure);
   if (options.wait) WaitUntilClosed(*plug_in);
   return 0;
@@ -59,6 +60,7 @@ director::Registration PrintRegistration(const Options& options) {
 
 int RunRegistration(const Options& options, std::int32_t command) {
   const platform::LateBoundPtr plug_in = windows::com::CreateObject(options.plug_in);
+  windows::com::AllowForeground(*plug_in);  // it may ask something
   const std::string& interface_name = options.configure.interface_name;
   // A remote director cannot look into the system by itself.
   const bool local = interface_name.empty();

@@ -59,6 +59,7 @@ platform::Error CallError(HRESULT result, const ExceptionInfo& info) {
   // means nothing here when the object lives in another process, so it is never called.
   std::int32_t number = info->wCode ? info->wCode : info->scode;
   if (number == 0) number = result;
+  if (HRESULT_SEVERITY(number) && HRESULT_FACILITY(number) == FACILITY_CONTROL) number = HRESULT_CODE(number);
   std::string description = TextOf(info->bstrDescription);
   if (description.empty()) description = SystemText(number);
   return {number, TextOf(info->bstrSource), std::move(description)};
@@ -84,9 +85,10 @@ HRESULT ReportToInvoke(EXCEPINFO* info) noexcept try {
   if (IsRefusal(error.number())) return error.number();
   if (info) {
     *info = {};
-    // The number travels in scode, even a small positive one: clients read it from there, and some ignore
-    // wCode.
-    info->scode = error.number() ? error.number() : E_FAIL;
+    // The number travels in scode: clients read it from there, and some ignore wCode. Scripts and Visual
+    // Basic show a small one in the facility of controls as it is; one that is no failure by itself confuses
+    // other clients.
+    info->scode = error.number() ? ResultOf(error.number()) : E_FAIL;
     Bstr source(error.source());
     info->bstrDescription = Bstr(error.description()).Detach();
     info->bstrSource = source.Detach();

@@ -28,12 +28,14 @@ platform::Error CallError(HRESULT result, const ExceptionInfo& info);
 /// The exception that is being handled, whatever its type; to be called in a catch clause.
 platform::Error CaughtError();
 
+// Numbers that are no failure result by themselves (20003) go out in the facility of controls (0x800A4E23),
+// as Visual Basic's classes do it, and come in again as they were.
+
 /// Reports the exception being handled to a late-bound caller. Automation's own refusals are the result;
-/// every other number goes out as it stands, as an exception whose `info` may be null.
+/// every other number goes out as an exception whose `info` may be null.
 HRESULT ReportToInvoke(EXCEPINFO* info) noexcept;
 
-/// Reports the exception being handled to a caller that only sees a result. Numbers that are no failure
-/// result by themselves (20003) come out in the facility of controls, as Visual Basic's classes do it.
+/// Reports the exception being handled to a caller that only sees a result.
 HRESULT ReportAsResult() noexcept;
 
 /// The same with the text as the thread's error object, for callers of the interface's own methods.

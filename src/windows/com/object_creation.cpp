@@ -45,4 +45,9 @@ platform::LateBoundPtr CreateObject(std::string_view prog_id) {
   return FromDispatch(object);
 }
 
+void AllowForeground(const platform::LateBound& object) {
+  if (const auto* remote = dynamic_cast<const DispatchObject*>(&object))
+    CoAllowSetForegroundWindow(remote->dispatch().get(), nullptr);
+}
+
 }  // namespace windows::com

@@ -11,4 +11,8 @@ namespace windows::com {
 /// where the computer has one.
 platform::LateBoundPtr CreateObject(std::string_view prog_id);
 
+/// Lets the program that serves an object put its windows in front of this one's, which the system refuses
+/// otherwise; without effect where the object is this program's own.
+void AllowForeground(const platform::LateBound& object);
+
 }  // namespace windows::com

@@ -29,6 +29,8 @@ WindowsDesktop::WindowsDesktop() : WindowsDesktop(Settings{}) {}
 
 WindowsDesktop::WindowsDesktop(Settings settings) : end_program_(std::move(settings.end_program)) {
   InitialiseControls();
+  // The system would put a dead picture over a window whose object server takes more than five seconds.
+  DisableProcessWindowsGhosting();
   if (!settings.on_failure)
     settings.on_failure = [this](const std::exception& failure) {
       ShowMessage({failure.what(), {}, ui::Icon::Critical});

@@ -144,7 +144,12 @@ void FormShell::UpdateState() {
   }
 }
 
-void FormShell::Activate() { SetForegroundWindow(handle()); }
+void FormShell::Activate() {
+  if (SetForegroundWindow(handle())) return;
+  // The system keeps another program's window in front.
+  FLASHWINFO flash{sizeof flash, handle(), FLASHW_TRAY | FLASHW_TIMERNOFG, 0, 0};
+  FlashWindowEx(&flash);
+}
 
 void FormShell::Repaint() {
   RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
@@ -156,6 +161,8 @@ LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CLOSE:
       form_.CloseRequested(ui::CloseReason::User);
       return 0;
+    case WM_QUERYENDSESSION:  // nothing of a thermostat is lost with unapplied edits
+      return TRUE;
     case WM_ENDSESSION:
       if (wparam) form_.CloseRequested(ui::CloseReason::SystemShutdown);
       return 0;

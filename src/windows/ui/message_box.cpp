@@ -65,7 +65,9 @@ std::wstring ProgramName() {
 ui::Answer ShowMessageBox(const ui::Message& message, const Context& context) {
   const Modal modal(context);
   const std::wstring caption = message.caption.empty() ? ProgramName() : ToWide(message.caption);
-  const UINT flags = FlagsOf(message) | (modal.owner() ? 0 : MB_SETFOREGROUND | MB_TASKMODAL);
+  // Without an owner it would come up behind the window of the director, which waits for the answer: this
+  // modality makes it topmost.
+  const UINT flags = FlagsOf(message) | (modal.owner() ? 0 : MB_SYSTEMMODAL | MB_SETFOREGROUND);
   return AnswerOf(MessageBoxW(modal.owner(), ToWide(message.text).c_str(), caption.c_str(), flags),
                   message.buttons);
 }

@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <imm.h>
+
 #include "windows/com/wide_text.h"
 #include "windows/ui/clipboard.h"
 #include "windows/ui/field_peers.h"
@@ -15,6 +19,8 @@ TextFieldPeer::TextFieldPeer(PeerHost& host, Surface& parent, ui::TextField& fie
     : ControlPeer(host, parent, field) {
   Create(L"EDIT", ToWide(field.Text()), ES_LEFT | ES_AUTOHSCROLL | (field.Locked() ? ES_READONLY : 0),
          WS_EX_CLIENTEDGE);
+  // No field takes more than numbers, and an input method would hold them back.
+  ImmAssociateContext(handle(), nullptr);
   if (field.most_typed > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(field.most_typed));
 }
 

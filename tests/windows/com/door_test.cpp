@@ -105,7 +105,7 @@ TEST(Door, TakesEveryFormOfCall) {
       {DISPID_UNKNOWN, kMethod, {}, {}, DISP_E_MEMBERNOTFOUND, "0 : "},
       {DISPID_NEWENUM, kMethod, {}, {}, DISP_E_MEMBERNOTFOUND, "0 : "},
       {kValue, 0, {}, {}, E_INVALIDARG, "0 : "},
-      {kThrow, kMethod, {20003, "Unsupported"}, {}, DISP_E_EXCEPTION, "20003 Sample: Unsupported"},
+      {kThrow, kMethod, {20003, "Unsupported"}, {}, DISP_E_EXCEPTION, "-2146808285 Sample: Unsupported"},
       {kThrow, kMethod, {"standard"}, {}, DISP_E_EXCEPTION, "-2147467259 Automation: standard failure"},
       {kThrow, kMethod, {"other"}, {}, DISP_E_EXCEPTION, "-2147467259 Automation: Unknown failure."},
   };

@@ -54,6 +54,20 @@ TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
   ExpectEnabled(L"&Apply", false);
 }
 
+TEST_F(EditingRoad, TheEndOfWindowsEndsARefreshAndClosesTheNetwork) {
+  Click(Fields().at(kOccupiedCool));
+  Type("29");
+  Knobs().SetLatency("read", 300);
+  Key(VK_MENU, 'R');
+  EXPECT_TRUE(Eventually([&] { return !Journalled("(nciSetPts) Value").empty(); }));
+  EXPECT_EQ(SendMessageW(window_, WM_QUERYENDSESSION, 0, 0), TRUE);
+  SendMessageW(window_, WM_ENDSESSION, TRUE, 0);
+  EXPECT_TRUE(Eventually([&] { return !IsWindow(window_); }));
+  Knobs().SetLatency("read", 0);
+  EXPECT_EQ(Journalled("(nciRHmodel|nciSccModel) Value"), "") << "it went on";
+  EXPECT_EQ(Journalled("(Demo Tower Close|LnsSimulator Close|Close)\\n"), "");
+}
+
 TEST_F(EditingRoad, QuestionsAreAnsweredByTheirSecondButton) {
   Click(Fields().at(kOccupiedCool));
   Type("29");

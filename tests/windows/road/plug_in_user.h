@@ -49,8 +49,10 @@ class PlugInUser : public testing::Test {
 
   /// Ends the plug-in as a user does: Exit, and Yes.
   void TearDown() override {
-    Key(VK_MENU, 'E');
-    if (Box(kCaption)) Key('Y');
+    if (IsWindow(window_)) {
+      Key(VK_MENU, 'E');
+      if (Box(kCaption)) Key('Y');
+    }
     EXPECT_TRUE(Eventually([&] { return !IsWindow(window_); })) << "the plug-in did not end";
     plug_in_.reset();
   }

@@ -9,11 +9,13 @@ use_network network.json
 cp "$work/network.json" "$work/before.json"
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
 
-# The script host takes a path that begins with "/" for a switch.
-"$wine" wine cscript //nologo "Z:${here//\//\\}\\director.vbs" >"$work/director.txt" 2>&1 || fail "director.vbs ended with $?"
-expect "$work/director.txt" "checks passed"
-grep FAILED "$work/director.txt" && failed=1
-expect_gone QM5RFcPirConfigure "director.vbs"
+for script in director.vbs director.js; do
+  # The script host takes a path that begins with "/" for a switch.
+  "$wine" wine cscript //nologo "Z:${here//\//\\}\\$script" >"$work/director.txt" 2>&1 || fail "$script ended with $?"
+  expect "$work/director.txt" "checks passed"
+  grep FAILED "$work/director.txt" && failed=1
+  expect_gone QM5RFcPirConfigure "$script"
+done
 
 "$wine" "$programs/director.exe" configure 'Demo Tower/Demo Tower.Floor 1/Thermostat 102' --left 20 --top 30 \
   >"$work/configure.txt" 2>&1 || { fail "configure"; cat "$work/configure.txt"; }

@@ -6,9 +6,12 @@
 namespace {
 
 /// Presses the button of the dialog when it has come up.
+bool box_was_topmost = false;
+
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
   const HWND box = FindWindowW(L"#32770", L"Question of the test");
   if (!box) return;
+  box_was_topmost = GetWindowLongW(box, GWL_EXSTYLE) & WS_EX_TOPMOST;
   KillTimer(nullptr, timer);
   PostMessageW(box, WM_COMMAND, IDOK, 0);
 }
@@ -72,6 +75,10 @@ TEST_F(Input, MovesOnOnlyWhenACheckBringsUpNoMessage) {
   EXPECT_EQ(form.ActiveControl(), &form.apply);
   ClickApply();
   EXPECT_EQ(journal, " got txtNvi(0) asks answered lost txtNvi(0) apply");
+  EXPECT_FALSE(box_was_topmost);
+  form.Hide();
+  Ask();
+  EXPECT_TRUE(box_was_topmost) << "it would come up behind the director's window";
 }
 
 TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
@@ -122,6 +129,7 @@ TEST_F(Input, AltBringsUpTheMenuAloneAndNotWithAKeyThatAControlTakes) {
 }
 
 TEST_F(Input, EveryEntryGoesThroughTheFilterOfItsField) {
+  EXPECT_FALSE(ImmGetContext(Child(WindowOf(form), L"20"))) << "an input method composes beside the filter";
   first.on_key_press = [this](char32_t character) {
     journal += static_cast<char>(character);
     return character != U'x';
