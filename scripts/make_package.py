@@ -29,10 +29,15 @@ ARCHITECTURES = {
     0x014C: {"name": "x86", "template": "Intel;1033", "folder": "ProgramFilesFolder", "win64": "no", "tools": "i686"},
     0x8664: {"name": "x64", "template": "x64;1033", "folder": "ProgramFiles64Folder", "win64": "yes", "tools": "x86_64"},
 }
-ROLLBACK = 0x40 | 0x100 | 0x400 | 0x800  # in the rollback, as the system, whatever comes of it
-ROLLBACK_ACTIONS = {  # with the type of action: 18 runs an installed program, 1 calls the library of actions
-    "WaitAfterUndoing": 1, "UndoRegisterPlugIn": 18, "UndoRegisterClass": 18, "WaitBeforeUndoing": 1,
-    "UndoDeregisterPlugIn": 18,
+# Installed programs and the library of actions, as the system, whatever comes of it: in the rollback or at the end.
+PROGRAM_TYPE, LIBRARY_TYPE, ROLLBACK, COMMIT = 18, 1, 0x40 | 0x100 | 0x400 | 0x800, 0x40 | 0x200 | 0x400 | 0x800
+ACTION_TYPES = {
+    "WaitAfterUndoing": LIBRARY_TYPE | ROLLBACK,
+    "UndoRegisterPlugIn": PROGRAM_TYPE | ROLLBACK,
+    "UndoRegisterClass": PROGRAM_TYPE | ROLLBACK,
+    "WaitBeforeUndoing": LIBRARY_TYPE | ROLLBACK,
+    "UndoDeregisterPlugIn": PROGRAM_TYPE | ROLLBACK,
+    "ForgetLostClass": LIBRARY_TYPE | COMMIT,
 }
 
 
@@ -53,8 +58,8 @@ def code(*names):
 
 def corrections(file_version, version):
     """What wixl leaves out, as statements on the finished tables."""
-    for action, kind in ROLLBACK_ACTIONS.items():
-        yield f"UPDATE `CustomAction` SET `Type` = {kind | ROLLBACK} WHERE `Action` = '{action}'"
+    for action, kind in ACTION_TYPES.items():
+        yield f"UPDATE `CustomAction` SET `Type` = {kind} WHERE `Action` = '{action}'"
     # The version of the program: without it Windows Installer takes an installed program for newer than this one.
     yield f"UPDATE `File` SET `Version` = '{file_version}', `Language` = '1033' WHERE `File` = 'Program'"
     yield "DELETE FROM `MsiFileHash` WHERE `File_` = 'Program'"

@@ -1,18 +1,10 @@
 #include "windows/com/former_key.h"
 
-#include <memory>
 #include <utility>
 
+#include "windows/com/registry_key.h"
+
 namespace windows::com {
-namespace {
-
-struct KeyCloser {
-  using pointer = HKEY;
-  void operator()(HKEY key) const noexcept { RegCloseKey(key); }
-};
-using Key = std::unique_ptr<HKEY, KeyCloser>;
-
-}  // namespace
 
 FormerKey::FormerKey(std::wstring path) : path_(std::move(path)), former_(Read(HKEY_LOCAL_MACHINE, path_)) {}
 

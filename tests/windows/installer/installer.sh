@@ -6,7 +6,7 @@ set -u
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../../.." && pwd)
 wine=$root/scripts/$2
-drive=$root/build/wine${2#in-wine}/drive_c
+drive=$("$wine" printenv WINEPREFIX)/drive_c
 folder=$drive/'Program Files/Korvell/QM5R-FC PIR Configure'
 program='C:\Program Files\Korvell\QM5R-FC PIR Configure\QM5RFcPirConfigure.exe'
 class='HKLM\Software\Classes\CLSID\{C9D4BB38-A29B-4ACF-A6EA-0CE3577CCE6C}'
@@ -37,6 +37,7 @@ state() {
     values 'DisplayName|DisplayVersion|Publisher' "HKLM\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\$(code "$package")"
   done
   values '\(Default\)' "$class\\LocalServer32"
+  [ "$wine" = "$root/scripts/in-wine32" ] || values '\(Default\)' "$class\\LocalServer32" /reg:32
   values 'Version|DisplayUnits|Debug' "$plug_in" /reg:32
   "$wine" wine cscript //nologo "$(windows_path "$here/object_version.vbs")" | tr -d '\r'
 }
@@ -58,7 +59,7 @@ step() {  # <what> <exit status> <state> <arguments of msiexec>
 }
 
 for package in "$old" "$new"; do "$wine" wine msiexec /x "$(code "$package")" /qn; done
-"$wine" wine reg delete "$plug_in" /f /reg:32 >/dev/null 2>&1
+for key in "$plug_in" "$class"; do "$wine" wine reg delete "$key" /f /reg:32 >/dev/null 2>&1; done
 rm -rf "$folder"
 step installation 0 "$(installed "$old")" /i "$(windows_path "$old")"
 # A program of this name counts in any folder.
@@ -79,6 +80,8 @@ step 'removal while the file is held' $refused "$(installed "$new" 1)" /x "$(cod
 # Wine does not tell the old version that it is removed by an upgrade, as Windows does with this property.
 step 'removal by an upgrade' 0 "$(installed "$new" 1 | grep -E '^(.Default|Debug|DisplayUnits|Version)'; echo "$no_object")" \
   /x "$(code "$new")" UPGRADINGPRODUCTCODE="$(code "$old")"
+# What an upgrade from the 32-bit package leaves. A 32-bit Wine has no second view to leave it in.
+[ "$2" = in-wine32 ] || "$wine" wine reg add "$class\\LocalServer32" /ve /d "\"${program/Files/Files (x86)}\"" /f /reg:32 >/dev/null
 step 'installation after it' 0 "$(installed "$new" 1)" /i "$(windows_path "$new")"
 step removal 0 "$no_object" /x "$(code "$new")"
 [ $failed = 0 ] && echo 'installer: ok'
