@@ -4,17 +4,25 @@
     make_package.py <folder of the programs> <folder of the packages>
 
 Version and architecture are those of the program. The codes of the package follow from them, so that the same version
-is the same product wherever it is built.
+is the same product wherever it is built. The same programs of the same commit give the same package, byte by byte.
+
+With a command in the environment variable QM5R_SIGN, each program file is signed before it is packed, and the package at
+the end: the command is run with the file's path as its last argument, and signs the file where it is.
 """
 import hashlib
+import os
 import pathlib
+import re
+import shlex
 import shutil
 import struct
 import subprocess
 import sys
 import tempfile
+import time
 import uuid
 
+import check_package
 import make_icon
 
 PACKAGING = pathlib.Path(__file__).resolve().parent.parent / "packaging"
@@ -58,6 +66,8 @@ def code(*names):
 
 def corrections(file_version, version):
     """What wixl leaves out, as statements on the finished tables."""
+    # The whole program is installed, and nothing of it later (0x18).
+    yield "UPDATE `Feature` SET `Attributes` = 24"
     for action, kind in ACTION_TYPES.items():
         yield f"UPDATE `CustomAction` SET `Type` = {kind} WHERE `Action` = '{action}'"
     # The version of the program: without it Windows Installer takes an installed program for newer than this one.
@@ -71,46 +81,92 @@ def corrections(file_version, version):
            "WHERE `Property` = 'SecureCustomProperties'")
 
 
+def time_of_sources():
+    """When the commit was made that is built, so that a build from it has no time of its own."""
+    try:
+        asked = subprocess.run(["git", "log", "-1", "--format=%ct"], cwd=PACKAGING, capture_output=True, text=True)
+        committed = asked.stdout.strip()
+    except FileNotFoundError:
+        committed = ""
+    return int(os.environ.get("SOURCE_DATE_EPOCH") or committed or 946684800)  # 2000-01-01
+
+
+def run(*command, **options):
+    # strip puts the present time into the file if it is given none.
+    environment = {**os.environ, "TZ": "UTC", "SOURCE_DATE_EPOCH": "0"}
+    return subprocess.run(command, check=True, env=environment, **options)
+
+
+def sign(file):
+    command = shlex.split(os.environ.get("QM5R_SIGN", ""))
+    if command:
+        subprocess.run([*command, file], check=True)
+
+
+def stage_files(programs, stage, tools, version):
+    for name in (PROGRAM, ACTIONS):
+        run(tools + "-w64-mingw32-strip", "-o", stage / name, programs / name)
+        sign(stage / name)
+    shutil.copy(programs / HELP, stage)
+    for name in DOCUMENTS:
+        text = (PACKAGING / name).read_text(encoding="utf-8")
+        text = text.replace("@VERSION@", version).replace("@LICENSE@", LICENSE.read_text(encoding="utf-8"))
+        (stage / name).write_text(text, encoding="utf-8", newline="\r\n")
+    (stage / "window.ico").write_bytes(make_icon.icon())
+    shutil.copy(PACKAGING / "product.wxs", stage)
+    for file in stage.iterdir():
+        os.utime(file, (time_of_sources(), time_of_sources()))
+
+
+def variables(version, architecture):
+    name = architecture["name"]
+    return {
+        "Version": version,
+        "ProductCode": code("product", version, name),
+        "UpgradeCode": str(UPGRADE_CODE).upper(),
+        "ProgramComponent": code("program", name),
+        "DocumentsComponent": code("documents", name),
+        "ProgramFiles": architecture["folder"],
+        "Win64": architecture["win64"],
+    }
+
+
+def write_summary(package, version, template, package_code):
+    run("msibuild", package, "-s", f"Korvell QM5R-FC PIR Configure {version}", "Korvell Inc.", template, package_code)
+    rows = run("msiinfo", "export", package, "_SummaryInformation", capture_output=True).stdout.decode()
+    when = time.strftime("%Y/%m/%d %H:%M:%S", time.gmtime(time_of_sources()))
+    table = package.with_name("_SummaryInformation.idt")
+    table.write_bytes(re.sub(r"(?m)^(1[23])\t[^\r\n]*", rf"\1\t{when}", rows).encode())  # created, last saved
+    run("msibuild", package, "-i", table)
+
+
 def make_package(programs, packages):
+    image = (programs / PROGRAM).read_bytes()
+    architecture = architecture_of(image)
+    file_version = file_version_of(image)
+    version = "{0}.{1}.{3}".format(*file_version)
+    name = architecture["name"]
+    result = packages / f"QM5R-FC-PIR-Configure-{version}-{name}.msi"
+    result.unlink(missing_ok=True)  # an earlier one is not to be taken for what could not be made
     with tempfile.TemporaryDirectory() as folder:
         stage = pathlib.Path(folder)
-        image = (programs / PROGRAM).read_bytes()
-        architecture = architecture_of(image)
-        file_version = file_version_of(image)
-        version = "{0}.{1}.{3}".format(*file_version)
-        for name in (PROGRAM, ACTIONS):
-            subprocess.run([architecture["tools"] + "-w64-mingw32-strip", "-o", stage / name, programs / name], check=True)
-        shutil.copy(programs / HELP, stage)
-        for name in DOCUMENTS:
-            text = (PACKAGING / name).read_text(encoding="utf-8")
-            text = text.replace("@VERSION@", version).replace("@LICENSE@", LICENSE.read_text(encoding="utf-8"))
-            (stage / name).write_text(text, encoding="utf-8", newline="\r\n")
-        (stage / "window.ico").write_bytes(make_icon.icon())
-        shutil.copy(PACKAGING / "product.wxs", stage)
-        content = hashlib.sha256(b"".join(path.read_bytes() for path in sorted(stage.iterdir()))).hexdigest()
-
-        name = architecture["name"]
-        variables = {
-            "Version": version,
-            "ProductCode": code("product", version, name),
-            "UpgradeCode": str(UPGRADE_CODE).upper(),
-            "ProgramComponent": code("program", name),
-            "DocumentsComponent": code("documents", name),
-            "ProgramFiles": architecture["folder"],
-            "Win64": architecture["win64"],
-        }
-        defines = [part for key, value in variables.items() for part in ("-D", f"{key}={value.strip('{}')}")]
-        package = stage / "package.msi"
-        subprocess.run(["wixl", "-a", name, *defines, "-o", package, "product.wxs"], cwd=stage, check=True)
+        stage_files(programs, stage, architecture["tools"], version)
+        contents = [path.read_bytes() for path in [*sorted(stage.iterdir()), pathlib.Path(__file__)]]
+        content = hashlib.sha256(b"".join([*contents, str(time_of_sources()).encode()])).hexdigest()
+        package = stage / result.name
+        defines = [part for key, value in variables(version, architecture).items()
+                   for part in ("-D", f"{key}={value.strip('{}')}")]
+        run("wixl", "-a", name, *defines, "-o", package, "product.wxs", cwd=stage)
         for statement in corrections(".".join(map(str, file_version)), version):
-            subprocess.run(["msibuild", package, "-q", statement], check=True)
-        subprocess.run(["msibuild", package, "-s", f"Korvell QM5R-FC PIR Configure {version}", "Korvell Inc.",
-                        architecture["template"], code("package", content)], check=True)
-
+            run("msibuild", package, "-q", statement)
+        write_summary(package, version, architecture["template"], code("package", content))
+        findings = check_package.findings(package)
+        if findings:
+            sys.exit("\n".join([f"{result.name} is not in order:", *findings]))
+        sign(package)
         packages.mkdir(parents=True, exist_ok=True)
-        result = packages / f"QM5R-FC-PIR-Configure-{version}-{name}.msi"
         shutil.copy(package, result)
-        return result
+    return result
 
 
 if __name__ == "__main__":
