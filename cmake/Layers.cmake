@@ -25,6 +25,9 @@ if(WIN32)
   foreach(part os subsystem)
     target_link_options(qm5r_options INTERFACE -Wl,--major-${part}-version=6,--minor-${part}-version=1)
   endforeach()
+  # The same sources give the same program wherever and whenever they are built.
+  target_compile_options(qm5r_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+  target_link_options(qm5r_options INTERFACE -Wl,--no-insert-timestamp)
 endif()
 
 # layer(<path under src> SOURCES <files> [USES <layers>] [LIBRARIES <link items>])

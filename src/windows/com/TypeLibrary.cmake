@@ -15,11 +15,13 @@ function(type_library target idl)
   # What the base description declares, C++ finds in the system's header.
   file(CONFIGURE OUTPUT ${out}/automation_base.h CONTENT "#include <oaidl.h>\n")
   file(CONFIGURE OUTPUT ${out}/${name}.rc CONTENT "1 TYPELIB \"${name}.tlb\"\n")
+  set(compile ${CMAKE_SOURCE_DIR}/scripts/compile_type_library.py)
   set(widl ${QM5R_WIDL} -I${CMAKE_CURRENT_FUNCTION_LIST_DIR} -L${QM5R_STDOLE_DIR})
   add_custom_command(OUTPUT ${out}/${name}.h
     COMMAND ${widl} -h -o ${out}/${name}.h ${idl} DEPENDS ${idl} ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/automation_base.idl VERBATIM)
   add_custom_command(OUTPUT ${out}/${name}.tlb
-    COMMAND ${widl} -t -o ${out}/${name}.tlb ${idl} DEPENDS ${idl} ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/automation_base.idl VERBATIM)
+    COMMAND Python3::Interpreter ${compile} ${out}/${name}.tlb ${widl} ${idl}
+    DEPENDS ${compile} ${idl} ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/automation_base.idl VERBATIM)
   add_library(${target} OBJECT ${out}/${name}.rc)
   set_source_files_properties(${out}/${name}.rc PROPERTIES OBJECT_DEPENDS ${out}/${name}.tlb)
   add_custom_target(${target}_files DEPENDS ${out}/${name}.h ${out}/${name}.tlb)

@@ -1,3 +1,4 @@
+#!/usr/bin/env python3
 """What the check of the packages finds, and what is signed: package_test.py <folder of the programs>"""
 import os
 import pathlib
