@@ -161,8 +161,11 @@ void fMain::OnActivate() {
 }
 
 bool fMain::OnQueryUnload(ui::CloseReason reason) {
-  if (reason != ui::CloseReason::User) return true;
-  ConfirmExit();
+  if (reason == ui::CloseReason::Code) return true;
+  if (reason == ui::CloseReason::User)
+    ConfirmExit();
+  else
+    EndSoon();
   return false;
 }
 
@@ -175,6 +178,10 @@ void fMain::ConfirmExit() {
     if (answer != ui::Answer::Yes) return;
     Attempt([this] { SetDisplayUnits(); });
   }
+  EndSoon();
+}
+
+void fMain::EndSoon() {
   exit_wanted_ = true;
   if (Busy()) device_->Close();
   EndIfWanted();

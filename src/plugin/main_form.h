@@ -114,6 +114,8 @@ class fMain : public ui::Form {
   void TakeObjectServer(const lns::ObjectServer& made);
   void ReleaseObjectServer();
   void ConfirmExit();
+  /// At once, or when the operation that runs has come to its next step.
+  void EndSoon();
   void ConnectEditing();
   void Run(const std::string& action, const std::function<void(editing::OpenDevice&)>& pass);
   void SwitchUnits(std::int16_t units);

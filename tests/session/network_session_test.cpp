@@ -141,12 +141,15 @@ TEST(ObjectServer, IsLostWhereItsProcessHasGone) {
     std::uint32_t number = 0;
   };
   const std::pair<std::uint32_t, bool> cases[] = {
-      {0x800706BA, true}, {0x800706BE, true}, {0x800706BF, true},  {0x80010007, true},  {0x80010012, true},
-      {0x80010108, true}, {0x800401FD, true}, {0x80044719, false}, {0x80004005, false}, {0x8001010A, false}};
+      {0x800706BA, true},  {0x800706BE, true},  {0x800706BF, true}, {0x80010007, true},
+      {0x80010012, true},  {0x80010108, true},  {0x800401FD, true}, {0x80044271, false},
+      {0x80044719, false}, {0x80004005, false}, {0x8001010A, false}};
   const auto server = std::make_shared<Failing>();
   for (const auto& [number, lost] : cases) {
     server->number = number;
     EXPECT_EQ(lns::ObjectServer(server).IsLost(), lost) << std::hex << number;
+    const platform::Error told = ErrorOf([&] { lns::Network(server).Name(); });
+    EXPECT_EQ(told.description().find("demonstration mode") != std::string::npos, number == 0x80044271);
   }
 }
 
