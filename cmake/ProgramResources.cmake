@@ -4,15 +4,17 @@ set(QM5R_RESOURCES ${CMAKE_SOURCE_DIR}/src/windows/resources)
 set(QM5R_GENERATED ${CMAKE_BINARY_DIR}/generated)
 file(MAKE_DIRECTORY ${QM5R_GENERATED})
 
-# A file that a script of scripts/ draws.
+# A file that a script of scripts/ draws, with what the script is told beside its name.
 function(drawn_file file script)
   set(scripts ${CMAKE_SOURCE_DIR}/scripts/${script} ${CMAKE_SOURCE_DIR}/scripts/drawing.py)
   add_custom_command(OUTPUT ${QM5R_GENERATED}/${file}
-    COMMAND Python3::Interpreter ${CMAKE_SOURCE_DIR}/scripts/${script} ${QM5R_GENERATED}/${file}
+    COMMAND Python3::Interpreter ${CMAKE_SOURCE_DIR}/scripts/${script} ${QM5R_GENERATED}/${file} ${ARGN}
     DEPENDS ${scripts} VERBATIM)
   add_custom_target(${file}_file DEPENDS ${QM5R_GENERATED}/${file})
 endfunction()
 drawn_file(progress.avi make_progress_clip.py)
+drawn_file(progress144.avi make_progress_clip.py 144)
+drawn_file(progress192.avi make_progress_clip.py 192)
 drawn_file(window.ico make_icon.py)
 drawn_file(product.bmp make_product_picture.py)
 drawn_file(worldmap.gif make_world_map.py)
@@ -53,9 +55,11 @@ function(file_version target description)
 endfunction()
 
 # Of a program that shows the plug-in's windows: their icon, which is the program's own as well since it has no other
-# one, the clip of the progress window, and the picture in the main window's heading.
+# one, the clip of the progress window, also for higher resolutions, and the picture in the main window's heading.
 function(window_pictures target)
   embed_drawn(${target} "WINDOW ICON" window.ico)
   embed_drawn(${target} "201 AVI" progress.avi)
+  embed_drawn(${target} "AT144_201 AVI" progress144.avi)
+  embed_drawn(${target} "AT192_201 AVI" progress192.avi)
   embed_drawn(${target} "301 BITMAP" product.bmp)
 endfunction()

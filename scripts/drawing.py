@@ -18,6 +18,9 @@ class Shape:
         self.distance = distance
         self.box = box
 
+    def scaled(self, factor):
+        return Shape(lambda x, y: factor * self.distance(x / factor, y / factor), tuple(factor * edge for edge in self.box))
+
     def coverage(self, width, height):
         """The pixels that the shape touches in a picture of this size: x, y and the part that it covers."""
         left, top, right, bottom = self.box

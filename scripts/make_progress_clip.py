@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Draws the clip of the progress window: packets travel between the nodes of a small network and a thermostat.
 
-Usage: make_progress_clip.py OUTPUT.avi
+Usage: make_progress_clip.py OUTPUT.avi [DOTS PER INCH]
 
 The file is an AVI with one stream of 8-bit frames, run-length coded (RLE8), which is what the system's animation
-control plays. Palette entry 0 is the background; the control makes it transparent.
+control plays. Palette entry 0 is the background; the control makes it transparent. Each frame but the first holds only
+what has changed.
 """
 import struct
 import sys
@@ -12,7 +13,8 @@ import sys
 import drawing
 from drawing import BLUE, CASE, LINE, ORANGE, SLATE, disc, rounded, stroke
 
-WIDTH, HEIGHT = 320, 72
+DPI = int(sys.argv[2]) if len(sys.argv) > 2 else 96
+WIDTH, HEIGHT = 320 * DPI // 96, 72 * DPI // 96  # all other lengths are for 96 dots per inch
 FRAMES = 36
 MICROSECONDS = 80000  # a frame
 
@@ -52,7 +54,7 @@ class Frame:
 
     def fill(self, shape, ink):
         """At edges over other inks the stronger one wins."""
-        for x, y, part in shape.coverage(WIDTH, HEIGHT):
+        for x, y, part in shape.scaled(DPI / 96).coverage(WIDTH, HEIGHT):
             if part >= 0.5 or self.rows[y][x] == 0:
                 self.rows[y][x] = shade(ink, part)
 
@@ -105,14 +107,23 @@ def draw(index, stills):
     return frame
 
 
-def run_length(rows):
-    """RLE8, bottom row first: runs of one entry, each row ended, the picture ended."""
+def run_length(rows, shown=None):
+    """RLE8, bottom row first: runs of one entry, each row ended, the picture ended. What is shown already is passed over."""
     data = bytearray()
-    for row in reversed(rows):
-        x = 0
-        while x < WIDTH:
+    for y in reversed(range(HEIGHT)):
+        row, same = rows[y], shown[y] if shown else [None] * WIDTH
+        changed = [x for x in range(WIDTH) if row[x] != same[x]]
+        x, end = 0, changed[-1] + 1 if changed else 0
+        while x < end:
+            skip = 0
+            while skip < 255 and row[x + skip] == same[x + skip]:
+                skip += 1
+            if skip > 2:
+                data += bytes((0, 2, skip, 0))
+                x += skip
+                continue
             run = 1
-            while x + run < WIDTH and run < 255 and row[x + run] == row[x]:
+            while x + run < end and run < 255 and row[x + run] == row[x]:
                 run += 1
             data += bytes((run, row[x]))
             x += run
@@ -141,7 +152,7 @@ def avi(frames):
     movie = b"".join(chunk(b"00dc", frame) for frame in frames)
     index, offset = b"", 4
     for frame in frames:
-        index += struct.pack("<4sIII", b"00dc", 0x10, offset, len(frame))
+        index += struct.pack("<4sIII", b"00dc", 0 if index else 0x10, offset, len(frame))
         offset += 8 + len(frame) + len(frame) % 2
     return group(b"AVI ", headers + group(b"movi", movie) + chunk(b"idx1", index), b"RIFF")
 
@@ -149,7 +160,8 @@ def avi(frames):
 def main():
     stills = {glow: still(glow) for glow in (False, True)}
     with open(sys.argv[1], "wb") as output:
-        output.write(avi([run_length(draw(index, stills).rows) for index in range(FRAMES)]))
+        pictures = [draw(index, stills).rows for index in range(FRAMES)]
+        output.write(avi([run_length(now, before) for now, before in zip(pictures, [None] + pictures)]))
 
 
 if __name__ == "__main__":

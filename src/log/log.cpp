@@ -54,14 +54,15 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program, platform::Fil
   SetLayout(Box::Placed(
       {Box::Leaf(lstActivity), Box::Leaf(cbOpenOnError), Box::Leaf(cmdSave), Box::Leaf(cmdClear),
        Box::Leaf(cmdClose), Box::Leaf(frmBottom)},
-      [this] { return PlaceControls(); }, kLeastWidth, kLeastHeight));
+      [this](double width, double height) { return PlaceControls(width, height); }, kLeastWidth,
+      kLeastHeight));
 }
 
 ui::FormWindow::Size fLog::FirstSize(ui::FormWindow::Size) { return {12000, 6500}; }
 
-std::vector<ui::Spot> fLog::PlaceControls() {
-  const double frame_top = Height() - kBottomHeight;
-  const double width = Width() - kSideRoom;
+std::vector<ui::Spot> fLog::PlaceControls(double outer_width, double outer_height) {
+  const double frame_top = outer_height - kBottomHeight;
+  const double width = outer_width - kSideRoom;
   const double close_left = width - kButtonStep;
   const auto button = [&](ui::Control& control, double left) {
     return ui::Spot{&control, kLeft + left, frame_top + kInset, kButtonWidth, kButtonHeight};

@@ -52,7 +52,7 @@ class fLog : public ui::Form {
   void OnHelp() override;
 
  private:
-  std::vector<ui::Spot> PlaceControls();
+  std::vector<ui::Spot> PlaceControls(double outer_width, double outer_height);
   /// Asks where to, and writes one line a row: three quoted texts with commas between them, ended by CR LF.
   void Save();
   std::string RowsAsLines() const;

@@ -56,13 +56,16 @@ class FormWindow {
   virtual void Activate() = 0;
   virtual void Repaint() = 0;
   virtual std::uintptr_t hwnd() const = 0;
-  /// The smallest outer size, in twips, in which nothing of the layout is cut, at which a fixed window is
-  /// made.
+  /// The smallest outer size, in twips at the window's own resolution, in which nothing of the layout is cut,
+  /// at which a fixed window is made.
   struct Size {
     double width = 0;
     double height = 0;
   };
   virtual Size BestSize() const = 0;
+  /// What one of these twips is in the form's bounds: not 1 on a screen whose resolution is not the
+  /// program's.
+  virtual double BoundsScale() const { return 1; }
 };
 
 /// An animation control's window, as long as it exists.

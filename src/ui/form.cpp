@@ -13,7 +13,9 @@ Form::~Form() = default;
 void Form::Load() {
   if (window_) return;
   window_ = desktop_.MakeWindow(*this);
-  Centre(FirstSize(window_->BestSize()));
+  const FormWindow::Size first = FirstSize(window_->BestSize());
+  const double scale = window_->BoundsScale();
+  Centre({first.width * scale, first.height * scale});
   OnLoad();
 }
 

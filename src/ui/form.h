@@ -27,7 +27,8 @@ enum class CloseReason { User, Code, SystemShutdown };
 /// A window of the program without its Windows part: it owns its controls and handles their events.
 ///
 /// Life: made, loaded (its window exists, hidden), shown and hidden any number of times, unloaded. Positions
-/// and sizes are in twips of the outer window; the window keeps whole pixels.
+/// and sizes are in twips of the outer window; the window keeps whole pixels. A pixel has as many twips on
+/// every screen.
 class Form : public HasWindow {
  public:
   Form(Desktop& desktop, std::string name, BorderStyle border);
@@ -97,7 +98,8 @@ class Form : public HasWindow {
   Desktop& desktop() { return desktop_; }
   void SetLayout(Box layout) { layout_ = std::move(layout); }
 
-  /// The size in which the window opens, in the middle of the screen; it becomes no larger than that.
+  /// The size in which the window opens, in the middle of the screen, in twips at the window's own
+  /// resolution; it becomes no larger than the screen.
   virtual FormWindow::Size FirstSize(FormWindow::Size best) { return best; }
 
   virtual void OnLoad() {}

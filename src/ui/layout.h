@@ -37,8 +37,10 @@ struct Box {
   /// Takes the room that is left over in the direction of the parent, or across it.
   bool stretch_width = false;
   bool stretch_height = false;
-  /// Of placed children: the rule, and the smallest client area in twips that it is made for.
-  std::function<std::vector<Spot>()> place = nullptr;
+  /// Of placed children: the rule for a window of an outer width and height, and the smallest client area
+  /// that it is made for; all in twips.
+  using Rule = std::function<std::vector<Spot>(double width, double height)>;
+  Rule place = nullptr;
   double least_width = 0;
   double least_height = 0;
 
@@ -57,8 +59,7 @@ struct Box {
     return {.kind = Kind::Pages, .control = &tabs, .children = std::move(pages)};
   }
 
-  static Box Placed(std::vector<Box> children, std::function<std::vector<Spot>()> place, double least_width,
-                    double least_height) {
+  static Box Placed(std::vector<Box> children, Rule place, double least_width, double least_height) {
     Box box{.kind = Kind::Placed, .children = std::move(children)};
     box.place = std::move(place);
     box.least_width = least_width;

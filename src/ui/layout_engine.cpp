@@ -73,11 +73,16 @@ int LayoutEngine::InPixels(double twips) const {
   return static_cast<int>(std::lround(twips / metrics_.TwipsPerPixel()));
 }
 
-void LayoutEngine::PlaceByForm(const Node& node, std::vector<Placement>& placed) const {
-  for (const Spot& spot : node.box->place())
+std::vector<Placement> LayoutEngine::PlacedByForm(Extent client) const {
+  const Extent frame = metrics_.Frame();
+  const double twips = metrics_.TwipsPerPixel();
+  std::vector<Placement> placed;
+  for (const Spot& spot :
+       root_.box->place((client.width + frame.width) * twips, (client.height + frame.height) * twips))
     placed.push_back({spot.control,
                       {InPixels(spot.left), InPixels(spot.top), std::max(0, InPixels(spot.width)),
                        std::max(0, InPixels(spot.height))}});
+  return placed;
 }
 
 bool LayoutEngine::EndsWithStatusBar() const {
@@ -210,6 +215,7 @@ int LayoutEngine::ColumnLeft(const Node& grid, const std::vector<int>& columns, 
 }
 
 std::vector<Placement> LayoutEngine::Arrange(Extent client) const {
+  if (root_.box->kind == Box::Kind::Placed) return PlacedByForm(client);
   const int margin = metrics_.Margin();
   Rectangle area{margin, margin, std::max(client.width, minimum_.width) - 2 * margin,
                  std::max(client.height, minimum_.height) - margin};
@@ -228,9 +234,8 @@ void LayoutEngine::Place(const Node& node, Rectangle area, std::vector<Placement
   switch (node.box->kind) {
     case Box::Kind::Leaf:
     case Box::Kind::Empty:
-      return;
     case Box::Kind::Placed:
-      return PlaceByForm(node, placed);
+      return;
     case Box::Kind::Row:
       return PlaceRow(node, area, placed);
     case Box::Kind::Column:

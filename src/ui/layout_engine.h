@@ -44,6 +44,8 @@ class Metrics {
   virtual int GroupGap() const = 0;
   /// How many twips a pixel has.
   virtual double TwipsPerPixel() const = 0;
+  /// What the window has around its client area.
+  virtual Extent Frame() const { return {}; }
 };
 
 struct Placement {
@@ -107,7 +109,7 @@ class LayoutEngine {
   void Place(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
   void PlaceRow(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
   void PlaceColumn(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
-  void PlaceByForm(const Node& node, std::vector<Placement>& placed) const;
+  std::vector<Placement> PlacedByForm(Extent client) const;
   void PlaceGrid(const Node& node, Rectangle area, std::vector<Placement>& placed) const;
   std::vector<int> StretchedColumns(const Node& grid, int width) const;
   bool EndsWithStatusBar() const;

@@ -133,9 +133,8 @@ TEST_F(Log, CopiedRowsReadAsTheyAreShown) {
 
 TEST_F(Log, ButtonsStayRightAligned) {
   log.Load();
-  log.SetBounds(0, 0, 9000, 6000);
   std::map<std::string, ui::Spot> spots;
-  for (const ui::Spot& spot : log.layout().place()) spots.insert({spot.control->name(), spot});
+  for (const ui::Spot& spot : log.layout().place(9000, 6000)) spots.insert({spot.control->name(), spot});
   const ui::Spot &frame = spots.at("frmBottom"), &list = spots.at("lstActivity");
   EXPECT_EQ((std::vector{frame.top, frame.width, list.height, list.width}),
             (std::vector{4550.0, 8700.0, 4535.0, 8700.0}));

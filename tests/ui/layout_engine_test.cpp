@@ -35,6 +35,7 @@ class FakeMetrics : public ui::Metrics {
   int ControlGap() const override { return 5; }
   int GroupGap() const override { return 9; }
   double TwipsPerPixel() const override { return 15; }
+  Extent Frame() const override { return {8, 30}; }
 };
 
 const FakeMetrics kMetrics;
@@ -159,6 +160,15 @@ const std::tuple<const char*, Box (*)(StretchWindow&), Extent, const char*> kStr
      },
      {200, 100},
      "10,10 46x67; 18,26 30x12; 65,37 42x12; 0,82 200x18; "},
+    {"a form that places its controls goes by the outer size",
+     [](StretchWindow& w) {
+       const auto place = [&w](double width, double height) {
+         return std::vector<ui::Spot>{{&w.small, 15, 0, width - 150, height}};
+       };
+       return Box::Placed({Box::Leaf(w.small)}, place, 3000, 3000);
+     },
+     {100, 50},
+     "1,0 98x80; "},
 };
 
 TEST(LayoutEngine, SharesLeftOverRoom) {

@@ -22,23 +22,30 @@ bool SameFile(const std::wstring& path, HMODULE module) {
 
 class SystemAnimation final : public ui::AnimationWindow {
  public:
-  explicit SystemAnimation(HWND window) : window_(window) {}
+  SystemAnimation(const Context& context, HWND window) : context_(context), window_(window) {
+    SetWindowSubclass(window, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
+  }
   ~SystemAnimation() override {
     // The window around it may have taken it along.
     if (IsWindow(window_)) DestroyWindow(window_);
   }
 
   Opened OpenResource(const std::string& module_path, std::int32_t resource) override {
-    HMODULE module = GetModuleHandleW(nullptr);
+    module_ = GetModuleHandleW(nullptr);
     const std::wstring path = ToWide(module_path);
-    if (!path.empty() && !SameFile(path, module)) {
+    if (!path.empty() && !SameFile(path, module_)) {
       library_.reset(LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
       if (!library_) return Opened::ModuleMissing;
-      module = library_.get();
+      module_ = library_.get();
     }
-    return Open(module, MAKEINTRESOURCEW(resource));
+    resource_ = resource;
+    return Open();
   }
-  Opened OpenFile(const std::string& path) override { return Open(nullptr, ToWide(path).c_str()); }
+  Opened OpenFile(const std::string& path) override {
+    module_ = nullptr;
+    file_ = ToWide(path);
+    return Open();
+  }
 
   void Show() override {
     // A centred clip needs a control of the area's size.
@@ -48,8 +55,12 @@ class SystemAnimation final : public ui::AnimationWindow {
     ShowWindow(window_, SW_SHOWNA);
     UpdateWindow(window_);
   }
-  void Play() override { SendMessageW(window_, ACM_PLAY, static_cast<WPARAM>(-1), MAKELPARAM(0, -1)); }
+  void Play() override {
+    playing_ = true;
+    SendMessageW(window_, ACM_PLAY, static_cast<WPARAM>(-1), MAKELPARAM(0, -1));
+  }
   void Close() override {
+    playing_ = false;
     SendMessageW(window_, ACM_OPENW, 0, 0);
     ShowWindow(window_, SW_HIDE);
   }
@@ -61,10 +72,36 @@ class SystemAnimation final : public ui::AnimationWindow {
   }
 
  private:
-  Opened Open(HMODULE module, const wchar_t* clip) {
+  Opened Open() {
+    dpi_ = context_.ShownDpi(window_);
+    const std::wstring drawn = DrawnFor(dpi_);
+    const wchar_t* const clip = !module_        ? file_.c_str()
+                                : drawn.empty() ? MAKEINTRESOURCEW(resource_)
+                                                : drawn.c_str();
     const LRESULT opened =
-        SendMessageW(window_, ACM_OPENW, reinterpret_cast<WPARAM>(module), reinterpret_cast<LPARAM>(clip));
+        SendMessageW(window_, ACM_OPENW, reinterpret_cast<WPARAM>(module_), reinterpret_cast<LPARAM>(clip));
     return opened ? Opened::Yes : Opened::ClipMissing;
+  }
+  /// The name of the clip that is drawn for this resolution or the next lower one; empty for the clip itself.
+  std::wstring DrawnFor(int dpi) const {
+    for (const int drawn : {192, 144}) {
+      std::wstring name = L"AT" + std::to_wstring(drawn) + L"_" + std::to_wstring(resource_);
+      if (drawn <= dpi && module_ && FindResourceW(module_, name.c_str(), L"AVI")) return name;
+    }
+    return {};
+  }
+  /// The control keeps the background on which it has opened a clip, and never scales one.
+  void OpenAgain() {
+    if (Open() == Opened::Yes) Play();
+  }
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                                    DWORD_PTR data) {
+    auto& self = *reinterpret_cast<SystemAnimation*>(data);
+    const LRESULT result = DefSubclassProc(window, message, wparam, lparam);
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, Procedure, id);
+    const bool resized = message == WM_SIZE && self.dpi_ != self.context_.ShownDpi(window);
+    if (self.playing_ && (resized || message == WM_SYSCOLORCHANGE)) self.OpenAgain();
+    return result;
   }
   SIZE Size() const {
     RECT area{};
@@ -72,20 +109,30 @@ class SystemAnimation final : public ui::AnimationWindow {
     return {area.right, area.bottom};
   }
 
+  const Context& context_;
   HWND window_;
   OwnedModule library_;
+  HMODULE module_ = nullptr;
+  std::int32_t resource_ = 0;
+  std::wstring file_;
+  int dpi_ = 0;
+  bool playing_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(HWND area, const ui::AnimationStyle& style) {
+std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(const Context& context, HWND area,
+                                                         const ui::AnimationStyle& style) {
   const DWORD flags = WS_CHILD | WS_VISIBLE | (style.auto_play ? static_cast<DWORD>(ACS_AUTOPLAY) : 0) |
                       (style.transparent ? static_cast<DWORD>(ACS_TRANSPARENT) : 0) |
                       (style.centre ? static_cast<DWORD>(ACS_CENTER) : 0);
   const HWND window = CreateWindowExW(0, ANIMATE_CLASSW, nullptr, flags, 0, 0, 0, 0, area, nullptr,
                                       GetModuleHandleW(nullptr), nullptr);
   if (!window) return nullptr;
-  return std::make_unique<SystemAnimation>(window);
+  // A transparent clip needs what its parent paints below it.
+  if (style.transparent)
+    SetWindowLongW(area, GWL_STYLE, GetWindowLongW(area, GWL_STYLE) & ~static_cast<LONG>(WS_CLIPCHILDREN));
+  return std::make_unique<SystemAnimation>(context, window);
 }
 
 }  // namespace windows

@@ -5,10 +5,14 @@
 #include <memory>
 
 #include "ui/desktop.h"
+#include "windows/ui/context.h"
 
 namespace windows {
 
-/// Makes an animation control in a window; null where the system has none.
-std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(HWND area, const ui::AnimationStyle& style);
+/// Makes an animation control in a window; null where the system has none. A clip of a program's resources
+/// may be there once more, drawn for higher resolutions: that of 201 for 144 dots per inch is named
+/// "AT144_201".
+std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(const Context& context, HWND area,
+                                                         const ui::AnimationStyle& style);
 
 }  // namespace windows

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "windows/com/wide_text.h"
 #include "windows/ui/pictures.h"
@@ -12,14 +13,19 @@ namespace windows {
 
 ButtonPeer::ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default)
     : ControlPeer(host, parent, button) {
-  const bool has_picture = button.picture != ui::Button::Picture::None;
   Create(L"BUTTON", ToWide(button.Text()),
-         static_cast<DWORD>((is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | (has_picture ? BS_ICON : 0)));
-  if (button.shield) Send(BCM_SETSHIELD, 0, TRUE);
-  if (!has_picture) return;
-  const Picture picture = button.picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
-  picture_ = DrawPicture(picture, look().Scaled(16));
-  Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(picture_.get()));
+         static_cast<DWORD>((is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) |
+                            (button.picture != ui::Button::Picture::None ? BS_ICON : 0)));
+}
+
+void ButtonPeer::Rescale() {
+  ControlPeer::Rescale();
+  if (button().shield) Send(BCM_SETSHIELD, 0, TRUE);
+  if (button().picture == ui::Button::Picture::None) return;
+  const Picture picture = button().picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
+  OwnedIcon drawn = DrawPicture(picture, look().Scaled(16));
+  Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(drawn.get()));
+  picture_ = std::move(drawn);  // only now nobody shows the former one
 }
 
 ui::Extent ButtonPeer::PreferredSize() const {

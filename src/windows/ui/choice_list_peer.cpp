@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/dpi.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/surface.h"
 
@@ -25,7 +26,7 @@ ui::Extent ChoiceListPeer::PreferredSize() const {
   int widest = 4 * look().DigitWidth();
   for (const std::string& item : list().Items())
     widest = std::max(widest, look().TextSize(ToWide(item)).width);
-  return {widest + GetSystemMetrics(SM_CXVSCROLL) + look().Scaled(16), look().FieldHeight()};
+  return {widest + SystemMetric(SM_CXVSCROLL, handle()) + look().Scaled(16), look().FieldHeight()};
 }
 
 void ChoiceListPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
@@ -138,7 +139,7 @@ LRESULT ChoiceListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
 
 HBRUSH ChoiceListPeer::Colors(HDC dc) {
   const COLORREF back = ToColorRef(list().BackColor());
-  SetTextColor(dc, ToColorRef(list().ForeColor()));
+  SetTextColor(dc, TextColor(COLOR_WINDOW));
   SetBkColor(dc, back);
   SetDCBrushColor(dc, back);
   return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
@@ -148,7 +149,8 @@ void ChoiceListPeer::Draw(const DRAWITEMSTRUCT& item) {
   const bool closed_field = (item.itemState & ODS_COMBOBOXEDIT) != 0;
   const bool highlighted = !closed_field && (item.itemState & ODS_SELECTED);
   const bool disabled = (item.itemState & ODS_DISABLED) != 0 || list().Locked();
-  COLORREF text = closed_field ? ToColorRef(list().ForeColor()) : GetSysColor(COLOR_WINDOWTEXT);
+  COLORREF text =
+      closed_field ? TextColor(disabled ? COLOR_3DFACE : COLOR_WINDOW) : GetSysColor(COLOR_WINDOWTEXT);
   if (highlighted) text = GetSysColor(COLOR_HIGHLIGHTTEXT);
   if (item.itemState & ODS_DISABLED) text = GetSysColor(COLOR_GRAYTEXT);
   const COLORREF field_back = ToColorRef(disabled ? ui::Color::ButtonFace : list().BackColor());

@@ -6,11 +6,13 @@
 
 #include "platform/attempt.h"
 #include "windows/ui/control_peer.h"
+#include "windows/ui/dpi.h"
 #include "windows/ui/form_shell.h"
 
 namespace windows {
 
-Context::Context(int dpi, FailureHandler on_failure) : look_(dpi), on_failure_(std::move(on_failure)) {}
+Context::Context(int dpi, FailureHandler on_failure)
+    : dpi_(dpi > 0 ? dpi : SystemDpi()), dpi_is_given_(dpi > 0), on_failure_(std::move(on_failure)) {}
 
 Context::~Context() {
   help.CloseAll();
@@ -19,6 +21,22 @@ Context::~Context() {
 }
 
 HINSTANCE Context::instance() const { return GetModuleHandleW(nullptr); }
+
+int Context::FirstDpi(HWND window) const { return dpi_is_given_ ? dpi_ : DpiOf(window); }
+
+int Context::ShownDpi(HWND window) const {
+  const HWND root = GetAncestor(window, GA_ROOT);
+  for (const auto& shell : shells_)
+    if (shell->handle() == root) return shell->look().dpi();
+  return FirstDpi(window);
+}
+
+std::shared_ptr<const Look> Context::LookFor(int dpi) {
+  const LOGFONTW font = MessageFont(dpi);
+  std::shared_ptr<const Look>& look = looks_[dpi];
+  if (!look || !look->IsIn(font)) look = std::make_shared<const Look>(dpi, font);
+  return look;
+}
 
 void Context::Report(const std::exception& failure) noexcept {
   if (on_failure_) platform::Attempt([&] { on_failure_(failure); });

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -24,13 +25,23 @@ class FormShell;
 class Context {
  public:
   using FailureHandler = std::function<void(const std::exception&)>;
+  /// A resolution that is given is that of the process and of all windows as they are made; 0 is the
+  /// system's.
   Context(int dpi, FailureHandler on_failure);
   ~Context();
   Context(const Context&) = delete;
   Context& operator=(const Context&) = delete;
 
-  const Look& look() const { return look_; }
   HINSTANCE instance() const;
+
+  /// Of all windows alike, on whatever screen they stand: a place that is given in pixels is read as given.
+  double TwipsPerPixel() const { return 1440.0 / dpi_; }
+  /// The resolution at which a window is made.
+  int FirstDpi(HWND window) const;
+  /// That at which a window is shown, or the one that it stands in.
+  int ShownDpi(HWND window) const;
+  /// Made when it is first asked for, and again where the system's font has become another one.
+  std::shared_ptr<const Look> LookFor(int dpi);
 
   template <class Body>
   LRESULT Dispatch(Body body) noexcept {
@@ -77,7 +88,9 @@ class Context {
   void Report(const std::exception& failure) noexcept;
   void ReportUnknown() noexcept;
 
-  Look look_;
+  const int dpi_;
+  const bool dpi_is_given_;
+  std::map<int, std::shared_ptr<const Look>> looks_;
   FailureHandler on_failure_;
   int procedures_ = 0;
   int loops_ = 0;

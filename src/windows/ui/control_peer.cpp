@@ -73,9 +73,13 @@ void ControlPeer::Create(const wchar_t* window_class, const std::wstring& text, 
   Peers()[handle_] = this;
   class_procedure_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
-  SetFont(Look::Weight::Normal);
   if (!control_->AccessibleName().empty()) SetAccessibleName(handle_, ToWide(control_->AccessibleName()));
   control_->Attach(this);
+}
+
+void ControlPeer::Rescale() {
+  place_ = {};  // a place that is the same means something else now
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(look().Font(weight())), FALSE);
 }
 
 void ControlPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
@@ -114,8 +118,13 @@ void ControlPeer::Update(ui::Aspect aspect) {
   }
 }
 
+COLORREF ControlPeer::TextColor(int background) const {
+  const ui::Color color = control_->ForeColor();
+  return color == ui::Color::ButtonText ? GetSysColor(TextOn(background)) : ToColorRef(color);
+}
+
 HBRUSH ControlPeer::Colors(HDC dc) {
-  SetTextColor(dc, ToColorRef(control_->ForeColor()));
+  SetTextColor(dc, TextColor(backdrop_));
   SetBkColor(dc, GetSysColor(backdrop_));
   return GetSysColorBrush(backdrop_);
 }
@@ -191,10 +200,6 @@ LRESULT ControlPeer::TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const 
 
 LRESULT ControlPeer::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
   return SendMessageW(handle_, message, wparam, lparam);
-}
-
-void ControlPeer::SetFont(Look::Weight weight) const {
-  Send(WM_SETFONT, reinterpret_cast<WPARAM>(look().Font(weight)), FALSE);
 }
 
 std::wstring ControlPeer::WindowText() const {

@@ -18,6 +18,8 @@ class PeerHost {
  public:
   virtual ~PeerHost() = default;
   virtual Context& context() const = 0;
+  /// Fonts and measures of the window; another one after a change of resolution or font.
+  virtual const Look& look() const = 0;
   /// The form has closed; neither it nor its controls may be touched.
   virtual bool closed() const = 0;
 
@@ -64,6 +66,9 @@ class ControlPeer : public ui::ControlPeer {
   /// The color of what lies behind the control.
   void StandOn(int system_color) { backdrop_ = system_color; }
 
+  /// Takes over the window's look; when the control is made, and when the look has become another one.
+  /// Everything that follows from it is made here, and in Place, which comes next.
+  virtual void Rescale();
   virtual ui::Extent PreferredSize() const = 0;
   /// The rectangle is in the form's client area; the batch, of the parent's children, moves many at once.
   virtual void Place(const ui::Rectangle& rectangle, HDWP& batch);
@@ -102,11 +107,13 @@ class ControlPeer : public ui::ControlPeer {
   /// Alt for pressed alone and brings up the window's menu.
   LRESULT TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const;
   LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
-  void SetFont(Look::Weight weight) const;
+  virtual Look::Weight weight() const { return Look::Weight::Normal; }
+  /// That of what stands on a background: the normal one, or the mark that the control has been given.
+  COLORREF TextColor(int background) const;
   std::wstring WindowText() const;
 
   PeerHost& host() const { return host_; }
-  const Look& look() const { return host_.context().look(); }
+  const Look& look() const { return host_.look(); }
   int backdrop() const { return backdrop_; }
 
  private:

@@ -39,24 +39,40 @@ TTTOOLINFOW PlaceTool(const ControlPeer& peer) {
   return tool;
 }
 
+BOOL CALLBACK Tell(HWND window, LPARAM what) {
+  const MSG& told = *reinterpret_cast<const MSG*>(what);
+  SendMessageW(window, told.message, told.wParam, told.lParam);
+  return TRUE;
+}
+
 }  // namespace
 
 ControlSet::ControlSet(Surface& window, ui::Form& form)
-    : window_(window),
-      form_(form),
-      focus_(form,
-             [this](ui::Control& control) {
-               if (ControlPeer* peer = PeerOf(control)) peer->Prepare();
-             }),
-      bars_(window.context().look().Scaled(12)) {}
+    : window_(window), form_(form), focus_(form, [this](ui::Control& control) {
+        if (ControlPeer* peer = PeerOf(control)) peer->Prepare();
+      }) {}
 
 ControlSet::~ControlSet() { Close(); }
 
 void ControlSet::Create() {
+  look_ = context().LookFor(context().FirstDpi(window_.handle()));
   Make(form_.layout(), window_, false);
   for (const auto& peer : peers_)
     if (!peer->control().ToolTip().empty()) ShowToolTip(*peer);
   MeasureLayout();
+}
+
+void ControlSet::TakeLook(std::shared_ptr<const Look> look) {
+  const auto former = std::exchange(look_, std::move(look));  // until nothing uses its fonts
+  for (const auto& peer : peers_) peer->Rescale();
+  if (tool_tips_) FitToolTips();
+  MeasureLayout();
+}
+
+void ControlSet::HandOn(UINT message, WPARAM wparam, LPARAM lparam) const {
+  const MSG handed_on{nullptr, message, wparam, lparam, 0, {}};
+  EnumChildWindows(window_.handle(), Tell, reinterpret_cast<LPARAM>(&handed_on));
+  if (tool_tips_) SendMessageW(tool_tips_, message, wparam, lparam);
 }
 
 void ControlSet::MeasureLayout() { engine_.emplace(form_.layout(), static_cast<const ui::Metrics&>(*this)); }
@@ -67,6 +83,7 @@ void ControlSet::Make(const ui::Box& box, Surface& parent, bool nested) {
   if (box.control) {
     peers_.push_back(MakePeer(*box.control, parent, nested));
     by_control_[box.control] = peers_.back().get();
+    peers_.back()->Rescale();
   }
   if (box.kind == ui::Box::Kind::Frame) return;
   for (std::size_t index = 0; index < box.children.size(); ++index) {
@@ -141,7 +158,7 @@ void ControlSet::Arrange(ui::Extent room) {
   fitting_bars_ = true;
   // A form that places its controls itself makes do with any size.
   const bool placed = form_.layout().kind == ui::Box::Kind::Placed;
-  bars_.Fit(window_.handle(), placed ? ui::Extent{} : Minimum(), room);
+  bars_.Fit(window_.handle(), placed ? ui::Extent{} : Minimum(), room, look().Scaled(12));
   fitting_bars_ = false;
   PlaceAll();
 }
@@ -193,7 +210,7 @@ void ControlSet::Relayout() {
   GetWindowRect(window_.handle(), &outer);
   const int width = static_cast<int>(outer.right - outer.left),
             height = static_cast<int>(outer.bottom - outer.top);
-  const ui::Extent most = WorkAreaSize();
+  const ui::Extent most = WorkAreaAround(window_.handle());
   const int new_width = std::max(width, std::min(width + wider, most.width));
   const int new_height = std::max(height, std::min(height + higher, most.height));
   if ((new_width > width || new_height > height) && !IsIconic(window_.handle()) &&
@@ -210,7 +227,12 @@ void ControlSet::MakeToolTips() {
       CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_.handle(), nullptr, context().instance(), nullptr);
   constexpr LPARAM kLongestShown = 32767;  // milliseconds
   SendMessageW(tool_tips_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kLongestShown);
-  SendMessageW(tool_tips_, TTM_SETMAXTIPWIDTH, 0, context().look().Scaled(360));
+  FitToolTips();
+}
+
+void ControlSet::FitToolTips() const {
+  SendMessageW(tool_tips_, WM_SETFONT, reinterpret_cast<WPARAM>(look().Font()), FALSE);
+  SendMessageW(tool_tips_, TTM_SETMAXTIPWIDTH, 0, look().Scaled(360));
 }
 
 void ControlSet::ShowToolTip(ControlPeer& peer) {

@@ -10,6 +10,7 @@
 #include "ui/keyboard.h"
 #include "ui/layout_engine.h"
 #include "windows/ui/control_peer.h"
+#include "windows/ui/dpi.h"
 #include "windows/ui/scroll_bars.h"
 #include "windows/ui/surface.h"
 
@@ -24,7 +25,14 @@ class ControlSet final : public PeerHost, private ui::Metrics {
 
   /// Makes the windows of all controls.
   void Create();
+  /// Shows them with another look. They are arranged by the next call of Arrange.
+  void TakeLook(std::shared_ptr<const Look> look);
+  /// A message that tells of the system's colours, fonts or theme, for all windows in the form's and its
+  /// tooltips.
+  void HandOn(UINT message, WPARAM wparam, LPARAM lparam) const;
   ui::Extent Minimum() const { return engine_->Minimum(); }
+  /// The room in which they were last arranged.
+  ui::Extent room() const { return room_; }
   /// Arranges the controls in a window that has so much room inside its frame; what does not fit is scrolled.
   void Arrange(ui::Extent room);
   void Scroll(int bar, WORD request);
@@ -42,6 +50,7 @@ class ControlSet final : public PeerHost, private ui::Metrics {
 
   // PeerHost
   Context& context() const override { return window_.context(); }
+  const Look& look() const override { return *look_; }
   bool closed() const override { return closed_; }
   void Arrived(ControlPeer& peer) override;
   bool PressMayGoOn(ControlPeer& peer) override;
@@ -59,14 +68,16 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   ui::Extent PreferredSize(const ui::Control& control) const override;
   ui::Insets FrameInsets(const ui::Control& frame, bool nested) const override;
   ui::Insets TabInsets(const ui::Control& tabs) const override;
-  int Margin() const override { return context().look().Scaled(10); }
-  int ControlGap() const override { return context().look().Scaled(7); }
-  int GroupGap() const override { return context().look().Scaled(10); }
-  double TwipsPerPixel() const override { return 1440.0 / context().look().dpi(); }
+  int Margin() const override { return look().Scaled(10); }
+  int ControlGap() const override { return look().Scaled(7); }
+  int GroupGap() const override { return look().Scaled(10); }
+  double TwipsPerPixel() const override { return 1440.0 / look().dpi(); }
+  ui::Extent Frame() const override { return FrameOf(window_.handle()); }
 
   void Make(const ui::Box& box, Surface& parent, bool nested);
   std::unique_ptr<ControlPeer> MakePeer(ui::Control& control, Surface& parent, bool nested);
   void MakeToolTips();
+  void FitToolTips() const;
   void MeasureLayout();
 
   void PlaceAll();
@@ -80,6 +91,7 @@ class ControlSet final : public PeerHost, private ui::Metrics {
 
   Surface& window_;
   ui::Form& form_;
+  std::shared_ptr<const Look> look_;
   bool closed_ = false;
   ui::FocusTracker focus_;
   std::vector<std::unique_ptr<ControlPeer>> peers_;

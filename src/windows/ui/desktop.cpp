@@ -35,8 +35,7 @@ WindowsDesktop::WindowsDesktop(Settings settings) : end_program_(std::move(setti
     settings.on_failure = [this](const std::exception& failure) {
       ShowMessage({failure.what(), {}, ui::Icon::Critical});
     };
-  context_ = std::make_unique<Context>(settings.dpi > 0 ? settings.dpi : Look::SystemDpi(),
-                                       std::move(settings.on_failure));
+  context_ = std::make_unique<Context>(settings.dpi, std::move(settings.on_failure));
 }
 
 WindowsDesktop::~WindowsDesktop() = default;
@@ -84,7 +83,7 @@ std::unique_ptr<ui::FormWindow> WindowsDesktop::MakeWindow(ui::Form& form) {
 
 std::unique_ptr<ui::AnimationWindow> WindowsDesktop::MakeAnimation(std::uintptr_t owner,
                                                                    const ui::AnimationStyle& style) {
-  return MakeAnimationWindow(reinterpret_cast<HWND>(owner), style);
+  return MakeAnimationWindow(*context_, reinterpret_cast<HWND>(owner), style);
 }
 
 ui::Answer WindowsDesktop::ShowMessage(const ui::Message& message) {
@@ -114,7 +113,7 @@ void WindowsDesktop::RepaintActiveWindow() {
     RedrawWindow(active, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
-double WindowsDesktop::TwipsPerPixelX() const { return 1440.0 / context_->look().dpi(); }
+double WindowsDesktop::TwipsPerPixelX() const { return context_->TwipsPerPixel(); }
 double WindowsDesktop::TwipsPerPixelY() const { return TwipsPerPixelX(); }
 
 ui::Desktop::Area WindowsDesktop::WorkArea() const {

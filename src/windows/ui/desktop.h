@@ -17,7 +17,7 @@ class Context;
 class WindowsDesktop final : public ui::Desktop {
  public:
   struct Settings {
-    /// Dots per inch for fonts, gaps and twips; 0 is the system's.
+    /// Dots per inch for twips, and for fonts and gaps of windows as they are made; 0 is the system's.
     int dpi = 0;
     /// Shows a failure in a message box if nothing else is given.
     std::function<void(const std::exception&)> on_failure = nullptr;

@@ -59,11 +59,17 @@ EmbeddedBrowser::State EmbeddedBrowser::state() const {
   return ready ? State::Ready : State::Loading;
 }
 
-void EmbeddedBrowser::Show() {
+void EmbeddedBrowser::Show(int zoom) {
   events_->stay = true;
   const RECT area = Area();
   site_->MoveTo(area);
   if (const auto in_place = browser_.As<IOleInPlaceObject>()) in_place->SetObjectRects(&area, &area);
+  if (std::exchange(zoom_, zoom) == zoom) return;
+  constexpr auto kOpticalZoom = static_cast<OLECMDID>(63);
+  com::Variant percent;
+  percent->vt = VT_I4;
+  percent->lVal = zoom;
+  browser_->ExecWB(kOpticalZoom, OLECMDEXECOPT_DONTPROMPTUSER, percent.get(), nullptr);
 }
 
 void EmbeddedBrowser::TakeFocus() {

@@ -29,8 +29,8 @@ class EmbeddedBrowser {
   enum class State { Loading, Ready, Failed };
   State state() const;
 
-  /// Fills the window's client area.
-  void Show();
+  /// Fills the window's client area, in hundredths of the size that the page has at the program's resolution.
+  void Show(int zoom);
   void TakeFocus();
   /// A key for one of the browser's windows. True when the browser has used it.
   bool UseKey(MSG& message);
@@ -47,6 +47,7 @@ class EmbeddedBrowser {
   com::ComPtr<BrowserEvents> events_;
   com::ComPtr<IConnectionPoint> point_;
   DWORD cookie_ = 0;
+  int zoom_ = 100;
 };
 
 }  // namespace windows

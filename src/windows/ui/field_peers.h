@@ -29,6 +29,7 @@ class TextFieldPeer final : public ControlPeer {
   void Paste();
   void CentreLine(RECT& client) const;
   void PaintAboveAndBelow() const;
+  bool Closed() const;
   COLORREF BackColor() const;
 
   bool telling_ = false;  // the program itself changes the text

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/raised.h"
 #include "ui/data_texts.h"
@@ -80,31 +81,24 @@ void FormShell::Close() {
   EnableWindow(handle(), FALSE);
 }
 
-double FormShell::TwipsPerPixel() const { return 1440.0 / context().look().dpi(); }
-
 RECT FormShell::FormBounds() const {
-  const auto pixels = [this](double twips) { return std::lround(twips / TwipsPerPixel()); };
+  const auto pixels = [this](double twips) { return std::lround(twips / context().TwipsPerPixel()); };
   const LONG left = pixels(form_.Left()), top = pixels(form_.Top());
   return {left, top, left + pixels(form_.Width()), top + pixels(form_.Height())};
 }
 
-ui::Extent FormShell::Frame() const {
-  // Without scroll bars, whatever the window has now.
-  RECT frame{0, 0, 0, 0};
-  AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(handle(), GWL_STYLE)), FALSE,
-                     static_cast<DWORD>(GetWindowLongW(handle(), GWL_EXSTYLE)));
-  return {static_cast<int>(frame.right - frame.left), static_cast<int>(frame.bottom - frame.top)};
-}
-
 ui::Extent FormShell::OuterMinimum() const {
-  const ui::Extent frame = Frame(), client = controls_.Minimum();
+  const ui::Extent frame = FrameOf(handle()), client = controls_.Minimum();
   return {client.width + frame.width, client.height + frame.height};
 }
 
 ui::FormWindow::Size FormShell::BestSize() const {
   const ui::Extent size = OuterMinimum();
-  return {size.width * TwipsPerPixel(), size.height * TwipsPerPixel()};
+  const double twips = 1440.0 / look().dpi();
+  return {size.width * twips, size.height * twips};
 }
+
+double FormShell::BoundsScale() const { return context().TwipsPerPixel() * look().dpi() / 1440.0; }
 
 void FormShell::UpdateCaption() { SetWindowTextW(handle(), ToWide(form_.Caption()).c_str()); }
 
@@ -195,6 +189,14 @@ LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEWHEEL:
       controls_.TurnWheel(GET_WHEEL_DELTA_WPARAM(wparam));
       return 0;
+    case WM_DPICHANGED:
+      Refit(HIWORD(wparam), *reinterpret_cast<const RECT*>(lparam));
+      return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+      SystemChanged(message, wparam, lparam);
+      break;
     case WM_CONTEXTMENU:
       if (OfferDataTexts(lparam)) return 0;
       break;
@@ -225,7 +227,7 @@ void FormShell::LimitSize(MINMAXINFO& limits) const {
     return;
   }
   // On a small screen the user scrolls what is too large for it.
-  const ui::Extent minimum = OuterMinimum(), screen = WorkAreaSize();
+  const ui::Extent minimum = OuterMinimum(), screen = WorkAreaAround(handle());
   limits.ptMinTrackSize = {std::min(minimum.width, screen.width), std::min(minimum.height, screen.height)};
 }
 
@@ -236,12 +238,71 @@ void FormShell::Sized(WPARAM how) {
                                                      : ui::WindowState::Normal);
   }
   if (how == SIZE_MINIMIZED) return;
+  ArrangeInside();
+  TellBounds();
+}
+
+void FormShell::ArrangeInside() {
   RECT outer;
   GetWindowRect(handle(), &outer);
-  const ui::Extent frame = Frame();
+  const ui::Extent frame = FrameOf(handle());
   controls_.Arrange({static_cast<int>(outer.right - outer.left) - frame.width,
                      static_cast<int>(outer.bottom - outer.top) - frame.height});
-  TellBounds();
+}
+
+void FormShell::Refit(int dpi, RECT place) {
+  const ui::Extent room = controls_.room(), former = controls_.Minimum();
+  controls_.TakeLook(context().LookFor(dpi));
+  const ui::Extent minimum = OuterMinimum(), screen = WorkAreaAround(handle());
+  // Fonts do not grow in proportion: a side that cut nothing, and was as short as that allows, does so again.
+  const auto fit = [](LONG from, LONG& to, int had, int needed, int needs) {
+    if (had >= needed) to = from + (had == needed ? needs : std::max<LONG>(needs, to - from));
+  };
+  if (!IsZoomed(handle())) {
+    fit(place.left, place.right, room.width, former.width, std::min(minimum.width, screen.width));
+    fit(place.top, place.bottom, room.height, former.height, std::min(minimum.height, screen.height));
+  }
+  if (!IsIconic(handle())) {
+    // Where the program moves the window to another screen, it becomes as large as the program says.
+    if (!program_moves_) {
+      const platform::Raised moves(program_moves_);
+      SetWindowPos(handle(), nullptr, static_cast<int>(place.left), static_cast<int>(place.top),
+                   static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top),
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    }
+    ArrangeInside();
+  }
+  TakeIcons();
+  RedrawLater();
+}
+
+void FormShell::TakeIcons() {
+  const auto take = [this](OwnedIcon& icon, WPARAM which, int metric) {
+    const int edge = SystemMetric(metric, handle());
+    OwnedIcon drawn(static_cast<HICON>(
+        LoadImageW(context().instance(), L"WINDOW", IMAGE_ICON, edge, edge, LR_DEFAULTCOLOR)));
+    SendMessageW(handle(), WM_SETICON, which, reinterpret_cast<LPARAM>(drawn.get()));
+    icon = std::move(drawn);
+  };
+  take(icon_, ICON_BIG, SM_CXICON);
+  take(small_icon_, ICON_SMALL, SM_CXSMICON);
+}
+
+void FormShell::RedrawLater() {
+  RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+/// Most controls hear of it from their parents alone.
+void FormShell::SystemChanged(UINT message, WPARAM wparam, LPARAM lparam) {
+  controls_.HandOn(message, wparam, lparam);
+  const int dpi = look().dpi();
+  const bool measures = message == WM_THEMECHANGED ||
+                        (message == WM_SETTINGCHANGE && wparam == SPI_SETNONCLIENTMETRICS) ||
+                        context().LookFor(dpi).get() != &look();
+  if (!measures) return RedrawLater();
+  RECT place;
+  GetWindowRect(handle(), &place);
+  Refit(dpi, place);
 }
 
 void FormShell::TellBounds() {
@@ -250,7 +311,7 @@ void FormShell::TellBounds() {
   GetWindowRect(handle(), &actual);
   const RECT known = FormBounds();
   if (EqualRect(&actual, &known)) return;
-  const double scale = TwipsPerPixel();
+  const double scale = context().TwipsPerPixel();
   form_.WindowMoved(actual.left * scale, actual.top * scale, (actual.right - actual.left) * scale,
                     (actual.bottom - actual.top) * scale);
 }

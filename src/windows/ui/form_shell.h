@@ -4,6 +4,7 @@
 
 #include "ui/form.h"
 #include "windows/ui/control_set.h"
+#include "windows/ui/gdi.h"
 #include "windows/ui/surface.h"
 
 namespace windows {
@@ -28,7 +29,9 @@ class FormShell final : public Surface {
   void Activate();
   void Repaint();
   ui::FormWindow::Size BestSize() const;
+  double BoundsScale() const;
 
+  const Look& look() const { return controls_.look(); }
   ControlPeer* PeerOf(const ui::Control& control) const { return controls_.PeerOf(control); }
   void RelayToToolTips(MSG& message) const { controls_.RelayToToolTips(message); }
 
@@ -36,14 +39,19 @@ class FormShell final : public Surface {
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  double TwipsPerPixel() const;
   /// The pixels on which the form's bounds lie.
   RECT FormBounds() const;
-  ui::Extent Frame() const;
   ui::Extent OuterMinimum() const;
   void LimitSize(MINMAXINFO& limits) const;
   void TellBounds();
   void Sized(WPARAM how);
+  void ArrangeInside();
+  /// Shows everything at a resolution, with the system's font as it is now, in a window that goes to this
+  /// place.
+  void Refit(int dpi, RECT place);
+  void TakeIcons();
+  void RedrawLater();
+  void SystemChanged(UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT Activated(WPARAM wparam, LPARAM lparam);
   bool OfferDataTexts(LPARAM where) const;
   bool ShowHourglass(LPARAM lparam) const;
@@ -52,6 +60,7 @@ class FormShell final : public Surface {
   ControlSet controls_;
   bool created_ = false;  // with all its controls
   bool program_moves_ = false;
+  OwnedIcon icon_, small_icon_;  // of another size than those of the window class
 };
 
 /// What the form holds of its window; letting it go closes the window.
@@ -67,6 +76,7 @@ class FormWindowPeer final : public ui::FormWindow {
   void Repaint() override { shell_.Repaint(); }
   std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(shell_.handle()); }
   Size BestSize() const override { return shell_.BestSize(); }
+  double BoundsScale() const override { return shell_.BoundsScale(); }
 
  private:
   FormShell& shell_;

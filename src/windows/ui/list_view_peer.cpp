@@ -18,22 +18,29 @@ ListViewPeer::ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list)
          WS_EX_CLIENTEDGE);
   const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER;
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
-  MakeImages();
   MakeColumns();
-  MeasureRows();
   CatchUpWhenSeen();
+}
+
+void ListViewPeer::Rescale() {
+  ControlPeer::Rescale();
+  MakeImages();
+  for (std::size_t column = 0; column < columns_.size(); ++column) Fit(column);
+  if (columns_.empty()) ForgetRows();
+  MeasureRows();
 }
 
 void ListViewPeer::MakeImages() {
   if (!list().small_icons) return;
   const int size = look().Scaled(16);
-  // The list view destroys its image list.
+  // The list view destroys the last one with itself.
   const HIMAGELIST images = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, 2);
   for (const ui::ImageList::Image& image : list().small_icons->Images()) {
     const bool green = image.picture == ui::ImageList::Picture::GreenMark;
     ImageList_ReplaceIcon(images, -1, DrawPicture(green ? Picture::GreenMark : Picture::RedMark, size).get());
   }
-  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+  ImageList_Destroy(
+      reinterpret_cast<HIMAGELIST>(Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images))));
 }
 
 void ListViewPeer::MakeColumns() {
@@ -46,34 +53,38 @@ void ListViewPeer::MakeColumns() {
     description.pszText = text.data();
     Send(LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&description));
   }
-  ForgetRows();
 }
 
 void ListViewPeer::ForgetRows() {
   const auto& headers = list().Headers();
   rows_measured_ = 0;
-  widths_.assign(headers.size(), 0);
-  for (std::size_t column = 0; column < headers.size(); ++column)
-    Widen(column, headers[column], look().Scaled(24));
+  columns_.assign(headers.size(), {});
+  for (std::size_t column = 0; column < headers.size(); ++column) Widen(column, ToWide(headers[column]), 24);
 }
 
 ui::Extent ListViewPeer::PreferredSize() const { return {look().Scaled(560), look().Scaled(260)}; }
 
-void ListViewPeer::Widen(std::size_t column, const std::string& text, int extra) {
-  const int width = look().TextSize(ToWide(text)).width + extra;
-  if (width <= widths_[column]) return;
-  widths_[column] = width;
+void ListViewPeer::Widen(std::size_t column, const std::wstring& text, int room) {
+  if (look().TextSize(text).width + look().Scaled(room) <= columns_[column].width) return;
+  columns_[column] = {0, text, room};
+  Fit(column);
+}
+
+/// Measures the widest text alone: there may be a million others.
+void ListViewPeer::Fit(std::size_t column) {
+  auto& [width, widest, room] = columns_[column];
+  width = look().TextSize(widest).width + look().Scaled(room);
   Send(LVM_SETCOLUMNWIDTH, column, width);
 }
 
 void ListViewPeer::MeasureRows() {
   const auto& rows = list().Rows();
   if (rows.size() < rows_measured_) ForgetRows();
-  const int padding = look().Scaled(14), mark = look().Scaled(20);
+  constexpr int kPadding = 14, kMark = 20;
   for (; rows_measured_ < rows.size(); ++rows_measured_) {
     const auto& cells = rows[rows_measured_].cells;
-    for (std::size_t column = 0; column < std::min(cells.size(), widths_.size()); ++column)
-      Widen(column, cells[column], column == 0 ? padding + mark : padding);
+    for (std::size_t column = 0; column < std::min(cells.size(), columns_.size()); ++column)
+      Widen(column, ToWide(cells[column]), column == 0 ? kPadding + kMark : kPadding);
   }
 }
 
@@ -96,6 +107,12 @@ LRESULT ListViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       if (wparam == 'A') return SelectAll(), 0;
       if (wparam == 'C' || wparam == VK_INSERT) return Copy(), 0;
       break;
+    }
+    case WM_SYSCOLORCHANGE: {
+      // Not every system's list takes a new background by itself.
+      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
+      Send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
+      return result;
     }
     case WM_CHAR:  // of the keys above; letters look for a row
       if (wparam < L' ') return 0;

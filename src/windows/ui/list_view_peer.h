@@ -14,6 +14,7 @@ class ListViewPeer final : public ControlPeer {
  public:
   ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list);
 
+  void Rescale() override;
   ui::Extent PreferredSize() const override;
   void Update(ui::Aspect aspect) override;
   LRESULT Notify(NMHDR& header) override;
@@ -32,10 +33,17 @@ class ListViewPeer final : public ControlPeer {
   void MakeColumns();
   void ForgetRows();
   void MeasureRows();
-  void Widen(std::size_t column, const std::string& text, int extra);
+  /// `room` is what the text does not take of the column, for 96 dots per inch.
+  void Widen(std::size_t column, const std::wstring& text, int room);
+  void Fit(std::size_t column);
 
+  struct Column {
+    int width = 0;
+    std::wstring widest;
+    int room = 0;
+  };
   std::size_t rows_measured_ = 0;
-  std::vector<int> widths_;
+  std::vector<Column> columns_;
   std::vector<std::wstring> answered_;  // the texts last handed to the system, a column each
 };
 

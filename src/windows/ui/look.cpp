@@ -1,18 +1,11 @@
 #include "windows/ui/look.h"
 
-#include <array>
+#include <cstring>
+
+#include "windows/ui/dpi.h"
 
 namespace windows {
 namespace {
-
-LOGFONTW MessageFont(int dpi) {
-  NONCLIENTMETRICSW metrics{};
-  metrics.cbSize = sizeof metrics;
-  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
-  LOGFONTW font = metrics.lfMessageFont;
-  font.lfHeight = MulDiv(font.lfHeight, dpi, Look::SystemDpi());
-  return font;
-}
 
 OwnedDc MeasuringDc(HFONT font) {
   OwnedDc dc(CreateCompatibleDC(nullptr));
@@ -22,11 +15,11 @@ OwnedDc MeasuringDc(HFONT font) {
 
 }  // namespace
 
-Look::Look(int dpi) : dpi_(dpi) {
-  LOGFONTW font = MessageFont(dpi);
+Look::Look(int dpi, const LOGFONTW& font) : dpi_(dpi), font_(font) {
   normal_.reset(CreateFontIndirectW(&font));
-  font.lfWeight = FW_BOLD;
-  bold_.reset(CreateFontIndirectW(&font));
+  LOGFONTW bold = font;
+  bold.lfWeight = FW_BOLD;
+  bold_.reset(CreateFontIndirectW(&bold));
   normal_text_ = MeasuringDc(normal_.get());
   bold_text_ = MeasuringDc(bold_.get());
   TEXTMETRICW metrics{};
@@ -37,11 +30,7 @@ Look::Look(int dpi) : dpi_(dpi) {
   digit_width_ = (digits.cx + 9) / 10;
 }
 
-int Look::SystemDpi() {
-  const OwnedDc screen(CreateCompatibleDC(nullptr));
-  const int dpi = GetDeviceCaps(screen.get(), LOGPIXELSY);
-  return dpi > 0 ? dpi : 96;
-}
+bool Look::IsIn(const LOGFONTW& font) const { return std::memcmp(&font, &font_, sizeof font) == 0; }
 
 HFONT Look::Font(Weight weight) const { return weight == Weight::Bold ? bold_.get() : normal_.get(); }
 
@@ -69,10 +58,13 @@ std::wstring Look::Shortened(const std::wstring& text, int width) const {
   return text.substr(0, length) + L"\x2026";
 }
 
-ui::Extent WorkAreaSize() {
-  RECT area{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-  return {static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+LOGFONTW MessageFont(int dpi) {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
+  LOGFONTW font = metrics.lfMessageFont;
+  font.lfHeight = MulDiv(font.lfHeight, dpi, SystemDpi());
+  return font;
 }
 
 COLORREF ToColorRef(ui::Color color) {
@@ -81,8 +73,14 @@ COLORREF ToColorRef(ui::Color color) {
   return value & kSystemColor ? GetSysColor(static_cast<int>(value & 0xFFu)) : value & 0x00FFFFFFu;
 }
 
-COLORREF Between(int system_color, int other_system_color, int percent) {
-  const COLORREF one = GetSysColor(system_color), other = GetSysColor(other_system_color);
+int TextOn(int background) { return background == COLOR_WINDOW ? COLOR_WINDOWTEXT : COLOR_BTNTEXT; }
+
+COLORREF Quiet(int background, int percent) {
+  HIGHCONTRASTW contrast{};
+  contrast.cbSize = sizeof contrast;
+  SystemParametersInfoW(SPI_GETHIGHCONTRAST, contrast.cbSize, &contrast, 0);
+  if (contrast.dwFlags & HCF_HIGHCONTRASTON) percent = 100;
+  const COLORREF one = GetSysColor(background), other = GetSysColor(TextOn(background));
   const auto mix = [&](BYTE a, BYTE b) { return static_cast<BYTE>(a + (b - a) * percent / 100); };
   return RGB(mix(GetRValue(one), GetRValue(other)), mix(GetGValue(one), GetGValue(other)),
              mix(GetBValue(one), GetBValue(other)));

@@ -8,14 +8,14 @@
 
 namespace windows {
 
-/// Fonts, measures and colours of all windows of the program: the system's message font at one resolution.
+/// Fonts and measures of windows at one resolution.
 class Look {
  public:
   /// Dots per inch; 96 is a scale of 100 %.
-  explicit Look(int dpi);
+  Look(int dpi, const LOGFONTW& font);
 
-  static int SystemDpi();
   int dpi() const { return dpi_; }
+  bool IsIn(const LOGFONTW& font) const;
   /// A length that is given for 96 dots per inch.
   int Scaled(int pixels) const { return MulDiv(pixels, dpi_, 96); }
 
@@ -36,6 +36,7 @@ class Look {
   HDC Measuring(Weight weight) const;
 
   int dpi_;
+  LOGFONTW font_;
   OwnedFont normal_;
   OwnedFont bold_;
   // A text measures as on the screen. Each has its font for good: to select one can cost more than to
@@ -46,12 +47,13 @@ class Look {
   int digit_width_ = 0;
 };
 
-/// The part of the primary screen that windows may cover.
-ui::Extent WorkAreaSize();
+/// The system's font for what programs tell, at a resolution.
+LOGFONTW MessageFont(int dpi);
 
 COLORREF ToColorRef(ui::Color color);
-/// Between two system colours; 0 is the first, 100 the second. Keeps lines and quiet texts readable in every
-/// colour scheme.
-COLORREF Between(int system_color, int other_system_color, int percent);
+/// The system colour of text on one of its backgrounds: schemes change both together.
+int TextOn(int background);
+/// A quiet colour on a system colour: so much of its text's, in hundredths. With high contrast all of it.
+COLORREF Quiet(int background, int percent);
 
 }  // namespace windows

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 namespace windows {
 namespace {
@@ -65,12 +66,18 @@ OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
 
 PicturePeer::PicturePeer(PeerHost& host, Surface& parent, ui::Picture& picture)
     : ControlPeer(host, parent, picture) {
+  Create(L"STATIC", L"", SS_OWNERDRAW);
+}
+
+void PicturePeer::Rescale() {
+  ControlPeer::Rescale();
+  const auto& picture = static_cast<const ui::Picture&>(control());
   const auto pixels = [&](double twips) {
     return static_cast<int>(std::lround(twips * look().dpi() / 1440));
   };
-  size_ = {pixels(picture.width), pixels(picture.height)};
-  scaled_ = LoadScaled(host.context().instance(), picture.resource, size_);
-  Create(L"STATIC", L"", SS_OWNERDRAW);
+  const ui::Extent size{pixels(picture.width), pixels(picture.height)};
+  if (std::exchange(size_, size) == size) return;
+  scaled_ = LoadScaled(host().context().instance(), picture.resource, size);
 }
 
 ui::Extent PicturePeer::PreferredSize() const { return size_; }

@@ -10,6 +10,7 @@ namespace windows {
 class PicturePeer final : public ControlPeer {
  public:
   PicturePeer(PeerHost& host, Surface& parent, ui::Picture& picture);
+  void Rescale() override;
   ui::Extent PreferredSize() const override;
   void Draw(const DRAWITEMSTRUCT& item) override;
 

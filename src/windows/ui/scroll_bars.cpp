@@ -2,10 +2,13 @@
 
 #include <algorithm>
 
+#include "windows/ui/dpi.h"
+
 namespace windows {
 
-void ScrollBars::Fit(HWND window, ui::Extent content, ui::Extent room) {
-  const int bar_width = GetSystemMetrics(SM_CXVSCROLL), bar_height = GetSystemMetrics(SM_CYHSCROLL);
+void ScrollBars::Fit(HWND window, ui::Extent content, ui::Extent room, int line) {
+  line_ = line;
+  const int bar_width = SystemMetric(SM_CXVSCROLL, window), bar_height = SystemMetric(SM_CYHSCROLL, window);
   bool vertical = room.height < content.height;
   const bool horizontal = room.width - (vertical ? bar_width : 0) < content.width;
   vertical = vertical || room.height - (horizontal ? bar_height : 0) < content.height;

@@ -11,10 +11,9 @@ namespace windows {
 /// The scroll bars of a window that is smaller than what stands in it. Sizes and places are in pixels.
 class ScrollBars {
  public:
-  explicit ScrollBars(int line) : line_(line) {}
-
-  /// Shows the bars that content of this size needs; `room` is the client area of the window without bars.
-  void Fit(HWND window, ui::Extent content, ui::Extent room);
+  /// Shows the bars that content of this size needs; `room` is the client area of the window without bars,
+  /// `line` how far an arrow or a part of a wheel's turn moves the content.
+  void Fit(HWND window, ui::Extent content, ui::Extent room, int line);
 
   /// How far the content is moved to the left and up.
   POINT position() const { return {axes_[SB_HORZ].position, axes_[SB_VERT].position}; }
@@ -36,7 +35,7 @@ class ScrollBars {
   bool MoveTo(HWND window, int bar, int position);
   bool RevealSpan(HWND window, int bar, int from, int to);
 
-  int line_;
+  int line_ = 0;
   std::array<Axis, 2> axes_;
 };
 

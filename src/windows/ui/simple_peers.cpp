@@ -3,11 +3,13 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 #include <algorithm>
 #include <vector>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/dpi.h"
 
 namespace windows {
 namespace {
@@ -17,14 +19,18 @@ constexpr int kLongestLine = 24;
 
 }  // namespace
 
-LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label) : ControlPeer(host, parent, label) {
+LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label)
+    : ControlPeer(host, parent, label), first_text_(ToWide(label.Text())) {
   // A text that ends in an ellipsis has one line. SS_NOTIFY lets the mouse find it, for a tooltip.
   const bool data = (label.shows_data || label.columns > 0) && label.lines == 1;
   Create(L"STATIC", ToWide(label.Text()),
          static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) |
                             (label.shows_data ? SS_NOPREFIX | SS_NOTIFY : 0)));
-  SetFont(weight());
-  first_width_ = look().TextSize(ToWide(label.Text()), weight()).width;
+}
+
+void LabelPeer::Rescale() {
+  ControlPeer::Rescale();
+  first_width_ = look().TextSize(first_text_, weight()).width;
 }
 
 Look::Weight LabelPeer::weight() const {
@@ -47,7 +53,6 @@ ui::Extent LabelPeer::PreferredSize() const {
 FramePeer::FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested)
     : ControlPeer(host, parent, frame), nested_(nested) {
   Create(L"BUTTON", ToWide(frame.Text()), BS_GROUPBOX);
-  SetFont(weight());
 }
 
 ui::Extent FramePeer::PreferredSize() const {
@@ -101,13 +106,12 @@ void FramePeer::Paint(HDC dc) const {
   place.left += padding;
   const Selected font(dc, look().Font(weight()));
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, nested_ ? Between(backdrop(), COLOR_BTNTEXT, 72) : ToColorRef(control().ForeColor()));
+  SetTextColor(dc, nested_ ? Quiet(backdrop(), 72) : TextColor(backdrop()));
   DrawTextW(dc, caption.c_str(), -1, &place, DT_SINGLELINE | DT_NOCLIP);
 }
 
 void FramePeer::PaintLine(HDC dc, const RECT& area) const {
-  const OwnedPen pen(
-      CreatePen(PS_SOLID, std::max(1, look().dpi() / 96), Between(backdrop(), COLOR_BTNTEXT, 22)));
+  const OwnedPen pen(CreatePen(PS_SOLID, std::max(1, look().dpi() / 96), Quiet(backdrop(), 22)));
   const Selected in_pen(dc, pen.get());
   const Selected in_brush(dc, GetStockObject(NULL_BRUSH));
   const int middle = look().TextHeight() / 2;  // of the caption, and in line with it where there is none
@@ -164,8 +168,8 @@ void StatusBarPeer::ShowTexts() {
     // The last part reaches to the edge; its rectangle is right only after the bar has been moved.
     RECT room{};
     Send(SB_GETRECT, part, reinterpret_cast<LPARAM>(&room));
-    const int right =
-        last ? place().width - (grip_ ? GetSystemMetrics(SM_CXVSCROLL) : 0) : static_cast<int>(room.right);
+    const int right = last ? place().width - (grip_ ? SystemMetric(SM_CXVSCROLL, handle()) : 0)
+                           : static_cast<int>(room.right);
     const int width = right - static_cast<int>(room.left) - look().Scaled(6);
     if (look().TextSize(text).width > width) {
       text = look().Shortened(text, width);
@@ -180,18 +184,18 @@ void StatusBarPeer::ShowTexts() {
 
 AnimationHostPeer::AnimationHostPeer(PeerHost& host, Surface& parent, ui::AnimationHost& area)
     : ControlPeer(host, parent, area) {
-  Create(L"STATIC", L"", SS_LEFT | WS_CLIPCHILDREN);
+  Create(L"STATIC", L"", SS_LEFT);
 }
 
-// A little more than the clip, whose pixels are not scaled.
-ui::Extent AnimationHostPeer::PreferredSize() const {
-  constexpr int kClipWidth = 320, kClipHeight = 72;
-  return {std::max(kClipWidth, look().Scaled(kClipWidth)), kClipHeight + look().Scaled(8)};
-}
+// A little more than the clip, which is drawn for some resolutions.
+ui::Extent AnimationHostPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(80)}; }
 
 LRESULT AnimationHostPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   // The animation asks for the background it is to be transparent on.
   if (message == WM_CTLCOLORSTATIC) return reinterpret_cast<LRESULT>(Colors(reinterpret_cast<HDC>(wparam)));
+  if (message == WM_SIZE)
+    if (const HWND animation = GetWindow(handle(), GW_CHILD))
+      MoveWindow(animation, 0, 0, GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam), TRUE);
   return ControlPeer::Handle(message, wparam, lparam);
 }
 

@@ -10,11 +10,13 @@ namespace windows {
 class LabelPeer final : public ControlPeer {
  public:
   LabelPeer(PeerHost& host, Surface& parent, ui::Label& label);
+  void Rescale() override;
   ui::Extent PreferredSize() const override;
 
  private:
   const ui::Label& label() const { return static_cast<const ui::Label&>(control()); }
-  Look::Weight weight() const;
+  Look::Weight weight() const override;
+  const std::wstring first_text_;
   int first_width_ = 0;
 };
 
@@ -22,6 +24,7 @@ class LabelPeer final : public ControlPeer {
 class ButtonPeer final : public ControlPeer {
  public:
   ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default);
+  void Rescale() override;
   ui::Extent PreferredSize() const override;
   void Command(WORD notification) override;
   void Press() override;
@@ -58,7 +61,7 @@ class FramePeer final : public ControlPeer {
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  Look::Weight weight() const { return nested_ ? Look::Weight::Normal : Look::Weight::Bold; }
+  Look::Weight weight() const override { return nested_ ? Look::Weight::Normal : Look::Weight::Bold; }
   void Paint(HDC dc) const;
   void PaintLine(HDC dc, const RECT& area) const;
   bool nested_;

@@ -15,7 +15,6 @@ constexpr int kPageColor = COLOR_WINDOW;
 
 TabsPeer::TabsPeer(PeerHost& host, Surface& parent, ui::Tabs& tabs) : ControlPeer(host, parent, tabs) {
   Create(WC_TABCONTROLW, L"", WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
-  Send(TCM_SETPADDING, 0, MAKELPARAM(look().Scaled(10), look().Scaled(4)));
   for (std::size_t index = 0; index < tabs.Captions().size(); ++index) {
     std::wstring caption = ToWide(tabs.Captions()[index]);
     TCITEMW item{};
@@ -29,6 +28,12 @@ TabsPeer::TabsPeer(PeerHost& host, Surface& parent, ui::Tabs& tabs) : ControlPee
 }
 
 TabsPeer::~TabsPeer() = default;
+
+void TabsPeer::Rescale() {
+  // The padding has no effect before the control hears of its font.
+  Send(TCM_SETPADDING, 0, MAKELPARAM(look().Scaled(10), look().Scaled(4)));
+  ControlPeer::Rescale();
+}
 
 ui::Insets TabsPeer::TabInsets() const {
   RECT page{0, 0, 1000, 1000};

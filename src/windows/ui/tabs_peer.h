@@ -17,6 +17,7 @@ class TabsPeer final : public ControlPeer {
   Surface& page(std::size_t index) const { return *pages_.at(index); }
   ui::Insets TabInsets() const;
 
+  void Rescale() override;
   ui::Extent PreferredSize() const override;
   void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
   void Update(ui::Aspect aspect) override;

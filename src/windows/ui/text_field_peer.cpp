@@ -4,6 +4,7 @@
 
 #include "windows/com/wide_text.h"
 #include "windows/ui/clipboard.h"
+#include "windows/ui/dpi.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/surface.h"
 
@@ -49,12 +50,14 @@ void TextFieldPeer::Command(WORD notification) {
   if (text != ToWide(field().Text())) field().UserChangesText(ToUtf8(text));
 }
 
+bool TextFieldPeer::Closed() const { return field().Locked() || !field().Enabled(); }
+
 COLORREF TextFieldPeer::BackColor() const {
-  return ToColorRef(field().Locked() || !field().Enabled() ? ui::Color::ButtonFace : field().BackColor());
+  return ToColorRef(Closed() ? ui::Color::ButtonFace : field().BackColor());
 }
 
 HBRUSH TextFieldPeer::Colors(HDC dc) {
-  ControlPeer::Colors(dc);
+  SetTextColor(dc, TextColor(Closed() ? COLOR_3DFACE : COLOR_WINDOW));
   SetBkColor(dc, BackColor());
   SetDCBrushColor(dc, BackColor());
   return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
@@ -75,7 +78,7 @@ void TextFieldPeer::PaintAboveAndBelow() const {
   POINT origin{0, 0};
   ClientToScreen(handle(), &origin);
   OffsetRect(&client, static_cast<int>(origin.x - window.left), static_cast<int>(origin.y - window.top));
-  const LONG edge = GetSystemMetrics(SM_CYEDGE);
+  const LONG edge = SystemMetric(SM_CYEDGE, handle());
   const RECT above{client.left, edge, client.right, client.top};
   const RECT below{client.left, client.bottom, client.right, window.bottom - window.top - edge};
   const HDC dc = GetWindowDC(handle());

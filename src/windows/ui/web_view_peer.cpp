@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/dpi.h"
 
 namespace windows {
 namespace {
@@ -32,6 +33,10 @@ WebViewPeer::WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view)
     : ControlPeer(host, parent, view) {
   Create(L"EDIT", WithLineEnds(view.Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL | WS_CLIPCHILDREN,
          WS_EX_CLIENTEDGE);
+}
+
+void WebViewPeer::Rescale() {
+  ControlPeer::Rescale();
   const auto margin = static_cast<WORD>(look().Scaled(8));
   Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
 }
@@ -64,7 +69,7 @@ LRESULT WebViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       WaitForPage();
       return 0;
     case WM_SIZE:
-      if (page_shown_) browser_->Show();
+      if (page_shown_) FitPage();
       break;
     case WM_SETFOCUS: {
       const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
@@ -103,10 +108,13 @@ void WebViewPeer::WaitForPage() {
     browser_.reset();
 }
 
+/// The browser knows the program's resolution, but not that of the screen.
+void WebViewPeer::FitPage() { browser_->Show(MulDiv(100, look().dpi(), SystemDpi())); }
+
 void WebViewPeer::ShowPage() {
   page_shown_ = true;
   ShowScrollBar(handle(), SB_VERT, FALSE);
-  browser_->Show();
+  FitPage();
   if (GetFocus() == handle()) browser_->TakeFocus();
 }
 

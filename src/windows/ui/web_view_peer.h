@@ -13,6 +13,7 @@ namespace windows {
 class WebViewPeer final : public ControlPeer {
  public:
   WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view);
+  void Rescale() override;
   ui::Extent PreferredSize() const override;
   void Update(ui::Aspect aspect) override;
   HBRUSH Colors(HDC dc) override;
@@ -25,6 +26,7 @@ class WebViewPeer final : public ControlPeer {
  private:
   void WaitForPage();
   void ShowPage();
+  void FitPage();
 
   std::unique_ptr<EmbeddedBrowser> browser_;
   bool asked_ = false;

@@ -135,6 +135,7 @@ TEST_F(FormWindow, ReportsWhatAHandlerThrows) {
 TEST_F(FormWindow, HoldsAnAnimationInItselfOrInAControl) {
   ui::cAnimControl clip(desktop, "Program");
   clip.ResourceId = 201;
+  clip.Transparent = true;
   for (const ui::HasWindow* owner : std::initializer_list<const ui::HasWindow*>{&form, &form.units})
     for (const bool owner_goes : {false, true}) {
       form.Show();
@@ -142,6 +143,7 @@ TEST_F(FormWindow, HoldsAnAnimationInItselfOrInAControl) {
       clip.StartPlay();
       const HWND window = reinterpret_cast<HWND>(clip.hwnd());
       EXPECT_EQ(ClassOf(window), L"SysAnimate32");
+      EXPECT_FALSE(GetWindowLongW(GetParent(window), GWL_STYLE) & WS_CLIPCHILDREN) << "it is transparent";
       EXPECT_EQ(reinterpret_cast<std::uintptr_t>(GetParent(window)), owner->hwnd());
       EXPECT_TRUE(IsWindowVisible(window) && clip.Width() > 0);
       owner_goes ? form.Unload() : clip.StopPlay();
