@@ -44,6 +44,22 @@ class Controls : public WindowsUiTest {
   ScreenForm form{desktop};
 };
 
+std::vector<HWND> shielded;
+LRESULT CALLBACK NoteShields(int code, WPARAM wparam, LPARAM lparam) {
+  const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lparam);
+  if (code == HC_ACTION && sent.message == BCM_SETSHIELD && sent.lParam) shielded.push_back(sent.hwnd);
+  return CallNextHookEx(nullptr, code, wparam, lparam);
+}
+
+TEST_F(Controls, AButtonThatAsksForRightsCarriesTheShield) {
+  ScreenForm other(desktop);
+  other.apply.shield = true;
+  const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, NoteShields, nullptr, GetCurrentThreadId());
+  other.Load();
+  UnhookWindowsHookEx(hook);
+  EXPECT_EQ(shielded, std::vector{Child(WindowOf(other), L"&Apply")});
+}
+
 TEST_F(Controls, ListShowsWhatIsAppended) {
   const auto width = [&](int column) { return ListView_GetColumnWidth(List(), column); };
   for (int row = 0; row < 500; ++row)
