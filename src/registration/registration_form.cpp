@@ -1,6 +1,7 @@
 #include "registration/registration_form.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "startup/help_topics.h"
@@ -56,7 +57,7 @@ void fRegisterPlugIn::Deregister() {
 }
 
 void fRegisterPlugIn::PressDeregister(std::int32_t mode) {
-  cmbDeregMode.SetText(cmbDeregMode.Items().at(static_cast<std::size_t>(mode + 1)));
+  cmbDeregMode.SetText(*std::next(cmbDeregMode.Items().begin(), mode + 1));
   bDeregister.UserClicks();
 }
 
