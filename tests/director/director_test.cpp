@@ -67,7 +67,7 @@ TEST(ComponentApps, AreListedWhereDirectorsFindThem) {
   World world({std::istreambuf_iterator<char>(file), {}});
   const lns::ObjectServer server(world.simulation->CreateObjectServer());
   const std::string harbour = "Demo Harbour/Demo Harbour/LcaDeviceTemplate:", tool = "\tSample.DemoTool\t";
-  std::ostringstream all, device, templates;
+  std::ostringstream all, device;
   director::PrintCommands(server, "", all);
   for (const std::string& line :
        {"LcaObjectServer\tDemo Tool: Register everywhere\t50\t0" + tool + "1.2.0\n",
@@ -80,10 +80,6 @@ TEST(ComponentApps, AreListedWhereDirectorsFindThem) {
   director::PrintCommands(server, path, device);
   EXPECT_EQ(device.str(), block + "Demo Tool: Watch\t15\t28" + tool + "\tdefault\n" + block +
                               "Demo Tool: Only here\t16\t28" + tool + "\n");
-  director::PrintTemplates(server, "Demo Quarry", templates);
-  EXPECT_EQ(
-      templates.str(),
-      "Demo Quarry/Demo Quarry/LcaDeviceTemplate:Demo Wall Switch [demo]\t9FFFFF0000000401\tdevices 1\n");
   EXPECT_EQ(director::RegistrationOf(server, "Demo Harbour", "sample.demotool").version, "1.2.0");
   EXPECT_EQ(director::RegistrationOf(server, "Demo Harbour", "Another.Tool").version, std::nullopt);
   for (const std::string interface : {"", "DEMO-LOCAL-2"}) {
@@ -121,12 +117,6 @@ TEST(Networks, DownloadPutsFormerValuesBackUnlessTheyWereUploaded) {
 TEST(SimulatorKnobs, ReachTheSimulation) {
   World world;
   director::SimulatorKnobs knobs(world.simulation->CreateObjectServer());
-  knobs.AddFault({"Thermostat 101", "nciSetPts", "read", 1, 18200});
-  EXPECT_EQ(world.simulation->faults().Count(), 1u);
-  knobs.ClearFaults();
-  knobs.SetLatency("read", 20);
-  EXPECT_EQ(knobs.Latency("read"), 20);
-  EXPECT_EQ(world.simulation->latency().read, 20);
   knobs.Vanish("Thermostat 101");
   EXPECT_TRUE(world.simulation->HasVanished(kFirstThermostat));
   knobs.Restore("Thermostat 101");

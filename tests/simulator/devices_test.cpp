@@ -25,7 +25,6 @@ TEST_F(Devices, MembersAnswerFromTheFile) {
                 "Interface.LonMarkObjects(2).NetworkVariables.Count -> 10"});
   Play(Reach(root, kVariablesOfA + "(nciHvacType)"),
        {"Index -> 4", "DsFormatType -> SNVT_hvac_type", "Parent.Parent.Parent.Name -> A"});
-  Play(Reach(root, kDeviceB), {"AttachmentStatus -> 1", "Test -> 3"});
   Play(
       Reach(root, kDeviceC),
       {"State -> 12", "Handle -> 3", "Subsystems(1).Name -> West", "Subsystems(West).Parent.Parent.Name -> C",
@@ -44,9 +43,6 @@ TEST_F(Devices, FailuresHaveThePlatformsCodes) {
         "Item(nciMajVer).DsFormatType=NoSuchType ! 18035", "Item(nciMajVer).SourceOptions=3 ! 17090"});
   Play(device, {"Interface.LonMarkObjects(1).Mode=7 ! 17090", "Interface.LonMarkObjects(1).Request=7",
                 "Interface.LonMarkObjects(1).Request=18 ! 17090",
-                "DeviceTemplate.ComponentApps.Add(Configure;Some.Server;7) ! 17003",
-                "DeviceTemplate.ComponentApps.Add(Other;Some.Server;-1) ! 17090",
-                "DeviceTemplate.ComponentApps.Remove(Other) ! 17006",
                 "DeviceTemplate.ComponentApps(1).ComponentClassId=-1 ! 17090", "State=12", "State -> 12",
                 "State=6 ! 17090", "Handle=4 ! " + std::to_string(platform::kMemberNotFound),
                 "Colour ! " + std::to_string(platform::kUnknownName)});
@@ -71,16 +67,6 @@ TEST_F(Devices, WritingChangesTheBytesThatOthersRead) {
 
   const LateBoundPtr refused = Reach(root, kDeviceC + ".Interface.NetworkVariables(nciGenOpts)");
   EXPECT_EQ(CodeOf(refused, "Value=" + Text(refused, "Value")), 18034);
-}
-
-TEST_F(Devices, ReachedTwiceIsTheSameObject) {
-  EXPECT_EQ(Reach(root, kDeviceA), device);
-  EXPECT_EQ(Reach(root, kSystem + ".Subsystems(1).AppDevices(1)"), device);
-  EXPECT_NE(Reach(root, kSystem + ".Subsystems(ALL).AppDevices(A)"), device) << "it has another parent";
-  EXPECT_NE(Reach(world.Open(), kDeviceA), device);
-  const LateBoundPtr object = Reach(device, "Interface.LonMarkObjects(Thermostat)");
-  EXPECT_EQ(Reach(object, "Parent.Parent.Parent"), device);
-  EXPECT_EQ(Reach(object, "NetworkVariables(nciSetPts)"), Reach(object, "NetworkVariables(1)"));
 }
 
 }  // namespace

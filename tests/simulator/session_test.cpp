@@ -23,25 +23,11 @@ TEST(Session, OpensInOrderAndReachesWhatItsKindOfAccessAllows) {
       {"RemoteFlag=1", "Flags=1056", "Open", "ActiveRemoteNI=@RemoteNetworkInterfaces(R1)",
        "Networks.Count -> 2", "Networks(Far).Open", "Networks(U) ! 17006"},
       {"RemoteFlag=1", "Open", "ActiveRemoteNI=@NetworkInterfaces(L2)", "Networks.Count -> 0"},
+      {"RemoteFlag=1", "Open", "ActiveRemoteNI=@NetworkInterfaces(Busy)", "Networks(T).Open ! 16501",
+       "ActiveRemoteNI=@NetworkInterfaces(R1)", "ActiveRemoteNI.Name -> R1", "Networks(T).Open",
+       kSystem + ".Open", kVariablesOfA + "(nciMajVer).Value -> 1"},
   };
   for (const auto& steps : cases) Play(World().simulation->CreateObjectServer(), steps);
-}
-
-TEST(Session, RemoteInterfaceIsCheckedWhenTheNetworkOpens) {
-  World world;
-  const LateBoundPtr root = world.simulation->CreateObjectServer();
-  Play(root, {"RemoteFlag=1", "Open", "ActiveRemoteNI=@NetworkInterfaces(R1)", "ActiveRemoteNI.Name -> R1"});
-  const LateBoundPtr network = Reach(root, "Networks(T)");
-  const std::pair<const char*, int> cases[] = {{"@NetworkInterfaces(L1)", 17006},
-                                               {"@NetworkInterfaces(Busy)", 16501},
-                                               {"nothing", 17006},
-                                               {"@NetworkInterfaces(R1)", 0}};
-  for (const auto& [interface, code] : cases) {
-    Do(root, "ActiveRemoteNI=" + std::string(interface));
-    EXPECT_EQ(CodeOf(network, "Open"), code) << interface;
-  }
-  Play(root, {kSystem + ".Open", kVariablesOfA + "(nciMajVer).Value -> 1",
-              "ActiveRemoteNI=7 ! " + std::to_string(platform::kTypeMismatch)});
 }
 
 TEST(Session, AnInterfaceServesOneNetworkAtATime) {
