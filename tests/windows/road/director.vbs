@@ -27,11 +27,6 @@ Check "versions", plug.LcaVersion & ", " & plug.Version, "3.0, 1.0.0"
 Check "state", plug.Visible & plug.Remote & plug.Minimized & plug.networkName & plug.NetworkInterfaceName, "FalseFalseFalse"
 
 ' What can be written is read back.
-plug.left = 30
-plug.top = 40
-plug.Width = 1000
-plug.Height = 800
-Check "place", plug.left & " " & plug.top & " " & plug.Width & " " & plug.Height, "30 40 1000 800"
 plug.DevelopmentProgramId = "8000D3550004041D"
 Check "DevelopmentProgramId", plug.DevelopmentProgramId, "8000D3550004041D"
 plug.DevelopmentProgramId = "short"
@@ -41,8 +36,6 @@ Check "DevelopmentProgramId of 5", plug.DevelopmentProgramId, ""
 On Error Resume Next
 plug.Name = "other"
 CheckError "Name", 20002, "Attempt to write to read-only property"
-plug.SendCommand 14, 7, kTower
-CheckError "command 14", 20003, "Command not supported"
 plug.SendCommand 13, 7, kTower
 CheckError "no network", 20005, "Object not found"
 plug.Minimized = True

@@ -20,8 +20,7 @@ new_wine
 director() { "$wine" "$programs/director.exe" "$@"; }
 floor='Demo Tower/Demo Tower.Floor 1/Thermostat'
 
-for case in TheObjectServerEndsDuringARead TheObjectServerEndsDuringAnApply ThePlugInsKeyIsDeletedMeanwhile \
-  AnObjectIsReleasedWhileAnotherRunsACommand; do
+for case in TheObjectServerEndsDuringAnApply ThePlugInsKeyIsDeletedMeanwhile; do
   timeout 60 "$wine" "$programs/fault_road_tests.exe" --gtest_filter="*.$case" >"$work/case.txt" 2>&1
   grep -a told "$work/case.txt"
   grep -q '\[  PASSED  \] 1 test' "$work/case.txt" && echo "$case: ok" || { fail "$case"; cat "$work/case.txt"; }
