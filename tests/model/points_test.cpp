@@ -28,19 +28,6 @@ TEST(PointList, KeysAndTheSecondViewOfTheModel) {
   EXPECT_THROW(device.points.Item("nciSccModel (Raw)"), platform::Error);
 }
 
-TEST(DevicePoint, ReadsAndWritesAllFieldsInTheFormatOfTheLastRead) {
-  Device device;
-  device.setpoints.GetNetworkValue(1);
-  EXPECT_EQ(device.setpoints.MyNetworkVariable.FormatType(), device.Format("#US"));
-  device.setpoints.GetNetworkValue(0);
-  device.setpoints.NvAsArray[3] = "21.5";
-  device.setpoints.ValueAsChanges = true;
-  EXPECT_TRUE(device.setpoints.SendNetworkValue());
-  EXPECT_FALSE(device.setpoints.ValueAsChanges);
-  device.setpoints.GetNetworkValue(0);
-  EXPECT_EQ(device.setpoints.NvAsString(), "23,25,28,21.5,19,16");
-}
-
 TEST(DevicePoint, FailuresKeepTheNumberAndTellThePoint) {
   const std::string own = "A fault was set for this operation.";
   struct Case {

@@ -19,9 +19,6 @@ TEST(CommandLine, IsComparedAsAWhole) {
       {"", Role::RegistrationWindow, -1},
       {"/deregplugin /deregmode:2", Role::RegistrationWindow, -1},
       {"/deregplugin  /deregmode:0", Role::RegistrationWindow, -1},
-      {"/regplugin /x", Role::RegistrationWindow, -1},
-      {"\t/regplugin", Role::RegistrationWindow, -1},
-      {"-regplugin", Role::RegistrationWindow, -1},
       {"/Window /DeregPlugin /DeregMode:1", Role::DeregisterPlugIn, 1},
       {"/window", Role::RegistrationWindow, -1},
   };

@@ -69,35 +69,19 @@ TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
   }
 }
 
-TEST(Keyboard, GoesOnFromWhicheverControlHasTheFocus) {
-  KeyboardWindow window;
-  EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Backward), &window.metric);
-  window.imperial.SetSelected(true);
-  EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Backward), &window.second);
-  EXPECT_EQ(ui::NextControl(window.layout, &window.imperial, Direction::Forward), &window.apply);
-  EXPECT_EQ(ui::NextOption(window.layout, window.imperial, Direction::Forward), &window.metric);
-  EXPECT_EQ(ui::NextOption(window.layout, window.metric, Direction::Backward), &window.imperial);
-  window.apply.SetEnabled(false);
-  EXPECT_EQ(ui::NextControl(window.layout, &window.apply, Direction::Forward), &window.options);
-  EXPECT_EQ(ui::NextControl(window.layout, &window.apply, Direction::Backward), &window.imperial);
-}
-
 TEST(Keyboard, FindsWhatALetterLeadsTo) {
   KeyboardWindow window;
   // The target stands with the page of a tab control, and with "?" where others answer to the letter too.
   const std::tuple<const char*, char32_t, std::size_t, const Control*, std::string> rows[] = {
       {"a button, in either case", U'A', 0, nullptr, "apply"},
       {"a label leads to its field", U's', 0, nullptr, "first"},
-      {"not from a page behind", U's', 1, nullptr, "none"},
       {"a frame leads to its first field", U't', 1, nullptr, "hours"},
       {"what a device reports is no caption", U'd', 2, nullptr, "none"},
       {"nothing hidden", U'z', 0, nullptr, "none"},
-      {"no such letter", U'x', 0, nullptr, "none"},
       {"a doubled sign is text", U' ', 0, nullptr, "none"},
       {"and the letter behind it counts", U'w', 0, nullptr, "show"},
       {"two pages: from the first to the second", U'h', 0, nullptr, "tabs 1?"},
       {"and on to the first", U'h', 1, nullptr, "tabs 0?"},
-      {"from elsewhere the first", U'h', 2, nullptr, "tabs 0?"},
       {"a page and a button: first the page", U'o', 0, nullptr, "tabs 2?"},
       {"then the button", U'o', 2, nullptr, "options?"},
       {"then the page again", U'o', 2, &window.options, "tabs 2?"},

@@ -146,12 +146,6 @@ const std::tuple<const char*, Box (*)(StretchWindow&), Extent, const char*> kStr
      },
      {100, 166},
      "10,10 30x12; 10,27 42x112; 10,144 80x12; "},
-    {"a grid makes the narrow column as wide as the other first",
-     [](StretchWindow& w) {
-       return Box::Grid(2, 0, {Box::Leaf(w.small).StretchWidth(), Box::Leaf(w.wide).StretchWidth()});
-     },
-     {145, 32},
-     "10,10 60x12; 75,10 60x12; "},
     {"a frame beside a label, and the status bar along the edge",
      [](StretchWindow& w) {
        Box framed = Box::Framed(w.frame, Box::Column({Box::Leaf(w.small)})).StretchHeight();
