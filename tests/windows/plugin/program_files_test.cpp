@@ -73,13 +73,13 @@ TEST(ProgramFiles, AllHaveOneVersionAndTheProgramsAskForNoElevation) {
   }
 }
 
-/// A machine key that refuses values and subkeys, as to a standard user, for as long as this lives.
+/// A machine key that refuses values, subkeys and its deletion, as to a standard user, for as long as this
+/// lives.
 class RefusingKey {
  public:
-  explicit RefusingKey(const wchar_t* path) {
-    RegCreateKeyExW(HKEY_LOCAL_MACHINE, path, 0, nullptr, 0, KEY_ALL_ACCESS | KEY_WOW64_32KEY, nullptr, &key_,
-                    nullptr);
-    Allow(L"D:(D;;0x6;;;WD)(A;;KA;;;WD)");
+  explicit RefusingKey(const wchar_t* path, REGSAM view = KEY_WOW64_32KEY) {
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, path, 0, nullptr, 0, KEY_ALL_ACCESS | view, nullptr, &key_, nullptr);
+    Allow(L"D:(D;;0x10006;;;WD)(A;;KA;;;WD)");
   }
   ~RefusingKey() {
     Allow(L"D:(A;;KA;;;WD)");
@@ -120,7 +120,10 @@ TEST(ProgramFiles, ARefusedRegistrationEndsWithFive) {
   {
     const RefusingKey classes(L"SOFTWARE\\Classes");
     EXPECT_EQ(end_of(L"/regplugin"), 5);
-    EXPECT_EQ(end_of(L"/regserver"), sizeof(void*) == 4 ? 5 : 0) << "the class is in the view of the program";
+  }
+  {
+    const RefusingKey of_the_class(L"SOFTWARE\\Classes\\QM5RFcPirConfigure.LNSPlugInAPI", 0);
+    EXPECT_EQ(end_of(L"/regserver"), 5);
   }
   EXPECT_EQ(end_of(L"/deregplugin /deregmode:-1"), 0);
   EXPECT_NE(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, plug_in, KEY_WOW64_32KEY, 0), ERROR_SUCCESS) << "it is gone";
