@@ -126,6 +126,7 @@ TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
        {"!Error removing command " + device + because, remove + node, remove + thermostat, remove + other,
         remove + mark + islands}},
       {51, 0, Fault(kDeviceCommand, "Name"), {remove + "?|" + at_type}},
+      {51, 0, Fault(type, "Name"), {"!Error removing unused device templates|?" + because}},
       {51,
        0,
        Fault(islands, "Subsystems"),
