@@ -203,7 +203,7 @@ void OpenDevice::ReadAllPoints() {
   };
   try {
     for (std::size_t i = 0; i < points_.size(); ++i) ReadPoint(points_[i], points_.size() - 1 - i);
-  } catch (...) {
+  } catch (const Failure&) {
     log_findings();
     throw;
   }

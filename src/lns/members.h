@@ -83,8 +83,7 @@ inline constexpr Member kComponentClassId{"ComponentClassId"};  // documented
 inline constexpr Member kDefaultAppFlag{"DefaultAppFlag"};      // documented
 inline constexpr Member kDescription{"Description"};            // documented
 inline constexpr Member kRegisteredServer{"RegisteredServer"};  // documented
-inline constexpr Member kVersionNumber{
-    "VersionNumber"};  // documented, read-only; a command is added again where it cannot be put
+inline constexpr Member kVersionNumber{"VersionNumber"};  // documented, read-only: the mark is added anew
 
 // Devices and what they carry.
 inline constexpr Member kAppDevices{"AppDevices"};                    // documented
@@ -108,10 +107,9 @@ inline constexpr std::int32_t kAllProperties = 0;
 
 // Network variables.
 inline constexpr Member kNetworkVariables{"NetworkVariables"};  // documented
-inline constexpr Member kSourceOptions{
-    "SourceOptions"};  // chosen: documented on data points; left out where it is unknown
-inline constexpr Member kDsFormatType{"DsFormatType"};  // documented, before 3.0
-inline constexpr Member kValue{"Value"};                // documented; deprecated from 3.20
+inline constexpr Member kSourceOptions{"SourceOptions"};  // chosen: of data points; left out where unknown
+inline constexpr Member kDsFormatType{"DsFormatType"};    // documented, before 3.0
+inline constexpr Member kValue{"Value"};                  // documented; deprecated from 3.20
 
 // Codes of the object server's errors that mean something to the program, each above
 // platform::kObjectServerErrorBase.

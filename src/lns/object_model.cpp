@@ -24,9 +24,8 @@ constexpr std::uint32_t kLost[] = {0x800706BA, 0x800706BE, 0x800706BF, 0x8001010
                                    0x80010007, 0x80010012, 0x800401FD};
 
 constexpr const char* kDemonstration =
-    " The object server may be in demonstration mode, in which a network can have four devices at most: it "
-    "runs "
-    "so without a licence.";
+    " The object server may be in demonstration mode, as it is without a licence: a network can have four "
+    "devices at most then.";
 
 }  // namespace
 

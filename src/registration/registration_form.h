@@ -13,7 +13,7 @@ namespace registration {
 class fRegisterPlugIn : public ui::Form {
  public:
   struct Actions {
-    // False when nothing was done because the user refused the rights it takes: the window stays.
+    /// False when nothing was done because the user refused the rights it takes: the window stays.
     std::function<bool()> register_plug_in;
     /// With the mode: -1 minimal, 0 complete, 1 exhaustive.
     std::function<bool(std::int32_t mode)> deregister_plug_in;

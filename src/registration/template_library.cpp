@@ -13,7 +13,6 @@ namespace {
 
 using platform::Attempt;
 
-constexpr const char* kOwnTemplates = "Templates";
 constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
 
 /// Names of values are ANSI in the registry: what is not ASCII would make two names one.
@@ -124,17 +123,18 @@ std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
   throw Failure("Could not create a unique template name.");
 }
 
+std::string TemplateLibrary::NoteOf(const std::string& template_name) const {
+  return InAscii(network_.Name() + "/" + template_name);
+}
+
 std::string TemplateLibrary::Remembered(const std::string& template_name) const {
-  return with_.registry.Remembered(with_.identity.PlugInKey() + "\\" + kOwnTemplates, kOwnTemplates,
-                                   InAscii(network_.Name() + "/" + template_name));
+  return with_.registry.Remembered(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name));
 }
 
 void TemplateLibrary::Remember(const std::string& template_name, const std::string& program_id) const {
   // Where this is refused, the template is kept when the plug-in goes.
-  Attempt([&] {
-    with_.registry.Remember(with_.identity.PlugInKey() + "\\" + kOwnTemplates, kOwnTemplates,
-                            InAscii(network_.Name() + "/" + template_name), program_id);
-  });
+  Attempt(
+      [&] { with_.registry.Remember(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name), program_id); });
 }
 
 void TemplateLibrary::Forget(const std::string& template_name) const {

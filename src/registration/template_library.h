@@ -37,11 +37,16 @@ class TemplateLibrary {
   void RemoveUnused(Unused which) const;
 
  private:
+  static constexpr const char* kOwnTemplates = "Templates";
+
   lns::DeviceTemplate Make(const session::SupportedCommand& command);
   std::string FindInterfaceFile(const std::string& program_id);
   std::string UniqueName(const std::string& wanted) const;
   void SetSearchFolder();
   void Forget(const std::string& template_name) const;
+  std::string OwnTemplatesKey() const { return with_.identity.PlugInKey() + "\\" + kOwnTemplates; }
+  /// The name under which the registry has the template.
+  std::string NoteOf(const std::string& template_name) const;
   /// The program ID under which the template was made here; empty for another's.
   std::string Remembered(const std::string& template_name) const;
   void Remember(const std::string& template_name, const std::string& program_id) const;

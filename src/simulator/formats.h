@@ -25,9 +25,8 @@ class Format {
   /// Nothing for a name that is not known.
   static std::optional<Format> Find(std::string_view name);
 
-  /// Only the documented forms: "#SI" or "#US" behind the name, and of the types that are not standard
-  /// ("UNVT_")
-  /// "#<program ID>[<scope>].<name>" for a program ID that agrees with the device's in the digits of the
+  /// Only the documented forms: "#SI" or "#US" behind the name, and for the types of makers ("UNVT_")
+  /// "#<program ID>[<scope>].<name>" with a program ID that agrees with the device's in the digits of the
   /// scope.
   static std::optional<Format> FindDocumented(std::string_view name, std::string_view program_id);
 

@@ -70,8 +70,8 @@ struct Device {
   bool powered = true;
   int test_result = 0;
   std::map<std::string, Bytes> values;  // those that differ from the template's
-  std::map<std::string, Bytes>
-      database;  // what the network database holds where that differs from the device
+  /// What the network database holds where that differs from the device.
+  std::map<std::string, Bytes> database;
   std::vector<std::string> missing;
   std::vector<std::string> refuses;
   std::vector<LonMarkObject> objects;  // with the commands that this device alone has

@@ -107,6 +107,17 @@ TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
     }
 }
 
+TEST(Strictness, WhatTheObjectServerNeedsIsInTheLogAlsoIfTheFirstReadingFails) {
+  World world;
+  world.simulation->installation().strict = {};
+  world.simulation->installation().strict.formats = true;
+  world.simulation->faults().Add({"", "nciMinVer", "read", 1, 18200});
+  world.Configure(kFirstThermostat);
+  EXPECT_EQ(std::ranges::count(world.log.lstActivity.Rows(), "Object server",
+                               [](const auto& row) { return row.cells[1]; }),
+            1);
+}
+
 /// An older mark whose version is the object server's own to set.
 TEST(Strictness, AVersionThatCannotBePutIsReplaced) {
   for (const bool undone : {false, true}) {

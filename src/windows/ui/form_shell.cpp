@@ -155,7 +155,7 @@ LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CLOSE:
       form_.CloseRequested(ui::CloseReason::User);
       return 0;
-    case WM_QUERYENDSESSION:  // nothing of a thermostat is lost with unapplied edits
+    case WM_QUERYENDSESSION:  // the end of Windows is not kept waiting for unapplied edits
       return TRUE;
     case WM_ENDSESSION:
       if (wparam) form_.CloseRequested(ui::CloseReason::SystemShutdown);

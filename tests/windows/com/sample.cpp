@@ -42,6 +42,7 @@ std::span<const automation::MemberRow<Sample>> Sample::Members() {
       {6, "ProcessId",
        [](Sample&, Arguments) -> Value { return static_cast<std::int32_t>(GetCurrentProcessId()); }},
       {7, "Die", nullptr, nullptr, [](Sample&, Arguments) -> Value { ExitProcess(0); }},
+      {8, "Ended", [](Sample&, Arguments) -> Value { return ended_at_home - 100 * ended_elsewhere; }},
   };
   return rows;
 }

@@ -18,10 +18,10 @@ class Sample final : public automation::PublishedTable<Sample> {
   /// The mutex that a server of samples has for as long as its process lives.
   static constexpr const wchar_t* kServing = L"Qm5r.ComSample.Serving";
   static std::span<const automation::MemberRow<Sample>> Members();
-  /// How many have ended on other threads than those of their makers.
-  static inline std::atomic<int> ended_elsewhere;
+  /// How many have ended on the threads of their makers, and on others.
+  static inline std::atomic<int> ended_at_home, ended_elsewhere;
 
-  ~Sample() override { ended_elsewhere += GetCurrentThreadId() != home_; }
+  ~Sample() override { ++(GetCurrentThreadId() == home_ ? ended_at_home : ended_elsewhere); }
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override;
   /// How many handlers have heard the event.
   std::int32_t Fire(std::int32_t event, platform::Arguments arguments = {});

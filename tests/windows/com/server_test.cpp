@@ -7,6 +7,7 @@
 #include "sample.h"
 #include "windows/com/dispatch_door.h"
 #include "windows/com/dispatch_object.h"
+#include "windows/com/event_subscription.h"
 #include "windows/com/local_server.h"
 #include "windows/com/object_creation.h"
 #include "windows/com/registration.h"
@@ -176,6 +177,19 @@ TEST_F(Server, ItsDeathIsAnErrorAndNoMore) {
   EXPECT_THROW(sample->Advise([](auto, auto) {}), platform::Error);
   EXPECT_NO_THROW(subscription.reset());
   EXPECT_TRUE(CreateObject("Qm5r.ComSample"));
+}
+
+TEST_F(Server, AnObjectThatItsClientReleasesWithinItsCallEndsOnItsThread) {
+  ComPtr<IDispatch> second(ToDispatch(CreateObject("Qm5r.ComSample")));
+  std::unique_ptr<platform::Subscription> events =
+      SubscribeToDefaultEvents(second.get(), [&](auto, auto) { events.reset(), second.Reset(); });
+  CallArguments call(std::vector<Value>{13});
+  DISPPARAMS parameters = call.Parameters(false);
+  second.get()->Invoke(5, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
+  ASSERT_FALSE(second);
+  const auto ended = [&] { return automation::ToInteger(sample->Invoke({"Ended"}, CallKind::Get, {})); };
+  for (int i = 0; i < 100 && ended() == 0; ++i) Sleep(20);
+  EXPECT_EQ(ended(), 1);
 }
 
 TEST(Apartment, ObjectsEndWithItAtTheLatestAndOnItsThread) {

@@ -36,6 +36,8 @@ Check "DevelopmentProgramId of 5", plug.DevelopmentProgramId, ""
 On Error Resume Next
 plug.Name = "other"
 CheckError "Name", 20002, "Attempt to write to read-only property"
+plug.SendCommand 14, 7, kTower
+CheckError "command 14", 20003, "Command not supported"
 plug.SendCommand 13, 7, kTower
 CheckError "no network", 20005, "Object not found"
 plug.Minimized = True
