@@ -2,7 +2,8 @@
 // that makes the same calls. Both are measured in turn in one run.
 //
 //   plug_in_bench roads <rounds> <latency in ms>   first fill, refresh, units, apply
-//   plug_in_bench start <rounds>                   from creation to the first answer, beside an empty server
+//   plug_in_bench start <rounds>                   from creation to the first answer of a server that runs,
+//                                                  beside an empty one
 //   plug_in_bench memory                           peak with a device loaded, beside an empty window
 //   plug_in_bench soak <rounds>                    create, configure, release, again and again
 
@@ -189,22 +190,37 @@ int Roads(int rounds, int latency) {
   return 0;
 }
 
-double FirstAnswer(const char* prog_id) {
-  const double time = Milliseconds(
+struct FirstAnswer {
+  double time = 0, processor_time = 0;  // milliseconds
+};
+
+/// Of a server that runs already: to look for one that is just starting takes Wine a second, or two.
+FirstAnswer AskFirst(const char* prog_id, const wchar_t* program) {
+  const bench::StartedProgram server(program, L"-Embedding");
+  Sleep(1500);  // until it has offered its class
+  const double before = server.ProcessorTime();
+  FirstAnswer answer;
+  answer.time = Milliseconds(
       [&] { windows::com::CreateObject(prog_id)->Invoke({"Version"}, platform::CallKind::Get, {}); });
+  answer.processor_time = server.ProcessorTime() - before;
   Sleep(3000);  // until the server has gone
-  return time;
+  return answer;
 }
 
 int Start(int rounds) {
   const LateBoundPtr simulator = windows::com::CreateObject(kSimulator);  // the plug-in's object server is up
-  std::vector<double> plug_in, empty;
-  for (int round = 0; round < rounds; ++round) {
-    plug_in.push_back(FirstAnswer(kPlugIn));
-    empty.push_back(FirstAnswer("QM5RBench.Empty"));
+  for (const auto& [prog_id, program] :
+       {std::pair{kPlugIn, L"QM5RFcPirConfigure.exe"}, std::pair{"QM5RBench.Empty", L"empty_server.exe"}}) {
+    std::vector<double> times, processor_times;
+    for (int round = 0; round < rounds; ++round) {
+      const FirstAnswer answer = AskFirst(prog_id, program);
+      times.push_back(answer.time);
+      processor_times.push_back(answer.processor_time);
+    }
+    std::printf("first answer of %-34s %6.1f ms, processor %6.1f ms, slowest %6.1f ms (median of %d)\n",
+                prog_id, Median(times), Median(processor_times), std::ranges::max(times), rounds);
+    std::fflush(stdout);
   }
-  std::printf("start to first answer: plug-in %.1f ms, empty server %.1f ms, ratio %.2f (median of %d)\n",
-              Median(plug_in), Median(empty), Median(plug_in) / Median(empty), rounds);
   return 0;
 }
 
@@ -221,16 +237,8 @@ int Memory() {
   server->Invoke({"ShowWindow"}, platform::CallKind::Method, std::vector<platform::Value>{width, height});
   DWORD with_server = 0;
   GetWindowThreadProcessId(FindWindowW(kEmptyWindow, nullptr), &with_server);
-  wchar_t command[MAX_PATH + 64];
-  wchar_t folder[MAX_PATH];
-  GetModuleFileNameW(nullptr, folder, MAX_PATH);
-  *(wcsrchr(folder, L'\\') + 1) = 0;
-  wsprintfW(command, L"\"%sempty_server.exe\" /window %d %d", folder, width, height);
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION started{};
-  if (!CreateProcessW(nullptr, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
-    return 1;
+  const bench::StartedProgram window(L"empty_server.exe",
+                                     L"/window " + std::to_wstring(width) + L" " + std::to_wstring(height));
   Sleep(2000);
   const auto peak = [](DWORD process) {
     return static_cast<double>(bench::HoldingsOf(process).peak_working_set) / 1e6;
@@ -239,9 +247,9 @@ int Memory() {
   std::printf("peak memory: plug-in %.1f MB\n", plug_in);
   std::printf("  empty window of a server that holds the object server %.1f MB, ratio %.2f\n",
               peak(with_server), plug_in / peak(with_server));
-  std::printf("  empty window of a program without automation %.1f MB, ratio %.2f\n",
-              peak(started.dwProcessId), plug_in / peak(started.dwProcessId));
-  PostThreadMessageW(started.dwThreadId, WM_CLOSE, 0, 0);
+  std::printf("  empty window of a program without automation %.1f MB, ratio %.2f\n", peak(window.id()),
+              plug_in / peak(window.id()));
+  PostThreadMessageW(window.thread(), WM_CLOSE, 0, 0);
   return 0;
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 #include <vector>
@@ -115,6 +116,33 @@ Holdings HoldingsOf(DWORD process) {
   return holdings;
 }
 
+StartedProgram::StartedProgram(const std::wstring& program, const std::wstring& arguments) {
+  wchar_t path[MAX_PATH];
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const std::wstring folder(path, static_cast<std::size_t>(wcsrchr(path, L'\\') + 1 - path));
+  std::wstring command = L"\"" + folder + program + L"\" " + arguments;
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                      &process_))
+    throw std::runtime_error("a program beside this one cannot be started");
+}
+
+StartedProgram::~StartedProgram() {
+  CloseHandle(process_.hThread);
+  CloseHandle(process_.hProcess);
+}
+
+double StartedProgram::ProcessorTime() const {
+  FILETIME made, ended, kernel, user;
+  GetProcessTimes(process_.hProcess, &made, &ended, &kernel, &user);
+  const auto milliseconds = [](const FILETIME& time) {
+    return static_cast<double>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime) /
+           1e4;
+  };
+  return milliseconds(kernel) + milliseconds(user);
+}
+
 PlugInProcess::PlugInProcess() : window_(FindWindowW(L"FormSurface", L"Korvell QM5R-FC PIR Configure")) {
   if (!window_) throw std::runtime_error("the plug-in has no window");
   GetWindowThreadProcessId(window_, &id_);
@@ -130,6 +158,8 @@ void PlugInProcess::Press(const wchar_t* caption) const {
 }
 
 void PlugInProcess::Type(std::size_t field, const wchar_t* text) const {
+  // The plug-in makes a page when it is first looked at.
+  SendMessageW(window_, RegisterWindowMessageW(L"FormSurface.MakeAllWindows"), 0, 0);
   const HWND tabs = FindWindowExW(window_, nullptr, WC_TABCONTROLW, nullptr);
   const HWND edit = AllControls(tabs, L"Edit").at(field);
   SendMessageW(edit, EM_SETSEL, 0, -1);

@@ -15,6 +15,23 @@ struct Holdings {
 };
 Holdings HoldingsOf(DWORD process);
 
+/// A program beside the measuring one, started without waiting for it.
+class StartedProgram {
+ public:
+  StartedProgram(const std::wstring& program, const std::wstring& arguments);
+  ~StartedProgram();
+  StartedProgram(const StartedProgram&) = delete;
+  StartedProgram& operator=(const StartedProgram&) = delete;
+
+  DWORD id() const { return process_.dwProcessId; }
+  DWORD thread() const { return process_.dwThreadId; }
+  /// Milliseconds that the processors have spent on it so far.
+  double ProcessorTime() const;
+
+ private:
+  PROCESS_INFORMATION process_{};
+};
+
 /// The plug-in's window and process, seen from outside. A window is found whether it is shown or not.
 class PlugInProcess {
  public:

@@ -40,14 +40,13 @@ class Desktop : public ui::Desktop {
 
   std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form& form) override {
     struct Window : ui::FormWindow {
-      Window(Desktop& desktop, ui::Form& form) : screen(desktop), shown(form) {
+      Window(Desktop& desktop, ui::Form& form) : screen(desktop), shown(form) { Wake(); }
+      ~Window() override { Rest(); }
+      void Wake() final {
         ++screen.windows;
         screen.forms.push_back(&shown);
       }
-      ~Window() override {
-        --screen.windows;
-        std::erase(screen.forms, &shown);
-      }
+      void Rest() final { screen.windows -= static_cast<int>(std::erase(screen.forms, &shown)); }
       void UpdateCaption() override {}
       void UpdateBounds() override {}
       void UpdateState() override {}

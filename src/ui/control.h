@@ -26,7 +26,8 @@ class ControlPeer {
   virtual ~ControlPeer() = default;
   virtual void Update(Aspect aspect) = 0;
   virtual void TakeFocus() = 0;
-  virtual std::uintptr_t hwnd() const { return 0; }
+  /// Whoever asks for the window needs it now.
+  virtual std::uintptr_t hwnd() { return 0; }
   /// The control is being destroyed before its window.
   virtual void ControlGone() {}
 };

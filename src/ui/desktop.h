@@ -56,6 +56,9 @@ class FormWindow {
   virtual void Activate() = 0;
   virtual void Repaint() = 0;
   virtual std::uintptr_t hwnd() const = 0;
+  /// The form is unloaded, and keeps the window: nobody finds it until the form is loaded again.
+  virtual void Rest() = 0;
+  virtual void Wake() = 0;
   /// The smallest outer size, in twips at the window's own resolution, in which nothing of the layout is cut,
   /// at which a fixed window is made.
   struct Size {

@@ -12,7 +12,8 @@ Form::~Form() = default;
 
 void Form::Load() {
   if (window_) return;
-  window_ = desktop_.MakeWindow(*this);
+  if (kept_) kept_->Wake();
+  window_ = kept_ ? std::move(kept_) : desktop_.MakeWindow(*this);
   const FormWindow::Size first = FirstSize(window_->BestSize());
   const double scale = window_->BoundsScale();
   Centre({first.width * scale, first.height * scale});
@@ -24,10 +25,15 @@ void Form::Unload() {
   OnUnload();
   visible_ = false;
   active_control_ = former_control_ = nullptr;
+  if (keeps_window_) {
+    window_->Rest();
+    kept_ = std::move(window_);
+  }
   window_.reset();
 }
 
 bool Form::CloseRequested(CloseReason reason) {
+  if (!window_) return true;
   if (!OnQueryUnload(reason)) return false;
   Unload();
   return true;

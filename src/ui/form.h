@@ -102,6 +102,10 @@ class Form : public HasWindow {
   /// resolution; it becomes no larger than the screen.
   virtual FormWindow::Size FirstSize(FormWindow::Size best) { return best; }
 
+  /// A form that comes and goes often: the system's window stays when the form is unloaded, hidden and
+  /// without a caption, for the next time that it is loaded.
+  void KeepWindow() { keeps_window_ = true; }
+
   virtual void OnLoad() {}
   virtual void OnActivate() {}
   virtual void OnResize() {}
@@ -130,7 +134,8 @@ class Form : public HasWindow {
   Control* active_control_ = nullptr;
   Control* former_control_ = nullptr;
   Box layout_;
-  std::unique_ptr<FormWindow> window_;
+  std::unique_ptr<FormWindow> window_, kept_;
+  bool keeps_window_ = false;
 };
 
 }  // namespace ui

@@ -15,6 +15,7 @@ fProgress::fProgress(Desktop& desktop, const platform::Program& program, std::st
     : Form(desktop, "fProgress", BorderStyle::FixedDialog),
       plug_in_name_(std::move(plug_in_name)),
       animation_(desktop, program.ExecutableName()) {
+  KeepWindow();
   SetCaption("Plug-in name will be set here at run time");
   Status.shows_data = true;
   Status.lines = 2;
@@ -25,6 +26,7 @@ fProgress::fProgress(Desktop& desktop, const platform::Program& program, std::st
 }
 
 void fProgress::OnLoad() {
+  Status.SetText({});
   SetCaption(plug_in_name_);
   desktop().SetPointer(Pointer::Hourglass);
   animation_.SetOwner(picResAnim);
@@ -63,7 +65,6 @@ void Progress::LeaveToUser() {
 void Progress::Close() {
   if (!window_) return;
   window_->Unload();
-  window_.reset();
 }
 
 }  // namespace ui

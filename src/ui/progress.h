@@ -36,7 +36,7 @@ class fProgress : public Form {
   cAnimControl animation_;
 };
 
-/// The process's one progress window, made when it is first needed and dropped when the operation ends.
+/// The process's one progress window, loaded when it is first needed and unloaded when the operation ends.
 class Progress {
  public:
   Progress(Desktop& desktop, const platform::Program& program, std::string plug_in_name)

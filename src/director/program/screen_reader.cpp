@@ -137,6 +137,8 @@ void PrintInside(const Panel& panel, int frame, const std::string& indent, std::
 }
 
 void PrintPlace(HWND window, std::ostream& out) {
+  // The plug-in makes a page when it is first looked at.
+  SendMessageW(window, RegisterWindowMessageW(L"FormSurface.MakeAllWindows"), 0, 0);
   RECT place{};
   GetWindowRect(window, &place);
   out << "window\t" << TextOf(window) << "\nbounds\t" << place.right - place.left << 'x'
@@ -181,7 +183,6 @@ void PrintLists(HWND window, std::ostream& out) {
 bool PrintScreen(std::ostream& out) {
   const HWND main = FindWindowW(kSurfaceClass, kMainCaption);
   if (!main || !IsWindowVisible(main)) return false;
-  PrintPlace(main, out);
   PrintInside(PanelOf(main), -1, "  ", out);
   PrintPages(main, out);
   PrintBars(main, out);

@@ -11,17 +11,17 @@
 
 namespace windows {
 
-ButtonPeer::ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default)
-    : ControlPeer(host, parent, button) {
-  Create(L"BUTTON", ToWide(button.Text()),
-         static_cast<DWORD>((is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) |
-                            (button.picture != ui::Button::Picture::None ? BS_ICON : 0)));
+void ButtonPeer::MakeWindow() {
+  Create(L"BUTTON", ToWide(button().Text()),
+         static_cast<DWORD>((is_default_ ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | (HasPicture() ? BS_ICON : 0)));
 }
+
+bool ButtonPeer::HasPicture() const { return button().picture != ui::Button::Picture::None; }
 
 void ButtonPeer::Rescale() {
   ControlPeer::Rescale();
   if (button().shield) Send(BCM_SETSHIELD, 0, TRUE);
-  if (button().picture == ui::Button::Picture::None) return;
+  if (!HasPicture()) return;
   const Picture picture = button().picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
   OwnedIcon drawn = DrawPicture(picture, look().Scaled(16));
   Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(drawn.get()));
@@ -30,7 +30,7 @@ void ButtonPeer::Rescale() {
 
 ui::Extent ButtonPeer::PreferredSize() const {
   const int height = look().TextHeight() + look().Scaled(12);
-  if (picture_) return {height + look().Scaled(10), height};
+  if (HasPicture()) return {height + look().Scaled(10), height};
   const ui::Extent text = look().TextSize(ToWide(button().Text()), Look::Weight::Normal, true);
   const int shield = button().shield ? look().Scaled(20) : 0;
   return {std::max(text.width + shield + look().Scaled(24), look().Scaled(84)), height};
@@ -42,16 +42,9 @@ void ButtonPeer::Command(WORD notification) {
 
 void ButtonPeer::Press() { button().UserClicks(); }
 
-MarkPeer::MarkPeer(PeerHost& host, Surface& parent, ui::OptionButton& option)
-    : ControlPeer(host, parent, option) {
-  Create(L"BUTTON", ToWide(option.Text()), BS_RADIOBUTTON);
-  // The focus alone chooses nothing.
-  Send(BM_SETDONTCLICK, TRUE);
-  ShowMark();
-}
-
-MarkPeer::MarkPeer(PeerHost& host, Surface& parent, ui::CheckBox& box) : ControlPeer(host, parent, box) {
-  Create(L"BUTTON", ToWide(box.Text()), BS_CHECKBOX);
+void MarkPeer::MakeWindow() {
+  Create(L"BUTTON", ToWide(control().Text()), static_cast<DWORD>(option() ? BS_RADIOBUTTON : BS_CHECKBOX));
+  if (option()) Send(BM_SETDONTCLICK, TRUE);  // the focus alone chooses nothing
   ShowMark();
 }
 
@@ -71,9 +64,15 @@ void MarkPeer::ShowMark() const {
 }
 
 void MarkPeer::Update(ui::Aspect aspect) {
-  if (aspect != ui::Aspect::Selection) return ControlPeer::Update(aspect);
-  ShowMark();
-  if (option() && option()->Selected()) host().Selected(*option());
+  ControlPeer::Update(aspect);
+  if (aspect == ui::Aspect::Selection && option() && option()->Selected()) host().Selected(*option());
+}
+
+void MarkPeer::Show(ui::Aspect aspect) {
+  if (aspect == ui::Aspect::Selection)
+    ShowMark();
+  else
+    ControlPeer::Show(aspect);
 }
 
 void MarkPeer::Command(WORD notification) {

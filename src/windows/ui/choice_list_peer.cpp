@@ -16,8 +16,7 @@ constexpr int kMostVisibleItems = 12;
 
 }  // namespace
 
-ChoiceListPeer::ChoiceListPeer(PeerHost& host, Surface& parent, ui::ChoiceList& list)
-    : ControlPeer(host, parent, list) {
+void ChoiceListPeer::MakeWindow() {
   Create(L"COMBOBOX", L"", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL);
   FillItems();
 }
@@ -26,25 +25,22 @@ ui::Extent ChoiceListPeer::PreferredSize() const {
   int widest = 4 * look().DigitWidth();
   for (const std::string& item : list().Items())
     widest = std::max(widest, look().TextSize(ToWide(item)).width);
-  return {widest + SystemMetric(SM_CXVSCROLL, handle()) + look().Scaled(16), look().FieldHeight()};
+  return {widest + SystemMetric(SM_CXVSCROLL, parent().handle()) + look().Scaled(16), look().FieldHeight()};
 }
 
-void ChoiceListPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
-  if (rectangle == place()) return;
+void ChoiceListPeer::OnPlaced() {
   Send(CB_SETITEMHEIGHT, 0, look().TextHeight() + look().Scaled(4));
   // The field is higher than its item by the border, whose width the system does not tell.
-  Send(CB_SETITEMHEIGHT, WPARAM(-1), rectangle.height);
+  Send(CB_SETITEMHEIGHT, WPARAM(-1), static_cast<LPARAM>(place().height));
   RECT field;
   GetWindowRect(handle(), &field);
-  Send(CB_SETITEMHEIGHT, WPARAM(-1), 2 * rectangle.height - (field.bottom - field.top));
+  Send(CB_SETITEMHEIGHT, WPARAM(-1), 2 * place().height - (field.bottom - field.top));
   Send(CB_SETMINVISIBLE, kMostVisibleItems);
-  ControlPeer::Place(rectangle, batch);
 }
 
-void ChoiceListPeer::Update(ui::Aspect aspect) {
+void ChoiceListPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Items) {
     FillItems();
-    host().Relayout();
   } else if (aspect == ui::Aspect::Text) {
     CatchUpWhenSeen();
   } else if (aspect == ui::Aspect::Locked) {
@@ -52,7 +48,7 @@ void ChoiceListPeer::Update(ui::Aspect aspect) {
     if (list().Locked() && DroppedDown()) Send(CB_SHOWDROPDOWN, FALSE);
     CatchUp();
   } else {
-    ControlPeer::Update(aspect);
+    ControlPeer::Show(aspect);
   }
 }
 

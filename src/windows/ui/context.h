@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "windows/ui/accessible_texts.h"
 #include "windows/ui/html_help.h"
 #include "windows/ui/look.h"
 
@@ -72,6 +73,7 @@ class Context {
   void DestroyClosed() noexcept;
 
   HtmlHelp help;
+  const AccessibleTexts accessible;
   bool hourglass = false;
   /// How many message boxes have come up so far.
   int messages_shown = 0;

@@ -28,6 +28,7 @@ void ControlSet::TakeFocus(ControlPeer& peer) {
     place.tabs->Select(place.page);
     if (closed_) return;
   }
+  NeedWindow(peer);
   saved_focus_ = peer.handle();
   Reveal(peer);
   // In a hidden or minimised window the focus is taken when the window comes up.

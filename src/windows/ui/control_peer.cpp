@@ -6,7 +6,6 @@
 
 #include "platform/error.h"
 #include "windows/com/wide_text.h"
-#include "windows/ui/accessible_name.h"
 #include "windows/ui/surface.h"
 
 namespace windows {
@@ -33,6 +32,11 @@ bool TakesFocus(const ui::Control& control) {
   }
 }
 
+/// The size does not follow from the text.
+bool FixedInSize(const ui::Control& control) {
+  return control.kind() == ui::Control::Kind::TextField || control.kind() == ui::Control::Kind::ChoiceList;
+}
+
 bool IsDown(int key) { return GetKeyState(key) < 0; }
 
 }  // namespace
@@ -43,7 +47,9 @@ int HeldKeys() {
 }
 
 ControlPeer::ControlPeer(PeerHost& host, Surface& parent, ui::Control& control)
-    : host_(host), parent_(parent), control_(&control), backdrop_(parent.color()) {}
+    : host_(host), parent_(parent), control_(&control), backdrop_(parent.color()) {
+  control.Attach(this);
+}
 
 ControlPeer::~ControlPeer() {
   Detach();
@@ -65,38 +71,66 @@ void ControlPeer::Create(const wchar_t* window_class, const std::wstring& text, 
   style |= WS_CHILD | WS_CLIPSIBLINGS;
   if (control_->Visible()) style |= WS_VISIBLE;
   if (!control_->Enabled()) style |= WS_DISABLED;
-  handle_ = CreateWindowExW(extended_style, window_class, text.c_str(), style, 0, 0, 0, 0, parent_.handle(),
-                            nullptr, host_.context().instance(), nullptr);
+  const POINT at = Position();
+  handle_ = CreateWindowExW(extended_style, window_class, text.c_str(), style, static_cast<int>(at.x),
+                            static_cast<int>(at.y), place_.width, place_.height, parent_.handle(), nullptr,
+                            host_.context().instance(), nullptr);
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
                           "No window can be made for the control " + control_->name() + ".");
   Peers()[handle_] = this;
   class_procedure_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
-  if (!control_->AccessibleName().empty()) SetAccessibleName(handle_, ToWide(control_->AccessibleName()));
-  control_->Attach(this);
+  if (!control_->AccessibleName().empty())
+    host_.context().accessible.SetName(handle_, ToWide(control_->AccessibleName()));
 }
 
-void ControlPeer::Rescale() {
-  place_ = {};  // a place that is the same means something else now
-  Send(WM_SETFONT, reinterpret_cast<WPARAM>(look().Font(weight())), FALSE);
+void ControlPeer::Make() {
+  if (handle_) return;
+  MakeWindow();
+  Rescale();
+  if (place_ != ui::Rectangle{}) OnPlaced();
 }
+
+void ControlPeer::TakeLook() {
+  place_ = {};  // a place that is the same means something else now
+  Measure();
+  if (handle_) Rescale();
+}
+
+void ControlPeer::Rescale() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(look().Font(weight())), FALSE); }
 
 void ControlPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
   if (rectangle == place_) return;
   place_ = rectangle;
-  batch = DeferWindowPos(batch, handle_, nullptr, rectangle.left - parent_.origin.x,
-                         rectangle.top - parent_.origin.y, rectangle.width, rectangle.height,
-                         SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+  if (!handle_) return;
+  OnPlaced();
+  const POINT at = Position();
+  batch = DeferWindowPos(batch, handle_, nullptr, static_cast<int>(at.x), static_cast<int>(at.y),
+                         place_.width, place_.height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
+POINT ControlPeer::Position() const {
+  return {place_.left - parent_.origin.x, place_.top - parent_.origin.y};
 }
 
 void ControlPeer::Update(ui::Aspect aspect) {
+  if (handle_) Show(aspect);
+  if (alive() && Outgrown(aspect)) host_.Relayout();
+}
+
+bool ControlPeer::Outgrown(ui::Aspect aspect) const {
+  if (aspect == ui::Aspect::Visible || aspect == ui::Aspect::Items) return true;
+  if (aspect != ui::Aspect::Text || FixedInSize(*control_)) return false;
+  const ui::Extent wanted = PreferredSize();
+  return wanted.width > place_.width || wanted.height > place_.height;
+}
+
+void ControlPeer::Show(ui::Aspect aspect) {
   switch (aspect) {
     case ui::Aspect::Text: {
       const std::wstring text = ToWide(control_->Text());
       if (text != WindowText()) SetWindowTextW(handle_, text.c_str());
-      const ui::Extent wanted = PreferredSize();
-      if (wanted.width > place_.width || wanted.height > place_.height) host_.Relayout();
       break;
     }
     case ui::Aspect::Enabled:
@@ -105,7 +139,6 @@ void ControlPeer::Update(ui::Aspect aspect) {
       if (!alive()) break;
       EnableWindow(handle_, control_->Enabled());
       ShowWindow(handle_, control_->Visible() ? SW_SHOWNA : SW_HIDE);
-      if (aspect == ui::Aspect::Visible) host_.Relayout();
       break;
     case ui::Aspect::Colors:
       InvalidateRect(handle_, nullptr, TRUE);

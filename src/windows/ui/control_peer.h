@@ -40,10 +40,17 @@ class PeerHost {
   virtual void ShowToolTip(ControlPeer& peer) = 0;
   /// A text may have outgrown its control.
   virtual void Relayout() = 0;
+  /// A page comes to the front; the controls on it need their windows now.
+  virtual void PageAppears(Surface& page) = 0;
+  /// The control needs its window, though nobody looks at it yet.
+  virtual void NeedWindow(ControlPeer& peer) = 0;
 };
 
 /// Shows one portable control in a window of the system, and tells the control what the user does. One class
 /// for each kind of control derives from it; none holds a rule of the program.
+///
+/// The window is made when it is first looked at. Until then the peer knows the control's size and
+/// place, and what changes waits in the control.
 ///
 /// Owned by the form's shell, which destroys the window first.
 class ControlPeer : public ui::ControlPeer {
@@ -56,6 +63,9 @@ class ControlPeer : public ui::ControlPeer {
   /// The peer of a control's window; null for other windows.
   static ControlPeer* Of(HWND window);
 
+  /// Makes the window, once, and shows in it what the control holds.
+  void Make();
+  /// Null before the window is made.
   HWND handle() const { return handle_; }
   Surface& parent() const { return parent_; }
   ui::Control& control() const { return *control_; }
@@ -66,18 +76,20 @@ class ControlPeer : public ui::ControlPeer {
   /// The color of what lies behind the control.
   void StandOn(int system_color) { backdrop_ = system_color; }
 
-  /// Takes over the window's look; when the control is made, and when the look has become another one.
-  /// Everything that follows from it is made here, and in Place, which comes next.
-  virtual void Rescale();
+  /// Takes over the window's look; at first, and when the look has become another one. Place comes next.
+  void TakeLook();
   virtual ui::Extent PreferredSize() const = 0;
   /// The rectangle is in the form's client area; the batch, of the parent's children, moves many at once.
-  virtual void Place(const ui::Rectangle& rectangle, HDWP& batch);
+  void Place(const ui::Rectangle& rectangle, HDWP& batch);
   const ui::Rectangle& place() const { return place_; }
 
   void Update(ui::Aspect aspect) override;
   void TakeFocus() override { host_.TakeFocus(*this); }
   void ControlGone() override { control_ = nullptr; }
-  std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(handle_); }
+  std::uintptr_t hwnd() override {
+    host_.NeedWindow(*this);
+    return reinterpret_cast<std::uintptr_t>(handle_);
+  }
 
   // What the parent hands on.
   virtual void Command(WORD) {}
@@ -94,7 +106,16 @@ class ControlPeer : public ui::ControlPeer {
   virtual void Press() {}
 
  protected:
+  virtual void MakeWindow() = 0;
   void Create(const wchar_t* window_class, const std::wstring& text, DWORD style, DWORD extended_style = 0);
+  /// Finds out by the look what PreferredSize needs beside it.
+  virtual void Measure() {}
+  /// Gives the window what follows from the look alone.
+  virtual void Rescale();
+  /// Gives the window what follows from its place, and from the look with it.
+  virtual void OnPlaced() {}
+  /// Shows what has changed in the window.
+  virtual void Show(ui::Aspect aspect);
   virtual LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
   /// For what changes often: calls CatchUp now if the window can be seen, and otherwise, as on another page,
   /// before the window is next told anything: to paint, say, or to give somebody its text.
@@ -117,6 +138,9 @@ class ControlPeer : public ui::ControlPeer {
   int backdrop() const { return backdrop_; }
 
  private:
+  /// The control may need another place in the window.
+  bool Outgrown(ui::Aspect aspect) const;
+  POINT Position() const;
   void CatchUpNow();
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 

@@ -7,7 +7,6 @@
 #include <map>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/accessible_name.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/list_view_peer.h"
 #include "windows/ui/picture_peer.h"
@@ -56,15 +55,37 @@ ControlSet::~ControlSet() { Close(); }
 
 void ControlSet::Create() {
   look_ = context().LookFor(context().FirstDpi(window_.handle()));
-  Make(form_.layout(), window_, false);
-  for (const auto& peer : peers_)
-    if (!peer->control().ToolTip().empty()) ShowToolTip(*peer);
+  MakePeers(form_.layout(), window_, false);
   MeasureLayout();
+}
+
+void ControlSet::Appear() {
+  if (std::exchange(appeared_, true)) return;
+  MakeWindowsOn(window_);
+  for (const auto& peer : peers_)
+    if (peer->control().kind() == Kind::Tabs) static_cast<const TabsPeer&>(*peer).MakeFrontPage();
+}
+
+void ControlSet::PageAppears(Surface& page) {
+  if (appeared_) MakeWindowsOn(page);
+}
+
+void ControlSet::MakeWindowsOn(const Surface& surface) {
+  for (const auto& peer : peers_) {
+    if (&peer->parent() != &surface || peer->handle()) continue;
+    peer->Make();
+    if (!peer->control().ToolTip().empty()) ShowToolTip(*peer);
+  }
+}
+
+void ControlSet::MakeAllWindows() {
+  Appear();
+  for (const auto& peer : peers_) MakeWindowsOn(peer->parent());
 }
 
 void ControlSet::TakeLook(std::shared_ptr<const Look> look) {
   const auto former = std::exchange(look_, std::move(look));  // until nothing uses its fonts
-  for (const auto& peer : peers_) peer->Rescale();
+  for (const auto& peer : peers_) peer->TakeLook();
   if (tool_tips_) FitToolTips();
   MeasureLayout();
 }
@@ -77,21 +98,24 @@ void ControlSet::HandOn(UINT message, WPARAM wparam, LPARAM lparam) const {
 
 void ControlSet::MeasureLayout() { engine_.emplace(form_.layout(), static_cast<const ui::Metrics&>(*this)); }
 
-void ControlSet::Make(const ui::Box& box, Surface& parent, bool nested) {
+void ControlSet::MakePeers(const ui::Box& box, Surface& parent, bool nested) {
   // A frame lies below what stands in it: the system puts each new window under its elder siblings.
-  if (box.kind == ui::Box::Kind::Frame) Make(box.children.at(0), parent, true);
+  if (box.kind == ui::Box::Kind::Frame) MakePeers(box.children.at(0), parent, true);
   if (box.control) {
     peers_.push_back(MakePeer(*box.control, parent, nested));
     by_control_[box.control] = peers_.back().get();
-    peers_.back()->Rescale();
+    peers_.back()->TakeLook();
   }
   if (box.kind == ui::Box::Kind::Frame) return;
-  for (std::size_t index = 0; index < box.children.size(); ++index) {
-    Surface* on = &parent;
-    if (box.kind == ui::Box::Kind::Pages)
-      on = &static_cast<TabsPeer*>(by_control_.at(box.control))->page(index);
-    Make(box.children[index], *on, nested && box.kind != ui::Box::Kind::Pages);
-  }
+  if (box.kind == ui::Box::Kind::Pages) return MakePages(box, parent);
+  for (const ui::Box& child : box.children) MakePeers(child, parent, nested);
+}
+
+void ControlSet::MakePages(const ui::Box& box, Surface& parent) {
+  MakeWindowsOn(parent);  // the tab control's among them, which carries the pages and knows its measures
+  const auto& tabs = *static_cast<const TabsPeer*>(by_control_.at(box.control));
+  for (std::size_t index = 0; index < box.children.size(); ++index)
+    MakePeers(box.children[index], tabs.page(index), false);
 }
 
 std::unique_ptr<ControlPeer> ControlSet::MakePeer(ui::Control& control, Surface& parent, bool nested) {
@@ -181,7 +205,7 @@ void ControlSet::PlaceAll() {
   }
   for (const auto& [parent, batch] : batches) EndDeferWindowPos(batch);
   for (const auto& peer : peers_) {
-    if (peer->control().ToolTip().empty()) continue;
+    if (!peer->handle() || peer->control().ToolTip().empty()) continue;
     TTTOOLINFOW tool = PlaceTool(*peer);
     SendMessageW(tool_tips_, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LPARAM>(&tool));
   }
@@ -244,7 +268,7 @@ void ControlSet::ShowToolTip(ControlPeer& peer) {
     SendMessageW(tool_tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     if (!text.empty()) SendMessageW(tool_tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   }
-  SetAccessibleDescription(peer.handle(), text);
+  context().accessible.SetDescription(peer.handle(), text);
 }
 
 void ControlSet::RelayToToolTips(MSG& message) const {

@@ -23,8 +23,12 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   ControlSet(Surface& window, ui::Form& form);
   ~ControlSet() override;
 
-  /// Makes the windows of all controls.
+  /// Finds out about sizes. The controls' windows are made when they are first looked at.
   void Create();
+  /// The form's window is about to be shown.
+  void Appear();
+  /// Makes all windows, for whoever reads them from outside.
+  void MakeAllWindows();
   /// Shows them with another look. They are arranged by the next call of Arrange.
   void TakeLook(std::shared_ptr<const Look> look);
   /// A message that tells of the system's colours, fonts or theme, for all windows in the form's and its
@@ -62,6 +66,8 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void Selected(ui::OptionButton& option) override;
   void ShowToolTip(ControlPeer& peer) override;
   void Relayout() override;
+  void PageAppears(Surface& page) override;
+  void NeedWindow(ControlPeer& peer) override { MakeWindowsOn(peer.parent()); }
 
  private:
   // Metrics
@@ -74,8 +80,10 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   double TwipsPerPixel() const override { return 1440.0 / look().dpi(); }
   ui::Extent Frame() const override { return FrameOf(window_.handle()); }
 
-  void Make(const ui::Box& box, Surface& parent, bool nested);
+  void MakePeers(const ui::Box& box, Surface& parent, bool nested);
+  void MakePages(const ui::Box& box, Surface& parent);
   std::unique_ptr<ControlPeer> MakePeer(ui::Control& control, Surface& parent, bool nested);
+  void MakeWindowsOn(const Surface& surface);
   void MakeToolTips();
   void FitToolTips() const;
   void MeasureLayout();
@@ -93,6 +101,7 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   ui::Form& form_;
   std::shared_ptr<const Look> look_;
   bool closed_ = false;
+  bool appeared_ = false;
   ui::FocusTracker focus_;
   std::vector<std::unique_ptr<ControlPeer>> peers_;
   std::unordered_map<const ui::Control*, ControlPeer*> by_control_;

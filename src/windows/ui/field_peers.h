@@ -11,15 +11,16 @@ namespace windows {
 /// key filter, and every change is told to the field.
 class TextFieldPeer final : public ControlPeer {
  public:
-  TextFieldPeer(PeerHost& host, Surface& parent, ui::TextField& field);
+  using ControlPeer::ControlPeer;
 
   ui::Extent PreferredSize() const override;
-  void Update(ui::Aspect aspect) override;
   void Command(WORD notification) override;
   HBRUSH Colors(HDC dc) override;
   void Prepare() override;
 
  protected:
+  void MakeWindow() override;
+  void Show(ui::Aspect aspect) override;
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
   void CatchUp() override;
 
@@ -40,16 +41,17 @@ class TextFieldPeer final : public ControlPeer {
 /// system. A text that is no item stands as an extra item at the end until another text is set.
 class ChoiceListPeer final : public ControlPeer {
  public:
-  ChoiceListPeer(PeerHost& host, Surface& parent, ui::ChoiceList& list);
+  using ControlPeer::ControlPeer;
 
   ui::Extent PreferredSize() const override;
-  void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
-  void Update(ui::Aspect aspect) override;
   void Command(WORD notification) override;
   void Draw(const DRAWITEMSTRUCT& item) override;
   HBRUSH Colors(HDC dc) override;
 
  protected:
+  void MakeWindow() override;
+  void OnPlaced() override;
+  void Show(ui::Aspect aspect) override;
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
   /// Selects the list's text.
   void CatchUp() override;

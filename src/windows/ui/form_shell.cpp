@@ -15,6 +15,12 @@
 namespace windows {
 namespace {
 
+/// What a program sends that reads the whole window, as tests do.
+UINT MakeAllWindowsMessage() {
+  static const UINT message = RegisterWindowMessageW(L"FormSurface.MakeAllWindows");
+  return message;
+}
+
 struct WindowStyle {
   DWORD style;
   DWORD extended;
@@ -125,6 +131,7 @@ void FormShell::UpdateState() {
     ShowWindow(handle(), SW_HIDE);
     return;
   }
+  controls_.Appear();
   switch (form_.State()) {
     case ui::WindowState::Normal:
       ShowWindow(handle(), SW_SHOWNORMAL);
@@ -149,8 +156,14 @@ void FormShell::Repaint() {
   RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
+void FormShell::Rest() {
+  ShowWindow(handle(), SW_HIDE);
+  SetWindowTextW(handle(), L"");
+}
+
 LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   if (closed() || !created_) return Surface::Handle(message, wparam, lparam);
+  if (message == MakeAllWindowsMessage()) controls_.MakeAllWindows();
   switch (message) {
     case WM_CLOSE:
       form_.CloseRequested(ui::CloseReason::User);

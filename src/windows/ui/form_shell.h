@@ -28,6 +28,7 @@ class FormShell final : public Surface {
   void UpdateState();
   void Activate();
   void Repaint();
+  void Rest();
   ui::FormWindow::Size BestSize() const;
   double BoundsScale() const;
 
@@ -74,6 +75,8 @@ class FormWindowPeer final : public ui::FormWindow {
   void UpdateState() override { shell_.UpdateState(); }
   void Activate() override { shell_.Activate(); }
   void Repaint() override { shell_.Repaint(); }
+  void Rest() override { shell_.Rest(); }
+  void Wake() override { shell_.UpdateCaption(); }
   std::uintptr_t hwnd() const override { return reinterpret_cast<std::uintptr_t>(shell_.handle()); }
   Size BestSize() const override { return shell_.BestSize(); }
   double BoundsScale() const override { return shell_.BoundsScale(); }

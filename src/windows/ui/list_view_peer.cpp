@@ -12,22 +12,22 @@
 
 namespace windows {
 
-ListViewPeer::ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list)
-    : ControlPeer(host, parent, list) {
+void ListViewPeer::MakeWindow() {
   Create(WC_LISTVIEWW, L"", LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
          WS_EX_CLIENTEDGE);
   const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER;
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
   MakeColumns();
-  CatchUpWhenSeen();
 }
 
 void ListViewPeer::Rescale() {
   ControlPeer::Rescale();
   MakeImages();
   for (std::size_t column = 0; column < columns_.size(); ++column) Fit(column);
-  if (columns_.empty()) ForgetRows();
+  const bool first = columns_.empty();
+  if (first) ForgetRows();
   MeasureRows();
+  if (first) CatchUpWhenSeen();
 }
 
 void ListViewPeer::MakeImages() {
@@ -94,8 +94,8 @@ void ListViewPeer::CatchUp() {
   if (!rows.empty()) Send(LVM_ENSUREVISIBLE, rows.size() - 1, FALSE);
 }
 
-void ListViewPeer::Update(ui::Aspect aspect) {
-  if (aspect != ui::Aspect::Rows) return ControlPeer::Update(aspect);
+void ListViewPeer::Show(ui::Aspect aspect) {
+  if (aspect != ui::Aspect::Rows) return ControlPeer::Show(aspect);
   MeasureRows();
   CatchUpWhenSeen();
 }

@@ -12,14 +12,15 @@ namespace windows {
 /// one. Each column is as wide as the widest text that it has held since it was empty.
 class ListViewPeer final : public ControlPeer {
  public:
-  ListViewPeer(PeerHost& host, Surface& parent, ui::ListView& list);
+  using ControlPeer::ControlPeer;
 
-  void Rescale() override;
   ui::Extent PreferredSize() const override;
-  void Update(ui::Aspect aspect) override;
   LRESULT Notify(NMHDR& header) override;
 
  protected:
+  void MakeWindow() override;
+  void Rescale() override;
+  void Show(ui::Aspect aspect) override;
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
   void CatchUp() override;
 

@@ -64,20 +64,20 @@ OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
 
 }  // namespace
 
-PicturePeer::PicturePeer(PeerHost& host, Surface& parent, ui::Picture& picture)
-    : ControlPeer(host, parent, picture) {
-  Create(L"STATIC", L"", SS_OWNERDRAW);
-}
+void PicturePeer::MakeWindow() { Create(L"STATIC", L"", SS_OWNERDRAW); }
 
-void PicturePeer::Rescale() {
-  ControlPeer::Rescale();
+void PicturePeer::Measure() {
   const auto& picture = static_cast<const ui::Picture&>(control());
   const auto pixels = [&](double twips) {
     return static_cast<int>(std::lround(twips * look().dpi() / 1440));
   };
-  const ui::Extent size{pixels(picture.width), pixels(picture.height)};
-  if (std::exchange(size_, size) == size) return;
-  scaled_ = LoadScaled(host().context().instance(), picture.resource, size);
+  size_ = {pixels(picture.width), pixels(picture.height)};
+}
+
+void PicturePeer::Rescale() {
+  if (std::exchange(scaled_to_, size_) == size_) return;
+  scaled_ =
+      LoadScaled(host().context().instance(), static_cast<const ui::Picture&>(control()).resource, size_);
 }
 
 ui::Extent PicturePeer::PreferredSize() const { return size_; }

@@ -9,13 +9,17 @@ namespace windows {
 /// without the bitmap shows nothing in its place.
 class PicturePeer final : public ControlPeer {
  public:
-  PicturePeer(PeerHost& host, Surface& parent, ui::Picture& picture);
-  void Rescale() override;
+  using ControlPeer::ControlPeer;
   ui::Extent PreferredSize() const override;
   void Draw(const DRAWITEMSTRUCT& item) override;
 
+ protected:
+  void MakeWindow() override;
+  void Measure() override;
+  void Rescale() override;
+
  private:
-  ui::Extent size_;
+  ui::Extent size_, scaled_to_;
   OwnedBitmap scaled_;
 };
 

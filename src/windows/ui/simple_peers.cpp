@@ -20,18 +20,17 @@ constexpr int kLongestLine = 24;
 }  // namespace
 
 LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label)
-    : ControlPeer(host, parent, label), first_text_(ToWide(label.Text())) {
+    : ControlPeer(host, parent, label), first_text_(ToWide(label.Text())) {}
+
+void LabelPeer::MakeWindow() {
   // A text that ends in an ellipsis has one line. SS_NOTIFY lets the mouse find it, for a tooltip.
-  const bool data = (label.shows_data || label.columns > 0) && label.lines == 1;
-  Create(L"STATIC", ToWide(label.Text()),
+  const bool data = (label().shows_data || label().columns > 0) && label().lines == 1;
+  Create(L"STATIC", ToWide(label().Text()),
          static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) |
-                            (label.shows_data ? SS_NOPREFIX | SS_NOTIFY : 0)));
+                            (label().shows_data ? SS_NOPREFIX | SS_NOTIFY : 0)));
 }
 
-void LabelPeer::Rescale() {
-  ControlPeer::Rescale();
-  first_width_ = look().TextSize(first_text_, weight()).width;
-}
+void LabelPeer::Measure() { first_width_ = look().TextSize(first_text_, weight()).width; }
 
 Look::Weight LabelPeer::weight() const {
   return label().weight == ui::Label::Weight::Heading ? Look::Weight::Bold : Look::Weight::Normal;
@@ -50,10 +49,7 @@ ui::Extent LabelPeer::PreferredSize() const {
   return size;
 }
 
-FramePeer::FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested)
-    : ControlPeer(host, parent, frame), nested_(nested) {
-  Create(L"BUTTON", ToWide(frame.Text()), BS_GROUPBOX);
-}
+void FramePeer::MakeWindow() { Create(L"BUTTON", ToWide(control().Text()), BS_GROUPBOX); }
 
 ui::Extent FramePeer::PreferredSize() const {
   const int caption = look().TextSize(ToWide(control().Text()), weight(), true).width;
@@ -66,10 +62,7 @@ ui::Insets FramePeer::FrameInsets() const {
   return {look().Scaled(12), top, look().Scaled(12), look().Scaled(12)};
 }
 
-void FramePeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
-  if (rectangle != place()) InvalidateRect(handle(), nullptr, FALSE);
-  ControlPeer::Place(rectangle, batch);
-}
+void FramePeer::OnPlaced() { InvalidateRect(handle(), nullptr, FALSE); }
 
 LRESULT FramePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
@@ -123,26 +116,23 @@ void FramePeer::PaintLine(HDC dc, const RECT& area) const {
   }
 }
 
-StatusBarPeer::StatusBarPeer(PeerHost& host, Surface& parent, ui::StatusBar& bar, bool grip)
-    : ControlPeer(host, parent, bar), grip_(grip) {
+void StatusBarPeer::MakeWindow() {
   Create(STATUSCLASSNAMEW, L"",
-         static_cast<DWORD>(CCS_NOPARENTALIGN | CCS_NORESIZE | (grip ? SBARS_SIZEGRIP : 0)));
+         static_cast<DWORD>(CCS_NOPARENTALIGN | CCS_NORESIZE | (grip_ ? SBARS_SIZEGRIP : 0)));
 }
 
 ui::Extent StatusBarPeer::PreferredSize() const {
   return {look().Scaled(120), look().TextHeight() + look().Scaled(9)};
 }
 
-void StatusBarPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
-  if (rectangle == place()) return;
-  ControlPeer::Place(rectangle, batch);
+void StatusBarPeer::OnPlaced() {
   const auto count = static_cast<int>(bar().Panels().size());
   std::vector<int> right_edges;
   for (int panel = 1; panel < count; ++panel) {
     const bool told = static_cast<std::size_t>(panel) <= bar().columns.size();
     right_edges.push_back(told ? (panel > 1 ? right_edges.back() : 0) +
                                      bar().columns[static_cast<std::size_t>(panel) - 1] * look().DigitWidth()
-                               : rectangle.width * panel / count);
+                               : place().width * panel / count);
   }
   right_edges.push_back(-1);
   Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
@@ -150,11 +140,11 @@ void StatusBarPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
   ShowTexts();
 }
 
-void StatusBarPeer::Update(ui::Aspect aspect) {
+void StatusBarPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Text)
     ShowTexts();
   else
-    ControlPeer::Update(aspect);
+    ControlPeer::Show(aspect);
 }
 
 /// Texts that do not fit end in an ellipsis and stand in full in the tooltip.
@@ -182,10 +172,7 @@ void StatusBarPeer::ShowTexts() {
   control().SetToolTip(cut);
 }
 
-AnimationHostPeer::AnimationHostPeer(PeerHost& host, Surface& parent, ui::AnimationHost& area)
-    : ControlPeer(host, parent, area) {
-  Create(L"STATIC", L"", SS_LEFT);
-}
+void AnimationHostPeer::MakeWindow() { Create(L"STATIC", L"", SS_LEFT); }
 
 // A little more than the clip, which is drawn for some resolutions.
 ui::Extent AnimationHostPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(80)}; }

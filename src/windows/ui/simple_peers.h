@@ -10,8 +10,11 @@ namespace windows {
 class LabelPeer final : public ControlPeer {
  public:
   LabelPeer(PeerHost& host, Surface& parent, ui::Label& label);
-  void Rescale() override;
   ui::Extent PreferredSize() const override;
+
+ protected:
+  void MakeWindow() override;
+  void Measure() override;
 
  private:
   const ui::Label& label() const { return static_cast<const ui::Label&>(control()); }
@@ -23,26 +26,35 @@ class LabelPeer final : public ControlPeer {
 /// A button with a caption, or with a picture drawn for the resolution.
 class ButtonPeer final : public ControlPeer {
  public:
-  ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default);
-  void Rescale() override;
+  ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default)
+      : ControlPeer(host, parent, button), is_default_(is_default) {}
   ui::Extent PreferredSize() const override;
   void Command(WORD notification) override;
   void Press() override;
 
+ protected:
+  void MakeWindow() override;
+  void Rescale() override;
+
  private:
   ui::Button& button() const { return static_cast<ui::Button&>(control()); }
+  bool HasPicture() const;
+  const bool is_default_;
   OwnedIcon picture_;
 };
 
 /// An option button or a check box.
 class MarkPeer final : public ControlPeer {
  public:
-  MarkPeer(PeerHost& host, Surface& parent, ui::OptionButton& option);
-  MarkPeer(PeerHost& host, Surface& parent, ui::CheckBox& box);
+  using ControlPeer::ControlPeer;
   ui::Extent PreferredSize() const override;
   void Update(ui::Aspect aspect) override;
   void Command(WORD notification) override;
   void Press() override;
+
+ protected:
+  void MakeWindow() override;
+  void Show(ui::Aspect aspect) override;
 
  private:
   ui::OptionButton* option() const;
@@ -52,42 +64,49 @@ class MarkPeer final : public ControlPeer {
 /// A frame: on a page a thin border with a bold caption; inside another frame a caption and a line.
 class FramePeer final : public ControlPeer {
  public:
-  FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested);
+  FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested)
+      : ControlPeer(host, parent, frame), nested_(nested) {}
   ui::Extent PreferredSize() const override;
   ui::Insets FrameInsets() const;
-  void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
 
  protected:
+  void MakeWindow() override;
+  void OnPlaced() override;
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
   Look::Weight weight() const override { return nested_ ? Look::Weight::Normal : Look::Weight::Bold; }
   void Paint(HDC dc) const;
   void PaintLine(HDC dc, const RECT& area) const;
-  bool nested_;
+  const bool nested_;
 };
 
 class StatusBarPeer final : public ControlPeer {
  public:
-  StatusBarPeer(PeerHost& host, Surface& parent, ui::StatusBar& bar, bool grip);
+  StatusBarPeer(PeerHost& host, Surface& parent, ui::StatusBar& bar, bool grip)
+      : ControlPeer(host, parent, bar), grip_(grip) {}
   ui::Extent PreferredSize() const override;
-  void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
-  void Update(ui::Aspect aspect) override;
+
+ protected:
+  void MakeWindow() override;
+  void OnPlaced() override;
+  void Show(ui::Aspect aspect) override;
 
  private:
   ui::StatusBar& bar() const { return static_cast<ui::StatusBar&>(control()); }
   void ShowTexts();
-  bool grip_;
+  const bool grip_;
   std::vector<std::wstring> shown_;
 };
 
 /// A plain area; an animation becomes its child.
 class AnimationHostPeer final : public ControlPeer {
  public:
-  AnimationHostPeer(PeerHost& host, Surface& parent, ui::AnimationHost& area);
+  using ControlPeer::ControlPeer;
   ui::Extent PreferredSize() const override;
 
  protected:
+  void MakeWindow() override;
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 };
 

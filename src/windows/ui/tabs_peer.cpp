@@ -13,15 +13,15 @@ constexpr int kPageColor = COLOR_WINDOW;
 
 }  // namespace
 
-TabsPeer::TabsPeer(PeerHost& host, Surface& parent, ui::Tabs& tabs) : ControlPeer(host, parent, tabs) {
+void TabsPeer::MakeWindow() {
   Create(WC_TABCONTROLW, L"", WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
-  for (std::size_t index = 0; index < tabs.Captions().size(); ++index) {
-    std::wstring caption = ToWide(tabs.Captions()[index]);
+  for (std::size_t index = 0; index < tabs().Captions().size(); ++index) {
+    std::wstring caption = ToWide(tabs().Captions()[index]);
     TCITEMW item{};
     item.mask = TCIF_TEXT;
     item.pszText = caption.data();
     Send(TCM_INSERTITEMW, index, reinterpret_cast<LPARAM>(&item));
-    pages_.push_back(std::make_unique<Surface>(host.context(), kPageColor));
+    pages_.push_back(std::make_unique<Surface>(host().context(), kPageColor));
     pages_.back()->Create(L"", WS_CHILD, WS_EX_CONTROLPARENT, handle());
   }
   ShowPage();
@@ -50,27 +50,28 @@ ui::Extent TabsPeer::PreferredSize() const {
   return {static_cast<int>(last.right - first.left) + look().Scaled(8), static_cast<int>(last.bottom)};
 }
 
-void TabsPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
-  ControlPeer::Place(rectangle, batch);
+void TabsPeer::OnPlaced() {
   const ui::Insets insets = TabInsets();
   for (const auto& page : pages_) {
-    page->origin = {rectangle.left + insets.left, rectangle.top + insets.top};
-    SetWindowPos(page->handle(), nullptr, insets.left, insets.top,
-                 rectangle.width - insets.left - insets.right, rectangle.height - insets.top - insets.bottom,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    page->origin = {place().left + insets.left, place().top + insets.top};
+    SetWindowPos(page->handle(), nullptr, insets.left, insets.top, place().width - insets.left - insets.right,
+                 place().height - insets.top - insets.bottom, SWP_NOZORDER | SWP_NOACTIVATE);
   }
 }
 
-void TabsPeer::Update(ui::Aspect aspect) {
+void TabsPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Selection)
     ShowPage();
   else
-    ControlPeer::Update(aspect);
+    ControlPeer::Show(aspect);
 }
+
+void TabsPeer::MakeFrontPage() const { host().PageAppears(*pages_.at(tabs().Selected())); }
 
 void TabsPeer::ShowPage() {
   const std::size_t front = tabs().Selected();
   if (Send(TCM_GETCURSEL) != static_cast<LRESULT>(front)) Send(TCM_SETCURSEL, front);
+  MakeFrontPage();
   const HWND focus = GetFocus();
   ShowWindow(pages_.at(front)->handle(), SW_SHOWNA);
   for (std::size_t index = 0; index < pages_.size(); ++index) {

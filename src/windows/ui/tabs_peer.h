@@ -8,20 +8,25 @@
 
 namespace windows {
 
-/// A tab control with one window for each page, of which one is shown.
+/// A tab control with one window for each page, of which one is shown. What stands on a page is made when the
+/// page is first shown.
 class TabsPeer final : public ControlPeer {
  public:
-  TabsPeer(PeerHost& host, Surface& parent, ui::Tabs& tabs);
+  using ControlPeer::ControlPeer;
   ~TabsPeer() override;
 
   Surface& page(std::size_t index) const { return *pages_.at(index); }
   ui::Insets TabInsets() const;
+  void MakeFrontPage() const;
 
-  void Rescale() override;
   ui::Extent PreferredSize() const override;
-  void Place(const ui::Rectangle& rectangle, HDWP& batch) override;
-  void Update(ui::Aspect aspect) override;
   LRESULT Notify(NMHDR& header) override;
+
+ protected:
+  void MakeWindow() override;
+  void Rescale() override;
+  void OnPlaced() override;
+  void Show(ui::Aspect aspect) override;
 
  private:
   ui::Tabs& tabs() const { return static_cast<ui::Tabs&>(control()); }

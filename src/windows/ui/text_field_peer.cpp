@@ -16,13 +16,15 @@ constexpr WPARAM kFirstPrintable = 0x20;
 
 }  // namespace
 
-TextFieldPeer::TextFieldPeer(PeerHost& host, Surface& parent, ui::TextField& field)
-    : ControlPeer(host, parent, field) {
-  Create(L"EDIT", ToWide(field.Text()), ES_LEFT | ES_AUTOHSCROLL | (field.Locked() ? ES_READONLY : 0),
+void TextFieldPeer::MakeWindow() {
+  Create(L"EDIT", ToWide(field().Text()), ES_LEFT | ES_AUTOHSCROLL | (field().Locked() ? ES_READONLY : 0),
          WS_EX_CLIENTEDGE);
   // No field takes more than numbers, and an input method would hold them back.
   ImmAssociateContext(handle(), nullptr);
-  if (field.most_typed > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(field.most_typed));
+  if (field().most_typed > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(field().most_typed));
+  // It was measured before it asked here where its line stands.
+  SetWindowPos(handle(), nullptr, 0, 0, 0, 0,
+               SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 ui::Extent TextFieldPeer::PreferredSize() const {
@@ -30,16 +32,16 @@ ui::Extent TextFieldPeer::PreferredSize() const {
   return {digits * look().DigitWidth() + look().Scaled(14), look().FieldHeight()};
 }
 
-void TextFieldPeer::Update(ui::Aspect aspect) {
+void TextFieldPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Text) return CatchUpWhenSeen();
   if (aspect == ui::Aspect::Locked) Send(EM_SETREADONLY, field().Locked());
-  ControlPeer::Update(aspect);
+  ControlPeer::Show(aspect);
   RedrawWindow(handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
 }
 
 void TextFieldPeer::CatchUp() {
   telling_ = true;
-  ControlPeer::Update(ui::Aspect::Text);
+  ControlPeer::Show(ui::Aspect::Text);
   telling_ = false;
 }
 

@@ -29,9 +29,8 @@ bool ScrollsOrCopies(WPARAM key) {
 
 }  // namespace
 
-WebViewPeer::WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view)
-    : ControlPeer(host, parent, view) {
-  Create(L"EDIT", WithLineEnds(view.Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL | WS_CLIPCHILDREN,
+void WebViewPeer::MakeWindow() {
+  Create(L"EDIT", WithLineEnds(control().Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL | WS_CLIPCHILDREN,
          WS_EX_CLIENTEDGE);
 }
 
@@ -43,11 +42,11 @@ void WebViewPeer::Rescale() {
 
 ui::Extent WebViewPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(200)}; }
 
-void WebViewPeer::Update(ui::Aspect aspect) {
+void WebViewPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Text)
     SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
   else
-    ControlPeer::Update(aspect);
+    ControlPeer::Show(aspect);
 }
 
 HBRUSH WebViewPeer::Colors(HDC dc) {

@@ -12,14 +12,15 @@ namespace windows {
 /// page within a moment goes again.
 class WebViewPeer final : public ControlPeer {
  public:
-  WebViewPeer(PeerHost& host, Surface& parent, ui::WebView& view);
-  void Rescale() override;
+  using ControlPeer::ControlPeer;
   ui::Extent PreferredSize() const override;
-  void Update(ui::Aspect aspect) override;
   HBRUSH Colors(HDC dc) override;
   bool UseKey(MSG& message) override;
 
  protected:
+  void MakeWindow() override;
+  void Rescale() override;
+  void Show(ui::Aspect aspect) override;
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
   void Destroying() override { browser_.reset(); }
 

@@ -56,8 +56,9 @@ TEST_F(Controls, AButtonThatAsksForRightsCarriesTheShield) {
   other.apply.shield = true;
   const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, NoteShields, nullptr, GetCurrentThreadId());
   other.Load();
+  const HWND apply = Child(WindowOf(other), L"&Apply");
   UnhookWindowsHookEx(hook);
-  EXPECT_EQ(shielded, std::vector{Child(WindowOf(other), L"&Apply")});
+  EXPECT_EQ(shielded, std::vector{apply});
 }
 
 TEST_F(Controls, ListShowsWhatIsAppended) {

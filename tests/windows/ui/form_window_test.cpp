@@ -32,6 +32,24 @@ TEST_F(FormWindow, ShowsAStateThatWasSetWhileItWasHidden) {
   EXPECT_EQ(form.Left(), 600);
 }
 
+TEST_F(FormWindow, ThatIsKeptIsFoundByNobodyUntilItsFormIsLoadedAgain) {
+  struct KeptForm : ui::Form {
+    explicit KeptForm(ui::Desktop& screen) : Form(screen, "fKept", ui::BorderStyle::FixedDialog) {
+      KeepWindow();
+      SetCaption("Kept under test");
+    }
+  } kept(desktop);
+  kept.Show();
+  const HWND window = WindowOf(kept);
+  ASSERT_TRUE(window);
+  kept.Unload();
+  EXPECT_FALSE(WindowOf(kept) || IsWindowVisible(window) || kept.hwnd());
+  SendMessageW(window, WM_CLOSE, 0, 0);
+  kept.Show();
+  EXPECT_EQ(WindowOf(kept), window);
+  EXPECT_TRUE(IsWindowVisible(window));
+}
+
 TEST_F(FormWindow, TellsWhatTheUserMakesOfItsState) {
   form.Show();
   const HWND window = WindowOf(form);

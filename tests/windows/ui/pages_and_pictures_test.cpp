@@ -1,10 +1,36 @@
-// The page with its browser, as far as it goes without an HTML engine, and pictures.
+// Pages, the one with its browser as far as it goes without an HTML engine, and pictures.
 
 #include <winsock2.h>
+
+#include <commctrl.h>
 
 #include "windows_under_test.h"
 
 namespace {
+
+TEST_F(WindowsUiTest, APageIsMadeWhenItIsFirstShownWithWhatItsControlsHoldByThen) {
+  for (const bool selected_first : {false, true}) {
+    ScreenForm form(desktop);
+    const auto last_page = [&] {
+      const HWND tabs = FindWindowExW(WindowOf(form), nullptr, WC_TABCONTROLW, nullptr);
+      return GetWindow(GetWindow(tabs, GW_CHILD), GW_HWNDLAST);
+    };
+    const auto select = [&] { form.screen.tabData.Select(form.screen.tabData.Captions().size() - 1); };
+    form.Load();
+    selected_first ? select() : form.Show();
+    ui::TextField& field = form.screen.txtMajorVersion;
+    field.SetText("7");
+    field.SetLocked(true);
+    field.SetEnabled(false);
+    EXPECT_FALSE(GetWindow(last_page(), GW_CHILD));
+    selected_first ? form.Show() : select();
+    const HWND shown = Child(last_page(), L"7");
+    EXPECT_TRUE(IsWindowVisible(shown));
+    EXPECT_FALSE(IsWindowEnabled(shown));
+    EXPECT_TRUE(GetWindowLongW(shown, GWL_STYLE) & ES_READONLY);
+    EXPECT_GT(ScreenPlace(shown).right, ScreenPlace(shown).left);
+  }
+}
 
 class WebView : public WindowsUiTest {
  protected:

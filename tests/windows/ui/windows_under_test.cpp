@@ -36,6 +36,7 @@ HWND WindowsUiTest::WindowOf(const ui::Form& form) const {
 }
 
 std::vector<HWND> WindowsUiTest::Children(HWND parent, const std::wstring& window_class) {
+  SendMessageW(parent, RegisterWindowMessageW(L"FormSurface.MakeAllWindows"), 0, 0);
   std::vector<HWND> all;
   for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
     if (window_class.empty() || ClassOf(child) == window_class) all.push_back(child);
