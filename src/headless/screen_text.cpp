@@ -5,7 +5,6 @@
 #include <sstream>
 #include <string>
 
-#include "model/field_tips.h"
 #include "model/screen_layout.h"
 
 namespace headless {
@@ -17,28 +16,14 @@ std::string WithoutAccelerator(std::string_view caption) {
   return text;
 }
 
-std::string UnitOf(const model::FieldPlace& field, int display_units) {
-  switch (field.unit) {
-    case model::UnitLabel::Temperature:
-      return "\t" + model::TemperatureUnit(display_units);
-    case model::UnitLabel::Percent:
-      return "\t%";
-    case model::UnitLabel::Seconds:
-      return "\tSec";
-    case model::UnitLabel::None:
-      break;
-  }
-  return {};
-}
-
 void PrintFrame(const PlugIn& plug_in, const model::FramePlace& frame, std::ostream& out) {
   const std::string indent = frame.inside.empty() ? "  " : "    ";
   out << indent << '[' << WithoutAccelerator(frame.caption) << "]\n";
-  for (const model::FieldPlace& field : frame.fields) {
+  for (const model::FieldRow& field : frame.fields) {
     out << indent << "  ";
     if (!field.label.empty()) out << field.label << '\t';
-    out << plug_in.main.screen.Find(field.control)->Text() << UnitOf(field, plug_in.main.DisplayUnits)
-        << '\n';
+    const std::string unit = model::UnitText(field.unit_label, plug_in.main.DisplayUnits);
+    out << plug_in.main.screen.Find(field.control)->Text() << (unit.empty() ? "" : "\t" + unit) << '\n';
   }
 }
 

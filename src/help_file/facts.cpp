@@ -7,7 +7,7 @@
 namespace help {
 namespace {
 
-using model::UnitLabel;
+using model::Unit;
 
 std::string WithoutAccelerator(std::string_view caption) {
   std::string text(caption);
@@ -16,19 +16,24 @@ std::string WithoutAccelerator(std::string_view caption) {
 }
 
 std::string FromTo(double least, double most, const std::string& unit) {
-  return text::ShortestText(least) + "&nbsp;to&nbsp;" + text::ShortestText(most) + "&nbsp;" + unit;
+  return text::ShortestText(least) + "&nbsp;to&nbsp;" + text::ShortestText(most) +
+         (unit.empty() ? "" : "&nbsp;" + unit);
 }
 
-std::string UnitOf(const FieldSource& field) {
-  if (!field.unit.empty()) return field.unit;
-  switch (PlaceOf(field.control).unit) {
-    case UnitLabel::None:
-    case UnitLabel::Temperature:
+std::string UnitInWords(Unit unit) {
+  switch (unit) {
+    case Unit::None:
+    case Unit::Temperature:
+    case Unit::TemperatureDifference:
       return {};
-    case UnitLabel::Percent:
+    case Unit::Percent:
       return "%";
-    case UnitLabel::Seconds:
+    case Unit::Seconds:
       return "seconds";
+    case Unit::Minutes:
+      return "minutes";
+    case Unit::Hours:
+      return "hours";
   }
   return {};
 }
@@ -47,9 +52,9 @@ std::string Fact(const std::string& name, const std::string& value) {
 
 Place PlaceOf(model::ControlRef control) {
   for (const model::FramePlace& frame : model::Frames())
-    for (const model::FieldPlace& field : frame.fields)
+    for (const model::FieldRow& field : frame.fields)
       if (field.control == control)
-        return {frame.page, WithoutAccelerator(frame.caption), std::string(field.label), field.unit};
+        return {frame.page, WithoutAccelerator(frame.caption), std::string(field.label)};
   return {};
 }
 
@@ -66,13 +71,13 @@ const model::CatalogueRow* RowOf(model::ControlRef control) {
   return row != rows.end() ? &*row : nullptr;
 }
 
-std::string RangeOf(const FieldSource& field) {
-  const model::CatalogueRow* const row = RowOf(field.control);
+std::string RangeOf(model::ControlRef control) {
+  const model::CatalogueRow* const row = RowOf(control);
   if (!row || !row->limits) return {};
   const model::CatalogueLimits& limits = *row->limits;
-  const std::string unit = UnitOf(field);
-  if (!unit.empty() && limits.si_min == limits.us_min && limits.si_max == limits.us_max)
-    return FromTo(limits.si_min, limits.si_max, unit);
+  const Unit unit = model::FieldOf(control)->unit;
+  if (unit != Unit::Temperature && unit != Unit::TemperatureDifference)
+    return FromTo(limits.si_min, limits.si_max, UnitInWords(unit));
   return FromTo(limits.si_min, limits.si_max, "&deg;C") + ", or " +
          FromTo(limits.us_min, limits.us_max, "&deg;F");
 }
@@ -84,7 +89,7 @@ std::string FactsOf(const FieldSource& field) {
     const std::string tab = WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(place.page)]);
     facts += Fact("On the screen", Escaped("tab " + tab + ", frame " + place.frame));
   }
-  if (const std::string range = RangeOf(field); !range.empty()) facts += Fact("Range", range);
+  if (const std::string range = RangeOf(field.control); !range.empty()) facts += Fact("Range", range);
   const model::CatalogueRow* const row = RowOf(field.control);
   if (!row) return facts;
   if (row->round_step != 0)

@@ -13,7 +13,6 @@ struct Place {
   int page = -1;
   std::string frame;
   std::string label;
-  model::UnitLabel unit = model::UnitLabel::None;
 };
 Place PlaceOf(model::ControlRef control);
 
@@ -24,7 +23,7 @@ std::string TitleOf(model::ControlRef control);
 const model::CatalogueRow* RowOf(model::ControlRef control);
 
 /// The range in both unit systems, or once where it is the same; empty for a field without limits.
-std::string RangeOf(const FieldSource& field);
+std::string RangeOf(model::ControlRef control);
 
 /// The rows of the field's table of facts: range, rounding, its names in messages and in the device.
 std::string FactsOf(const FieldSource& field);

@@ -9,7 +9,6 @@
 
 #include "help_file/facts.h"
 #include "help_file/source.h"
-#include "model/field_guide.h"
 #include "text/strings.h"
 
 namespace help {
@@ -74,9 +73,9 @@ class Project {
       for (const FieldSource& field : topic.fields)
         if (!fields_.emplace(NameOf(field.control), &field).second)
           throw SourceError(topic.file + ": " + NameOf(field.control) + " is described twice");
-    for (const model::FieldGuide& guide : model::FieldGuides())
-      if (!fields_.contains(NameOf(guide.control)))
-        throw SourceError(NameOf(guide.control) + " is not described");
+    for (const model::FieldRow& field : model::Fields())
+      if (!fields_.contains(NameOf(field.control)))
+        throw SourceError(NameOf(field.control) + " is not described");
   }
 
   std::vector<File> Make() {
@@ -105,7 +104,7 @@ class Project {
 
   void AddField(const TopicSource& topic, const FieldSource& field) {
     const std::string file = FileOf(field.control), title = TitleOf(field.control);
-    const std::string body = "<p class=\"meaning\">" + Escaped(model::GuideOf(field.control)->meaning) +
+    const std::string body = "<p class=\"meaning\">" + Escaped(model::FieldOf(field.control)->meaning) +
                              "</p>\n<table class=\"facts\">\n" + FactsOf(field) + "</table>\n" + field.text +
                              ChoicesOf(field) +
                              "<p class=\"see\">See also: " + Link(topic.file, topic.title) + "</p>\n";
@@ -143,9 +142,9 @@ class Project {
       if (end == std::string::npos || field == fields_.end() || (what != "link" && what != "range"))
         throw SourceError(file + ": no such placeholder: " + body.substr(start, 40));
       const model::ControlRef asked = field->second->control;
-      body.replace(start, end + 2 - start,
-                   what == "range" ? RangeOf(*field->second)
-                                   : Link(FileOf(asked), words.empty() ? TitleOf(asked) : words));
+      body.replace(
+          start, end + 2 - start,
+          what == "range" ? RangeOf(asked) : Link(FileOf(asked), words.empty() ? TitleOf(asked) : words));
     }
     return body;
   }
@@ -153,9 +152,9 @@ class Project {
   static std::string TableOf(const std::vector<FieldSource>& fields) {
     std::string table = "<table class=\"fields\">\n<tr><th>Field</th><th>Meaning</th><th>Range</th></tr>\n";
     for (const FieldSource& field : fields) {
-      const std::string range = RangeOf(field);
+      const std::string range = RangeOf(field.control);
       table += "<tr><td>" + Link(FileOf(field.control), TitleOf(field.control)) + "</td><td>" +
-               Escaped(model::GuideOf(field.control)->meaning) + "</td><td>" +
+               Escaped(model::FieldOf(field.control)->meaning) + "</td><td>" +
                (field.control.array == model::ScreenArray::cbNvi ? "list"
                 : range.empty()                                  ? "read-only"
                                                                  : range) +

@@ -73,8 +73,6 @@ class Parser {
       Text() += kFieldsMark;
     else if (directive == "field")
       Field(argument);
-    else if (directive == "unit")
-      LastField().unit = argument;
     else if (directive == "item")
       Item(text::SplitAtFirst(argument, " "));
     else
@@ -100,7 +98,7 @@ class Parser {
   void Field(const std::string& name) {
     const model::ControlRef control = ControlNamed(name);
     if (control.array == ScreenArray::None) Fail("no control");
-    topic_.fields.push_back({control, {}, {}, {}, {}});
+    topic_.fields.push_back({control, {}, {}, {}});
   }
 
   void Item(const text::HeadAndRest& item) {

@@ -17,7 +17,6 @@
 ///   @index <keyword>     a further entry of the index
 ///   @fields              here stands a table of the fields described below
 ///   @field <control>     from here on about this field, which gets a topic of its own
-///   @unit <text>         the unit of the field's range, where the screen's unit label does not tell it
 ///   @item <item> <text>  what an item of the field's list means
 ///
 /// {{link txtNvi(3) <words>}} in a text is a link to the field's topic, {{range txtNvi(3)}} the field's
@@ -31,7 +30,6 @@ struct SourceError : std::runtime_error {
 
 struct FieldSource {
   model::ControlRef control;
-  std::string unit;
   std::vector<std::string> keywords;
   std::map<std::string, std::string, std::less<>> items;
   std::string text;

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "model/field_guide.h"
-
 namespace model {
 namespace {
 
@@ -17,7 +15,7 @@ std::string ArrayName(const char* array, int index) {
 }
 
 /// "Heating, Occupied": unlike a label alone, no two fields are called the same.
-std::string SpokenName(const FramePlace& frame, const FieldPlace& field) {
+std::string SpokenName(const FramePlace& frame, const FieldRow& field) {
   std::string name(frame.caption);
   std::erase(name, '&');
   if (!field.label.empty()) name += ", " + std::string(field.label);
@@ -29,18 +27,17 @@ std::string SpokenName(const FramePlace& frame, const FieldPlace& field) {
 ConfigurationScreen::ConfigurationScreen()
     : tabData("tabData", {kPageCaptions.begin(), kPageCaptions.end()}) {
   for (const FramePlace& frame : Frames())
-    for (const FieldPlace& field : frame.fields) MakeControl(field);
+    for (const FieldRow& field : frame.fields) MakeControl(field);
   txtMajorVersion.SetLocked(true);
   txtMinorVersion.SetLocked(true);
   tabData.SetAccessibleName("Pages");
   WebBrowser1.SetAccessibleName("Contact");
   lbModel.shows_data = lbHvacType.shows_data = true;
-  for (const FieldGuide& guide : FieldGuides())
-    Find(guide.control)->help_context = HelpContextOf(guide.control);
+  for (const FieldRow& field : Fields()) Find(field.control)->help_context = HelpContextOf(field.control);
   ShowInitialTexts();
 }
 
-void ConfigurationScreen::MakeControl(const FieldPlace& place) {
+void ConfigurationScreen::MakeControl(const FieldRow& place) {
   const ControlRef ref = place.control;
   const auto index = static_cast<std::size_t>(ref.index);
   if (ref.array == ScreenArray::txtNvi) {
@@ -48,7 +45,7 @@ void ConfigurationScreen::MakeControl(const FieldPlace& place) {
     field->most_typed = kMostTyped;
     field->SetLocked(IsReadOnlyField(ref.index));
     if (!field->Locked()) editable_fields_.push_back(field.get());
-    if (place.unit == UnitLabel::Temperature) temperature_fields_.push_back(field.get());
+    if (place.unit_label == Unit::Temperature) temperature_fields_.push_back(field.get());
     text_fields_.at(index) = std::move(field);
   } else if (ref.array == ScreenArray::cbNvi) {
     auto list = std::make_unique<ui::ChoiceList>(ArrayName("cbNvi", ref.index));
@@ -144,7 +141,7 @@ ui::Box ConfigurationScreen::FrameLayout(const FramePlace& place) {
 
 ui::Box ConfigurationScreen::FieldsLayout(const FramePlace& place) {
   std::vector<ui::Box> cells;
-  for (const FieldPlace& field : place.fields) {
+  for (const FieldRow& field : place.fields) {
     ui::Control* control = Find(field.control);
     control->SetAccessibleName(SpokenName(place, field));
     cells.push_back(field.label.empty() ? ui::Box{} : ui::Box::Leaf(NewLabel(std::string(field.label))));
@@ -154,23 +151,16 @@ ui::Box ConfigurationScreen::FieldsLayout(const FramePlace& place) {
   return ui::Box::Grid(3, kFieldGroup, std::move(cells));
 }
 
-ui::Box ConfigurationScreen::UnitLabelOf(const FieldPlace& field) {
-  const auto add = [](auto& labels, const char* array, const char* text) -> ui::Box {
+ui::Box ConfigurationScreen::UnitLabelOf(const FieldRow& field) {
+  const auto add = [](auto& labels, const char* array, const std::string& text) -> ui::Box {
     const int index = static_cast<int>(labels.size());
     labels.push_back(std::make_unique<ui::Label>(ArrayName(array, index), text));
     return ui::Box::Leaf(*labels.back());
   };
-  switch (field.unit) {
-    case UnitLabel::None:
-      return {};
-    case UnitLabel::Temperature:
-      return add(temperature_units_, "txtTempUnits", "\u00BAF");
-    case UnitLabel::Percent:
-      return add(percent_units_, "txtPercentUnits", "%");
-    case UnitLabel::Seconds:
-      return ui::Box::Leaf(NewLabel("Sec"));
-  }
-  return {};
+  const std::string text = UnitText(field.unit_label, 1);
+  if (field.unit_label == Unit::Temperature) return add(temperature_units_, "txtTempUnits", text);
+  if (field.unit_label == Unit::Percent) return add(percent_units_, "txtPercentUnits", text);
+  return text.empty() ? ui::Box{} : ui::Box::Leaf(NewLabel(text));
 }
 
 ui::Label& ConfigurationScreen::NewLabel(std::string caption) {

@@ -47,11 +47,11 @@ class ConfigurationScreen {
   ui::Box Layout();
 
  private:
-  void MakeControl(const FieldPlace& place);
+  void MakeControl(const FieldRow& place);
   ui::Box PageLayout(int page);
   ui::Box FrameLayout(const FramePlace& place);
   ui::Box FieldsLayout(const FramePlace& place);
-  ui::Box UnitLabelOf(const FieldPlace& field);
+  ui::Box UnitLabelOf(const FieldRow& field);
   ui::Label& NewLabel(std::string caption);
 
   std::array<std::unique_ptr<ui::TextField>, kTextFieldCount> text_fields_;

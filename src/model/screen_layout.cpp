@@ -3,60 +3,121 @@
 namespace model {
 namespace {
 
-using enum UnitLabel;
+using enum Unit;
 
-constexpr FieldPlace kHeating[] = {
-    {"Occupied", txtNvi(0), Temperature},
-    {"StandBy", txtNvi(18), Temperature},
-    {"Unoccupied", txtNvi(1), Temperature},
-    {"Maximum limit", txtNvi(2), Temperature},
+// clang-format off
+constexpr FieldRow kHeating[] = {
+    {"Occupied", txtNvi(0), Temperature, Temperature, "Room temperature that heating keeps while the room is occupied."},
+    {"StandBy", txtNvi(18), Temperature, Temperature, "Room temperature that heating keeps while the room is on standby."},
+    {"Unoccupied", txtNvi(1), Temperature, Temperature, "Room temperature that heating keeps while the room is unoccupied."},
+    {"Maximum limit", txtNvi(2), Temperature, Temperature, "Highest heating setpoint allowed."},
 };
-constexpr FieldPlace kCooling[] = {
-    {"Occupied", txtNvi(3), Temperature},
-    {"Standby", txtNvi(19), Temperature},
-    {"Unoccupied", txtNvi(4), Temperature},
-    {"Minimum limit", txtNvi(5), Temperature},
+constexpr FieldRow kCooling[] = {
+    {"Occupied", txtNvi(3), Temperature, Temperature, "Room temperature that cooling keeps while the room is occupied."},
+    {"Standby", txtNvi(19), Temperature, Temperature, "Room temperature that cooling keeps while the room is on standby."},
+    {"Unoccupied", txtNvi(4), Temperature, Temperature, "Room temperature that cooling keeps while the room is unoccupied."},
+    {"Minimum limit", txtNvi(5), Temperature, Temperature, "Lowest cooling setpoint allowed."},
 };
-constexpr FieldPlace kSetpointOptions[] = {{"Setpoint type", cbNvi(0)}};
-constexpr FieldPlace kCommonOptions[] = {
-    {"Cycle Per Hour", cbNvi(1)},
-    {"Heating cooling minimum setpoint deadband", txtNvi(16), Temperature},
+constexpr FieldRow kSetpointOptions[] = {
+    {"Setpoint type", cbNvi(0), None, None, "Whether a setpoint changed at the thermostat stays or holds only for a time."},
+};
+constexpr FieldRow kCommonOptions[] = {
+    {"Cycle Per Hour", cbNvi(1), None, None, "Control cycles per hour."},
+    {"Heating cooling minimum setpoint deadband", txtNvi(16), Temperature, TemperatureDifference, "Smallest difference allowed between the heating and the cooling setpoint."},
 };
 
-constexpr FieldPlace kFanMode[] = {{"", cbNvi(16)}};
-constexpr FieldPlace kSystemType[] = {{"", cbNvi(11)}};
-constexpr FieldPlace kTemporaryOccTime[] = {{"Hours", txtNvi(17)}};
-constexpr FieldPlace kFanSequence[] = {{"", cbNvi(10)}};
-constexpr FieldPlace kDisplay[] = {
-    {"Auto Function", cbNvi(14)}, {"Menu Scroll", cbNvi(13)}, {"Scale", cbNvi(12)}};
-constexpr FieldPlace kSequence[] = {{"", cbNvi(15)}};
+constexpr FieldRow kFanMode[] = {
+    {"", cbNvi(16), None, None, "How the fan runs: at one speed, automatically, or on."},
+};
+constexpr FieldRow kSystemType[] = {
+    {"", cbNvi(11), None, None, "Whether the fan coil has two or four pipes."},
+};
+constexpr FieldRow kTemporaryOccTime[] = {
+    {"Hours", txtNvi(17), None, Hours, "How long a temporary occupation lasts, in hours."},
+};
+constexpr FieldRow kFanSequence[] = {
+    {"", cbNvi(10), None, None, "Which fan modes the fan menu of the thermostat offers, and in which order."},
+};
+constexpr FieldRow kDisplay[] = {
+    {"Auto Function", cbNvi(14), None, None, "Whether the automatic function of the thermostat is on."},
+    {"Menu Scroll", cbNvi(13), None, None, "Whether the menu on the display of the thermostat scrolls."},
+    {"Scale", cbNvi(12), None, None, "Temperature scale on the display of the thermostat itself."},
+};
+constexpr FieldRow kSequence[] = {
+    {"", cbNvi(15), None, None, "Which of heating, cooling and reheat the thermostat controls."},
+};
 
-constexpr FieldPlace kBinaryInput1[] = {{"", cbNvi(2)}};
-constexpr FieldPlace kBinaryInput2[] = {{"", cbNvi(3)}};
-constexpr FieldPlace kSensorCalibration[] = {{"Room sensor offset", txtNvi(6), Temperature}};
-constexpr FieldPlace kUniversalInput[] = {{"", cbNvi(4)}};
-constexpr FieldPlace kActuatorTiming[] = {{"Min", txtNvi(14)}};
-constexpr FieldPlace kControlType[] = {{"", cbNvi(5)}};
-constexpr FieldPlace kReverseAction[] = {{"", cbNvi(6)}};
-constexpr FieldPlace kAuxiliaryContacts[] = {{"", cbNvi(7)}, {"Reheat time base", cbNvi(8)}};
+constexpr FieldRow kBinaryInput1[] = {
+    {"", cbNvi(2), None, None, "What the contact at binary input 1 is used for."},
+};
+constexpr FieldRow kBinaryInput2[] = {
+    {"", cbNvi(3), None, None, "What the contact at binary input 2 is used for."},
+};
+constexpr FieldRow kSensorCalibration[] = {
+    {"Room sensor offset", txtNvi(6), Temperature, TemperatureDifference, "Correction of the room temperature that the sensor measures."},
+};
+constexpr FieldRow kUniversalInput[] = {
+    {"", cbNvi(4), None, None, "What is connected to universal input 3."},
+};
+constexpr FieldRow kActuatorTiming[] = {
+    {"Min", txtNvi(14), None, Minutes, "Running time of a floating actuator, in minutes."},
+};
+constexpr FieldRow kControlType[] = {
+    {"", cbNvi(5), None, None, "How the outputs control: on and off, or floating."},
+};
+constexpr FieldRow kReverseAction[] = {
+    {"", cbNvi(6), None, None, "Whether the analogue outputs act in reverse."},
+};
+constexpr FieldRow kAuxiliaryContacts[] = {
+    {"", cbNvi(7), None, None, "What the auxiliary contact is used for."},
+    {"Reheat time base", cbNvi(8), None, None, "Time base of the reheat."},
+};
 
-constexpr FieldPlace kDehumidification[] = {{"Setpoint", txtNvi(7), Percent},
-                                            {"Hysteresis", txtNvi(8), Percent},
-                                            {"Max Cooling output", txtNvi(9), Percent}};
-constexpr FieldPlace kDisplayHumidity[] = {{"", cbNvi(9)}};
+constexpr FieldRow kDehumidification[] = {
+    {"Setpoint", txtNvi(7), Percent, Percent, "Relative humidity at which dehumidification is to keep the room."},
+    {"Hysteresis", txtNvi(8), Percent, Percent, "Hysteresis of the dehumidification, in percent relative humidity."},
+    {"Max Cooling output", txtNvi(9), Percent, Percent, "Highest cooling output while the thermostat dehumidifies."},
+};
+constexpr FieldRow kDisplayHumidity[] = {
+    {"", cbNvi(9), None, None, "Whether the thermostat displays the relative humidity."},
+};
 // A humidity offset under a temperature label and unit: deliberate, the screen has always read so.
-constexpr FieldPlace kHumidityCalibration[] = {{"Room sensor offset", txtNvi(10), Temperature}};
+constexpr FieldRow kHumidityCalibration[] = {
+    {"Room sensor offset", txtNvi(10), Temperature, Percent, "Correction of the relative humidity that the sensor measures, in percent."},
+};
 
-constexpr FieldPlace kTimers[] = {{"Stand-By Timer", txtNvi(20)}, {"Unoccupied Timer", txtNvi(21)}};
+constexpr FieldRow kTimers[] = {
+    {"Stand-By Timer", txtNvi(20), None, None, "Delay of the PIR sensor before the room goes to standby."},
+    {"Unoccupied Timer", txtNvi(21), None, None, "Delay of the PIR sensor before the room becomes unoccupied."},
+};
 
 // "Trottle" is spelled so deliberately.
-constexpr FieldPlace kOutput[] = {{"Heartbeat", txtNvi(39), Seconds}, {"Trottle", txtNvi(40), Seconds}};
-constexpr FieldPlace kInput[] = {{"Heartbeat", txtNvi(41), Seconds}};
+constexpr FieldRow kOutput[] = {
+    {"Heartbeat", txtNvi(39), Seconds, Seconds, "Longest time between two sendings of an output value, in seconds."},
+    {"Trottle", txtNvi(40), Seconds, Seconds, "Shortest time between two sendings of an output value, in seconds."},
+};
+constexpr FieldRow kInput[] = {
+    {"Heartbeat", txtNvi(41), Seconds, Seconds, "Longest time that the thermostat waits for an input value, in seconds."},
+};
 
-constexpr FieldPlace kThermostat[] = {{"Model", txtNvi(11)}, {"Version", txtNvi(12)}};
-constexpr FieldPlace kPlugIn[] = {{"Major Version", {ScreenArray::txtMajorVersion}},
-                                  {"Minor Version", {ScreenArray::txtMinorVersion}}};
-constexpr FieldPlace kNetworkModule[] = {{"Major Version", txtNvi(13)}, {"Minor Version", txtNvi(15)}};
+constexpr FieldRow kThermostat[] = {
+    {"Model", txtNvi(11), None, None, "Model that the thermostat reports."},
+    {"Version", txtNvi(12), None, None, "Software version that the thermostat reports."},
+};
+constexpr FieldRow kPlugIn[] = {
+    {"Major Version", {ScreenArray::txtMajorVersion}, None, None, "Major version of this plug-in."},
+    {"Minor Version", {ScreenArray::txtMinorVersion}, None, None, "Minor version of this plug-in."},
+};
+constexpr FieldRow kNetworkModule[] = {
+    {"Major Version", txtNvi(13), None, None, "Major version that the network module reports."},
+    {"Minor Version", txtNvi(15), None, None, "Minor version that the network module reports."},
+};
+
+constexpr FieldRow kOverTheTabs[] = {
+    {"", {ScreenArray::lbModel}, None, None, "Thermostat model that the device reports."},
+    {"", {ScreenArray::lbHvacType}, None, None, "Type of HVAC equipment that the device reports."},
+};
+// clang-format on
 
 constexpr FramePlace kFrames[] = {
     {0, "", "Heating", "Setpoints", kHeating},
@@ -118,6 +179,40 @@ constexpr std::span<const std::string_view> kListItems[kChoiceListCount] = {
 }  // namespace
 
 std::span<const FramePlace> Frames() { return kFrames; }
+
+std::vector<FieldRow> Fields() {
+  std::vector<FieldRow> fields(std::begin(kOverTheTabs), std::end(kOverTheTabs));
+  for (const FramePlace& frame : kFrames)
+    fields.insert(fields.end(), frame.fields.begin(), frame.fields.end());
+  return fields;
+}
+
+std::optional<FieldRow> FieldOf(ControlRef control) {
+  for (const FieldRow& field : Fields())
+    if (field.control == control) return field;
+  return std::nullopt;
+}
+
+std::string UnitText(Unit unit, int display_units) {
+  switch (unit) {
+    case None:
+      return {};
+    case Temperature:
+    case TemperatureDifference:
+      return TemperatureUnit(display_units);
+    case Percent:
+      return "%";
+    case Seconds:
+      return "Sec";
+    case Minutes:
+      return "Min";
+    case Hours:
+      return "Hours";
+  }
+  return {};
+}
+
+std::string TemperatureUnit(int units) { return units == 0 ? "\u00BAC" : units == 1 ? "\u00BAF" : "\u00BAX"; }
 
 std::span<const std::string_view> ListItems(int index) { return kListItems[index]; }
 

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 /// The configuration screen as data: its pages, frames, labels, fields and list items, in the order in which
 /// they are shown and walked by the keyboard. Captions, labels and list items are the product's own, letter
@@ -20,12 +23,26 @@ struct ControlRef {
 constexpr ControlRef txtNvi(int index) { return {ScreenArray::txtNvi, index}; }
 constexpr ControlRef cbNvi(int index) { return {ScreenArray::cbNvi, index}; }
 
-enum class UnitLabel { None, Temperature, Percent, Seconds };
+/// What a number counts. A difference of temperatures is another thing than a temperature: 1 K is 1.8
+/// \u00BAF.
+enum class Unit { None, Temperature, TemperatureDifference, Percent, Seconds, Minutes, Hours };
 
-struct FieldPlace {
+/// All that is told of one field.
+struct FieldRow {
   std::string_view label;
   ControlRef control;
-  UnitLabel unit = UnitLabel::None;
+  /// What stands beside it on the screen, which is not always what is meant.
+  Unit unit_label;
+  /// None as well where nothing says which it is.
+  Unit unit;
+  /// What the field means, in the words of a commissioning engineer: one sentence, without the range.
+  std::string_view meaning;
+
+  consteval FieldRow(std::string_view field_label, ControlRef field_control, Unit shown, Unit meant,
+                     std::string_view sentence)
+      : label(field_label), control(field_control), unit_label(shown), unit(meant), meaning(sentence) {
+    if (meaning.empty()) throw "a field without a meaning";
+  }
 };
 
 struct FramePlace {
@@ -35,7 +52,7 @@ struct FramePlace {
   std::string_view caption;
   /// A heading over the fields; empty for none.
   std::string_view heading;
-  std::span<const FieldPlace> fields;
+  std::span<const FieldRow> fields;
 };
 
 inline constexpr std::array<std::string_view, 8> kPageCaptions = {
@@ -68,6 +85,17 @@ inline constexpr std::string_view kHardwarePageHeading = "Configuration";
 /// Frames on a page stand in two columns, row by row; frames inside a frame stand below each other.
 inline constexpr int kFrameColumns = 2;
 std::span<const FramePlace> Frames();
+
+/// All fields: those over the tabs, then those of the frames.
+std::vector<FieldRow> Fields();
+/// Nothing for a control that is no field.
+std::optional<FieldRow> FieldOf(ControlRef control);
+
+/// A unit as the screen shows it, in these display units (0 Celsius, 1 Fahrenheit); empty for none.
+std::string UnitText(Unit unit, int display_units);
+/// The unit shown beside temperatures. It begins with the masculine ordinal indicator (U+00BA) in place of
+/// the degree sign, deliberately.
+std::string TemperatureUnit(int units);
 
 /// The items of cbNvi(index), in list order.
 std::span<const std::string_view> ListItems(int index);

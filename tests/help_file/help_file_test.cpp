@@ -7,7 +7,6 @@
 
 #include "help_file/project.h"
 #include "help_file/source.h"
-#include "model/field_guide.h"
 #include "support/user.h"
 
 namespace {
@@ -42,14 +41,14 @@ TEST(HelpFile, EveryContextOfTheScreenHasATopicInTheContents) {
   Texts made = Made(Sources());
   std::set<int> contexts = {1206, 1207};
   Opened opened;
-  for (const model::FieldGuide& guide : model::FieldGuides())
-    contexts.insert(opened.main.screen.Find(guide.control)->help_context);
+  for (const model::FieldRow& field : model::Fields())
+    contexts.insert(opened.main.screen.Find(field.control)->help_context);
   for (const ui::Control* button : {&opened.main.cmdApply, &opened.main.cmdCancel, &opened.main.cmdRefresh,
                                     &opened.main.cmdExit, &opened.main.cmdViewLog})
     contexts.insert(button->help_context);
   contexts.insert(opened.main.obUnits[0].help_context);
   contexts.insert(model::kPageTopics.begin(), model::kPageTopics.end() - 1);
-  EXPECT_EQ(contexts.size(), model::FieldGuides().size() + 14) << "two controls share a context";
+  EXPECT_EQ(contexts.size(), model::Fields().size() + 14) << "two controls share a context";
   for (const int context : contexts) {
     const std::string name = "IDH_" + std::to_string(context);
     std::smatch alias;
@@ -80,7 +79,7 @@ TEST(HelpFile, RefusesSourcesThatMissOrInventSomething) {
       {"network.html", "{{link txtNvi(40)", "{{link txtNvi(38)"},
       {"log.html", "@context log", "@context logs"},
       {"contents.txt", "units.html", ""},
-      {"pir.html", "@unit", "@units"}};
+      {"pir.html", "@index", "@indices"}};
   for (const auto& [file, text, replacement] : mistakes) {
     std::vector<help::File> sources = Sources();
     auto& content = std::ranges::find(sources, file, &help::File::name)->content;

@@ -4,7 +4,6 @@
 #include <set>
 
 #include "model/catalogue.h"
-#include "model/field_guide.h"
 #include "support/user.h"
 
 namespace {
@@ -86,15 +85,17 @@ TEST(Screen, EveryListHoldsWhatTheDeviceReports) {
   }
 }
 
-TEST(Screen, EveryFieldHasItsMeaning) {
-  std::set<std::string_view> meanings;
-  for (const model::FieldGuide& guide : model::FieldGuides()) meanings.insert(guide.meaning);
-  EXPECT_EQ(meanings.size(), model::FieldGuides().size()) << "two fields say the same";
-  for (const model::FramePlace& frame : model::Frames())
-    for (const model::FieldPlace& field : frame.fields)
-      EXPECT_TRUE(model::GuideOf(field.control)) << frame.caption << ' ' << field.label;
-  for (const auto label : {model::ScreenArray::lbModel, model::ScreenArray::lbHvacType})
-    EXPECT_TRUE(model::GuideOf({label}));
+TEST(Screen, TooltipsTellFieldsApartInTheUnitsThatAreMeant) {
+  Opened world;
+  std::set<std::string> tips;
+  for (const model::FieldRow& field : model::Fields())
+    tips.insert(world.main.screen.Find(field.control)->ToolTip());
+  EXPECT_EQ(tips.size(), model::Fields().size()) << "two fields say the same";
+  const std::pair<int, const char*> units[] = {
+      {0, "4.5 to 32 \u00BAC"}, {10, "-15 to 15 %"}, {14, "0.5 to 9 Min"},   {16, "1 to 2.5 \u00BAC"},
+      {17, "0 to 24 Hours"},    {20, "0.5 to 24"},   {39, "0 to 6553.4 Sec"}};
+  for (const auto& [index, range] : units)
+    EXPECT_TRUE(world.Field(index).ToolTip().ends_with(std::string("\n") + range)) << index;
 }
 
 }  // namespace
