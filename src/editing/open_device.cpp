@@ -284,7 +284,7 @@ bool OpenDevice::StopRefresh() {
 void OpenDevice::SwitchUnits(std::int16_t units) {
   if (with_.pending.Raised() &&
       Ask({"This action will discard all changes\r\n\r\nProceed and lose all changes ?", "Warning",
-           ui::Icon::Exclamation, ui::Buttons::OkCancel}) != ui::Answer::Ok)
+           ui::Icon::Exclamation, ui::Buttons::OkCancel, /*second_is_default=*/true}) != ui::Answer::Ok)
     return;
   Cancel();
   const bool was_complete = IsComplete();

@@ -101,7 +101,7 @@ void fLog::Save() {
     if (files_.FileExists(*path)) {
       const ui::Answer answer =
           desktop().ShowMessage({"File already exists, override?", startup::kProgramTitle,
-                                 ui::Icon::Exclamation, ui::Buttons::OkCancel});
+                                 ui::Icon::Exclamation, ui::Buttons::OkCancel, /*second_is_default=*/true});
       if (answer != ui::Answer::Ok) {
         desktop().ShowMessage({"Action canceled by user", startup::kProgramTitle, ui::Icon::Exclamation});
         return;
@@ -131,8 +131,9 @@ std::string fLog::RowsAsLines() const {
 }
 
 void fLog::AskAndClear() {
-  const ui::Answer answer = desktop().ShowMessage(
-      {"Clear Log file ?", startup::kProgramTitle, ui::Icon::Exclamation, ui::Buttons::OkCancel});
+  const ui::Answer answer =
+      desktop().ShowMessage({"Clear Log file ?", startup::kProgramTitle, ui::Icon::Exclamation,
+                             ui::Buttons::OkCancel, /*second_is_default=*/true});
   if (answer == ui::Answer::Ok) Clear();
 }
 

@@ -35,6 +35,7 @@ void MMain::OpenWindow(const Asked& asked, bool registers_class) {
   };
   fRegisterPlugIn::Actions actions;
   actions.needs_elevation = elevates;
+  actions.registered_as = RegisteredAs(with_);
   actions.register_plug_in = [=, this] {
     if (elevates) return elevated("/regplugin");
     RegisterPlugIn(with_, true, registers_class ? process_.register_class : nullptr);

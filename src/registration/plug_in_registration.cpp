@@ -71,6 +71,14 @@ bool MayRegister(const Surroundings& with) {
          with.registry.MayWriteMachineKey(with.identity.PlugInKey());
 }
 
+std::string RegisteredAs(const Surroundings& with) {
+  const std::string key = with.identity.PlugInKey(), own = with.identity.PlugInVersion;
+  if (with.registry.MachineSetting(key, "").empty()) return "Not registered on this computer.";
+  const std::string version = with.registry.MachineSetting(key, "Version");
+  return "Registered on this computer: version " + version + "." +
+         (version == own ? "" : " This is version " + own + ".");
+}
+
 void RegisterPlugIn(const Surroundings& with, bool interactive, const std::function<void()>& register_class) {
   const startup::Identity& identity = with.identity;
   const bool update = !with.registry.MachineSetting(identity.PlugInKey(), "").empty();

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "registration/surroundings.h"
 
@@ -13,6 +14,9 @@ std::int16_t ForceInRange(std::int16_t low, std::int16_t high, std::int16_t& val
 /// The user may do what registering and deregistering take: write to the machine's classes and to the
 /// plug-in's key.
 bool MayRegister(const Surroundings& with);
+
+/// Whether the plug-in is registered on this computer, and in which version, as a sentence.
+std::string RegisteredAs(const Surroundings& with);
 
 /// The plug-in's entry in the catalogue of plug-ins: the COM class and a machine key of ten text values. A
 /// step that fails is skipped; only an interactive run ends at a class that is refused. Outcomes are shown

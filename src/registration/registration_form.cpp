@@ -1,13 +1,22 @@
 #include "registration/registration_form.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "startup/help_topics.h"
 
 namespace registration {
 namespace {
+
+struct Mode {
+  const char* name;
+  const char* what_it_does;
+};
+constexpr Mode kModes[] = {
+    {"Minimal Mode", "Removes the plug-in from this computer."},
+    {"Complete Mode", "Takes its commands off every network first."},
+    {"Exhaustive Mode", "Also removes device templates that no device uses, asking about each."}};
 
 constexpr const char* kLeavesNoInterface =
     "Complete and Exhaustive leave networks without a network interface: "
@@ -20,13 +29,18 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
       plug_in_name_(std::move(plug_in_name)),
       actions_(std::move(actions)) {
   SetCaption("Plug-in name will be set here at run time");
-  cmbDeregMode.SetItems({"Minimal Mode", "Complete Mode", "Exhaustive Mode"});
+  std::vector<std::string> names;
+  std::string modes;
+  for (const auto& [name, what_it_does] : kModes) {
+    names.emplace_back(name);
+    modes += std::string(name) + ": " + what_it_does + "\r\n";
+  }
+  cmbDeregMode.SetItems(std::move(names));
   cmbDeregMode.SetAccessibleName("Deregistration mode");
-  cmbDeregMode.SetToolTip(
-      "Minimal: removes the plug-in from this computer.\r\n"
-      "Complete: takes its commands off every network first.\r\n"
-      "Exhaustive: also removes device templates that no device uses, asking about each.\r\n" +
-      std::string(kLeavesNoInterface));
+  cmbDeregMode.SetToolTip(modes + kLeavesNoInterface);
+  cmbDeregMode.on_change = [this] { ExplainMode(); };
+  lblRegistered.SetText(actions_.registered_as);
+  lblMode.columns = 60;
   const std::string asks =
       actions_.needs_elevation ? "\r\nWindows asks for an administrator's permission." : "";
   bRegister.SetToolTip("Makes the plug-in known to the directors on this computer." + asks);
@@ -39,13 +53,26 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
   default_button = &bRegister;
   cancel_button = &bExit;
   using ui::Box;
-  SetLayout(Box::Column({Box::Framed(Frame1, Box::Leaf(cmbDeregMode).StretchWidth()).StretchWidth(),
-                         Box::Row({Box::Leaf(bRegister), Box::Leaf(bDeregister), Box::Leaf(bExit)})}));
+  SetLayout(Box::Column(
+      {Box::Leaf(lblRegistered),
+       Box::Framed(Frame1, Box::Column({Box::Leaf(cmbDeregMode).StretchWidth(), Box::Leaf(lblMode)}))
+           .StretchWidth(),
+       Box::Row({Box::Leaf(bRegister), Box::Leaf(bDeregister), Box::Leaf(bExit)})}));
 }
 
 void fRegisterPlugIn::OnLoad() {
   SetCaption(plug_in_name_);
-  cmbDeregMode.SetText(cmbDeregMode.Items()[1]);
+  ChooseMode(1);
+}
+
+void fRegisterPlugIn::ChooseMode(std::size_t index) {
+  cmbDeregMode.SetText(kModes[index].name);
+  ExplainMode();
+}
+
+void fRegisterPlugIn::ExplainMode() {
+  for (const auto& [name, what_it_does] : kModes)
+    if (cmbDeregMode.Text() == name) lblMode.SetText(what_it_does);
 }
 
 void fRegisterPlugIn::Register() { Do(actions_.register_plug_in); }
@@ -57,7 +84,7 @@ void fRegisterPlugIn::Deregister() {
 }
 
 void fRegisterPlugIn::PressDeregister(std::int32_t mode) {
-  cmbDeregMode.SetText(*std::next(cmbDeregMode.Items().begin(), mode + 1));
+  ChooseMode(static_cast<std::size_t>(mode + 1));
   bDeregister.UserClicks();
 }
 

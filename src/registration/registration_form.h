@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -19,6 +20,8 @@ class fRegisterPlugIn : public ui::Form {
     std::function<bool(std::int32_t mode)> deregister_plug_in;
     /// The user is to be asked for an administrator's rights.
     bool needs_elevation = false;
+    /// A sentence about what is registered now.
+    std::string registered_as;
     std::function<void()> end_plug_in;
     /// The help file, which F1 opens.
     std::string help_file;
@@ -33,6 +36,9 @@ class fRegisterPlugIn : public ui::Form {
   ui::Button bExit{"bExit", "E&xit"};
   ui::Frame Frame1{"Frame1", "Deregistration Mode"};
   ui::ChoiceList cmbDeregMode{"cmbDeregMode"};
+  ui::Label lblRegistered{"lblRegistered"};
+  /// What the chosen mode does.
+  ui::Label lblMode{"lblMode"};
 
  protected:
   void OnLoad() override;
@@ -41,6 +47,8 @@ class fRegisterPlugIn : public ui::Form {
   void OnHelp() override;
 
  private:
+  void ChooseMode(std::size_t index);
+  void ExplainMode();
   void Register();
   void Deregister();
   void Do(const std::function<bool()>& action);

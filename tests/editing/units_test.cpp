@@ -48,6 +48,7 @@ TEST(Units, PendingEditsAreAskedAbout) {
   EXPECT_EQ(question.text, "This action will discard all changes\r\n\r\nProceed and lose all changes ?");
   EXPECT_EQ(question.caption, "Warning");
   EXPECT_EQ(question.icon, ui::Icon::Exclamation);
+  EXPECT_TRUE(question.second_is_default) << "Enter discards";
   EXPECT_EQ(opened.Chosen(), 0);
   EXPECT_EQ(opened.Field(0).Text(), "20");
   EXPECT_TRUE(opened.IsMarked(opened.Field(0)));

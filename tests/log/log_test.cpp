@@ -86,6 +86,7 @@ TEST_F(SavedLog, HoldsCommaSeparatedValues) {
   ASSERT_EQ(desktop.messages.size(), 1u);
   EXPECT_EQ(desktop.messages[0].message.text, "File already exists, override?");
   EXPECT_EQ(desktop.messages[0].message.buttons, ui::Buttons::OkCancel);
+  EXPECT_TRUE(desktop.messages[0].message.second_is_default);
   const ui::SaveDialog& dialog = desktop.save_dialogs[0];
   EXPECT_EQ(dialog.title + dialog.file_name + dialog.default_extension, "Save As...ActivityLog*.csv");
   EXPECT_EQ(dialog.filter, "Comma separated values (*.csv) |*.csv | All Files (*.*) | *.*");
@@ -115,6 +116,7 @@ TEST_F(SavedLog, FailuresAreToldAndClearingIsConfirmed) {
   desktop.answers = {ui::Answer::Cancel, ui::Answer::Ok};
   log.cmdClear.UserClicks();
   EXPECT_EQ(log.lstActivity.Rows().size(), 1u);
+  EXPECT_TRUE(desktop.messages.back().message.second_is_default);
   log.cmdClear.UserClicks();
   EXPECT_TRUE(log.lstActivity.Rows().empty());
 }

@@ -120,7 +120,9 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
   };
   {
     registration::MMain program(world.surroundings, process);
-    open(program).bRegister.UserClicks();
+    auto& window = open(program);
+    EXPECT_EQ(window.lblRegistered.Text(), "Not registered on this computer.");
+    window.bRegister.UserClicks();
     EXPECT_EQ(Stored("Name"), name);
     EXPECT_EQ(std::exchange(class_registered, 0), 1);
   }
@@ -133,7 +135,10 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
                 !window.CloseRequested(ui::CloseReason::User) &&
                 world.desktop.pointers.back() == ui::Pointer::Hourglass;
     };
+    EXPECT_EQ(window.lblRegistered.Text(), "Registered on this computer: version 1.2.3.");
+    EXPECT_EQ(window.lblMode.Text(), "Takes its commands off every network first.");
     window.cmbDeregMode.UserChooses("Minimal Mode");
+    EXPECT_EQ(window.lblMode.Text(), "Removes the plug-in from this computer.");
     window.bDeregister.UserClicks();
     EXPECT_TRUE(refused) << "a second action could start";
     EXPECT_EQ(Stored("Name"), "");
