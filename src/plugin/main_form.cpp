@@ -49,6 +49,7 @@ fMain::fMain(const Surroundings& surroundings)
   SetCaption("Your Plug-In Caption Here");
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
   lblDeviceTemplate.shows_data = true;
+  lblDeviceTemplate.lines = 2;
   constexpr int kStateColumns = 24;
   StatusBar.columns = {kStateColumns};
   Picture1.SetAccessibleName("The thermostat");
@@ -89,10 +90,10 @@ fMain::fMain(const Surroundings& surroundings)
 ui::Box fMain::MakeLayout() {
   using ui::Box;
   Box labels =
-      Box::Column(
-          {Box::Leaf(lblDeviceTemplate).StretchWidth(),
-           Box::Row({Box::Leaf(screen.lbModel).StretchWidth(), Box::Leaf(screen.lbHvacType).StretchWidth()})
-               .StretchWidth()})
+      Box::Column({Box::Leaf(lblDeviceTemplate).StretchWidth(),
+                   Box::Row({Box::Leaf(lblModelCaption), Box::Leaf(screen.lbModel),
+                             Box::Leaf(lblHvacTypeCaption), Box::Leaf(screen.lbHvacType).StretchWidth()})
+                       .StretchWidth()})
           .StretchWidth();
   Box heading = Box::Row({std::move(labels), Box::Leaf(Picture1)}).StretchWidth();
   Box units = Box::Framed(frmUnits, Box::Row({Box::Leaf(obUnits[0]), Box::Leaf(obUnits[1])}));

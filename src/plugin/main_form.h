@@ -80,6 +80,8 @@ class fMain : public ui::Form {
   std::int16_t DebugMode = 0;
 
   model::ConfigurationScreen screen;
+  ui::Label lblModelCaption{"lblModelCaption", "Model:"},
+      lblHvacTypeCaption{"lblHvacTypeCaption", "HVAC type:"};
   ui::Label lblDeviceTemplate{"lblDeviceTemplate"};
   ui::Picture Picture1{"Picture1", kProductPicture, 72 * 15, 48 * 15};
   ui::Frame frmUnits{"frmUnits", "Plug-In Display Units"};

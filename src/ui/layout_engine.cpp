@@ -247,9 +247,13 @@ void LayoutEngine::Place(const Node& node, Rectangle area, std::vector<Placement
                    placed);
     case Box::Kind::Pages: {
       const int margin = metrics_.Margin();
-      const Rectangle page =
-          Inside(Inside(area, metrics_.TabInsets(*node.box->control)), {margin, margin, margin, margin});
-      for (const Node& child : node.children) Place(child, page, placed);
+      const Insets insets = metrics_.TabInsets(*node.box->control);
+      const Rectangle page = Inside(Inside(area, insets), {margin, margin, margin, margin});
+      // In a large window fields stay beside their labels.
+      Rectangle middle = page;
+      middle.width = std::min(page.width, node.size.width - insets.left - insets.right - 2 * margin);
+      middle.left += (page.width - middle.width) / 2;
+      for (const Node& child : node.children) Place(child, child.box->stretch_height ? page : middle, placed);
     }
   }
 }

@@ -13,6 +13,24 @@ OwnedDc MeasuringDc(HFONT font) {
   return dc;
 }
 
+/// As few characters as possible less, from the middle, so that it fits.
+template <class Fits>
+std::wstring WithoutMiddle(const std::wstring& text, Fits fits) {
+  if (fits(text)) return text;
+  const auto keep = [&](std::size_t kept) {
+    std::size_t head = kept / 2, tail = text.size() - (kept - head);
+    if (head > 0 && IS_HIGH_SURROGATE(text[head - 1])) --head;
+    if (tail < text.size() && IS_LOW_SURROGATE(text[tail])) ++tail;
+    return text.substr(0, head) + L"\x2026" + text.substr(tail);
+  };
+  std::size_t fitting = 0, too_many = text.size();
+  while (too_many - fitting > 1) {
+    const std::size_t middle = (fitting + too_many) / 2;
+    (fits(keep(middle)) ? fitting : too_many) = middle;
+  }
+  return keep(fitting);
+}
+
 }  // namespace
 
 Look::Look(int dpi, const LOGFONTW& font) : dpi_(dpi), font_(font) {
@@ -45,17 +63,22 @@ ui::Extent Look::TextSize(const std::wstring& text, Weight weight, bool caption)
   return {static_cast<int>(box.right), text.empty() ? text_height_ : static_cast<int>(box.bottom)};
 }
 
-ui::Extent Look::WrappedSize(const std::wstring& text, Weight weight, int width) const {
+ui::Extent Look::WrappedSize(const std::wstring& text, Weight weight, int width, bool caption) const {
   RECT box{0, 0, width, 0};
   DrawTextW(Measuring(weight), text.c_str(), static_cast<int>(text.size()), &box,
-            DT_CALCRECT | DT_LEFT | DT_WORDBREAK);
+            DT_CALCRECT | DT_LEFT | DT_WORDBREAK | (caption ? 0u : static_cast<UINT>(DT_NOPREFIX)));
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
 std::wstring Look::Shortened(const std::wstring& text, int width) const {
-  std::size_t length = text.size();
-  while (length > 0 && TextSize(text.substr(0, length) + L"\x2026").width > width) --length;
-  return text.substr(0, length) + L"\x2026";
+  return WithoutMiddle(text, [&](const std::wstring& left) { return TextSize(left).width <= width; });
+}
+
+std::wstring Look::ShortenedTo(const std::wstring& text, Weight weight, ui::Extent room) const {
+  return WithoutMiddle(text, [&](const std::wstring& left) {
+    const ui::Extent size = WrappedSize(left, weight, room.width);
+    return size.width <= room.width && size.height <= room.height;
+  });
 }
 
 LOGFONTW MessageFont(int dpi) {

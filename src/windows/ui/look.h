@@ -25,10 +25,13 @@ class Look {
   int DigitWidth() const { return digit_width_; }
   /// The size of a text of one or more lines; with `caption` a "&" marks the accelerator and takes no room.
   ui::Extent TextSize(const std::wstring& text, Weight weight = Weight::Normal, bool caption = false) const;
-  /// The size of a caption that is broken between words to be no wider than this, in pixels.
-  ui::Extent WrappedSize(const std::wstring& text, Weight weight, int width) const;
-  /// The text, or as much of its beginning as fits into this width with an ellipsis.
+  /// The size of a text that is broken between words to be no wider than this, in pixels.
+  ui::Extent WrappedSize(const std::wstring& text, Weight weight, int width, bool caption = false) const;
+  /// The text, or as much of its beginning and its end as fits into this width with an ellipsis between them:
+  /// the end of a path tells rooms apart.
   std::wstring Shortened(const std::wstring& text, int width) const;
+  /// The same for a text that is broken between words, in this room.
+  std::wstring ShortenedTo(const std::wstring& text, Weight weight, ui::Extent room) const;
   /// The height of text fields and lists.
   int FieldHeight() const { return text_height_ + Scaled(8); }
 

@@ -6,6 +6,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cwchar>
 #include <vector>
 
 #include "windows/com/wide_text.h"
@@ -30,6 +31,46 @@ void LabelPeer::MakeWindow() {
                             (label().shows_data ? SS_NOPREFIX | SS_NOTIFY : 0)));
 }
 
+/// The system keeps what stood there when a label only grows.
+void LabelPeer::OnPlaced() { InvalidateRect(handle(), nullptr, TRUE); }
+
+LRESULT LabelPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (!DrawsItself()) return ControlPeer::Handle(message, wparam, lparam);
+  switch (message) {
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT: {
+      PAINTSTRUCT paint;
+      Paint(BeginPaint(handle(), &paint));
+      EndPaint(handle(), &paint);
+      return 0;
+    }
+    case WM_PRINTCLIENT:
+      Paint(reinterpret_cast<HDC>(wparam));
+      return 0;
+    case WM_SETTEXT: {
+      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
+      InvalidateRect(handle(), nullptr, FALSE);
+      return result;
+    }
+    default:
+      return ControlPeer::Handle(message, wparam, lparam);
+  }
+}
+
+void LabelPeer::Paint(HDC dc) {
+  RECT area;
+  GetClientRect(handle(), &area);
+  FillRect(dc, &area, Colors(dc));
+  const ui::Extent room{static_cast<int>(area.right), static_cast<int>(area.bottom)};
+  const std::wstring text = look().ShortenedTo(ToWide(label().Text()), weight(), room);
+  const Selected font(dc, look().Font(weight()));
+  SetBkMode(dc, TRANSPARENT);
+  // A single line stands by what is below.
+  area.top = std::max(0L, area.bottom - look().WrappedSize(text, weight(), room.width).height);
+  DrawTextW(dc, text.c_str(), -1, &area, DT_WORDBREAK | DT_NOPREFIX);
+}
+
 void LabelPeer::Measure() { first_width_ = look().TextSize(first_text_, weight()).width; }
 
 Look::Weight LabelPeer::weight() const {
@@ -41,7 +82,7 @@ ui::Extent LabelPeer::PreferredSize() const {
   ui::Extent size = look().TextSize(text, weight(), !label().shows_data);
   const bool caption = label().columns == 0 && !label().shows_data;
   if (caption && size.width > kLongestLine * look().DigitWidth())
-    size = look().WrappedSize(text, weight(), size.width * 2 / 3);
+    size = look().WrappedSize(text, weight(), size.width * 2 / 3, true);
   if (label().columns > 0) size.width = label().columns * look().DigitWidth();
   // What a device reports may be of any length and must not make the window grow.
   if (label().shows_data && label().columns == 0) size.width = first_width_;
@@ -147,20 +188,25 @@ void StatusBarPeer::Show(ui::Aspect aspect) {
     ControlPeer::Show(aspect);
 }
 
-/// Texts that do not fit end in an ellipsis and stand in full in the tooltip.
+RECT StatusBarPeer::RoomOf(std::size_t part) const {
+  RECT room{};
+  Send(SB_GETRECT, part, reinterpret_cast<LPARAM>(&room));
+  // The last part reaches to the edge; its rectangle is right only after the bar has been moved.
+  if (part + 1 == bar().Panels().size())
+    room.right = place().width - (grip_ ? SystemMetric(SM_CXVSCROLL, handle()) : 0);
+  InflateRect(&room, -look().Scaled(3), -1);
+  return room;
+}
+
+/// Texts that do not fit are shortened, and stand in full in the tooltip.
 void StatusBarPeer::ShowTexts() {
   const std::vector<std::string>& panels = bar().Panels();
   std::string cut;
   shown_.resize(panels.size());
   for (std::size_t part = 0; part < panels.size(); ++part) {
     std::wstring text = ToWide(panels[part]);
-    const bool last = part + 1 == panels.size();
-    // The last part reaches to the edge; its rectangle is right only after the bar has been moved.
-    RECT room{};
-    Send(SB_GETRECT, part, reinterpret_cast<LPARAM>(&room));
-    const int right = last ? place().width - (grip_ ? SystemMetric(SM_CXVSCROLL, handle()) : 0)
-                           : static_cast<int>(room.right);
-    const int width = right - static_cast<int>(room.left) - look().Scaled(6);
+    const RECT room = RoomOf(part);
+    const auto width = static_cast<int>(room.right - room.left);
     if (look().TextSize(text).width > width) {
       text = look().Shortened(text, width);
       cut += (cut.empty() ? "" : "\r\n") + panels[part];
@@ -170,6 +216,15 @@ void StatusBarPeer::ShowTexts() {
     Send(SB_SETTEXTW, part, reinterpret_cast<LPARAM>(shown_[part].c_str()));
   }
   control().SetToolTip(cut);
+}
+
+/// Whoever reads the bar gets the whole texts.
+LRESULT StatusBarPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  if ((message != SB_GETTEXTW && message != SB_GETTEXTLENGTHW) || wparam >= bar().Panels().size())
+    return ControlPeer::Handle(message, wparam, lparam);
+  const std::wstring text = ToWide(bar().Panels()[wparam]);
+  if (message == SB_GETTEXTW) std::wmemcpy(reinterpret_cast<wchar_t*>(lparam), text.c_str(), text.size() + 1);
+  return static_cast<LRESULT>(text.size());
 }
 
 void AnimationHostPeer::MakeWindow() { Create(L"STATIC", L"", SS_LEFT); }

@@ -7,6 +7,8 @@
 /// The peers of the controls that do little.
 namespace windows {
 
+/// A caption, or a text from the network. The latter is drawn here if it has room for some lines, so that one
+/// that is too long keeps its end.
 class LabelPeer final : public ControlPeer {
  public:
   LabelPeer(PeerHost& host, Surface& parent, ui::Label& label);
@@ -15,8 +17,12 @@ class LabelPeer final : public ControlPeer {
  protected:
   void MakeWindow() override;
   void Measure() override;
+  void OnPlaced() override;
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
+  bool DrawsItself() const { return label().shows_data && label().lines > 1; }
+  void Paint(HDC dc);
   const ui::Label& label() const { return static_cast<const ui::Label&>(control()); }
   Look::Weight weight() const override;
   const std::wstring first_text_;
@@ -91,10 +97,13 @@ class StatusBarPeer final : public ControlPeer {
   void MakeWindow() override;
   void OnPlaced() override;
   void Show(ui::Aspect aspect) override;
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
   ui::StatusBar& bar() const { return static_cast<ui::StatusBar&>(control()); }
   void ShowTexts();
+  /// Where the text of a part stands.
+  RECT RoomOf(std::size_t part) const;
   const bool grip_;
   std::vector<std::wstring> shown_;
 };
