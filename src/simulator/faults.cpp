@@ -21,7 +21,7 @@ bool MatchesPlace(const std::string& wanted, const std::string& name, const std:
   return wanted.empty() || wanted == name || wanted == path;
 }
 
-bool Matches(const model::Fault& fault, const Operation& operation) {
+bool Matches(const stored::Fault& fault, const Operation& operation) {
   const Place& place = operation.place;
   const std::string device_name = place.device.substr(place.device.rfind('/') + 1);
   const bool on_device = !place.device.empty() && MatchesPlace(fault.device, device_name, place.device);
@@ -39,11 +39,11 @@ OperationClass ClassOf(const Operation& operation) {
   return OperationClass::Other;
 }
 
-Faults::Faults(const std::vector<model::Fault>& faults) {
-  for (const model::Fault& fault : faults) Add(fault);
+Faults::Faults(const std::vector<stored::Fault>& faults) {
+  for (const stored::Fault& fault : faults) Add(fault);
 }
 
-void Faults::Add(const model::Fault& fault) { armed_.push_back({fault}); }
+void Faults::Add(const stored::Fault& fault) { armed_.push_back({fault}); }
 
 std::optional<int> Faults::Strike(const Operation& operation) {
   std::optional<int> due;

@@ -15,9 +15,9 @@ OperationClass ClassOf(const Operation& operation);
 /// The failures to come. Each counts the operations that match it.
 class Faults {
  public:
-  explicit Faults(const std::vector<model::Fault>& faults = {});
+  explicit Faults(const std::vector<stored::Fault>& faults = {});
 
-  void Add(const model::Fault& fault);
+  void Add(const stored::Fault& fault);
   void Clear() { armed_.clear(); }
   std::size_t Count() const { return armed_.size(); }
 
@@ -26,7 +26,7 @@ class Faults {
 
  private:
   struct Armed {
-    model::Fault fault;
+    stored::Fault fault;
     int seen = 0;
   };
   std::vector<Armed> armed_;

@@ -12,7 +12,7 @@
 namespace simulator {
 namespace {
 
-using namespace model;
+using namespace stored;
 
 constexpr int kMostInt = std::numeric_limits<int>::max();
 constexpr int kMostBytes = 31;  // what a network variable can hold
@@ -264,8 +264,10 @@ Fault ReadFault(JsonReader& reader) {
 }
 
 Latency ReadLatency(JsonReader& reader) {
-  const auto read = [&](std::string_view key) { return reader.Integer(key, 0, 0, Latency::kMost); };
-  return {read("any"), read("read"), read("write"), read("open"), read("test")};
+  Latency latency;
+  for (const auto& [kind, milliseconds] : kLatencies)
+    latency.*milliseconds = reader.Integer(kind, 0, 0, Latency::kMost);
+  return latency;
 }
 
 Strictness ReadStrictness(JsonReader& reader) {
@@ -283,7 +285,7 @@ Strictness ReadStrictness(JsonReader& reader) {
 
 }  // namespace
 
-model::Installation ReadInstallation(std::string_view text, const std::string& file) {
+stored::Installation ReadInstallation(std::string_view text, const std::string& file) {
   const JsonNode document = ParseJson(text, file);
   JsonReader reader(document, "", file);
   Installation installation;
