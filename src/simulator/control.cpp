@@ -25,9 +25,12 @@ void SimulatorControl::SetLatency(Arguments arguments) {
 }
 
 void SimulatorControl::AddFault(Arguments arguments) {
-  simulation_->faults().Add({automation::ToText(arguments[0]), automation::ToText(arguments[1]),
-                             automation::ToText(arguments[2]), WholeNumber(arguments[3], 0),
-                             WholeNumber(arguments[4], 0, 65535)});
+  const stored::Fault fault{automation::ToText(arguments[0]), automation::ToText(arguments[1]),
+                            automation::ToText(arguments[2]), WholeNumber(arguments[3], 0),
+                            WholeNumber(arguments[4], 0, 65535)};
+  if (const auto mistake = MistakeOf(fault, simulation_->installation()))
+    Fail(Code::NotFound, mistake->reason);
+  simulation_->faults().Add(fault);
 }
 
 void SimulatorControl::RaiseEvent(Arguments arguments) {
@@ -66,6 +69,7 @@ std::span<const MemberRow<SimulatorControl>> SimulatorControl::Members() {
       Function<&Self::AddFault>(8, "AddFault", 5),
       Property(9, "FaultCount",
                [](Self& self) { return static_cast<std::int32_t>(self.simulation_->faults().Count()); }),
+      Property(18, "Faults", [](Self& self) { return self.simulation_->faults().Text(); }),
       Function(10, "ClearFaults", [](Self& self) { self.simulation_->faults().Clear(); }),
       Function(
           11, "Vanish",

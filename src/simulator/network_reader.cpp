@@ -3,6 +3,7 @@
 #include <set>
 
 #include "simulator/errors.h"
+#include "simulator/faults.h"
 #include "simulator/formats.h"
 #include "simulator/json_reader.h"
 #include "simulator/network_file.h"
@@ -249,7 +250,7 @@ Network ReadNetwork(JsonReader& reader, const Installation& installation) {
   return network;
 }
 
-Fault ReadFault(JsonReader& reader) {
+Fault ReadFault(JsonReader& reader, Installation& installation) {
   Fault fault;
   fault.device = reader.Text("device", "");
   fault.item = reader.Text("item", "");
@@ -260,6 +261,7 @@ Fault ReadFault(JsonReader& reader) {
   } else {
     fault.code = reader.Integer("code", 1, 65535);
   }
+  if (const auto mistake = MistakeOf(fault, installation)) reader.Refuse(mistake->key, mistake->reason);
   return fault;
 }
 
@@ -302,7 +304,8 @@ stored::Installation ReadInstallation(std::string_view text, const std::string& 
     reader.Object("latency", [&](JsonReader& row) { installation.latency = ReadLatency(row); });
   if (reader.Has("strict"))
     reader.Object("strict", [&](JsonReader& row) { installation.strict = ReadStrictness(row); });
-  reader.Each("faults", [&](JsonReader& row) { installation.faults.push_back(ReadFault(row)); });
+  reader.Each("faults",
+              [&](JsonReader& row) { installation.faults.push_back(ReadFault(row, installation)); });
   reader.Finish();
   return installation;
 }

@@ -1,12 +1,57 @@
 #include "simulator/object_server.h"
 
-#include "simulator/collection.h"
+#include <algorithm>
+
+#include "simulator/app_devices.h"
 #include "simulator/component_apps.h"
 #include "simulator/control.h"
+#include "simulator/device_objects.h"
 #include "simulator/errors.h"
 #include "simulator/network_objects.h"
+#include "simulator/network_variable.h"
+#include "simulator/template_interface.h"
 
 namespace simulator {
+namespace {
+
+constexpr std::int32_t kSimulator = 18;
+
+class UnusableServer : public automation::Published {
+ public:
+  explicit UnusableServer(std::string reason) : reason_(std::move(reason)) {}
+  std::optional<std::int32_t> MemberNumber(std::string_view) const override { return 1; }
+  Value Invoke(const platform::Member&, platform::CallKind, Arguments) override {
+    Fail(Code::Internal, reason_);
+  }
+
+ private:
+  std::string reason_;
+};
+
+template <class... T>
+bool HaveMember(std::string_view name) {
+  const auto has = [name](const auto& row) { return text::EqualIgnoringCase(row.name, name); };
+  return (std::ranges::any_of(T::Members(), has) || ...);
+}
+
+}  // namespace
+
+std::shared_ptr<automation::Published> MakeUnusableServer(std::string reason) {
+  return std::make_shared<UnusableServer>(std::move(reason));
+}
+
+bool IsMember(std::string_view name) {
+  return HaveMember<ObjectServer, Collection, Network, System, NetworkServiceDevice, NetworkInterface,
+                    Subsystem, AppDevices, AppDevice, Interface, LonMarkObject, NetworkVariable,
+                    TemplateLibrary, DeviceTemplates, DeviceTemplate, TemplateInterface, ComponentApps,
+                    ComponentApp>(name);
+}
+
+Value ObjectServer::Invoke(const platform::Member& member, platform::CallKind kind, Arguments arguments) {
+  const Row* const row = Find(member);
+  if (row && row->number == kSimulator) return PublishedTable::Invoke(row, member, kind, arguments);
+  return Simulated::Invoke(member, kind, arguments);
+}
 
 std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHandler handler) {
   return session().Advise(std::move(handler));
@@ -87,7 +132,7 @@ std::span<const MemberRow<ObjectServer>> ObjectServer::Members() {
       Property<&Self::Apps>(15, "ComponentApps"),
       Property(16, "Name", [](Self&) { return std::string("LcaObjectServer"); }),
       ClassRow<Class::ObjectServer>(17),
-      Property<&Self::Control>(18, "Simulator"),
+      Property<&Self::Control>(kSimulator, "Simulator"),
   };
   return kRows;
 }

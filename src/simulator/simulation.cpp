@@ -73,7 +73,7 @@ void Simulation::Reload() {
   if (path_.empty()) throw FileError("The networks do not come from a file.");
   const auto text = ReadWholeFile(path_);
   if (!text) throw FileError(Utf8(path_) + ": cannot be read");
-  Take(ReadInstallation(*text, Utf8(path_.filename())));
+  Take(ReadInstallation(*text, Utf8(path_)));
 }
 
 void Simulation::Take(stored::Installation installation) {
