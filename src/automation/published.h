@@ -51,32 +51,34 @@ class PublishedTable : public Published {
   using Row = MemberRow<T>;
   using Put = void (*)(T& self, const platform::Value& value);
 
-  /// The rows of a table. What does a member's work is a member of T, or a lambda that captures nothing; both
-  /// may leave the arguments out and return nothing.
+  /// A member function of T, or another function of it, for the rows.
+  template <auto kWork>
+  struct Invoking {
+    template <class... Given>
+    auto operator()(T& self, Given... given) const -> decltype(std::invoke(kWork, self, given...)) {
+      return std::invoke(kWork, self, given...);
+    }
+  };
+  template <auto kWork>
+  static constexpr Invoking<kWork> Of{};
+
+  /// The rows of a table. What does a member's work captures nothing; it may leave the arguments out and
+  /// return nothing.
   template <class Get>
   static constexpr Row Property(std::int32_t number, std::string_view name, Get, Put put = nullptr) {
     return {number, name, Call<Get>, put};
   }
-  template <auto kGet>
-  static constexpr Row Property(std::int32_t number, std::string_view name, Put put = nullptr) {
-    return {number, name, Call<Invoking<kGet>>, put};
-  }
   static constexpr Row PutOnly(std::int32_t number, std::string_view name, Put put) {
     return {number, name, nullptr, put};
   }
-  template <auto kGet>
-  static constexpr Row Indexed(std::int32_t number, std::string_view name) {
-    return {number, name, Call<Invoking<kGet>>, nullptr, nullptr, 1, 1};
+  template <class Get>
+  static constexpr Row Indexed(std::int32_t number, std::string_view name, Get) {
+    return {number, name, Call<Get>, nullptr, nullptr, 1, 1};
   }
   template <class Work>
   static constexpr Row Function(std::int32_t number, std::string_view name, Work, std::size_t least = 0,
                                 std::size_t most = 0) {
     return {number, name, nullptr, nullptr, Call<Work>, least, std::max(least, most)};
-  }
-  template <auto kWork>
-  static constexpr Row Function(std::int32_t number, std::string_view name, std::size_t least = 0,
-                                std::size_t most = 0) {
-    return Function(number, name, Invoking<kWork>(), least, most);
   }
 
   std::optional<std::int32_t> MemberNumber(std::string_view name) const override {
@@ -129,14 +131,6 @@ class PublishedTable : public Published {
   }
 
  private:
-  template <auto kWork>
-  struct Invoking {
-    template <class... Given>
-    auto operator()(T& self, Given... given) const -> decltype(std::invoke(kWork, self, given...)) {
-      return std::invoke(kWork, self, given...);
-    }
-  };
-
   template <class Work>
   static platform::Value Call(T& self, platform::Arguments arguments) {
     const auto call = [&] {

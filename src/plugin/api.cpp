@@ -57,8 +57,8 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
       Property(
           4, "NetworkInterfaceName", [](Api& api) { return api.network_interface_name_; },
           [](Api& api, const Value& v) { api.network_interface_name_ = ToText(v); }),
-      Property<&Api::RemoteFlag>(5, "Remote",
-                                 [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }),
+      Property(5, "Remote", Of<&Api::RemoteFlag>,
+               [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }),
       SideRow<Side::Height>(6, "Height"),
       SideRow<Side::Width>(7, "Width"),
       SideRow<Side::Left>(8, "left"),

@@ -66,11 +66,11 @@ Value AppDevices::Add(Arguments arguments) {
 std::span<const MemberRow<AppDevices>> AppDevices::Members() {
   using Self = AppDevices;
   static const Row kRows[] = {
-      Indexed<&Self::Item>(0, "Item"),
+      Indexed(0, "Item", Of<&Self::Item>),
       Property(1, "Count", [](Self& self) { return static_cast<std::int32_t>(self.Keys().size()); }),
       ClassRow<Class::AppDevices>(2),
       ParentRow(3),
-      Function<&Self::Add>(4, "Add", 2, 4),
+      Function(4, "Add", Of<&Self::Add>, 2, 4),
   };
   return kRows;
 }

@@ -19,7 +19,7 @@ class NamedItems : public Simulated<T> {
 
  protected:
   static constexpr MemberRow<T> ItemRow() {
-    return NamedItems::template Indexed<&NamedItems::Choose>(0, "Item");
+    return NamedItems::Indexed(0, "Item", NamedItems::template Of<&NamedItems::Choose>);
   }
   static constexpr MemberRow<T> CountRow() {
     return NamedItems::Property(1, "Count",

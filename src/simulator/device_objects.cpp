@@ -87,8 +87,8 @@ std::span<const MemberRow<Subsystem>> Subsystem::Members() {
   using Self = Subsystem;
   static const Row kRows[] = {
       Property(0, "Name", [](Self& self) { return self.chain_.back(); }),
-      Property<&Self::Subsystems>(1, "Subsystems"),
-      Property<&Self::Devices>(2, "AppDevices"),
+      Property(1, "Subsystems", Of<&Self::Subsystems>),
+      Property(2, "AppDevices", Of<&Self::Devices>),
       ClassRow<Class::Subsystem>(3),
       ParentRow(4),
   };
@@ -146,10 +146,10 @@ std::span<const MemberRow<AppDevice>> AppDevice::Members() {
       Stored<&Device::neuron_id>(6, "NeuronId"),
       Stored<&Device::program_id>(7, "ProgramId"),
       Stored<&Device::handle>(8, "Handle"),
-      Property<&Self::Template>(9, "DeviceTemplate"),
-      Property<&Self::MainInterface>(10, "Interface"),
-      Property<&Self::Subsystems>(11, "Subsystems"),
-      Function<&Self::Test>(12, "Test"),
+      Property(9, "DeviceTemplate", Of<&Self::Template>),
+      Property(10, "Interface", Of<&Self::MainInterface>),
+      Property(11, "Subsystems", Of<&Self::Subsystems>),
+      Function(12, "Test", Of<&Self::Test>),
       ClassRow<Class::AppDevice>(13),
       ParentRow(14),
   };
@@ -195,13 +195,13 @@ std::span<const MemberRow<Interface>> Interface::Members() {
   using Self = Interface;
   static const Row kRows[] = {
       Property(0, "Name", [](Self&) { return std::string(); }),
-      Property<&Self::Variables>(1, "NetworkVariables"),
-      Property<&Self::Objects>(2, "LonMarkObjects"),
+      Property(1, "NetworkVariables", Of<&Self::Variables>),
+      Property(2, "LonMarkObjects", Of<&Self::Objects>),
       ClassRow<Class::Interface>(3),
       ParentRow(4),
       // Their options choose which properties; here they mean all of them.
-      Function<&Self::Upload>(5, "UploadConfigProperties", 0, 1),
-      Function<&Self::Download>(6, "DownloadConfigProperties", 0, 1),
+      Function(5, "UploadConfigProperties", Of<&Self::Upload>, 0, 1),
+      Function(6, "DownloadConfigProperties", Of<&Self::Download>, 0, 1),
   };
   return kRows;
 }
@@ -257,8 +257,8 @@ std::span<const MemberRow<LonMarkObject>> LonMarkObject::Members() {
           4, "Mode", [](Self& self) { return self.Data().mode; },
           [](Self& self, const Value& value) { self.SetMode(value); }),
       PutOnly(5, "Request", [](Self& self, const Value& value) { self.Request(value); }),
-      Property<&Self::Variables>(6, "NetworkVariables"),
-      Property<&Self::Apps>(7, "ComponentApps"),
+      Property(6, "NetworkVariables", Of<&Self::Variables>),
+      Property(7, "ComponentApps", Of<&Self::Apps>),
       ClassRow<Class::LonMarkObject>(8),
       ParentRow(9),
   };

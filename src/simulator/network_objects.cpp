@@ -30,7 +30,7 @@ std::span<const MemberRow<Network>> Network::Members() {
       Function(1, "Open", [](Self& self) { self.session().OpenNetwork(self.name_); }),
       Function(2, "Close", [](Self& self) { self.session().CloseNetwork(self.name_); }),
       Property(3, "IsOpen", [](Self& self) { return self.session().IsNetworkOpen(self.name_); }),
-      Property<&Self::Systems>(4, "Systems"),
+      Property(4, "Systems", Of<&Self::Systems>),
       ClassRow<Class::Network>(5),
       ParentRow(6),
   };
@@ -84,10 +84,10 @@ std::span<const MemberRow<System>> System::Members() {
       Function(1, "Open", [](Self& self) { self.session().OpenSystem(self.network_); }),
       Function(2, "Close", [](Self& self) { self.session().CloseSystem(self.network_); }),
       Property(3, "IsOpen", [](Self& self) { return self.session().IsSystemOpen(self.network_); }),
-      Property<&Self::ServiceDevice>(4, "NetworkServiceDevice"),
-      Property<&Self::Subsystems>(5, "Subsystems"),
-      Property<&Self::Templates>(6, "TemplateLibrary"),
-      Property<&Self::Apps>(7, "ComponentApps"),
+      Property(4, "NetworkServiceDevice", Of<&Self::ServiceDevice>),
+      Property(5, "Subsystems", Of<&Self::Subsystems>),
+      Property(6, "TemplateLibrary", Of<&Self::Templates>),
+      Property(7, "ComponentApps", Of<&Self::Apps>),
       Setting<&stored::System::management_mode, 0, 1>(8, "MgmtMode"),
       Setting<&stored::System::discovery_interval>(9, "DiscoveryInterval"),
       Setting<&stored::System::update_interval>(10, "UpdateInterval"),
@@ -142,8 +142,8 @@ void NetworkServiceDevice::SetInterface(const Value& value) {
 std::span<const MemberRow<NetworkServiceDevice>> NetworkServiceDevice::Members() {
   using Self = NetworkServiceDevice;
   static const Row kRows[] = {
-      Property<&Self::Interface>(1, "NetworkInterface",
-                                 [](Self& self, const Value& value) { self.SetInterface(value); }),
+      Property(1, "NetworkInterface", Of<&Self::Interface>,
+               [](Self& self, const Value& value) { self.SetInterface(value); }),
       ClassRow<Class::NetworkServiceDevice>(2),
       ParentRow(3),
   };
@@ -152,7 +152,7 @@ std::span<const MemberRow<NetworkServiceDevice>> NetworkServiceDevice::Members()
 
 std::span<const MemberRow<NetworkInterface>> NetworkInterface::Members() {
   static const Row kRows[] = {
-      Property<&NetworkInterface::name>(0, "Name"),
+      Property(0, "Name", Of<&NetworkInterface::name>),
       ClassRow<Class::NetworkInterface>(1),
       ParentRow(2),
   };

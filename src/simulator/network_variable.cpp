@@ -78,13 +78,14 @@ std::span<const MemberRow<NetworkVariable>> NetworkVariable::Members() {
   using Self = NetworkVariable;
   static const Row kRows[] = {
       Property(0, "Name", [](Self& self) { return self.name_; }),
-      Property<&Self::ReadValue>(1, "Value", [](Self& self, const Value& value) { self.WriteValue(value); }),
-      Property<&Self::FormatName>(2, "DsFormatType",
-                                  [](Self& self, const Value& value) { self.SetFormat(value); }),
+      Property(1, "Value", Of<&Self::ReadValue>,
+               [](Self& self, const Value& value) { self.WriteValue(value); }),
+      Property(2, "DsFormatType", Of<&Self::FormatName>,
+               [](Self& self, const Value& value) { self.SetFormat(value); }),
       Property(
           3, "SourceOptions", [](Self& self) { return self.source_options_; },
           [](Self& self, const Value& value) { self.source_options_ = WholeNumber(value, 0, 2); }),
-      Property<&Self::Index>(4, "Index"),
+      Property(4, "Index", Of<&Self::Index>),
       Property(5, "Direction", [](Self& self) { return self.Type().is_output ? 1 : 0; }),
       Property(
           6, "DsMonitorTag", [](Self& self) { return self.monitor_tag_; },

@@ -107,7 +107,7 @@ Value ObjectServer::Control() {
 std::span<const MemberRow<ObjectServer>> ObjectServer::Members() {
   using Self = ObjectServer;
   static const Row kRows[] = {
-      Property<&Self::Networks>(1, "Networks"),
+      Property(1, "Networks", Of<&Self::Networks>),
       Property(
           5, "SingleUserFlag", [](Self& self) { return self.session().settings().single_user; },
           [](Self& self, const Value& value) {
@@ -121,18 +121,18 @@ std::span<const MemberRow<ObjectServer>> ObjectServer::Members() {
           [](Self& self, const Value& value) {
             self.session().ChangeSettings().remote = automation::ToBoolean(value);
           }),
-      Property<&Self::ActiveRemoteInterface>(
-          10, "ActiveRemoteNI", [](Self& self, const Value& value) { self.SetActiveRemoteInterface(value); }),
+      Property(10, "ActiveRemoteNI", Of<&Self::ActiveRemoteInterface>,
+               [](Self& self, const Value& value) { self.SetActiveRemoteInterface(value); }),
       Property(
           11, "Flags", [](Self& self) { return self.session().settings().flags; },
           [](Self& self, const Value& value) { self.SetFlags(value); }),
       Function(12, "Close", [](Self& self) { self.session().Close(); }),
       Function(13, "Open", [](Self& self) { self.session().Open(); }),
       Property(14, "NetworkInterfaces", [](Self& self) { return self.Interfaces("NetworkInterfaces"); }),
-      Property<&Self::Apps>(15, "ComponentApps"),
+      Property(15, "ComponentApps", Of<&Self::Apps>),
       Property(16, "Name", [](Self&) { return std::string("LcaObjectServer"); }),
       ClassRow<Class::ObjectServer>(17),
-      Property<&Self::Control>(kSimulator, "Simulator"),
+      Property(kSimulator, "Simulator", Of<&Self::Control>),
   };
   return kRows;
 }

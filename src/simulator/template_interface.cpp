@@ -41,8 +41,8 @@ std::span<const MemberRow<TemplateInterface>> TemplateInterface::Members() {
   using Self = TemplateInterface;
   static const Row kRows[] = {
       Property(0, "Name", [](Self&) { return std::string(); }),
-      Property<&Self::Variables>(1, "NetworkVariables"),
-      Property<&Self::Objects>(2, "LonMarkObjects"),
+      Property(1, "NetworkVariables", Of<&Self::Variables>),
+      Property(2, "LonMarkObjects", Of<&Self::Objects>),
       ClassRow<Class::Interface>(3),
       ParentRow(4),
   };
@@ -81,8 +81,8 @@ std::span<const MemberRow<TemplateLonMarkObject>> TemplateLonMarkObject::Members
       Stored<&Object::index>(2, "Index"),
       Stored<&Object::type_index>(3, "TypeIndex"),
       Stored<&Object::mode>(4, "Mode"),
-      Property<&Self::Variables>(5, "NetworkVariables"),
-      Property<&Self::Apps>(6, "ComponentApps"),
+      Property(5, "NetworkVariables", Of<&Self::Variables>),
+      Property(6, "ComponentApps", Of<&Self::Apps>),
       ClassRow<Class::LonMarkObject>(7),
       ParentRow(8),
   };

@@ -114,11 +114,11 @@ std::span<const MemberRow<DeviceTemplate>> DeviceTemplate::Members() {
           [](Self& self, const Value& value) { self.SetName(value); }),
       Stored<&stored::DeviceTemplate::program_id>(1, "ProgramId"),
       Setting<&stored::DeviceTemplate::xif_path>(2, "XifPath"),
-      Property<&Self::Apps>(3, "ComponentApps"),
+      Property(3, "ComponentApps", Of<&Self::Apps>),
       ClassRow<Class::DeviceTemplate>(4),
       ParentRow(5),
       Setting<&stored::DeviceTemplate::description>(6, "Description"),
-      Property<&Self::MainInterface>(7, "Interface"),
+      Property(7, "Interface", Of<&Self::MainInterface>),
       Function(
           8, "Import", [](Self& self, Arguments path) { self.Import(automation::ToText(path[0])); }, 1),
   };

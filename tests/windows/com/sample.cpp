@@ -35,7 +35,7 @@ std::span<const automation::MemberRow<Sample>> Sample::Members() {
       Function(
           2, "Echo", [](Sample&, Arguments arguments) { return arguments[0]; }, 1),
       Property(3, "Items", [](Sample&) { return std::make_shared<SampleItems>(); }),
-      Function<Throw>(4, "Throw", 1, 2),
+      Function(4, "Throw", Of<Throw>, 1, 2),
       Function(
           5, "Fire",
           [](Sample& self, Arguments arguments) {
@@ -68,7 +68,7 @@ std::int32_t Sample::Fire(std::int32_t event, Arguments arguments) {
 
 std::span<const automation::MemberRow<SampleItems>> SampleItems::Members() {
   static const Row rows[]{
-      Indexed<FindItem>(platform::kDefaultMember, "Item"),
+      Indexed(platform::kDefaultMember, "Item", Of<FindItem>),
       Property(2, "Count", [](SampleItems& self) { return static_cast<std::int32_t>(self.items.size()); }),
   };
   return rows;
