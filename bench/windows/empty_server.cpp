@@ -37,16 +37,16 @@ void MakeWindow(int width, int height) {
 
 struct Empty : automation::PublishedTable<Empty> {
   static std::span<const automation::MemberRow<Empty>> Members() {
-    using platform::Arguments, platform::Value;
-    static const automation::MemberRow<Empty> kMembers[] = {
-        {1, "Version", [](Empty&, Arguments) -> Value { return std::string("1.0.0"); }},
-        {2, "ShowWindow", nullptr, nullptr,
-         [](Empty& self, Arguments size) -> Value {
-           self.object_server = windows::com::CreateObject("LnsSimulator.LcaObjectServer");
-           MakeWindow(automation::ToInteger(size[0]), automation::ToInteger(size[1]));
-           return {};
-         },
-         2}};
+    using platform::Arguments;
+    static const Row kMembers[] = {
+        Property(1, "Version", [](Empty&) { return std::string("1.0.0"); }),
+        Function(
+            2, "ShowWindow",
+            [](Empty& self, Arguments size) {
+              self.object_server = windows::com::CreateObject("LnsSimulator.LcaObjectServer");
+              MakeWindow(automation::ToInteger(size[0]), automation::ToInteger(size[1]));
+            },
+            2)};
     return kMembers;
   }
   platform::LateBoundPtr object_server;

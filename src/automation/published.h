@@ -1,9 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 #include "platform/late_bound.h"
 #include "text/strings.h"
@@ -17,8 +20,7 @@ class Published : public platform::LateBound {
   virtual std::optional<std::int32_t> MemberNumber(std::string_view name) const = 0;
 };
 
-/// One row of a published class: a property with its accessors, or a method. A member that is null does not
-/// exist.
+/// One row of a published class, as PublishedTable makes it. An accessor that is null does not exist.
 template <class T>
 struct MemberRow {
   std::int32_t number;
@@ -28,9 +30,15 @@ struct MemberRow {
   platform::Value (*method)(T& self, platform::Arguments arguments) = nullptr;
   /// How many indices (of a get) or arguments (of a method) the member takes.
   std::size_t least = 0;
-  std::size_t most = least;
-  /// The release of the class that has added the member, 320 for 3.20; 0 where every release has it.
+  std::size_t most = 0;
+  /// The release of the class that has added the member, 320 for 3.20; 0 if every release has it.
   int since = 0;
+
+  constexpr MemberRow Since(int release) const {
+    MemberRow row = *this;
+    row.since = release;
+    return row;
+  }
 };
 
 /// A published object whose members are one table: `static std::span<const MemberRow<T>> Members()` of T.
@@ -40,8 +48,41 @@ struct MemberRow {
 template <class T>
 class PublishedTable : public Published {
  public:
+  using Row = MemberRow<T>;
+  using Put = void (*)(T& self, const platform::Value& value);
+
+  /// A member function of T, or another function of it, for the rows.
+  template <auto kWork>
+  struct Invoking {
+    template <class... Given>
+    auto operator()(T& self, Given... given) const -> decltype(std::invoke(kWork, self, given...)) {
+      return std::invoke(kWork, self, given...);
+    }
+  };
+  template <auto kWork>
+  static constexpr Invoking<kWork> Of{};
+
+  /// The rows of a table. What does a member's work captures nothing; it may leave the arguments out and
+  /// return nothing.
+  template <class Get>
+  static constexpr Row Property(std::int32_t number, std::string_view name, Get, Put put = nullptr) {
+    return {number, name, Call<Get>, put};
+  }
+  static constexpr Row PutOnly(std::int32_t number, std::string_view name, Put put) {
+    return {number, name, nullptr, put};
+  }
+  template <class Get>
+  static constexpr Row Indexed(std::int32_t number, std::string_view name, Get) {
+    return {number, name, Call<Get>, nullptr, nullptr, 1, 1};
+  }
+  template <class Work>
+  static constexpr Row Function(std::int32_t number, std::string_view name, Work, std::size_t least = 0,
+                                std::size_t most = 0) {
+    return {number, name, nullptr, nullptr, Call<Work>, least, std::max(least, most)};
+  }
+
   std::optional<std::int32_t> MemberNumber(std::string_view name) const override {
-    for (const MemberRow<T>& row : T::Members())
+    for (const Row& row : T::Members())
       if (text::EqualIgnoringCase(row.name, name) && static_cast<const T&>(*this).Offers(row))
         return row.number;
     return std::nullopt;
@@ -49,42 +90,62 @@ class PublishedTable : public Published {
 
   platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
                          platform::Arguments arguments) override {
+    return Invoke(Find(member), member, kind, arguments);
+  }
+
+  /// Whether the member exists now, and as what: T may know better.
+  bool Offers(const Row&) const { return true; }
+  bool OffersPut(const Row& row) const { return row.put != nullptr; }
+
+ protected:
+  /// The row of a member that exists now, or null.
+  const Row* Find(const platform::Member& member) const {
+    for (const Row& row : T::Members()) {
+      const bool found = member.number != platform::Member::kNoNumber
+                             ? row.number == member.number
+                             : text::EqualIgnoringCase(row.name, member.name);
+      if (found && static_cast<const T&>(*this).Offers(row)) return &row;
+    }
+    return nullptr;
+  }
+
+  platform::Value Invoke(const Row* row, const platform::Member& member, platform::CallKind kind,
+                         platform::Arguments arguments) {
     using platform::CallKind;
+    if (!row && member.number == platform::Member::kNoNumber)
+      throw platform::Error(platform::kUnknownName, "Automation", "Unknown name.");
     T& self = static_cast<T&>(*this);
-    const MemberRow<T>& row = Find(member);
     const bool takes_get = kind == CallKind::Get || kind == CallKind::GetOrMethod;
     const bool takes_method = kind == CallKind::Method || kind == CallKind::GetOrMethod;
-    if (row.get && takes_get) return Get(self, row, arguments);
-    if (row.method && takes_method) {
-      CheckCount(arguments.size(), row.least, row.most);
-      return row.method(self, arguments);
+    if (row && row->get && takes_get) return Get(self, *row, arguments);
+    if (row && row->method && takes_method) {
+      CheckCount(arguments.size(), row->least, row->most);
+      return row->method(self, arguments);
     }
-    if (self.OffersPut(row) && (kind == CallKind::Put || kind == CallKind::PutReference)) {
+    if (row && self.OffersPut(*row) && (kind == CallKind::Put || kind == CallKind::PutReference)) {
       CheckCount(arguments.size(), 1, 1);
-      row.put(self, arguments[0]);
+      row->put(self, arguments[0]);
       return {};
     }
     throw platform::Error(platform::kMemberNotFound, "Automation", "Member not found.");
   }
 
-  /// Whether the member exists now, and as what: T may know better.
-  bool Offers(const MemberRow<T>&) const { return true; }
-  bool OffersPut(const MemberRow<T>& row) const { return row.put != nullptr; }
-
  private:
-  const MemberRow<T>& Find(const platform::Member& member) const {
-    for (const MemberRow<T>& row : T::Members()) {
-      const bool found = member.number != platform::Member::kNoNumber
-                             ? row.number == member.number
-                             : text::EqualIgnoringCase(row.name, member.name);
-      if (found && static_cast<const T&>(*this).Offers(row)) return row;
-    }
-    if (member.number != platform::Member::kNoNumber)
-      throw platform::Error(platform::kMemberNotFound, "Automation", "Member not found.");
-    throw platform::Error(platform::kUnknownName, "Automation", "Unknown name.");
+  template <class Work>
+  static platform::Value Call(T& self, platform::Arguments arguments) {
+    const auto call = [&] {
+      if constexpr (std::is_invocable_v<Work, T&>)
+        return Work()(self);
+      else
+        return Work()(self, arguments);
+    };
+    if constexpr (std::is_void_v<decltype(call())>)
+      return call(), platform::Value();
+    else
+      return call();
   }
 
-  static platform::Value Get(T& self, const MemberRow<T>& row, platform::Arguments arguments) {
+  static platform::Value Get(T& self, const Row& row, platform::Arguments arguments) {
     if (row.most == 0 && !arguments.empty()) {
       const platform::Value result = row.get(self, {});
       if (const auto* object = std::get_if<platform::LateBoundPtr>(&result); object && *object)

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <limits>
 #include <sstream>
 
 namespace director {
@@ -9,6 +10,16 @@ namespace {
 
 constexpr const char* kInterfaceHelp =
     "Work remotely through this network interface, or over the Internet with \"Internet\"";
+
+const CLI::Range kPosition(-32768, 32767), kSize(1, 32767);
+
+void AddAnswer(CLI::App& command, Options& options) {
+  command
+      .add_option_function<std::string>(
+          "--answer", [&options](const std::string& answer) { options.answer = answer == "yes"; },
+          "Answer the plug-in's questions with yes or no, and its messages with OK")
+      ->check(CLI::IsMember({"yes", "no"}));
+}
 
 void AddNetworkCommands(CLI::App& app, Options& options) {
   app.add_subcommand("networks", "List the networks")->callback([&] { options.command = Command::Networks; });
@@ -54,14 +65,18 @@ void AddConfigureCommand(CLI::App& app, Options& options) {
   configure->add_option("path", request.path, "network/system.subsystem/device")->required();
   configure->add_option("--object", request.lonmark_object, "Configure this LonMark object of the device");
   configure->add_option("--interface", request.interface_name, kInterfaceHelp);
-  configure->add_option("--left", request.left, "Window position in pixels");
-  configure->add_option("--top", request.top, "Window position in pixels");
-  configure->add_option("--width", request.width, "Window size in pixels");
-  configure->add_option("--height", request.height, "Window size in pixels");
+  configure->add_option("--left", request.left, "Window position in pixels")->check(kPosition);
+  configure->add_option("--top", request.top, "Window position in pixels")->check(kPosition);
+  configure->add_option("--width", request.width, "Window size in pixels")->check(kSize);
+  configure->add_option("--height", request.height, "Window size in pixels")->check(kSize);
   configure->add_option("--plug-in", options.plug_in, "ProgID of the plug-in")->capture_default_str();
-  configure->add_flag("--hidden", request.hidden, "Do not show the window");
+  configure->add_flag("--hidden", request.hidden, "Do not show the window; questions are answered with no");
   configure->add_flag("--wait", options.wait, "Stay until the window is closed");
-  configure->callback([&] { options.command = Command::Configure; });
+  AddAnswer(*configure, options);
+  configure->callback([&] {
+    options.command = Command::Configure;
+    if (options.configure.hidden && !options.answer) options.answer = false;
+  });
 
   CLI::App* screen = app.add_subcommand("screen", "Print what the plug-in's windows show, page by page");
   screen->callback([&] { options.command = Command::Screen; });
@@ -77,6 +92,7 @@ void AddRegistrationCommands(CLI::App& app, Options& options) {
     added->add_option("network", options.network, "The network's name")->required();
     added->add_option("--interface", options.configure.interface_name, kInterfaceHelp);
     added->add_option("--plug-in", options.plug_in, "ProgID of the plug-in")->capture_default_str();
+    AddAnswer(*added, options);
     added->callback([&options, command] { options.command = command; });
   };
   add("register", "Have the plug-in put its commands on a network", Command::Register);
@@ -88,15 +104,27 @@ void AddFaultCommands(CLI::App& app, Options& options) {
   fault->require_subcommand(1);
 
   CLI::App* add = fault->add_subcommand("add", "Fail the operations that match");
-  add->add_option("--device", options.fault.device, "Name or path; any if not given");
-  add->add_option("--variable", options.fault.variable, "Name; any if not given");
+  CLI::Option* device = add->add_option("--device", options.fault.device, "Name or path; any if not given");
+  add->add_option("--variable,--item", options.fault.variable,
+                  "Variable, or network, template, LonMark object, interface or command; any if not given");
   add->add_option("--operation", options.fault.operation, "read, write or a member's name; any if not given");
-  add->add_option("--occurrence", options.fault.occurrence, "Which one from now on; 0 is every one")
-      ->capture_default_str();
+  CLI::Option* occurrence =
+      add->add_option("--occurrence", options.fault.occurrence, "Which one from now on; 0 is every one")
+          ->check(CLI::Range(0, std::numeric_limits<std::int32_t>::max()))
+          ->capture_default_str();
   add->add_option("--code", options.fault.code,
                   "The platform's error code; 0 takes the device off the network")
+      ->check(CLI::Range(0, 65535))
       ->capture_default_str();
-  add->callback([&] { options.command = Command::FaultAdd; });
+  add->callback([&options, device, occurrence] {
+    if (device->empty() && occurrence->empty())
+      throw CLI::RequiredError("--device or --occurrence (else every operation fails)");
+    options.command = Command::FaultAdd;
+  });
+
+  fault->add_subcommand("list", "List the faults that are set")->callback([&] {
+    options.command = Command::FaultList;
+  });
 
   fault->add_subcommand("clear", "Take all faults back")->callback([&] {
     options.command = Command::FaultClear;
@@ -114,8 +142,11 @@ void AddFaultCommands(CLI::App& app, Options& options) {
 void AddSimulatorCommands(CLI::App& app, Options& options) {
   CLI::App* latency =
       app.add_subcommand("latency", "Show or set how long operations of the simulated network take");
-  latency->add_option("kind", options.latency_kind, "any, read, write, open or test")->capture_default_str();
-  latency->add_option("milliseconds", options.latency_milliseconds, "The new latency");
+  latency->add_option("kind", options.latency_kind, "The kind of operation")
+      ->check(CLI::IsMember({"any", "read", "write", "open", "test"}))
+      ->capture_default_str();
+  latency->add_option("milliseconds", options.latency_milliseconds, "The new latency")
+      ->check(CLI::Range(0, 600000));
   latency->callback([&] { options.command = Command::Latency; });
 
   CLI::App* journal =
@@ -128,12 +159,29 @@ void AddSimulatorCommands(CLI::App& app, Options& options) {
   });
 }
 
+/// Speaks of the command that was given, not of the whole program.
+std::string FailureText(const CLI::App* app, const CLI::Error& error) {
+  std::string name = app->get_name(), reason = error.what();
+  for (; !app->get_subcommands().empty(); name += ' ' + app->get_name()) app = app->get_subcommands().front();
+  if (app->get_require_subcommand_min() > 0) {
+    const std::vector<std::string> unknown = app->remaining();
+    reason = unknown.empty() ? "a command is required" : "there is no command \"" + unknown.front() + '"';
+    std::string choices;
+    for (const CLI::App* each : app->get_subcommands({}))
+      choices += (choices.empty() ? ": " : ", ") + each->get_name();
+    reason += choices;
+  }
+  return name + ": " + reason + "\nRun \"" + name + " --help\" for more information.\n";
+}
+
 }  // namespace
 
-ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
+ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std::string& version) {
   ParsedCommandLine parsed;
   CLI::App app("A small network tool: lists networks and devices and starts plug-ins.", "director");
   app.require_subcommand(1);
+  app.set_version_flag("--version", "director " + version);
+  app.failure_message(FailureText);
   AddNetworkCommands(app, parsed.options);
   AddConfigureCommand(app, parsed.options);
   AddRegistrationCommands(app, parsed.options);
@@ -149,6 +197,23 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments) {
     parsed.message = out.str();
   }
   return parsed;
+}
+
+std::string ErrorText(const platform::Error& error) {
+  const auto number = static_cast<std::uint32_t>(error.number());
+  const auto code = number - static_cast<std::uint32_t>(platform::kObjectServerErrorBase);
+  // Below are the codes of COM itself.
+  constexpr std::uint32_t kLeastCode = 0x200;
+  std::ostringstream text;
+  text << "director: ";
+  if (code >= kLeastCode && code <= 0xFFFF)
+    text << "object server error " << code;
+  else if (number < 0x80000000u)
+    text << "error " << number;
+  else
+    text << "error 0x" << std::hex << std::uppercase << number;
+  text << " (" << error.source() << "): " << error.description() << '\n';
+  return text.str();
 }
 
 }  // namespace director

@@ -24,6 +24,7 @@ enum class Command {
   Screen,
   Close,
   FaultAdd,
+  FaultList,
   FaultClear,
   FaultVanish,
   FaultRestore,
@@ -46,11 +47,13 @@ struct Options {
   std::string plug_in = "QM5RFcPirConfigure.LNSPlugInAPI";
   /// Stay until the user closes the plug-in's window.
   bool wait = false;
+  /// What the director answers to the plug-in's questions; nothing to leave them to the user.
+  std::optional<bool> answer;
   SimulatorKnobs::Fault fault;
   std::string device;
   std::string latency_kind = "any";
-  /// -1 asks for the present one.
-  int latency_milliseconds = -1;
+  /// Nothing asks for the present one.
+  std::optional<int> latency_milliseconds;
   bool clear = false;
 };
 
@@ -62,7 +65,11 @@ struct ParsedCommandLine {
   int exit_code = 0;
 };
 
-/// The arguments without the program, as UTF-8.
-ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments);
+/// The arguments without the program, as UTF-8; the version is what --version prints.
+ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std::string& version = {});
+
+/// "director: object server error 18200 (LNS Simulator): ..." with the platform's code, the plain number of a
+/// plug-in's error, or the system's hexadecimal one.
+std::string ErrorText(const platform::Error& error);
 
 }  // namespace director

@@ -16,27 +16,20 @@ std::string TemplatePath(const OpenedNetwork& opened, const lns::DeviceTemplate&
 }
 
 void PrintApps(const lns::ComponentApps& apps, const std::string& owner, std::ostream& out) {
-  for (std::int32_t i = 1; i <= apps.Count(); ++i) {
-    const lns::ComponentApp app = apps.Item(i);
+  for (const lns::ComponentApp app : apps.Items())
     out << owner << '\t' << app.Name() << '\t' << app.CommandId() << '\t' << app.ComponentClassId() << '\t'
         << app.RegisteredServer() << '\t' << app.VersionNumber()
         << (app.DefaultAppFlag() ? "\tdefault\n" : "\n");
-  }
 }
 
 void PrintObjects(const lns::Interface& interface, const std::string& owner, std::ostream& out) {
-  const auto objects = interface.LonMarkObjects();
-  for (std::int32_t i = 1; i <= objects.Count(); ++i) {
-    const lns::LonMarkObject object = objects.Item(i);
+  for (const lns::LonMarkObject object : interface.LonMarkObjects().Items())
     PrintApps(object.ComponentApps(), owner + '/' + object.Name(), out);
-  }
 }
 
 void PrintNetworkCommands(const OpenedNetwork& opened, std::ostream& out) {
   PrintApps(opened.system().ComponentApps(), SystemPath(opened), out);
-  const auto templates = opened.system().TemplateLibrary().DeviceTemplates();
-  for (std::int32_t i = 1; i <= templates.Count(); ++i) {
-    const lns::DeviceTemplate type = templates.Item(i);
+  for (const lns::DeviceTemplate type : opened.system().TemplateLibrary().DeviceTemplates().Items()) {
     PrintApps(type.ComponentApps(), TemplatePath(opened, type), out);
     PrintObjects(type.Interface(), TemplatePath(opened, type), out);
   }
@@ -45,13 +38,10 @@ void PrintNetworkCommands(const OpenedNetwork& opened, std::ostream& out) {
 void PrintNetworkTemplates(const OpenedNetwork& opened, std::ostream& out) {
   const auto devices = opened.system().Subsystems().Item(lns::members::kAllDevices).AppDevices();
   std::map<std::string, int> uses;
-  for (std::int32_t i = 1; i <= devices.Count(); ++i) ++uses[devices.Item(i).DeviceTemplate().Name()];
-  const auto templates = opened.system().TemplateLibrary().DeviceTemplates();
-  for (std::int32_t i = 1; i <= templates.Count(); ++i) {
-    const lns::DeviceTemplate type = templates.Item(i);
+  for (const lns::AppDevice device : devices.Items()) ++uses[device.DeviceTemplate().Name()];
+  for (const lns::DeviceTemplate type : opened.system().TemplateLibrary().DeviceTemplates().Items())
     out << TemplatePath(opened, type) << '\t' << type.ProgramId() << '\t' << "devices " << uses[type.Name()]
         << '\n';
-  }
 }
 
 /// Does the step with the service device of a network, whose system need not open.
@@ -86,9 +76,7 @@ Registration RegistrationOf(const lns::ObjectServer& server, const std::string& 
                             const std::string& plug_in) {
   const OpenedNetwork opened(server, network_name);
   Registration registration{SystemPath(opened), std::nullopt};
-  const auto apps = opened.system().ComponentApps();
-  for (std::int32_t i = 1; i <= apps.Count(); ++i) {
-    const lns::ComponentApp app = apps.Item(i);
+  for (const lns::ComponentApp app : opened.system().ComponentApps().Items()) {
     if (app.CommandId() != session::kRegisterCommand) continue;
     if (text::EqualIgnoringCase(app.RegisteredServer(), plug_in)) registration.version = app.VersionNumber();
   }

@@ -18,33 +18,24 @@ namespace {
 bool RepeatsDevices(const std::string& subsystem) { return subsystem == "ALL" || subsystem == "Discovered"; }
 
 void PrintSubsystem(const lns::Subsystem& subsystem, const std::string& path, std::ostream& out) {
-  const auto devices = subsystem.AppDevices();
-  for (std::int32_t i = 1; i <= devices.Count(); ++i) {
-    const lns::AppDevice device = devices.Item(i);
+  for (const lns::AppDevice device : subsystem.AppDevices().Items())
     out << path << '/' << device.Name() << "\tstate " << device.State() << '\t'
         << device.DeviceTemplate().Name() << '\n';
-  }
-  const auto below = subsystem.Subsystems();
-  for (std::int32_t i = 1; i <= below.Count(); ++i) {
-    const lns::Subsystem inner = below.Item(i);
-    PrintSubsystem(inner, path + '.' + inner.Name(), out);
-  }
+  for (const lns::Subsystem below : subsystem.Subsystems().Items())
+    PrintSubsystem(below, path + '.' + below.Name(), out);
 }
 
 void PrintNetworkDevices(const OpenedNetwork& opened, std::ostream& out) {
-  const auto subsystems = opened.system().Subsystems();
-  for (std::int32_t i = 1; i <= subsystems.Count(); ++i) {
-    const lns::Subsystem subsystem = subsystems.Item(i);
-    if (RepeatsDevices(subsystem.Name())) continue;
-    PrintSubsystem(subsystem, SystemPath(opened) + '.' + subsystem.Name(), out);
+  for (const lns::Subsystem subsystem : opened.system().Subsystems().Items()) {
+    const std::string name = subsystem.Name();
+    if (!RepeatsDevices(name)) PrintSubsystem(subsystem, SystemPath(opened) + '.' + name, out);
   }
 }
 
 std::vector<std::string> NetworkNames(const lns::ObjectServer& server) {
   server.Open();
   std::vector<std::string> names;
-  const auto networks = server.Networks();
-  for (std::int32_t i = 1; i <= networks.Count(); ++i) names.push_back(networks.Item(i).Name());
+  for (const lns::Network network : server.Networks().Items()) names.push_back(network.Name());
   server.Close();
   return names;
 }
@@ -142,12 +133,9 @@ void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::
   const lns::AppDevice device = DeviceAt(opened, path);
   out << "device\t" << device.Name() << "\ntemplate\t" << device.DeviceTemplate().Name() << "\nprogram ID\t"
       << device.ProgramId() << "\nneuron ID\t" << device.NeuronId() << "\nstate\t" << device.State() << '\n';
-  const auto variables = device.Interface().NetworkVariables();
-  for (std::int32_t i = 1; i <= variables.Count(); ++i) {
-    const lns::NetworkVariable variable = variables.Item(i);
+  for (const lns::NetworkVariable variable : device.Interface().NetworkVariables().Items())
     out << variable.Name() << '\t' << ReadAs(variable, "") << '\t' << Hexadecimal(ReadAs(variable, "RAW"))
         << '\n';
-  }
 }
 
 void DownloadConfiguration(const lns::ObjectServer& server, const std::string& path) {

@@ -4,17 +4,19 @@
 #include <ostream>
 
 #include "automation/convert.h"
-#include "platform/attempt.h"
+#include "lns/object_model.h"
 
 namespace director {
 
 using platform::Value;
 
 SimulatorKnobs::SimulatorKnobs(const platform::LateBoundPtr& object_server) {
-  platform::Attempt([&] {
+  try {
     control_ = automation::ToObject(object_server->Invoke({"Simulator"}, platform::CallKind::Get, {}));
-  });
-  if (!control_) throw platform::Error(20003, "director", "The object server is not a simulated one");
+  } catch (const platform::Error& error) {
+    if (!lns::IsUnknownMember(error)) throw;
+    throw platform::Error(20003, "director", "The object server is not a simulated one");
+  }
 }
 
 Value SimulatorKnobs::Call(std::string_view member, platform::Arguments arguments) {
@@ -26,6 +28,8 @@ void SimulatorKnobs::AddFault(const Fault& fault) {
                                           fault.code};
   Call("AddFault", arguments);
 }
+
+void SimulatorKnobs::PrintFaults(std::ostream& out) { out << automation::ToText(Call("Faults")); }
 
 void SimulatorKnobs::ClearFaults() { Call("ClearFaults"); }
 

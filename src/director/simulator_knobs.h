@@ -8,14 +8,13 @@
 
 namespace director {
 
-/// The knobs of a simulated object server. A real one has none: then every operation throws 20003 and says
-/// so.
+/// The knobs of a simulated object server. A real one has none: then it throws 20003 and says so.
 class SimulatorKnobs {
  public:
   explicit SimulatorKnobs(const platform::LateBoundPtr& object_server);
 
   struct Fault {
-    /// A device's name or path, a variable's name; empty is any.
+    /// A device's name or path, a variable's name or that of anything else; empty is any.
     std::string device;
     std::string variable;
     /// read, write, or a member's name; empty is any.
@@ -25,7 +24,9 @@ class SimulatorKnobs {
     /// The platform's error code; 0 makes the device vanish.
     std::int32_t code = 18200;
   };
+  /// Throws 17006 for a device, a variable or an operation that the networks do not have.
   void AddFault(const Fault& fault);
+  void PrintFaults(std::ostream& out);
   void ClearFaults();
   void Vanish(const std::string& device);
   void Restore(const std::string& device);

@@ -6,19 +6,14 @@
 #include <string>
 
 #include "model/screen_layout.h"
+#include "text/strings.h"
 
 namespace headless {
 namespace {
 
-std::string WithoutAccelerator(std::string_view caption) {
-  std::string text(caption);
-  std::erase(text, '&');
-  return text;
-}
-
 void PrintFrame(const PlugIn& plug_in, const model::FramePlace& frame, std::ostream& out) {
   const std::string indent = frame.inside.empty() ? "  " : "    ";
-  out << indent << '[' << WithoutAccelerator(frame.caption) << "]\n";
+  out << indent << '[' << text::WithoutAccelerator(frame.caption) << "]\n";
   for (const model::FieldRow& field : frame.fields) {
     out << indent << "  ";
     if (!field.label.empty()) out << field.label << '\t';
@@ -29,7 +24,7 @@ void PrintFrame(const PlugIn& plug_in, const model::FramePlace& frame, std::ostr
 
 void PrintPages(const PlugIn& plug_in, std::ostream& out) {
   for (int page = 0; page < static_cast<int>(model::kPageCaptions.size()); ++page) {
-    out << "page\t" << WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(page)]) << '\n';
+    out << "page\t" << text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(page)]) << '\n';
     std::istringstream text(page == model::kContactPage ? plug_in.main.screen.WebBrowser1.Text() : "");
     for (std::string line; std::getline(text, line);) out << "  " << line << '\n';
     for (const model::FramePlace& frame : model::Frames())

@@ -3,17 +3,12 @@
 #include <algorithm>
 
 #include "text/numbers.h"
+#include "text/strings.h"
 
 namespace help {
 namespace {
 
 using model::Unit;
-
-std::string WithoutAccelerator(std::string_view caption) {
-  std::string text(caption);
-  std::erase(text, '&');
-  return text;
-}
 
 std::string FromTo(double least, double most, const std::string& unit) {
   return text::ShortestText(least) + "&nbsp;to&nbsp;" + text::ShortestText(most) +
@@ -54,7 +49,7 @@ Place PlaceOf(model::ControlRef control) {
   for (const model::FramePlace& frame : model::Frames())
     for (const model::FieldRow& field : frame.fields)
       if (field.control == control)
-        return {frame.page, WithoutAccelerator(frame.caption), std::string(field.label)};
+        return {frame.page, text::WithoutAccelerator(frame.caption), std::string(field.label)};
   return {};
 }
 
@@ -86,7 +81,8 @@ std::string FactsOf(const FieldSource& field) {
   std::string facts;
   const Place place = PlaceOf(field.control);
   if (place.page >= 0) {
-    const std::string tab = WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(place.page)]);
+    const std::string tab =
+        text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(place.page)]);
     facts += Fact("On the screen", Escaped("tab " + tab + ", frame " + place.frame));
   }
   if (const std::string range = RangeOf(field.control); !range.empty()) facts += Fact("Range", range);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -65,6 +66,32 @@ class Collection : public CollectionBase {
   using CollectionBase::CollectionBase;
   T Item(std::int32_t ordinal) const { return T(ItemAt(ordinal)); }
   T Item(const std::string& name) const { return T(ItemAt(name)); }
+
+  /// A place in the collection, and the iterator over its places. Taking it as an item fetches the item, so
+  /// that a loop can go on past one that cannot be fetched.
+  class Entry {
+   public:
+    Entry(const Collection* all, std::int32_t ordinal) : all_(all), ordinal_(ordinal) {}
+    operator T() const { return all_->Item(ordinal_); }
+    std::int32_t ordinal() const { return ordinal_; }
+
+    const Entry& operator*() const { return *this; }
+    Entry& operator++() { return ++ordinal_, *this; }
+    bool operator==(const Entry&) const = default;
+
+   private:
+    const Collection* all_;
+    std::int32_t ordinal_;
+  };
+  struct Entries {
+    Collection all;
+    std::int32_t count;
+    Entry begin() const { return {&all, 1}; }
+    Entry end() const { return {&all, std::max(count, 0) + 1}; }
+  };
+
+  /// What to walk over in order: `for (const AppDevice device : devices.Items())`. Counts once.
+  Entries Items() const { return {*this, Count()}; }
 };
 
 class NetworkInterface : public Object {

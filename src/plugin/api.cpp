@@ -44,45 +44,49 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
   using platform::Value;
   using Api = LNSPlugInAPI;
   constexpr auto kRefuseWrite = [](Api& api, const Value&) { api.Raise(20002, kReadOnly); };
-  static const automation::MemberRow<Api> kMembers[] = {
-      {1, "SendCommand", nullptr, nullptr,
-       [](Api& api, Arguments a) -> Value {
-         api.SendCommand(ToInteger(a[0]), ToInteger(a[1]), ToText(a[2]));
-         return {};
-       },
-       3},
-      {2, "Visible", [](Api& api, Arguments) -> Value { return api.main_.Visible(); },
-       [](Api& api, const Value& v) { api.SetVisible(ToBoolean(v)); }},
-      {3, "networkName", [](Api& api, Arguments) -> Value { return api.with_.session.CurrentNetworkName; },
-       [](Api& api, const Value& v) { api.SetNetworkName(ToText(v)); }},
-      {4, "NetworkInterfaceName", [](Api& api, Arguments) -> Value { return api.network_interface_name_; },
-       [](Api& api, const Value& v) { api.network_interface_name_ = ToText(v); }},
-      {5, "Remote", [](Api& api, Arguments) -> Value { return api.RemoteFlag(); },
-       [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }},
-      {6, "Height", ReadSide<Side::Height>, WriteSide<Side::Height>},
-      {7, "Width", ReadSide<Side::Width>, WriteSide<Side::Width>},
-      {8, "left", ReadSide<Side::Left>, WriteSide<Side::Left>},
-      {9, "Minimized",
-       [](Api& api, Arguments) -> Value { return api.main_.State() == ui::WindowState::Minimized; },
-       [](Api& api, const Value& v) { api.SetMinimized(ToBoolean(v)); }},
-      {10, "ManufacturerID",
-       [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerID; }, kRefuseWrite},
-      {11, "ManufacturerName",
-       [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInManufacturerName; }, kRefuseWrite},
-      {12, "LcaVersion", [](Api&, Arguments) -> Value { return std::string("3.0"); }, kRefuseWrite},
-      {13, "Version", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInVersion; },
-       kRefuseWrite},
-      {14, "top", ReadSide<Side::Top>, WriteSide<Side::Top>},
-      {15, "Name", [](Api& api, Arguments) -> Value { return api.with_.identity.PlugInName; }, kRefuseWrite},
-      {16, "DevelopmentProgramId",
-       [](Api& api, Arguments) -> Value { return api.with_.session.DevelopmentProgramIdValue; },
-       [](Api& api, const Value& v) { api.SetDevelopmentProgramId(ToText(v)); }},
+  static const Row kMembers[] = {
+      Function(
+          1, "SendCommand",
+          [](Api& api, Arguments a) { api.SendCommand(ToInteger(a[0]), ToInteger(a[1]), ToText(a[2])); }, 3),
+      Property(
+          2, "Visible", [](Api& api) { return api.main_.Visible(); },
+          [](Api& api, const Value& v) { api.SetVisible(ToBoolean(v)); }),
+      Property(
+          3, "networkName", [](Api& api) { return api.with_.session.CurrentNetworkName; },
+          [](Api& api, const Value& v) { api.SetNetworkName(ToText(v)); }),
+      Property(
+          4, "NetworkInterfaceName", [](Api& api) { return api.network_interface_name_; },
+          [](Api& api, const Value& v) { api.network_interface_name_ = ToText(v); }),
+      Property(5, "Remote", Of<&Api::RemoteFlag>,
+               [](Api& api, const Value& v) { api.SetRemoteFlag(ToBoolean(v)); }),
+      SideRow<Side::Height>(6, "Height"),
+      SideRow<Side::Width>(7, "Width"),
+      SideRow<Side::Left>(8, "left"),
+      Property(
+          9, "Minimized", [](Api& api) { return api.main_.State() == ui::WindowState::Minimized; },
+          [](Api& api, const Value& v) { api.SetMinimized(ToBoolean(v)); }),
+      Property(
+          10, "ManufacturerID", [](Api& api) { return api.with_.identity.PlugInManufacturerID; },
+          kRefuseWrite),
+      Property(
+          11, "ManufacturerName", [](Api& api) { return api.with_.identity.PlugInManufacturerName; },
+          kRefuseWrite),
+      Property(
+          12, "LcaVersion", [](Api&) { return std::string("3.0"); }, kRefuseWrite),
+      Property(
+          13, "Version", [](Api& api) { return api.with_.identity.PlugInVersion; }, kRefuseWrite),
+      SideRow<Side::Top>(14, "top"),
+      Property(
+          15, "Name", [](Api& api) { return api.with_.identity.PlugInName; }, kRefuseWrite),
+      Property(
+          16, "DevelopmentProgramId", [](Api& api) { return api.with_.session.DevelopmentProgramIdValue; },
+          [](Api& api, const Value& v) { api.SetDevelopmentProgramId(ToText(v)); }),
   };
   return kMembers;
 }
 
 void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data) {
-  using Row = session::SupportedCommand;
+  using Command = session::SupportedCommand;
   const fMain::Operation running(main_);
   const auto& rows = with_.session.SupportedCommands;
   const bool registration =
@@ -95,10 +99,11 @@ void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type
   with_.progress.Close();
   with_.desktop.Yield();
   if (registration) return;
-  const auto row = std::ranges::find_if(
-      rows, [=](const Row& each) { return each.CommandId == command_id && each.ObjectType == object_type; });
+  const auto row = std::ranges::find_if(rows, [=](const Command& each) {
+    return each.CommandId == command_id && each.ObjectType == object_type;
+  });
   if (row != rows.end()) return Dispatch(*row, data);
-  if (std::ranges::count(rows, command_id, &Row::CommandId) != 0)
+  if (std::ranges::count(rows, command_id, &Command::CommandId) != 0)
     Raise(20004, "Object type not supported for this command");
   Raise(20003, "Command not supported");
 }

@@ -42,12 +42,12 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
   std::int32_t PixelsOf(Side side) const;
   void SetPixelsOf(Side side, std::int32_t pixels);
   template <Side side>
-  static platform::Value ReadSide(LNSPlugInAPI& api, platform::Arguments) {
-    return api.PixelsOf(side);
-  }
-  template <Side side>
-  static void WriteSide(LNSPlugInAPI& api, const platform::Value& pixels) {
-    api.SetPixelsOf(side, automation::ToInteger(pixels));
+  static constexpr Row SideRow(std::int32_t number, std::string_view name) {
+    return Property(
+        number, name, [](LNSPlugInAPI& api) { return api.PixelsOf(side); },
+        [](LNSPlugInAPI& api, const platform::Value& pixels) {
+          api.SetPixelsOf(side, automation::ToInteger(pixels));
+        });
   }
 
   Surroundings with_;

@@ -78,9 +78,8 @@ bool fMain::SetLonMarkObjectModes(OpenDevice& device) {
   const std::int32_t scope = resource_files_.Scope();
   try {
     const auto objects = device.Outside([&] { return device.device().Interface().LonMarkObjects(); });
-    const std::int32_t count = device.Outside([&] { return objects.Count(); });
-    for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
-      const lns::LonMarkObject object = device.Outside([&] { return objects.Item(ordinal); });
+    for (const auto& entry : device.Outside([&] { return objects.Items(); })) {
+      const auto object = device.Outside([&] { return lns::LonMarkObject(entry); });
       if (device.Outside([&] { return object.Mode(); }) != scope)
         device.Outside([&] { object.SetMode(scope); });
     }

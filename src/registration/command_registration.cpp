@@ -40,13 +40,6 @@ class NotAdded : public Failure {
   std::string place_;
 };
 
-/// Calls the step for each item of a collection, in order.
-template <class T>
-void ForEach(const lns::Collection<T>& items, const std::function<void(const T&)>& step) {
-  const std::int32_t count = items.Count();
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) step(items.Item(ordinal));
-}
-
 class Run {
  public:
   explicit Run(const Surroundings& with) : with_(with), system_(with.session.CurrentSystem), library_(with) {}
@@ -117,21 +110,20 @@ class Run {
 
   void AddToObjects(const lns::Interface& interface, const Place& owner,
                     const SupportedCommand& command) const {
-    ForEach<lns::LonMarkObject>(interface.LonMarkObjects(), [&](const lns::LonMarkObject& object) {
+    for (const lns::LonMarkObject object : interface.LonMarkObjects().Items())
       AddOnce(object, Place(object, owner), command);
-    });
   }
 
   /// Whether the objects of devices that are there already take part in what their template has is in no
   /// manual.
   void AddToDevices(const SupportedCommand& command) const {
-    ForEach<lns::AppDevice>(system_.Subsystems().Item(lns::members::kAllDevices).AppDevices(),
-                            [&](const lns::AppDevice& device) {
-                              std::string program_id;  // a device that was only found has no template
-                              Attempt([&] { program_id = device.DeviceTemplate().ProgramId(); });
-                              if (text::EqualIgnoringCase(program_id, command.ProgramId))
-                                AddToObjects(device.Interface(), Place(device), command);
-                            });
+    const auto devices = system_.Subsystems().Item(lns::members::kAllDevices).AppDevices();
+    for (const lns::AppDevice device : devices.Items()) {
+      std::string program_id;  // a device that was only found has no template
+      Attempt([&] { program_id = device.DeviceTemplate().ProgramId(); });
+      if (text::EqualIgnoringCase(program_id, command.ProgramId))
+        AddToObjects(device.Interface(), Place(device), command);
+    }
   }
 
   /// Rows of one program ID share its template, and its failure: the user is asked for a file once.
@@ -152,14 +144,15 @@ class Run {
   /// By what it does, or by its name where an earlier try did not get to its end. One that cannot be read
   /// counts as another plug-in's.
   lns::ComponentApp Find(const lns::ComponentApps& apps, const SupportedCommand& command) const {
-    lns::ComponentApp found;
-    const std::int32_t count = apps.Count();
-    for (std::int32_t ordinal = 1; ordinal <= count && !found; ++ordinal)
+    for (const auto& entry : apps.Items()) {
+      lns::ComponentApp found;
       Attempt([&] {
-        const lns::ComponentApp app = apps.Item(ordinal);
+        const lns::ComponentApp app = entry;
         if (IsOurs(app) && (Does(app, command) || app.Name() == command.CommandName)) found = app;
       });
-    return found;
+      if (found) return found;
+    }
+    return {};
   }
   static bool Does(const lns::ComponentApp& app, const SupportedCommand& command) {
     return app.CommandId() == command.CommandId && app.ComponentClassId() == command.ObjectType;

@@ -41,6 +41,7 @@ class Removal {
   void From(const Owner& owner, const Place& place) const {
     Try("commands", place, [&] {
       const lns::ComponentApps apps = owner.ComponentApps();
+      // From the last one, as those behind a removed command move.
       for (std::int32_t ordinal = apps.Count(); ordinal >= 1; --ordinal) {
         lns::ComponentApp app;
         std::string server;
@@ -72,10 +73,7 @@ class Removal {
   void ForEachIn(const Place& place, const std::function<lns::Collection<T>()>& get,
                  const std::function<void(const T&)>& step) const {
     Try("commands", place, [&] {
-      const lns::Collection<T> items = get();
-      const std::int32_t count = items.Count();
-      for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
-        Try("commands", place, [&] { step(items.Item(ordinal)); });
+      for (const auto& item : get().Items()) Try("commands", place, [&] { step(item); });
     });
   }
 

@@ -71,10 +71,8 @@ void RemovePlugInFromNetworks(const Surroundings& with, bool exhaustive,
   Attempt([&] { session.ObjectServer.SetRemoteFlag(false); });
   Attempt([&] { session.ObjectServer.Open(); });
   Attempt([&] {
-    const auto networks = session.ObjectServer.Networks();
-    const std::int32_t count = networks.Count();
-    for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
-      Attempt([&] { Visit(with, exhaustive).Network(networks.Item(ordinal), ordinal == 1); });
+    for (const auto& network : session.ObjectServer.Networks().Items())
+      Attempt([&] { Visit(with, exhaustive).Network(network, network.ordinal() == 1); });
   });
   if (with.Interactive) {
     with.progress.Close();

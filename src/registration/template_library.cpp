@@ -44,22 +44,19 @@ lns::DeviceTemplate Add(const lns::DeviceTemplates& templates, const std::string
 std::set<std::string> ReferencedProgramIds(const lns::System& system) {
   std::set<std::string> referenced;
   const auto devices = system.Subsystems().Item(lns::members::kAllDevices).AppDevices();
-  const std::int32_t count = devices.Count();
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
-    referenced.insert(text::ToUpper(devices.Item(ordinal).DeviceTemplate().ProgramId()));
+  for (const lns::AppDevice device : devices.Items())
+    referenced.insert(text::ToUpper(device.DeviceTemplate().ProgramId()));
   return referenced;
 }
 
 }  // namespace
 
 lns::DeviceTemplate TemplateLibrary::FindOrMake(const session::SupportedCommand& command) {
-  const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
-  const std::int32_t count = templates.Count();
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
+  for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items()) {
     lns::DeviceTemplate each;
     std::string program_id;  // others than the one looked for need not be readable
     Attempt([&] {
-      each = templates.Item(ordinal);
+      each = entry;
       program_id = each.ProgramId();
     });
     if (text::EqualIgnoringCase(program_id, command.ProgramId)) return each;
@@ -111,11 +108,9 @@ void TemplateLibrary::SetSearchFolder() {
 
 std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
   constexpr int kMostNames = 100;
-  const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::set<std::string> taken;
-  const std::int32_t count = templates.Count();
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal)
-    Attempt([&] { taken.insert(templates.Item(ordinal).Name()); });
+  for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items())
+    Attempt([&] { taken.insert(lns::DeviceTemplate(entry).Name()); });
   for (int number = 1; number <= kMostNames; ++number) {
     const std::string name = number == 1 ? wanted : wanted + " " + std::to_string(number);
     if (!taken.contains(name)) return name;
@@ -153,15 +148,14 @@ void TemplateLibrary::RemoveUnused(Unused which) const {
   const std::set<std::string> referenced = ReferencedProgramIds(system_);
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::vector<std::string> names;
-  const std::int32_t count = templates.Count();
   const auto log_kept = [this](const std::string& name, const std::string& reason) {
     with_.log.LogError(
         activity::ErrorMessage("Error removing unused device templates", name + ": " + reason));
   };
-  for (std::int32_t ordinal = 1; ordinal <= count; ++ordinal) {
+  for (const auto& entry : templates.Items()) {
     std::string name = "?";
     try {
-      const lns::DeviceTemplate each = templates.Item(ordinal);
+      const lns::DeviceTemplate each = entry;
       name = each.Name();
       if (referenced.contains(text::ToUpper(each.ProgramId()))) continue;
       if (which == Unused::Ask || IsOwn(each)) names.push_back(name);

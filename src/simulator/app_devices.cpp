@@ -15,15 +15,13 @@ constexpr const char* kNeuronIds = "00DE0000";
 
 }  // namespace
 
-std::vector<model::DeviceKey> AppDevices::Keys() {
-  return model::DeviceKeys(model::NetworkOf(installation(), network()), chain_);
+std::vector<stored::DeviceKey> AppDevices::Keys() {
+  return stored::DeviceKeys(stored::NetworkOf(installation(), network()), chain_);
 }
 
 Value AppDevices::Item(Arguments arguments) {
   const auto keys = Keys();
-  std::vector<std::string> names;
-  for (const model::DeviceKey& key : keys) names.push_back(key.name);
-  const model::DeviceKey& key = keys[FindItem(names, arguments)];
+  const stored::DeviceKey& key = keys[FindItem(stored::NamesOf(keys), arguments)];
   const std::string path = DevicePath(session(), key);
   return Make<AppDevice>(Place{path, path, ""}, key);
 }
@@ -31,26 +29,26 @@ Value AppDevices::Item(Arguments arguments) {
 /// A device that is only planned: without a Neuron ID of its own, not commissioned and not on the network.
 /// Channel and subnet are taken and mean nothing here.
 Value AppDevices::Add(Arguments arguments) {
-  model::Network& network_data = model::NetworkOf(installation(), network());
+  stored::Network& network_data = stored::NetworkOf(installation(), network());
   const std::string name = automation::ToText(arguments[0]);
   Value type = arguments[1];
   if (std::holds_alternative<LateBoundPtr>(type))
     type = automation::ToObject(type)->Invoke({"Name"}, platform::CallKind::Get, {});
-  model::Device device;
+  stored::Device device;
   device.name = name;
   device.template_name = automation::ToText(type);
-  device.program_id = model::TemplateOf(installation(), network(), device.template_name).program_id;
+  device.program_id = stored::TemplateOf(installation(), network(), device.template_name).program_id;
   if (IsPredefined(chain_)) Fail(Code::NotModifiable, "Nothing can be added to \"" + chain_.back() + "\".");
   if (name.empty() || name.find('/') != std::string::npos)
     Fail(Code::OutOfRange, "\"" + name + "\" is no name of a device.");
-  const auto everywhere = model::DeviceKeys(network_data, {model::kAllDevices});
+  const auto everywhere = stored::DeviceKeys(network_data, {stored::kAllDevices});
   if (strict().demonstration != 0 && everywhere.size() >= Strictness::kDemonstrationDevices)
     FailWith(static_cast<std::uint16_t>(strict().demonstration), "The feature is not available.");
-  auto& devices = model::DevicesOf(network_data.system, chain_);
-  if (model::FindByName(devices, name))
+  auto& devices = stored::DevicesOf(network_data.system, chain_);
+  if (stored::FindByName(devices, name))
     Fail(Code::DuplicateName, "There is a device named \"" + name + "\".");
-  for (const model::DeviceKey& key : everywhere)
-    device.handle = std::max(device.handle, model::DeviceOf(installation(), key).handle);
+  for (const stored::DeviceKey& key : everywhere)
+    device.handle = std::max(device.handle, stored::DeviceOf(installation(), key).handle);
   Bytes handle;
   AppendInteger(handle, ++device.handle, 2);
   device.neuron_id = kNeuronIds + ToHex(handle);
@@ -58,7 +56,7 @@ Value AppDevices::Add(Arguments arguments) {
   device.attachment = kNotAttached;
   device.commissioned = false;
   device.objects =
-      model::ObjectsOfDevices(model::TemplateOf(installation(), network(), device.template_name));
+      stored::ObjectsOfDevices(stored::TemplateOf(installation(), network(), device.template_name));
   devices.push_back(std::move(device));
   session().simulation().MarkChanged();
   const Value added = name;
@@ -67,13 +65,12 @@ Value AppDevices::Add(Arguments arguments) {
 
 std::span<const MemberRow<AppDevices>> AppDevices::Members() {
   using Self = AppDevices;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Item", [](Self& self, Arguments arguments) { return self.Item(arguments); }, nullptr, nullptr, 1},
-      {1, "Count",
-       [](Self& self, Arguments) -> Value { return static_cast<std::int32_t>(self.Keys().size()); }},
-      ClassRow<8>(2),
+  static const Row kRows[] = {
+      Indexed(0, "Item", Of<&Self::Item>),
+      Property(1, "Count", [](Self& self) { return static_cast<std::int32_t>(self.Keys().size()); }),
+      ClassRow<Class::AppDevices>(2),
       ParentRow(3),
-      {4, "Add", nullptr, nullptr, [](Self& self, Arguments arguments) { return self.Add(arguments); }, 2, 4},
+      Function(4, "Add", Of<&Self::Add>, 2, 4),
   };
   return kRows;
 }

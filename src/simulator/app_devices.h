@@ -10,14 +10,14 @@ namespace simulator {
 /// The devices of a subsystem; all of the network's for "ALL".
 class AppDevices : public Simulated<AppDevices> {
  public:
-  AppDevices(Origin origin, model::Chain chain) : Simulated(std::move(origin)), chain_(std::move(chain)) {}
+  AppDevices(Origin origin, stored::Chain chain) : Simulated(std::move(origin)), chain_(std::move(chain)) {}
   static std::span<const MemberRow<AppDevices>> Members();
 
  private:
-  std::vector<model::DeviceKey> Keys();
+  std::vector<stored::DeviceKey> Keys();
   Value Item(Arguments arguments);
   Value Add(Arguments arguments);
-  model::Chain chain_;
+  stored::Chain chain_;
 };
 
 }  // namespace simulator

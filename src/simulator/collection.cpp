@@ -12,7 +12,7 @@ std::int32_t WholeNumber(const Value& value, std::int32_t least, std::int32_t mo
   return number;
 }
 
-std::size_t FindItem(const std::vector<std::string>& names, Arguments arguments) {
+std::size_t FindItem(const stored::Names& names, Arguments arguments) {
   if (const auto* name = std::get_if<std::string>(&arguments[0])) {
     const auto found = std::find(names.begin(), names.end(), *name);
     if (found == names.end()) Fail(Code::NotFound, "There is no object named \"" + *name + "\".");
@@ -25,17 +25,10 @@ std::size_t FindItem(const std::vector<std::string>& names, Arguments arguments)
 }
 
 std::span<const MemberRow<Collection>> Collection::Members() {
-  static const MemberRow<Collection> kRows[] = {
-      {0, "Item",
-       [](Collection& self, Arguments arguments) -> Value {
-         return self.make_(self, FindItem(self.names_(self), arguments));
-       },
-       nullptr, nullptr, 1},
-      {1, "Count",
-       [](Collection& self, Arguments) -> Value {
-         return static_cast<std::int32_t>(self.names_(self).size());
-       }},
-      {2, "ClassId", [](Collection& self, Arguments) -> Value { return self.class_id_; }},
+  static const Row kRows[] = {
+      ItemRow(),
+      CountRow(),
+      Property(2, "ClassId", [](Collection& self) { return static_cast<std::int32_t>(self.class_id_); }),
       ParentRow(3),
   };
   return kRows;

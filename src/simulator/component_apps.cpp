@@ -10,9 +10,9 @@ namespace simulator {
 namespace {
 
 /// Null where there is none of that name.
-model::ComponentApp* FindApp(const AppLists& lists, const std::string& name) {
-  for (model::ComponentApps* list : lists)
-    if (model::ComponentApp* found = model::FindByName(*list, name)) return found;
+stored::ComponentApp* FindApp(const AppLists& lists, const std::string& name) {
+  for (stored::ComponentApps* list : lists)
+    if (stored::ComponentApp* found = stored::FindByName(*list, name)) return found;
   return nullptr;
 }
 
@@ -23,23 +23,23 @@ void CheckName(const AppLists& lists, const std::string& name) {
 
 }  // namespace
 
-std::vector<std::string> ComponentApps::Names() {
-  std::vector<std::string> names;
-  for (const model::ComponentApps* list : find_(installation()))
-    for (const model::ComponentApp& app : *list)
+stored::Names ComponentApps::Names() {
+  stored::Names names;
+  for (const stored::ComponentApps* list : find_(installation()))
+    for (const stored::ComponentApp& app : *list)
       if (std::find(names.begin(), names.end(), app.name) == names.end()) names.push_back(app.name);
   return names;
 }
 
-Value ComponentApps::Item(const std::string& name) {
+LateBoundPtr ComponentApps::Item(const std::string& name) {
   Place place = PartPlace(name);
   place.item = name;
   return Make<ComponentApp>(place, find_, name);
 }
 
-Value ComponentApps::Add(Arguments arguments) {
+std::string ComponentApps::Add(Arguments arguments) {
   const AppLists lists = find_(installation());
-  model::ComponentApp app;
+  stored::ComponentApp app;
   app.name = automation::ToText(arguments[0]);
   app.server = automation::ToText(arguments[1]);
   app.class_id = WholeNumber(arguments[2], 0);
@@ -47,53 +47,28 @@ Value ComponentApps::Add(Arguments arguments) {
   const auto& version_of = session().simulation().plug_in_version;
   if (strict().read_only.contains("VersionNumber") && version_of) app.version = version_of(app.server);
   lists.front()->push_back(app);
-  session().simulation().MarkChanged();
-  return Item(app.name);
+  return app.name;
 }
 
-Value ComponentApps::Remove(Arguments arguments) {
-  const auto names = Names();
-  const std::string& name = names[FindItem(names, arguments)];
-  for (model::ComponentApps* list : find_(installation()))
-    if (std::erase_if(*list, [&](const model::ComponentApp& app) { return app.name == name; }) != 0) break;
-  session().simulation().MarkChanged();
-  return {};
+void ComponentApps::Remove(const std::string& name) {
+  for (stored::ComponentApps* list : find_(installation()))
+    if (std::erase_if(*list, [&](const stored::ComponentApp& app) { return app.name == name; }) != 0) break;
 }
 
-std::span<const MemberRow<ComponentApps>> ComponentApps::Members() {
-  using Self = ComponentApps;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Item",
-       [](Self& self, Arguments arguments) -> Value {
-         const auto names = self.Names();
-         return self.Item(names[FindItem(names, arguments)]);
-       },
-       nullptr, nullptr, 1},
-      {1, "Count",
-       [](Self& self, Arguments) -> Value { return static_cast<std::int32_t>(self.Names().size()); }},
-      ClassRow<31>(2),
-      ParentRow(3),
-      {4, "Add", nullptr, nullptr, [](Self& self, Arguments arguments) { return self.Add(arguments); }, 3},
-      {5, "Remove", nullptr, nullptr, [](Self& self, Arguments arguments) { return self.Remove(arguments); },
-       1},
-  };
-  return kRows;
-}
-
-model::ComponentApp& ComponentApp::app() {
-  model::ComponentApp* found = FindApp(find_(installation()), name_);
+stored::ComponentApp& ComponentApp::Data() {
+  stored::ComponentApp* found = FindApp(find_(installation()), name_);
   if (!found) Fail(Code::ObjectDeleted, "The command \"" + name_ + "\" was removed.");
   return *found;
 }
 
-model::ComponentApp& ComponentApp::Change() {
+stored::ComponentApp& ComponentApp::Change() {
   session().simulation().MarkChanged();
-  return app();
+  return Data();
 }
 
 void ComponentApp::SetName(const Value& value) {
   const std::string name = automation::ToText(value);
-  model::ComponentApp& renamed = app();
+  stored::ComponentApp& renamed = Data();
   if (name == name_) return;
   CheckName(find_(installation()), name);
   renamed.name = name;
@@ -103,25 +78,19 @@ void ComponentApp::SetName(const Value& value) {
 }
 
 std::span<const MemberRow<ComponentApp>> ComponentApp::Members() {
-  using Self = ComponentApp;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self& self, Arguments) -> Value { return self.app().name; },
-       [](Self& self, const Value& value) { self.SetName(value); }},
-      {1, "CommandId", [](Self& self, Arguments) -> Value { return self.app().command_id; },
-       [](Self& self, const Value& value) { self.Change().command_id = WholeNumber(value, 0); }},
-      {2, "ComponentClassId", [](Self& self, Arguments) -> Value { return self.app().class_id; },
-       [](Self& self, const Value& value) { self.Change().class_id = WholeNumber(value, 0); }},
-      {3, "DefaultAppFlag", [](Self& self, Arguments) -> Value { return self.app().is_default; },
-       [](Self& self, const Value& value) { self.Change().is_default = automation::ToBoolean(value); }},
-      {4, "Description", [](Self& self, Arguments) -> Value { return self.app().description; },
-       [](Self& self, const Value& value) { self.Change().description = automation::ToText(value); }},
-      {5, "RegisteredServer", [](Self& self, Arguments) -> Value { return self.app().server; },
-       [](Self& self, const Value& value) { self.Change().server = automation::ToText(value); }},
-      {6, "ManufacturerId", [](Self& self, Arguments) -> Value { return self.app().manufacturer_id; },
-       [](Self& self, const Value& value) { self.Change().manufacturer_id = automation::ToText(value); }},
-      {7, "VersionNumber", [](Self& self, Arguments) -> Value { return self.app().version; },
-       [](Self& self, const Value& value) { self.Change().version = automation::ToText(value); }},
-      ClassRow<30>(8),
+  using App = stored::ComponentApp;
+  static const Row kRows[] = {
+      Property(
+          0, "Name", [](ComponentApp& self) { return self.Data().name; },
+          [](ComponentApp& self, const Value& value) { self.SetName(value); }),
+      Setting<&App::command_id>(1, "CommandId"),
+      Setting<&App::class_id>(2, "ComponentClassId"),
+      Setting<&App::is_default>(3, "DefaultAppFlag"),
+      Setting<&App::description>(4, "Description"),
+      Setting<&App::server>(5, "RegisteredServer"),
+      Setting<&App::manufacturer_id>(6, "ManufacturerId"),
+      Setting<&App::version>(7, "VersionNumber"),
+      ClassRow<Class::ComponentApp>(8),
       ParentRow(9),
   };
   return kRows;

@@ -4,30 +4,32 @@
 #include <string>
 #include <vector>
 
-#include "simulator/object.h"
+#include "simulator/collection.h"
 
 namespace simulator {
 
 /// The lists that make up the commands of an object. What is added goes into the first one; of two commands
 /// of one name only the first is seen.
-using AppLists = std::vector<model::ComponentApps*>;
+using AppLists = std::vector<stored::ComponentApps*>;
 
 /// Finds the commands of the object they belong to; raises 17096 where that is gone.
-using FindApps = std::function<AppLists(model::Installation&)>;
+using FindApps = std::function<AppLists(stored::Installation&)>;
 
 /// The plug-in commands of an object, with Add(name, server, classId) and Remove(name or ordinal).
-class ComponentApps : public Simulated<ComponentApps> {
+class ComponentApps : public EditableCollection<ComponentApps> {
  public:
-  ComponentApps(Origin origin, FindApps find) : Simulated(std::move(origin)), find_(std::move(find)) {}
+  static constexpr Class kClass = Class::ComponentApps;
+  static constexpr std::size_t kAddArguments = 3;
 
-  static std::span<const MemberRow<ComponentApps>> Members();
+  ComponentApps(Origin origin, FindApps find)
+      : EditableCollection(std::move(origin)), find_(std::move(find)) {}
+
+  stored::Names Names();
+  LateBoundPtr Item(const std::string& name);
+  std::string Add(Arguments arguments);
+  void Remove(const std::string& name);
 
  private:
-  std::vector<std::string> Names();
-  Value Item(const std::string& name);
-  Value Add(Arguments arguments);
-  Value Remove(Arguments arguments);
-
   FindApps find_;
 };
 
@@ -38,9 +40,11 @@ class ComponentApp : public Simulated<ComponentApp> {
 
   static std::span<const MemberRow<ComponentApp>> Members();
 
+  /// 17096 if the command was removed.
+  stored::ComponentApp& Data();
+  stored::ComponentApp& Change();
+
  private:
-  model::ComponentApp& app();
-  model::ComponentApp& Change();
   void SetName(const Value& value);
 
   FindApps find_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "automation/published.h"
 #include "simulator/simulation.h"
@@ -16,12 +17,12 @@ class SimulatorControl : public automation::PublishedTable<SimulatorControl> {
   static std::span<const automation::MemberRow<SimulatorControl>> Members();
 
  private:
-  platform::Value Entry(platform::Arguments arguments);
-  int& LatencyOf(const platform::Value& kind);
-  platform::Value SetLatency(platform::Arguments arguments);
-  platform::Value AddFault(platform::Arguments arguments);
-  platform::Value RaiseEvent(platform::Arguments arguments);
-  platform::Value DoFile(void (Simulation::*operation)());
+  std::string Entry(platform::Arguments arguments);
+  int& LatencyOf(platform::Arguments arguments);
+  void SetLatency(platform::Arguments arguments);
+  void AddFault(platform::Arguments arguments);
+  void RaiseEvent(platform::Arguments arguments);
+  void DoFile(void (Simulation::*operation)());
 
   std::shared_ptr<Simulation> simulation_;
 };

@@ -18,22 +18,24 @@ constexpr int kHighestMode = 6;
 constexpr int kHighestRequest = 17;
 
 /// The item of a collection of variables of the device.
-LateBoundPtr MakeVariable(Collection& self, const model::DeviceKey& key, const std::string& name) {
-  const std::string device = DevicePath(self.session(), key);
-  return self.Make<NetworkVariable>(Place{device + "/" + name, device, name}, key, name);
+Collection::MakeItem MakeVariable(const stored::DeviceKey& key) {
+  return [key](Collection& self, const std::string& name) {
+    const std::string device = DevicePath(self.session(), key);
+    return self.Make<NetworkVariable>(Place{device + "/" + name, device, name}, key, name);
+  };
 }
 
-std::vector<std::string> DeviceVariables(model::Installation& installation, const model::DeviceKey& key) {
-  const model::Device& device = model::DeviceOf(installation, key);
-  return model::VariableNames(model::TemplateOf(installation, key.network, device.template_name), device);
+stored::Names DeviceVariables(stored::Installation& installation, const stored::DeviceKey& key) {
+  const stored::Device& device = stored::DeviceOf(installation, key);
+  return stored::VariableNames(stored::TemplateOf(installation, key.network, device.template_name), device);
 }
 
-std::vector<std::string> ObjectVariables(model::Installation& installation, const model::DeviceKey& key,
-                                         const std::string& object_name) {
-  std::vector<std::string> names = DeviceVariables(installation, key);
-  const auto* object = model::FindByName(model::DeviceOf(installation, key).objects, object_name);
+stored::Names ObjectVariables(stored::Installation& installation, const stored::DeviceKey& key,
+                              const std::string& object_name) {
+  stored::Names names = DeviceVariables(installation, key);
+  const auto* object = stored::FindByName(stored::DeviceOf(installation, key).objects, object_name);
   if (!object || !object->variables) return names;
-  std::erase_if(names, [&](const std::string& name) {
+  std::erase_if(names, [&](std::string_view name) {
     return std::find(object->variables->begin(), object->variables->end(), name) == object->variables->end();
   });
   return names;
@@ -41,42 +43,41 @@ std::vector<std::string> ObjectVariables(model::Installation& installation, cons
 
 }  // namespace
 
-bool IsPredefined(const model::Chain& chain) {
-  return chain == model::Chain{model::kAllDevices} || chain == model::Chain{model::kDiscovered};
+bool IsPredefined(const stored::Chain& chain) {
+  return chain == stored::Chain{stored::kAllDevices} || chain == stored::Chain{stored::kDiscovered};
 }
 
-std::string DevicePath(Session& session, const model::DeviceKey& key) {
-  return model::PathOf(model::NetworkOf(session.installation(), key.network), key);
+std::string DevicePath(Session& session, const stored::DeviceKey& key) {
+  return stored::PathOf(stored::NetworkOf(session.installation(), key.network), key);
 }
 
-bool Answers(Session& session, const model::DeviceKey& key) {
-  const model::Device& device = model::DeviceOf(session.installation(), key);
+bool Answers(Session& session, const stored::DeviceKey& key) {
+  const stored::Device& device = stored::DeviceOf(session.installation(), key);
   return session.IsAttached(key.network) && device.powered && device.attachment == 0 &&
          !session.simulation().HasVanished(DevicePath(session, key));
 }
 
-Collection::Names SubsystemNames(const std::string& network, const model::Chain& chain) {
+Collection::NameItems SubsystemNames(const std::string& network, const stored::Chain& chain) {
   return [network, chain](Collection& self) {
-    std::vector<std::string> names;
-    if (IsPredefined(chain)) return names;
-    for (const auto& each : model::SubsystemsOf(model::NetworkOf(self.installation(), network).system, chain))
-      names.push_back(each.name);
-    if (chain.empty()) names.insert(names.end(), {model::kAllDevices, model::kDiscovered});
+    if (IsPredefined(chain)) return stored::Names();
+    stored::System& system = stored::NetworkOf(self.installation(), network).system;
+    stored::Names names = stored::NamesOf(stored::SubsystemsOf(system, chain));
+    if (chain.empty()) names.insert(names.end(), {stored::kAllDevices, stored::kDiscovered});
     return names;
   };
 }
 
-Collection::MakeItem MakeSubsystem(const std::string& network, const model::Chain& chain) {
-  return [network, chain](Collection& self, std::size_t index) {
-    model::Chain below = chain;
-    below.push_back(SubsystemNames(network, chain)(self)[index]);
-    const std::string path = model::PathOf(model::NetworkOf(self.installation(), network), below);
+Collection::MakeItem MakeSubsystem(const std::string& network, const stored::Chain& chain) {
+  return [network, chain](Collection& self, const std::string& name) {
+    stored::Chain below = chain;
+    below.push_back(name);
+    const std::string path = stored::PathOf(stored::NetworkOf(self.installation(), network), below);
     return self.Make<Subsystem>(Place{path, "", below.back()}, below);
   };
 }
 
 Value Subsystem::Subsystems() {
-  return Make<Collection>(PartPlace("Subsystems"), 6, SubsystemNames(network(), chain_),
+  return Make<Collection>(PartPlace("Subsystems"), Class::Subsystems, SubsystemNames(network(), chain_),
                           MakeSubsystem(network(), chain_));
 }
 
@@ -84,11 +85,11 @@ Value Subsystem::Devices() { return Make<AppDevices>(PartPlace("AppDevices"), ch
 
 std::span<const MemberRow<Subsystem>> Subsystem::Members() {
   using Self = Subsystem;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self& self, Arguments) -> Value { return self.chain_.back(); }},
-      {1, "Subsystems", [](Self& self, Arguments) { return self.Subsystems(); }},
-      {2, "AppDevices", [](Self& self, Arguments) { return self.Devices(); }},
-      ClassRow<5>(3),
+  static const Row kRows[] = {
+      Property(0, "Name", [](Self& self) { return self.chain_.back(); }),
+      Property(1, "Subsystems", Of<&Self::Subsystems>),
+      Property(2, "AppDevices", Of<&Self::Devices>),
+      ClassRow<Class::Subsystem>(3),
       ParentRow(4),
   };
   return kRows;
@@ -96,7 +97,7 @@ std::span<const MemberRow<Subsystem>> Subsystem::Members() {
 
 Value AppDevice::Template() {
   const std::string name = Data().template_name;
-  const std::string system = model::PathOf(model::NetworkOf(installation(), key_.network), model::Chain());
+  const std::string system = stored::PathOf(stored::NetworkOf(installation(), key_.network), stored::Chain());
   return Make<DeviceTemplate>(Place{system + "/LcaDeviceTemplate:" + name, "", name}, name);
 }
 
@@ -107,12 +108,13 @@ Value AppDevice::MainInterface() {
 
 Value AppDevice::Subsystems() {
   Data();
-  const auto names = [chain = key_.chain](Collection&) { return std::vector<std::string>{chain.back()}; };
-  return Make<Collection>(
-      PartPlace("Subsystems"), 6, names, [chain = key_.chain](Collection& self, std::size_t) {
-        const std::string path = model::PathOf(model::NetworkOf(self.installation(), self.network()), chain);
-        return self.Make<Subsystem>(Place{path, "", chain.back()}, chain);
-      });
+  const auto names = [chain = key_.chain](Collection&) { return stored::Names{chain.back()}; };
+  return Make<Collection>(PartPlace("Subsystems"), Class::Subsystems, names,
+                          [chain = key_.chain](Collection& self, const std::string&) {
+                            const std::string path =
+                                stored::PathOf(stored::NetworkOf(self.installation(), self.network()), chain);
+                            return self.Make<Subsystem>(Place{path, "", chain.back()}, chain);
+                          });
 }
 
 Value AppDevice::Test() {
@@ -130,25 +132,25 @@ void AppDevice::SetState(const Value& value) {
 }
 
 std::span<const MemberRow<AppDevice>> AppDevice::Members() {
+  using stored::Device;
   using Self = AppDevice;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self& self, Arguments) -> Value { return self.Data().name; }},
-      {1, "State", [](Self& self, Arguments) -> Value { return self.Data().state; },
-       [](Self& self, const Value& value) { self.SetState(value); }},
-      {2, "AttachmentStatus", [](Self& self, Arguments) -> Value { return self.Data().attachment; }, nullptr,
-       nullptr, 0, 0, 300},
-      {3, "CommissionStatus", [](Self& self, Arguments) -> Value { return self.Data().commission_status; }},
-      {4, "HasBeenCommissioned", [](Self& self, Arguments) -> Value { return self.Data().commissioned; }},
-      {5, "ConfigurationState",
-       [](Self& self, Arguments) -> Value { return self.Data().configuration_state; }},
-      {6, "NeuronId", [](Self& self, Arguments) -> Value { return self.Data().neuron_id; }},
-      {7, "ProgramId", [](Self& self, Arguments) -> Value { return self.Data().program_id; }},
-      {8, "Handle", [](Self& self, Arguments) -> Value { return self.Data().handle; }},
-      {9, "DeviceTemplate", [](Self& self, Arguments) { return self.Template(); }},
-      {10, "Interface", [](Self& self, Arguments) { return self.MainInterface(); }},
-      {11, "Subsystems", [](Self& self, Arguments) { return self.Subsystems(); }},
-      {12, "Test", nullptr, nullptr, [](Self& self, Arguments) { return self.Test(); }},
-      ClassRow<7>(13),
+  static const Row kRows[] = {
+      Stored<&Device::name>(0, "Name"),
+      Property(
+          1, "State", [](Self& self) { return self.Data().state; },
+          [](Self& self, const Value& value) { self.SetState(value); }),
+      Stored<&Device::attachment>(2, "AttachmentStatus").Since(300),
+      Stored<&Device::commission_status>(3, "CommissionStatus"),
+      Stored<&Device::commissioned>(4, "HasBeenCommissioned"),
+      Stored<&Device::configuration_state>(5, "ConfigurationState"),
+      Stored<&Device::neuron_id>(6, "NeuronId"),
+      Stored<&Device::program_id>(7, "ProgramId"),
+      Stored<&Device::handle>(8, "Handle"),
+      Property(9, "DeviceTemplate", Of<&Self::Template>),
+      Property(10, "Interface", Of<&Self::MainInterface>),
+      Property(11, "Subsystems", Of<&Self::Subsystems>),
+      Function(12, "Test", Of<&Self::Test>),
+      ClassRow<Class::AppDevice>(13),
       ParentRow(14),
   };
   return kRows;
@@ -157,67 +159,55 @@ std::span<const MemberRow<AppDevice>> AppDevice::Members() {
 Value Interface::Variables() {
   const std::string device = place().device;
   const auto names = [key = key_](Collection& self) { return DeviceVariables(self.installation(), key); };
-  return Make<Collection>(Place{device + ":NetworkVariables", device, ""}, 23, names,
-                          [names, key = key_](Collection& self, std::size_t index) {
-                            return MakeVariable(self, key, names(self)[index]);
-                          });
+  return Make<Collection>(Place{device + ":NetworkVariables", device, ""}, Class::NetworkVariables, names,
+                          MakeVariable(key_));
 }
 
 Value Interface::Objects() {
   const std::string device = place().device;
   const auto names = [key = key_](Collection& self) {
-    std::vector<std::string> result;
-    for (const auto& object : model::DeviceOf(self.installation(), key).objects)
-      result.push_back(object.name);
-    return result;
+    return stored::NamesOf(stored::DeviceOf(self.installation(), key).objects);
   };
   return Make<Collection>(
-      Place{device + ":LonMarkObjects", device, ""}, 29, names,
-      [names, key = key_, device](Collection& self, std::size_t index) {
-        const std::string name = names(self)[index];
+      Place{device + ":LonMarkObjects", device, ""}, Class::LonMarkObjects, names,
+      [key = key_, device](Collection& self, const std::string& name) {
         return self.Make<LonMarkObject>(Place{device + "/" + name, device, name}, key, name);
       });
 }
 
 /// What the network database holds goes to the device.
-Value Interface::Download() {
-  model::Device& device = Answering();
+void Interface::Download(Arguments) {
+  stored::Device& device = Answering();
   for (const auto& [name, bytes] : std::exchange(device.database, {})) device.values[name] = bytes;
-  return {};
 }
 
 /// What the device holds goes to the network database.
-Value Interface::Upload() {
-  Answering().database.clear();
-  return {};
-}
+void Interface::Upload(Arguments) { Answering().database.clear(); }
 
-model::Device& Interface::Answering() {
+stored::Device& Interface::Answering() {
   if (!Answers(session(), key_))
     Fail(Code::NoCommunication, "The device \"" + key_.name + "\" does not answer.");
   session().simulation().MarkChanged();
-  return model::DeviceOf(installation(), key_);
+  return stored::DeviceOf(installation(), key_);
 }
 
 std::span<const MemberRow<Interface>> Interface::Members() {
   using Self = Interface;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self&, Arguments) -> Value { return std::string(); }},
-      {1, "NetworkVariables", [](Self& self, Arguments) { return self.Variables(); }},
-      {2, "LonMarkObjects", [](Self& self, Arguments) { return self.Objects(); }},
-      ClassRow<19>(3),
+  static const Row kRows[] = {
+      Property(0, "Name", [](Self&) { return std::string(); }),
+      Property(1, "NetworkVariables", Of<&Self::Variables>),
+      Property(2, "LonMarkObjects", Of<&Self::Objects>),
+      ClassRow<Class::Interface>(3),
       ParentRow(4),
       // Their options choose which properties; here they mean all of them.
-      {5, "UploadConfigProperties", nullptr, nullptr, [](Self& self, Arguments) { return self.Upload(); }, 0,
-       1},
-      {6, "DownloadConfigProperties", nullptr, nullptr, [](Self& self, Arguments) { return self.Download(); },
-       0, 1},
+      Function(5, "UploadConfigProperties", Of<&Self::Upload>, 0, 1),
+      Function(6, "DownloadConfigProperties", Of<&Self::Download>, 0, 1),
   };
   return kRows;
 }
 
-model::LonMarkObject& LonMarkObject::Data() {
-  auto* found = model::FindByName(model::DeviceOf(installation(), key_).objects, name_);
+stored::LonMarkObject& LonMarkObject::Data() {
+  auto* found = stored::FindByName(stored::DeviceOf(installation(), key_).objects, name_);
   if (!found) Fail(Code::ObjectDeleted, "The LonMark object \"" + name_ + "\" was deleted.");
   return *found;
 }
@@ -239,19 +229,16 @@ Value LonMarkObject::Variables() {
   const auto names = [key = key_, object = name_](Collection& self) {
     return ObjectVariables(self.installation(), key, object);
   };
-  return Make<Collection>(PartPlace("NetworkVariables"), 23, names,
-                          [names, key = key_](Collection& self, std::size_t index) {
-                            return MakeVariable(self, key, names(self)[index]);
-                          });
+  return Make<Collection>(PartPlace("NetworkVariables"), Class::NetworkVariables, names, MakeVariable(key_));
 }
 
 Value LonMarkObject::Apps() {
   Data();
   // The collection keeps this object alive.
-  const auto find = [this](model::Installation& all) {
-    const std::string& type = model::DeviceOf(all, key_).template_name;
+  const auto find = [this](stored::Installation& all) {
+    const std::string& type = stored::DeviceOf(all, key_).template_name;
     AppLists lists{&Data().component_apps};
-    if (auto* shared = model::SharedApps(model::TemplateOf(all, key_.network, type), Data()))
+    if (auto* shared = stored::SharedApps(stored::TemplateOf(all, key_.network, type), Data()))
       lists.insert(lists.begin(), shared);
     return lists;
   };
@@ -259,18 +246,20 @@ Value LonMarkObject::Apps() {
 }
 
 std::span<const MemberRow<LonMarkObject>> LonMarkObject::Members() {
+  using Object = stored::LonMarkObject;
   using Self = LonMarkObject;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self& self, Arguments) -> Value { return self.Data().name; }},
-      {1, "ProgrammaticName", [](Self& self, Arguments) -> Value { return self.Data().programmatic_name; }},
-      {2, "Index", [](Self& self, Arguments) -> Value { return self.Data().index; }},
-      {3, "TypeIndex", [](Self& self, Arguments) -> Value { return self.Data().type_index; }},
-      {4, "Mode", [](Self& self, Arguments) -> Value { return self.Data().mode; },
-       [](Self& self, const Value& value) { self.SetMode(value); }},
-      {5, "Request", nullptr, [](Self& self, const Value& value) { self.Request(value); }},
-      {6, "NetworkVariables", [](Self& self, Arguments) { return self.Variables(); }},
-      {7, "ComponentApps", [](Self& self, Arguments) { return self.Apps(); }},
-      ClassRow<28>(8),
+  static const Row kRows[] = {
+      Stored<&Object::name>(0, "Name"),
+      Stored<&Object::programmatic_name>(1, "ProgrammaticName"),
+      Stored<&Object::index>(2, "Index"),
+      Stored<&Object::type_index>(3, "TypeIndex"),
+      Property(
+          4, "Mode", [](Self& self) { return self.Data().mode; },
+          [](Self& self, const Value& value) { self.SetMode(value); }),
+      PutOnly(5, "Request", [](Self& self, const Value& value) { self.Request(value); }),
+      Property(6, "NetworkVariables", Of<&Self::Variables>),
+      Property(7, "ComponentApps", Of<&Self::Apps>),
+      ClassRow<Class::LonMarkObject>(8),
       ParentRow(9),
   };
   return kRows;

@@ -8,72 +8,75 @@
 namespace simulator {
 
 /// The subsystems below a chain of names; at the top level with "ALL" and "Discovered" behind them.
-Collection::Names SubsystemNames(const std::string& network, const model::Chain& chain);
-Collection::MakeItem MakeSubsystem(const std::string& network, const model::Chain& chain);
+Collection::NameItems SubsystemNames(const std::string& network, const stored::Chain& chain);
+Collection::MakeItem MakeSubsystem(const std::string& network, const stored::Chain& chain);
 
 class Subsystem : public Simulated<Subsystem> {
  public:
-  Subsystem(Origin origin, model::Chain chain) : Simulated(std::move(origin)), chain_(std::move(chain)) {}
+  Subsystem(Origin origin, stored::Chain chain) : Simulated(std::move(origin)), chain_(std::move(chain)) {}
   static std::span<const MemberRow<Subsystem>> Members();
 
  private:
   Value Subsystems();
   Value Devices();
-  model::Chain chain_;
+  stored::Chain chain_;
 };
 
 class AppDevice : public Simulated<AppDevice> {
  public:
-  AppDevice(Origin origin, model::DeviceKey key) : Simulated(std::move(origin)), key_(std::move(key)) {}
+  AppDevice(Origin origin, stored::DeviceKey key) : Simulated(std::move(origin)), key_(std::move(key)) {}
   static std::span<const MemberRow<AppDevice>> Members();
 
+  stored::Device& Data() { return stored::DeviceOf(installation(), key_); }
+
  private:
-  model::Device& Data() { return model::DeviceOf(installation(), key_); }
   Value Template();
   Value MainInterface();
   Value Subsystems();
   Value Test();
   void SetState(const Value& value);
-  model::DeviceKey key_;
+  stored::DeviceKey key_;
 };
 
 /// The main interface of a device; its own name is empty.
 class Interface : public Simulated<Interface> {
  public:
-  Interface(Origin origin, model::DeviceKey key) : Simulated(std::move(origin)), key_(std::move(key)) {}
+  Interface(Origin origin, stored::DeviceKey key) : Simulated(std::move(origin)), key_(std::move(key)) {}
   static std::span<const MemberRow<Interface>> Members();
 
  private:
   Value Variables();
   Value Objects();
-  Value Upload();
-  Value Download();
-  model::Device& Answering();
-  model::DeviceKey key_;
+  void Upload(Arguments);
+  void Download(Arguments);
+  stored::Device& Answering();
+  stored::DeviceKey key_;
 };
 
 class LonMarkObject : public Simulated<LonMarkObject> {
  public:
-  LonMarkObject(Origin origin, model::DeviceKey key, std::string name)
+  LonMarkObject(Origin origin, stored::DeviceKey key, std::string name)
       : Simulated(std::move(origin)), key_(std::move(key)), name_(std::move(name)) {}
   static std::span<const MemberRow<LonMarkObject>> Members();
 
+  /// 17096 if the object is gone.
+  stored::LonMarkObject& Data();
+
  private:
-  model::LonMarkObject& Data();
   void SetMode(const Value& value);
   void Request(const Value& value);
   Value Variables();
   Value Apps();
-  model::DeviceKey key_;
+  stored::DeviceKey key_;
   std::string name_;
 };
 
 /// "ALL" and "Discovered", which are always there.
-bool IsPredefined(const model::Chain& chain);
+bool IsPredefined(const stored::Chain& chain);
 
-std::string DevicePath(Session& session, const model::DeviceKey& key);
+std::string DevicePath(Session& session, const stored::DeviceKey& key);
 
 /// Whether the session can talk to the device now.
-bool Answers(Session& session, const model::DeviceKey& key);
+bool Answers(Session& session, const stored::DeviceKey& key);
 
 }  // namespace simulator

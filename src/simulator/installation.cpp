@@ -4,7 +4,7 @@
 
 #include "simulator/errors.h"
 
-namespace simulator::model {
+namespace simulator::stored {
 namespace {
 
 template <class T>
@@ -41,7 +41,14 @@ Subsystem& SubsystemOf(System& system, const Chain& chain) {
 }  // namespace
 
 Network& NetworkOf(Installation& installation, const std::string& network) {
-  return Required(FindByName(installation.networks, network), network);
+  auto& networks = installation.networks;
+  const auto known = installation.network_places.find(network);
+  if (known != installation.network_places.end() && known->second < networks.size() &&
+      networks[known->second].name == network)
+    return networks[known->second];
+  Network& found = Required(FindByName(networks, network), network);
+  installation.network_places[network] = static_cast<std::size_t>(&found - networks.data());
+  return found;
 }
 
 std::vector<Subsystem>& SubsystemsOf(System& system, const Chain& chain) {
@@ -96,8 +103,8 @@ const Bytes& ValueOf(const Device& device, const Variable& variable) {
   return own != device.values.end() ? own->second : variable.value;
 }
 
-std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device) {
-  std::vector<std::string> names;
+Names VariableNames(const DeviceTemplate& type, const Device& device) {
+  Names names;
   for (const Variable& variable : type.variables)
     if (std::find(device.missing.begin(), device.missing.end(), variable.name) == device.missing.end())
       names.push_back(variable.name);
@@ -114,4 +121,4 @@ std::string PathOf(const Network& network, const DeviceKey& key) {
   return PathOf(network, key.chain) + "/" + key.name;
 }
 
-}  // namespace simulator::model
+}  // namespace simulator::stored

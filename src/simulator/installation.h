@@ -3,6 +3,9 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "simulator/bytes.h"
@@ -11,7 +14,7 @@
 /// What a network file describes: plain values, changed in place by the objects and written back by the file
 /// writer. Names are unique among siblings; objects find their data by name at each call, so a reload never
 /// leaves a dangling reference behind.
-namespace simulator::model {
+namespace simulator::stored {
 
 struct ComponentApp {
   std::string name;
@@ -122,6 +125,10 @@ struct Latency {
   int open = 0;
   int test = 0;
 };
+inline constexpr std::pair<const char*, int Latency::*> kLatencies[] = {
+    {"any", &Latency::any},   {"read", &Latency::read}, {"write", &Latency::write},
+    {"open", &Latency::open}, {"test", &Latency::test},
+};
 
 /// A failure to come. Empty texts match everything; occurrence 0 means every time; code 0 means that the
 /// device vanishes.
@@ -138,6 +145,7 @@ struct Installation {
   std::vector<Interface> interfaces;
   ComponentApps component_apps;
   std::vector<Network> networks;
+  std::unordered_map<std::string, std::size_t> network_places;  // where each was found last, by its name
   Latency latency;
   Strictness strict;
   std::vector<Fault> faults;
@@ -161,6 +169,15 @@ T* FindByName(std::vector<T>& items, const std::string& name) {
   for (T& item : items)
     if (item.name == name) return &item;
   return nullptr;
+}
+
+/// The names of the items, which are not kept.
+using Names = std::vector<std::string_view>;
+template <class T>
+Names NamesOf(const std::vector<T>& items) {
+  Names names;
+  for (const T& item : items) names.push_back(item.name);
+  return names;
 }
 
 /// Each raises 17096 (the object was deleted) where the installation no longer holds what is named.
@@ -188,10 +205,10 @@ bool IsUsed(Network& network, const DeviceTemplate& type);
 const Bytes& ValueOf(const Device& device, const Variable& variable);
 
 /// The template's variables but for those that the device lacks, in the order of their indices.
-std::vector<std::string> VariableNames(const DeviceTemplate& type, const Device& device);
+Names VariableNames(const DeviceTemplate& type, const Device& device);
 
 /// The platform's address of an object: network/system.subsystem.subsystem/device.
 std::string PathOf(const Network& network, const Chain& chain);
 std::string PathOf(const Network& network, const DeviceKey& key);
 
-}  // namespace simulator::model
+}  // namespace simulator::stored

@@ -8,10 +8,10 @@
 namespace simulator {
 
 /// Raises a FileError that names file, line and field. `file` only names the file in messages.
-model::Installation ReadInstallation(std::string_view text, const std::string& file);
+stored::Installation ReadInstallation(std::string_view text, const std::string& file);
 
 /// Keys in the order of the documentation; what has its default value is left out. Reading the text gives the
 /// same installation again.
-std::string WriteInstallation(const model::Installation& installation);
+std::string WriteInstallation(const stored::Installation& installation);
 
 }  // namespace simulator

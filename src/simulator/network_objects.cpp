@@ -13,36 +13,36 @@ Value Network::Systems() {
   session().RequireNetwork(name_);
   const std::string network = name_;
   const auto names = [network](Collection& self) {
-    return std::vector<std::string>{model::NetworkOf(self.installation(), network).system.name};
+    return stored::Names{stored::NetworkOf(self.installation(), network).system.name};
   };
-  return Make<Collection>(PartPlace("Systems"), 4, names, [network](Collection& self, std::size_t) {
-    const std::string path = model::PathOf(model::NetworkOf(self.installation(), network), model::Chain());
-    return self.Make<System>(Place{path, "", network}, network);
-  });
+  return Make<Collection>(
+      PartPlace("Systems"), Class::Systems, names, [network](Collection& self, const std::string&) {
+        const std::string path =
+            stored::PathOf(stored::NetworkOf(self.installation(), network), stored::Chain());
+        return self.Make<System>(Place{path, "", network}, network);
+      });
 }
 
 std::span<const MemberRow<Network>> Network::Members() {
   using Self = Network;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name", [](Self& self, Arguments) -> Value { return self.name_; }},
-      {1, "Open", nullptr, nullptr,
-       [](Self& self, Arguments) -> Value { return self.session().OpenNetwork(self.name_), Value(); }},
-      {2, "Close", nullptr, nullptr,
-       [](Self& self, Arguments) -> Value { return self.session().CloseNetwork(self.name_), Value(); }},
-      {3, "IsOpen", [](Self& self, Arguments) -> Value { return self.session().IsNetworkOpen(self.name_); }},
-      {4, "Systems", [](Self& self, Arguments) { return self.Systems(); }},
-      ClassRow<1>(5),
+  static const Row kRows[] = {
+      Property(0, "Name", [](Self& self) { return self.name_; }),
+      Function(1, "Open", [](Self& self) { self.session().OpenNetwork(self.name_); }),
+      Function(2, "Close", [](Self& self) { self.session().CloseNetwork(self.name_); }),
+      Property(3, "IsOpen", [](Self& self) { return self.session().IsNetworkOpen(self.name_); }),
+      Property(4, "Systems", Of<&Self::Systems>),
+      ClassRow<Class::Network>(5),
       ParentRow(6),
   };
   return kRows;
 }
 
-model::System& System::Data() {
+stored::System& System::Data() {
   session().RequireNetwork(network_);
-  return model::NetworkOf(installation(), network_).system;
+  return stored::NetworkOf(installation(), network_).system;
 }
 
-model::System& System::Change() {
+stored::System& System::Change() {
   session().simulation().MarkChanged();
   return Data();
 }
@@ -54,8 +54,8 @@ Value System::ServiceDevice() {
 
 Value System::Subsystems() {
   session().RequireSystem(network_);
-  return MakeIn<Collection>(network_, PartPlace("Subsystems"), 6, SubsystemNames(network_, {}),
-                            MakeSubsystem(network_, {}));
+  return MakeIn<Collection>(network_, PartPlace("Subsystems"), Class::Subsystems,
+                            SubsystemNames(network_, {}), MakeSubsystem(network_, {}));
 }
 
 Value System::Templates() {
@@ -67,7 +67,7 @@ Value System::Apps() {
   session().RequireSystem(network_);
   return MakeIn<ComponentApps>(network_, PartPlace("ComponentApps"),
                                FindApps([network = network_](auto& all) {
-                                 return AppLists{&model::NetworkOf(all, network).system.component_apps};
+                                 return AppLists{&stored::NetworkOf(all, network).system.component_apps};
                                }));
 }
 
@@ -78,62 +78,51 @@ void System::Begin(int milliseconds) {
 
 std::span<const MemberRow<System>> System::Members() {
   using Self = System;
-  static const MemberRow<Self> kRows[] = {
-      {0, "Name",
-       [](Self& self, Arguments) -> Value {
-         return model::NetworkOf(self.installation(), self.network_).system.name;
-       }},
-      {1, "Open", nullptr, nullptr,
-       [](Self& self, Arguments) -> Value { return self.session().OpenSystem(self.network_), Value(); }},
-      {2, "Close", nullptr, nullptr,
-       [](Self& self, Arguments) -> Value { return self.session().CloseSystem(self.network_), Value(); }},
-      {3, "IsOpen",
-       [](Self& self, Arguments) -> Value { return self.session().IsSystemOpen(self.network_); }},
-      {4, "NetworkServiceDevice", [](Self& self, Arguments) { return self.ServiceDevice(); }},
-      {5, "Subsystems", [](Self& self, Arguments) { return self.Subsystems(); }},
-      {6, "TemplateLibrary", [](Self& self, Arguments) { return self.Templates(); }},
-      {7, "ComponentApps", [](Self& self, Arguments) { return self.Apps(); }},
-      {8, "MgmtMode", [](Self& self, Arguments) -> Value { return self.Data().management_mode; },
-       [](Self& self, const Value& value) { self.Change().management_mode = WholeNumber(value, 0, 1); }},
-      {9, "DiscoveryInterval", [](Self& self, Arguments) -> Value { return self.Data().discovery_interval; },
-       [](Self& self, const Value& value) { self.Change().discovery_interval = WholeNumber(value, 0); }},
-      {10, "UpdateInterval", [](Self& self, Arguments) -> Value { return self.Data().update_interval; },
-       [](Self& self, const Value& value) { self.Change().update_interval = WholeNumber(value, 0); }},
-      {11, "LaunchLcaServerFlag", [](Self& self, Arguments) -> Value { return self.Data().launch_server; },
-       [](Self& self, const Value& value) { self.Change().launch_server = automation::ToBoolean(value); }},
-      {12, "LdrfCatalogPath", [](Self& self, Arguments) -> Value { return self.Data().catalog_path; },
-       [](Self& self, const Value& value) { self.Change().catalog_path = automation::ToText(value); },
-       nullptr, 0, 0, 300},
-      {13, "BeginNssIdleEvent", nullptr, nullptr,
-       [](Self& self, Arguments arguments) -> Value {
-         return self.Begin(WholeNumber(arguments[0], 0, 65535)), Value();
-       },
-       1},
-      {14, "EndNssIdleEvent", nullptr, nullptr,
-       [](Self& self, Arguments) -> Value { return self.Begin(0), Value(); }},
-      ClassRow<3>(15),
+  static const Row kRows[] = {
+      Property(0, "Name",
+               [](Self& self) { return stored::NetworkOf(self.installation(), self.network_).system.name; }),
+      Function(1, "Open", [](Self& self) { self.session().OpenSystem(self.network_); }),
+      Function(2, "Close", [](Self& self) { self.session().CloseSystem(self.network_); }),
+      Property(3, "IsOpen", [](Self& self) { return self.session().IsSystemOpen(self.network_); }),
+      Property(4, "NetworkServiceDevice", Of<&Self::ServiceDevice>),
+      Property(5, "Subsystems", Of<&Self::Subsystems>),
+      Property(6, "TemplateLibrary", Of<&Self::Templates>),
+      Property(7, "ComponentApps", Of<&Self::Apps>),
+      Setting<&stored::System::management_mode, 0, 1>(8, "MgmtMode"),
+      Setting<&stored::System::discovery_interval>(9, "DiscoveryInterval"),
+      Setting<&stored::System::update_interval>(10, "UpdateInterval"),
+      Setting<&stored::System::launch_server>(11, "LaunchLcaServerFlag"),
+      Setting<&stored::System::catalog_path>(12, "LdrfCatalogPath").Since(300),
+      Function(
+          13, "BeginNssIdleEvent",
+          [](Self& self, Arguments time) { self.Begin(WholeNumber(time[0], 0, 65535)); }, 1),
+      Function(14, "EndNssIdleEvent", [](Self& self) { self.Begin(0); }),
+      ClassRow<Class::System>(15),
       ParentRow(16),
-      {18, "GetProgramId", nullptr, nullptr,
-       [](Self& self, Arguments arguments) -> Value {
-         self.Data();
-         return ProgramIdOfXif(self.session().simulation().read_file, automation::ToText(arguments[0]));
-       },
-       1},
-      {17, "DsPause", [](Self& self, Arguments) -> Value { return self.session().IsPaused(self.network_); },
-       [](Self& self, const Value& value) {
-         self.session().Pause(self.network_, automation::ToBoolean(value));
-       }},
-      {19, "DsMode", [](Self& self, Arguments) -> Value { return self.data_server_mode_; },
-       [](Self& self, const Value& value) {
-         self.session().RequirePaused(self.network_);
-         self.data_server_mode_ = WholeNumber(value, 0);
-       }},
+      Property(
+          17, "DsPause", [](Self& self) { return self.session().IsPaused(self.network_); },
+          [](Self& self, const Value& value) {
+            self.session().Pause(self.network_, automation::ToBoolean(value));
+          }),
+      Function(
+          18, "GetProgramId",
+          [](Self& self, Arguments path) {
+            self.Data();
+            return ProgramIdOfXif(self.session().simulation().read_file, automation::ToText(path[0]));
+          },
+          1),
+      Property(
+          19, "DsMode", [](Self& self) { return self.data_server_mode_; },
+          [](Self& self, const Value& value) {
+            self.session().RequirePaused(self.network_);
+            self.data_server_mode_ = WholeNumber(value, 0);
+          }),
   };
   return kRows;
 }
 
 Value NetworkServiceDevice::Interface() {
-  const std::string& name = model::NetworkOf(installation(), network_).system.interface;
+  const std::string& name = stored::NetworkOf(installation(), network_).system.interface;
   if (name.empty()) return LateBoundPtr();
   return Make<NetworkInterface>(Place{"LcaNetworkInterface:" + name, "", name}, name);
 }
@@ -143,7 +132,7 @@ void NetworkServiceDevice::SetInterface(const Value& value) {
   for (const auto& each : session().simulation().Sessions())
     if (each->IsSystemOpen(network_))
       Fail(Code::MustBeClosed, "The interface must be set before the system is opened.");
-  model::System& system = model::NetworkOf(installation(), network_).system;
+  stored::System& system = stored::NetworkOf(installation(), network_).system;
   if (!system.locked_by.empty())
     Fail(Code::MustBeClosed, "The system \"" + system.name + "\" is locked by " + system.locked_by + ".");
   system.interface = name;
@@ -152,30 +141,30 @@ void NetworkServiceDevice::SetInterface(const Value& value) {
 
 std::span<const MemberRow<NetworkServiceDevice>> NetworkServiceDevice::Members() {
   using Self = NetworkServiceDevice;
-  static const MemberRow<Self> kRows[] = {
-      {1, "NetworkInterface", [](Self& self, Arguments) { return self.Interface(); },
-       [](Self& self, const Value& value) { self.SetInterface(value); }},
-      ClassRow<40>(2),
+  static const Row kRows[] = {
+      Property(1, "NetworkInterface", Of<&Self::Interface>,
+               [](Self& self, const Value& value) { self.SetInterface(value); }),
+      ClassRow<Class::NetworkServiceDevice>(2),
       ParentRow(3),
   };
   return kRows;
 }
 
 std::span<const MemberRow<NetworkInterface>> NetworkInterface::Members() {
-  static const MemberRow<NetworkInterface> kRows[] = {
-      {0, "Name", [](NetworkInterface& self, Arguments) -> Value { return self.name_; }},
-      ClassRow<14>(1),
+  static const Row kRows[] = {
+      Property(0, "Name", Of<&NetworkInterface::name>),
+      ClassRow<Class::NetworkInterface>(1),
       ParentRow(2),
   };
   return kRows;
 }
 
-std::string InterfaceName(model::Installation& installation, const LateBoundPtr& object) {
+std::string InterfaceName(stored::Installation& installation, const LateBoundPtr& object) {
   if (!object) return "";
   const auto* own = dynamic_cast<const NetworkInterface*>(object.get());
   const std::string name =
       own ? own->name() : automation::ToText(object->Invoke({"Name"}, platform::CallKind::Get, {}));
-  if (!model::FindByName(installation.interfaces, name))
+  if (!stored::FindByName(installation.interfaces, name))
     Fail(Code::NotFound, "There is no network interface \"" + name + "\".");
   return name;
 }

@@ -24,9 +24,11 @@ class System : public Simulated<System> {
   System(Origin origin, std::string network) : Simulated(std::move(origin)), network_(std::move(network)) {}
   static std::span<const MemberRow<System>> Members();
 
+  /// 17004 while the network is not open.
+  stored::System& Data();
+  stored::System& Change();
+
  private:
-  model::System& Data();
-  model::System& Change();
   Value ServiceDevice();
   Value Subsystems();
   Value Templates();
@@ -62,6 +64,6 @@ class NetworkInterface : public Simulated<NetworkInterface> {
 
 /// The name of an interface object, also of one that comes from another process; empty for nothing. 17006
 /// where the installation has no interface of that name.
-std::string InterfaceName(model::Installation& installation, const LateBoundPtr& object);
+std::string InterfaceName(stored::Installation& installation, const LateBoundPtr& object);
 
 }  // namespace simulator

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "simulator/errors.h"
+#include "simulator/faults.h"
 #include "simulator/formats.h"
 #include "simulator/json_reader.h"
 #include "simulator/network_file.h"
@@ -12,7 +13,7 @@
 namespace simulator {
 namespace {
 
-using namespace model;
+using namespace stored;
 
 constexpr int kMostInt = std::numeric_limits<int>::max();
 constexpr int kMostBytes = 31;  // what a network variable can hold
@@ -249,7 +250,7 @@ Network ReadNetwork(JsonReader& reader, const Installation& installation) {
   return network;
 }
 
-Fault ReadFault(JsonReader& reader) {
+Fault ReadFault(JsonReader& reader, Installation& installation) {
   Fault fault;
   fault.device = reader.Text("device", "");
   fault.item = reader.Text("item", "");
@@ -260,12 +261,15 @@ Fault ReadFault(JsonReader& reader) {
   } else {
     fault.code = reader.Integer("code", 1, 65535);
   }
+  if (const auto mistake = MistakeOf(fault, installation)) reader.Refuse(mistake->key, mistake->reason);
   return fault;
 }
 
 Latency ReadLatency(JsonReader& reader) {
-  const auto read = [&](std::string_view key) { return reader.Integer(key, 0, 0, Latency::kMost); };
-  return {read("any"), read("read"), read("write"), read("open"), read("test")};
+  Latency latency;
+  for (const auto& [kind, milliseconds] : kLatencies)
+    latency.*milliseconds = reader.Integer(kind, 0, 0, Latency::kMost);
+  return latency;
 }
 
 Strictness ReadStrictness(JsonReader& reader) {
@@ -283,7 +287,7 @@ Strictness ReadStrictness(JsonReader& reader) {
 
 }  // namespace
 
-model::Installation ReadInstallation(std::string_view text, const std::string& file) {
+stored::Installation ReadInstallation(std::string_view text, const std::string& file) {
   const JsonNode document = ParseJson(text, file);
   JsonReader reader(document, "", file);
   Installation installation;
@@ -300,7 +304,8 @@ model::Installation ReadInstallation(std::string_view text, const std::string& f
     reader.Object("latency", [&](JsonReader& row) { installation.latency = ReadLatency(row); });
   if (reader.Has("strict"))
     reader.Object("strict", [&](JsonReader& row) { installation.strict = ReadStrictness(row); });
-  reader.Each("faults", [&](JsonReader& row) { installation.faults.push_back(ReadFault(row)); });
+  reader.Each("faults",
+              [&](JsonReader& row) { installation.faults.push_back(ReadFault(row, installation)); });
   reader.Finish();
   return installation;
 }

@@ -11,11 +11,11 @@ namespace simulator {
 /// device.
 class NetworkVariable : public Simulated<NetworkVariable> {
  public:
-  NetworkVariable(Origin origin, model::DeviceKey key, std::string name);
+  NetworkVariable(Origin origin, stored::DeviceKey key, std::string name);
   static std::span<const MemberRow<NetworkVariable>> Members();
 
  private:
-  const model::Variable& Type();
+  const stored::Variable& Type();
   std::int32_t Index();
   Value ReadValue();
   void WriteValue(const Value& value);
@@ -26,7 +26,7 @@ class NetworkVariable : public Simulated<NetworkVariable> {
   TextStyle Style() const;
   void RequireAnswer();
 
-  model::DeviceKey key_;
+  stored::DeviceKey key_;
   std::string name_;
   std::string format_name_;  // empty for the variable's own
   std::optional<Format> format_;

@@ -6,7 +6,7 @@
 namespace simulator {
 namespace {
 
-using namespace model;
+using namespace stored;
 using Json = nlohmann::ordered_json;
 
 /// Writes a member unless it has the value that the reader assumes without it.
@@ -146,11 +146,7 @@ Json WriteInterface(const Interface& interface) {
 
 Json WriteLatency(const Latency& latency) {
   Json json = Json::object();
-  Put(json, "any", latency.any, 0);
-  Put(json, "read", latency.read, 0);
-  Put(json, "write", latency.write, 0);
-  Put(json, "open", latency.open, 0);
-  Put(json, "test", latency.test, 0);
+  for (const auto& [kind, milliseconds] : kLatencies) Put(json, kind, latency.*milliseconds, 0);
   return json;
 }
 
@@ -176,7 +172,7 @@ Json WriteFault(const Fault& fault) {
 
 }  // namespace
 
-std::string WriteInstallation(const model::Installation& installation) {
+std::string WriteInstallation(const stored::Installation& installation) {
   Json json = Json::object();
   Put(json, "autoSave", installation.auto_save, true);
   PutList(json, "interfaces", installation.interfaces, WriteInterface);

@@ -3,6 +3,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "automation/convert.h"
@@ -20,6 +21,31 @@ using platform::Value;
 std::int32_t WholeNumber(const Value& value, std::int32_t least,
                          std::int32_t most = std::numeric_limits<std::int32_t>::max());
 
+/// The classes of the platform's objects, by their numbers.
+enum class Class : std::int32_t {
+  ObjectServer = 0,
+  Network = 1,
+  Networks = 2,
+  System = 3,
+  Systems = 4,
+  Subsystem = 5,
+  Subsystems = 6,
+  AppDevice = 7,
+  AppDevices = 8,
+  NetworkInterface = 14,
+  NetworkInterfaces = 15,
+  Interface = 19,
+  NetworkVariable = 22,
+  NetworkVariables = 23,
+  LonMarkObject = 28,
+  LonMarkObjects = 29,
+  ComponentApp = 30,
+  ComponentApps = 31,
+  DeviceTemplate = 36,
+  DeviceTemplates = 37,
+  NetworkServiceDevice = 40
+};
+
 /// What every object of a session is made with.
 struct Origin {
   std::shared_ptr<Session> session;
@@ -34,21 +60,25 @@ struct Origin {
 template <class T>
 class Simulated : public automation::PublishedTable<T>, public std::enable_shared_from_this<T> {
  public:
+  using typename automation::PublishedTable<T>::Row;
+  using automation::PublishedTable<T>::Property;
+
   explicit Simulated(Origin origin) : origin_(std::move(origin)) {}
 
   Value Invoke(const platform::Member& member, platform::CallKind kind, Arguments arguments) override {
-    return session().Perform(Describe(member, kind, arguments), [&] {
+    const Row* const row = this->Find(member);
+    return session().Perform(Describe(row, member, kind, arguments), [&] {
       if (!origin_.network.empty()) session().RequireSystem(origin_.network);
-      return automation::PublishedTable<T>::Invoke(member, kind, arguments);
+      return automation::PublishedTable<T>::Invoke(row, member, kind, arguments);
     });
   }
 
-  bool Offers(const MemberRow<T>& row) const { return strict().Knows(row.name, row.since); }
-  bool OffersPut(const MemberRow<T>& row) const { return row.put && !strict().read_only.contains(row.name); }
+  bool Offers(const Row& row) const { return strict().Knows(row.name, row.since); }
+  bool OffersPut(const Row& row) const { return row.put && !strict().read_only.contains(row.name); }
 
   Session& session() { return *origin_.session; }
   const Strictness& strict() const { return origin_.session->installation().strict; }
-  model::Installation& installation() { return session().installation(); }
+  stored::Installation& installation() { return session().installation(); }
   const LateBoundPtr& parent() const { return origin_.parent; }
   const Place& place() const { return origin_.place; }
   const std::string& network() const { return origin_.network; }
@@ -83,30 +113,47 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     session().Move(former, {origin_.parent.get(), path});
   }
 
-  /// The row that every class but the root ends with.
-  static constexpr MemberRow<T> ParentRow(std::int32_t number) {
-    return {number, "Parent", [](T& self, Arguments) -> Value { return self.parent(); }};
+  /// A property that the network file holds: a member of what T::Data() returns.
+  template <auto kField>
+  static constexpr Row Stored(std::int32_t number, std::string_view name) {
+    return Property(number, name, [](T& self) { return self.Data().*kField; });
   }
-  template <int kClass>
-  static constexpr MemberRow<T> ClassRow(std::int32_t number) {
-    return {number, "ClassId", [](T&, Arguments) -> Value { return kClass; }};
+  /// One that can be put as well, into what T::Change() returns; a whole number within the bounds.
+  template <auto kField, std::int32_t kLeast = 0,
+            std::int32_t kMost = std::numeric_limits<std::int32_t>::max()>
+  static constexpr Row Setting(std::int32_t number, std::string_view name) {
+    Row row = Stored<kField>(number, name);
+    row.put = [](T& self, const Value& value) {
+      using Field = std::remove_cvref_t<decltype(self.Data().*kField)>;
+      if constexpr (std::is_same_v<Field, bool>)
+        self.Change().*kField = automation::ToBoolean(value);
+      else if constexpr (std::is_same_v<Field, std::string>)
+        self.Change().*kField = automation::ToText(value);
+      else
+        self.Change().*kField = WholeNumber(value, kLeast, kMost);
+    };
+    return row;
+  }
+
+  /// The rows that every class but the root ends with.
+  static constexpr Row ParentRow(std::int32_t number) {
+    return Property(number, "Parent", [](T& self) { return self.parent(); });
+  }
+  template <Class kClass>
+  static constexpr Row ClassRow(std::int32_t number) {
+    return Property(number, "ClassId", [](T&) { return static_cast<std::int32_t>(kClass); });
   }
 
  private:
-  Operation Describe(const platform::Member& member, platform::CallKind kind, Arguments arguments) const {
+  Operation Describe(const Row* row, const platform::Member& member, platform::CallKind kind,
+                     Arguments arguments) const {
     using platform::CallKind;
-    Operation operation{origin_.place, std::string(member.name), OperationKind::Get, ""};
+    Operation operation{origin_.place, std::string(row ? row->name : member.name), OperationKind::Get, ""};
     const bool put = kind == CallKind::Put || kind == CallKind::PutReference;
-    if (put) operation.kind = OperationKind::Put;
-    for (const MemberRow<T>& row : T::Members()) {
-      const bool found = member.number != platform::Member::kNoNumber
-                             ? row.number == member.number
-                             : text::EqualIgnoringCase(row.name, member.name);
-      if (!found) continue;
-      operation.member = row.name;
-      if (!put && (kind == CallKind::Method || !row.get)) operation.kind = OperationKind::Method;
-      break;
-    }
+    if (put)
+      operation.kind = OperationKind::Put;
+    else if (row && (kind == CallKind::Method || !row->get))
+      operation.kind = OperationKind::Method;
     for (const Value& argument : arguments) {
       if (!operation.value.empty()) operation.value += ", ";
       const bool object = std::holds_alternative<LateBoundPtr>(argument);

@@ -1,12 +1,57 @@
 #include "simulator/object_server.h"
 
-#include "simulator/collection.h"
+#include <algorithm>
+
+#include "simulator/app_devices.h"
 #include "simulator/component_apps.h"
 #include "simulator/control.h"
+#include "simulator/device_objects.h"
 #include "simulator/errors.h"
 #include "simulator/network_objects.h"
+#include "simulator/network_variable.h"
+#include "simulator/template_interface.h"
 
 namespace simulator {
+namespace {
+
+constexpr std::int32_t kSimulator = 18;
+
+class UnusableServer : public automation::Published {
+ public:
+  explicit UnusableServer(std::string reason) : reason_(std::move(reason)) {}
+  std::optional<std::int32_t> MemberNumber(std::string_view) const override { return 1; }
+  Value Invoke(const platform::Member&, platform::CallKind, Arguments) override {
+    Fail(Code::Internal, reason_);
+  }
+
+ private:
+  std::string reason_;
+};
+
+template <class... T>
+bool HaveMember(std::string_view name) {
+  const auto has = [name](const auto& row) { return text::EqualIgnoringCase(row.name, name); };
+  return (std::ranges::any_of(T::Members(), has) || ...);
+}
+
+}  // namespace
+
+std::shared_ptr<automation::Published> MakeUnusableServer(std::string reason) {
+  return std::make_shared<UnusableServer>(std::move(reason));
+}
+
+bool IsMember(std::string_view name) {
+  return HaveMember<ObjectServer, Collection, Network, System, NetworkServiceDevice, NetworkInterface,
+                    Subsystem, AppDevices, AppDevice, Interface, LonMarkObject, NetworkVariable,
+                    TemplateLibrary, DeviceTemplates, DeviceTemplate, TemplateInterface, ComponentApps,
+                    ComponentApp>(name);
+}
+
+Value ObjectServer::Invoke(const platform::Member& member, platform::CallKind kind, Arguments arguments) {
+  const Row* const row = Find(member);
+  if (row && row->number == kSimulator) return PublishedTable::Invoke(row, member, kind, arguments);
+  return Simulated::Invoke(member, kind, arguments);
+}
 
 std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHandler handler) {
   return session().Advise(std::move(handler));
@@ -15,23 +60,19 @@ std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHand
 Value ObjectServer::Networks() {
   session().ReachableNetworks();  // fails here already where none can be listed
   return Make<Collection>(
-      PartPlace("Networks"), 2, [](Collection& self) { return self.session().ReachableNetworks(); },
-      [](Collection& self, std::size_t index) {
-        const std::string name = self.session().ReachableNetworks()[index];
+      PartPlace("Networks"), Class::Networks,
+      [](Collection& self) { return self.session().ReachableNetworks(); },
+      [](Collection& self, const std::string& name) {
         return self.Make<Network>(Place{name, "", name}, name);
       });
 }
 
 Value ObjectServer::Interfaces(const std::string& part) {
-  const auto names = [](Collection& self) {
-    std::vector<std::string> result;
-    for (const model::Interface& each : self.installation().interfaces) result.push_back(each.name);
-    return result;
-  };
-  return Make<Collection>(PartPlace(part), 15, names, [names](Collection& self, std::size_t index) {
-    const std::string name = names(self)[index];
-    return self.Make<NetworkInterface>(Place{"LcaNetworkInterface:" + name, "", name}, name);
-  });
+  const auto names = [](Collection& self) { return stored::NamesOf(self.installation().interfaces); };
+  return Make<Collection>(
+      PartPlace(part), Class::NetworkInterfaces, names, [](Collection& self, const std::string& name) {
+        return self.Make<NetworkInterface>(Place{"LcaNetworkInterface:" + name, "", name}, name);
+      });
 }
 
 Value ObjectServer::ActiveRemoteInterface() {
@@ -65,33 +106,33 @@ Value ObjectServer::Control() {
 
 std::span<const MemberRow<ObjectServer>> ObjectServer::Members() {
   using Self = ObjectServer;
-  static const MemberRow<Self> kRows[] = {
-      {1, "Networks", [](Self& self, Arguments) { return self.Networks(); }},
-      {5, "SingleUserFlag",
-       [](Self& self, Arguments) -> Value { return self.session().settings().single_user; },
-       [](Self& self, const Value& value) {
-         self.session().ChangeSettings().single_user = automation::ToBoolean(value);
-       }},
-      {6, "RemoteNetworkInterfaces",
-       [](Self& self, Arguments) { return self.Interfaces("RemoteNetworkInterfaces"); }},
-      {8, "IsOpen", [](Self& self, Arguments) -> Value { return self.session().IsOpen(); }},
-      {9, "RemoteFlag", [](Self& self, Arguments) -> Value { return self.session().settings().remote; },
-       [](Self& self, const Value& value) {
-         self.session().ChangeSettings().remote = automation::ToBoolean(value);
-       }},
-      {10, "ActiveRemoteNI", [](Self& self, Arguments) { return self.ActiveRemoteInterface(); },
-       [](Self& self, const Value& value) { self.SetActiveRemoteInterface(value); }},
-      {11, "Flags", [](Self& self, Arguments) -> Value { return self.session().settings().flags; },
-       [](Self& self, const Value& value) { self.SetFlags(value); }},
-      {12, "Close", nullptr, nullptr,
-       [](Self& self, Arguments) -> Value { return self.session().Close(), Value(); }},
-      {13, "Open", nullptr, nullptr,
-       [](Self& self, Arguments) -> Value { return self.session().Open(), Value(); }},
-      {14, "NetworkInterfaces", [](Self& self, Arguments) { return self.Interfaces("NetworkInterfaces"); }},
-      {15, "ComponentApps", [](Self& self, Arguments) { return self.Apps(); }},
-      {16, "Name", [](Self&, Arguments) -> Value { return std::string("LcaObjectServer"); }},
-      ClassRow<0>(17),
-      {18, "Simulator", [](Self& self, Arguments) { return self.Control(); }},
+  static const Row kRows[] = {
+      Property(1, "Networks", Of<&Self::Networks>),
+      Property(
+          5, "SingleUserFlag", [](Self& self) { return self.session().settings().single_user; },
+          [](Self& self, const Value& value) {
+            self.session().ChangeSettings().single_user = automation::ToBoolean(value);
+          }),
+      Property(6, "RemoteNetworkInterfaces",
+               [](Self& self) { return self.Interfaces("RemoteNetworkInterfaces"); }),
+      Property(8, "IsOpen", [](Self& self) { return self.session().IsOpen(); }),
+      Property(
+          9, "RemoteFlag", [](Self& self) { return self.session().settings().remote; },
+          [](Self& self, const Value& value) {
+            self.session().ChangeSettings().remote = automation::ToBoolean(value);
+          }),
+      Property(10, "ActiveRemoteNI", Of<&Self::ActiveRemoteInterface>,
+               [](Self& self, const Value& value) { self.SetActiveRemoteInterface(value); }),
+      Property(
+          11, "Flags", [](Self& self) { return self.session().settings().flags; },
+          [](Self& self, const Value& value) { self.SetFlags(value); }),
+      Function(12, "Close", [](Self& self) { self.session().Close(); }),
+      Function(13, "Open", [](Self& self) { self.session().Open(); }),
+      Property(14, "NetworkInterfaces", [](Self& self) { return self.Interfaces("NetworkInterfaces"); }),
+      Property(15, "ComponentApps", Of<&Self::Apps>),
+      Property(16, "Name", [](Self&) { return std::string("LcaObjectServer"); }),
+      ClassRow<Class::ObjectServer>(17),
+      Property(kSimulator, "Simulator", Of<&Self::Control>),
   };
   return kRows;
 }

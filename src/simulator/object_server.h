@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "simulator/object.h"
 
@@ -15,6 +17,9 @@ class ObjectServer : public Simulated<ObjectServer> {
 
   static std::span<const MemberRow<ObjectServer>> Members();
 
+  /// The knobs are reached whatever faults and latency are set, and leave no trace in the journal.
+  Value Invoke(const platform::Member& member, platform::CallKind kind, Arguments arguments) override;
+
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override;
 
  private:
@@ -28,5 +33,12 @@ class ObjectServer : public Simulated<ObjectServer> {
 
   LateBoundPtr control_;
 };
+
+/// A root whose every member raises 17008 with the reason: what clients meet who have had COM start a
+/// simulator that cannot use its network file.
+std::shared_ptr<automation::Published> MakeUnusableServer(std::string reason);
+
+/// Whether some object of the platform has a member of that name, in any letter case.
+bool IsMember(std::string_view name);
 
 }  // namespace simulator

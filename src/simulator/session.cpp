@@ -29,7 +29,7 @@ class Connection : public platform::Subscription {
   int number_;
 };
 
-int ExtraLatency(const model::Latency& latency, OperationClass operation) {
+int ExtraLatency(const stored::Latency& latency, OperationClass operation) {
   switch (operation) {
     case OperationClass::Read:
       return latency.read;
@@ -68,7 +68,7 @@ Value Session::Perform(const Operation& operation, const std::function<Value()>&
 }
 
 void Session::Delay(const Operation& operation) {
-  const model::Latency& latency = simulation_->latency();
+  const stored::Latency& latency = simulation_->latency();
   int remaining = latency.any + ExtraLatency(latency, ClassOf(operation));
   while (idle_interval_ > 0 && remaining > idle_interval_) {
     const int slice = idle_interval_;
@@ -96,27 +96,27 @@ void Session::RequireOpen() const {
   if (!open_) Fail(Code::NotOpen, "The object server is not open.");
 }
 
-bool Session::CanReach(const model::Network& network) const {
+bool Session::CanReach(const stored::Network& network) const {
   if (IsLocal()) return network.local;
   if (IsLightweight()) return network.internet;
   const auto& interfaces = network.remote_interfaces;
   return std::find(interfaces.begin(), interfaces.end(), active_interface_) != interfaces.end();
 }
 
-std::vector<std::string> Session::ReachableNetworks() {
+stored::Names Session::ReachableNetworks() {
   RequireOpen();
   const bool full_remote = !IsLocal() && !IsLightweight();
   if (full_remote && active_interface_.empty())
     Fail(Code::NotFound, "No network interface is chosen for remote access.");
-  std::vector<std::string> names;
-  for (const model::Network& network : installation().networks)
+  stored::Names names;
+  for (const stored::Network& network : installation().networks)
     if (CanReach(network)) names.push_back(network.name);
   return names;
 }
 
 void Session::OpenNetwork(const std::string& name) {
   RequireOpen();
-  const model::Network& network = model::NetworkOf(installation(), name);
+  const stored::Network& network = stored::NetworkOf(installation(), name);
   if (!CanReach(network)) Fail(Code::NotFound, "The network \"" + name + "\" cannot be reached this way.");
   if (!network.opens) Fail(Code::CannotOpen, "The network \"" + name + "\" cannot be opened.");
   if (!IsLocal() && !IsLightweight()) CheckInterfaceFree(active_interface_, name);
@@ -135,7 +135,7 @@ void Session::RequireNetwork(const std::string& network) const {
 }
 
 void Session::CheckInterfaceFree(const std::string& interface, const std::string& network) {
-  const model::Interface* found = model::FindByName(installation().interfaces, interface);
+  const stored::Interface* found = stored::FindByName(installation().interfaces, interface);
   bool free = found && !found->in_use;
   for (const auto& session : simulation_->Sessions())
     for (const auto& [other, used] : session->systems_)
@@ -146,7 +146,7 @@ void Session::CheckInterfaceFree(const std::string& interface, const std::string
 void Session::OpenSystem(const std::string& name) {
   RequireNetwork(name);
   if (IsSystemOpen(name)) return;
-  const model::System& system = model::NetworkOf(installation(), name).system;
+  const stored::System& system = stored::NetworkOf(installation(), name).system;
   const std::string interface = IsLocal() ? system.interface : "";
   const bool engineered = IsLocal() && interface.empty();
   if (!system.locked_by.empty())

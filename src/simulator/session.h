@@ -30,7 +30,7 @@ class Session : public std::enable_shared_from_this<Session> {
   explicit Session(std::shared_ptr<Simulation> simulation) : simulation_(std::move(simulation)) {}
 
   Simulation& simulation() { return *simulation_; }
-  model::Installation& installation() { return simulation_->installation(); }
+  stored::Installation& installation() { return simulation_->installation(); }
 
   /// Runs an operation as the platform would: journal, latency, faults, then the operation itself, then
   /// saving.
@@ -50,7 +50,7 @@ class Session : public std::enable_shared_from_this<Session> {
   void RequireOpen() const;
 
   /// The networks that this kind of session can reach, by name.
-  std::vector<std::string> ReachableNetworks();
+  stored::Names ReachableNetworks();
 
   /// Opening what is open does nothing. Closing a network closes its system.
   void OpenNetwork(const std::string& network);
@@ -89,7 +89,7 @@ class Session : public std::enable_shared_from_this<Session> {
  private:
   bool IsLocal() const { return !settings_.remote; }
   bool IsLightweight() const { return settings_.remote && (settings_.flags & kUseTcp) != 0; }
-  bool CanReach(const model::Network& network) const;
+  bool CanReach(const stored::Network& network) const;
   void CheckInterfaceFree(const std::string& interface, const std::string& network);
   void Delay(const Operation& operation);
 

@@ -73,10 +73,10 @@ void Simulation::Reload() {
   if (path_.empty()) throw FileError("The networks do not come from a file.");
   const auto text = ReadWholeFile(path_);
   if (!text) throw FileError(Utf8(path_) + ": cannot be read");
-  Take(ReadInstallation(*text, Utf8(path_.filename())));
+  Take(ReadInstallation(*text, Utf8(path_)));
 }
 
-void Simulation::Take(model::Installation installation) {
+void Simulation::Take(stored::Installation installation) {
   installation_ = std::move(installation);
   latency_ = installation_.latency;
   faults_ = Faults(installation_.faults);
@@ -87,9 +87,9 @@ void Simulation::Take(model::Installation installation) {
 
 std::vector<std::string> Simulation::DevicePaths(const std::string& device) {
   std::vector<std::string> paths;
-  for (model::Network& network : installation_.networks) {
-    for (const model::DeviceKey& key : model::DeviceKeys(network, {model::kAllDevices})) {
-      const std::string path = model::PathOf(network, key);
+  for (stored::Network& network : installation_.networks) {
+    for (const stored::DeviceKey& key : stored::DeviceKeys(network, {stored::kAllDevices})) {
+      const std::string path = stored::PathOf(network, key);
       if (device == key.name || device == path) paths.push_back(path);
     }
   }

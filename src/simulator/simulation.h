@@ -42,8 +42,8 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
 
   Journal& journal() { return journal_; }
   Faults& faults() { return faults_; }
-  model::Latency& latency() { return latency_; }
-  model::Installation& installation() { return installation_; }
+  stored::Latency& latency() { return latency_; }
+  stored::Installation& installation() { return installation_; }
   const std::filesystem::path& path() const { return path_; }
 
   /// Takes a device, named by address or by name alone, off the network until it is restored; 17006 where
@@ -86,13 +86,13 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
 
  private:
   explicit Simulation(Sleeper sleeper);
-  void Take(model::Installation installation);
+  void Take(stored::Installation installation);
   std::vector<std::string> DevicePaths(const std::string& device);
 
   Sleeper sleeper_;
   std::filesystem::path path_;
-  model::Installation installation_;
-  model::Latency latency_;
+  stored::Installation installation_;
+  stored::Latency latency_;
   Journal journal_;
   Faults faults_;
   std::set<std::string> vanished_;

@@ -26,8 +26,10 @@ class TemplateLonMarkObject : public Simulated<TemplateLonMarkObject> {
       : Simulated(std::move(origin)), type_(type), name_(std::move(name)) {}
   static std::span<const MemberRow<TemplateLonMarkObject>> Members();
 
+  /// 17096 if the object is gone, as for variables.
+  stored::LonMarkObject& Data();
+
  private:
-  model::LonMarkObject& Data();
   Value Variables();
   Value Apps();
   DeviceTemplate* type_;
@@ -40,8 +42,9 @@ class TemplateVariable : public Simulated<TemplateVariable> {
       : Simulated(std::move(origin)), type_(type), name_(std::move(name)) {}
   static std::span<const MemberRow<TemplateVariable>> Members();
 
+  const stored::Variable& Data();
+
  private:
-  const model::Variable& Data();
   DeviceTemplate* type_;
   std::string name_;
 };

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/object.h"
+#include "simulator/collection.h"
 
 namespace simulator {
 
@@ -14,17 +14,20 @@ class TemplateLibrary : public Simulated<TemplateLibrary> {
 };
 
 /// The templates of a system, with Add(name) and Remove(name or ordinal).
-class DeviceTemplates : public Simulated<DeviceTemplates> {
+class DeviceTemplates : public EditableCollection<DeviceTemplates> {
  public:
-  using Simulated::Simulated;
-  static std::span<const MemberRow<DeviceTemplates>> Members();
+  static constexpr Class kClass = Class::DeviceTemplates;
+  static constexpr std::size_t kAddArguments = 1;
+
+  using EditableCollection::EditableCollection;
+
+  stored::Names Names();
+  LateBoundPtr Item(const std::string& name);
+  std::string Add(Arguments arguments);
+  void Remove(const std::string& name);
 
  private:
-  model::Network& Network() { return model::NetworkOf(installation(), network()); }
-  std::vector<std::string> Names();
-  Value Item(const std::string& name);
-  Value Add(const Value& name);
-  Value Remove(Arguments arguments);
+  stored::Network& Network() { return stored::NetworkOf(installation(), network()); }
 };
 
 class DeviceTemplate : public Simulated<DeviceTemplate> {
@@ -33,10 +36,10 @@ class DeviceTemplate : public Simulated<DeviceTemplate> {
   static std::span<const MemberRow<DeviceTemplate>> Members();
 
   /// 17096 where the template was removed.
-  model::DeviceTemplate& Data() { return model::TemplateOf(installation(), network(), name_); }
+  stored::DeviceTemplate& Data() { return stored::TemplateOf(installation(), network(), name_); }
+  stored::DeviceTemplate& Change();
 
  private:
-  model::DeviceTemplate& Change();
   void SetName(const Value& value);
   Value MainInterface();
   Value Apps();

@@ -31,20 +31,20 @@ constexpr Default kVariables[] = {
 
 }  // namespace
 
-std::vector<model::Variable> BuiltInVariables(const model::DeviceTemplate& type) {
+std::vector<stored::Variable> BuiltInVariables(const stored::DeviceTemplate& type) {
   if (type.program_id != kProgramId) return {};
-  std::vector<model::Variable> variables;
+  std::vector<stored::Variable> variables;
   for (const Default& row : kVariables)
     variables.push_back({row.name, row.format, false, Format::Find(row.format)->Parse(row.value, row.bytes)});
   return variables;
 }
 
-std::vector<model::LonMarkObject> BuiltInObjects(const model::DeviceTemplate& type) {
+std::vector<stored::LonMarkObject> BuiltInObjects(const stored::DeviceTemplate& type) {
   if (type.program_id != kProgramId || type.own_variables) return {};
-  model::LonMarkObject node;
+  stored::LonMarkObject node;
   node.name = node.programmatic_name = "Node Object";
   node.variables = {"nciMajVer", "nciMinVer"};
-  model::LonMarkObject thermostat;
+  stored::LonMarkObject thermostat;
   thermostat.name = thermostat.programmatic_name = "Thermostat";
   thermostat.index = 1;
   thermostat.type_index = 8060;

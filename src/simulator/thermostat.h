@@ -8,7 +8,7 @@
 namespace simulator {
 
 /// What a template has that lists none: those of the thermostat for its program ID, otherwise nothing.
-std::vector<model::Variable> BuiltInVariables(const model::DeviceTemplate& type);
-std::vector<model::LonMarkObject> BuiltInObjects(const model::DeviceTemplate& type);
+std::vector<stored::Variable> BuiltInVariables(const stored::DeviceTemplate& type);
+std::vector<stored::LonMarkObject> BuiltInObjects(const stored::DeviceTemplate& type);
 
 }  // namespace simulator

@@ -53,6 +53,15 @@ std::string Join(const std::vector<std::string>& pieces, std::string_view separa
   return result;
 }
 
+std::string WithoutAccelerator(std::string_view caption) {
+  std::string plain;
+  for (std::size_t at = 0; at < caption.size(); ++at) {
+    if (caption[at] == '&' && ++at == caption.size()) break;
+    plain += caption[at];
+  }
+  return plain;
+}
+
 std::size_t CharacterCount(std::string_view text) {
   const auto starts_character = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
   return static_cast<std::size_t>(std::ranges::count_if(text, starts_character));

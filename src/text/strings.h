@@ -20,6 +20,9 @@ std::string Trim(std::string_view text);
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 std::string Join(const std::vector<std::string>& pieces, std::string_view separator);
 
+/// A caption without the signs of its accelerator: "&" is none where it is doubled.
+std::string WithoutAccelerator(std::string_view caption);
+
 /// How many characters (code points) the text has.
 std::size_t CharacterCount(std::string_view text);
 

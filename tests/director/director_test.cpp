@@ -3,11 +3,14 @@
 #include <fstream>
 #include <sstream>
 
+#include "director/answers.h"
 #include "director/command_line.h"
 #include "director/component_apps.h"
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
+#include "simulator/object_server.h"
+#include "support/error_of.h"
 #include "support/user.h"
 
 namespace {
@@ -22,16 +25,55 @@ TEST(CommandLine, CommandsAndMistakes) {
   EXPECT_EQ(configure.options.configure.lonmark_object, "Node");
   EXPECT_EQ(configure.options.configure.left, -5);
   EXPECT_EQ(configure.options.configure.top, std::nullopt);
-  const auto fault =
-      director::ParseCommandLine({"fault", "add", "--variable", "nciSetPts", "--code", "18034"});
+  EXPECT_EQ(configure.options.answer, false) << "nobody sees a hidden plug-in's questions";
+  const auto fault = director::ParseCommandLine({"fault", "add", "--device", "D", "--code", "18034"});
   EXPECT_EQ(fault.options.command, Command::FaultAdd);
   EXPECT_EQ(fault.options.fault.code, 18034);
   const auto none = director::ParseCommandLine({"interface", "N", "--none"});
   EXPECT_EQ(none.options.interface_name, "") << none.message;
-  for (const Words& wrong :
-       {Words{}, {"nonsense"}, {"configure"}, {"fault"}, {"configure", "N/S.A/D", "--left", "far"}}) {
+  EXPECT_EQ(director::ParseCommandLine({"--version"}, "1.2.3").message, "director 1.2.3\n");
+  const std::pair<Words, std::string> mistakes[] = {
+      {{}, "director: a command is required: networks, "},
+      {{"nonsense"}, "director: there is no command \"nonsense\": networks, "},
+      {{"configure"}, "director configure: path is required"},
+      {{"configure", "N/S.A/D", "--left", "far"}, "director configure: "},
+      {{"configure", "N/S.A/D", "--width", "0"}, "director configure: --width: "},
+      {{"fault"}, "director fault: a command is required: add, list, clear, "},
+      {{"fault", "add", "--variable", "v"}, "director fault add: --device or --occurrence "},
+      {{"fault", "add", "--device", "D", "--code", "70000"},
+       "director fault add: --code: Value 70000 not in "},
+      {{"latency", "read", "-5"}, "director latency: milliseconds: Value -5 not in range"},
+      {{"latency", "reed"}, "director latency: kind: reed not in "},
+      {{"register", "N", "--answer", "maybe"}, "director register: --answer: maybe not in "},
+  };
+  for (const auto& [wrong, message] : mistakes) {
     const auto parsed = director::ParseCommandLine(wrong);
-    EXPECT_TRUE(!parsed.run && parsed.exit_code == 1 && !parsed.message.empty());
+    EXPECT_EQ(parsed.message.substr(0, message.size()), message);
+    EXPECT_EQ(parsed.exit_code, 1);
+  }
+}
+
+TEST(CommandLine, ErrorsAreCalledByTheirKind) {
+  const std::pair<std::uint32_t, std::string> cases[] = {
+      {20005, "error 20005"}, {0x80044718, "object server error 18200"}, {0x80040154, "error 0x80040154"}};
+  for (const auto& [number, text] : cases)
+    EXPECT_EQ(director::ErrorText({static_cast<std::int32_t>(number), "S", "D"}),
+              "director: " + text + " (S): D\n");
+}
+
+TEST(Answers, PressTheButtonThatIsThere) {
+  const struct {
+    std::vector<int> buttons;
+    int yes, no;
+    std::string report;
+  } cases[] = {{{6, 7}, 6, 7, "asks: Text - no\n"},
+               {{1}, 1, 1, "says: Text\n"},
+               {{1, 2}, 2, 2, "says: Text - cancelled\n"}};
+  for (const auto& each : cases) {
+    const director::Box box{"Title", "Text", each.buttons};
+    EXPECT_EQ(std::pair(box.ButtonFor(true), box.ButtonFor(false)), std::pair(each.yes, each.no));
+    EXPECT_EQ(director::Report(box, false), "director: the plug-in " + each.report);
+    EXPECT_NE(director::Report(box, std::nullopt).find("--answer yes"), std::string::npos);
   }
 }
 
@@ -125,8 +167,10 @@ TEST(SimulatorKnobs, ReachTheSimulation) {
   world.simulation->on_stop = [&] { stopped = true; };
   knobs.Stop();
   EXPECT_TRUE(stopped);
-  EXPECT_THROW(director::SimulatorKnobs(world.CreateApi()), platform::Error)
-      << "not a simulated object server";
+  EXPECT_EQ(ErrorOf([&] { director::SimulatorKnobs(world.CreateApi()); }).number(), 20003);
+  const auto unusable = simulator::MakeUnusableServer("network.json:5: colour: unknown key");
+  EXPECT_EQ(director::ErrorText(ErrorOf([&] { director::SimulatorKnobs{unusable}; })),
+            "director: object server error 17008 (LNS Simulator): network.json:5: colour: unknown key\n");
 }
 
 }  // namespace

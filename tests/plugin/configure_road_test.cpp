@@ -272,7 +272,7 @@ TEST(ConfigureRoad, ARecoveredDeviceIsShownAsItIs) {
   Opened world("Demo Tower/Demo Tower.Floor 2/Thermostat 203");
   EXPECT_EQ(world.StatusPanel(1), "?");
   ErrorOf([&] { World::Send(*world.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Nobody"); });
-  simulator::model::DeviceOf(world.simulation->installation(), {"Demo Tower", {"Floor 2"}, "Thermostat 203"})
+  simulator::stored::DeviceOf(world.simulation->installation(), {"Demo Tower", {"Floor 2"}, "Thermostat 203"})
       .powered = true;
   world.main.cmdRefresh.UserClicks();
   EXPECT_NE(world.StatusPanel(1), "?");

@@ -22,8 +22,8 @@ struct CommandRegistration : testing::Test {
     return [=, this] { world.simulation->faults().Add({"", item, operation, 0, 17008}); };
   }
   void Open(const std::string& network) { world.Put(*api, "networkName", network); }
-  simulator::model::System& System(const std::string& network) {
-    return simulator::model::NetworkOf(world.simulation->installation(), network).system;
+  simulator::stored::System& System(const std::string& network) {
+    return simulator::stored::NetworkOf(world.simulation->installation(), network).system;
   }
 
   /// "action|result", after "!" for a failure.
@@ -40,9 +40,9 @@ struct CommandRegistration : testing::Test {
 
 TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack) {
   const std::string server = "QM5RFcPirConfigure.LNSPlugInAPI", start = "Configure the Korvell QM5R-FC PIR ";
-  const simulator::model::ComponentApp device{
+  const simulator::stored::ComponentApp device{
       kDeviceCommand, server, 7, 13, true, start + "Application Device", "", "1.2.3"};
-  const simulator::model::ComponentApp object{
+  const simulator::stored::ComponentApp object{
       kObjectCommand, server, 28, 13, false, start + "LonMarks Object", "", "1.2.3"};
   world.desktop.answers = {ui::Answer::Yes};
   System("Demo Quarry").catalog_path = "E:\\On another computer\\Types";
@@ -57,7 +57,7 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
     EXPECT_EQ(Send(50), 0);
     const auto& types = System(network).templates;
     const auto type = std::ranges::find(types, std::string("8000D3550004041D"),
-                                        &simulator::model::DeviceTemplate::program_id);
+                                        &simulator::stored::DeviceTemplate::program_id);
     ASSERT_NE(type, types.end());
     EXPECT_EQ(world.Message().text, "Do you wish to make " + kDeviceCommand + " the default action for " +
                                         type->name + " devices?");
@@ -154,7 +154,7 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     bool leaves_nothing = true;
   };
   auto& quarry =
-      simulator::model::NetworkOf(world.simulation->installation(), "Demo Quarry").system.templates;
+      simulator::stored::NetworkOf(world.simulation->installation(), "Demo Quarry").system.templates;
   const auto with_taken_names = quarry.size();
   const std::string no_file = kObjectCommand + "\r\nUnable to find XIF file / create a template.";
   const Case cases[] = {

@@ -9,14 +9,14 @@ namespace {
 
 struct NetworkVisits : testing::Test {
   /// A command for all networks, of a version that had one.
-  static simulator::model::ComponentApp Leftover(const std::string& server) {
-    simulator::model::ComponentApp app;
+  static simulator::stored::ComponentApp Leftover(const std::string& server) {
+    simulator::stored::ComponentApp app;
     app.name = "Old";
     app.server = server;
     return app;
   }
   std::string& InterfaceOf(const char* network) {
-    return simulator::model::NetworkOf(world.simulation->installation(), network).system.interface;
+    return simulator::stored::NetworkOf(world.simulation->installation(), network).system.interface;
   }
   void Register(const std::string& network) {
     const auto api = world.CreateApi();

@@ -11,7 +11,7 @@
 namespace {
 
 using enum headless::Failure::Reach;
-namespace model = simulator::model;
+namespace stored = simulator::stored;
 using platform::ObjectServerError;
 using Values = std::map<std::string, simulator::Bytes>;
 
@@ -116,13 +116,13 @@ struct FaultsAtADevice : FaultSweep {
   }
   platform::Error Configure() { return Send(13, "Demo Islands/Demo Islands.South/Thermostat I3"); }
   void Open() { EXPECT_EQ(Configure().number(), 0); }
-  simulator::model::Device& Device() {
-    return model::DeviceOf(world.simulation->installation(), {"Demo Islands", {"South"}, "Thermostat I3"});
+  simulator::stored::Device& Device() {
+    return stored::DeviceOf(world.simulation->installation(), {"Demo Islands", {"South"}, "Thermostat I3"});
   }
   /// All texts but that of the heartbeat, which the user edits.
   std::vector<std::string> Shown() const {
     std::vector<std::string> texts;
-    for (const auto& row : ::model::Catalogue())
+    for (const auto& row : model::Catalogue())
       if (const auto* control = world.main.screen.Find(row.control); control && row.control.index != 39)
         texts.push_back(control->Text());
     return texts;
@@ -282,7 +282,7 @@ TEST_F(FaultSweep, DeregistrationGoesToItsEnd) {
     world.main.Load();
     Fail(deregister);
     if (first == 0) removed = world.Saved();
-    const auto& foundry = model::NetworkOf(world.simulation->installation(), "Demo Foundry").system;
+    const auto& foundry = stored::NetworkOf(world.simulation->installation(), "Demo Foundry").system;
     // What is put back is tried once, and then the network tool's to choose again.
     const bool put_back = foundry.interface == "DEMO-LOCAL-2";
     EXPECT_TRUE(FailsAgain() || put_back || faults.struck() == "NetworkInterface");

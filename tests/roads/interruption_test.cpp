@@ -115,8 +115,8 @@ struct InterruptedUser : World, User {
   }
 
   Values& ValuesOf(const char* device) {
-    const simulator::model::DeviceKey key{"Demo Tower", {"Floor 1"}, device};
-    return simulator::model::DeviceOf(simulation->installation(), key).values;
+    const simulator::stored::DeviceKey key{"Demo Tower", {"Floor 1"}, device};
+    return simulator::stored::DeviceOf(simulation->installation(), key).values;
   }
   /// What another plug-in, that nobody disturbs, shows of the device now; the initial texts for no path.
   const Texts& TextsOf(const std::string& path) {

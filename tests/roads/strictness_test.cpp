@@ -96,8 +96,8 @@ TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
     for (const bool undone : {false, true}) {
       World world;
       asked = false;
-      simulator::model::Installation& installation = world.simulation->installation();
-      simulator::model::NetworkOf(installation, "Demo Annex").remote_interfaces = {"DEMO-REMOTE-1"};
+      simulator::stored::Installation& installation = world.simulation->installation();
+      simulator::stored::NetworkOf(installation, "Demo Annex").remote_interfaces = {"DEMO-REMOTE-1"};
       installation.strict = {};
       c.demand(installation.strict);
       if (undone)
@@ -132,7 +132,7 @@ TEST(Strictness, AVersionThatCannotBePutIsReplaced) {
     const auto api = world.CreateApi();
     World::Put(*api, "networkName", std::string("Demo Islands"));
     World::Send(*api, 50, 0, "");
-    auto& marks = simulator::model::NetworkOf(world.simulation->installation(), "Demo Islands").system;
+    auto& marks = simulator::stored::NetworkOf(world.simulation->installation(), "Demo Islands").system;
     marks.component_apps.back().version = "1.0";
     ErrorOf([&] { World::Send(*api, 50, 0, ""); });
     EXPECT_EQ(marks.component_apps.back().version == "1.2.3", !undone);

@@ -44,6 +44,8 @@ TEST(NetworkFile, ErrorsNameLineAndField) {
       {"'networks'", "'faults': [{'vanish': true, 'code': 5}], 'networks'", "3",
        "code: goes with no 'vanish'"},
       {"'networks'", "'faults': [{'item': 'x'}], 'networks'", "3", "faults[0].code: is required"},
+      {"'networks'", "'faults': [{'device': 'X', 'code': 5}], 'networks'", "3",
+       "device: there is no device 'X'"},
   };
   for (const auto& c : cases) {
     const std::string error = ErrorOf(Replaced(kWorld, Quoted(c.from), Quoted(c.to)));
@@ -88,7 +90,7 @@ TEST(NetworkFile, EveryKeySurvivesSaving) {
     "strict": {"pausing": true, "demonstration": 5, "release": 320, "missingMembers": ["Mode"],
                "readOnlyMembers": ["State", "Value"]},
     "faults": [{"vanish": true},
-               {"device": "A", "item": "v", "operation": "read", "occurrence": 2, "code": 18200}]
+               {"device": "N", "item": "v", "operation": "read", "occurrence": 2, "code": 18200}]
   })";
   const std::string saved = simulator::WriteInstallation(simulator::ReadInstallation(full, "n.json"));
   EXPECT_EQ(nlohmann::json::parse(saved), nlohmann::json::parse(full));

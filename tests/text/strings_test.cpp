@@ -27,6 +27,10 @@ TEST(Strings, SplitAtFirst) {
   }
 }
 
+TEST(Strings, WithoutAccelerator) {
+  EXPECT_EQ(text::WithoutAccelerator("&Heating && Coolin&g&"), "Heating & Cooling");
+}
+
 TEST(Strings, TrimTakesBlanksOnly) {
   EXPECT_EQ(text::Trim("  /regplugin "), "/regplugin");
   EXPECT_EQ(text::Trim("   "), "");

@@ -13,6 +13,7 @@
 #include "director/component_apps.h"
 #include "director/configure.h"
 #include "director/networks.h"
+#include "director/program/box_watch.h"
 #include "director/program/screen_reader.h"
 #include "director/simulator_knobs.h"
 #include "platform/error.h"
@@ -21,6 +22,7 @@
 #include "windows/com/object_creation.h"
 #include "windows/com/wide_text.h"
 #include "windows/system/object_server_source.h"
+#include "windows/system/program.h"
 #include "windows/system/registry.h"
 
 namespace {
@@ -28,8 +30,10 @@ namespace {
 using director::Command;
 using director::Options;
 
-/// Exit codes for scripts: 0 done, 1 the command line is wrong, 2 something failed.
+/// Exit codes for scripts: 0 done, 1 the command line is wrong, 2 something failed, 3 the plug-in could not
+/// read the device.
 constexpr int kFailed = 2;
+constexpr int kNotRead = 3;
 
 platform::LateBoundPtr ObjectServer() {
   windows::WindowsRegistry registry;
@@ -44,9 +48,20 @@ void WaitUntilClosed(platform::LateBound& plug_in) {
 int RunConfigure(const Options& options) {
   const platform::LateBoundPtr plug_in = windows::com::CreateObject(options.plug_in);
   windows::com::AllowForeground(*plug_in);
-  director::Configure(*plug_in, options.configure);
+  bool read = true;
+  {
+    const director::BoxWatch boxes(options.answer);
+    try {
+      director::Configure(*plug_in, options.configure);
+    } catch (const platform::Error&) {
+      lns::ObjectServer(ObjectServer()).IsOpen();  // one that cannot be used says why; the plug-in does not
+      throw;
+    }
+    read = !boxes.SawFailure();
+  }
+  if (!read) std::cerr << "director: the plug-in did not read the device " << options.configure.path << '\n';
   if (options.wait) WaitUntilClosed(*plug_in);
-  return 0;
+  return read ? 0 : kNotRead;
 }
 
 /// "Demo Tower/Demo Tower<tab>QM5RFcPirConfigure.LNSPlugInAPI<tab>registered<tab>1.0.0"
@@ -65,7 +80,10 @@ int RunRegistration(const Options& options, std::int32_t command) {
   // A remote director cannot look into the system by itself.
   const bool local = interface_name.empty();
   const std::string system = local ? PrintRegistration(options).system : options.network;
-  director::SendToSystem(*plug_in, command, options.network, interface_name, system);
+  {
+    const director::BoxWatch boxes(options.answer);
+    director::SendToSystem(*plug_in, command, options.network, interface_name, system);
+  }
   if (local) PrintRegistration(options);
   return 0;
 }
@@ -80,7 +98,7 @@ int RunInterface(const Options& options) {
 
 int RunLatency(const Options& options) {
   director::SimulatorKnobs knobs(ObjectServer());
-  if (options.latency_milliseconds >= 0) knobs.SetLatency(options.latency_kind, options.latency_milliseconds);
+  if (options.latency_milliseconds) knobs.SetLatency(options.latency_kind, *options.latency_milliseconds);
   std::cout << options.latency_kind << '\t' << knobs.Latency(options.latency_kind) << " ms\n";
   return 0;
 }
@@ -90,6 +108,17 @@ int RunJournal(const Options& options) {
   knobs.PrintJournal(std::cout);
   if (options.clear) knobs.ClearJournal();
   return 0;
+}
+
+int NeedsWindow(bool shown) {
+  if (!shown) std::cerr << "director: the plug-in shows no window\n";
+  return shown ? 0 : kFailed;
+}
+
+std::string VersionText() {
+  const auto version = windows::WindowsProgram().FileVersion();
+  return std::to_string(version.major) + '.' + std::to_string(version.minor) + '.' +
+         std::to_string(version.revision);
 }
 
 int Run(const Options& options) {
@@ -118,11 +147,13 @@ int Run(const Options& options) {
     case Command::Deregister:
       return RunRegistration(options, session::kDeregisterCommand);
     case Command::Screen:
-      return director::PrintScreen(std::cout) ? 0 : kFailed;
+      return NeedsWindow(director::PrintScreen(std::cout));
     case Command::Close:
-      return director::CloseWindow() ? 0 : kFailed;
+      return NeedsWindow(director::CloseWindow());
     case Command::FaultAdd:
       return knobs().AddFault(options.fault), 0;
+    case Command::FaultList:
+      return knobs().PrintFaults(std::cout), 0;
     case Command::FaultClear:
       return knobs().ClearFaults(), 0;
     case Command::FaultVanish:
@@ -139,26 +170,13 @@ int Run(const Options& options) {
   return kFailed;
 }
 
-/// "object server error 18200 (LNS Simulator): ..." with the platform's code, or the plug-in's plain number.
-void PrintError(const platform::Error& error) {
-  const auto number = static_cast<std::uint32_t>(error.number());
-  std::cerr << "director: ";
-  if ((number & 0xFFFF0000u) == 0x80040000u)
-    std::cerr << "object server error " << (number & 0xFFFFu);
-  else if (number < 0x80000000u)
-    std::cerr << "error " << number;
-  else
-    std::cerr << "error 0x" << std::hex << number << std::dec;
-  std::cerr << " (" << error.source() << "): " << error.description() << '\n';
-}
-
 }  // namespace
 
 int wmain(int count, wchar_t** words) {
   SetConsoleOutputCP(CP_UTF8);
   std::vector<std::string> arguments;
   for (int i = 1; i < count; ++i) arguments.push_back(windows::ToUtf8(words[i]));
-  const director::ParsedCommandLine parsed = director::ParseCommandLine(std::move(arguments));
+  const director::ParsedCommandLine parsed = director::ParseCommandLine(std::move(arguments), VersionText());
   if (!parsed.run) {
     (parsed.exit_code == 0 ? std::cout : std::cerr) << parsed.message;
     return parsed.exit_code;
@@ -167,7 +185,7 @@ int wmain(int count, wchar_t** words) {
     const windows::com::Apartment apartment;
     return Run(parsed.options);
   } catch (const platform::Error& error) {
-    PrintError(error);
+    std::cerr << director::ErrorText(error);
   } catch (const std::exception& failure) {
     std::cerr << "director: " << failure.what() << '\n';
   }

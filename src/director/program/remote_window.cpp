@@ -74,6 +74,10 @@ std::wstring ClassOf(HWND window) {
   return name.data();
 }
 
+bool Is(HWND window, const wchar_t* class_name) {
+  return lstrcmpiW(ClassOf(window).c_str(), class_name) == 0;
+}
+
 std::vector<HWND> ChildrenOf(HWND window) {
   std::vector<HWND> children;
   for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))

@@ -11,6 +11,7 @@ namespace director {
 
 std::string TextOf(HWND window);
 std::wstring ClassOf(HWND window);
+bool Is(HWND window, const wchar_t* class_name);
 /// The child windows at the next level, in their order.
 std::vector<HWND> ChildrenOf(HWND window);
 

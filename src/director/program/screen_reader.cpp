@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "director/program/remote_window.h"
+#include "text/strings.h"
 
 namespace director {
 namespace {
@@ -25,23 +26,14 @@ struct Element {
   std::string text;
 };
 
-bool Is(HWND window, const wchar_t* class_name) {
-  return lstrcmpiW(ClassOf(window).c_str(), class_name) == 0;
-}
-
 DWORD ButtonTypeOf(HWND window) {
   return static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE)) & BS_TYPEMASK;
 }
 
 bool IsFrame(HWND window) { return Is(window, L"Button") && ButtonTypeOf(window) == BS_GROUPBOX; }
 
-std::string WithoutAccelerator(std::string caption) {
-  std::erase(caption, '&');
-  return caption;
-}
-
 std::string ButtonText(HWND window) {
-  const std::string caption = WithoutAccelerator(TextOf(window));
+  const std::string caption = text::WithoutAccelerator(TextOf(window));
   const bool disabled = (GetWindowLongW(window, GWL_STYLE) & WS_DISABLED) != 0;
   const bool checked = SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
   switch (ButtonTypeOf(window)) {
@@ -58,7 +50,10 @@ std::string ButtonText(HWND window) {
 
 std::optional<std::string> TextShown(HWND window) {
   if (Is(window, L"Button")) return ButtonText(window);
-  if (Is(window, L"Static")) return WithoutAccelerator(TextOf(window));
+  if (Is(window, L"Static")) {
+    const bool data = (GetWindowLongW(window, GWL_STYLE) & SS_NOPREFIX) != 0;
+    return data ? TextOf(window) : text::WithoutAccelerator(TextOf(window));
+  }
   if (Is(window, L"Edit") || Is(window, L"ComboBox")) return TextOf(window);
   return std::nullopt;
 }
@@ -102,7 +97,7 @@ Panel PanelOf(HWND parent) {
     Element element{child, {}, {}};
     GetWindowRect(child, &element.place);
     if (IsFrame(child)) {
-      element.text = WithoutAccelerator(TextOf(child));
+      element.text = text::WithoutAccelerator(TextOf(child));
       panel.frames.push_back(element);
     } else if (const auto text = TextShown(child)) {
       element.text = *text;
@@ -154,7 +149,7 @@ void PrintPages(HWND window, std::ostream& out) {
     std::size_t page = 0;
     for (HWND child : ChildrenOf(tab)) {
       if (!Is(child, kSurfaceClass) || page >= captions.size()) continue;
-      out << "page\t" << WithoutAccelerator(captions[page++]) << '\n';
+      out << "page\t" << text::WithoutAccelerator(captions[page++]) << '\n';
       PrintInside(PanelOf(child), -1, "  ", out);
     }
   }
@@ -191,6 +186,12 @@ bool PrintScreen(std::ostream& out) {
     PrintLists(log, out);
   }
   return true;
+}
+
+DWORD PlugInProcess() {
+  DWORD process = 0;
+  GetWindowThreadProcessId(FindWindowW(kSurfaceClass, kMainCaption), &process);
+  return process;
 }
 
 bool CloseWindow() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <windows.h>
+
 #include <iosfwd>
 
 namespace director {
@@ -11,5 +13,8 @@ bool PrintScreen(std::ostream& out);
 
 /// Asks the plug-in's window to close, as its close box does. False where it shows no window.
 bool CloseWindow();
+
+/// The process that the plug-in runs in; 0 where it does not run.
+DWORD PlugInProcess();
 
 }  // namespace director

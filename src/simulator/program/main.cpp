@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "registry/registry.h"
+#include "simulator/object_server.h"
 #include "simulator/program/options.h"
 #include "simulator/simulation.h"
 #include "text/strings.h"
@@ -36,6 +37,25 @@ constexpr const char* kObjectServerValue = "Object Server";
 /// How long a simulator that COM started stays after its last client, so that faults set by one program meet
 /// the next.
 constexpr std::chrono::seconds kLinger{5};
+
+constexpr const char* kHelp =
+    "Plays an LNS object server on the networks of a file.\n\n"
+    "LnsSimulator.exe /network <file>                          serves until it is told to stop\n"
+    "LnsSimulator.exe /regserver /network <file>               registers: COM starts it on that file\n"
+    "LnsSimulator.exe /regserver /network <file> /makedefault  the same, and plug-ins use it\n"
+    "LnsSimulator.exe /unregserver                             takes both back\n"
+    "LnsSimulator.exe /version\n";
+
+std::string VersionText() {
+  const auto version = windows::WindowsProgram().FileVersion();
+  return "LnsSimulator " + std::to_string(version.major) + '.' + std::to_string(version.minor) + '.' +
+         std::to_string(version.revision) + '\n';
+}
+
+int Tell(const std::string& text) {
+  std::fputs(text.c_str(), stdout);
+  return 0;
+}
 
 windows::com::ServerRegistration RegistrationFor(const Options& options) {
   windows::com::ServerRegistration registration;
@@ -65,6 +85,8 @@ std::string PlugInVersion(const std::string& server) {
 }
 
 std::shared_ptr<simulator::Simulation> LoadNetwork(const Options& options) {
+  if (options.network_file.empty())
+    throw std::invalid_argument("no network file is given: use /network <file>");
   auto simulation = simulator::Simulation::FromFile(
       windows::ToWide(options.network_file),
       [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
@@ -73,8 +95,7 @@ std::shared_ptr<simulator::Simulation> LoadNetwork(const Options& options) {
 }
 
 void Register(const Options& options) {
-  // COM would not tell anybody what is wrong with the file.
-  if (!options.network_file.empty()) LoadNetwork(options);
+  LoadNetwork(options);  // what is wrong with the file is told now
   windows::com::RegisterServer(RegistrationFor(options));
   if (!options.make_default) return;
   windows::WindowsRegistry machine;
@@ -91,11 +112,26 @@ void Unregister(const Options& options) {
 }
 
 int Serve(const Options& options, bool by_com) {
-  if (options.network_file.empty())
-    throw std::invalid_argument("no network file is given: LnsSimulator.exe /network <file>");
-  const auto simulation = LoadNetwork(options);
+  std::shared_ptr<simulator::Simulation> simulation;
+  windows::com::LocalServer* running = nullptr;
+  const auto load = [&] {
+    simulation = LoadNetwork(options);
+    // COM brings events to the thread on which the client has subscribed, and wants them from this one.
+    simulation->event_thread = [](const std::function<void()>& raise) { raise(); };
+    simulation->on_stop = [&running] { running->Leave(); };
+  };
+  if (!by_com) load();
   const windows::com::Apartment apartment;
-  windows::com::ServedClass served{kClassId, [&simulation] { return simulation->CreateObjectServer(); }};
+  // Nobody sees what a program writes that COM has started, so its clients are told. Each of them tries anew.
+  const auto make = [&]() -> std::shared_ptr<automation::Published> {
+    try {
+      if (!simulation) load();
+    } catch (const std::exception& failure) {
+      return simulator::MakeUnusableServer(failure.what());
+    }
+    return simulation->CreateObjectServer();
+  };
+  windows::com::ServedClass served{kClassId, make};
   served.open = [](const std::shared_ptr<automation::Published>& object) {
     return windows::com::ComPtr<IUnknown>(windows::com::DispatchDoor::For(object, {kEventsId, {}}));
   };
@@ -108,14 +144,13 @@ int Serve(const Options& options, bool by_com) {
     lifetime.leaves_when_unused = false;
   }
   windows::com::LocalServer server(std::move(served), lifetime);
-  // COM brings events to the thread on which the client has subscribed, and wants them from this one.
-  simulation->event_thread = [](const std::function<void()>& raise) { raise(); };
-  simulation->on_stop = [&server] { server.Leave(); };
+  running = &server;
   return server.Run();
 }
 
 int Run(const std::string& arguments) {
   const Options options = simulator::program::ParseOptions(arguments);
+  if (options.help || options.version) return Tell(options.help ? kHelp : VersionText());
   switch (windows::com::ServerStartOf(arguments)) {
     case windows::com::ServerStart::Register:
       Register(options);
@@ -134,9 +169,10 @@ int Run(const std::string& arguments) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-  // A windowless program tells its errors to the console that started it, or to the user who did.
+  // A windowless program speaks to the console that started it, or tells its errors to the user who did.
   bool console = GetStdHandle(STD_ERROR_HANDLE) != nullptr;
-  if (!console && AttachConsole(ATTACH_PARENT_PROCESS)) console = freopen("CONOUT$", "w", stderr) != nullptr;
+  if (!console && AttachConsole(ATTACH_PARENT_PROCESS))
+    console = freopen("CONOUT$", "w", stderr) && freopen("CONOUT$", "w", stdout);
   const std::string arguments = windows::CommandLineArguments();
   try {
     return Run(arguments);

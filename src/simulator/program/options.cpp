@@ -49,10 +49,14 @@ Options ParseOptions(std::string_view arguments) {
       options.network_file = words[i];
     } else if (name == "makedefault") {
       options.make_default = true;
+    } else if (name == "help" || name == "-help" || name == "?") {
+      options.help = true;
+    } else if (name == "version" || name == "-version") {
+      options.version = true;
     } else if (!IsServerSwitch(name)) {
-      throw std::invalid_argument(
-          "'" + words[i] +
-          "' is not understood; use /network <file>, /makedefault, /regserver, /unregserver");
+      throw std::invalid_argument("'" + words[i] +
+                                  "' is not understood; use /network <file>, /makedefault, /regserver, "
+                                  "/unregserver, /help, /version");
     }
   }
   return options;

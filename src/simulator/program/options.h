@@ -11,11 +11,13 @@ struct Options {
   std::string network_file;
   /// Name this simulator as the object server that plug-ins use.
   bool make_default = false;
+  bool help = false;
+  bool version = false;
 };
 
-/// Reads "/network <file>" and "/makedefault"; switches begin with "-" or "/", in any letter case, and a file
-/// with blanks stands in double quotes. Throws std::invalid_argument for a switch without its file and for
-/// anything unknown.
+/// Reads "/network <file>", "/makedefault", "/help" (also "/?") and "/version"; switches begin with "-" or
+/// "/", in any letter case, and a file with blanks stands in double quotes. Throws std::invalid_argument for
+/// a switch without its file and for anything unknown.
 Options ParseOptions(std::string_view arguments);
 
 }  // namespace simulator::program

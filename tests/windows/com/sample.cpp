@@ -28,21 +28,23 @@ Value FindItem(SampleItems& self, Arguments arguments) {
 }  // namespace
 
 std::span<const automation::MemberRow<Sample>> Sample::Members() {
-  static const automation::MemberRow<Sample> rows[]{
-      {1, "Value", [](Sample& self, Arguments) { return self.value_; },
-       [](Sample& self, const Value& value) { self.value_ = value; }},
-      {2, "Echo", nullptr, nullptr, [](Sample&, Arguments arguments) { return arguments[0]; }, 1},
-      {3, "Items", [](Sample&, Arguments) -> Value { return std::make_shared<SampleItems>(); }},
-      {4, "Throw", nullptr, nullptr, Throw, 1, 2},
-      {5, "Fire", nullptr, nullptr,
-       [](Sample& self, Arguments arguments) -> Value {
-         return self.Fire(ToInteger(arguments[0]), arguments.subspan(1));
-       },
-       1, 4},
-      {6, "ProcessId",
-       [](Sample&, Arguments) -> Value { return static_cast<std::int32_t>(GetCurrentProcessId()); }},
-      {7, "Die", nullptr, nullptr, [](Sample&, Arguments) -> Value { ExitProcess(0); }},
-      {8, "Ended", [](Sample&, Arguments) -> Value { return ended_at_home - 100 * ended_elsewhere; }},
+  static const Row rows[]{
+      Property(
+          1, "Value", [](Sample& self) { return self.value_; },
+          [](Sample& self, const Value& value) { self.value_ = value; }),
+      Function(
+          2, "Echo", [](Sample&, Arguments arguments) { return arguments[0]; }, 1),
+      Property(3, "Items", [](Sample&) { return std::make_shared<SampleItems>(); }),
+      Function(4, "Throw", Of<Throw>, 1, 2),
+      Function(
+          5, "Fire",
+          [](Sample& self, Arguments arguments) {
+            return self.Fire(ToInteger(arguments[0]), arguments.subspan(1));
+          },
+          1, 4),
+      Property(6, "ProcessId", [](Sample&) { return static_cast<std::int32_t>(GetCurrentProcessId()); }),
+      Function(7, "Die", [](Sample&) { ExitProcess(0); }),
+      Property(8, "Ended", [](Sample&) { return ended_at_home - 100 * ended_elsewhere; }),
   };
   return rows;
 }
@@ -65,10 +67,9 @@ std::int32_t Sample::Fire(std::int32_t event, Arguments arguments) {
 }
 
 std::span<const automation::MemberRow<SampleItems>> SampleItems::Members() {
-  static const automation::MemberRow<SampleItems> rows[]{
-      {platform::kDefaultMember, "Item", FindItem, nullptr, nullptr, 1},
-      {2, "Count",
-       [](SampleItems& self, Arguments) -> Value { return static_cast<std::int32_t>(self.items.size()); }},
+  static const Row rows[]{
+      Indexed(platform::kDefaultMember, "Item", Of<FindItem>),
+      Property(2, "Count", [](SampleItems& self) { return static_cast<std::int32_t>(self.items.size()); }),
   };
   return rows;
 }

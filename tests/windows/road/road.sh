@@ -45,9 +45,30 @@ for refused in "Nowhere/System.Sub/Device" "Demo Tower/Demo Tower.Floor 1/Nobody
 done
 expect_gone QM5RFcPirConfigure "refused commands"
 
+ends_with() {  # <exit code> <text> <program without .exe> <arguments>
+  timeout 60 "$wine" "$programs/$3.exe" "${@:4}" >"$work/told.txt" 2>&1
+  local code=$?
+  [ $code = "$1" ] || fail "${*:3} ended with $code instead of $1"
+  [ -z "$2" ] || expect "$work/told.txt" "$2"
+}
+ends_with 2 'shows no window' director screen
+ends_with 0 '' director fault vanish 'Thermostat 102'
+ends_with 3 'Failed to communicate' director configure 'Demo Tower/Demo Tower.Floor 1/Thermostat 102' --hidden
+ends_with 0 '' director fault restore 'Thermostat 102'
+expect_gone QM5RFcPirConfigure "a device that cannot be read"
+
 cmp -s "$work/network.json" "$work/before.json" || echo "note: the network file was saved (LonMark object modes)"
 unregister QM5RFcPirConfigure
 "$wine" wine reg query 'HKLM\Software\Classes\QM5RFcPirConfigure.LNSPlugInAPI' >/dev/null 2>&1 && fail "the class is still registered"
+expect_gone LnsSimulator "its clients"
+cp "$work/network.json" "$work/whole.json"
+sed -i '0,/"Thermostat 101"/s//"Thermostat 101", "colour": 1/' "$work/network.json"
+ends_with 2 'devices[0].colour: unknown key' director networks
+ends_with 2 'devices[0].colour: unknown key' director journal
+cp "$work/whole.json" "$work/network.json"
+ends_with 0 'Demo Annex' director networks
+ends_with 1 'no network file is given' LnsSimulator /regserver
+expect_gone LnsSimulator "a network file that was mended"
 unregister LnsSimulator
 [ $failed = 0 ] && echo "road: ok"
 exit $failed

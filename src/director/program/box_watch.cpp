@@ -1,0 +1,86 @@
+#include "director/program/box_watch.h"
+
+#include <windows.h>
+
+#include <chrono>
+#include <iostream>
+#include <vector>
+
+#include "director/answers.h"
+#include "director/program/remote_window.h"
+#include "director/program/screen_reader.h"
+
+namespace director {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr auto kPatience = std::chrono::seconds(4);
+constexpr auto kPoll = std::chrono::milliseconds(40);
+
+HWND BoxOf(DWORD process) {
+  for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr));) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(box, &owner);
+    if (owner == process && IsWindowVisible(box)) return box;
+  }
+  return nullptr;
+}
+
+/// Deals with one box as long as it stands.
+class Standing {
+ public:
+  explicit Standing(HWND window) : window_(window), title_(TextOf(window)) {
+    for (HWND child : ChildrenOf(window)) {
+      if (Is(child, L"Button") && IsWindowVisible(child)) buttons_.push_back(GetDlgCtrlID(child));
+      if (Is(child, L"Static") && text_.empty()) text_ = TextOf(child);
+    }
+  }
+
+  HWND window() const { return window_; }
+  Box box() const { return {title_, text_, buttons_}; }
+
+  void Treat(std::optional<bool> answer) {
+    const bool due = answer || Clock::now() - since_ > kPatience;
+    if (due && !told_) std::cerr << Report(box(), answer) << std::flush;
+    told_ = told_ || due;
+    if (!answer) return;
+    // Each time: a box that has just come up may not listen yet.
+    const int button = box().ButtonFor(*answer);
+    PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button),
+                 reinterpret_cast<LPARAM>(GetDlgItem(window_, button)));
+  }
+
+ private:
+  HWND window_;
+  std::string title_, text_;
+  std::vector<int> buttons_;
+  Clock::time_point since_ = Clock::now();
+  bool told_ = false;
+};
+
+}  // namespace
+
+BoxWatch::BoxWatch(std::optional<bool> answer) : answer_(answer), thread_([this] { Watch(); }) {}
+
+BoxWatch::~BoxWatch() {
+  ended_ = true;
+  thread_.join();
+}
+
+void BoxWatch::Watch() {
+  std::optional<Standing> standing;
+  for (; !ended_; std::this_thread::sleep_for(kPoll)) {
+    const DWORD process = PlugInProcess();
+    const HWND box = process ? BoxOf(process) : nullptr;
+    if (!box) {
+      standing.reset();
+      continue;
+    }
+    if (!standing || standing->window() != box) standing.emplace(box);
+    if (!standing->box().IsQuestion() || answer_ == false) saw_failure_ = true;
+    standing->Treat(answer_);
+  }
+}
+
+}  // namespace director
