@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/attempt.h"
 #include "platform/error.h"
 
 namespace model {
@@ -44,6 +45,27 @@ constexpr PointRow kPoints[] = {
 };
 // clang-format on
 
+/// None of them has the name; false as well where they cannot be asked.
+bool Lacks(const lns::Collection<lns::NetworkVariable>& variables, std::string_view name) {
+  bool found = false;
+  const bool asked = platform::Attempt([&] {
+    for (const lns::NetworkVariable variable : variables.Items()) found = found || variable.Name() == name;
+  });
+  return asked && !found;
+}
+
+/// Says beside the platform's words what a user can do about it: most likely this is another device.
+lns::NetworkVariable Find(const lns::Collection<lns::NetworkVariable>& variables, const std::string& name) {
+  try {
+    return variables.Item(name);
+  } catch (const platform::Error& error) {
+    if (!Lacks(variables, name)) throw;
+    throw platform::Error(
+        error.number(), error.source(),
+        error.description() + "\r\nThe device has no variable " + name + "; is it a QM5R-FC?", error.cause());
+  }
+}
+
 }  // namespace
 
 PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables,
@@ -55,7 +77,7 @@ PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables,
     point->Separator = row.separator;
     point->Format = row.format;
     point->LocalizationSpecific = row.localization_specific;
-    point->MyNetworkVariable = variables.Item(std::string(row.variable));
+    point->MyNetworkVariable = Find(variables, std::string(row.variable));
     point->Dialect = dialect;
     point->Relative = row.relative;
     if (row.separator == ",") point->MostFields = kSetpoints;

@@ -76,6 +76,16 @@ TEST(ConfigureRoad, FillsTheScreen) {
   EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
 }
 
+TEST(ConfigureRoad, ADeviceOfAnotherTypeIsSaidToBeOneAndShowsNothingToEdit) {
+  World world;
+  const auto api = world.Configure("Demo Tower/Demo Tower.Floor 2.Plant/Wall Switch 1");
+  ASSERT_EQ(world.desktop.messages.size(), 1u);
+  const std::string& text = world.desktop.messages[0].message.text;
+  EXPECT_TRUE(text.ends_with("\r\nThe device has no variable nciSetPts; is it a QM5R-FC?")) << text;
+  EXPECT_FALSE(text.starts_with("\r\n")) << "the platform's words are lost";
+  for (const ui::Field* const field : world.main.screen.EditableFields()) EXPECT_TRUE(field->Locked());
+}
+
 TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
   World world;
   if (world.FindsOut()) GTEST_SKIP() << "it takes more to find out how to ask";
