@@ -35,7 +35,9 @@ need_packages() {
   [ ${#missing[@]} = 0 ] && return
   say "Installing ${missing[*]}"
   as_root apt-get update -q
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+  # The help compiler's package brings the sources of its language along, which take longer than Wine.
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends \
+    -o Dpkg::Options::='--path-exclude=/usr/share/fpcsrc/*' "${missing[@]}"
 }
 
 # What the presets "native" and "windows-x64" need, and Wine.
