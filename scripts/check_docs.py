@@ -15,6 +15,7 @@ import re
 import sys
 
 import documents
+import usage
 from documents import ROOT
 
 NAME = re.compile(r"`([\w.-][\w./-]*/[\w./-]*)`|\]\(([^)#:]*)(?:#([^)]*))?\)")
@@ -158,9 +159,7 @@ def unshown_pictures():
 
 
 def main():
-    if len(sys.argv) > 1:
-        print(__doc__)
-        return 0 if sys.argv[1:] == ["--help"] else 2
+    usage.arguments(__doc__, 0, 0)
     findings = [f"{document.relative_to(ROOT)}:{number}: {finding}" for document in documents.documents()
                 for number, finding in document_findings(document)]
     findings += [f"{path.relative_to(ROOT)}: no document shows it" for path in unshown_pictures()]

@@ -49,7 +49,7 @@ installer_packages=(wixl msitools)
 check_packages=(g++ clang clang-tidy clang-format cppcheck cmake ninja-build python3 git nlohmann-json3-dev libcli11-dev libgtest-dev)
 test_packages=(clang libclang-rt-dev procps)
 
-# Configures a preset where that has not been done, and builds it, or only the named targets of it. With as_layers=ON each
+# Configures a preset if that has not been done, and builds it, or only the named targets of it. With as_layers=ON each
 # layer is compiled as one source, which takes half the time; with as_layers=KEEP a tree that is there stays as it is.
 build_preset() {
   local tree=$root/build/$1 layers=${as_layers:-OFF} configured

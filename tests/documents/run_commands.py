@@ -16,6 +16,7 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.append(str(ROOT / "scripts"))
 import documents  # noqa: E402
+import usage  # noqa: E402
 
 BUILDS = re.compile(r"cmake |ctest |\./package|\./test")
 # They would start this again, or need Windows, a certificate, or hours.
@@ -121,7 +122,4 @@ def main(part):
 
 
 if __name__ == "__main__":
-    if sys.argv[1:] not in (["quick"], ["all"]):
-        print(__doc__)
-        sys.exit(0 if sys.argv[1:] == ["--help"] else 2)
-    main(sys.argv[1])
+    main(*usage.arguments(__doc__, 1, 1))
