@@ -97,6 +97,8 @@ def with_display(folder):
 
 
 def main(part):
+    if part not in ("quick", "all"):
+        sys.exit("either quick or all")
     with tempfile.TemporaryDirectory(prefix="clean-") as name:
         folder = pathlib.Path(name)
         clean_folder(folder)
