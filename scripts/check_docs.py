@@ -56,7 +56,7 @@ def missing_names(document, line):
 
 
 def quoted(word, source):
-    return f'"{word}"' in source or f'"{word},' in source
+    return re.search(rf'[",]{re.escape(word)}[",]', source)
 
 
 def director_findings(words):
