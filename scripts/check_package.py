@@ -11,6 +11,8 @@ import subprocess
 import sys
 import tempfile
 
+import usage
+
 GUID = re.compile(r"\{[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\}")
 SHORT_NAME = re.compile(r"[A-Z0-9_~-]{1,8}(\.[A-Z0-9_~-]{1,3})?", re.IGNORECASE)
 REFERENCES = [  # ICE03: column, table that it refers to
@@ -219,6 +221,6 @@ def findings(path):
 
 
 if __name__ == "__main__":
-    found = [f"{path}: {finding}" for path in sys.argv[1:] for finding in findings(path)]
+    found = [f"{path}: {finding}" for path in usage.arguments(__doc__, 1, 99) for finding in findings(path)]
     print("\n".join(found) if found else "The packages are in order.")
     sys.exit(bool(found))

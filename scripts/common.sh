@@ -4,6 +4,20 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 say() { printf '\n== %s\n' "$*"; }
 die() { printf '%s\n' "$*" >&2; exit 1; }
+wrong_usage() { printf '%s: %s; try %s --help\n' "$0" "$*" "$0" >&2; exit 2; }
+
+# Answers --help with the comment at the head of the script; refuses any other option, and more arguments than the script
+# takes. Scripts call it before they do anything.   take_arguments <how many at most> "$@"
+take_arguments() {
+  local most=$1 argument; shift
+  for argument in "$@"; do
+    case $argument in
+      -h | --help) sed -n '2,${/^#/!q;s/^# \{0,1\}//;p}' "$0"; exit 0 ;;
+      -*) wrong_usage "unknown option $argument" ;;
+    esac
+  done
+  [ $# -le "$most" ] || wrong_usage "too many arguments"
+}
 
 as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"
@@ -21,22 +35,32 @@ need_packages() {
   [ ${#missing[@]} = 0 ] && return
   say "Installing ${missing[*]}"
   as_root apt-get update -q
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+  # The help compiler's package brings the sources of its language along, which take longer than Wine.
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends \
+    -o Dpkg::Options::='--path-exclude=/usr/share/fpcsrc/*' "${missing[@]}"
 }
 
-windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools python3
-  googletest nlohmann-json3-dev libcli11-dev wine wine64 libwine xvfb xauth fonts-dejavu-core fonts-wine imagemagick fp-utils)
+# What the presets "native" and "windows-x64" need, and Wine.
+run_packages=(g++ cmake ninja-build g++-mingw-w64-x86-64-posix mingw-w64-tools python3 libgtest-dev libbenchmark-dev
+  nlohmann-json3-dev libcli11-dev wine wine64 libwine xvfb fonts-dejavu-core fonts-wine imagemagick fp-utils)
+x86_packages=(g++-mingw-w64-i686-posix)
 picture_packages=(xdotool)
 installer_packages=(wixl msitools)
 check_packages=(g++ clang clang-tidy clang-format cppcheck cmake ninja-build python3 git nlohmann-json3-dev libcli11-dev libgtest-dev)
-test_packages=(g++ clang libclang-rt-dev libgtest-dev libbenchmark-dev procps)
+test_packages=(clang libclang-rt-dev procps)
 
-# Configures a preset and builds it, or only the named targets of it. With as_layers=ON each layer is compiled as one
-# source, which takes half the time.
+# Configures a preset if that has not been done, and builds it, or only the named targets of it. With as_layers=ON each
+# layer is compiled as one source, which takes half the time; with as_layers=KEEP a tree that is there stays as it is.
 build_preset() {
-  (cd "$root" && cmake --preset "$1" -DCMAKE_UNITY_BUILD="${as_layers:-OFF}" >"build/$1.configure.log" 2>&1) ||
-    { cat "$root/build/$1.configure.log"; exit 1; }
-  cmake --build "$root/build/$1" ${2:+--target "${@:2}"}
+  local tree=$root/build/$1 layers=${as_layers:-OFF} configured
+  mkdir -p "$root/build"
+  configured=$(sed -n 's/^CMAKE_UNITY_BUILD:[A-Z]*=//p' "$tree/CMakeCache.txt" 2>/dev/null || true)
+  [ "$layers" != KEEP ] || layers=${configured:-ON}
+  if [ "$layers" != "$configured" ] || [ ! "$tree/build.ninja" -nt "$root/CMakePresets.json" ]; then
+    (cd "$root" && cmake --preset "$1" -DCMAKE_UNITY_BUILD="$layers" >"build/$1.configure.log" 2>&1) ||
+      { cat "$root/build/$1.configure.log"; exit 1; }
+  fi
+  cmake --build "$tree" ${2:+--target "${@:2}"}
 }
 
 # Makes the project's own Wine prefix once: windows with captions on a desktop of their own, no crash dialogs, no
@@ -66,18 +90,53 @@ stop_wine() { "$@" wineserver -k >/dev/null 2>&1 || true; }
 # Gives the script a display: the user's, or one in memory that ends with the script.
 need_display() {
   [ -n "${DISPLAY:-}" ] && return
-  local number_file=$root/build/display
+  mkdir -p "$root/build"
+  start_display "$root/build/display" Xvfb
+}
+end_display() { [ -z "${xvfb_pid:-}" ] || kill "$xvfb_pid" 2>/dev/null || true; }
+
+# Gives a command in Wine a display: the user's, or one in memory that the commands after it share, and that ends with the
+# last window.   share_display <Wine prefix>
+share_display() {
+  [ -z "${DISPLAY:-}" ] && [ -d "$1" ] && command -v Xvfb >/dev/null || return 0
+  local lock
+  exec {lock}>"$1/display.lock"
+  flock "$lock"
+  if kill -0 "$(cat "$1/display.pid" 2>/dev/null)" 2>/dev/null; then
+    use_display "$1/display"
+  else
+    start_display "$1/display" setsid Xvfb -terminate {lock}>&-
+    echo "$xvfb_pid" >"$1/display.pid"
+  fi
+  exec {lock}>&-
+}
+
+# start_display <file that tells its number> <Xvfb and further options>
+start_display() {
+  local number_file=$1; shift
   rm -f "$number_file"  # of an earlier display
-  Xvfb -displayfd 9 -screen 0 1280x1024x24 -nolisten tcp 9>"$number_file" >/dev/null 2>&1 &
+  "$@" -displayfd 9 -screen 0 1280x1024x24 -nolisten tcp 9>"$number_file" </dev/null >/dev/null 2>&1 &
   xvfb_pid=$!
   for _ in $(seq 100); do
     [ -s "$number_file" ] && break
     sleep 0.1
   done
   [ -s "$number_file" ] || die "Xvfb does not start"
-  export DISPLAY=:$(cat "$number_file")
   # As a desktop session does, give the display resources. Where there are none, Xlib looks for their files each time Wine selects a font.
   echo 'qm5r.display: in memory' >"$number_file.resources"
-  export XENVIRONMENT=$number_file.resources
+  use_display "$number_file"
 }
-end_display() { [ -z "${xvfb_pid:-}" ] || kill "$xvfb_pid" 2>/dev/null || true; }
+use_display() { export DISPLAY=:$(cat "$1") XENVIRONMENT=$1.resources; }
+
+# Waits until so many pictures of the screen in a row are the same as the one before: settle [how many]
+settle() {
+  local before= now still=0 enough=${1:-3}
+  for _ in $(seq 200); do
+    now=$(import -window root rgb:- | md5sum)
+    if [ "$now" = "$before" ]; then still=$((still + 1)); else still=0; fi
+    [ "$still" -lt "$enough" ] || return 0
+    before=$now
+    sleep 0.1
+  done
+  die "The screen does not come to rest"
+}

@@ -24,6 +24,7 @@ import uuid
 
 import check_package
 import make_icon
+import usage
 
 PACKAGING = pathlib.Path(__file__).resolve().parent.parent / "packaging"
 LICENSE = PACKAGING.parent / "LICENSE"
@@ -170,4 +171,4 @@ def make_package(programs, packages):
 
 
 if __name__ == "__main__":
-    print(make_package(*map(pathlib.Path, sys.argv[1:3])))
+    print(make_package(*map(pathlib.Path, usage.arguments(__doc__, 2, 2))))

@@ -51,6 +51,13 @@ PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program
           }},
       main(surroundings) {}
 
+void PlugIn::InstallResourceFiles() {
+  files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
+  files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
+  files.Write("C:\\LonWorks\\Types\\ldrf.cat", "qm5r.typ qm5r.fmt");
+  registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
+}
+
 std::shared_ptr<plugin::LNSPlugInAPI> PlugIn::CreateApi() {
   return std::make_shared<plugin::LNSPlugInAPI>(surroundings, main);
 }

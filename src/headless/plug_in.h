@@ -19,6 +19,10 @@ class PlugIn {
  public:
   PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version);
 
+  /// Puts the device's resource files and their catalogue on the computer, as an installation of LNS has
+  /// them.
+  void InstallResourceFiles();
+
   /// What a director gets when it creates the plug-in's class.
   std::shared_ptr<plugin::LNSPlugInAPI> CreateApi();
 

@@ -42,10 +42,7 @@ World::World(const std::string& network_file) : PlugIn(Network(network_file), {1
   simulation->installation().auto_save = false;
   simulation->installation().strict = Demanded();
   simulation->plug_in_version = [this](const std::string&) { return identity.PlugInVersion; };
-  files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
-  files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
-  files.Write("C:\\LonWorks\\Types\\ldrf.cat", "qm5r.typ qm5r.fmt");
-  registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
+  InstallResourceFiles();
   registry.SetMachineSetting(identity.PlugInKey(), "DisplayUnits", "0");
 }
 

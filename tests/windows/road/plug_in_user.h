@@ -17,10 +17,10 @@
 #include "automation/convert.h"
 #include "director/configure.h"
 #include "director/networks.h"
-#include "director/program/remote_window.h"
 #include "director/simulator_knobs.h"
 #include "windows/com/object_creation.h"
 #include "windows/com/wide_text.h"
+#include "windows/director/remote_window.h"
 
 /// A director and a user of the real plug-in in another process: starts it through COM on the simulated
 /// network, works at its window with keys and the mouse, and looks at what the simulated device holds.

@@ -1,11 +1,11 @@
-#include "simulator/program/options.h"
+#include "simulator/options.h"
 
 #include <stdexcept>
 #include <vector>
 
 #include "text/strings.h"
 
-namespace simulator::program {
+namespace simulator {
 namespace {
 
 std::vector<std::string> Words(std::string_view line) {
@@ -62,4 +62,4 @@ Options ParseOptions(std::string_view arguments) {
   return options;
 }
 
-}  // namespace simulator::program
+}  // namespace simulator

@@ -1,4 +1,4 @@
-#include "director/program/screen_reader.h"
+#include "windows/director/screen_reader.h"
 
 #include <windows.h>
 
@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "director/program/remote_window.h"
 #include "text/strings.h"
+#include "windows/director/remote_window.h"
 
 namespace director {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "registry/registry.h"
 #include "simulator/object_server.h"
-#include "simulator/program/options.h"
+#include "simulator/options.h"
 #include "simulator/simulation.h"
 #include "text/strings.h"
 #include "windows/com/dispatch_door.h"
@@ -24,7 +24,7 @@
 
 namespace {
 
-using simulator::program::Options;
+using simulator::Options;
 
 // {3E262784-4C3E-4FCB-82AF-C50F1F0A3046} and {7F0E19D8-CCED-4AEC-95D9-60669FC214D2}
 constexpr CLSID kClassId = {0x3E262784, 0x4C3E, 0x4FCB, {0x82, 0xAF, 0xC5, 0x0F, 0x1F, 0x0A, 0x30, 0x46}};
@@ -149,7 +149,7 @@ int Serve(const Options& options, bool by_com) {
 }
 
 int Run(const std::string& arguments) {
-  const Options options = simulator::program::ParseOptions(arguments);
+  const Options options = simulator::ParseOptions(arguments);
   if (options.help || options.version) return Tell(options.help ? kHelp : VersionText());
   switch (windows::com::ServerStartOf(arguments)) {
     case windows::com::ServerStart::Register:

@@ -1,4 +1,4 @@
-#include "director/program/remote_window.h"
+#include "windows/director/remote_window.h"
 
 #include <commctrl.h>
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace simulator::program {
+namespace simulator {
 
 /// What the command line of the simulator says beside what it has in common with all COM servers.
 struct Options {
@@ -20,4 +20,4 @@ struct Options {
 /// a switch without its file and for anything unknown.
 Options ParseOptions(std::string_view arguments);
 
-}  // namespace simulator::program
+}  // namespace simulator

@@ -1,12 +1,11 @@
 // preview: shows what the plug-in makes of a device of a network file, without Windows. For authors of
 // network files.
-//
-//   preview <network file> <network/system.subsystem/device> [c|f]
 
 #include <chrono>
 #include <iostream>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "director/configure.h"
 #include "headless/plug_in.h"
@@ -14,11 +13,23 @@
 
 namespace {
 
+constexpr const char* kUsage =
+    "usage: preview <network file> <network/system.subsystem/device> [c|f]\n"
+    "\n"
+    "Prints what the plug-in shows of a device of a network file: messages, every caption and field of its\n"
+    "window, the status bar and the log. c shows temperatures in degrees Celsius, as without it, f in\n"
+    "Fahrenheit. The file stays as it is.\n"
+    "\n"
+    "  preview demo/network.json \"Demo Tower/Demo Tower.Floor 1/Thermostat 101\"\n"
+    "\n"
+    "Exit codes: 0 done, 1 the command line is wrong, 2 something failed.\n";
+
 int Show(const std::string& network_file, const std::string& device, const std::string& units) {
   auto network = simulator::Simulation::FromFile(
       network_file, [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
   network->installation().auto_save = false;  // looking at a file changes nothing in it
   headless::PlugIn plug_in(network, {QM5R_VERSION_MAJOR, QM5R_VERSION_MINOR, QM5R_VERSION_PATCH});
+  plug_in.InstallResourceFiles();
   plug_in.registry.SetMachineSetting(plug_in.identity.PlugInKey(), "DisplayUnits", units == "f" ? "1" : "0");
   const auto api = plug_in.CreateApi();
   director::ConfigureRequest request;
@@ -31,12 +42,18 @@ int Show(const std::string& network_file, const std::string& device, const std::
 }  // namespace
 
 int main(int count, char** words) {
-  if (count != 3 && count != 4) {
-    std::cerr << "usage: preview <network file> <network/system.subsystem/device> [c|f]\n";
+  const std::vector<std::string> arguments(words + 1, words + count);
+  if (arguments == std::vector<std::string>{"--help"}) {
+    std::cout << kUsage;
+    return 0;
+  }
+  const std::string units = count == 4 ? arguments[2] : "c";
+  if ((count != 3 && count != 4) || (units != "c" && units != "f")) {
+    std::cerr << kUsage;
     return 1;
   }
   try {
-    return Show(words[1], words[2], count == 4 ? words[3] : "c");
+    return Show(arguments[0], arguments[1], units);
   } catch (const platform::Error& error) {
     std::cerr << "preview: error " << error.number() << ": " << error.description() << '\n';
   } catch (const std::exception& failure) {

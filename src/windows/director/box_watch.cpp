@@ -1,4 +1,4 @@
-#include "director/program/box_watch.h"
+#include "windows/director/box_watch.h"
 
 #include <windows.h>
 
@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "director/answers.h"
-#include "director/program/remote_window.h"
-#include "director/program/screen_reader.h"
+#include "windows/director/remote_window.h"
+#include "windows/director/screen_reader.h"
 
 namespace director {
 namespace {
