@@ -40,7 +40,7 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
   cmbDeregMode.SetToolTip(modes + kLeavesNoInterface);
   cmbDeregMode.on_change = [this] { ExplainMode(); };
   lblRegistered.SetText(actions_.registered_as);
-  lblMode.columns = 60;
+  lblRegistered.columns = lblMode.columns = 60;
   const std::string asks =
       actions_.needs_elevation ? "\r\nWindows asks for an administrator's permission." : "";
   bRegister.SetToolTip("Makes the plug-in known to the directors on this computer." + asks);
