@@ -96,7 +96,15 @@ void ControlSet::HandOn(UINT message, WPARAM wparam, LPARAM lparam) const {
   if (tool_tips_) SendMessageW(tool_tips_, message, wparam, lparam);
 }
 
-void ControlSet::MeasureLayout() { engine_.emplace(form_.layout(), static_cast<const ui::Metrics&>(*this)); }
+void ControlSet::MeasureLayout() {
+  const ui::Extent screen = WorkAreaAround(window_.handle()), frame = Frame();
+  for (const bool tight : {false, true}) {
+    is_tight_ = tight;
+    engine_.emplace(form_.layout(), static_cast<const ui::Metrics&>(*this));
+    if (Minimum().width + frame.width <= screen.width && Minimum().height + frame.height <= screen.height)
+      return;
+  }
+}
 
 void ControlSet::MakePeers(const ui::Box& box, Surface& parent, bool nested) {
   // A frame lies below what stands in it: the system puts each new window under its elder siblings.
@@ -169,7 +177,9 @@ ui::Extent ControlSet::PreferredSize(const ui::Control& control) const {
 }
 
 ui::Insets ControlSet::FrameInsets(const ui::Control& frame, bool) const {
-  return static_cast<const FramePeer*>(by_control_.at(&frame))->FrameInsets();
+  ui::Insets insets = static_cast<const FramePeer*>(by_control_.at(&frame))->FrameInsets();
+  if (is_tight_) insets = {insets.left / 2, insets.top, insets.right / 2, insets.bottom / 2};
+  return insets;
 }
 
 ui::Insets ControlSet::TabInsets(const ui::Control& tabs) const {

@@ -74,9 +74,9 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   ui::Extent PreferredSize(const ui::Control& control) const override;
   ui::Insets FrameInsets(const ui::Control& frame, bool nested) const override;
   ui::Insets TabInsets(const ui::Control& tabs) const override;
-  int Margin() const override { return look().Scaled(10); }
-  int ControlGap() const override { return look().Scaled(7); }
-  int GroupGap() const override { return look().Scaled(10); }
+  int Margin() const override { return Gap(10); }
+  int ControlGap() const override { return Gap(7); }
+  int GroupGap() const override { return Gap(10); }
   double TwipsPerPixel() const override { return 1440.0 / look().dpi(); }
   ui::Extent Frame() const override { return FrameOf(window_.handle()); }
 
@@ -84,6 +84,8 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void MakePages(const ui::Box& box, Surface& parent);
   std::unique_ptr<ControlPeer> MakePeer(ui::Control& control, Surface& parent, bool nested);
   void MakeWindowsOn(const Surface& surface);
+  /// A gap in pixels that is given for 96 dots per inch.
+  int Gap(int pixels) const { return look().Scaled(is_tight_ ? pixels / 2 : pixels); }
   void MakeToolTips();
   void FitToolTips() const;
   void MeasureLayout();
@@ -102,6 +104,8 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   std::shared_ptr<const Look> look_;
   bool closed_ = false;
   bool appeared_ = false;
+  /// The screen is too small for the usual gaps.
+  bool is_tight_ = false;
   ui::FocusTracker focus_;
   std::vector<std::unique_ptr<ControlPeer>> peers_;
   std::unordered_map<const ui::Control*, ControlPeer*> by_control_;

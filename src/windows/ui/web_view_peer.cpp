@@ -30,7 +30,7 @@ bool ScrollsOrCopies(WPARAM key) {
 }  // namespace
 
 void WebViewPeer::MakeWindow() {
-  Create(L"EDIT", WithLineEnds(control().Text()), ES_MULTILINE | ES_READONLY | WS_VSCROLL | WS_CLIPCHILDREN,
+  Create(L"EDIT", WithLineEnds(control().Text()), ES_MULTILINE | ES_READONLY | WS_CLIPCHILDREN,
          WS_EX_CLIENTEDGE);
 }
 
@@ -38,15 +38,23 @@ void WebViewPeer::Rescale() {
   ControlPeer::Rescale();
   const auto margin = static_cast<WORD>(look().Scaled(8));
   Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
+  FitScrollBar();
 }
 
 ui::Extent WebViewPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(200)}; }
 
 void WebViewPeer::Show(ui::Aspect aspect) {
-  if (aspect == ui::Aspect::Text)
-    SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
-  else
-    ControlPeer::Show(aspect);
+  if (aspect != ui::Aspect::Text) return ControlPeer::Show(aspect);
+  SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
+  FitScrollBar();
+}
+
+void WebViewPeer::FitScrollBar() {
+  RECT room;
+  GetClientRect(handle(), &room);
+  const bool needed = Send(EM_GETLINECOUNT) * look().TextHeight() > room.bottom;
+  const bool shown = (GetWindowLongW(handle(), GWL_STYLE) & WS_VSCROLL) != 0;
+  if (needed != shown) ShowScrollBar(handle(), SB_VERT, needed);
 }
 
 HBRUSH WebViewPeer::Colors(HDC dc) {
@@ -67,9 +75,11 @@ LRESULT WebViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       if (wparam != kTimer) break;
       WaitForPage();
       return 0;
-    case WM_SIZE:
-      if (page_shown_) FitPage();
-      break;
+    case WM_SIZE: {
+      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
+      page_shown_ ? FitPage() : FitScrollBar();
+      return result;
+    }
     case WM_SETFOCUS: {
       const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
       if (alive() && page_shown_ && GetFocus() == handle()) browser_->TakeFocus();

@@ -25,6 +25,7 @@ class WebViewPeer final : public ControlPeer {
   void Destroying() override { browser_.reset(); }
 
  private:
+  void FitScrollBar();
   void WaitForPage();
   void ShowPage();
   void FitPage();

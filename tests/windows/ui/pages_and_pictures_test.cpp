@@ -70,6 +70,16 @@ class SilentServer {
   SOCKET listener_;
 };
 
+TEST_F(WebView, ScrollsOnlyATextThatDoesNotFit) {
+  form.screen.tabData.Select(model::kContactPage);
+  const auto scrolls = [&] { return (GetWindowLongW(view, GWL_STYLE) & WS_VSCROLL) != 0; };
+  EXPECT_FALSE(scrolls());
+  page.SetText(std::string(100, '\n'));
+  EXPECT_TRUE(scrolls());
+  page.SetText("Short");
+  EXPECT_FALSE(scrolls());
+}
+
 TEST_F(WebView, GoesOnShowingItsTextWhereNoPageComes) {
   const SilentServer server;
   page.url = server.url;

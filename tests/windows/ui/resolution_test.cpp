@@ -115,6 +115,12 @@ TEST_F(Resolution, NothingIsCutByASuggestedSize) {
   EXPECT_EQ(Bounds(), (std::array{0.0, 0.0, least.right * 15.0, least.bottom * 15.0}));
 }
 
+TEST_F(Resolution, GapsAreTighterWhereTheScreenIsTooSmall) {
+  const RECT usual = first.size, large = Made(192).size;
+  EXPECT_LT(large.right, 2 * usual.right - 50);
+  EXPECT_LT(large.bottom, 2 * usual.bottom - 100);
+}
+
 TEST_F(Resolution, TheProgramsBoundsHoldOnAnotherScreen) {
   hear = [&](const CWPSTRUCT& sent) {
     if (sent.message == WM_WINDOWPOSCHANGED && sent.hwnd == window) Change(form, 144, {0, 0, 1500, 1200});
