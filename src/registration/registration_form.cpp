@@ -65,7 +65,7 @@ void fRegisterPlugIn::OnLoad() {
   ChooseMode(1);
 }
 
-void fRegisterPlugIn::ChooseMode(std::size_t index) {
+void fRegisterPlugIn::ChooseMode(int index) {
   cmbDeregMode.SetText(kModes[index].name);
   ExplainMode();
 }
@@ -84,7 +84,7 @@ void fRegisterPlugIn::Deregister() {
 }
 
 void fRegisterPlugIn::PressDeregister(std::int32_t mode) {
-  ChooseMode(static_cast<std::size_t>(mode + 1));
+  ChooseMode(mode + 1);
   bDeregister.UserClicks();
 }
 

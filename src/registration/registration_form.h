@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -47,7 +46,7 @@ class fRegisterPlugIn : public ui::Form {
   void OnHelp() override;
 
  private:
-  void ChooseMode(std::size_t index);
+  void ChooseMode(int index);
   void ExplainMode();
   void Register();
   void Deregister();
