@@ -178,6 +178,7 @@ void PrintLists(HWND window, std::ostream& out) {
 bool PrintScreen(std::ostream& out) {
   const HWND main = FindWindowW(kSurfaceClass, kMainCaption);
   if (!main || !IsWindowVisible(main)) return false;
+  PrintPlace(main, out);
   PrintInside(PanelOf(main), -1, "  ", out);
   PrintPages(main, out);
   PrintBars(main, out);

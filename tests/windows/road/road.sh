@@ -21,7 +21,7 @@ done
   >"$work/configure.txt" 2>&1 || { fail "configure"; cat "$work/configure.txt"; }
 "$wine" "$programs/director.exe" screen >"$work/screen.txt" 2>&1 || fail "screen"
 for text in 'Korvell QM5R-FC PIR Configure [Korvell QM5R-FC PIR  (Thermostat 102)]' 'Cnfg Online' \
-  'Demo Tower/Demo Tower.Floor 1/Thermostat 102' 'Occupied	69	ºF' 'Reading nciSetPts' 'Reading nciSccModel (Raw)'; do
+  'Demo Tower/Demo Tower.Floor 1/Thermostat 102' '+20+30' 'Occupied	69	ºF' 'Reading nciSetPts' 'Reading nciSccModel (Raw)'; do
   expect "$work/screen.txt" "$text"
 done
 "$wine" "$programs/director.exe" journal >"$work/journal.txt" 2>&1
