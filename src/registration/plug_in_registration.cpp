@@ -75,7 +75,7 @@ std::string RegisteredAs(const Surroundings& with) {
   const std::string key = with.identity.PlugInKey(), own = with.identity.PlugInVersion;
   if (with.registry.MachineSetting(key, "").empty()) return "Not registered on this computer.";
   const std::string version = with.registry.MachineSetting(key, "Version");
-  return "Registered on this computer: version " + version + "." +
+  return "Registered on this computer: version " + (version.empty() ? "unknown" : version) + "." +
          (version == own ? "" : " This is version " + own + ".");
 }
 

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -49,14 +50,20 @@ class RemoteMemory {
 template <class Item>
 constexpr std::size_t kRemoteSize = sizeof(Item) + kTextLength * sizeof(wchar_t);
 
-std::string ListCell(HWND list, const RemoteMemory& memory, int row, int column) {
-  LVITEMW item{};
-  item.iSubItem = column;
+/// The text of an item of a list or a row of tabs.
+template <class Item>
+std::string ItemText(HWND window, const RemoteMemory& memory, UINT message, int index, Item item) {
   item.pszText = static_cast<wchar_t*>(memory.At(sizeof item));
   item.cchTextMax = kTextLength;
   memory.Write(item);
-  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), memory.Parameter());
+  SendMessageW(window, message, static_cast<WPARAM>(index), memory.Parameter());
   return memory.Text(sizeof item);
+}
+
+std::string ListCell(HWND list, const RemoteMemory& memory, int row, int column) {
+  LVITEMW item{};
+  item.iSubItem = column;
+  return ItemText(list, memory, LVM_GETITEMTEXTW, row, item);
 }
 
 }  // namespace
@@ -92,20 +99,18 @@ std::vector<std::string> TabCaptions(HWND tab) {
   for (int i = 0; i < count; ++i) {
     TCITEMW item{};
     item.mask = TCIF_TEXT;
-    item.pszText = static_cast<wchar_t*>(memory.At(sizeof item));
-    item.cchTextMax = kTextLength;
-    memory.Write(item);
-    SendMessageW(tab, TCM_GETITEMW, static_cast<WPARAM>(i), memory.Parameter());
-    captions.push_back(memory.Text(sizeof item));
+    captions.push_back(ItemText(tab, memory, TCM_GETITEMW, i, item));
   }
   return captions;
 }
 
 std::vector<std::string> StatusTexts(HWND status_bar) {
-  const RemoteMemory memory(status_bar, kTextLength * sizeof(wchar_t));
   std::vector<std::string> texts;
   const auto count = static_cast<int>(SendMessageW(status_bar, SB_GETPARTS, 0, 0));
   for (int i = 0; i < count; ++i) {
+    // The message does not say how much room there is.
+    const std::size_t length = LOWORD(SendMessageW(status_bar, SB_GETTEXTLENGTHW, static_cast<WPARAM>(i), 0));
+    const RemoteMemory memory(status_bar, std::max(kTextLength, length + 1) * sizeof(wchar_t));
     SendMessageW(status_bar, SB_GETTEXTW, static_cast<WPARAM>(i), memory.Parameter());
     texts.push_back(memory.Text(0));
   }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <optional>
 #include <vector>
 
 #include "windows/com/wide_text.h"
@@ -17,6 +18,26 @@ namespace {
 
 /// A longer caption of a field stands on two lines; in digits.
 constexpr int kLongestLine = 24;
+
+/// What a control answers that draws all of itself; nothing to messages that have nothing to do with that.
+template <class Paint>
+std::optional<LRESULT> DrawnBy(Paint paint, HWND window, UINT message, WPARAM wparam) {
+  switch (message) {
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT: {
+      PAINTSTRUCT area;
+      paint(BeginPaint(window, &area));
+      EndPaint(window, &area);
+      return 0;
+    }
+    case WM_PRINTCLIENT:
+      paint(reinterpret_cast<HDC>(wparam));
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
 
 }  // namespace
 
@@ -36,26 +57,11 @@ void LabelPeer::OnPlaced() { InvalidateRect(handle(), nullptr, TRUE); }
 
 LRESULT LabelPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   if (!DrawsItself()) return ControlPeer::Handle(message, wparam, lparam);
-  switch (message) {
-    case WM_ERASEBKGND:
-      return 1;
-    case WM_PAINT: {
-      PAINTSTRUCT paint;
-      Paint(BeginPaint(handle(), &paint));
-      EndPaint(handle(), &paint);
-      return 0;
-    }
-    case WM_PRINTCLIENT:
-      Paint(reinterpret_cast<HDC>(wparam));
-      return 0;
-    case WM_SETTEXT: {
-      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
-      InvalidateRect(handle(), nullptr, FALSE);
-      return result;
-    }
-    default:
-      return ControlPeer::Handle(message, wparam, lparam);
-  }
+  if (const auto drawn = DrawnBy([this](HDC dc) { Paint(dc); }, handle(), message, wparam)) return *drawn;
+  if (message != WM_SETTEXT) return ControlPeer::Handle(message, wparam, lparam);
+  InvalidateRect(handle(), nullptr, FALSE);
+  // The system's label would draw the text at once.
+  return DefWindowProcW(handle(), message, wparam, lparam);
 }
 
 void LabelPeer::Paint(HDC dc) {
@@ -106,24 +112,10 @@ ui::Insets FramePeer::FrameInsets() const {
 void FramePeer::OnPlaced() { InvalidateRect(handle(), nullptr, FALSE); }
 
 LRESULT FramePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
-  switch (message) {
-    case WM_ERASEBKGND:
-      return 1;
-    case WM_PAINT: {
-      PAINTSTRUCT paint;
-      Paint(BeginPaint(handle(), &paint));
-      EndPaint(handle(), &paint);
-      return 0;
-    }
-    case WM_PRINTCLIENT:
-      Paint(reinterpret_cast<HDC>(wparam));
-      return 0;
-    case WM_SIZE:
-      InvalidateRect(handle(), nullptr, FALSE);
-      return 0;
-    default:
-      return ControlPeer::Handle(message, wparam, lparam);
-  }
+  if (const auto drawn = DrawnBy([this](HDC dc) { Paint(dc); }, handle(), message, wparam)) return *drawn;
+  if (message != WM_SIZE) return ControlPeer::Handle(message, wparam, lparam);
+  InvalidateRect(handle(), nullptr, FALSE);
+  return 0;
 }
 
 void FramePeer::Paint(HDC dc) const {

@@ -218,6 +218,7 @@ TEST_F(Controls, StatusBarShowsALongTextInFullInItsTooltip) {
     form.bar.SetPanel(2, text);
     Tell(bar, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(shown));
     EXPECT_EQ(shown, windows::ToWide(text));
+    EXPECT_EQ(Tell(bar, SB_GETTEXTLENGTHW, 1), static_cast<LRESULT>(text.size()));
     EXPECT_EQ(form.bar.ToolTip(), fits ? "" : text);
   }
 }
