@@ -28,8 +28,7 @@ void RemoveFromNetworks(benchmark::State& state) {
         std::make_unique<headless::PlugIn>(Networks(state.range(0)), platform::Program::Version{1, 0, 0});
     plug_in->session.SupportedCommands = session::MakeSupportedCommands(plug_in->program);
     state.ResumeTiming();
-    registration::RemovePlugInFromNetworks(plug_in->surroundings, false,
-                                           [&] { return plug_in->main.lcaOS(); });
+    registration::RemovePlugInFromNetworks(plug_in->services, false, [&] { return plug_in->main.lcaOS(); });
     state.PauseTiming();
     for (const auto& network : plug_in->simulation->installation().networks)
       if (!network.system.component_apps.empty()) state.SkipWithError("a command is left");

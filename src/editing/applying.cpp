@@ -20,14 +20,14 @@ bool IsWritable(const CNvCtrlTable& binding) { return binding.Typee == "CP" || b
 }  // namespace
 
 void OpenDevice::Apply() {
-  if (with_.pending.Raised() && !IsComplete()) {
+  if (context_.pending.Raised() && !IsComplete()) {
     const std::string text =
         "The device has not been read completely. Refresh all values before applying changes.";
     throw Failure{"Applying the changes", text, text};
   }
-  const ui::BusyPointer busy(with_.desktop);
+  const ui::BusyPointer busy(context_.desktop);
   Collect();
-  if (PropagateChanges() && with_.pending.Count() == 0) with_.pending.Lower();
+  if (PropagateChanges() && context_.pending.Count() == 0) context_.pending.Lower();
 }
 
 void OpenDevice::Collect() {
@@ -39,9 +39,9 @@ void OpenDevice::Collect() {
     if (control.kind() == ui::Control::Kind::ChoiceList) {
       binding.SetValue(control.Text());
     } else if (text::IsNumeric(control.Text())) {
-      const model::Range range = binding.Range(with_.DisplayUnits);
+      const model::Range range = binding.Range(context_.DisplayUnits);
       Clamp(binding, range);
-      binding.SetValue(model::StoredText(control.Text(), range, with_.DisplayUnits));
+      binding.SetValue(model::StoredText(control.Text(), range, context_.DisplayUnits));
     } else {
       if (!std::exchange(refused, true)) SayNotNumerical();
       continue;
@@ -77,7 +77,7 @@ bool OpenDevice::Write(model::CNvCpTable& point) {
   const bool written = Send(point);
   // The device that has taken the screen may be the same one, read before this came to it.
   if (standing_ == Standing::Superseded)
-    with_.read_again();
+    context_.read_again();
   else if (written)
     UnmarkWritten(point);
   return written;
@@ -99,7 +99,7 @@ void OpenDevice::UnmarkWritten(const model::CNvCpTable& point) {
   for (const CNvCtrlTable& binding : bindings_) {
     if (binding.NvCpTable != &point || !HoldsEdit(binding)) continue;
     const std::pair<ui::Control*, std::string> now(binding.TheControl, binding.TheControl->Text());
-    if (std::ranges::count(collected_, now)) with_.pending.Unmark(*binding.TheControl);
+    if (std::ranges::count(collected_, now)) context_.pending.Unmark(*binding.TheControl);
   }
 }
 
@@ -111,9 +111,9 @@ void OpenDevice::Cancel() {
     std::string value;
     platform::Attempt([&] { value = binding.Value(); });
     binding.TheControl->SetText(value);
-    with_.pending.Unmark(*binding.TheControl);
+    context_.pending.Unmark(*binding.TheControl);
   }
-  with_.pending.Lower();
+  context_.pending.Lower();
 }
 
 }  // namespace editing

@@ -38,9 +38,9 @@ DeviceState StateOfCode(std::int32_t code) {
 
 void OpenDevice::TakeScreen() {
   LetEdit(false, false);
-  with_.screen.ShowInitialTexts();
-  with_.pending.Drop();
-  with_.show_device();
+  context_.screen.ShowInitialTexts();
+  context_.pending.Drop();
+  context_.show_device();
 }
 
 void OpenDevice::Close() {
@@ -48,16 +48,16 @@ void OpenDevice::Close() {
   standing_ = Standing::Closed;
   state_ = {kClosed};
   LetEdit(false, false);
-  with_.show_device();
+  context_.show_device();
 }
 
 bool OpenDevice::SaysItIsGone() const {
   const bool closed = standing_ == Standing::Closed;
   if (!closed && (device_ || object_)) return false;
-  with_.desktop.ShowMessage(
+  context_.desktop.ShowMessage(
       {std::string(closed ? "The network of this device has been closed." : "No device is open.") +
            "\r\n\r\nChoose Configure in the network tool.",
-       with_.plug_in_name, ui::Icon::Exclamation});
+       context_.plug_in_name, ui::Icon::Exclamation});
   return true;
 }
 
@@ -77,7 +77,7 @@ void OpenDevice::Pass(const std::string& action, const std::function<void()>& st
     if (!failure) return;
     Report(*failure);
     EndUnlessItStands();
-    if (!IsComplete()) with_.refresh_button.SetFocus();
+    if (!IsComplete()) context_.refresh_button.SetFocus();
   });
   FinishPass();
 }
@@ -85,8 +85,8 @@ void OpenDevice::Pass(const std::string& action, const std::function<void()>& st
 void OpenDevice::FinishPass() {
   stop_ = Stop::NotOffered;
   doing_.clear();
-  with_.progress.Close();
-  with_.show_device();
+  context_.progress.Close();
+  context_.show_device();
 }
 
 /// Points tell which of them failed, and doing what, in front of the platform's own words; nobody else does.
@@ -102,24 +102,24 @@ OpenDevice::Failure OpenDevice::FailureOf(const std::string& action, const platf
 
 void OpenDevice::Report(const Failure& failure) {
   if (!failure.is_logged) LogFailure(failure);
-  with_.desktop.ShowMessage({failure.text, with_.plug_in_name, ui::Icon::Critical});
-  if (with_.object_server_is_lost()) Close();
+  context_.desktop.ShowMessage({failure.text, context_.plug_in_name, ui::Icon::Critical});
+  if (context_.object_server_is_lost()) Close();
 }
 
 void OpenDevice::NameItInTheLog() {
-  if (with_.log.subject != number_) with_.log.LogCommand("Configuring", path_);
+  if (context_.log.subject != number_) context_.log.LogCommand("Configuring", path_);
 }
 
 void OpenDevice::LogCommand(const std::string& action, const std::string& results) {
   NameItInTheLog();
-  with_.log.LogCommand(action, results);
-  with_.log.subject = number_;
+  context_.log.LogCommand(action, results);
+  context_.log.subject = number_;
 }
 
 void OpenDevice::LogError(const std::string& message) {
   NameItInTheLog();
-  with_.log.LogError(message);
-  with_.log.subject = number_;
+  context_.log.LogError(message);
+  context_.log.subject = number_;
 }
 
 void OpenDevice::LogFailure(const Failure& failure) {
@@ -128,17 +128,17 @@ void OpenDevice::LogFailure(const Failure& failure) {
 
 void OpenDevice::SayDoing(const std::string& action, std::size_t left) {
   doing_ = action + ", " + std::to_string(left) + " left";
-  with_.show_device();
+  context_.show_device();
   Outside([this] {
-    if (with_.progress.Shown() || !with_.is_visible()) return with_.progress.DisplayStatus(doing_);
-    with_.desktop.Yield();
+    if (context_.progress.Shown() || !context_.is_visible()) return context_.progress.DisplayStatus(doing_);
+    context_.desktop.Yield();
   });
   if (stop_ == Stop::Wanted) throw Stopped{};
 }
 
 void OpenDevice::LetEdit(bool temperatures, bool others) {
-  for (ui::Field* const field : with_.screen.EditableFields()) field->SetLocked(!others);
-  for (ui::Field* const field : with_.screen.TemperatureFields()) field->SetLocked(!temperatures);
+  for (ui::Field* const field : context_.screen.EditableFields()) field->SetLocked(!others);
+  for (ui::Field* const field : context_.screen.TemperatureFields()) field->SetLocked(!temperatures);
 }
 
 void OpenDevice::FindOwner() {
@@ -151,12 +151,12 @@ void OpenDevice::FindOwner() {
 void OpenDevice::Load() {
   interface_ = Outside([this] { return device_.Interface(); });
   model::PointList points =
-      Outside([this] { return model::PointList(interface_.NetworkVariables(), with_.dialect); });
+      Outside([this] { return model::PointList(interface_.NetworkVariables(), context_.dialect); });
   bindings_.clear();
   points_ = std::move(points);
-  bindings_ = model::MakeBindings(points_, with_.screen);
+  bindings_ = model::MakeBindings(points_, context_.screen);
   state_ = {};
-  with_.show_device();
+  context_.show_device();
   InitializeAllBindings();
   ReadDevice();
   ShowValues();
@@ -173,7 +173,7 @@ void OpenDevice::FindState() {
     found.text = "Not Commissioned yet";
   } else {
     const auto ask = [this](const char* status, auto question) {
-      Outside([&] { with_.progress.DisplayStatus(status); });
+      Outside([&] { context_.progress.DisplayStatus(status); });
       Outside([&] { platform::Attempt(question); });
     };
     bool good = false;
@@ -181,7 +181,7 @@ void OpenDevice::FindState() {
     if (good) ask("Reading the device state...", [&] { found = StateOfCode(device_.State()); });
   }
   state_ = found;
-  with_.show_device();
+  context_.show_device();
 }
 
 void OpenDevice::ReadDevice() {
@@ -195,10 +195,10 @@ void OpenDevice::ReadDevice() {
 }
 
 void OpenDevice::ReadAllPoints() {
-  const ui::BusyPointer busy(with_.desktop);
+  const ui::BusyPointer busy(context_.desktop);
   const auto log_findings = [this] {
     // An object server that needs nothing special leaves no row.
-    if (const std::string findings = with_.dialect->TakeFindings(); !findings.empty())
+    if (const std::string findings = context_.dialect->TakeFindings(); !findings.empty())
       LogCommand("Object server", findings);
   };
   try {
@@ -213,7 +213,7 @@ void OpenDevice::ReadAllPoints() {
 void OpenDevice::ReadPoint(model::CNvCpTable& point, std::size_t left) {
   SayDoing("Reading " + point.Name, left);
   try {
-    point.GetNetworkValue(with_.DisplayUnits, [this] { return standing_ == Standing::Current; });
+    point.GetNetworkValue(context_.DisplayUnits, [this] { return standing_ == Standing::Current; });
   } catch (const platform::Error& error) {
     Failure failure = FailureOf("Error reading " + point.Name, error);
     // At once: what follows may end the pass without a word.
@@ -233,7 +233,7 @@ void OpenDevice::InitializeAllBindings() {
 void OpenDevice::ShowValues() {
   if (bindings_.empty()) return;
   if (!std::exchange(screen_is_set_up_, true))
-    with_.set_up_screen(text::LeadingWholeNumber(points_.Item("nciSccModelRaw").NvAsString()));
+    context_.set_up_screen(text::LeadingWholeNumber(points_.Item("nciSccModelRaw").NvAsString()));
   if (const auto failure = ShowAllValues()) throw *failure;
 }
 
@@ -242,12 +242,12 @@ std::optional<OpenDevice::Failure> OpenDevice::ShowAllValues() {
   std::optional<Failure> failure;
   for (const model::CNvCtrlTable& binding : bindings_) {
     ui::Control* const control = binding.TheControl;
-    if (!control || !binding.NvCpTable->IsReadIn(with_.DisplayUnits)) continue;
+    if (!control || !binding.NvCpTable->IsReadIn(context_.DisplayUnits)) continue;
     try {
       const std::string value = binding.Value();
       if (!PendingEdits::IsMarked(*control)) control->SetText(value);
       // The focus may stand in the field already.
-      with_.pending.KeepRead(*control, value);
+      context_.pending.KeepRead(*control, value);
     } catch (const platform::Error& error) {
       if (!failure) failure = FailureOf("Showing the values", error);
     }
@@ -282,15 +282,15 @@ bool OpenDevice::StopRefresh() {
 }
 
 void OpenDevice::SwitchUnits(std::int16_t units) {
-  if (with_.pending.Raised() &&
+  if (context_.pending.Raised() &&
       Ask({"This action will discard all changes\r\n\r\nProceed and lose all changes ?", "Warning",
            ui::Icon::Exclamation, ui::Buttons::OkCancel, /*second_is_default=*/true}) != ui::Answer::Ok)
     return;
   Cancel();
   const bool was_complete = IsComplete();
-  const std::int16_t former = std::exchange(with_.DisplayUnits, units);
+  const std::int16_t former = std::exchange(context_.DisplayUnits, units);
   BlankTemperatures(was_complete);
-  with_.show_units();
+  context_.show_units();
   try {
     ReadDevice();
   } catch (const Failure&) {
@@ -303,17 +303,17 @@ void OpenDevice::SwitchUnits(std::int16_t units) {
 /// No number stands beside the caption of other units than its own, and none is typed there.
 void OpenDevice::BlankTemperatures(bool others_editable) {
   LetEdit(false, others_editable);
-  for (ui::TextField* const field : with_.screen.TemperatureFields()) {
+  for (ui::TextField* const field : context_.screen.TemperatureFields()) {
     field->SetText("");
-    with_.pending.Unmark(*field);
-    with_.pending.Keep(*field);
+    context_.pending.Unmark(*field);
+    context_.pending.Keep(*field);
   }
 }
 
 /// No text may be shown, clamped or written in other units than it was read in.
 void OpenDevice::GoBackTo(std::int16_t units, bool read_them) {
-  with_.DisplayUnits = units;
-  with_.show_units();
+  context_.DisplayUnits = units;
+  context_.show_units();
   if (!read_them) return;
   try {
     for (std::size_t i = 0; i < points_.size(); ++i)

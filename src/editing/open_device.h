@@ -20,7 +20,7 @@ namespace editing {
 
 /// What the main window lends to the device that it shows. The window owns all of it; it outlives the
 /// devices.
-struct Workplace {
+struct Context {
   ui::Desktop& desktop;
   activity::fLog& log;
   ui::Progress& progress;
@@ -61,9 +61,9 @@ struct DeviceState {
 class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
  public:
   /// The device, or the LonMark object whose device it is; without either there is no device.
-  OpenDevice(Workplace& with, std::string path, lns::AppDevice device, lns::LonMarkObject object)
-      : with_(with),
-        number_(++with.devices),
+  OpenDevice(Context& context, std::string path, lns::AppDevice device, lns::LonMarkObject object)
+      : context_(context),
+        number_(++context.devices),
         path_(std::move(path)),
         device_(std::move(device)),
         object_(std::move(object)) {}
@@ -89,7 +89,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// Empty until its variables have been found.
   std::string path() const { return points_.empty() ? "" : path_; }
   /// Every point holds what was read in the units in force; nothing may be applied before.
-  bool IsComplete() const { return points_.IsReadIn(with_.DisplayUnits); }
+  bool IsComplete() const { return points_.IsReadIn(context_.DisplayUnits); }
 
   /// Runs a step that asks things of the user or the network, and ends it where the device stands no more.
   template <class Step>
@@ -125,7 +125,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
     }
   }
   ui::Answer Ask(const ui::Message& message) {
-    return Outside([&] { return with_.desktop.ShowMessage(message); });
+    return Outside([&] { return context_.desktop.ShowMessage(message); });
   }
   void SayNotNumerical() { Ask({"Value must be numerical", "Invalid value", ui::Icon::Exclamation}); }
 
@@ -201,7 +201,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   bool Send(model::CNvCpTable& point);
   void UnmarkWritten(const model::CNvCpTable& point);
 
-  Workplace& with_;
+  Context& context_;
   const int number_;
   const std::string path_;
   lns::AppDevice device_;

@@ -33,33 +33,23 @@ class HeardAtHome : public platform::LateBound {
 
 }  // namespace
 
+platform::LateBoundPtr Computer::MakeObjectServer() {
+  if (object_server_missing) throw platform::Error(429, "Headless", "Can't create object");
+  platform::LateBoundPtr object_server =
+      std::make_shared<HeardAtHome>(simulation->CreateObjectServer(), desktop);
+  return in_between ? in_between(std::move(object_server)) : object_server;
+}
+
 PlugIn::PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version)
-    : program(version),
-      identity(startup::LoadIdentity(program)),
-      registry(machine, identity.PlugInName),
-      progress(desktop, program, identity.PlugInName),
-      interface_files(desktop, files, shell, registry),
-      log(desktop, program, files),
-      simulation(std::move(network)),
-      surroundings{
-          {desktop, program, shell, registry, identity, session, progress, interface_files, log, files},
-          [this]() -> platform::LateBoundPtr {
-            if (object_server_missing) throw platform::Error(429, "Headless", "Can't create object");
-            platform::LateBoundPtr object_server =
-                std::make_shared<HeardAtHome>(simulation->CreateObjectServer(), desktop);
-            return in_between ? in_between(std::move(object_server)) : object_server;
-          }},
-      main(surroundings) {}
+    : Computer(std::move(network), version), plugin::PlugIn({desktop, program, files, shell, machine, [this] {
+                                                               return MakeObjectServer();
+                                                             }}) {}
 
 void PlugIn::InstallResourceFiles() {
   files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
   files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
   files.Write("C:\\LonWorks\\Types\\ldrf.cat", "qm5r.typ qm5r.fmt");
   registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
-}
-
-std::shared_ptr<plugin::LNSPlugInAPI> PlugIn::CreateApi() {
-  return std::make_shared<plugin::LNSPlugInAPI>(surroundings, main);
 }
 
 }  // namespace headless

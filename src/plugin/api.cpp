@@ -16,11 +16,12 @@ constexpr const char* kReadOnly = "Attempt to write to read-only property";
 
 }  // namespace
 
-LNSPlugInAPI::LNSPlugInAPI(const Surroundings& surroundings, fMain& main) : with_(surroundings), main_(main) {
-  session::Session& session = with_.session;
+LNSPlugInAPI::LNSPlugInAPI(const session::Services& services, fMain& main)
+    : services_(services), main_(main) {
+  session::Session& session = services_.session;
   // Counted before the window is loaded: other directors may come and go meanwhile.
   if (session.InstanceCount++ != 0) return;
-  session.SupportedCommands = session::MakeSupportedCommands(with_.program);
+  session.SupportedCommands = session::MakeSupportedCommands(services_.program);
   session.NetworkOpen = false;
   session.ServerOpen = false;
   try {
@@ -32,7 +33,7 @@ LNSPlugInAPI::LNSPlugInAPI(const Surroundings& surroundings, fMain& main) : with
 }
 
 LNSPlugInAPI::~LNSPlugInAPI() {
-  --with_.session.InstanceCount;
+  --services_.session.InstanceCount;
   main_.EndIfWanted();
 }
 
@@ -52,7 +53,7 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
           2, "Visible", [](Api& api) { return api.main_.Visible(); },
           [](Api& api, const Value& v) { api.SetVisible(ToBoolean(v)); }),
       Property(
-          3, "networkName", [](Api& api) { return api.with_.session.CurrentNetworkName; },
+          3, "networkName", [](Api& api) { return api.services_.session.CurrentNetworkName; },
           [](Api& api, const Value& v) { api.SetNetworkName(ToText(v)); }),
       Property(
           4, "NetworkInterfaceName", [](Api& api) { return api.network_interface_name_; },
@@ -66,20 +67,21 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
           9, "Minimized", [](Api& api) { return api.main_.State() == ui::WindowState::Minimized; },
           [](Api& api, const Value& v) { api.SetMinimized(ToBoolean(v)); }),
       Property(
-          10, "ManufacturerID", [](Api& api) { return api.with_.identity.PlugInManufacturerID; },
+          10, "ManufacturerID", [](Api& api) { return api.services_.identity.PlugInManufacturerID; },
           kRefuseWrite),
       Property(
-          11, "ManufacturerName", [](Api& api) { return api.with_.identity.PlugInManufacturerName; },
+          11, "ManufacturerName", [](Api& api) { return api.services_.identity.PlugInManufacturerName; },
           kRefuseWrite),
       Property(
           12, "LcaVersion", [](Api&) { return std::string("3.0"); }, kRefuseWrite),
       Property(
-          13, "Version", [](Api& api) { return api.with_.identity.PlugInVersion; }, kRefuseWrite),
+          13, "Version", [](Api& api) { return api.services_.identity.PlugInVersion; }, kRefuseWrite),
       SideRow<Side::Top>(14, "top"),
       Property(
-          15, "Name", [](Api& api) { return api.with_.identity.PlugInName; }, kRefuseWrite),
+          15, "Name", [](Api& api) { return api.services_.identity.PlugInName; }, kRefuseWrite),
       Property(
-          16, "DevelopmentProgramId", [](Api& api) { return api.with_.session.DevelopmentProgramIdValue; },
+          16, "DevelopmentProgramId",
+          [](Api& api) { return api.services_.session.DevelopmentProgramIdValue; },
           [](Api& api, const Value& v) { api.SetDevelopmentProgramId(ToText(v)); }),
   };
   return kMembers;
@@ -88,16 +90,16 @@ std::span<const automation::MemberRow<LNSPlugInAPI>> LNSPlugInAPI::Members() {
 void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type, const std::string& data) {
   using Command = session::SupportedCommand;
   const fMain::Operation running(main_);
-  const auto& rows = with_.session.SupportedCommands;
+  const auto& rows = services_.session.SupportedCommands;
   const bool registration =
       command_id == session::kRegisterCommand || command_id == session::kDeregisterCommand;
-  with_.progress.Show();
+  services_.progress.Show();
   if (registration)
     RunRegistration(command_id);
   else
-    with_.progress.DisplayStatus("Initializing plug-in . . .");
-  with_.progress.Close();
-  with_.desktop.Yield();
+    services_.progress.DisplayStatus("Initializing plug-in . . .");
+  services_.progress.Close();
+  services_.desktop.Yield();
   if (registration) return;
   const auto row = std::ranges::find_if(rows, [=](const Command& each) {
     return each.CommandId == command_id && each.ObjectType == object_type;
@@ -109,20 +111,20 @@ void LNSPlugInAPI::SendCommand(std::int32_t command_id, std::int32_t object_type
 }
 
 void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
-  if (with_.session.Registering) Raise(20000, kNotRegistered);
-  const platform::Raised registering(with_.session.Registering);
+  if (services_.session.Registering) Raise(20000, kNotRegistered);
+  const platform::Raised registering(services_.session.Registering);
   if (command_id == session::kDeregisterCommand) {
-    with_.progress.DisplayStatus("Unregistering plug-in . . .");
-    registration::RemoveCommandsAndTemplates(with_, /*exhaustive=*/true, /*first_network=*/false);
+    services_.progress.DisplayStatus("Unregistering plug-in . . .");
+    registration::RemoveCommandsAndTemplates(services_, /*exhaustive=*/true, /*first_network=*/false);
     return;
   }
-  with_.progress.DisplayStatus("Registering plug-in . . .");
+  services_.progress.DisplayStatus("Registering plug-in . . .");
   // The progress window stays when this fails, deliberately: it shows the command that did.
-  if (!registration::RegisterCommands(with_)) Raise(20000, kNotRegistered);
+  if (!registration::RegisterCommands(services_)) Raise(20000, kNotRegistered);
 }
 
 void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::string& path) {
-  session::Session& session = with_.session;
+  session::Session& session = services_.session;
   const lns::Object object =
       ResolveObject(row.ObjectType, SplitObjectPath(path), session.CurrentNetwork, session.CurrentSystem);
   if (!object) Raise(20005, "Object not found");
@@ -143,13 +145,13 @@ void LNSPlugInAPI::SetVisible(bool visible) {
 }
 
 void LNSPlugInAPI::SetNetworkName(const std::string& name) {
-  if (with_.session.Opening) Raise(20006, "Cannot open the network " + name);
-  const platform::Raised opening(with_.session.Opening);
+  if (services_.session.Opening) Raise(20006, "Cannot open the network " + name);
+  const platform::Raised opening(services_.session.Opening);
   const fMain::Operation running(main_);
-  const ui::BusyPointer busy(with_.desktop);
+  const ui::BusyPointer busy(services_.desktop);
   try {
-    with_.session.ObjectServer = main_.lcaOS();
-    session::OpenNetwork(with_.session, name, network_interface_name_);
+    services_.session.ObjectServer = main_.lcaOS();
+    session::OpenNetwork(services_.session, name, network_interface_name_);
   } catch (const platform::Error&) {
     Raise(20006, "Cannot open the network " + name);
   }
@@ -159,16 +161,16 @@ bool LNSPlugInAPI::RemoteFlag() const {
   try {
     return main_.lcaOS().RemoteFlag();
   } catch (const platform::Error&) {
-    Raise(20006, "Cannot open the network " + with_.session.CurrentNetworkName);
+    Raise(20006, "Cannot open the network " + services_.session.CurrentNetworkName);
   }
 }
 
 void LNSPlugInAPI::SetRemoteFlag(bool remote) {
   const fMain::Operation running(main_);
-  const std::string open_network = with_.session.CurrentNetworkName;
+  const std::string open_network = services_.session.CurrentNetworkName;
   try {
-    with_.session.ObjectServer = main_.lcaOS();
-    session::SetRemote(with_.session, remote);
+    services_.session.ObjectServer = main_.lcaOS();
+    session::SetRemote(services_.session, remote);
   } catch (const platform::Error&) {
     Raise(20006, "Cannot open the network " + open_network);
   }
@@ -176,7 +178,7 @@ void LNSPlugInAPI::SetRemoteFlag(bool remote) {
 
 double LNSPlugInAPI::TwipsPerPixel(Side side) const {
   const bool across = side == Side::Left || side == Side::Width;
-  return across ? with_.desktop.TwipsPerPixelX() : with_.desktop.TwipsPerPixelY();
+  return across ? services_.desktop.TwipsPerPixelX() : services_.desktop.TwipsPerPixelY();
 }
 
 std::int32_t LNSPlugInAPI::PixelsOf(Side side) const {
@@ -209,12 +211,12 @@ void LNSPlugInAPI::SetMinimized(bool minimized) {
 
 void LNSPlugInAPI::SetDevelopmentProgramId(const std::string& program_id) {
   constexpr std::size_t kProgramIdDigits = 16;
-  with_.session.DevelopmentProgramIdValue =
+  services_.session.DevelopmentProgramIdValue =
       text::CharacterCount(program_id) == kProgramIdDigits ? program_id : "";
 }
 
 void LNSPlugInAPI::Raise(std::int32_t number, const std::string& text) const {
-  throw platform::Error(number, with_.identity.PlugInName, text);
+  throw platform::Error(number, services_.identity.PlugInName, text);
 }
 
 }  // namespace plugin

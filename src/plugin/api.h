@@ -17,7 +17,7 @@ namespace plugin {
 /// Raises plain numbers with the plug-in's name as source: 20000 and 20002 to 20006 with their fixed texts.
 class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
  public:
-  LNSPlugInAPI(const Surroundings& surroundings, fMain& main);
+  LNSPlugInAPI(const session::Services& services, fMain& main);
   ~LNSPlugInAPI() override;
 
   static std::span<const automation::MemberRow<LNSPlugInAPI>> Members();
@@ -50,7 +50,7 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
         });
   }
 
-  Surroundings with_;
+  const session::Services& services_;
   fMain& main_;
   std::string network_interface_name_;
 };

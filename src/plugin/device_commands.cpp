@@ -37,7 +37,7 @@ void fMain::ProcessDeviceCommand(const lns::AppDevice& device) { Configure(devic
 void fMain::ProcessLonMarkObjectCommand(const lns::LonMarkObject& object) { Configure({}, object); }
 
 void fMain::Configure(const lns::AppDevice& device, const lns::LonMarkObject& object) {
-  Open(with_.session.CurrentObjectPath, device, object);
+  Open(services_.session.CurrentObjectPath, device, object);
   const auto opened = device_;
   opened->Pass(kPreparing, [&] { PrepareAndLoad(*opened); });
 }
@@ -45,7 +45,7 @@ void fMain::Configure(const lns::AppDevice& device, const lns::LonMarkObject& ob
 /// Nothing of the former device may be shown as, or written to, the next one.
 void fMain::Open(const std::string& path, const lns::AppDevice& device, const lns::LonMarkObject& object) {
   if (device_) device_->Supersede();
-  device_ = std::make_shared<OpenDevice>(workplace_, path, device, object);
+  device_ = std::make_shared<OpenDevice>(editing_context_, path, device, object);
   lblDeviceTemplate.SetText("Device Template");
   device_->TakeScreen();
 }
@@ -60,13 +60,13 @@ void fMain::PrepareAndLoad(OpenDevice& device) {
 /// Prepares the device's blocks for the resource files. False where the user does not want to go on without.
 bool fMain::PrepareLonMarkObjects(OpenDevice& device) {
   const auto ask_to_go_on = [&](const char* question) {
-    with_.progress.Close();
-    return device.Ask({question, with_.identity.PlugInName, ui::Icon::Exclamation, ui::Buttons::YesNo}) ==
+    services_.progress.Close();
+    return device.Ask({question, services_.identity.PlugInName, ui::Icon::Exclamation, ui::Buttons::YesNo}) ==
            ui::Answer::Yes;
   };
-  if (!resource_files_.Present(with_.files)) return ask_to_go_on(kResourceFilesMissing);
-  if (with_.session.RegistrationRemote) return true;
-  device.Outside([&] { with_.progress.DisplayStatus("Complete DRF look-up in progress..."); });
+  if (!resource_files_.Present(services_.files)) return ask_to_go_on(kResourceFilesMissing);
+  if (services_.session.RegistrationRemote) return true;
+  device.Outside([&] { services_.progress.DisplayStatus("Complete DRF look-up in progress..."); });
   return SetLonMarkObjectModes(device) || ask_to_go_on(kModeFailed);
 }
 
@@ -91,7 +91,7 @@ bool fMain::SetLonMarkObjectModes(OpenDevice& device) {
 
 std::string fMain::HeadingOf(const lns::AppDevice& device) const {
   const std::string template_name = text::SplitAtFirst(device.DeviceTemplate().Name(), "[").head;
-  return with_.identity.PlugInName + " [" + template_name + " (" + device.Name() + ")]";
+  return services_.identity.PlugInName + " [" + template_name + " (" + device.Name() + ")]";
 }
 
 void fMain::ConnectEditing() {

@@ -21,31 +21,31 @@ constexpr const char* kSettings = "Settings";  // among the user's own
 
 }  // namespace
 
-fMain::fMain(const Surroundings& surroundings)
-    : Form(surroundings.desktop, "fMain", ui::BorderStyle::Sizable),
-      with_(surroundings),
+fMain::fMain(const session::Services& services)
+    : Form(services.desktop, "fMain", ui::BorderStyle::Sizable),
+      services_(services),
       pending_(screen, cmdApply, cmdCancel),
-      workplace_{surroundings.desktop,
-                 surroundings.log,
-                 surroundings.progress,
-                 surroundings.identity.PlugInName,
-                 screen,
-                 pending_,
-                 surroundings.session.Dialect,
-                 DisplayUnits,
-                 cmdRefresh,
-                 [this] { ShowUnits(); },
-                 [this] { ShowDevice(); },
-                 [this] { return Visible(); },
-                 [this](int model_number) { SetUpScreen(model_number); },
-                 [this] { return object_server_ && object_server_.IsLost(); },
-                 [this] { ReadAgain(); }},
+      editing_context_{services.desktop,
+                       services.log,
+                       services.progress,
+                       services.identity.PlugInName,
+                       screen,
+                       pending_,
+                       services.session.Dialect,
+                       DisplayUnits,
+                       cmdRefresh,
+                       [this] { ShowUnits(); },
+                       [this] { ShowDevice(); },
+                       [this] { return Visible(); },
+                       [this](int model_number) { SetUpScreen(model_number); },
+                       [this] { return object_server_ && object_server_.IsLost(); },
+                       [this] { ReadAgain(); }},
       fields_(screen, pending_, device_, [this] { Apply(); }),
-      events_(surroundings.desktop, device_) {
+      events_(services.desktop, device_) {
   Open({}, {}, {});
   pending_.on_change = [this] { ShowDevice(); };
-  with_.progress.on_escape = [this] { return OnEscape(); };
-  with_.session.network_closes = [this] { device_->Close(); };
+  services_.progress.on_escape = [this] { return OnEscape(); };
+  services_.session.network_closes = [this] { device_->Close(); };
   SetCaption("Your Plug-In Caption Here");
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
   lblDeviceTemplate.shows_data = true;
@@ -76,7 +76,7 @@ fMain::fMain(const Surroundings& surroundings)
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };
   cmdHelp.on_click = [this] { OnHelp(); };
-  cmdViewLog.on_click = [this] { with_.log.BringToFront(); };
+  cmdViewLog.on_click = [this] { services_.log.BringToFront(); };
   for (ui::OptionButton& unit : obUnits) unit.help_context = startup::kUnitsTopic;
   cmdApply.help_context = startup::kApplyTopic;
   cmdCancel.help_context = startup::kCancelTopic;
@@ -110,22 +110,22 @@ void fMain::OnLoad() {
   ending_ = Ending::No;
   exit_wanted_ = false;
   Open({}, {}, {});
-  SetCaption(with_.identity.PlugInName);
-  const auto version = with_.program.FileVersion();
+  SetCaption(services_.identity.PlugInName);
+  const auto version = services_.program.FileVersion();
   screen.txtMajorVersion.SetText(std::to_string(version.major));
   screen.txtMinorVersion.SetText(std::to_string(version.minor));
   GetDisplayUnits();
   GetDebug();
   screen.WebBrowser1.SetText(ContactPageText());
-  screen.WebBrowser1.url = ContactPageAddress(with_.program);
-  resource_files_ = lonworks::ResourceFiles(with_.registry, with_.program);
+  screen.WebBrowser1.url = ContactPageAddress(services_.program);
+  resource_files_ = lonworks::ResourceFiles(services_.registry, services_.program);
   Attempt([this] { lcaOS(); });
 }
 
 lns::ObjectServer fMain::lcaOS() {
   if (object_server_ && object_server_.IsLost()) ReleaseObjectServer();
   if (!object_server_ && ending_ != Ending::ForGood)
-    TakeObjectServer(lns::ObjectServer(with_.make_object_server()));
+    TakeObjectServer(lns::ObjectServer(services_.make_object_server()));
   return object_server_;
 }
 
@@ -133,7 +133,7 @@ void fMain::TakeObjectServer(const lns::ObjectServer& made) {
   // While it was made another director may have had one made as well, or the program may have ended.
   if (object_server_ || ending_ == Ending::ForGood) return;
   object_server_ = made;
-  with_.session.Dialect = std::make_shared<lns::Dialect>(resource_files_.UserTypeOwner());
+  services_.session.Dialect = std::make_shared<lns::Dialect>(resource_files_.UserTypeOwner());
   // Without events everything works, only less lively.
   Attempt([this] {
     subscription_ = object_server_.Advise(
@@ -143,16 +143,17 @@ void fMain::TakeObjectServer(const lns::ObjectServer& made) {
 
 void fMain::GetDisplayUnits() {
   DisplayUnits =
-      with_.registry.Remembered(with_.identity.PlugInKey(), kSettings, kDisplayUnits) == "0" ? 0 : 1;
+      services_.registry.Remembered(services_.identity.PlugInKey(), kSettings, kDisplayUnits) == "0" ? 0 : 1;
   ShowUnits();
 }
 
 void fMain::SetDisplayUnits() {
-  with_.registry.Remember(with_.identity.PlugInKey(), kSettings, kDisplayUnits, std::to_string(DisplayUnits));
+  services_.registry.Remember(services_.identity.PlugInKey(), kSettings, kDisplayUnits,
+                              std::to_string(DisplayUnits));
 }
 
 void fMain::GetDebug() {
-  const std::string stored = with_.registry.MachineSetting(with_.identity.PlugInKey(), "Debug");
+  const std::string stored = services_.registry.MachineSetting(services_.identity.PlugInKey(), "Debug");
   DebugMode = text::LeadingWholeNumber(stored) == 1 ? 1 : 0;
 }
 
@@ -172,9 +173,9 @@ bool fMain::OnQueryUnload(ui::CloseReason reason) {
 
 /// Asked at once, also while an operation runs; that ends at its next step then, and the program with it.
 void fMain::ConfirmExit() {
-  if (with_.session.InstanceCount != 0) {
+  if (services_.session.InstanceCount != 0) {
     const ui::Answer answer =
-        desktop().ShowMessage({"Are you sure that you want to exit?", with_.identity.PlugInName,
+        desktop().ShowMessage({"Are you sure that you want to exit?", services_.identity.PlugInName,
                                ui::Icon::Question, ui::Buttons::YesNo, /*second_is_default=*/true});
     if (answer != ui::Answer::Yes) return;
     Attempt([this] { SetDisplayUnits(); });
@@ -189,8 +190,8 @@ void fMain::EndSoon() {
 }
 
 void fMain::OnUnload() {
-  with_.log.Unload();
-  with_.progress.Close();
+  services_.log.Unload();
+  services_.progress.Close();
   // A window that closes by itself ends the plug-in just the same.
   EndPlugIn();
 }
@@ -198,15 +199,15 @@ void fMain::OnUnload() {
 void fMain::EndPlugIn() {
   if (ending_ != Ending::No) return;
   // Calls come in during everything that follows, also while objects are let go.
-  ending_ = with_.session.InstanceCount == 0 ? Ending::Unused : Ending::ForGood;
+  ending_ = services_.session.InstanceCount == 0 ? Ending::Unused : Ending::ForGood;
   // A director that comes and goes meanwhile leaves its network open.
   do {
     device_->Close();
     Open({}, {}, {});
     ReleaseObjectServer();
-  } while (object_server_ && with_.session.InstanceCount == 0);
+  } while (object_server_ && services_.session.InstanceCount == 0);
   // One that has come to stay is served.
-  if (ending_ == Ending::Unused && with_.session.InstanceCount != 0) {
+  if (ending_ == Ending::Unused && services_.session.InstanceCount != 0) {
     ending_ = Ending::No;
     exit_wanted_ = false;
     return;
@@ -219,11 +220,11 @@ void fMain::EndPlugIn() {
 void fMain::ReleaseObjectServer() {
   const lns::ObjectServer server = std::exchange(object_server_, {});
   const std::unique_ptr<platform::Subscription> subscription = std::exchange(subscription_, nullptr);
-  session::CloseSession(with_.session);
+  session::CloseSession(services_.session);
 }
 
 void fMain::EndIfWanted() {
-  const bool unused = !Visible() && with_.session.InstanceCount == 0;
+  const bool unused = !Visible() && services_.session.InstanceCount == 0;
   if (!Busy() && (exit_wanted_ || unused)) EndPlugIn();
 }
 
@@ -233,6 +234,8 @@ int fMain::HelpContext() const {
   return model::kPageTopics[screen.tabData.Selected()];
 }
 
-void fMain::OnHelp() { ShowHelp(startup::HelpFile(with_.program), HelpContext(), startup::kProgramTitle); }
+void fMain::OnHelp() {
+  ShowHelp(startup::HelpFile(services_.program), HelpContext(), startup::kProgramTitle);
+}
 
 }  // namespace plugin

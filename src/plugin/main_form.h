@@ -10,22 +10,16 @@
 #include "lonworks/resource_files.h"
 #include "model/configuration_screen.h"
 #include "plugin/object_server_events.h"
-#include "registration/surroundings.h"
+#include "session/services.h"
 #include "ui/form.h"
 
 namespace plugin {
-
-/// What the main window shares with the rest of the process; all of it outlives the window.
-struct Surroundings : registration::Surroundings {
-  /// Makes the object server of the process; throws where none can be had.
-  std::function<platform::LateBoundPtr()> make_object_server;
-};
 
 /// The plug-in's configuration window. It is loaded hidden with the first automation object, prepares the
 /// screen for the device of a configure command, and owns the ending of the whole plug-in.
 class fMain : public ui::Form {
  public:
-  explicit fMain(const Surroundings& surroundings);
+  explicit fMain(const session::Services& services);
 
   /// Shows the device's state and values. Questions and failures are shown to the user here.
   void ProcessDeviceCommand(const lns::AppDevice& device);
@@ -135,7 +129,7 @@ class fMain : public ui::Form {
   bool SetLonMarkObjectModes(editing::OpenDevice& device);
   std::string HeadingOf(const lns::AppDevice& device) const;
 
-  Surroundings with_;
+  const session::Services& services_;
   lns::ObjectServer object_server_;
   int running_operations_ = 0;
   bool exit_wanted_ = false;
@@ -144,7 +138,7 @@ class fMain : public ui::Form {
   lonworks::ResourceFiles resource_files_;
 
   editing::PendingEdits pending_;
-  editing::Workplace workplace_;
+  editing::Context editing_context_;
   /// One without a device while none is open.
   std::shared_ptr<editing::OpenDevice> device_;
   editing::FieldEditing fields_;

@@ -42,15 +42,16 @@ class NotAdded : public Failure {
 
 class Run {
  public:
-  explicit Run(const Surroundings& with) : with_(with), system_(with.session.CurrentSystem), library_(with) {}
+  explicit Run(const session::Services& services)
+      : services_(services), system_(services.session.CurrentSystem), library_(services) {}
 
   bool RegisterAll() {
-    const bool told =
-        Attempt([this] { with_.session.RegistrationRemote = with_.session.ObjectServer.RemoteFlag(); });
+    const bool told = Attempt(
+        [this] { services_.session.RegistrationRemote = services_.session.ObjectServer.RemoteFlag(); });
     // Before templates are made: the platform looks for the types of their variables then.
-    const bool resources = !told || with_.session.RegistrationRemote || AddResources(with_, system_);
+    const bool resources = !told || services_.session.RegistrationRemote || AddResources(services_, system_);
     bool all = true;
-    for (SupportedCommand& command : with_.session.SupportedCommands)
+    for (SupportedCommand& command : services_.session.SupportedCommands)
       all = Try(command, [&] { RegisterEverywhere(command); }) && all;
     const SupportedCommand mark = SystemMark();
     all = all && Try(mark, [&] { AddOnce(system_, Place(system_), mark); });
@@ -79,20 +80,21 @@ class Run {
       reason = result = cause = failure.what();
     }
     const std::string row = activity::ErrorMessage(action, result);
-    if (logged_.insert(row).second) with_.log.LogError(row);
+    if (logged_.insert(row).second) services_.log.LogError(row);
     if (shown_.insert(cause).second) Show(action + "\r\n" + reason, ui::Icon::Critical);
     return false;
   }
 
   void Show(const std::string& text, ui::Icon icon) {
     user_is_there_ = true;
-    with_.desktop.ShowMessage({text, startup::kProgramTitle, icon});
+    services_.desktop.ShowMessage({text, startup::kProgramTitle, icon});
   }
 
   void RegisterEverywhere(SupportedCommand& command) {
     command.CommandText = CommandName(command.CommandId);
     const std::string type = ObjectTypeName(static_cast<std::int16_t>(command.ObjectType));
-    with_.progress.DisplayStatus("Adding command " + command.CommandText + " for " + type + " objects...");
+    services_.progress.DisplayStatus("Adding command " + command.CommandText + " for " + type +
+                                     " objects...");
     if (command.TemplateKind != kDeviceTemplate) throw Failure("Its program ID is no device template's.");
     const lns::DeviceTemplate device_template = TemplateOf(command);
     const Place place(device_template);
@@ -138,7 +140,7 @@ class Run {
   }
 
   bool IsOurs(const lns::ComponentApp& app) const {
-    return text::EqualIgnoringCase(app.RegisteredServer(), with_.identity.PlugInProgID);
+    return text::EqualIgnoringCase(app.RegisteredServer(), services_.identity.PlugInProgID);
   }
 
   /// By what it does, or by its name where an earlier try did not get to its end. One that cannot be read
@@ -168,7 +170,7 @@ class Run {
     } catch (const std::exception& failure) {
       throw NotAdded(place, failure.what());
     }
-    if (!done.empty()) with_.log.LogCommand(done + command.CommandName, place.Text());
+    if (!done.empty()) services_.log.LogCommand(done + command.CommandName, place.Text());
   }
 
   /// What was done, as the log calls it; nothing where the command is there already.
@@ -184,13 +186,13 @@ class Run {
   void Complete(const lns::ComponentApps& apps, lns::ComponentApp app, const SupportedCommand& command,
                 const Finish& finish) const {
     try {
-      if (!app) app = apps.Add(command.CommandName, with_.identity.PlugInProgID, command.ObjectType);
+      if (!app) app = apps.Add(command.CommandName, services_.identity.PlugInProgID, command.ObjectType);
       if (!app) throw Failure("ComponentApp was not created.");
       app.SetDescription(command.CommandDescription);
       // Last, as it tells the next try that nothing is missing.
       app.SetCommandId(command.CommandId);
       Attempt([&] {
-        if (HasOtherVersion(app)) app.SetVersionNumber(with_.identity.PlugInVersion);
+        if (HasOtherVersion(app)) app.SetVersionNumber(services_.identity.PlugInVersion);
       });
       if (finish) finish(app);
     } catch (const std::exception&) {
@@ -209,7 +211,7 @@ class Run {
     bool other = false;
     Attempt([&] { other = HasOtherVersion(app); });
     if (!other) return "";
-    if (Attempt([&] { app.SetVersionNumber(with_.identity.PlugInVersion); })) return "Updating command ";
+    if (Attempt([&] { app.SetVersionNumber(services_.identity.PlugInVersion); })) return "Updating command ";
     if (command.CommandId != session::kRegisterCommand) return "";
     Attempt([&] { apps.Remove(app.Name()); });
     if (Find(apps, command)) return "";  // better an older mark than none
@@ -217,14 +219,14 @@ class Run {
     return "Adding command ";
   }
   bool HasOtherVersion(const lns::ComponentApp& app) const {
-    return app.VersionNumber() != with_.identity.PlugInVersion;
+    return app.VersionNumber() != services_.identity.PlugInVersion;
   }
 
   bool AskForDefault(const SupportedCommand& command, const std::string& template_name) {
     user_is_there_ = true;
-    return with_.desktop.ShowMessage({"Do you wish to make " + command.CommandName +
-                                          " the default action for " + template_name + " devices?",
-                                      startup::kProgramTitle, ui::Icon::Question, ui::Buttons::YesNo}) ==
+    return services_.desktop.ShowMessage({"Do you wish to make " + command.CommandName +
+                                              " the default action for " + template_name + " devices?",
+                                          startup::kProgramTitle, ui::Icon::Question, ui::Buttons::YesNo}) ==
            ui::Answer::Yes;
   }
 
@@ -233,12 +235,12 @@ class Run {
     SupportedCommand mark;
     mark.CommandId = session::kRegisterCommand;
     mark.ObjectType = lns::members::kClassSystem;
-    mark.CommandName = with_.identity.PlugInName + " " + CommandName(session::kRegisterCommand);
-    mark.CommandDescription = with_.identity.PlugInDescription;
+    mark.CommandName = services_.identity.PlugInName + " " + CommandName(session::kRegisterCommand);
+    mark.CommandDescription = services_.identity.PlugInDescription;
     return mark;
   }
 
-  const Surroundings& with_;
+  const session::Services& services_;
   lns::System system_;  // of the network that was open at the beginning; another command may open another one
   TemplateLibrary library_;
   std::map<std::string, Failure> failed_;  // by program ID
@@ -248,9 +250,9 @@ class Run {
 
 }  // namespace
 
-bool RegisterCommands(const Surroundings& with) {
-  const bool registered = with.session.CurrentSystem && Run(with).RegisterAll();
-  if (!registered) with.progress.LeaveToUser();
+bool RegisterCommands(const session::Services& services) {
+  const bool registered = services.session.CurrentSystem && Run(services).RegisterAll();
+  if (!registered) services.progress.LeaveToUser();
   return registered;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lns/object_model.h"
-#include "registration/surroundings.h"
+#include "session/services.h"
 
 namespace registration {
 
@@ -12,7 +12,7 @@ namespace registration {
 /// Registering again changes nothing. False where no network is open, or where a command could not be
 /// registered, which has been shown to the user; the others are registered, and the next try does the rest.
 /// The activity log tells what was added and updated, and what failed.
-bool RegisterCommands(const Surroundings& with);
+bool RegisterCommands(const session::Services& services);
 
 /// Takes all of the plug-in's commands off the open system; off the object server too, which is shared by all
 /// networks, where this is the first of them. What fails is skipped. The activity log tells what was removed
@@ -20,6 +20,6 @@ bool RegisterCommands(const Surroundings& with);
 ///
 /// Exhaustive removes unused device templates as well: with `Interactive` each after a question, else
 /// only those that the plug-in has made.
-void RemoveCommandsAndTemplates(const Surroundings& with, bool exhaustive, bool first_network);
+void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network);
 
 }  // namespace registration

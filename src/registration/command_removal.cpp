@@ -15,7 +15,8 @@ using platform::Attempt;
 
 class Removal {
  public:
-  explicit Removal(const Surroundings& with) : log_(with.log), server_(with.identity.PlugInProgID) {}
+  explicit Removal(const session::Services& services)
+      : log_(services.log), server_(services.identity.PlugInProgID) {}
 
   void FromSystem(const lns::System& system) const {
     const Place place(system);
@@ -89,18 +90,18 @@ class Removal {
 
 }  // namespace
 
-void RemoveCommandsAndTemplates(const Surroundings& with, bool exhaustive, bool first_network) {
+void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network) {
   // The message loop may run in here, and a director open another network.
-  const lns::System system = with.session.CurrentSystem;
-  const lns::ObjectServer server = with.session.ObjectServer;
-  const TemplateLibrary library(with);
-  const Removal removal(with);
+  const lns::System system = services.session.CurrentSystem;
+  const lns::ObjectServer server = services.session.ObjectServer;
+  const TemplateLibrary library(services);
+  const Removal removal(services);
   removal.FromSystem(system);
   if (first_network) removal.From(server, Place(server));
   if (!exhaustive) return;
   using Unused = TemplateLibrary::Unused;
   removal.Try("unused device templates", Place(system),
-              [&] { library.RemoveUnused(with.Interactive ? Unused::Ask : Unused::RemoveOwn); });
+              [&] { library.RemoveUnused(services.session.Interactive ? Unused::Ask : Unused::RemoveOwn); });
 }
 
 }  // namespace registration

@@ -17,10 +17,10 @@ std::optional<int> MMain::Main(std::string_view command_line) {
     OpenWindow(asked, asked.in_window || text::Trim(command_line).empty());
     return std::nullopt;
   }
-  if (!MayRegister(with_)) return kAccessDenied;
+  if (!MayRegister(services_)) return kAccessDenied;
   Attempt([&] {
     if (asked.role == Role::RegisterPlugIn)
-      RegisterPlugIn(with_, false);
+      RegisterPlugIn(services_, false);
     else
       DeregisterPlugIn(asked.deregistration_mode, false);
   });
@@ -29,16 +29,17 @@ std::optional<int> MMain::Main(std::string_view command_line) {
 
 void MMain::OpenWindow(const Asked& asked, bool registers_class) {
   // A second copy that may not either tries all the same and tells why it fails.
-  const bool elevates = !asked.in_window && !MayRegister(with_);
+  const bool elevates = !asked.in_window && !MayRegister(services_);
   const auto elevated = [this](const std::string& switches) {
-    return with_.shell.StartElevated(with_.program.Path(), std::string(startup::kInWindow) + switches);
+    return services_.shell.StartElevated(services_.program.Path(),
+                                         std::string(startup::kInWindow) + switches);
   };
   fRegisterPlugIn::Actions actions;
   actions.needs_elevation = elevates;
-  actions.registered_as = RegisteredAs(with_);
+  actions.registered_as = RegisteredAs(services_);
   actions.register_plug_in = [=, this] {
     if (elevates) return elevated("/regplugin");
-    RegisterPlugIn(with_, true, registers_class ? process_.register_class : nullptr);
+    RegisterPlugIn(services_, true, registers_class ? process_.register_class : nullptr);
     return true;
   };
   actions.deregister_plug_in = [=, this](std::int32_t mode) {
@@ -47,8 +48,9 @@ void MMain::OpenWindow(const Asked& asked, bool registers_class) {
     return true;
   };
   actions.end_plug_in = process_.end_plug_in;
-  actions.help_file = startup::HelpFile(with_.program);
-  window_ = std::make_unique<fRegisterPlugIn>(with_.desktop, with_.identity.PlugInName, std::move(actions));
+  actions.help_file = startup::HelpFile(services_.program);
+  window_ =
+      std::make_unique<fRegisterPlugIn>(services_.desktop, services_.identity.PlugInName, std::move(actions));
   window_->Show();
   if (asked.role == Role::RegisterPlugIn) window_->bRegister.UserClicks();
   if (asked.role == Role::DeregisterPlugIn) window_->PressDeregister(asked.deregistration_mode);
@@ -57,10 +59,10 @@ void MMain::OpenWindow(const Asked& asked, bool registers_class) {
 void MMain::DeregisterPlugIn(std::int32_t mode, bool interactive) {
   constexpr std::int32_t kComplete = 0;
   constexpr std::int32_t kExhaustive = 1;
-  with_.Interactive = interactive;
+  services_.session.Interactive = interactive;
   if (mode == kComplete || mode == kExhaustive)
-    RemovePlugInFromNetworks(with_, mode == kExhaustive, process_.object_server);
-  UnregisterPlugIn(with_, interactive);
+    RemovePlugInFromNetworks(services_, mode == kExhaustive, process_.object_server);
+  UnregisterPlugIn(services_, interactive);
 }
 
 }  // namespace registration

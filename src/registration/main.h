@@ -9,7 +9,7 @@
 #include "lns/object_model.h"
 #include "registration/plug_in_registration.h"
 #include "registration/registration_form.h"
-#include "registration/surroundings.h"
+#include "session/services.h"
 #include "startup/command_line.h"
 
 namespace registration {
@@ -26,8 +26,8 @@ class MMain {
     /// Registers the automation class from within this process; throws where that is refused.
     std::function<void()> register_class;
   };
-  MMain(const Surroundings& surroundings, Process process)
-      : with_(surroundings), process_(std::move(process)) {}
+  MMain(const session::Services& services, Process process)
+      : services_(services), process_(std::move(process)) {}
 
   /// What a command line of a user who may not register ends with: the system's number of a denied access.
   static constexpr int kAccessDenied = 5;
@@ -46,7 +46,7 @@ class MMain {
   using Asked = startup::CommandLine;
   void OpenWindow(const Asked& asked, bool registers_class);
 
-  Surroundings with_;
+  const session::Services& services_;
   Process process_;
   std::unique_ptr<fRegisterPlugIn> window_;
 };

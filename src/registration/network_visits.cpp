@@ -12,8 +12,8 @@ using platform::Attempt;
 
 class Visit {
  public:
-  Visit(const Surroundings& with, bool exhaustive)
-      : with_(with), session_(with.session), exhaustive_(exhaustive) {}
+  Visit(const session::Services& services, bool exhaustive)
+      : services_(services), session_(services.session), exhaustive_(exhaustive) {}
 
   void Network(const lns::Network& network, bool first) {
     session_.CurrentNetwork = network;
@@ -21,7 +21,7 @@ class Visit {
     Show("Opening " + name_ + "...");
     if (Attempt([this] { session_.CurrentNetwork.Open(); }) && OpenSystem()) {
       Show("Deregister commands...");
-      Attempt([&] { RemoveCommandsAndTemplates(with_, exhaustive_, first); });
+      Attempt([&] { RemoveCommandsAndTemplates(services_, exhaustive_, first); });
     }
     Attempt([this] { session_.CurrentSystem.Close(); });
     Attempt([this] { session_.CurrentNetwork.Close(); });
@@ -51,10 +51,10 @@ class Visit {
   }
 
   void Show(const std::string& status) const {
-    if (with_.Interactive) Attempt([&] { with_.progress.DisplayStatus(status); });
+    if (services_.session.Interactive) Attempt([&] { services_.progress.DisplayStatus(status); });
   }
 
-  const Surroundings& with_;
+  const session::Services& services_;
   session::Session& session_;
   bool exhaustive_;
   std::string name_;
@@ -62,21 +62,22 @@ class Visit {
 
 }  // namespace
 
-void RemovePlugInFromNetworks(const Surroundings& with, bool exhaustive,
+void RemovePlugInFromNetworks(const session::Services& services, bool exhaustive,
                               const std::function<lns::ObjectServer()>& object_server) {
-  session::Session& session = with.session;
-  session.SupportedCommands = session::MakeSupportedCommands(with.program);
-  if (with.Interactive) Attempt([&] { with.progress.DisplayStatus("Opening the Object Server..."); });
+  session::Session& session = services.session;
+  session.SupportedCommands = session::MakeSupportedCommands(services.program);
+  if (services.session.Interactive)
+    Attempt([&] { services.progress.DisplayStatus("Opening the Object Server..."); });
   Attempt([&] { session.ObjectServer = object_server(); });
   Attempt([&] { session.ObjectServer.SetRemoteFlag(false); });
   Attempt([&] { session.ObjectServer.Open(); });
   Attempt([&] {
     for (const auto& network : session.ObjectServer.Networks().Items())
-      Attempt([&] { Visit(with, exhaustive).Network(network, network.ordinal() == 1); });
+      Attempt([&] { Visit(services, exhaustive).Network(network, network.ordinal() == 1); });
   });
-  if (with.Interactive) {
-    with.progress.Close();
-    with.desktop.Yield();
+  if (services.session.Interactive) {
+    services.progress.Close();
+    services.desktop.Yield();
   }
   Attempt([&] { session.ObjectServer.Close(); });
   session.ObjectServer = {};

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "lns/object_model.h"
-#include "registration/surroundings.h"
+#include "session/services.h"
 
 namespace registration {
 
@@ -13,7 +13,7 @@ namespace registration {
 ///
 /// A system that opened in engineered mode stays without a network interface; where it did not, the one that
 /// it had is put back.
-void RemovePlugInFromNetworks(const Surroundings& with, bool exhaustive,
+void RemovePlugInFromNetworks(const session::Services& services, bool exhaustive,
                               const std::function<lns::ObjectServer()>& object_server);
 
 }  // namespace registration

@@ -19,20 +19,20 @@ std::string ReasonOf(lonworks::Tools::Outcome outcome) {
 
 }  // namespace
 
-bool AddResources(const Surroundings& with, const lns::System& system) {
-  const lonworks::ResourceFiles resources(with.registry, with.program);
+bool AddResources(const session::Services& services, const lns::System& system) {
+  const lonworks::ResourceFiles resources(services.registry, services.program);
   std::string told;
   platform::Attempt([&] { told = system.LdrfCatalogPath(); });
-  const lonworks::ResourceCatalog catalog(told, registry::LonWorksFolder(with.registry), with.files);
-  if (!catalog.Lacks(resources.Names(with.files))) return true;
-  with.progress.DisplayStatus(std::string(kAdding) + "...");
-  lonworks::Tools tools(with.desktop, with.shell, with.registry);
+  const lonworks::ResourceCatalog catalog(told, registry::LonWorksFolder(services.registry), services.files);
+  if (!catalog.Lacks(resources.Names(services.files))) return true;
+  services.progress.DisplayStatus(std::string(kAdding) + "...");
+  lonworks::Tools tools(services.desktop, services.shell, services.registry);
   const auto outcome = catalog.Add(resources.folder(), tools);
   if (outcome == lonworks::Tools::Outcome::Finished) {
-    with.log.LogCommand(kAdding, resources.folder());
+    services.log.LogCommand(kAdding, resources.folder());
     return true;
   }
-  with.log.LogError(
+  services.log.LogError(
       activity::ErrorMessage(kResourcesNotAdded, resources.folder() + ": " + ReasonOf(outcome)));
   return false;
 }

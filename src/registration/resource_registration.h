@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lns/object_model.h"
-#include "registration/surroundings.h"
+#include "session/services.h"
 
 namespace registration {
 
@@ -11,6 +11,6 @@ inline constexpr const char* kResourcesNotAdded =
 
 /// Adds the device's resource files on this computer to the platform's catalogue where that lacks them. Not
 /// for a system of another computer. False where that failed; the activity log tells either.
-bool AddResources(const Surroundings& with, const lns::System& system);
+bool AddResources(const session::Services& services, const lns::System& system);
 
 }  // namespace registration

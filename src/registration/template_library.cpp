@@ -90,20 +90,20 @@ lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& comma
 
 std::string TemplateLibrary::FindInterfaceFile(const std::string& program_id) {
   SetSearchFolder();
-  const std::string found = with_.interface_files.FindXifForProgramId(program_id);
-  return found.empty() ? with_.interface_files.LocateXifByDialog(program_id) : found;
+  const std::string found = services_.interface_files.FindXifForProgramId(program_id);
+  return found.empty() ? services_.interface_files.LocateXifByDialog(program_id) : found;
 }
 
 void TemplateLibrary::SetSearchFolder() {
   // A remote object server's folders are not this computer's.
-  if (with_.session.RegistrationRemote) return;
+  if (services_.session.RegistrationRemote) return;
   // By convention interface files lie in the Import folder beside the Types folder, which holds the
   // catalogue. A database that comes from another computer may tell a folder of that one.
   std::string above;
   Attempt([&] { above = lonworks::FolderAboveCatalog(system_.LdrfCatalogPath()); });
-  if (above.empty() || !with_.files.ReadFolder(above + "\\Import"))
-    above = registry::LonWorksFolder(with_.registry);
-  if (!above.empty()) with_.interface_files.folder = above + "\\Import";
+  if (above.empty() || !services_.files.ReadFolder(above + "\\Import"))
+    above = registry::LonWorksFolder(services_.registry);
+  if (!above.empty()) services_.interface_files.folder = above + "\\Import";
 }
 
 std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
@@ -123,13 +123,14 @@ std::string TemplateLibrary::NoteOf(const std::string& template_name) const {
 }
 
 std::string TemplateLibrary::Remembered(const std::string& template_name) const {
-  return with_.registry.Remembered(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name));
+  return services_.registry.Remembered(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name));
 }
 
 void TemplateLibrary::Remember(const std::string& template_name, const std::string& program_id) const {
   // Where this is refused, the template is kept when the plug-in goes.
-  Attempt(
-      [&] { with_.registry.Remember(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name), program_id); });
+  Attempt([&] {
+    services_.registry.Remember(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name), program_id);
+  });
 }
 
 void TemplateLibrary::Forget(const std::string& template_name) const {
@@ -149,7 +150,7 @@ void TemplateLibrary::RemoveUnused(Unused which) const {
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::vector<std::string> names;
   const auto log_kept = [this](const std::string& name, const std::string& reason) {
-    with_.log.LogError(
+    services_.log.LogError(
         activity::ErrorMessage("Error removing unused device templates", name + ": " + reason));
   };
   for (const auto& entry : templates.Items()) {
@@ -165,7 +166,7 @@ void TemplateLibrary::RemoveUnused(Unused which) const {
   }
   for (const std::string& name : names) {
     if (which == Unused::Ask) {
-      const ui::Answer answer = with_.desktop.ShowMessage(
+      const ui::Answer answer = services_.desktop.ShowMessage(
           {"The device template '" + name +
                "' is no longer referenced by any device in the current network. Do you want to remove the "
                "device template from the template library?",
@@ -178,7 +179,7 @@ void TemplateLibrary::RemoveUnused(Unused which) const {
     } catch (const std::exception& failure) {
       log_kept(name, failure.what());
       if (which == Unused::Ask)
-        with_.desktop.ShowMessage(
+        services_.desktop.ShowMessage(
             {"Unable to remove the device template: " + name, startup::kProgramTitle, ui::Icon::Critical});
     }
   }

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "lns/object_model.h"
-#include "registration/surroundings.h"
+#include "session/services.h"
 
 namespace registration {
 
@@ -23,8 +23,10 @@ class Failure : public std::exception {
 /// that only those are ever removed without a question.
 class TemplateLibrary {
  public:
-  explicit TemplateLibrary(const Surroundings& with)
-      : with_(with), network_(with.session.CurrentNetwork), system_(with.session.CurrentSystem) {}
+  explicit TemplateLibrary(const session::Services& services)
+      : services_(services),
+        network_(services.session.CurrentNetwork),
+        system_(services.session.CurrentSystem) {}
 
   /// The template of the command's program ID; where the system has none, one made from the device's external
   /// interface file, which is searched on disk and then asked for. Throws a Failure with nothing left behind.
@@ -44,7 +46,7 @@ class TemplateLibrary {
   std::string UniqueName(const std::string& wanted) const;
   void SetSearchFolder();
   void Forget(const std::string& template_name) const;
-  std::string OwnTemplatesKey() const { return with_.identity.PlugInKey() + "\\" + kOwnTemplates; }
+  std::string OwnTemplatesKey() const { return services_.identity.PlugInKey() + "\\" + kOwnTemplates; }
   /// The name under which the registry has the template.
   std::string NoteOf(const std::string& template_name) const;
   /// The program ID under which the template was made here; empty for another's.
@@ -52,7 +54,7 @@ class TemplateLibrary {
   void Remember(const std::string& template_name, const std::string& program_id) const;
   bool IsOwn(const lns::DeviceTemplate& device_template) const;
 
-  Surroundings with_;
+  const session::Services& services_;
   lns::Network network_;
   lns::System system_;
 };

@@ -30,6 +30,8 @@ struct Session {
   /// The object server's remote flag at the last registration of commands; false where this process made
   /// none.
   bool RegistrationRemote = false;
+  /// Deregistration was asked for by a user at a window, who is shown its progress and asked questions.
+  bool Interactive = false;
 
   /// A network is being opened, commands are being registered: neither can begin a second time meanwhile.
   bool Opening = false;

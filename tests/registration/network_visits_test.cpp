@@ -27,7 +27,7 @@ struct NetworkVisits : testing::Test {
     world.desktop.messages.clear();
     world.statuses.clear();
     world.main.Load();  // as the program begins anew, which ended with the director that registered
-    registration::MMain(world.surroundings, world.by_hand).DeregisterPlugIn(mode, interactive);
+    registration::MMain(world.services, world.by_hand).DeregisterPlugIn(mode, interactive);
     EXPECT_FALSE(world.session.ObjectServer);
     EXPECT_FALSE(world.session.CurrentNetwork);
     EXPECT_TRUE(world.object_server_missing || !world.main.lcaOS().IsOpen());

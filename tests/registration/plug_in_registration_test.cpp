@@ -30,10 +30,10 @@ class PlugInRegistration : public testing::Test {
 
 TEST_F(PlugInRegistration, WritesTenValuesAndHasTheClassRegistered) {
   world.machine.standard_user = true;
-  registration::RegisterPlugIn(world.surroundings, false);
+  registration::RegisterPlugIn(world.services, false);
   EXPECT_EQ(Stored(""), "") << "refused writes are skipped";
   world.machine.standard_user = false;
-  registration::RegisterPlugIn(world.surroundings, true);
+  registration::RegisterPlugIn(world.services, true);
   EXPECT_EQ(world.machine.machine[key].texts.size(), 10u);
   EXPECT_EQ(world.shell.launches.at(1).program, "C:\\Plug-in\\QM5RFcPirConfigure.exe");
   EXPECT_EQ(world.shell.launches.at(1).arguments, "/regserver");
@@ -51,7 +51,7 @@ TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
   for (const auto& [version, text] : cases) {
     world.registry.SetMachineSetting(key, "", "something");
     world.registry.SetMachineSetting(key, "Version", version);
-    registration::RegisterPlugIn(world.surroundings, true, [] {});
+    registration::RegisterPlugIn(world.services, true, [] {});
     EXPECT_EQ(Told(), text + name + "|i") << version;
     EXPECT_EQ(Stored("Version"), text == newer ? version : "1.2.3");
   }
@@ -61,12 +61,12 @@ TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
 TEST_F(PlugInRegistration, AClassThatIsRefusedStopsOnlyTheInteractiveRun) {
   const std::string failed = "Plug-in QM5RFcPirConfigure.LNSPlugInAPIregistration as COM server failed|";
   world.shell.refuses = true;
-  registration::RegisterPlugIn(world.surroundings, true);
+  registration::RegisterPlugIn(world.services, true);
   EXPECT_EQ(Told(), failed + kTitle + "|!");
   EXPECT_EQ(Stored("Name"), "");
-  registration::RegisterPlugIn(world.surroundings, true, [] { throw platform::Error(5, "", ""); });
+  registration::RegisterPlugIn(world.services, true, [] { throw platform::Error(5, "", ""); });
   EXPECT_EQ(Told(), failed + kTitle + "|!");
-  registration::RegisterPlugIn(world.surroundings, false);
+  registration::RegisterPlugIn(world.services, false);
   EXPECT_EQ(Told(), "");
   EXPECT_EQ(Stored("Name"), name);
 }
@@ -75,7 +75,7 @@ TEST_F(PlugInRegistration, RemovalTellsWhatItFound) {
   world.registry.SetMachineSetting(key, "", "x");
   world.registry.SetMachineSetting(key + "\\Templates\\Deep", "a", "b");
   world.shell.refuses = true;
-  registration::UnregisterPlugIn(world.surroundings, true);
+  registration::UnregisterPlugIn(world.services, true);
   const std::string told = Told();
   EXPECT_TRUE(
       told.starts_with("Plug-in QM5RFcPirConfigure.LNSPlugInAPI deregistration as COM server failed\r"
@@ -85,13 +85,13 @@ TEST_F(PlugInRegistration, RemovalTellsWhatItFound) {
   world.shell.refuses = false;
   for (const std::string& text : {"Plug-in " + name + " deregistered",
                                   "Plug-in " + name + " does not exisit in the Windows registery"}) {
-    registration::UnregisterPlugIn(world.surroundings, true);
+    registration::UnregisterPlugIn(world.services, true);
     EXPECT_EQ(Told(), text + "|" + name + "|i");
     EXPECT_EQ(Stored(""), "");
   }
   EXPECT_EQ(world.shell.launches.back().program, "QM5RFcPirConfigure.exe");
   EXPECT_EQ(world.shell.launches.back().arguments, "/unregserver");
-  registration::UnregisterPlugIn(world.surroundings, false);
+  registration::UnregisterPlugIn(world.services, false);
   EXPECT_EQ(Told(), "");
 }
 
@@ -105,10 +105,8 @@ TEST(Names, OfTypesAndCommands) {
 /// The window: what each button does, once, and that it closes.
 TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
   int ended = 0, class_registered = 0;
-  registration::MMain::Process process;
-  process.object_server = [this] { return world.main.lcaOS(); };
+  registration::MMain::Process process = world.ByHand([&] { ++class_registered; });
   process.end_plug_in = [&] { ++ended; };
-  process.register_class = [&] { ++class_registered; };
   const auto open = [&](registration::MMain& program) -> registration::fRegisterPlugIn& {
     EXPECT_FALSE(program.Main(""));
     EXPECT_EQ(program.window()->Caption(), name);
@@ -119,7 +117,7 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
     return *program.window();
   };
   {
-    registration::MMain program(world.surroundings, process);
+    registration::MMain program(world.services, process);
     auto& window = open(program);
     EXPECT_EQ(window.lblRegistered.Text(), "Not registered on this computer.");
     window.bRegister.UserClicks();
@@ -127,7 +125,7 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
     EXPECT_EQ(std::exchange(class_registered, 0), 1);
   }
   {
-    registration::MMain program(world.surroundings, process);
+    registration::MMain program(world.services, process);
     auto& window = open(program);
     bool refused = false;
     world.desktop.on_message = [&](const ui::Message&) {
@@ -147,7 +145,7 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
     world.desktop.on_message = nullptr;
   }
   {
-    registration::MMain program(world.surroundings, process);
+    registration::MMain program(world.services, process);
     EXPECT_TRUE(open(program).CloseRequested(ui::CloseReason::User));
   }
   EXPECT_EQ(ended, 3);
@@ -158,11 +156,9 @@ TEST(StandardUser, WorksAndIsAskedForRightsWhereTheyAreNeeded) {
   Opened user(kFirstThermostat, "1");
   user.registry.SetMachineSetting("SOFTWARE\\Classes", "", "");
   int ended = 0, class_registered = 0;
-  registration::MMain::Process process;
-  process.object_server = [&] { return user.main.lcaOS(); };
+  registration::MMain::Process process = user.ByHand([&] { ++class_registered; });
   process.end_plug_in = [&] { ++ended; };
-  process.register_class = [&] { ++class_registered; };
-  registration::MMain program(user.surroundings, process);
+  registration::MMain program(user.services, process);
   using Window = registration::fRegisterPlugIn;
   // How the program ends, or what its window has come to.
   const auto start = [&](const char* command_line, const std::function<void(Window&)>& press = {}) {

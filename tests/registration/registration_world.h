@@ -26,16 +26,13 @@ struct RegistrationWorld : World {
       if (!progress.Status().empty() && (statuses.empty() || statuses.back() != progress.Status()))
         statuses.push_back(progress.Status());
     };
-    by_hand.object_server = [this] { return main.lcaOS(); };
-    by_hand.end_plug_in = [this] { main.EndPlugIn(); };
-    by_hand.register_class = [] {};
   }
 
   /// The database as its file would be.
   std::string Saved() const { return simulator::WriteInstallation(simulation->installation()); }
 
   std::vector<std::string> statuses;
-  registration::MMain::Process by_hand;
+  registration::MMain::Process by_hand = ByHand([] {});
 
  private:
   static std::string ManyNetworks() {

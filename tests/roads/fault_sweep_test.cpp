@@ -275,7 +275,7 @@ TEST_F(FaultSweep, DeregistrationGoesToItsEnd) {
   std::string removed;
   Walk("deregister everything", [&] {
     const auto deregister = [&] {
-      const auto code = registration::MMain(world.surroundings, world.by_hand).Main("/deregplugin");
+      const auto code = registration::MMain(world.services, world.by_hand).Main("/deregplugin");
       EXPECT_TRUE(code == 0 || faults.struck() == "machine");
       EXPECT_TRUE(world.desktop.messages.empty() && !world.session.CurrentNetwork);
     };

@@ -5,15 +5,10 @@
 #include <memory>
 #include <optional>
 
-#include "log/log.h"
-#include "platform/attempt.h"
-#include "plugin/api.h"
-#include "plugin/main_form.h"
+#include "plugin/plug_in.h"
 #include "registration/main.h"
-#include "registry/registry.h"
 #include "startup/command_line.h"
 #include "startup/identity.h"
-#include "ui/progress.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
 #include "windows/plugin/plug_in_door.h"
@@ -37,82 +32,64 @@ windows::com::ServerRegistration RegistrationOf(const startup::Identity& identit
   return registration;
 }
 
-/// Everything of the program but how it was started.
-struct PlugIn {
-  PlugIn(const startup::Identity& identity, const platform::Program& program,
-         windows::WindowsDesktop::Settings settings)
-      : desktop(std::move(settings)),
-        registry(machine, identity.PlugInName),
-        progress(desktop, program, identity.PlugInName),
-        interface_files(desktop, files, shell, registry),
-        log(desktop, program, files),
-        surroundings{
-            {desktop, program, shell, registry, identity, session, progress, interface_files, log, files},
-            [this] { return windows::MakeObjectServer(machine); }},
-        main(surroundings) {}
+struct WindowsComputer {
+  explicit WindowsComputer(windows::WindowsDesktop::Settings settings = {}) : desktop(std::move(settings)) {}
 
-  session::Session session;
+  plugin::Computer Of(const platform::Program& program) {
+    return {desktop, program, files, shell, registry, [this] { return windows::MakeObjectServer(registry); }};
+  }
+
   windows::WindowsDesktop desktop;
   windows::WindowsFiles files;
   windows::WindowsShell shell;
-  windows::WindowsRegistry machine;
-  registry::CRegistry registry;
-  ui::Progress progress;
-  xif::InterfaceFiles interface_files;
-  activity::fLog log;
-  const plugin::Surroundings surroundings;
-  plugin::fMain main;
+  windows::WindowsRegistry registry;
 };
 
 /// Serves directors until the plug-in ends itself; docs/architecture.md has the life of the server. The
 /// apartment is left before the window's state goes: leaving it takes the automation objects that directors
 /// still hold, and these tell the window. References to the object server are gone by then.
-int Serve(const startup::Identity& identity, const platform::Program& program) {
+int Serve(const platform::Program& program) {
   std::optional<windows::com::LocalServer> server;
   windows::WindowsDesktop::Settings settings;
   settings.end_program = [&] {
     if (server) server->Leave();
   };
-  PlugIn plug_in(identity, program, std::move(settings));
+  WindowsComputer computer(std::move(settings));
+  plugin::PlugIn plug_in(computer.Of(program));
   const windows::com::Apartment apartment;
-  const auto make = [&] {
-    return std::make_shared<plugin::LNSPlugInAPI>(plug_in.surroundings, plug_in.main);
-  };
+  const auto make = [&] { return plug_in.CreateApi(); };
   server.emplace(
       windows::com::ServedClass{windows::plugin::PlugInClassId(), make, windows::plugin::OpenPlugInDoor},
       windows::com::ServerLifetime{.leaves_when_unused = false, .idle_limit = windows::com::kIdleLimit});
-  const int exit_code = plug_in.desktop.Run();
+  const int exit_code = computer.desktop.Run();
   server.reset();
   return exit_code;
 }
 
 /// Registers or removes the plug-in, or lets the user do it.
-int RunByHand(const startup::Identity& identity, const platform::Program& program) {
+int RunByHand(const platform::Program& program) {
   const windows::com::Apartment apartment;
-  PlugIn plug_in(identity, program, {});
-  registration::MMain::Process process;
-  process.object_server = [&] { return plug_in.main.lcaOS(); };
-  process.end_plug_in = [&] { plug_in.main.EndPlugIn(); };
-  process.register_class = [&] { windows::com::RegisterServer(RegistrationOf(identity)); };
-  registration::MMain main(plug_in.surroundings, std::move(process));
+  WindowsComputer computer;
+  plugin::PlugIn plug_in(computer.Of(program));
+  const auto register_class = [&] { windows::com::RegisterServer(RegistrationOf(plug_in.identity)); };
+  registration::MMain main(plug_in.services, plug_in.ByHand(register_class));
   const std::optional<int> exit_code = main.Main(windows::CommandLineArguments());
-  return exit_code ? *exit_code : plug_in.desktop.Run();
+  return exit_code ? *exit_code : computer.desktop.Run();
 }
 
 int Run() {
   const windows::WindowsProgram program;
-  const startup::Identity identity = startup::LoadIdentity(program);
   switch (windows::com::ServerStartOf(windows::CommandLineArguments())) {
     case ServerStart::Register:
-      windows::com::RegisterServer(RegistrationOf(identity));
+      windows::com::RegisterServer(RegistrationOf(startup::LoadIdentity(program)));
       return 0;
     case ServerStart::Unregister:
-      windows::com::UnregisterServer(RegistrationOf(identity));
+      windows::com::UnregisterServer(RegistrationOf(startup::LoadIdentity(program)));
       return 0;
     case ServerStart::ByCom:
-      return Serve(identity, program);
+      return Serve(program);
     case ServerStart::ByHand:
-      return RunByHand(identity, program);
+      return RunByHand(program);
   }
   return 0;
 }

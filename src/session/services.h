@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
+
 #include "log/log.h"
 #include "platform/files.h"
+#include "platform/late_bound.h"
 #include "platform/program.h"
 #include "platform/shell.h"
 #include "registry/registry.h"
@@ -11,22 +14,22 @@
 #include "ui/progress.h"
 #include "xif/interface_files.h"
 
-namespace registration {
+namespace session {
 
-/// What registration works with; all of it outlives its procedures.
-struct Surroundings {
+/// What the parts of the plug-in share: one of each in the process, and all of them outlive the parts.
+struct Services {
   ui::Desktop& desktop;
   const platform::Program& program;
+  const platform::Files& files;
   platform::Shell& shell;
   registry::CRegistry& registry;
   const startup::Identity& identity;
-  session::Session& session;
+  Session& session;
   ui::Progress& progress;
   xif::InterfaceFiles& interface_files;
   activity::fLog& log;
-  const platform::Files& files;
-  /// Deregistration was asked for by a user at a window, who is shown its progress and asked questions.
-  bool Interactive = false;
+  /// Makes an object server; throws if none can be had.
+  std::function<platform::LateBoundPtr()> make_object_server;
 };
 
-}  // namespace registration
+}  // namespace session
