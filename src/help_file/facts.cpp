@@ -5,7 +5,7 @@
 #include "text/numbers.h"
 #include "text/strings.h"
 
-namespace help {
+namespace help_file {
 namespace {
 
 using model::Unit;
@@ -133,4 +133,4 @@ std::string Escaped(std::string_view text) {
   return escaped;
 }
 
-}  // namespace help
+}  // namespace help_file

@@ -6,7 +6,7 @@
 #include "model/catalogue.h"
 
 /// What the tables of the program say about a field, as HTML.
-namespace help {
+namespace help_file {
 
 /// Where the field stands on the screen; without a label or page for what stands over the tabs.
 struct Place {
@@ -34,4 +34,4 @@ std::string ChoicesOf(const FieldSource& field);
 
 std::string Escaped(std::string_view text);
 
-}  // namespace help
+}  // namespace help_file

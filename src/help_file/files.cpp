@@ -4,7 +4,7 @@
 #include <fstream>
 #include <iterator>
 
-namespace help {
+namespace help_file {
 
 std::vector<File> ReadFolder(const std::filesystem::path& folder) {
   std::vector<File> files;
@@ -29,4 +29,4 @@ void WriteFolder(const std::filesystem::path& folder, const std::vector<File>& f
   }
 }
 
-}  // namespace help
+}  // namespace help_file

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace help {
+namespace help_file {
 
 /// A text file: its name without folder, and what stands in it.
 struct File {
@@ -17,4 +17,4 @@ std::vector<File> ReadFolder(const std::filesystem::path& folder);
 /// Throws where a file cannot be written.
 void WriteFolder(const std::filesystem::path& folder, const std::vector<File>& files);
 
-}  // namespace help
+}  // namespace help_file

@@ -11,7 +11,7 @@
 #include "help_file/source.h"
 #include "text/strings.h"
 
-namespace help {
+namespace help_file {
 namespace {
 
 constexpr const char* kTitle = "QM5R-FC PIR Configure Help";
@@ -205,4 +205,4 @@ class Project {
 
 std::vector<File> MakeProject(const std::vector<File>& sources) { return Project(sources).Make(); }
 
-}  // namespace help
+}  // namespace help_file

@@ -4,7 +4,7 @@
 
 #include "help_file/files.h"
 
-namespace help {
+namespace help_file {
 
 /// The names of the project's own files.
 inline constexpr const char* kProjectFile = "help.hhp";
@@ -19,4 +19,4 @@ inline constexpr const char* kIndexFile = "help.hhk";
 /// screen that no source describes.
 std::vector<File> MakeProject(const std::vector<File>& sources);
 
-}  // namespace help
+}  // namespace help_file

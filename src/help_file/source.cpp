@@ -9,7 +9,7 @@
 #include "startup/help_topics.h"
 #include "text/strings.h"
 
-namespace help {
+namespace help_file {
 namespace {
 
 constexpr std::pair<std::string_view, int> kContexts[] = {
@@ -144,4 +144,4 @@ std::string NameOf(model::ControlRef control) {
   return {};
 }
 
-}  // namespace help
+}  // namespace help_file

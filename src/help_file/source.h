@@ -21,7 +21,7 @@
 ///
 /// {{link txtNvi(3) <words>}} in a text is a link to the field's topic, {{range txtNvi(3)}} the field's
 /// range.
-namespace help {
+namespace help_file {
 
 /// A mistake in the sources; the text names the source and the line.
 struct SourceError : std::runtime_error {
@@ -55,4 +55,4 @@ TopicSource ParseSource(const File& file);
 model::ControlRef ControlNamed(std::string_view name);
 std::string NameOf(model::ControlRef control);
 
-}  // namespace help
+}  // namespace help_file

@@ -10,7 +10,7 @@ namespace platform {
 /// A raised error as automation knows it: a number, the name of what raised it, and a text for people.
 ///
 /// It is made from an HRESULT and EXCEPINFO at the COM edge, by the procedures that raise numbered errors and
-/// by the registry class; it becomes EXCEPINFO again at the automation object's door and nowhere else.
+/// by the registry class; it becomes EXCEPINFO again at the automation object's adapter and nowhere else.
 class Error : public std::exception {
  public:
   /// The cause is the text of the error that this one has taken the place of, for the log.

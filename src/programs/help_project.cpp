@@ -13,7 +13,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   try {
-    help::WriteFolder(arguments[2], help::MakeProject(help::ReadFolder(arguments[1])));
+    help_file::WriteFolder(arguments[2], help_file::MakeProject(help_file::ReadFolder(arguments[1])));
     return 0;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s\n", failure.what());

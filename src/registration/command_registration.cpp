@@ -10,8 +10,8 @@
 #include "platform/attempt.h"
 #include "registration/names.h"
 #include "registration/place.h"
+#include "registration/plug_in_templates.h"
 #include "registration/resource_registration.h"
-#include "registration/template_library.h"
 #include "text/strings.h"
 
 namespace registration {
@@ -242,7 +242,7 @@ class Run {
 
   const session::Services& services_;
   lns::System system_;  // of the network that was open at the beginning; another command may open another one
-  TemplateLibrary library_;
+  PlugInTemplates library_;
   std::map<std::string, Failure> failed_;  // by program ID
   std::set<std::string> logged_, shown_;
   bool user_is_there_ = false;  // this run has shown a box, which was answered

@@ -5,7 +5,7 @@
 #include "platform/attempt.h"
 #include "registration/command_registration.h"
 #include "registration/place.h"
-#include "registration/template_library.h"
+#include "registration/plug_in_templates.h"
 #include "text/strings.h"
 
 namespace registration {
@@ -94,12 +94,12 @@ void RemoveCommandsAndTemplates(const session::Services& services, bool exhausti
   // The message loop may run in here, and a director open another network.
   const lns::System system = services.session.CurrentSystem;
   const lns::ObjectServer server = services.session.ObjectServer;
-  const TemplateLibrary library(services);
+  const PlugInTemplates library(services);
   const Removal removal(services);
   removal.FromSystem(system);
   if (first_network) removal.From(server, Place(server));
   if (!exhaustive) return;
-  using Unused = TemplateLibrary::Unused;
+  using Unused = PlugInTemplates::Unused;
   removal.Try("unused device templates", Place(system),
               [&] { library.RemoveUnused(services.session.Interactive ? Unused::Ask : Unused::RemoveOwn); });
 }

@@ -47,11 +47,11 @@ bool IsPredefined(const stored::Chain& chain) {
   return chain == stored::Chain{stored::kAllDevices} || chain == stored::Chain{stored::kDiscovered};
 }
 
-std::string DevicePath(Session& session, const stored::DeviceKey& key) {
+std::string DevicePath(ClientSession& session, const stored::DeviceKey& key) {
   return stored::PathOf(stored::NetworkOf(session.installation(), key.network), key);
 }
 
-bool Answers(Session& session, const stored::DeviceKey& key) {
+bool Answers(ClientSession& session, const stored::DeviceKey& key) {
   const stored::Device& device = stored::DeviceOf(session.installation(), key);
   return session.IsAttached(key.network) && device.powered && device.attachment == 0 &&
          !session.simulation().HasVanished(DevicePath(session, key));

@@ -74,9 +74,9 @@ class LonMarkObject : public Simulated<LonMarkObject> {
 /// "ALL" and "Discovered", which are always there.
 bool IsPredefined(const stored::Chain& chain);
 
-std::string DevicePath(Session& session, const stored::DeviceKey& key);
+std::string DevicePath(ClientSession& session, const stored::DeviceKey& key);
 
 /// Whether the session can talk to the device now.
-bool Answers(Session& session, const stored::DeviceKey& key);
+bool Answers(ClientSession& session, const stored::DeviceKey& key);
 
 }  // namespace simulator

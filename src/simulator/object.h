@@ -8,7 +8,7 @@
 
 #include "automation/convert.h"
 #include "automation/published.h"
-#include "simulator/session.h"
+#include "simulator/client_session.h"
 
 namespace simulator {
 
@@ -48,7 +48,7 @@ enum class Class : std::int32_t {
 
 /// What every object of a session is made with.
 struct Origin {
-  std::shared_ptr<Session> session;
+  std::shared_ptr<ClientSession> session;
   LateBoundPtr parent;  // the object through which this one was reached
   Place place;
   std::string network;  // the object works only while the system of this network is open; empty for others
@@ -76,7 +76,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   bool Offers(const Row& row) const { return strict().Knows(row.name, row.since); }
   bool OffersPut(const Row& row) const { return row.put && !strict().read_only.contains(row.name); }
 
-  Session& session() { return *origin_.session; }
+  ClientSession& session() { return *origin_.session; }
   const Strictness& strict() const { return origin_.session->installation().strict; }
   stored::Installation& installation() { return session().installation(); }
   const LateBoundPtr& parent() const { return origin_.parent; }
@@ -107,7 +107,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   /// After a new name was put; the address ends with the name. What was reached from this object goes on.
   void Rename(const std::string& name) {
     std::string& path = origin_.place.path;
-    const Session::Key former{origin_.parent.get(), path};
+    const ClientSession::Key former{origin_.parent.get(), path};
     path.replace(path.size() - origin_.place.item.size(), std::string::npos, name);
     origin_.place.item = name;
     session().Move(former, {origin_.parent.get(), path});

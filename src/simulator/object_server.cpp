@@ -87,7 +87,7 @@ void ObjectServer::SetActiveRemoteInterface(const Value& value) {
 
 void ObjectServer::SetFlags(const Value& value) {
   const int flags = automation::ToInteger(value);
-  const int both = Session::kUseTcp | Session::kUseNsi;
+  const int both = ClientSession::kUseTcp | ClientSession::kUseNsi;
   if ((flags & both) == both) Fail(Code::OutOfRange, "The flags 16 and 32 exclude each other.");
   session().ChangeSettings().flags = flags;
 }

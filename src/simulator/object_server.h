@@ -12,7 +12,7 @@ namespace simulator {
 /// opened.
 class ObjectServer : public Simulated<ObjectServer> {
  public:
-  explicit ObjectServer(std::shared_ptr<Session> session)
+  explicit ObjectServer(std::shared_ptr<ClientSession> session)
       : Simulated({std::move(session), nullptr, {"LcaObjectServer", "", ""}, ""}) {}
 
   static std::span<const MemberRow<ObjectServer>> Members();

@@ -2,11 +2,11 @@
 
 #include <thread>
 
+#include "simulator/client_session.h"
 #include "simulator/errors.h"
 #include "simulator/files.h"
 #include "simulator/network_file.h"
 #include "simulator/object_server.h"
-#include "simulator/session.h"
 
 namespace simulator {
 Simulation::Simulation(Sleeper sleeper)
@@ -28,7 +28,7 @@ std::shared_ptr<Simulation> Simulation::FromText(std::string_view text, Sleeper 
 }
 
 std::shared_ptr<automation::Published> Simulation::CreateObjectServer() {
-  const auto session = std::make_shared<Session>(shared_from_this());
+  const auto session = std::make_shared<ClientSession>(shared_from_this());
   std::erase_if(sessions_, [](const auto& each) { return each.expired(); });
   sessions_.push_back(session);
   return std::make_shared<ObjectServer>(session);
@@ -46,8 +46,8 @@ void Simulation::RaiseEvent(std::int32_t event, platform::Arguments arguments) {
   for (const auto& session : Sessions()) session->Raise(event, arguments);
 }
 
-std::vector<std::shared_ptr<Session>> Simulation::Sessions() const {
-  std::vector<std::shared_ptr<Session>> live;
+std::vector<std::shared_ptr<ClientSession>> Simulation::Sessions() const {
+  std::vector<std::shared_ptr<ClientSession>> live;
   for (const auto& each : sessions_)
     if (auto session = each.lock()) live.push_back(std::move(session));
   return live;

@@ -17,7 +17,7 @@
 
 namespace simulator {
 
-class Session;
+class ClientSession;
 
 /// The events of the object server, by their numbers.
 inline constexpr std::int32_t kIdleEvent = 9;
@@ -71,7 +71,7 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   FileReader read_file;
 
   /// The open sessions, for questions that concern all of them.
-  std::vector<std::shared_ptr<Session>> Sessions() const;
+  std::vector<std::shared_ptr<ClientSession>> Sessions() const;
 
   void MarkChanged() { changed_ = true; }
   void SaveChanges();
@@ -96,7 +96,7 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   Journal journal_;
   Faults faults_;
   std::set<std::string> vanished_;
-  std::vector<std::weak_ptr<Session>> sessions_;
+  std::vector<std::weak_ptr<ClientSession>> sessions_;
   bool changed_ = false;
   std::string save_error_;
 };

@@ -13,13 +13,13 @@ namespace {
 
 using Texts = std::map<std::string, std::string>;
 
-Texts Made(const std::vector<help::File>& sources) {
+Texts Made(const std::vector<help_file::File>& sources) {
   Texts made;
-  for (const help::File& file : help::MakeProject(sources)) made[file.name] = file.content;
+  for (const help_file::File& file : help_file::MakeProject(sources)) made[file.name] = file.content;
   return made;
 }
-const std::vector<help::File>& Sources() {
-  static const auto sources = help::ReadFolder(HELP_SOURCES);
+const std::vector<help_file::File>& Sources() {
+  static const auto sources = help_file::ReadFolder(HELP_SOURCES);
   return sources;
 }
 bool Contains(const std::string& text, const std::string& part) {
@@ -52,11 +52,11 @@ TEST(HelpFile, EveryContextOfTheScreenHasATopicInTheContents) {
   for (const int context : contexts) {
     const std::string name = "IDH_" + std::to_string(context);
     std::smatch alias;
-    ASSERT_TRUE(std::regex_search(made[help::kProjectFile], alias, std::regex("\n" + name + "=(.*)\n")))
+    ASSERT_TRUE(std::regex_search(made[help_file::kProjectFile], alias, std::regex("\n" + name + "=(.*)\n")))
         << name;
     EXPECT_TRUE(made.contains(alias[1])) << alias[1];
-    EXPECT_TRUE(Contains(made[help::kContentsFile], "\"" + alias[1].str() + "\"")) << alias[1];
-    EXPECT_TRUE(Contains(made[help::kProjectFile], "#define " + name + " " + name.substr(4) + "\n"));
+    EXPECT_TRUE(Contains(made[help_file::kContentsFile], "\"" + alias[1].str() + "\"")) << alias[1];
+    EXPECT_TRUE(Contains(made[help_file::kProjectFile], "#define " + name + " " + name.substr(4) + "\n"));
   }
 }
 
@@ -81,10 +81,10 @@ TEST(HelpFile, RefusesSourcesThatMissOrInventSomething) {
       {"contents.txt", "units.html", ""},
       {"pir.html", "@index", "@indices"}};
   for (const auto& [file, text, replacement] : mistakes) {
-    std::vector<help::File> sources = Sources();
-    auto& content = std::ranges::find(sources, file, &help::File::name)->content;
+    std::vector<help_file::File> sources = Sources();
+    auto& content = std::ranges::find(sources, file, &help_file::File::name)->content;
     content.replace(content.find(text), std::string(text).size(), replacement);
-    EXPECT_THROW(help::MakeProject(sources), help::SourceError) << file << ' ' << replacement;
+    EXPECT_THROW(help_file::MakeProject(sources), help_file::SourceError) << file << ' ' << replacement;
   }
 }
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "simulator/session.h"
+#include "simulator/client_session.h"
 #include "support/user.h"
 #include "text/strings.h"
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "registration/registration_world.h"
-#include "simulator/session.h"
+#include "simulator/client_session.h"
 
 namespace {
 

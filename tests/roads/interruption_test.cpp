@@ -6,7 +6,7 @@
 #include "headless/forwarding_object.h"
 #include "model/catalogue.h"
 #include "model/field_tips.h"
-#include "simulator/session.h"
+#include "simulator/client_session.h"
 #include "support/user.h"
 
 namespace {

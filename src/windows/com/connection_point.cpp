@@ -79,7 +79,7 @@ HRESULT ConnectionPoint::GetConnectionInterface(IID* id) {
 
 HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
   if (!container) return E_POINTER;
-  *container = ComPtr<IConnectionPointContainer>(&door_).Detach();
+  *container = ComPtr<IConnectionPointContainer>(&adapter_).Detach();
   return S_OK;
 }
 
@@ -120,7 +120,7 @@ HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
 }
 
 /// Touches nothing but its own copies after the sink's answer: the sink may have disconnected itself or even
-/// released the door meanwhile.
+/// released the adapter meanwhile.
 void ConnectionPoint::Deliver(const std::shared_ptr<Connection>& connection, std::int32_t event,
                               platform::Arguments arguments) {
   if (!connection || !connection->sink) return;

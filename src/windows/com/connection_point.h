@@ -16,7 +16,7 @@ namespace windows::com {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// The place where clients connect their sinks to the events of a published object. A part of its door: it
+/// The place where clients connect their sinks to the events of a published object. A part of its adapter: it
 /// has an identity but no life of its own.
 ///
 /// Every connection is a subscription of its own to the object. Events are delivered within the call that
@@ -24,13 +24,13 @@ namespace windows::com {
 /// bear that handlers come and go while it raises an event.
 class ConnectionPoint final : public IConnectionPoint {
  public:
-  ConnectionPoint(IConnectionPointContainer& door, platform::LateBound& source, const IID& events)
-      : door_(door), source_(source), events_(events) {}
+  ConnectionPoint(IConnectionPointContainer& adapter, platform::LateBound& source, const IID& events)
+      : adapter_(adapter), source_(source), events_(events) {}
   virtual ~ConnectionPoint() = default;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** interface_pointer) override;
-  ULONG STDMETHODCALLTYPE AddRef() override { return door_.AddRef(); }
-  ULONG STDMETHODCALLTYPE Release() override { return door_.Release(); }
+  ULONG STDMETHODCALLTYPE AddRef() override { return adapter_.AddRef(); }
+  ULONG STDMETHODCALLTYPE Release() override { return adapter_.Release(); }
 
   HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* id) override;
   HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override;
@@ -47,7 +47,7 @@ class ConnectionPoint final : public IConnectionPoint {
   static void Deliver(const std::shared_ptr<Connection>& connection, std::int32_t event,
                       platform::Arguments arguments);
 
-  IConnectionPointContainer& door_;
+  IConnectionPointContainer& adapter_;
   platform::LateBound& source_;
   const IID events_;
   std::map<DWORD, std::shared_ptr<Connection>> connections_;
@@ -56,7 +56,7 @@ class ConnectionPoint final : public IConnectionPoint {
 
 #pragma GCC diagnostic pop
 
-/// The enumeration of the one connection point that a door has.
+/// The enumeration of the one connection point that an adapter has.
 ComPtr<IEnumConnectionPoints> EnumerateOne(ComPtr<IConnectionPoint> point);
 
 }  // namespace windows::com

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "text/strings.h"
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 #include "windows/com/failure.h"
 #include "windows/com/implements.h"
 #include "windows/com/server_use.h"
@@ -32,9 +32,9 @@ class LocalServer::Factory final : public Implements<IClassFactory> {
     if (outer) return CLASS_E_NOAGGREGATION;
     if (!running_server || running_server->state_ == State::Gone) return CO_E_SERVER_STOPPING;
     const Making making(*running_server);
-    const ComPtr<IUnknown> door = Open(served_.make());
+    const ComPtr<IUnknown> adapter = Open(served_.make());
     running_server->Enter(State::Serving);
-    return door->QueryInterface(id, interface_pointer);
+    return adapter->QueryInterface(id, interface_pointer);
   } catch (...) {
     return ReportAsResult();
   }
@@ -60,7 +60,7 @@ class LocalServer::Factory final : public Implements<IClassFactory> {
 
   ComPtr<IUnknown> Open(const std::shared_ptr<automation::Published>& object) const {
     if (served_.open) return served_.open(object);
-    return DispatchDoor::For(object);
+    return DispatchAdapter::For(object);
   }
 
   ServedClass served_;
@@ -71,7 +71,7 @@ Apartment::Apartment() { Check(OleInitialize(nullptr), "Cannot start COM"); }
 Apartment::~Apartment() {
   home_.DoAll();
   OleUninitialize();
-  CloseAllDoors();
+  DisconnectAllAdapters();
 }
 
 ServerStart ServerStartOf(std::string_view arguments) {

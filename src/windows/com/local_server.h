@@ -41,7 +41,7 @@ struct ServedClass {
   CLSID id;
   /// Makes a new object for a client. What it throws becomes the result of the client's creation.
   std::function<std::shared_ptr<automation::Published>()> make;
-  /// Opens the door of a new object; without it, a plain DispatchDoor.
+  /// Opens the adapter of a new object; without it, a plain DispatchAdapter.
   std::function<ComPtr<IUnknown>(const std::shared_ptr<automation::Published>&)> open = {};
 };
 
@@ -63,7 +63,7 @@ struct ServerLifetime {
 /// COM's usual limit for a server that it starts.
 constexpr std::chrono::seconds kIdleLimit{10};
 
-/// Serves one class to other processes from the thread of its apartment. One per process; the doors that
+/// Serves one class to other processes from the thread of its apartment. One per process; the adapters that
 /// clients hold may outlive it until the apartment is left.
 class LocalServer {
  public:

@@ -70,7 +70,7 @@ HRESULT CallPublished(const std::shared_ptr<automation::Published>& object, DISP
   if (!parameters || !kind) return E_INVALIDARG;
   if (HasNamedArguments(*parameters, *kind)) return DISP_E_NONAMEDARGS;
   if (number == DISPID_UNKNOWN) return DISP_E_MEMBERNOTFOUND;
-  // The object outlives the call even when its door is released meanwhile.
+  // The object outlives the call even when its adapter is released meanwhile.
   // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const std::shared_ptr<automation::Published> target = object;
   UINT position = 0;

@@ -4,7 +4,7 @@
 
 namespace windows::com {
 
-/// What keeps this process in use by others: every open door and every enumeration holds one.
+/// What keeps this process in use by others: every adapter and every enumeration holds one.
 class ServerUse {
  public:
   ServerUse();

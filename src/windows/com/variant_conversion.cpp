@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "automation/published.h"
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/failure.h"
 
@@ -135,7 +135,7 @@ ComPtr<IDispatch> ToDispatch(const platform::LateBoundPtr& object) {
   if (!object) return nullptr;
   if (const auto foreign = std::dynamic_pointer_cast<DispatchObject>(object)) return foreign->dispatch();
   if (const auto own = std::dynamic_pointer_cast<automation::Published>(object))
-    return DispatchDoor::For(own);
+    return DispatchAdapter::For(own);
   throw platform::Error(platform::kTypeMismatch, std::string(kAutomation), "The object is not published.");
 }
 

@@ -11,7 +11,7 @@
 #include "windows/com/owners.h"
 
 /// Automation's values and ours. An object of another process is a DispatchObject here; an object that this
-/// process publishes goes out as its door, and comes back as the object itself.
+/// process publishes goes out as its adapter, and comes back as the object itself.
 namespace windows::com {
 
 /// Follows references; integers beyond 32 bits, currency and dates become numbers; "no value", null and a

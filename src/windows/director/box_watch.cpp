@@ -10,7 +10,7 @@
 #include "windows/director/remote_window.h"
 #include "windows/director/screen_reader.h"
 
-namespace director {
+namespace windows {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -38,11 +38,11 @@ class Standing {
   }
 
   HWND window() const { return window_; }
-  Box box() const { return {title_, text_, buttons_}; }
+  director::Box box() const { return {title_, text_, buttons_}; }
 
   void Treat(std::optional<bool> answer) {
     const bool due = answer || Clock::now() - since_ > kPatience;
-    if (due && !told_) std::cerr << Report(box(), answer) << std::flush;
+    if (due && !told_) std::cerr << director::Report(box(), answer) << std::flush;
     told_ = told_ || due;
     if (!answer) return;
     // Each time: a box that has just come up may not listen yet.
@@ -83,4 +83,4 @@ void BoxWatch::Watch() {
   }
 }
 
-}  // namespace director
+}  // namespace windows

@@ -4,7 +4,7 @@
 #include <optional>
 #include <thread>
 
-namespace director {
+namespace windows {
 
 /// Watches for message boxes of the plug-in from a thread of its own while a command runs, which ends only
 /// when they are answered. With an answer it presses their buttons at once; without one it says, after some
@@ -28,4 +28,4 @@ class BoxWatch {
   std::thread thread_;
 };
 
-}  // namespace director
+}  // namespace windows

@@ -8,7 +8,7 @@
 
 #include "windows/com/wide_text.h"
 
-namespace director {
+namespace windows {
 namespace {
 
 constexpr std::size_t kTextLength = 1024;
@@ -131,4 +131,4 @@ std::vector<std::vector<std::string>> ListRows(HWND list) {
   return rows;
 }
 
-}  // namespace director
+}  // namespace windows

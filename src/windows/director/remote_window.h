@@ -7,7 +7,7 @@
 
 /// Windows of another program, read from outside as a screen reader does. The other program must be of the
 /// same bitness where its lists, tabs and status bars are read: their messages carry addresses.
-namespace director {
+namespace windows {
 
 std::string TextOf(HWND window);
 std::wstring ClassOf(HWND window);
@@ -20,4 +20,4 @@ std::vector<std::string> StatusTexts(HWND status_bar);
 /// The rows of a report list, cell by cell.
 std::vector<std::vector<std::string>> ListRows(HWND list);
 
-}  // namespace director
+}  // namespace windows

@@ -13,7 +13,7 @@
 #include "text/strings.h"
 #include "windows/director/remote_window.h"
 
-namespace director {
+namespace windows {
 namespace {
 
 constexpr wchar_t kMainCaption[] = L"Korvell QM5R-FC PIR Configure";
@@ -200,4 +200,4 @@ bool CloseWindow() {
   return main && IsWindowVisible(main) && PostMessageW(main, WM_CLOSE, 0, 0);
 }
 
-}  // namespace director
+}  // namespace windows

@@ -4,7 +4,7 @@
 
 #include <iosfwd>
 
-namespace director {
+namespace windows {
 
 /// Prints what the plug-in's windows show: every page of the main window with its frames, labels and fields,
 /// the status bar, and the rows of the log. Works on the windows from outside, as a screen reader does. False
@@ -17,4 +17,4 @@ bool CloseWindow();
 /// The process that the plug-in runs in; 0 where it does not run.
 DWORD PlugInProcess();
 
-}  // namespace director
+}  // namespace windows

@@ -6,9 +6,9 @@
 #include <msi.h>
 
 #include "windows/com/lost_class.h"
-#include "windows/plugin/plug_in_door.h"
+#include "windows/plugin/plug_in_adapter.h"
 
 extern "C" UINT __stdcall ForgetLostClass(MSIHANDLE) {
-  windows::com::ForgetLostClass(windows::plugin::PlugInClassId());
+  windows::com::ForgetLostClass(windows::PlugInClassId());
   return ERROR_SUCCESS;
 }

@@ -50,7 +50,7 @@ int RunConfigure(const Options& options) {
   windows::com::AllowForeground(*plug_in);
   bool read = true;
   {
-    const director::BoxWatch boxes(options.answer);
+    const windows::BoxWatch boxes(options.answer);
     try {
       director::Configure(*plug_in, options.configure);
     } catch (const platform::Error&) {
@@ -81,7 +81,7 @@ int RunRegistration(const Options& options, std::int32_t command) {
   const bool local = interface_name.empty();
   const std::string system = local ? PrintRegistration(options).system : options.network;
   {
-    const director::BoxWatch boxes(options.answer);
+    const windows::BoxWatch boxes(options.answer);
     director::SendToSystem(*plug_in, command, options.network, interface_name, system);
   }
   if (local) PrintRegistration(options);
@@ -147,9 +147,9 @@ int Run(const Options& options) {
     case Command::Deregister:
       return RunRegistration(options, session::kDeregisterCommand);
     case Command::Screen:
-      return NeedsWindow(director::PrintScreen(std::cout));
+      return NeedsWindow(windows::PrintScreen(std::cout));
     case Command::Close:
-      return NeedsWindow(director::CloseWindow());
+      return NeedsWindow(windows::CloseWindow());
     case Command::FaultAdd:
       return knobs().AddFault(options.fault), 0;
     case Command::FaultList:

@@ -11,7 +11,7 @@
 #include "startup/identity.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
-#include "windows/plugin/plug_in_door.h"
+#include "windows/plugin/plug_in_adapter.h"
 #include "windows/system/files.h"
 #include "windows/system/object_server_source.h"
 #include "windows/system/program.h"
@@ -25,7 +25,7 @@ using windows::com::ServerStart;
 
 windows::com::ServerRegistration RegistrationOf(const startup::Identity& identity) {
   windows::com::ServerRegistration registration;
-  registration.class_id = windows::plugin::PlugInClassId();
+  registration.class_id = windows::PlugInClassId();
   registration.prog_id = identity.PlugInProgID;
   registration.description = identity.PlugInName;
   registration.has_type_library = true;
@@ -59,7 +59,7 @@ int Serve(const platform::Program& program) {
   const windows::com::Apartment apartment;
   const auto make = [&] { return plug_in.CreateApi(); };
   server.emplace(
-      windows::com::ServedClass{windows::plugin::PlugInClassId(), make, windows::plugin::OpenPlugInDoor},
+      windows::com::ServedClass{windows::PlugInClassId(), make, windows::MakePlugInAdapter},
       windows::com::ServerLifetime{.leaves_when_unused = false, .idle_limit = windows::com::kIdleLimit});
   const int exit_code = computer.desktop.Run();
   server.reset();

@@ -15,7 +15,7 @@
 #include "simulator/options.h"
 #include "simulator/simulation.h"
 #include "text/strings.h"
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
 #include "windows/com/wide_text.h"
@@ -133,7 +133,7 @@ int Serve(const Options& options, bool by_com) {
   };
   windows::com::ServedClass served{kClassId, make};
   served.open = [](const std::shared_ptr<automation::Published>& object) {
-    return windows::com::ComPtr<IUnknown>(windows::com::DispatchDoor::For(object, {kEventsId, {}}));
+    return windows::com::ComPtr<IUnknown>(windows::com::DispatchAdapter::For(object, {kEventsId, {}}));
   };
   windows::com::ServerLifetime lifetime;
   if (by_com) {

@@ -22,7 +22,7 @@ bool SameFile(const std::wstring& path, HMODULE module) {
 
 class SystemAnimation final : public ui::AnimationWindow {
  public:
-  SystemAnimation(const Context& context, HWND window) : context_(context), window_(window) {
+  SystemAnimation(const UiThread& ui_thread, HWND window) : ui_thread_(ui_thread), window_(window) {
     SetWindowSubclass(window, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
   }
   ~SystemAnimation() override {
@@ -73,7 +73,7 @@ class SystemAnimation final : public ui::AnimationWindow {
 
  private:
   Opened Open() {
-    dpi_ = context_.ShownDpi(window_);
+    dpi_ = ui_thread_.ShownDpi(window_);
     const std::wstring drawn = DrawnFor(dpi_);
     const wchar_t* const clip = !module_        ? file_.c_str()
                                 : drawn.empty() ? MAKEINTRESOURCEW(resource_)
@@ -99,7 +99,7 @@ class SystemAnimation final : public ui::AnimationWindow {
     auto& self = *reinterpret_cast<SystemAnimation*>(data);
     const LRESULT result = DefSubclassProc(window, message, wparam, lparam);
     if (message == WM_NCDESTROY) RemoveWindowSubclass(window, Procedure, id);
-    const bool resized = message == WM_SIZE && self.dpi_ != self.context_.ShownDpi(window);
+    const bool resized = message == WM_SIZE && self.dpi_ != self.ui_thread_.ShownDpi(window);
     if (self.playing_ && (resized || message == WM_SYSCOLORCHANGE)) self.OpenAgain();
     return result;
   }
@@ -109,7 +109,7 @@ class SystemAnimation final : public ui::AnimationWindow {
     return {area.right, area.bottom};
   }
 
-  const Context& context_;
+  const UiThread& ui_thread_;
   HWND window_;
   OwnedModule library_;
   HMODULE module_ = nullptr;
@@ -121,7 +121,7 @@ class SystemAnimation final : public ui::AnimationWindow {
 
 }  // namespace
 
-std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(const Context& context, HWND area,
+std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(const UiThread& ui_thread, HWND area,
                                                          const ui::AnimationStyle& style) {
   const DWORD flags = WS_CHILD | WS_VISIBLE | (style.auto_play ? static_cast<DWORD>(ACS_AUTOPLAY) : 0) |
                       (style.transparent ? static_cast<DWORD>(ACS_TRANSPARENT) : 0) |
@@ -132,7 +132,7 @@ std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(const Context& context,
   // A transparent clip needs what its parent paints below it.
   if (style.transparent)
     SetWindowLongW(area, GWL_STYLE, GetWindowLongW(area, GWL_STYLE) & ~static_cast<LONG>(WS_CLIPCHILDREN));
-  return std::make_unique<SystemAnimation>(context, window);
+  return std::make_unique<SystemAnimation>(ui_thread, window);
 }
 
 }  // namespace windows

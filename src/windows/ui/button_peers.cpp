@@ -19,21 +19,21 @@ void ButtonPeer::MakeWindow() {
 bool ButtonPeer::HasPicture() const { return button().picture != ui::Button::Picture::None; }
 
 void ButtonPeer::Rescale() {
-  ControlPeer::Rescale();
+  NativePeer::Rescale();
   if (button().shield) Send(BCM_SETSHIELD, 0, TRUE);
   if (!HasPicture()) return;
   const Picture picture = button().picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
-  OwnedIcon drawn = DrawPicture(picture, look().Scaled(16));
+  OwnedIcon drawn = DrawPicture(picture, theme().Scaled(16));
   Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(drawn.get()));
   picture_ = std::move(drawn);  // only now nobody shows the former one
 }
 
 ui::Extent ButtonPeer::PreferredSize() const {
-  const int height = look().TextHeight() + look().Scaled(12);
-  if (HasPicture()) return {height + look().Scaled(10), height};
-  const ui::Extent text = look().TextSize(ToWide(button().Text()), Look::Weight::Normal, true);
-  const int shield = button().shield ? look().Scaled(20) : 0;
-  return {std::max(text.width + shield + look().Scaled(24), look().Scaled(84)), height};
+  const int height = theme().TextHeight() + theme().Scaled(12);
+  if (HasPicture()) return {height + theme().Scaled(10), height};
+  const ui::Extent text = theme().TextSize(ToWide(button().Text()), Theme::Weight::Normal, true);
+  const int shield = button().shield ? theme().Scaled(20) : 0;
+  return {std::max(text.width + shield + theme().Scaled(24), theme().Scaled(84)), height};
 }
 
 void ButtonPeer::Command(WORD notification) {
@@ -42,44 +42,44 @@ void ButtonPeer::Command(WORD notification) {
 
 void ButtonPeer::Press() { button().UserClicks(); }
 
-void MarkPeer::MakeWindow() {
+void ToggleButtonPeer::MakeWindow() {
   Create(L"BUTTON", ToWide(control().Text()), static_cast<DWORD>(option() ? BS_RADIOBUTTON : BS_CHECKBOX));
   if (option()) Send(BM_SETDONTCLICK, TRUE);  // the focus alone chooses nothing
   ShowMark();
 }
 
-ui::OptionButton* MarkPeer::option() const {
+ui::OptionButton* ToggleButtonPeer::option() const {
   return control().kind() == ui::Control::Kind::OptionButton ? static_cast<ui::OptionButton*>(&control())
                                                              : nullptr;
 }
 
-ui::Extent MarkPeer::PreferredSize() const {
-  const ui::Extent text = look().TextSize(ToWide(control().Text()), Look::Weight::Normal, true);
-  return {text.width + look().Scaled(24), std::max(text.height, look().Scaled(13)) + look().Scaled(4)};
+ui::Extent ToggleButtonPeer::PreferredSize() const {
+  const ui::Extent text = theme().TextSize(ToWide(control().Text()), Theme::Weight::Normal, true);
+  return {text.width + theme().Scaled(24), std::max(text.height, theme().Scaled(13)) + theme().Scaled(4)};
 }
 
-void MarkPeer::ShowMark() const {
+void ToggleButtonPeer::ShowMark() const {
   const bool set = option() ? option()->Selected() : static_cast<const ui::CheckBox&>(control()).Checked();
   Send(BM_SETCHECK, set ? BST_CHECKED : BST_UNCHECKED);
 }
 
-void MarkPeer::Update(ui::Aspect aspect) {
-  ControlPeer::Update(aspect);
+void ToggleButtonPeer::Update(ui::Aspect aspect) {
+  NativePeer::Update(aspect);
   if (aspect == ui::Aspect::Selection && option() && option()->Selected()) host().Selected(*option());
 }
 
-void MarkPeer::Show(ui::Aspect aspect) {
+void ToggleButtonPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Selection)
     ShowMark();
   else
-    ControlPeer::Show(aspect);
+    NativePeer::Show(aspect);
 }
 
-void MarkPeer::Command(WORD notification) {
+void ToggleButtonPeer::Command(WORD notification) {
   if (notification == BN_CLICKED) Press();
 }
 
-void MarkPeer::Press() {
+void ToggleButtonPeer::Press() {
   if (ui::OptionButton* const chosen = option()) {
     chosen->SetSelected(true);
     chosen->UserClicks();

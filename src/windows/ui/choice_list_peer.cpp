@@ -22,14 +22,14 @@ void ChoiceListPeer::MakeWindow() {
 }
 
 ui::Extent ChoiceListPeer::PreferredSize() const {
-  int widest = 4 * look().DigitWidth();
+  int widest = 4 * theme().DigitWidth();
   for (const std::string& item : list().Items())
-    widest = std::max(widest, look().TextSize(ToWide(item)).width);
-  return {widest + SystemMetric(SM_CXVSCROLL, parent().handle()) + look().Scaled(16), look().FieldHeight()};
+    widest = std::max(widest, theme().TextSize(ToWide(item)).width);
+  return {widest + SystemMetric(SM_CXVSCROLL, parent().handle()) + theme().Scaled(16), theme().FieldHeight()};
 }
 
 void ChoiceListPeer::OnPlaced() {
-  Send(CB_SETITEMHEIGHT, 0, look().TextHeight() + look().Scaled(4));
+  Send(CB_SETITEMHEIGHT, 0, theme().TextHeight() + theme().Scaled(4));
   // The field is higher than its item by the border, whose width the system does not tell.
   Send(CB_SETITEMHEIGHT, WPARAM(-1), static_cast<LPARAM>(place().height));
   RECT field;
@@ -48,7 +48,7 @@ void ChoiceListPeer::Show(ui::Aspect aspect) {
     if (list().Locked() && DroppedDown()) Send(CB_SHOWDROPDOWN, FALSE);
     CatchUp();
   } else {
-    ControlPeer::Show(aspect);
+    NativePeer::Show(aspect);
   }
 }
 
@@ -130,7 +130,7 @@ LRESULT ChoiceListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     default:
       break;
   }
-  return ControlPeer::Handle(message, wparam, lparam);
+  return NativePeer::Handle(message, wparam, lparam);
 }
 
 HBRUSH ChoiceListPeer::Colors(HDC dc) {
@@ -159,7 +159,7 @@ void ChoiceListPeer::Draw(const DRAWITEMSTRUCT& item) {
     SetTextColor(item.hDC, text);
     SetBkMode(item.hDC, TRANSPARENT);
     RECT place = item.rcItem;
-    place.left += look().Scaled(3);
+    place.left += theme().Scaled(3);
     DrawTextW(item.hDC, ItemText(item.itemID).c_str(), -1, &place,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   }

@@ -4,26 +4,26 @@
 
 namespace windows {
 
-void ControlSet::Arrived(ControlPeer& peer) { focus_.Arrived(peer.control()); }
+void ControlSet::Arrived(NativePeer& peer) { focus_.Arrived(peer.control()); }
 
-bool ControlSet::MoveFocus(ControlPeer& peer) {
+bool ControlSet::MoveFocus(NativePeer& peer) {
   if (focus_.current() == &peer.control() && GetFocus() == peer.handle()) return true;
-  const int messages = context().messages_shown;
+  const int messages = ui_thread().messages_shown;
   focus_.LeaveFor(peer.control(), [&] { SetFocus(peer.handle()); });
-  return !closed_ && messages == context().messages_shown && GetFocus() == peer.handle();
+  return !closed_ && messages == ui_thread().messages_shown && GetFocus() == peer.handle();
 }
 
 bool ControlSet::MoveFocus(ui::Control* control) {
-  ControlPeer* const peer = control ? PeerOf(*control) : nullptr;
+  NativePeer* const peer = control ? PeerOf(*control) : nullptr;
   if (!peer || !MoveFocus(*peer)) return false;
   // The mouse finds only what can be seen.
   Reveal(*peer);
   return true;
 }
 
-bool ControlSet::PressMayGoOn(ControlPeer& peer) { return MoveFocus(peer); }
+bool ControlSet::PressMayGoOn(NativePeer& peer) { return MoveFocus(peer); }
 
-void ControlSet::TakeFocus(ControlPeer& peer) {
+void ControlSet::TakeFocus(NativePeer& peer) {
   for (const ui::PagePlace& place : ui::PagesAround(form_.layout(), peer.control())) {
     place.tabs->Select(place.page);
     if (closed_) return;
@@ -35,7 +35,7 @@ void ControlSet::TakeFocus(ControlPeer& peer) {
   if (IsWindowVisible(peer.handle()) && !IsIconic(window_.handle())) SetFocus(peer.handle());
 }
 
-void ControlSet::MoveOn(ControlPeer& peer) {
+void ControlSet::MoveOn(NativePeer& peer) {
   ui::Control* const next = ui::NextControl(form_.layout(), &peer.control(), ui::Direction::Forward);
   if (next && next != &peer.control())
     MoveFocus(next);
@@ -112,7 +112,7 @@ bool ControlSet::ArrowKey(ui::Direction direction) {
 }
 
 void ControlSet::PressByKey(ui::Control* control) {
-  ControlPeer* const peer = control && control->Enabled() && control->Visible() ? PeerOf(*control) : nullptr;
+  NativePeer* const peer = control && control->Enabled() && control->Visible() ? PeerOf(*control) : nullptr;
   if (peer && MoveFocus(control)) peer->Press();
 }
 
@@ -151,7 +151,7 @@ bool ControlSet::AcceleratorKey(char32_t letter) {
     return true;
   }
   if (!MoveFocus(found->control)) return true;
-  ControlPeer* const peer = PeerOf(*found->control);
+  NativePeer* const peer = PeerOf(*found->control);
   if (found->only_one || found->control->kind() == ui::Control::Kind::OptionButton) peer->Press();
   return true;
 }

@@ -20,7 +20,7 @@ using Kind = ui::Control::Kind;
 
 namespace {
 
-TTTOOLINFOW ControlTool(const ControlPeer& peer) {
+TTTOOLINFOW ControlTool(const NativePeer& peer) {
   TTTOOLINFOW tool{};
   tool.cbSize = TTTOOLINFOW_V1_SIZE;
   tool.uFlags = TTF_IDISHWND;
@@ -29,7 +29,7 @@ TTTOOLINFOW ControlTool(const ControlPeer& peer) {
   return tool;
 }
 
-TTTOOLINFOW PlaceTool(const ControlPeer& peer) {
+TTTOOLINFOW PlaceTool(const NativePeer& peer) {
   TTTOOLINFOW tool = ControlTool(peer);
   tool.uFlags = 0;
   tool.uId = reinterpret_cast<UINT_PTR>(&peer);
@@ -48,13 +48,13 @@ BOOL CALLBACK Tell(HWND window, LPARAM what) {
 
 ControlSet::ControlSet(Surface& window, ui::Form& form)
     : window_(window), form_(form), focus_(form, [this](ui::Control& control) {
-        if (ControlPeer* peer = PeerOf(control)) peer->Prepare();
+        if (NativePeer* peer = PeerOf(control)) peer->Prepare();
       }) {}
 
 ControlSet::~ControlSet() { Close(); }
 
 void ControlSet::Create() {
-  look_ = context().LookFor(context().FirstDpi(window_.handle()));
+  theme_ = ui_thread().ThemeFor(ui_thread().FirstDpi(window_.handle()));
   MakePeers(form_.layout(), window_, false);
   MeasureLayout();
 }
@@ -83,9 +83,9 @@ void ControlSet::MakeAllWindows() {
   for (const auto& peer : peers_) MakeWindowsOn(peer->parent());
 }
 
-void ControlSet::TakeLook(std::shared_ptr<const Look> look) {
-  const auto former = std::exchange(look_, std::move(look));  // until nothing uses its fonts
-  for (const auto& peer : peers_) peer->TakeLook();
+void ControlSet::TakeTheme(std::shared_ptr<const Theme> theme) {
+  const auto former = std::exchange(theme_, std::move(theme));  // until nothing uses its fonts
+  for (const auto& peer : peers_) peer->TakeTheme();
   if (tool_tips_) FitToolTips();
   MeasureLayout();
 }
@@ -112,7 +112,7 @@ void ControlSet::MakePeers(const ui::Box& box, Surface& parent, bool nested) {
   if (box.control) {
     peers_.push_back(MakePeer(*box.control, parent, nested));
     by_control_[box.control] = peers_.back().get();
-    peers_.back()->TakeLook();
+    peers_.back()->TakeTheme();
   }
   if (box.kind == ui::Box::Kind::Frame) return;
   if (box.kind == ui::Box::Kind::Pages) return MakePages(box, parent);
@@ -126,7 +126,7 @@ void ControlSet::MakePages(const ui::Box& box, Surface& parent) {
     MakePeers(box.children[index], tabs.page(index), false);
 }
 
-std::unique_ptr<ControlPeer> ControlSet::MakePeer(ui::Control& control, Surface& parent, bool nested) {
+std::unique_ptr<NativePeer> ControlSet::MakePeer(ui::Control& control, Surface& parent, bool nested) {
   switch (control.kind()) {
     case Kind::TextField:
       return std::make_unique<TextFieldPeer>(*this, parent, static_cast<ui::TextField&>(control));
@@ -138,9 +138,9 @@ std::unique_ptr<ControlPeer> ControlSet::MakePeer(ui::Control& control, Surface&
       return std::make_unique<ButtonPeer>(*this, parent, static_cast<ui::Button&>(control),
                                           form_.default_button == &control);
     case Kind::OptionButton:
-      return std::make_unique<MarkPeer>(*this, parent, static_cast<ui::OptionButton&>(control));
+      return std::make_unique<ToggleButtonPeer>(*this, parent, static_cast<ui::OptionButton&>(control));
     case Kind::CheckBox:
-      return std::make_unique<MarkPeer>(*this, parent, static_cast<ui::CheckBox&>(control));
+      return std::make_unique<ToggleButtonPeer>(*this, parent, static_cast<ui::CheckBox&>(control));
     case Kind::Frame:
       return std::make_unique<FramePeer>(*this, parent, static_cast<ui::Frame&>(control), nested);
     case Kind::Tabs:
@@ -167,7 +167,7 @@ void ControlSet::Close() {
   for (const auto& peer : peers_) peer->Detach();
 }
 
-ControlPeer* ControlSet::PeerOf(const ui::Control& control) const {
+NativePeer* ControlSet::PeerOf(const ui::Control& control) const {
   const auto found = by_control_.find(&control);
   return found == by_control_.end() ? nullptr : found->second;
 }
@@ -192,7 +192,7 @@ void ControlSet::Arrange(ui::Extent room) {
   fitting_bars_ = true;
   // A form that places its controls itself makes do with any size.
   const bool placed = form_.layout().kind == ui::Box::Kind::Placed;
-  bars_.Fit(window_.handle(), placed ? ui::Extent{} : Minimum(), room, look().Scaled(12));
+  bars_.Fit(window_.handle(), placed ? ui::Extent{} : Minimum(), room, theme().Scaled(12));
   fitting_bars_ = false;
   PlaceAll();
 }
@@ -205,7 +205,7 @@ void ControlSet::PlaceAll() {
   std::map<const Surface*, HDWP> batches;
   const ui::Extent size{static_cast<int>(client.right), static_cast<int>(client.bottom)};
   for (const ui::Placement& placement : engine_->Arrange(size)) {
-    ControlPeer& peer = *by_control_.at(placement.control);
+    NativePeer& peer = *by_control_.at(placement.control);
     ui::Rectangle place = placement.rectangle;
     place.left -= static_cast<int>(scrolled.x);
     place.top -= static_cast<int>(scrolled.y);
@@ -229,7 +229,7 @@ void ControlSet::TurnWheel(int delta) {
   if (bars_.Turn(window_.handle(), delta)) PlaceAll();
 }
 
-void ControlSet::Reveal(const ControlPeer& peer) {
+void ControlSet::Reveal(const NativePeer& peer) {
   if (bars_.Reveal(window_.handle(), peer.place())) PlaceAll();
 }
 
@@ -256,20 +256,21 @@ void ControlSet::Relayout() {
 
 void ControlSet::MakeToolTips() {
   if (tool_tips_) return;
-  tool_tips_ = CreateWindowExW(
-      WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
-      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_.handle(), nullptr, context().instance(), nullptr);
+  tool_tips_ =
+      CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_.handle(), nullptr,
+                      ui_thread().instance(), nullptr);
   constexpr LPARAM kLongestShown = 32767;  // milliseconds
   SendMessageW(tool_tips_, TTM_SETDELAYTIME, TTDT_AUTOPOP, kLongestShown);
   FitToolTips();
 }
 
 void ControlSet::FitToolTips() const {
-  SendMessageW(tool_tips_, WM_SETFONT, reinterpret_cast<WPARAM>(look().Font()), FALSE);
-  SendMessageW(tool_tips_, TTM_SETMAXTIPWIDTH, 0, look().Scaled(360));
+  SendMessageW(tool_tips_, WM_SETFONT, reinterpret_cast<WPARAM>(theme().Font()), FALSE);
+  SendMessageW(tool_tips_, TTM_SETMAXTIPWIDTH, 0, theme().Scaled(360));
 }
 
-void ControlSet::ShowToolTip(ControlPeer& peer) {
+void ControlSet::ShowToolTip(NativePeer& peer) {
   MakeToolTips();
   std::wstring text = ToWide(peer.control().ToolTip());
   // One tool is the control; the other its place, because the mouse goes through a disabled control.
@@ -278,7 +279,7 @@ void ControlSet::ShowToolTip(ControlPeer& peer) {
     SendMessageW(tool_tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     if (!text.empty()) SendMessageW(tool_tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   }
-  context().accessible.SetDescription(peer.handle(), text);
+  ui_thread().accessible.SetDescription(peer.handle(), text);
 }
 
 void ControlSet::RelayToToolTips(MSG& message) const {

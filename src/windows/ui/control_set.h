@@ -9,8 +9,8 @@
 #include "ui/form.h"
 #include "ui/keyboard.h"
 #include "ui/layout_engine.h"
-#include "windows/ui/control_peer.h"
 #include "windows/ui/dpi.h"
+#include "windows/ui/native_peer.h"
 #include "windows/ui/scroll_bars.h"
 #include "windows/ui/surface.h"
 
@@ -29,8 +29,8 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void Appear();
   /// Makes all windows, for whoever reads them from outside.
   void MakeAllWindows();
-  /// Shows them with another look. They are arranged by the next call of Arrange.
-  void TakeLook(std::shared_ptr<const Look> look);
+  /// Shows them with another theme. They are arranged by the next call of Arrange.
+  void TakeTheme(std::shared_ptr<const Theme> theme);
   /// A message that tells of the system's colours, fonts or theme, for all windows in the form's and its
   /// tooltips.
   void HandOn(UINT message, WPARAM wparam, LPARAM lparam) const;
@@ -48,26 +48,26 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void RestoreFocus();
   void SaveFocus();
 
-  ControlPeer* PeerOf(const ui::Control& control) const;
+  NativePeer* PeerOf(const ui::Control& control) const;
   /// A mouse message for the window or one in it.
   void RelayToToolTips(MSG& message) const;
 
   // PeerHost
-  Context& context() const override { return window_.context(); }
-  const Look& look() const override { return *look_; }
+  UiThread& ui_thread() const override { return window_.ui_thread(); }
+  const Theme& theme() const override { return *theme_; }
   bool closed() const override { return closed_; }
-  void Arrived(ControlPeer& peer) override;
-  bool PressMayGoOn(ControlPeer& peer) override;
-  void TakeFocus(ControlPeer& peer) override;
-  void MoveOn(ControlPeer& peer) override;
+  void Arrived(NativePeer& peer) override;
+  bool PressMayGoOn(NativePeer& peer) override;
+  void TakeFocus(NativePeer& peer) override;
+  void MoveOn(NativePeer& peer) override;
   bool NavigationKey(WPARAM key) override;
   bool AcceleratorKey(char32_t letter) override;
   void ShowKeyboardCues() override;
   void Selected(ui::OptionButton& option) override;
-  void ShowToolTip(ControlPeer& peer) override;
+  void ShowToolTip(NativePeer& peer) override;
   void Relayout() override;
   void PageAppears(Surface& page) override;
-  void NeedWindow(ControlPeer& peer) override { MakeWindowsOn(peer.parent()); }
+  void NeedWindow(NativePeer& peer) override { MakeWindowsOn(peer.parent()); }
 
  private:
   // Metrics
@@ -77,22 +77,22 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   int Margin() const override { return Gap(10); }
   int ControlGap() const override { return Gap(7); }
   int GroupGap() const override { return Gap(10); }
-  double TwipsPerPixel() const override { return 1440.0 / look().dpi(); }
+  double TwipsPerPixel() const override { return 1440.0 / theme().dpi(); }
   ui::Extent Frame() const override { return FrameOf(window_.handle()); }
 
   void MakePeers(const ui::Box& box, Surface& parent, bool nested);
   void MakePages(const ui::Box& box, Surface& parent);
-  std::unique_ptr<ControlPeer> MakePeer(ui::Control& control, Surface& parent, bool nested);
+  std::unique_ptr<NativePeer> MakePeer(ui::Control& control, Surface& parent, bool nested);
   void MakeWindowsOn(const Surface& surface);
   /// A gap in pixels that is given for 96 dots per inch.
-  int Gap(int pixels) const { return look().Scaled(is_tight_ ? pixels / 2 : pixels); }
+  int Gap(int pixels) const { return theme().Scaled(is_tight_ ? pixels / 2 : pixels); }
   void MakeToolTips();
   void FitToolTips() const;
   void MeasureLayout();
 
   void PlaceAll();
-  void Reveal(const ControlPeer& peer);
-  bool MoveFocus(ControlPeer& peer);
+  void Reveal(const NativePeer& peer);
+  bool MoveFocus(NativePeer& peer);
   bool MoveFocus(ui::Control* control);
   void PressByKey(ui::Control* control);
   bool TurnPage(int step);
@@ -101,14 +101,14 @@ class ControlSet final : public PeerHost, private ui::Metrics {
 
   Surface& window_;
   ui::Form& form_;
-  std::shared_ptr<const Look> look_;
+  std::shared_ptr<const Theme> theme_;
   bool closed_ = false;
   bool appeared_ = false;
   /// The screen is too small for the usual gaps.
   bool is_tight_ = false;
   ui::FocusTracker focus_;
-  std::vector<std::unique_ptr<ControlPeer>> peers_;
-  std::unordered_map<const ui::Control*, ControlPeer*> by_control_;
+  std::vector<std::unique_ptr<NativePeer>> peers_;
+  std::unordered_map<const ui::Control*, NativePeer*> by_control_;
   std::optional<ui::LayoutEngine> engine_;
   ui::Extent room_;
   ScrollBars bars_;

@@ -35,37 +35,37 @@ WindowsDesktop::WindowsDesktop(Settings settings) : end_program_(std::move(setti
     settings.on_failure = [this](const std::exception& failure) {
       ShowMessage({failure.what(), {}, ui::Icon::Critical});
     };
-  context_ = std::make_unique<Context>(settings.dpi, std::move(settings.on_failure));
+  ui_thread_ = std::make_unique<UiThread>(settings.dpi, std::move(settings.on_failure));
 }
 
 WindowsDesktop::~WindowsDesktop() = default;
 
 int WindowsDesktop::Run() {
   MSG message{};
-  context_->Loop([&] {
+  ui_thread_->Loop([&] {
     for (;;) {
-      context_->DestroyClosed();
+      ui_thread_->DestroyClosed();
       if (GetMessageW(&message, nullptr, 0, 0) <= 0) return;
-      context_->Deliver(message);
+      ui_thread_->Deliver(message);
     }
   });
-  context_->DestroyClosed();
+  ui_thread_->DestroyClosed();
   return static_cast<int>(message.wParam);
 }
 
 void WindowsDesktop::Yield() {
   MSG message{};
-  context_->Loop([&] {
+  ui_thread_->Loop([&] {
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
       if (message.message == WM_QUIT) {
         // It is the outermost loop's.
         PostQuitMessage(static_cast<int>(message.wParam));
         return;
       }
-      context_->Deliver(message);
+      ui_thread_->Deliver(message);
     }
   });
-  context_->DestroyClosed();
+  ui_thread_->DestroyClosed();
 }
 
 void WindowsDesktop::EndProgram() {
@@ -76,30 +76,30 @@ void WindowsDesktop::EndProgram() {
 }
 
 std::unique_ptr<ui::FormWindow> WindowsDesktop::MakeWindow(ui::Form& form) {
-  auto made = std::make_unique<FormShell>(*context_, form);
+  auto made = std::make_unique<FormShell>(*ui_thread_, form);
   made->Create();
-  return std::make_unique<FormWindowPeer>(context_->Adopt(std::move(made)));
+  return std::make_unique<FormWindowPeer>(ui_thread_->Adopt(std::move(made)));
 }
 
 std::unique_ptr<ui::AnimationWindow> WindowsDesktop::MakeAnimation(std::uintptr_t owner,
                                                                    const ui::AnimationStyle& style) {
-  return MakeAnimationWindow(*context_, reinterpret_cast<HWND>(owner), style);
+  return MakeAnimationWindow(*ui_thread_, reinterpret_cast<HWND>(owner), style);
 }
 
 ui::Answer WindowsDesktop::ShowMessage(const ui::Message& message) {
-  ++context_->messages_shown;
-  return ShowMessageBox(message, *context_);
+  ++ui_thread_->messages_shown;
+  return ShowMessageBox(message, *ui_thread_);
 }
 
 void WindowsDesktop::CopyText(const std::string& text) { PutOnClipboard(ToWide(text)); }
 
 bool WindowsDesktop::ShowHelp(const std::string& file, int context) {
-  return context_->help.ShowContext(ToWide(file), static_cast<DWORD>(context));
+  return ui_thread_->help.ShowContext(ToWide(file), static_cast<DWORD>(context));
 }
 
 void WindowsDesktop::SetPointer(ui::Pointer pointer) {
   const bool hourglass = pointer == ui::Pointer::Hourglass;
-  if (std::exchange(context_->hourglass, hourglass) == hourglass) return;
+  if (std::exchange(ui_thread_->hourglass, hourglass) == hourglass) return;
   // The system asks again only when the mouse moves.
   POINT at;
   GetCursorPos(&at);
@@ -113,7 +113,7 @@ void WindowsDesktop::RepaintActiveWindow() {
     RedrawWindow(active, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
-double WindowsDesktop::TwipsPerPixelX() const { return context_->TwipsPerPixel(); }
+double WindowsDesktop::TwipsPerPixelX() const { return ui_thread_->TwipsPerPixel(); }
 double WindowsDesktop::TwipsPerPixelY() const { return TwipsPerPixelX(); }
 
 ui::Desktop::Area WindowsDesktop::WorkArea() const {

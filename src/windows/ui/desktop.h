@@ -8,7 +8,7 @@
 
 namespace windows {
 
-class Context;
+class UiThread;
 
 /// The user's screen on Windows.
 ///
@@ -38,7 +38,7 @@ class WindowsDesktop final : public ui::Desktop {
   std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override;
   std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override;
   void CopyText(const std::string& text) override;
-  bool ShowHelp(const std::string& file, int context) override;
+  bool ShowHelp(const std::string& file, int ui_thread) override;
   void Yield() override;
   void SetPointer(ui::Pointer pointer) override;
   void RepaintActiveWindow() override;
@@ -49,7 +49,7 @@ class WindowsDesktop final : public ui::Desktop {
 
  private:
   std::function<void()> end_program_;
-  std::unique_ptr<Context> context_;
+  std::unique_ptr<UiThread> ui_thread_;
 };
 
 }  // namespace windows

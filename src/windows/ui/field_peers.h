@@ -3,15 +3,15 @@
 #include <optional>
 #include <string>
 
-#include "windows/ui/control_peer.h"
+#include "windows/ui/native_peer.h"
 
 namespace windows {
 
 /// A one-line EDIT. Every way of entering text - typing, pasting, the context menu - goes through the field's
 /// key filter, and every change is told to the field.
-class TextFieldPeer final : public ControlPeer {
+class TextFieldPeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
 
   ui::Extent PreferredSize() const override;
   void Command(WORD notification) override;
@@ -39,9 +39,9 @@ class TextFieldPeer final : public ControlPeer {
 
 /// A drop-down list, drawn by the program so that its text shows the field's colour in every style of the
 /// system. A text that is no item stands as an extra item at the end until another text is set.
-class ChoiceListPeer final : public ControlPeer {
+class ChoiceListPeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
 
   ui::Extent PreferredSize() const override;
   void Command(WORD notification) override;

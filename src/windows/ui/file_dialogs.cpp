@@ -7,9 +7,9 @@
 
 #include "platform/error.h"
 #include "windows/com/wide_text.h"
-#include "windows/ui/context.h"
 #include "windows/ui/desktop.h"
 #include "windows/ui/modal.h"
+#include "windows/ui/ui_thread.h"
 
 #undef Yield  // the system's macro
 
@@ -59,7 +59,7 @@ std::optional<std::string> WindowsDesktop::AskSaveFile(const ui::SaveDialog& dia
       ToWide(dialog.default_extension.substr(dialog.default_extension.rfind('.') + 1));
   std::wstring path = ToWide(dialog.file_name);
   path.resize(kLongestPath);
-  const Modal modal(*context_);
+  const Modal modal(*ui_thread_);
   OPENFILENAMEW ask{};
   ask.lStructSize = sizeof ask;
   ask.hwndOwner = modal.owner();
@@ -78,7 +78,7 @@ std::optional<std::string> WindowsDesktop::AskOpenFile(const ui::OpenDialog& dia
   const std::wstring title = ToWide(dialog.title);
   const std::wstring folder = ToWide(dialog.folder);
   std::wstring path(kLongestPath, L'\0');
-  const Modal modal(*context_);
+  const Modal modal(*ui_thread_);
   OPENFILENAMEW ask{};
   ask.lStructSize = sizeof ask;
   ask.hwndOwner = modal.owner();

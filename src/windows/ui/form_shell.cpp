@@ -64,8 +64,8 @@ std::wstring MenuText(std::wstring text) {
 
 }  // namespace
 
-FormShell::FormShell(Context& context, ui::Form& form)
-    : Surface(context, COLOR_3DFACE), form_(form), controls_(*this, form) {}
+FormShell::FormShell(UiThread& ui_thread, ui::Form& form)
+    : Surface(ui_thread, COLOR_3DFACE), form_(form), controls_(*this, form) {}
 
 FormShell::~FormShell() {
   Close();
@@ -88,7 +88,7 @@ void FormShell::Close() {
 }
 
 RECT FormShell::FormBounds() const {
-  const auto pixels = [this](double twips) { return std::lround(twips / context().TwipsPerPixel()); };
+  const auto pixels = [this](double twips) { return std::lround(twips / ui_thread().TwipsPerPixel()); };
   const LONG left = pixels(form_.Left()), top = pixels(form_.Top());
   return {left, top, left + pixels(form_.Width()), top + pixels(form_.Height())};
 }
@@ -100,11 +100,11 @@ ui::Extent FormShell::OuterMinimum() const {
 
 ui::FormWindow::Size FormShell::BestSize() const {
   const ui::Extent size = OuterMinimum();
-  const double twips = 1440.0 / look().dpi();
+  const double twips = 1440.0 / theme().dpi();
   return {size.width * twips, size.height * twips};
 }
 
-double FormShell::BoundsScale() const { return context().TwipsPerPixel() * look().dpi() / 1440.0; }
+double FormShell::BoundsScale() const { return ui_thread().TwipsPerPixel() * theme().dpi() / 1440.0; }
 
 void FormShell::UpdateCaption() { SetWindowTextW(handle(), ToWide(form_.Caption()).c_str()); }
 
@@ -265,7 +265,7 @@ void FormShell::ArrangeInside() {
 
 void FormShell::Refit(int dpi, RECT place) {
   const ui::Extent room = controls_.room(), former = controls_.Minimum();
-  controls_.TakeLook(context().LookFor(dpi));
+  controls_.TakeTheme(ui_thread().ThemeFor(dpi));
   const ui::Extent minimum = OuterMinimum(), screen = WorkAreaAround(handle());
   // Fonts do not grow in proportion: a side that cut nothing, and was as short as that allows, does so again.
   const auto fit = [](LONG from, LONG& to, int had, int needed, int needs) {
@@ -293,7 +293,7 @@ void FormShell::TakeIcons() {
   const auto take = [this](OwnedIcon& icon, WPARAM which, int metric) {
     const int edge = SystemMetric(metric, handle());
     OwnedIcon drawn(static_cast<HICON>(
-        LoadImageW(context().instance(), L"WINDOW", IMAGE_ICON, edge, edge, LR_DEFAULTCOLOR)));
+        LoadImageW(ui_thread().instance(), L"WINDOW", IMAGE_ICON, edge, edge, LR_DEFAULTCOLOR)));
     SendMessageW(handle(), WM_SETICON, which, reinterpret_cast<LPARAM>(drawn.get()));
     icon = std::move(drawn);
   };
@@ -308,10 +308,10 @@ void FormShell::RedrawLater() {
 /// Most controls hear of it from their parents alone.
 void FormShell::SystemChanged(UINT message, WPARAM wparam, LPARAM lparam) {
   controls_.HandOn(message, wparam, lparam);
-  const int dpi = look().dpi();
+  const int dpi = theme().dpi();
   const bool measures = message == WM_THEMECHANGED ||
                         (message == WM_SETTINGCHANGE && wparam == SPI_SETNONCLIENTMETRICS) ||
-                        context().LookFor(dpi).get() != &look();
+                        ui_thread().ThemeFor(dpi).get() != &theme();
   if (!measures) return RedrawLater();
   RECT place;
   GetWindowRect(handle(), &place);
@@ -324,7 +324,7 @@ void FormShell::TellBounds() {
   GetWindowRect(handle(), &actual);
   const RECT known = FormBounds();
   if (EqualRect(&actual, &known)) return;
-  const double scale = context().TwipsPerPixel();
+  const double scale = ui_thread().TwipsPerPixel();
   form_.WindowMoved(actual.left * scale, actual.top * scale, (actual.right - actual.left) * scale,
                     (actual.bottom - actual.top) * scale);
 }
@@ -345,15 +345,15 @@ bool FormShell::OfferDataTexts(LPARAM where) const {
 
 /// Controls ask their window before they show a pointer of their own.
 bool FormShell::ShowHourglass(LPARAM lparam) const {
-  if (!context().hourglass || LOWORD(lparam) != HTCLIENT) return false;
+  if (!ui_thread().hourglass || LOWORD(lparam) != HTCLIENT) return false;
   SetCursor(LoadCursorW(nullptr, IDC_WAIT));
   return true;
 }
 
 FormWindowPeer::~FormWindowPeer() {
-  Context& context = shell_.context();
+  UiThread& ui_thread = shell_.ui_thread();
   shell_.Close();
-  context.DestroyClosed();
+  ui_thread.DestroyClosed();
 }
 
 }  // namespace windows

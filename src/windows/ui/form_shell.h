@@ -12,10 +12,10 @@ namespace windows {
 /// The top-level window of a form. The form's bounds are twips and stay as they were written; the window
 /// stands on the nearest whole pixels, and tells the form only what the user or the system made of it.
 ///
-/// Owned by the context, which outlives the form's hold on it (see there how a window goes).
+/// Owned by the ui_thread, which outlives the form's hold on it (see there how a window goes).
 class FormShell final : public Surface {
  public:
-  FormShell(Context& context, ui::Form& form);
+  FormShell(UiThread& ui_thread, ui::Form& form);
   ~FormShell() override;
 
   void Create();
@@ -32,8 +32,8 @@ class FormShell final : public Surface {
   ui::FormWindow::Size BestSize() const;
   double BoundsScale() const;
 
-  const Look& look() const { return controls_.look(); }
-  ControlPeer* PeerOf(const ui::Control& control) const { return controls_.PeerOf(control); }
+  const Theme& theme() const { return controls_.theme(); }
+  NativePeer* PeerOf(const ui::Control& control) const { return controls_.PeerOf(control); }
   void RelayToToolTips(MSG& message) const { controls_.RelayToToolTips(message); }
 
  protected:

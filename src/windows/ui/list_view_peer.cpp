@@ -21,7 +21,7 @@ void ListViewPeer::MakeWindow() {
 }
 
 void ListViewPeer::Rescale() {
-  ControlPeer::Rescale();
+  NativePeer::Rescale();
   MakeImages();
   for (std::size_t column = 0; column < columns_.size(); ++column) Fit(column);
   const bool first = columns_.empty();
@@ -32,7 +32,7 @@ void ListViewPeer::Rescale() {
 
 void ListViewPeer::MakeImages() {
   if (!list().small_icons) return;
-  const int size = look().Scaled(16);
+  const int size = theme().Scaled(16);
   // The list view destroys the last one with itself.
   const HIMAGELIST images = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, 2);
   for (const ui::ImageList::Image& image : list().small_icons->Images()) {
@@ -62,10 +62,10 @@ void ListViewPeer::ForgetRows() {
   for (std::size_t column = 0; column < headers.size(); ++column) Widen(column, ToWide(headers[column]), 24);
 }
 
-ui::Extent ListViewPeer::PreferredSize() const { return {look().Scaled(560), look().Scaled(260)}; }
+ui::Extent ListViewPeer::PreferredSize() const { return {theme().Scaled(560), theme().Scaled(260)}; }
 
 void ListViewPeer::Widen(std::size_t column, const std::wstring& text, int room) {
-  if (look().TextSize(text).width + look().Scaled(room) <= columns_[column].width) return;
+  if (theme().TextSize(text).width + theme().Scaled(room) <= columns_[column].width) return;
   columns_[column] = {0, text, room};
   Fit(column);
 }
@@ -73,7 +73,7 @@ void ListViewPeer::Widen(std::size_t column, const std::wstring& text, int room)
 /// Measures the widest text alone: there may be a million others.
 void ListViewPeer::Fit(std::size_t column) {
   auto& [width, widest, room] = columns_[column];
-  width = look().TextSize(widest).width + look().Scaled(room);
+  width = theme().TextSize(widest).width + theme().Scaled(room);
   Send(LVM_SETCOLUMNWIDTH, column, width);
 }
 
@@ -95,7 +95,7 @@ void ListViewPeer::CatchUp() {
 }
 
 void ListViewPeer::Show(ui::Aspect aspect) {
-  if (aspect != ui::Aspect::Rows) return ControlPeer::Show(aspect);
+  if (aspect != ui::Aspect::Rows) return NativePeer::Show(aspect);
   MeasureRows();
   CatchUpWhenSeen();
 }
@@ -110,7 +110,7 @@ LRESULT ListViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     }
     case WM_SYSCOLORCHANGE: {
       // Not every system's list takes a new background by itself.
-      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
+      const LRESULT result = NativePeer::Handle(message, wparam, lparam);
       Send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
       return result;
     }
@@ -124,7 +124,7 @@ LRESULT ListViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     default:
       break;
   }
-  return ControlPeer::Handle(message, wparam, lparam);
+  return NativePeer::Handle(message, wparam, lparam);
 }
 
 void ListViewPeer::SelectAll() const {

@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "windows/ui/control_peer.h"
+#include "windows/ui/native_peer.h"
 
 namespace windows {
 
 /// A report list that asks the control for the rows it shows, so that a long list costs no more than a short
 /// one. Each column is as wide as the widest text that it has held since it was empty.
-class ListViewPeer final : public ControlPeer {
+class ListViewPeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
 
   ui::Extent PreferredSize() const override;
   LRESULT Notify(NMHDR& header) override;

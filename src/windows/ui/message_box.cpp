@@ -62,8 +62,8 @@ std::wstring ProgramName() {
 
 }  // namespace
 
-ui::Answer ShowMessageBox(const ui::Message& message, const Context& context) {
-  const Modal modal(context);
+ui::Answer ShowMessageBox(const ui::Message& message, const UiThread& ui_thread) {
+  const Modal modal(ui_thread);
   const std::wstring caption = message.caption.empty() ? ProgramName() : ToWide(message.caption);
   // Without an owner it would come up behind the window of the director, which waits for the answer: this
   // modality makes it topmost.

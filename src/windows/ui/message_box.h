@@ -4,9 +4,9 @@
 
 namespace windows {
 
-class Context;
+class UiThread;
 
 /// Shows a message box over the program's active window; none of its windows can be used meanwhile.
-ui::Answer ShowMessageBox(const ui::Message& message, const Context& context);
+ui::Answer ShowMessageBox(const ui::Message& message, const UiThread& ui_thread);
 
 }  // namespace windows

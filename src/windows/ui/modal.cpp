@@ -1,13 +1,13 @@
 #include "windows/ui/modal.h"
 
-#include "windows/ui/context.h"
 #include "windows/ui/form_shell.h"
+#include "windows/ui/ui_thread.h"
 
 namespace windows {
 
-Modal::Modal(const Context& context) {
+Modal::Modal(const UiThread& ui_thread) {
   const HWND active = GetActiveWindow();
-  for (const auto& shell : context.shells()) {
+  for (const auto& shell : ui_thread.shells()) {
     const HWND window = shell->handle();
     if (shell->closed() || !IsWindowVisible(window)) continue;
     if (window == active) {

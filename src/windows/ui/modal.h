@@ -6,13 +6,13 @@
 
 namespace windows {
 
-class Context;
+class UiThread;
 
 /// Lets none of the program's windows be used while a dialog of the system is up. The dialog itself sees to
 /// its owner: it gives it the focus back.
 class Modal {
  public:
-  explicit Modal(const Context& context);
+  explicit Modal(const UiThread& ui_thread);
   ~Modal();
   Modal(const Modal&) = delete;
   Modal& operator=(const Modal&) = delete;

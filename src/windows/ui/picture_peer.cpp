@@ -69,7 +69,7 @@ void PicturePeer::MakeWindow() { Create(L"STATIC", L"", SS_OWNERDRAW); }
 void PicturePeer::Measure() {
   const auto& picture = static_cast<const ui::Picture&>(control());
   const auto pixels = [&](double twips) {
-    return static_cast<int>(std::lround(twips * look().dpi() / 1440));
+    return static_cast<int>(std::lround(twips * theme().dpi() / 1440));
   };
   size_ = {pixels(picture.width), pixels(picture.height)};
 }
@@ -77,7 +77,7 @@ void PicturePeer::Measure() {
 void PicturePeer::Rescale() {
   if (std::exchange(scaled_to_, size_) == size_) return;
   scaled_ =
-      LoadScaled(host().context().instance(), static_cast<const ui::Picture&>(control()).resource, size_);
+      LoadScaled(host().ui_thread().instance(), static_cast<const ui::Picture&>(control()).resource, size_);
 }
 
 ui::Extent PicturePeer::PreferredSize() const { return size_; }

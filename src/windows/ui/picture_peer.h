@@ -1,15 +1,15 @@
 #pragma once
 
-#include "windows/ui/control_peer.h"
 #include "windows/ui/gdi.h"
+#include "windows/ui/native_peer.h"
 
 namespace windows {
 
 /// A bitmap on the window's background, which shows through where the bitmap is transparent. A program
 /// without the bitmap shows nothing in its place.
-class PicturePeer final : public ControlPeer {
+class PicturePeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
   ui::Extent PreferredSize() const override;
   void Draw(const DRAWITEMSTRUCT& item) override;
 

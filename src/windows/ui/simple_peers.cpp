@@ -42,7 +42,7 @@ std::optional<LRESULT> DrawnBy(Paint paint, HWND window, UINT message, WPARAM wp
 }  // namespace
 
 LabelPeer::LabelPeer(PeerHost& host, Surface& parent, ui::Label& label)
-    : ControlPeer(host, parent, label), first_text_(ToWide(label.Text())) {}
+    : NativePeer(host, parent, label), first_text_(ToWide(label.Text())) {}
 
 void LabelPeer::MakeWindow() {
   // A text that ends in an ellipsis has one line. SS_NOTIFY lets the mouse find it, for a tooltip.
@@ -56,9 +56,9 @@ void LabelPeer::MakeWindow() {
 void LabelPeer::OnPlaced() { InvalidateRect(handle(), nullptr, TRUE); }
 
 LRESULT LabelPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
-  if (!DrawsItself()) return ControlPeer::Handle(message, wparam, lparam);
+  if (!DrawsItself()) return NativePeer::Handle(message, wparam, lparam);
   if (const auto drawn = DrawnBy([this](HDC dc) { Paint(dc); }, handle(), message, wparam)) return *drawn;
-  if (message != WM_SETTEXT) return ControlPeer::Handle(message, wparam, lparam);
+  if (message != WM_SETTEXT) return NativePeer::Handle(message, wparam, lparam);
   InvalidateRect(handle(), nullptr, FALSE);
   // The system's label would draw the text at once.
   return DefWindowProcW(handle(), message, wparam, lparam);
@@ -69,51 +69,51 @@ void LabelPeer::Paint(HDC dc) {
   GetClientRect(handle(), &area);
   FillRect(dc, &area, Colors(dc));
   const ui::Extent room{static_cast<int>(area.right), static_cast<int>(area.bottom)};
-  const std::wstring text = look().ShortenedTo(ToWide(label().Text()), weight(), room);
-  const Selected font(dc, look().Font(weight()));
+  const std::wstring text = theme().ShortenedTo(ToWide(label().Text()), weight(), room);
+  const Selected font(dc, theme().Font(weight()));
   SetBkMode(dc, TRANSPARENT);
   // A single line stands by what is below.
-  area.top = std::max(0L, area.bottom - look().WrappedSize(text, weight(), room.width).height);
+  area.top = std::max(0L, area.bottom - theme().WrappedSize(text, weight(), room.width).height);
   DrawTextW(dc, text.c_str(), -1, &area, DT_WORDBREAK | DT_NOPREFIX);
 }
 
-void LabelPeer::Measure() { first_width_ = look().TextSize(first_text_, weight()).width; }
+void LabelPeer::Measure() { first_width_ = theme().TextSize(first_text_, weight()).width; }
 
-Look::Weight LabelPeer::weight() const {
-  return label().weight == ui::Label::Weight::Heading ? Look::Weight::Bold : Look::Weight::Normal;
+Theme::Weight LabelPeer::weight() const {
+  return label().weight == ui::Label::Weight::Heading ? Theme::Weight::Bold : Theme::Weight::Normal;
 }
 
 ui::Extent LabelPeer::PreferredSize() const {
   const std::wstring text = ToWide(label().Text());
-  ui::Extent size = look().TextSize(text, weight(), !label().shows_data);
+  ui::Extent size = theme().TextSize(text, weight(), !label().shows_data);
   const bool caption = label().columns == 0 && !label().shows_data;
-  if (caption && size.width > kLongestLine * look().DigitWidth())
-    size = look().WrappedSize(text, weight(), size.width * 2 / 3, true);
-  if (label().columns > 0) size.width = label().columns * look().DigitWidth();
+  if (caption && size.width > kLongestLine * theme().DigitWidth())
+    size = theme().WrappedSize(text, weight(), size.width * 2 / 3, true);
+  if (label().columns > 0) size.width = label().columns * theme().DigitWidth();
   // What a device reports may be of any length and must not make the window grow.
   if (label().shows_data && label().columns == 0) size.width = first_width_;
-  if (label().lines > 1) size.height = label().lines * look().TextHeight();
+  if (label().lines > 1) size.height = label().lines * theme().TextHeight();
   return size;
 }
 
 void FramePeer::MakeWindow() { Create(L"BUTTON", ToWide(control().Text()), BS_GROUPBOX); }
 
 ui::Extent FramePeer::PreferredSize() const {
-  const int caption = look().TextSize(ToWide(control().Text()), weight(), true).width;
-  return {caption + look().Scaled(32), look().TextHeight() + look().Scaled(16)};
+  const int caption = theme().TextSize(ToWide(control().Text()), weight(), true).width;
+  return {caption + theme().Scaled(32), theme().TextHeight() + theme().Scaled(16)};
 }
 
 ui::Insets FramePeer::FrameInsets() const {
-  const int top = look().TextHeight() + look().Scaled(nested_ ? 5 : 7);
-  if (nested_) return {0, top, 0, look().Scaled(2)};
-  return {look().Scaled(12), top, look().Scaled(12), look().Scaled(12)};
+  const int top = theme().TextHeight() + theme().Scaled(nested_ ? 5 : 7);
+  if (nested_) return {0, top, 0, theme().Scaled(2)};
+  return {theme().Scaled(12), top, theme().Scaled(12), theme().Scaled(12)};
 }
 
 void FramePeer::OnPlaced() { InvalidateRect(handle(), nullptr, FALSE); }
 
 LRESULT FramePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   if (const auto drawn = DrawnBy([this](HDC dc) { Paint(dc); }, handle(), message, wparam)) return *drawn;
-  if (message != WM_SIZE) return ControlPeer::Handle(message, wparam, lparam);
+  if (message != WM_SIZE) return NativePeer::Handle(message, wparam, lparam);
   InvalidateRect(handle(), nullptr, FALSE);
   return 0;
 }
@@ -125,27 +125,27 @@ void FramePeer::Paint(HDC dc) const {
   PaintLine(dc, area);
   const std::wstring caption = ToWide(control().Text());
   if (caption.empty()) return;
-  const ui::Extent text = look().TextSize(caption, weight(), true);
-  const int left = nested_ ? 0 : look().Scaled(9), padding = nested_ ? 0 : look().Scaled(4);
-  RECT place{left, 0, left + text.width + 2 * padding + (nested_ ? look().Scaled(6) : 0), text.height};
+  const ui::Extent text = theme().TextSize(caption, weight(), true);
+  const int left = nested_ ? 0 : theme().Scaled(9), padding = nested_ ? 0 : theme().Scaled(4);
+  RECT place{left, 0, left + text.width + 2 * padding + (nested_ ? theme().Scaled(6) : 0), text.height};
   FillRect(dc, &place, GetSysColorBrush(backdrop()));
   place.left += padding;
-  const Selected font(dc, look().Font(weight()));
+  const Selected font(dc, theme().Font(weight()));
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, nested_ ? Quiet(backdrop(), 72) : TextColor(backdrop()));
   DrawTextW(dc, caption.c_str(), -1, &place, DT_SINGLELINE | DT_NOCLIP);
 }
 
 void FramePeer::PaintLine(HDC dc, const RECT& area) const {
-  const OwnedPen pen(CreatePen(PS_SOLID, std::max(1, look().dpi() / 96), Quiet(backdrop(), 22)));
+  const OwnedPen pen(CreatePen(PS_SOLID, std::max(1, theme().dpi() / 96), Quiet(backdrop(), 22)));
   const Selected in_pen(dc, pen.get());
   const Selected in_brush(dc, GetStockObject(NULL_BRUSH));
-  const int middle = look().TextHeight() / 2;  // of the caption, and in line with it where there is none
+  const int middle = theme().TextHeight() / 2;  // of the caption, and in line with it where there is none
   if (nested_) {
     MoveToEx(dc, area.left, middle, nullptr);
     LineTo(dc, area.right, middle);
   } else {
-    RoundRect(dc, area.left, middle, area.right, area.bottom, look().Scaled(6), look().Scaled(6));
+    RoundRect(dc, area.left, middle, area.right, area.bottom, theme().Scaled(6), theme().Scaled(6));
   }
 }
 
@@ -155,7 +155,7 @@ void StatusBarPeer::MakeWindow() {
 }
 
 ui::Extent StatusBarPeer::PreferredSize() const {
-  return {look().Scaled(120), look().TextHeight() + look().Scaled(9)};
+  return {theme().Scaled(120), theme().TextHeight() + theme().Scaled(9)};
 }
 
 void StatusBarPeer::OnPlaced() {
@@ -164,7 +164,7 @@ void StatusBarPeer::OnPlaced() {
   for (int panel = 1; panel < count; ++panel) {
     const bool told = static_cast<std::size_t>(panel) <= bar().columns.size();
     right_edges.push_back(told ? (panel > 1 ? right_edges.back() : 0) +
-                                     bar().columns[static_cast<std::size_t>(panel) - 1] * look().DigitWidth()
+                                     bar().columns[static_cast<std::size_t>(panel) - 1] * theme().DigitWidth()
                                : place().width * panel / count);
   }
   right_edges.push_back(-1);
@@ -177,7 +177,7 @@ void StatusBarPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Text)
     ShowTexts();
   else
-    ControlPeer::Show(aspect);
+    NativePeer::Show(aspect);
 }
 
 RECT StatusBarPeer::RoomOf(std::size_t part) const {
@@ -186,7 +186,7 @@ RECT StatusBarPeer::RoomOf(std::size_t part) const {
   // The last part reaches to the edge; its rectangle is right only after the bar has been moved.
   if (part + 1 == bar().Panels().size())
     room.right = place().width - (grip_ ? SystemMetric(SM_CXVSCROLL, handle()) : 0);
-  InflateRect(&room, -look().Scaled(3), -1);
+  InflateRect(&room, -theme().Scaled(3), -1);
   return room;
 }
 
@@ -199,8 +199,8 @@ void StatusBarPeer::ShowTexts() {
     std::wstring text = ToWide(panels[part]);
     const RECT room = RoomOf(part);
     const auto width = static_cast<int>(room.right - room.left);
-    if (look().TextSize(text).width > width) {
-      text = look().Shortened(text, width);
+    if (theme().TextSize(text).width > width) {
+      text = theme().Shortened(text, width);
       cut += (cut.empty() ? "" : "\r\n") + panels[part];
     }
     if (text == shown_[part]) continue;
@@ -213,7 +213,7 @@ void StatusBarPeer::ShowTexts() {
 /// Whoever reads the bar gets the whole texts.
 LRESULT StatusBarPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   if ((message != SB_GETTEXTW && message != SB_GETTEXTLENGTHW) || wparam >= bar().Panels().size())
-    return ControlPeer::Handle(message, wparam, lparam);
+    return NativePeer::Handle(message, wparam, lparam);
   const std::wstring text = ToWide(bar().Panels()[wparam]);
   if (message == SB_GETTEXTW) std::wmemcpy(reinterpret_cast<wchar_t*>(lparam), text.c_str(), text.size() + 1);
   return static_cast<LRESULT>(text.size());
@@ -222,7 +222,7 @@ LRESULT StatusBarPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
 void AnimationHostPeer::MakeWindow() { Create(L"STATIC", L"", SS_LEFT); }
 
 // A little more than the clip, which is drawn for some resolutions.
-ui::Extent AnimationHostPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(80)}; }
+ui::Extent AnimationHostPeer::PreferredSize() const { return {theme().Scaled(320), theme().Scaled(80)}; }
 
 LRESULT AnimationHostPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   // The animation asks for the background it is to be transparent on.
@@ -230,7 +230,7 @@ LRESULT AnimationHostPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_SIZE)
     if (const HWND animation = GetWindow(handle(), GW_CHILD))
       MoveWindow(animation, 0, 0, GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam), TRUE);
-  return ControlPeer::Handle(message, wparam, lparam);
+  return NativePeer::Handle(message, wparam, lparam);
 }
 
 }  // namespace windows

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "windows/ui/control_peer.h"
 #include "windows/ui/gdi.h"
+#include "windows/ui/native_peer.h"
 #include "windows/ui/surface.h"
 
 /// The peers of the controls that do little.
@@ -9,7 +9,7 @@ namespace windows {
 
 /// A caption, or a text from the network. The latter is drawn here if it has room for some lines, so that one
 /// that is too long keeps its end.
-class LabelPeer final : public ControlPeer {
+class LabelPeer final : public NativePeer {
  public:
   LabelPeer(PeerHost& host, Surface& parent, ui::Label& label);
   ui::Extent PreferredSize() const override;
@@ -24,16 +24,16 @@ class LabelPeer final : public ControlPeer {
   bool DrawsItself() const { return label().shows_data && label().lines > 1; }
   void Paint(HDC dc);
   const ui::Label& label() const { return static_cast<const ui::Label&>(control()); }
-  Look::Weight weight() const override;
+  Theme::Weight weight() const override;
   const std::wstring first_text_;
   int first_width_ = 0;
 };
 
 /// A button with a caption, or with a picture drawn for the resolution.
-class ButtonPeer final : public ControlPeer {
+class ButtonPeer final : public NativePeer {
  public:
   ButtonPeer(PeerHost& host, Surface& parent, ui::Button& button, bool is_default)
-      : ControlPeer(host, parent, button), is_default_(is_default) {}
+      : NativePeer(host, parent, button), is_default_(is_default) {}
   ui::Extent PreferredSize() const override;
   void Command(WORD notification) override;
   void Press() override;
@@ -50,9 +50,9 @@ class ButtonPeer final : public ControlPeer {
 };
 
 /// An option button or a check box.
-class MarkPeer final : public ControlPeer {
+class ToggleButtonPeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
   ui::Extent PreferredSize() const override;
   void Update(ui::Aspect aspect) override;
   void Command(WORD notification) override;
@@ -68,10 +68,10 @@ class MarkPeer final : public ControlPeer {
 };
 
 /// A frame: on a page a thin border with a bold caption; inside another frame a caption and a line.
-class FramePeer final : public ControlPeer {
+class FramePeer final : public NativePeer {
  public:
   FramePeer(PeerHost& host, Surface& parent, ui::Frame& frame, bool nested)
-      : ControlPeer(host, parent, frame), nested_(nested) {}
+      : NativePeer(host, parent, frame), nested_(nested) {}
   ui::Extent PreferredSize() const override;
   ui::Insets FrameInsets() const;
 
@@ -81,16 +81,16 @@ class FramePeer final : public ControlPeer {
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  Look::Weight weight() const override { return nested_ ? Look::Weight::Normal : Look::Weight::Bold; }
+  Theme::Weight weight() const override { return nested_ ? Theme::Weight::Normal : Theme::Weight::Bold; }
   void Paint(HDC dc) const;
   void PaintLine(HDC dc, const RECT& area) const;
   const bool nested_;
 };
 
-class StatusBarPeer final : public ControlPeer {
+class StatusBarPeer final : public NativePeer {
  public:
   StatusBarPeer(PeerHost& host, Surface& parent, ui::StatusBar& bar, bool grip)
-      : ControlPeer(host, parent, bar), grip_(grip) {}
+      : NativePeer(host, parent, bar), grip_(grip) {}
   ui::Extent PreferredSize() const override;
 
  protected:
@@ -109,9 +109,9 @@ class StatusBarPeer final : public ControlPeer {
 };
 
 /// A plain area; an animation becomes its child.
-class AnimationHostPeer final : public ControlPeer {
+class AnimationHostPeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
   ui::Extent PreferredSize() const override;
 
  protected:

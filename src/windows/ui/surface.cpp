@@ -5,7 +5,7 @@
 #include <commctrl.h>
 
 #include "platform/error.h"
-#include "windows/ui/control_peer.h"
+#include "windows/ui/native_peer.h"
 
 namespace windows {
 namespace {
@@ -37,9 +37,9 @@ void RegisterOnce(HINSTANCE instance, WNDPROC procedure) {
 Surface::~Surface() { Destroy(); }
 
 void Surface::Create(const wchar_t* caption, DWORD style, DWORD extended_style, HWND parent) {
-  RegisterOnce(context_.instance(), Procedure);
+  RegisterOnce(ui_thread_.instance(), Procedure);
   CreateWindowExW(extended_style, kClass, caption, style | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0, 0, 0,
-                  parent, nullptr, context_.instance(), this);
+                  parent, nullptr, ui_thread_.instance(), this);
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
                           "No window can be made; is there a display?");
@@ -63,7 +63,7 @@ LRESULT CALLBACK Surface::Procedure(HWND window, UINT message, WPARAM wparam, LP
     self->handle_ = nullptr;
     return DefWindowProcW(window, message, wparam, lparam);
   }
-  return self->context_.Dispatch([&] { return self->Handle(message, wparam, lparam); });
+  return self->ui_thread_.Dispatch([&] { return self->Handle(message, wparam, lparam); });
 }
 
 LRESULT Surface::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -91,7 +91,7 @@ LRESULT Surface::Reflect(UINT message, WPARAM wparam, LPARAM lparam) {
   HWND from = reinterpret_cast<HWND>(lparam);
   if (message == WM_NOTIFY) from = reinterpret_cast<NMHDR*>(lparam)->hwndFrom;
   if (message == WM_DRAWITEM) from = reinterpret_cast<DRAWITEMSTRUCT*>(lparam)->hwndItem;
-  ControlPeer* const peer = ControlPeer::Of(from);
+  NativePeer* const peer = NativePeer::Of(from);
   if (peer && peer->alive()) {
     switch (message) {
       case WM_COMMAND:

@@ -2,17 +2,17 @@
 
 #include <windows.h>
 
-#include "windows/ui/context.h"
+#include "windows/ui/ui_thread.h"
 
 namespace windows {
 
-class ControlPeer;
+class NativePeer;
 
 /// A window of our own class that carries controls: the form itself, a tab page, the area of an animation. It
 /// fills its background with a system colour and hands what its controls tell to their peers.
 class Surface {
  public:
-  Surface(Context& context, int system_color) : context_(context), color_(system_color) {}
+  Surface(UiThread& ui_thread, int system_color) : ui_thread_(ui_thread), color_(system_color) {}
   virtual ~Surface();
   Surface(const Surface&) = delete;
   Surface& operator=(const Surface&) = delete;
@@ -21,7 +21,7 @@ class Surface {
   void Create(const wchar_t* caption, DWORD style, DWORD extended_style, HWND parent);
 
   HWND handle() const { return handle_; }
-  Context& context() const { return context_; }
+  UiThread& ui_thread() const { return ui_thread_; }
   int color() const { return color_; }
 
   /// Where the surface stands in the client area of the form.
@@ -35,7 +35,7 @@ class Surface {
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT Reflect(UINT message, WPARAM wparam, LPARAM lparam);
 
-  Context& context_;
+  UiThread& ui_thread_;
   int color_;
   HWND handle_ = nullptr;
 };

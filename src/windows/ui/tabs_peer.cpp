@@ -21,7 +21,7 @@ void TabsPeer::MakeWindow() {
     item.mask = TCIF_TEXT;
     item.pszText = caption.data();
     Send(TCM_INSERTITEMW, index, reinterpret_cast<LPARAM>(&item));
-    pages_.push_back(std::make_unique<Surface>(host().context(), kPageColor));
+    pages_.push_back(std::make_unique<Surface>(host().ui_thread(), kPageColor));
     pages_.back()->Create(L"", WS_CHILD, WS_EX_CONTROLPARENT, handle());
   }
   ShowPage();
@@ -31,8 +31,8 @@ TabsPeer::~TabsPeer() = default;
 
 void TabsPeer::Rescale() {
   // The padding has no effect before the control hears of its font.
-  Send(TCM_SETPADDING, 0, MAKELPARAM(look().Scaled(10), look().Scaled(4)));
-  ControlPeer::Rescale();
+  Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(10), theme().Scaled(4)));
+  NativePeer::Rescale();
 }
 
 ui::Insets TabsPeer::TabInsets() const {
@@ -47,7 +47,7 @@ ui::Extent TabsPeer::PreferredSize() const {
   Send(TCM_GETITEMRECT, pages_.size() - 1, reinterpret_cast<LPARAM>(&last));
   RECT first{};
   Send(TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
-  return {static_cast<int>(last.right - first.left) + look().Scaled(8), static_cast<int>(last.bottom)};
+  return {static_cast<int>(last.right - first.left) + theme().Scaled(8), static_cast<int>(last.bottom)};
 }
 
 void TabsPeer::OnPlaced() {
@@ -63,7 +63,7 @@ void TabsPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Selection)
     ShowPage();
   else
-    ControlPeer::Show(aspect);
+    NativePeer::Show(aspect);
 }
 
 void TabsPeer::MakeFrontPage() const { host().PageAppears(*pages_.at(tabs().Selected())); }

@@ -3,16 +3,16 @@
 #include <memory>
 #include <vector>
 
-#include "windows/ui/control_peer.h"
+#include "windows/ui/native_peer.h"
 #include "windows/ui/surface.h"
 
 namespace windows {
 
 /// A tab control with one window for each page, of which one is shown. What stands on a page is made when the
 /// page is first shown.
-class TabsPeer final : public ControlPeer {
+class TabsPeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
   ~TabsPeer() override;
 
   Surface& page(std::size_t index) const { return *pages_.at(index); }

@@ -29,19 +29,19 @@ void TextFieldPeer::MakeWindow() {
 
 ui::Extent TextFieldPeer::PreferredSize() const {
   const int digits = field().columns > 0 ? field().columns : 8;
-  return {digits * look().DigitWidth() + look().Scaled(14), look().FieldHeight()};
+  return {digits * theme().DigitWidth() + theme().Scaled(14), theme().FieldHeight()};
 }
 
 void TextFieldPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Text) return CatchUpWhenSeen();
   if (aspect == ui::Aspect::Locked) Send(EM_SETREADONLY, field().Locked());
-  ControlPeer::Show(aspect);
+  NativePeer::Show(aspect);
   RedrawWindow(handle(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
 }
 
 void TextFieldPeer::CatchUp() {
   telling_ = true;
-  ControlPeer::Show(ui::Aspect::Text);
+  NativePeer::Show(ui::Aspect::Text);
   telling_ = false;
 }
 
@@ -67,7 +67,7 @@ HBRUSH TextFieldPeer::Colors(HDC dc) {
 
 /// The system puts the line at the top of the field; it belongs in the middle, level with its label.
 void TextFieldPeer::CentreLine(RECT& client) const {
-  const LONG line = look().TextHeight() + 2, spare = client.bottom - client.top - line;
+  const LONG line = theme().TextHeight() + 2, spare = client.bottom - client.top - line;
   if (spare <= 0) return;
   client.top += spare / 2;
   client.bottom = client.top + line;
@@ -134,7 +134,7 @@ LRESULT TextFieldPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     default:
       break;
   }
-  return ControlPeer::Handle(message, wparam, lparam);
+  return NativePeer::Handle(message, wparam, lparam);
 }
 
 LRESULT TextFieldPeer::Character(WPARAM character, LPARAM lparam) {
@@ -145,7 +145,7 @@ LRESULT TextFieldPeer::Character(WPARAM character, LPARAM lparam) {
   // The other control characters are commands such as copy and undo; Backspace alone enters something.
   const bool enters = !field().Locked() && (character >= kFirstPrintable || character == VK_BACK);
   if (enters && field().on_key_press && !field().on_key_press(static_cast<char32_t>(character))) return 0;
-  return alive() ? ControlPeer::Handle(WM_CHAR, character, lparam) : 0;
+  return alive() ? NativePeer::Handle(WM_CHAR, character, lparam) : 0;
 }
 
 void TextFieldPeer::Paste() {

@@ -35,16 +35,16 @@ void WebViewPeer::MakeWindow() {
 }
 
 void WebViewPeer::Rescale() {
-  ControlPeer::Rescale();
-  const auto margin = static_cast<WORD>(look().Scaled(8));
+  NativePeer::Rescale();
+  const auto margin = static_cast<WORD>(theme().Scaled(8));
   Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
   FitScrollBar();
 }
 
-ui::Extent WebViewPeer::PreferredSize() const { return {look().Scaled(320), look().Scaled(200)}; }
+ui::Extent WebViewPeer::PreferredSize() const { return {theme().Scaled(320), theme().Scaled(200)}; }
 
 void WebViewPeer::Show(ui::Aspect aspect) {
-  if (aspect != ui::Aspect::Text) return ControlPeer::Show(aspect);
+  if (aspect != ui::Aspect::Text) return NativePeer::Show(aspect);
   SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
   FitScrollBar();
 }
@@ -52,7 +52,7 @@ void WebViewPeer::Show(ui::Aspect aspect) {
 void WebViewPeer::FitScrollBar() {
   RECT room;
   GetClientRect(handle(), &room);
-  const bool needed = Send(EM_GETLINECOUNT) * look().TextHeight() > room.bottom;
+  const bool needed = Send(EM_GETLINECOUNT) * theme().TextHeight() > room.bottom;
   const bool shown = (GetWindowLongW(handle(), GWL_STYLE) & WS_VSCROLL) != 0;
   if (needed != shown) ShowScrollBar(handle(), SB_VERT, needed);
 }
@@ -76,12 +76,12 @@ LRESULT WebViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       WaitForPage();
       return 0;
     case WM_SIZE: {
-      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
+      const LRESULT result = NativePeer::Handle(message, wparam, lparam);
       page_shown_ ? FitPage() : FitScrollBar();
       return result;
     }
     case WM_SETFOCUS: {
-      const LRESULT result = ControlPeer::Handle(message, wparam, lparam);
+      const LRESULT result = NativePeer::Handle(message, wparam, lparam);
       if (alive() && page_shown_ && GetFocus() == handle()) browser_->TakeFocus();
       return result;
     }
@@ -91,7 +91,7 @@ LRESULT WebViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     default:
       break;
   }
-  return ControlPeer::Handle(message, wparam, lparam);
+  return NativePeer::Handle(message, wparam, lparam);
 }
 
 void WebViewPeer::WaitForPage() {
@@ -100,7 +100,7 @@ void WebViewPeer::WaitForPage() {
     KillTimer(handle(), kTimer);  // messages may run while the browser is made
     browser_ = std::make_unique<EmbeddedBrowser>(
         handle(), ToWide(static_cast<const ui::WebView&>(control()).url), [this] {
-          host().context().Dispatch([this]() -> LRESULT {
+          host().ui_thread().Dispatch([this]() -> LRESULT {
             if (alive()) host().Arrived(*this);
             return 0;
           });
@@ -118,7 +118,7 @@ void WebViewPeer::WaitForPage() {
 }
 
 /// The browser knows the program's resolution, but not that of the screen.
-void WebViewPeer::FitPage() { browser_->Show(MulDiv(100, look().dpi(), SystemDpi())); }
+void WebViewPeer::FitPage() { browser_->Show(MulDiv(100, theme().dpi(), SystemDpi())); }
 
 void WebViewPeer::ShowPage() {
   page_shown_ = true;

@@ -2,17 +2,17 @@
 
 #include <memory>
 
-#include "windows/ui/control_peer.h"
 #include "windows/ui/embedded_browser.h"
+#include "windows/ui/native_peer.h"
 
 namespace windows {
 
 /// Shows the page's text, to be scrolled and copied, and in front of it the page itself as soon as the
 /// system's browser has it. The browser is not made before the text is first seen; one that does not have the
 /// page within a moment goes again.
-class WebViewPeer final : public ControlPeer {
+class WebViewPeer final : public NativePeer {
  public:
-  using ControlPeer::ControlPeer;
+  using NativePeer::NativePeer;
   ui::Extent PreferredSize() const override;
   HBRUSH Colors(HDC dc) override;
   bool UseKey(MSG& message) override;

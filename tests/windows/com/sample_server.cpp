@@ -1,5 +1,5 @@
 #include "sample.h"
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
 
@@ -21,7 +21,7 @@ int main(int count, char** words) try {
   LocalServer server(
       {.id = Sample::kClass,
        .make = [] { return std::make_shared<Sample>(); },
-       .open = [](const auto& object) { return DispatchDoor::For(object, {.events = Sample::kEvents}); }},
+       .open = [](const auto& object) { return DispatchAdapter::For(object, {.events = Sample::kEvents}); }},
       {.linger = std::chrono::milliseconds(100),
        .idle_limit = impatient ? std::chrono::milliseconds(100) : kIdleLimit});
   return server.Run();

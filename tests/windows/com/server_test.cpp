@@ -5,7 +5,7 @@
 
 #include "automation/convert.h"
 #include "sample.h"
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/event_subscription.h"
 #include "windows/com/local_server.h"
@@ -108,13 +108,14 @@ TEST_P(LateBoundContract, EventsArriveUntilTheSubscriptionEnds) {
 }
 
 LateBoundPtr Directly() { return std::make_shared<Sample>(); }
-LateBoundPtr ThroughItsDoor() {
-  return std::make_shared<DispatchObject>(DispatchDoor::For(std::make_shared<Sample>(), {Sample::kEvents}));
+LateBoundPtr ThroughItsAdapter() {
+  return std::make_shared<DispatchObject>(
+      DispatchAdapter::For(std::make_shared<Sample>(), {Sample::kEvents}));
 }
 LateBoundPtr InAnotherProcess() { return CreateObject("Qm5r.ComSample"); }
 
 INSTANTIATE_TEST_SUITE_P(Ways, LateBoundContract,
-                         testing::Values(Directly, ThroughItsDoor, InAnotherProcess));
+                         testing::Values(Directly, ThroughItsAdapter, InAnotherProcess));
 
 /// The default value of a key under the machine's classes, empty where there is none.
 std::string MachineText(const std::string& key) {
@@ -194,13 +195,13 @@ TEST_F(Server, AnObjectThatItsClientReleasesWithinItsCallEndsOnItsThread) {
 
 TEST(Apartment, ObjectsEndWithItAtTheLatestAndOnItsThread) {
   std::weak_ptr<Sample> handed_over, held;
-  ComPtr<IDispatch> door;
+  ComPtr<IDispatch> adapter;
   std::thread([&] {
     const Apartment apartment;
     auto first = std::make_shared<Sample>(), second = std::make_shared<Sample>();
     handed_over = first, held = second;
     ComPtr<IDispatch> last = ToDispatch(std::exchange(first, nullptr));
-    door = ToDispatch(std::exchange(second, nullptr));
+    adapter = ToDispatch(std::exchange(second, nullptr));
     std::thread([&] { last.Reset(); }).join();
   }).join();
   EXPECT_TRUE(handed_over.expired() && held.expired());

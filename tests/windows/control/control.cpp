@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "registry/registry.h"
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 #include "windows/com/failure.h"
 #include "windows/com/variant_conversion.h"
 #include "windows/system/registry.h"
@@ -73,9 +73,9 @@ class Server final : public automation::Published, public std::enable_shared_fro
 #define REFUSE(name, ...) \
   HRESULT STDMETHODCALLTYPE name(__VA_ARGS__) override { return E_NOTIMPL; }
 
-class Control final : public Door<IDispatch, IPersistStreamInit, IOleObject> {
+class Control final : public Adapter<IDispatch, IPersistStreamInit, IOleObject> {
  public:
-  Control() : Door(std::make_shared<Server>()) {
+  Control() : Adapter(std::make_shared<Server>()) {
     // The threads that raise events are in an apartment that stays. The 32-bit import library lacks the call.
     const auto keep =
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ole32"), "CoIncrementMTAUsage"));
@@ -84,7 +84,7 @@ class Control final : public Door<IDispatch, IPersistStreamInit, IOleObject> {
   }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** found) override {
-    return SUCCEEDED(Door::QueryInterface(id, found)) ? S_OK : events_->QueryInterface(id, found);
+    return SUCCEEDED(Adapter::QueryInterface(id, found)) ? S_OK : events_->QueryInterface(id, found);
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID number, REFIID id, LCID language, WORD flags,
                                    DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* info,
@@ -93,7 +93,7 @@ class Control final : public Door<IDispatch, IPersistStreamInit, IOleObject> {
     const bool named = parameters->cNamedArgs == 1 && *parameters->rgdispidNamedArgs == DISPID_PROPERTYPUT;
     if (Demands("basic") && (flags == DISPATCH_PROPERTYGET || put != named)) return DISP_E_MEMBERNOTFOUND;
     if ((Demands("init") && !initialised_) || (Demands("site") && !sited_)) return E_UNEXPECTED;
-    return Door::Invoke(number, id, language, flags, parameters, result, info, bad_argument);
+    return Adapter::Invoke(number, id, language, flags, parameters, result, info, bad_argument);
   }
 
   HRESULT STDMETHODCALLTYPE InitNew() override {
@@ -131,7 +131,7 @@ class Control final : public Door<IDispatch, IPersistStreamInit, IOleObject> {
  private:
   ~Control() override { Note("gone"); }
 
-  const ComPtr<DispatchDoor> events_ = Make<DispatchDoor>(object(), DoorTraits{kClass, {}});
+  const ComPtr<DispatchAdapter> events_ = Make<DispatchAdapter>(object(), AdapterTraits{kClass, {}});
   bool initialised_ = false, sited_ = false;
 };
 

@@ -35,7 +35,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
   for (LRESULT page = 0; page < 8; ++page) {
     EXPECT_EQ(Page(), page);
     for (const HWND field : Fields()) {
-      EXPECT_TRUE(Eventually([&] { return Focused() == field; })) << page << director::TextOf(field);
+      EXPECT_TRUE(Eventually([&] { return Focused() == field; })) << page << windows::TextOf(field);
       if (field != Fields().back()) Key(VK_TAB);
     }
     Key(VK_CONTROL, VK_TAB);
@@ -76,7 +76,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
 
   for (const int key : {VK_TAB, VK_TAB, VK_SPACE}) Key(key);
   const HWND log = NextFront(window_);
-  EXPECT_EQ(director::TextOf(log), "Network activity logging");
+  EXPECT_EQ(windows::TextOf(log), "Network activity logging");
   for (const int letter : {'A', 'C'}) Key(VK_CONTROL, letter);
   // The device named, eleven points read four times, two written; perhaps what the object server demands.
   const std::string rows = ExpectCopied("(.*\t.*\t.*\r\n){47,48}");

@@ -95,20 +95,20 @@ class PlugInUser : public testing::Test {
   }
 
   static bool Is(HWND window, const wchar_t* window_class) {
-    return lstrcmpiW(director::ClassOf(window).c_str(), window_class) == 0;
+    return lstrcmpiW(windows::ClassOf(window).c_str(), window_class) == 0;
   }
 
   /// The fields of the page in front, in the order in which Tab walks them: text fields and lists.
   std::vector<HWND> Fields() const {
     std::vector<HWND> fields;
-    for (HWND tab : director::ChildrenOf(window_))
-      for (HWND page : director::ChildrenOf(tab))
+    for (HWND tab : windows::ChildrenOf(window_))
+      for (HWND page : windows::ChildrenOf(tab))
         if (IsWindowVisible(page))
-          for (HWND child : director::ChildrenOf(page))
+          for (HWND child : windows::ChildrenOf(page))
             if (Is(child, L"Edit") || Is(child, L"ComboBox")) fields.push_back(child);
     return fields;
   }
-  std::string Text(std::size_t field) const { return director::TextOf(Fields().at(field)); }
+  std::string Text(std::size_t field) const { return windows::TextOf(Fields().at(field)); }
 
   /// Keys are dealt with some time after they were sent.
   void ExpectText(std::size_t field, const std::string& text) const {
@@ -168,11 +168,11 @@ class PlugInUser : public testing::Test {
   /// "The question <Yes><No>".
   static std::string Reads(HWND box) {
     std::string text, buttons;
-    for (HWND child : director::ChildrenOf(box))
+    for (HWND child : windows::ChildrenOf(box))
       if (Is(child, L"Button"))
-        buttons += "<" + director::TextOf(child) + ">";
+        buttons += "<" + windows::TextOf(child) + ">";
       else
-        text += director::TextOf(child);
+        text += windows::TextOf(child);
     std::erase(buttons, '&');
     return text + " " + buttons;
   }

@@ -5,7 +5,7 @@
 #include <oleacc.h>
 
 #include "windows/com/com_ptr.h"
-#include "windows/ui/look.h"
+#include "windows/ui/theme.h"
 #include "windows_under_test.h"
 
 namespace {
@@ -196,17 +196,17 @@ TEST_F(Controls, TheWholeWindowShowsTheHourglass) {
 }
 
 TEST_F(Controls, ATextThatIsTooLongKeepsItsEnds) {
-  const windows::Look look(96, windows::MessageFont(96));
+  const windows::Theme theme(96, windows::MessageFont(96));
   const std::wstring path = L"A long network/A long network.A long floor/Room 17 \xD83D\xDE00";
   for (const int width : {60, 100, 200}) {
-    const std::wstring cut = look.Shortened(path, width);
-    EXPECT_TRUE(look.TextSize(cut).width <= width && look.TextSize(cut).width > width - 30) << width;
+    const std::wstring cut = theme.Shortened(path, width);
+    EXPECT_TRUE(theme.TextSize(cut).width <= width && theme.TextSize(cut).width > width - 30) << width;
     EXPECT_TRUE(cut.starts_with(L"A l") && cut.find(L'\x2026') != cut.npos && cut.ends_with(L"\xD83D\xDE00"));
   }
-  EXPECT_EQ(look.Shortened(path, 2000), path);
+  EXPECT_EQ(theme.Shortened(path, 2000), path);
   const std::wstring lines =
-      look.ShortenedTo(path, windows::Look::Weight::Bold, {150, 2 * look.TextHeight()});
-  EXPECT_TRUE(look.TextSize(lines, windows::Look::Weight::Bold).width > 150 && lines != path);
+      theme.ShortenedTo(path, windows::Theme::Weight::Bold, {150, 2 * theme.TextHeight()});
+  EXPECT_TRUE(theme.TextSize(lines, windows::Theme::Weight::Bold).width > 150 && lines != path);
 }
 
 TEST_F(Controls, StatusBarShowsALongTextInFullInItsTooltip) {

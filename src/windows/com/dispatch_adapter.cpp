@@ -1,4 +1,4 @@
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 
 #include <olectl.h>
 
@@ -6,25 +6,26 @@
 
 namespace windows::com {
 
-ComPtr<IDispatch> DispatchDoor::For(const std::shared_ptr<automation::Published>& object,
-                                    const DoorTraits& traits) {
-  if (auto open = FindDoor(*object)) return open;
-  return Make<DispatchDoor>(object, traits);
+ComPtr<IDispatch> DispatchAdapter::For(const std::shared_ptr<automation::Published>& object,
+                                       const AdapterTraits& traits) {
+  if (auto open = FindAdapter(*object)) return open;
+  return Make<DispatchAdapter>(object, traits);
 }
 
-DispatchDoor::DispatchDoor(std::shared_ptr<automation::Published> published, const DoorTraits& traits)
-    : Door(std::move(published), traits.type_info),
+DispatchAdapter::DispatchAdapter(std::shared_ptr<automation::Published> published,
+                                 const AdapterTraits& traits)
+    : Adapter(std::move(published), traits.type_info),
       events_(traits.events),
       point_(*this, *object(), events_.value_or(IID_NULL)) {}
 
-void* DispatchDoor::Find(REFIID id) noexcept {
+void* DispatchAdapter::Find(REFIID id) noexcept {
   const bool about_events = id == __uuidof(IConnectionPointContainer) || id == __uuidof(IProvideClassInfo2);
   if (about_events && !events_) return nullptr;
   if (id == __uuidof(IProvideClassInfo) && events_) return static_cast<IProvideClassInfo2*>(this);
-  return Door::Find(id);
+  return Adapter::Find(id);
 }
 
-HRESULT DispatchDoor::EnumConnectionPoints(IEnumConnectionPoints** points) try {
+HRESULT DispatchAdapter::EnumConnectionPoints(IEnumConnectionPoints** points) try {
   if (!points) return E_POINTER;
   *points = EnumerateOne(ComPtr<IConnectionPoint>(&point_)).Detach();
   return S_OK;
@@ -32,7 +33,7 @@ HRESULT DispatchDoor::EnumConnectionPoints(IEnumConnectionPoints** points) try {
   return ReportAsResult();
 }
 
-HRESULT DispatchDoor::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
+HRESULT DispatchAdapter::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
   if (!point) return E_POINTER;
   *point = nullptr;
   if (id != events_) return CONNECT_E_NOCONNECTION;
@@ -40,13 +41,13 @@ HRESULT DispatchDoor::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
   return S_OK;
 }
 
-HRESULT DispatchDoor::GetClassInfo(ITypeInfo** type_info) {
+HRESULT DispatchAdapter::GetClassInfo(ITypeInfo** type_info) {
   if (!type_info) return E_POINTER;
   *type_info = nullptr;
   return E_NOTIMPL;
 }
 
-HRESULT DispatchDoor::GetGUID(DWORD kind, GUID* id) {
+HRESULT DispatchAdapter::GetGUID(DWORD kind, GUID* id) {
   if (!id) return E_POINTER;
   *id = IID_NULL;
   if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;

@@ -15,7 +15,7 @@ namespace simulator {
 
 /// One client of the object server: its settings, what it has open, and its event handlers. It ends when its
 /// root object and every object reached from it are gone, and with it everything it had open.
-class Session : public std::enable_shared_from_this<Session> {
+class ClientSession : public std::enable_shared_from_this<ClientSession> {
  public:
   /// Bits of the flags word that the session looks at.
   static constexpr int kUseTcp = 16;
@@ -27,7 +27,7 @@ class Session : public std::enable_shared_from_this<Session> {
     int flags = 0;
   };
 
-  explicit Session(std::shared_ptr<Simulation> simulation) : simulation_(std::move(simulation)) {}
+  explicit ClientSession(std::shared_ptr<Simulation> simulation) : simulation_(std::move(simulation)) {}
 
   Simulation& simulation() { return *simulation_; }
   stored::Installation& installation() { return simulation_->installation(); }

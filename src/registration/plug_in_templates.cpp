@@ -1,4 +1,4 @@
-#include "registration/template_library.h"
+#include "registration/plug_in_templates.h"
 
 #include <set>
 #include <vector>
@@ -51,7 +51,7 @@ std::set<std::string> ReferencedProgramIds(const lns::System& system) {
 
 }  // namespace
 
-lns::DeviceTemplate TemplateLibrary::FindOrMake(const session::SupportedCommand& command) {
+lns::DeviceTemplate PlugInTemplates::FindOrMake(const session::SupportedCommand& command) {
   for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items()) {
     lns::DeviceTemplate each;
     std::string program_id;  // others than the one looked for need not be readable
@@ -68,7 +68,7 @@ lns::DeviceTemplate TemplateLibrary::FindOrMake(const session::SupportedCommand&
   }
 }
 
-lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& command) {
+lns::DeviceTemplate PlugInTemplates::Make(const session::SupportedCommand& command) {
   const std::string path = FindInterfaceFile(command.ProgramId);
   if (path.empty()) throw Failure(kNoTemplate);
   const std::string name = UniqueName(command.TemplateName);
@@ -88,13 +88,13 @@ lns::DeviceTemplate TemplateLibrary::Make(const session::SupportedCommand& comma
   return made;
 }
 
-std::string TemplateLibrary::FindInterfaceFile(const std::string& program_id) {
+std::string PlugInTemplates::FindInterfaceFile(const std::string& program_id) {
   SetSearchFolder();
   const std::string found = services_.interface_files.FindXifForProgramId(program_id);
   return found.empty() ? services_.interface_files.LocateXifByDialog(program_id) : found;
 }
 
-void TemplateLibrary::SetSearchFolder() {
+void PlugInTemplates::SetSearchFolder() {
   // A remote object server's folders are not this computer's.
   if (services_.session.RegistrationRemote) return;
   // By convention interface files lie in the Import folder beside the Types folder, which holds the
@@ -106,7 +106,7 @@ void TemplateLibrary::SetSearchFolder() {
   if (!above.empty()) services_.interface_files.folder = above + "\\Import";
 }
 
-std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
+std::string PlugInTemplates::UniqueName(const std::string& wanted) const {
   constexpr int kMostNames = 100;
   std::set<std::string> taken;
   for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items())
@@ -118,34 +118,34 @@ std::string TemplateLibrary::UniqueName(const std::string& wanted) const {
   throw Failure("Could not create a unique template name.");
 }
 
-std::string TemplateLibrary::NoteOf(const std::string& template_name) const {
+std::string PlugInTemplates::NoteOf(const std::string& template_name) const {
   return InAscii(network_.Name() + "/" + template_name);
 }
 
-std::string TemplateLibrary::Remembered(const std::string& template_name) const {
+std::string PlugInTemplates::Remembered(const std::string& template_name) const {
   return services_.registry.Remembered(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name));
 }
 
-void TemplateLibrary::Remember(const std::string& template_name, const std::string& program_id) const {
+void PlugInTemplates::Remember(const std::string& template_name, const std::string& program_id) const {
   // Where this is refused, the template is kept when the plug-in goes.
   Attempt([&] {
     services_.registry.Remember(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name), program_id);
   });
 }
 
-void TemplateLibrary::Forget(const std::string& template_name) const {
+void PlugInTemplates::Forget(const std::string& template_name) const {
   Attempt([&] {
     // An empty note of what was never noted would make the key of a plug-in that is not registered.
     if (!Remembered(template_name).empty()) Remember(template_name, "");
   });
 }
 
-bool TemplateLibrary::IsOwn(const lns::DeviceTemplate& device_template) const {
+bool PlugInTemplates::IsOwn(const lns::DeviceTemplate& device_template) const {
   const std::string made = Remembered(device_template.Name());
   return !made.empty() && text::EqualIgnoringCase(made, device_template.ProgramId());
 }
 
-void TemplateLibrary::RemoveUnused(Unused which) const {
+void PlugInTemplates::RemoveUnused(Unused which) const {
   const std::set<std::string> referenced = ReferencedProgramIds(system_);
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::vector<std::string> names;

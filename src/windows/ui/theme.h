@@ -9,10 +9,10 @@
 namespace windows {
 
 /// Fonts and measures of windows at one resolution.
-class Look {
+class Theme {
  public:
   /// Dots per inch; 96 is a scale of 100 %.
-  Look(int dpi, const LOGFONTW& font);
+  Theme(int dpi, const LOGFONTW& font);
 
   int dpi() const { return dpi_; }
   bool IsIn(const LOGFONTW& font) const;

@@ -1,4 +1,4 @@
-#include "simulator/session.h"
+#include "simulator/client_session.h"
 
 #include <algorithm>
 
@@ -19,13 +19,14 @@ std::string JournalText(const Value& value) {
 
 class Connection : public platform::Subscription {
  public:
-  Connection(std::weak_ptr<Session> session, int number) : session_(std::move(session)), number_(number) {}
+  Connection(std::weak_ptr<ClientSession> session, int number)
+      : session_(std::move(session)), number_(number) {}
   ~Connection() override {
     if (const auto session = session_.lock()) session->Unadvise(number_);
   }
 
  private:
-  std::weak_ptr<Session> session_;
+  std::weak_ptr<ClientSession> session_;
   int number_;
 };
 
@@ -47,7 +48,7 @@ int ExtraLatency(const stored::Latency& latency, OperationClass operation) {
 
 }  // namespace
 
-Value Session::Perform(const Operation& operation, const std::function<Value()>& act) {
+Value ClientSession::Perform(const Operation& operation, const std::function<Value()>& act) {
   const auto alive = shared_from_this();  // an event handler may let go of the last object
   Journal& journal = simulation_->journal();
   const std::size_t number = journal.Begin(operation);
@@ -67,7 +68,7 @@ Value Session::Perform(const Operation& operation, const std::function<Value()>&
   }
 }
 
-void Session::Delay(const Operation& operation) {
+void ClientSession::Delay(const Operation& operation) {
   const stored::Latency& latency = simulation_->latency();
   int remaining = latency.any + ExtraLatency(latency, ClassOf(operation));
   while (idle_interval_ > 0 && remaining > idle_interval_) {
@@ -79,12 +80,12 @@ void Session::Delay(const Operation& operation) {
   if (remaining > 0) simulation_->Sleep(std::chrono::milliseconds(remaining));
 }
 
-Session::Settings& Session::ChangeSettings() {
+ClientSession::Settings& ClientSession::ChangeSettings() {
   if (open_) Fail(Code::MustBeClosed, "This must be set before the object server is opened.");
   return settings_;
 }
 
-void Session::Close() {
+void ClientSession::Close() {
   open_ = false;
   networks_.clear();
   systems_.clear();
@@ -92,18 +93,18 @@ void Session::Close() {
   idle_interval_ = 0;
 }
 
-void Session::RequireOpen() const {
+void ClientSession::RequireOpen() const {
   if (!open_) Fail(Code::NotOpen, "The object server is not open.");
 }
 
-bool Session::CanReach(const stored::Network& network) const {
+bool ClientSession::CanReach(const stored::Network& network) const {
   if (IsLocal()) return network.local;
   if (IsLightweight()) return network.internet;
   const auto& interfaces = network.remote_interfaces;
   return std::find(interfaces.begin(), interfaces.end(), active_interface_) != interfaces.end();
 }
 
-stored::Names Session::ReachableNetworks() {
+stored::Names ClientSession::ReachableNetworks() {
   RequireOpen();
   const bool full_remote = !IsLocal() && !IsLightweight();
   if (full_remote && active_interface_.empty())
@@ -114,7 +115,7 @@ stored::Names Session::ReachableNetworks() {
   return names;
 }
 
-void Session::OpenNetwork(const std::string& name) {
+void ClientSession::OpenNetwork(const std::string& name) {
   RequireOpen();
   const stored::Network& network = stored::NetworkOf(installation(), name);
   if (!CanReach(network)) Fail(Code::NotFound, "The network \"" + name + "\" cannot be reached this way.");
@@ -123,18 +124,18 @@ void Session::OpenNetwork(const std::string& name) {
   networks_.insert(name);
 }
 
-void Session::CloseNetwork(const std::string& network) {
+void ClientSession::CloseNetwork(const std::string& network) {
   CloseSystem(network);
   networks_.erase(network);
   paused_.erase(network);
 }
 
-void Session::RequireNetwork(const std::string& network) const {
+void ClientSession::RequireNetwork(const std::string& network) const {
   RequireOpen();
   if (!IsNetworkOpen(network)) Fail(Code::NotOpen, "The network \"" + network + "\" is not open.");
 }
 
-void Session::CheckInterfaceFree(const std::string& interface, const std::string& network) {
+void ClientSession::CheckInterfaceFree(const std::string& interface, const std::string& network) {
   const stored::Interface* found = stored::FindByName(installation().interfaces, interface);
   bool free = found && !found->in_use;
   for (const auto& session : simulation_->Sessions())
@@ -143,7 +144,7 @@ void Session::CheckInterfaceFree(const std::string& interface, const std::string
   if (!free) Fail(Code::InterfaceBusy, "The network interface \"" + interface + "\" is in use.");
 }
 
-void Session::OpenSystem(const std::string& name) {
+void ClientSession::OpenSystem(const std::string& name) {
   RequireNetwork(name);
   if (IsSystemOpen(name)) return;
   const stored::System& system = stored::NetworkOf(installation(), name).system;
@@ -162,13 +163,13 @@ void Session::OpenSystem(const std::string& name) {
   systems_[name] = interface;
 }
 
-void Session::RequireSystem(const std::string& network) const {
+void ClientSession::RequireSystem(const std::string& network) const {
   RequireNetwork(network);
   if (!IsSystemOpen(network))
     Fail(Code::NotOpen, "The system of the network \"" + network + "\" is not open.");
 }
 
-void Session::Pause(const std::string& network, bool paused) {
+void ClientSession::Pause(const std::string& network, bool paused) {
   RequireNetwork(network);
   if (paused)
     paused_.insert(network);
@@ -176,22 +177,22 @@ void Session::Pause(const std::string& network, bool paused) {
     paused_.erase(network);
 }
 
-void Session::RequirePaused(const std::string& network) const {
+void ClientSession::RequirePaused(const std::string& network) const {
   const bool strict = simulation_->installation().strict.pausing;
   if (strict && !IsPaused(network)) Fail(Code::MustBePaused, "The data server must be paused for this.");
 }
 
-bool Session::IsAttached(const std::string& network) const {
+bool ClientSession::IsAttached(const std::string& network) const {
   const auto found = systems_.find(network);
   return found != systems_.end() && (!IsLocal() || !found->second.empty());
 }
 
-std::unique_ptr<platform::Subscription> Session::Advise(platform::EventHandler handler) {
+std::unique_ptr<platform::Subscription> ClientSession::Advise(platform::EventHandler handler) {
   handlers_[++next_handler_] = std::move(handler);
   return std::make_unique<Connection>(weak_from_this(), next_handler_);
 }
 
-void Session::Raise(std::int32_t event, platform::Arguments arguments) {
+void ClientSession::Raise(std::int32_t event, platform::Arguments arguments) {
   const auto handlers = handlers_;  // a handler may connect and disconnect
   const auto raise = [&] {
     for (const auto& [number, handler] : handlers)
@@ -201,7 +202,8 @@ void Session::Raise(std::int32_t event, platform::Arguments arguments) {
   simulation_->event_thread(raise);
 }
 
-platform::LateBoundPtr Session::Shared(const Key& key, const std::function<platform::LateBoundPtr()>& make) {
+platform::LateBoundPtr ClientSession::Shared(const Key& key,
+                                             const std::function<platform::LateBoundPtr()>& make) {
   if (auto object = objects_[key].lock()) return object;
   if (objects_.size() > kObjectsBeforePruning)
     std::erase_if(objects_, [](const auto& each) { return each.second.expired(); });
@@ -210,7 +212,7 @@ platform::LateBoundPtr Session::Shared(const Key& key, const std::function<platf
   return object;
 }
 
-void Session::Move(const Key& from, const Key& to) {
+void ClientSession::Move(const Key& from, const Key& to) {
   objects_[to] = objects_[from];
   objects_.erase(from);
 }

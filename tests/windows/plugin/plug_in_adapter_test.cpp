@@ -1,4 +1,4 @@
-#include "windows/plugin/plug_in_door.h"
+#include "windows/plugin/plug_in_adapter.h"
 
 #include <LNSPlugInAPI.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include "automation/convert.h"
 #include "windows/com/owners.h"
 
-namespace windows::plugin {
+namespace windows {
 namespace {
 
 using platform::CallKind;
@@ -31,14 +31,14 @@ class Recording final : public automation::Published {
   std::optional<platform::Error> failure;
 };
 
-class PlugInDoor : public testing::Test {
+class PlugInAdapter : public testing::Test {
  protected:
   std::shared_ptr<Recording> plug_in_ = std::make_shared<Recording>();
-  com::ComPtr<ILNSPlugInAPI> door_ = OpenPlugInDoor(plug_in_).As<ILNSPlugInAPI>();
+  com::ComPtr<ILNSPlugInAPI> adapter_ = MakePlugInAdapter(plug_in_).As<ILNSPlugInAPI>();
 };
 
 /// Every accessor, called through its slot as the description gives it, reaches the member of its name.
-TEST_F(PlugInDoor, EveryMethodReachesItsMember) {
+TEST_F(PlugInAdapter, EveryMethodReachesItsMember) {
   static constexpr std::array kMembers{
       "SendCommand", "Visible", "networkName", "NetworkInterfaceName", "Remote",           "Height",
       "Width",       "left",    "Minimized",   "ManufacturerID",       "ManufacturerName", "LcaVersion",
@@ -47,7 +47,7 @@ TEST_F(PlugInDoor, EveryMethodReachesItsMember) {
                                                   VT_I4,   VT_I4,   VT_BOOL, VT_BSTR, VT_BSTR, VT_BSTR,
                                                   VT_BSTR, VT_I4,   VT_BSTR, VT_BSTR};
   com::ComPtr<ITypeInfo> type;
-  ASSERT_EQ(door_->GetTypeInfo(0, 0, type.Receive()), S_OK);
+  ASSERT_EQ(adapter_->GetTypeInfo(0, 0, type.Receive()), S_OK);
   for (MEMBERID number = 1; number <= 16; ++number) {
     const VARTYPE value_type = kTypes[static_cast<std::size_t>(number - 1)];
     com::Bstr name;
@@ -57,24 +57,25 @@ TEST_F(PlugInDoor, EveryMethodReachesItsMember) {
     com::Variant value;
     DISPID named = DISPID_PROPERTYPUT;
     DISPPARAMS none{}, put{value.get(), &named, 1, 1};
-    EXPECT_EQ(type->Invoke(door_.get(), number, INVOKE_PROPERTYGET, &none, value.get(), nullptr, nullptr),
+    EXPECT_EQ(type->Invoke(adapter_.get(), number, INVOKE_PROPERTYGET, &none, value.get(), nullptr, nullptr),
               S_OK);
     EXPECT_EQ(value->vt, value_type) << number;
     EXPECT_EQ(plug_in_->last, "get " + std::to_string(number));
     const std::string text = value_type == VT_BOOL ? "True" : std::to_string(number);
-    EXPECT_EQ(type->Invoke(door_.get(), number, INVOKE_PROPERTYPUT, &put, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(type->Invoke(adapter_.get(), number, INVOKE_PROPERTYPUT, &put, nullptr, nullptr, nullptr),
+              S_OK);
     EXPECT_EQ(plug_in_->last, "put " + std::to_string(number) + ", " + text);
   }
-  EXPECT_EQ(door_->SendCommand(13, 7, com::Bstr("a/b").get()), S_OK);
+  EXPECT_EQ(adapter_->SendCommand(13, 7, com::Bstr("a/b").get()), S_OK);
   EXPECT_EQ(plug_in_->last, "method 1, 13, 7, a/b");
 }
 
-TEST_F(PlugInDoor, ExplainsErrorsToCallersOfItsMethods) {
-  EXPECT_EQ(door_.As<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(__uuidof(ILNSPlugInAPI)), S_OK);
+TEST_F(PlugInAdapter, ExplainsErrorsToCallersOfItsMethods) {
+  EXPECT_EQ(adapter_.As<ISupportErrorInfo>()->InterfaceSupportsErrorInfo(__uuidof(ILNSPlugInAPI)), S_OK);
   for (const auto& [number, result] :
        {std::pair(20003, 0x800A4E23u), std::pair(platform::ObjectServerError(18200), 0x80044718u)}) {
     plug_in_->failure.emplace(number, "Plug-in", "Text of it");
-    EXPECT_EQ(door_->put_Height(5), static_cast<HRESULT>(result));
+    EXPECT_EQ(adapter_->put_Height(5), static_cast<HRESULT>(result));
     com::ComPtr<IErrorInfo> info;
     com::Bstr source, text;
     ASSERT_EQ(GetErrorInfo(0, info.Receive()), S_OK);
@@ -84,4 +85,4 @@ TEST_F(PlugInDoor, ExplainsErrorsToCallersOfItsMethods) {
 }
 
 }  // namespace
-}  // namespace windows::plugin
+}  // namespace windows

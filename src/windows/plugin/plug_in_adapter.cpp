@@ -1,4 +1,4 @@
-#include "windows/plugin/plug_in_door.h"
+#include "windows/plugin/plug_in_adapter.h"
 
 #include <LNSPlugInAPI.h>
 #include <oleauto.h>
@@ -6,20 +6,20 @@
 #include <array>
 
 #include "automation/convert.h"
-#include "windows/com/door.h"
+#include "windows/com/adapter.h"
 #include "windows/com/failure.h"
 #include "windows/com/owners.h"
 #include "windows/com/registration.h"
 
-namespace windows::plugin {
+namespace windows {
 namespace {
 
 using platform::CallKind;
 using platform::Value;
 
-class PlugInDoor final : public com::Door<ILNSPlugInAPI, ISupportErrorInfo> {
+class PlugInAdapter final : public com::Adapter<ILNSPlugInAPI, ISupportErrorInfo> {
  public:
-  using Door::Door;
+  using Adapter::Adapter;
 
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
     return id == __uuidof(ILNSPlugInAPI) ? S_OK : S_FALSE;
@@ -117,8 +117,8 @@ com::ComPtr<ITypeInfo> InterfaceDescription() {
 
 const CLSID& PlugInClassId() { return __uuidof(LNSPlugInAPI); }
 
-com::ComPtr<IUnknown> OpenPlugInDoor(const std::shared_ptr<automation::Published>& object) {
-  return com::Make<PlugInDoor>(object, InterfaceDescription()).As<IUnknown>();
+com::ComPtr<IUnknown> MakePlugInAdapter(const std::shared_ptr<automation::Published>& object) {
+  return com::Make<PlugInAdapter>(object, InterfaceDescription()).As<IUnknown>();
 }
 
-}  // namespace windows::plugin
+}  // namespace windows

@@ -1,4 +1,4 @@
-#include "windows/ui/look.h"
+#include "windows/ui/theme.h"
 
 #include <cstring>
 
@@ -33,7 +33,7 @@ std::wstring WithoutMiddle(const std::wstring& text, Fits fits) {
 
 }  // namespace
 
-Look::Look(int dpi, const LOGFONTW& font) : dpi_(dpi), font_(font) {
+Theme::Theme(int dpi, const LOGFONTW& font) : dpi_(dpi), font_(font) {
   normal_.reset(CreateFontIndirectW(&font));
   LOGFONTW bold = font;
   bold.lfWeight = FW_BOLD;
@@ -48,33 +48,33 @@ Look::Look(int dpi, const LOGFONTW& font) : dpi_(dpi), font_(font) {
   digit_width_ = (digits.cx + 9) / 10;
 }
 
-bool Look::IsIn(const LOGFONTW& font) const { return std::memcmp(&font, &font_, sizeof font) == 0; }
+bool Theme::IsIn(const LOGFONTW& font) const { return std::memcmp(&font, &font_, sizeof font) == 0; }
 
-HFONT Look::Font(Weight weight) const { return weight == Weight::Bold ? bold_.get() : normal_.get(); }
+HFONT Theme::Font(Weight weight) const { return weight == Weight::Bold ? bold_.get() : normal_.get(); }
 
-HDC Look::Measuring(Weight weight) const {
+HDC Theme::Measuring(Weight weight) const {
   return weight == Weight::Bold ? bold_text_.get() : normal_text_.get();
 }
 
-ui::Extent Look::TextSize(const std::wstring& text, Weight weight, bool caption) const {
+ui::Extent Theme::TextSize(const std::wstring& text, Weight weight, bool caption) const {
   RECT box{};
   DrawTextW(Measuring(weight), text.c_str(), static_cast<int>(text.size()), &box,
             DT_CALCRECT | DT_LEFT | DT_NOCLIP | (caption ? 0u : static_cast<UINT>(DT_NOPREFIX)));
   return {static_cast<int>(box.right), text.empty() ? text_height_ : static_cast<int>(box.bottom)};
 }
 
-ui::Extent Look::WrappedSize(const std::wstring& text, Weight weight, int width, bool caption) const {
+ui::Extent Theme::WrappedSize(const std::wstring& text, Weight weight, int width, bool caption) const {
   RECT box{0, 0, width, 0};
   DrawTextW(Measuring(weight), text.c_str(), static_cast<int>(text.size()), &box,
             DT_CALCRECT | DT_LEFT | DT_WORDBREAK | (caption ? 0u : static_cast<UINT>(DT_NOPREFIX)));
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
-std::wstring Look::Shortened(const std::wstring& text, int width) const {
+std::wstring Theme::Shortened(const std::wstring& text, int width) const {
   return WithoutMiddle(text, [&](const std::wstring& left) { return TextSize(left).width <= width; });
 }
 
-std::wstring Look::ShortenedTo(const std::wstring& text, Weight weight, ui::Extent room) const {
+std::wstring Theme::ShortenedTo(const std::wstring& text, Weight weight, ui::Extent room) const {
   return WithoutMiddle(text, [&](const std::wstring& left) {
     const ui::Extent size = WrappedSize(left, weight, room.width);
     return size.width <= room.width && size.height <= room.height;

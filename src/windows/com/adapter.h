@@ -15,46 +15,46 @@
 
 namespace windows::com {
 
-/// One of the open doors of this thread. An object has at most one, so that it has one identity for its
-/// clients, and a door that comes back as an argument is known by its address: a door leads into its own
-/// apartment without a proxy.
-class OpenDoor {
+/// One of the live adapters of this thread. An object has at most one, so that it has one identity for its
+/// clients, and an adapter that comes back as an argument is known by its address: an adapter leads into its
+/// own apartment without a proxy.
+class LiveAdapter {
  public:
-  OpenDoor(std::shared_ptr<automation::Published> object, IDispatch* door);
-  OpenDoor(const OpenDoor&) = delete;
-  OpenDoor& operator=(const OpenDoor&) = delete;
-  ~OpenDoor() { Close(); }
+  LiveAdapter(std::shared_ptr<automation::Published> object, IDispatch* adapter);
+  LiveAdapter(const LiveAdapter&) = delete;
+  LiveAdapter& operator=(const LiveAdapter&) = delete;
+  ~LiveAdapter() { Disconnect(); }
 
   const std::shared_ptr<automation::Published>& object() const { return object_; }
 
-  /// The door is no longer found; for doors about to go.
-  void Hide() noexcept;
+  /// The adapter is no longer found; for adapters about to go.
+  void Unlist() noexcept;
   /// Gives the object up, which no longer counts as used then. Where nobody else owns it, it ends.
-  void Close() noexcept;
+  void Disconnect() noexcept;
 
  private:
   std::shared_ptr<automation::Published> object_;
-  IDispatch* door_;
+  IDispatch* adapter_;
   std::optional<ServerUse> use_{std::in_place};
 };
 
-/// Closes the doors that somebody still holds when their apartment is left. Nobody calls them any more.
-void CloseAllDoors() noexcept;
+/// Closes the adapters that somebody still holds when their apartment is left. Nobody calls them any more.
+void DisconnectAllAdapters() noexcept;
 
-/// The open door of an object, null where it has none.
-ComPtr<IDispatch> FindDoor(const automation::Published& object);
+/// The adapter of an object, null where it has none.
+ComPtr<IDispatch> FindAdapter(const automation::Published& object);
 
-/// The object behind a door of this process, null for any other IDispatch.
-std::shared_ptr<automation::Published> PublishedBehind(const IDispatch* door);
+/// The object behind an adapter of this process, null for any other IDispatch.
+std::shared_ptr<automation::Published> PublishedBehind(const IDispatch* adapter);
 
 /// IDispatch over a published object, with `Interface` being IDispatch or a dual interface on top of it. The
-/// door owns its object: where nobody else does, the last client's release ends the object.
+/// adapter owns its object: where nobody else does, the last client's release ends the object.
 template <class Interface, class... More>
-class Door : public Implements<Interface, More...> {
+class Adapter : public Implements<Interface, More...> {
  public:
   /// `type_info` describes the members to those who ask and may be null.
-  explicit Door(std::shared_ptr<automation::Published> object, ComPtr<ITypeInfo> type_info = {})
-      : type_info_(std::move(type_info)), open_(std::move(object), static_cast<Interface*>(this)) {}
+  explicit Adapter(std::shared_ptr<automation::Published> object, ComPtr<ITypeInfo> type_info = {})
+      : type_info_(std::move(type_info)), live_(std::move(object), static_cast<Interface*>(this)) {}
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (!count) return E_POINTER;
@@ -84,13 +84,13 @@ class Door : public Implements<Interface, More...> {
     return Implements<Interface, More...>::Find(id);
   }
 
-  const std::shared_ptr<automation::Published>& object() const { return open_.object(); }
+  const std::shared_ptr<automation::Published>& object() const { return live_.object(); }
   const ComPtr<ITypeInfo>& type_info() const { return type_info_; }
-  void Hide() noexcept { open_.Hide(); }
+  void Unlist() noexcept { live_.Unlist(); }
 
  private:
   ComPtr<ITypeInfo> type_info_;
-  OpenDoor open_;
+  LiveAdapter live_;
 };
 
 }  // namespace windows::com

@@ -1,4 +1,4 @@
-#include "windows/ui/control_peer.h"
+#include "windows/ui/native_peer.h"
 
 #include <windows.h>
 
@@ -13,8 +13,8 @@ namespace {
 
 // The system's own ways, window properties and SetWindowSubclass, look things up for each message, which
 // under Wine costs more than most messages do.
-std::unordered_map<HWND, ControlPeer*>& Peers() {
-  static std::unordered_map<HWND, ControlPeer*> peers;
+std::unordered_map<HWND, NativePeer*>& Peers() {
+  static std::unordered_map<HWND, NativePeer*> peers;
   return peers;
 }
 
@@ -46,35 +46,35 @@ int HeldKeys() {
          (IsDown(VK_MENU) ? ui::kAlt : 0);
 }
 
-ControlPeer::ControlPeer(PeerHost& host, Surface& parent, ui::Control& control)
+NativePeer::NativePeer(PeerHost& host, Surface& parent, ui::Control& control)
     : host_(host), parent_(parent), control_(&control), backdrop_(parent.color()) {
   control.Attach(this);
 }
 
-ControlPeer::~ControlPeer() {
+NativePeer::~NativePeer() {
   Detach();
   if (handle_) DestroyWindow(handle_);
 }
 
-void ControlPeer::Detach() {
+void NativePeer::Detach() {
   if (control_) control_->Attach(nullptr);
   control_ = nullptr;
 }
 
-ControlPeer* ControlPeer::Of(HWND window) {
+NativePeer* NativePeer::Of(HWND window) {
   const auto found = Peers().find(window);
   return found == Peers().end() ? nullptr : found->second;
 }
 
-void ControlPeer::Create(const wchar_t* window_class, const std::wstring& text, DWORD style,
-                         DWORD extended_style) {
+void NativePeer::Create(const wchar_t* window_class, const std::wstring& text, DWORD style,
+                        DWORD extended_style) {
   style |= WS_CHILD | WS_CLIPSIBLINGS;
   if (control_->Visible()) style |= WS_VISIBLE;
   if (!control_->Enabled()) style |= WS_DISABLED;
   const POINT at = Position();
   handle_ = CreateWindowExW(extended_style, window_class, text.c_str(), style, static_cast<int>(at.x),
                             static_cast<int>(at.y), place_.width, place_.height, parent_.handle(), nullptr,
-                            host_.context().instance(), nullptr);
+                            host_.ui_thread().instance(), nullptr);
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
                           "No window can be made for the control " + control_->name() + ".");
@@ -82,25 +82,25 @@ void ControlPeer::Create(const wchar_t* window_class, const std::wstring& text, 
   class_procedure_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
   if (!control_->AccessibleName().empty())
-    host_.context().accessible.SetName(handle_, ToWide(control_->AccessibleName()));
+    host_.ui_thread().accessible.SetName(handle_, ToWide(control_->AccessibleName()));
 }
 
-void ControlPeer::Make() {
+void NativePeer::Make() {
   if (handle_) return;
   MakeWindow();
   Rescale();
   if (place_ != ui::Rectangle{}) OnPlaced();
 }
 
-void ControlPeer::TakeLook() {
+void NativePeer::TakeTheme() {
   place_ = {};  // a place that is the same means something else now
   Measure();
   if (handle_) Rescale();
 }
 
-void ControlPeer::Rescale() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(look().Font(weight())), FALSE); }
+void NativePeer::Rescale() { Send(WM_SETFONT, reinterpret_cast<WPARAM>(theme().Font(weight())), FALSE); }
 
-void ControlPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
+void NativePeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
   if (rectangle == place_) return;
   place_ = rectangle;
   if (!handle_) return;
@@ -110,23 +110,21 @@ void ControlPeer::Place(const ui::Rectangle& rectangle, HDWP& batch) {
                          place_.width, place_.height, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
-POINT ControlPeer::Position() const {
-  return {place_.left - parent_.origin.x, place_.top - parent_.origin.y};
-}
+POINT NativePeer::Position() const { return {place_.left - parent_.origin.x, place_.top - parent_.origin.y}; }
 
-void ControlPeer::Update(ui::Aspect aspect) {
+void NativePeer::Update(ui::Aspect aspect) {
   if (handle_) Show(aspect);
   if (alive() && Outgrown(aspect)) host_.Relayout();
 }
 
-bool ControlPeer::Outgrown(ui::Aspect aspect) const {
+bool NativePeer::Outgrown(ui::Aspect aspect) const {
   if (aspect == ui::Aspect::Visible || aspect == ui::Aspect::Items) return true;
   if (aspect != ui::Aspect::Text || FixedInSize(*control_)) return false;
   const ui::Extent wanted = PreferredSize();
   return wanted.width > place_.width || wanted.height > place_.height;
 }
 
-void ControlPeer::Show(ui::Aspect aspect) {
+void NativePeer::Show(ui::Aspect aspect) {
   switch (aspect) {
     case ui::Aspect::Text: {
       const std::wstring text = ToWide(control_->Text());
@@ -151,22 +149,22 @@ void ControlPeer::Show(ui::Aspect aspect) {
   }
 }
 
-COLORREF ControlPeer::TextColor(int background) const {
+COLORREF NativePeer::TextColor(int background) const {
   const ui::Color color = control_->ForeColor();
   return color == ui::Color::ButtonText ? GetSysColor(TextOn(background)) : ToColorRef(color);
 }
 
-HBRUSH ControlPeer::Colors(HDC dc) {
+HBRUSH NativePeer::Colors(HDC dc) {
   SetTextColor(dc, TextColor(backdrop_));
   SetBkColor(dc, GetSysColor(backdrop_));
   return GetSysColorBrush(backdrop_);
 }
 
-LRESULT CALLBACK ControlPeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  ControlPeer* const found = Of(window);
+LRESULT CALLBACK NativePeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  NativePeer* const found = Of(window);
   // Whoever stands above this procedure may pass on what comes after the last message.
   if (!found) return DefWindowProcW(window, message, wparam, lparam);
-  ControlPeer& peer = *found;
+  NativePeer& peer = *found;
   if (message == WM_NCDESTROY) {
     // Messages may follow this one, of which the peer hears nothing any more.
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(peer.class_procedure_));
@@ -176,24 +174,24 @@ LRESULT CALLBACK ControlPeer::Procedure(HWND window, UINT message, WPARAM wparam
   }
   if (message == WM_DESTROY) peer.Destroying();
   if (!peer.alive()) return CallWindowProcW(peer.class_procedure_, window, message, wparam, lparam);
-  return peer.host_.context().Dispatch([&] {
+  return peer.host_.ui_thread().Dispatch([&] {
     peer.CatchUpNow();
     return peer.Handle(message, wparam, lparam);
   });
 }
 
-void ControlPeer::CatchUpWhenSeen() {
+void NativePeer::CatchUpWhenSeen() {
   behind_ = true;
   if (IsWindowVisible(handle_)) CatchUpNow();
 }
 
-void ControlPeer::CatchUpNow() {
+void NativePeer::CatchUpNow() {
   if (!behind_) return;
   behind_ = false;
   CatchUp();
 }
 
-LRESULT ControlPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+LRESULT NativePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_SETFOCUS: {
       const LRESULT result = Default(message, wparam, lparam);
@@ -223,19 +221,19 @@ LRESULT ControlPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   return Default(message, wparam, lparam);
 }
 
-LRESULT ControlPeer::Default(UINT message, WPARAM wparam, LPARAM lparam) {
+LRESULT NativePeer::Default(UINT message, WPARAM wparam, LPARAM lparam) {
   return CallWindowProcW(class_procedure_, handle_, message, wparam, lparam);
 }
 
-LRESULT ControlPeer::TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const {
+LRESULT NativePeer::TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const {
   return message == WM_SYSKEYDOWN ? DefWindowProcW(handle_, message, wparam, lparam) : 0;
 }
 
-LRESULT ControlPeer::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
+LRESULT NativePeer::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
   return SendMessageW(handle_, message, wparam, lparam);
 }
 
-std::wstring ControlPeer::WindowText() const {
+std::wstring NativePeer::WindowText() const {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(handle_)), L'\0');
   if (!text.empty()) GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()) + 1);
   return text;

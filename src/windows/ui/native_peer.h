@@ -6,30 +6,30 @@
 
 #include "ui/controls.h"
 #include "ui/layout_engine.h"
-#include "windows/ui/context.h"
+#include "windows/ui/ui_thread.h"
 
 namespace windows {
 
-class ControlPeer;
+class NativePeer;
 class Surface;
 
 /// What a control's window needs of the window it stands in.
 class PeerHost {
  public:
   virtual ~PeerHost() = default;
-  virtual Context& context() const = 0;
+  virtual UiThread& ui_thread() const = 0;
   /// Fonts and measures of the window; another one after a change of resolution or font.
-  virtual const Look& look() const = 0;
+  virtual const Theme& theme() const = 0;
   /// The form has closed; neither it nor its controls may be touched.
   virtual bool closed() const = 0;
 
-  virtual void Arrived(ControlPeer& peer) = 0;
+  virtual void Arrived(NativePeer& peer) = 0;
   /// A mouse press on a control: moves the focus to it first. False when that brought up a message or moved
   /// the focus elsewhere, so that the press does nothing.
-  virtual bool PressMayGoOn(ControlPeer& peer) = 0;
-  virtual void TakeFocus(ControlPeer& peer) = 0;
+  virtual bool PressMayGoOn(NativePeer& peer) = 0;
+  virtual void TakeFocus(NativePeer& peer) = 0;
   /// The control cannot keep the focus.
-  virtual void MoveOn(ControlPeer& peer) = 0;
+  virtual void MoveOn(NativePeer& peer) = 0;
 
   /// Keys by which the user gets around in the window. True when the key has been used.
   virtual bool NavigationKey(WPARAM key) = 0;
@@ -37,13 +37,13 @@ class PeerHost {
   virtual void ShowKeyboardCues() = 0;
 
   virtual void Selected(ui::OptionButton& option) = 0;
-  virtual void ShowToolTip(ControlPeer& peer) = 0;
+  virtual void ShowToolTip(NativePeer& peer) = 0;
   /// A text may have outgrown its control.
   virtual void Relayout() = 0;
   /// A page comes to the front; the controls on it need their windows now.
   virtual void PageAppears(Surface& page) = 0;
   /// The control needs its window, though nobody looks at it yet.
-  virtual void NeedWindow(ControlPeer& peer) = 0;
+  virtual void NeedWindow(NativePeer& peer) = 0;
 };
 
 /// Shows one portable control in a window of the system, and tells the control what the user does. One class
@@ -53,15 +53,15 @@ class PeerHost {
 /// place, and what changes waits in the control.
 ///
 /// Owned by the form's shell, which destroys the window first.
-class ControlPeer : public ui::ControlPeer {
+class NativePeer : public ui::ControlPeer {
  public:
-  ControlPeer(PeerHost& host, Surface& parent, ui::Control& control);
-  ~ControlPeer() override;
-  ControlPeer(const ControlPeer&) = delete;
-  ControlPeer& operator=(const ControlPeer&) = delete;
+  NativePeer(PeerHost& host, Surface& parent, ui::Control& control);
+  ~NativePeer() override;
+  NativePeer(const NativePeer&) = delete;
+  NativePeer& operator=(const NativePeer&) = delete;
 
   /// The peer of a control's window; null for other windows.
-  static ControlPeer* Of(HWND window);
+  static NativePeer* Of(HWND window);
 
   /// Makes the window, once, and shows in it what the control holds.
   void Make();
@@ -76,8 +76,8 @@ class ControlPeer : public ui::ControlPeer {
   /// The color of what lies behind the control.
   void StandOn(int system_color) { backdrop_ = system_color; }
 
-  /// Takes over the window's look; at first, and when the look has become another one. Place comes next.
-  void TakeLook();
+  /// Takes over the window's theme; at first, and when the theme has become another one. Place comes next.
+  void TakeTheme();
   virtual ui::Extent PreferredSize() const = 0;
   /// The rectangle is in the form's client area; the batch, of the parent's children, moves many at once.
   void Place(const ui::Rectangle& rectangle, HDWP& batch);
@@ -108,11 +108,11 @@ class ControlPeer : public ui::ControlPeer {
  protected:
   virtual void MakeWindow() = 0;
   void Create(const wchar_t* window_class, const std::wstring& text, DWORD style, DWORD extended_style = 0);
-  /// Finds out by the look what PreferredSize needs beside it.
+  /// Finds out by the theme what PreferredSize needs beside it.
   virtual void Measure() {}
-  /// Gives the window what follows from the look alone.
+  /// Gives the window what follows from the theme alone.
   virtual void Rescale();
-  /// Gives the window what follows from its place, and from the look with it.
+  /// Gives the window what follows from its place, and from the theme with it.
   virtual void OnPlaced() {}
   /// Shows what has changed in the window.
   virtual void Show(ui::Aspect aspect);
@@ -128,13 +128,13 @@ class ControlPeer : public ui::ControlPeer {
   /// Alt for pressed alone and brings up the window's menu.
   LRESULT TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const;
   LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
-  virtual Look::Weight weight() const { return Look::Weight::Normal; }
+  virtual Theme::Weight weight() const { return Theme::Weight::Normal; }
   /// That of what stands on a background: the normal one, or the mark that the control has been given.
   COLORREF TextColor(int background) const;
   std::wstring WindowText() const;
 
   PeerHost& host() const { return host_; }
-  const Look& look() const { return host_.look(); }
+  const Theme& theme() const { return host_.theme(); }
   int backdrop() const { return backdrop_; }
 
  private:

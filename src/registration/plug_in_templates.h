@@ -21,9 +21,9 @@ class Failure : public std::exception {
 /// The device templates of one network, as the plug-in needs them: the one that is open when this is made,
 /// whatever a director opens meanwhile. It remembers in the registry which templates it has made itself, so
 /// that only those are ever removed without a question.
-class TemplateLibrary {
+class PlugInTemplates {
  public:
-  explicit TemplateLibrary(const session::Services& services)
+  explicit PlugInTemplates(const session::Services& services)
       : services_(services),
         network_(services.session.CurrentNetwork),
         system_(services.session.CurrentSystem) {}

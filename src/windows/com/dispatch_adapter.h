@@ -7,26 +7,26 @@
 #include <memory>
 #include <optional>
 
+#include "windows/com/adapter.h"
 #include "windows/com/connection_point.h"
-#include "windows/com/door.h"
 
 namespace windows::com {
 
-/// What a door shows beyond the members of its object.
-struct DoorTraits {
+/// What an adapter shows beyond the members of its object.
+struct AdapterTraits {
   /// The source interface under which the object's events (LateBound::Advise) are offered.
   std::optional<IID> events = {};
   ComPtr<ITypeInfo> type_info = {};
 };
 
-/// The door of an object that is only called late-bound.
-class DispatchDoor final : public Door<IDispatch, IConnectionPointContainer, IProvideClassInfo2> {
+/// The adapter of an object that is only called late-bound.
+class DispatchAdapter final : public Adapter<IDispatch, IConnectionPointContainer, IProvideClassInfo2> {
  public:
-  /// The object's open door, of whatever kind; a new one where it has none.
+  /// The object's adapter, of whatever kind; a new one where it has none.
   static ComPtr<IDispatch> For(const std::shared_ptr<automation::Published>& object,
-                               const DoorTraits& traits = {});
+                               const AdapterTraits& traits = {});
 
-  DispatchDoor(std::shared_ptr<automation::Published> object, const DoorTraits& traits);
+  DispatchAdapter(std::shared_ptr<automation::Published> object, const AdapterTraits& traits);
 
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override;
   HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID id, IConnectionPoint** point) override;
@@ -37,8 +37,8 @@ class DispatchDoor final : public Door<IDispatch, IConnectionPointContainer, IPr
   void* Find(REFIID id) noexcept override;
 
  private:
-  /// Handlers that go with the door must not find it again.
-  ~DispatchDoor() override { Hide(); }
+  /// Handlers that go with the adapter must not find it again.
+  ~DispatchAdapter() override { Unlist(); }
 
   const std::optional<IID> events_;
   ConnectionPoint point_;

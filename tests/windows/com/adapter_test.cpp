@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "sample.h"
-#include "windows/com/dispatch_door.h"
+#include "windows/com/dispatch_adapter.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/failure.h"
 #include "windows/com/server_use.h"
@@ -54,7 +54,7 @@ TEST(VariantConversion, ReadsWhatClientsSend) {
 
 /// Every type that there is or might be, alone, by reference and as an array, into a real call.
 TEST(VariantConversion, NoTypeDoesHarm) {
-  const auto door = ToDispatch(std::make_shared<Sample>());
+  const auto adapter = ToDispatch(std::make_shared<Sample>());
   for (VARTYPE type = 0; type <= VT_CLSID + 8; ++type)
     for (const int form : {0, 0 + VT_BYREF, 0 + VT_ARRAY, VT_BYREF | VT_ARRAY}) {
       LONGLONG target[4]{};
@@ -63,7 +63,7 @@ TEST(VariantConversion, NoTypeDoesHarm) {
       Variant value;
       ExceptionInfo info;
       const HRESULT result =
-          door->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &parameters, value.get(), info.get(), nullptr);
+          adapter->Invoke(2, IID_NULL, 0, DISPATCH_METHOD, &parameters, value.get(), info.get(), nullptr);
       EXPECT_TRUE(result == S_OK || result == DISP_E_TYPEMISMATCH) << (type | form) << ' ' << result;
       EXPECT_TRUE(result != S_OK || !(form & VT_ARRAY)) << type;
     }
@@ -72,13 +72,13 @@ TEST(VariantConversion, NoTypeDoesHarm) {
 TEST(VariantConversion, ObjectsKeepTheirIdentity) {
   const auto sample = std::make_shared<Sample>();
   {
-    const auto door = ToDispatch(sample);
+    const auto adapter = ToDispatch(sample);
     EXPECT_EQ(ServerUse::count(), 1);
-    EXPECT_EQ(ToDispatch(sample).get(), door.get()) << "one object, two doors";
+    EXPECT_EQ(ToDispatch(sample).get(), adapter.get()) << "one object, two adapters";
     EXPECT_EQ(FromVariant(*ToVariant(sample).get()), Value(sample));
-    EXPECT_EQ(ToDispatch(std::make_shared<DispatchObject>(door)).get(), door.get());
+    EXPECT_EQ(ToDispatch(std::make_shared<DispatchObject>(adapter)).get(), adapter.get());
   }
-  EXPECT_EQ(sample.use_count(), 1) << "the door outlived its last client";
+  EXPECT_EQ(sample.use_count(), 1) << "the adapter outlived its last client";
   EXPECT_EQ(ServerUse::count(), 0);
   EXPECT_TRUE(ToDispatch(sample));
 }
@@ -87,8 +87,8 @@ constexpr DISPID kValue = 1, kEcho = 2, kThrow = 4, kFire = 5;
 constexpr WORD kMethod = DISPATCH_METHOD, kGet = DISPATCH_PROPERTYGET, kPut = DISPATCH_PROPERTYPUT;
 
 /// Raw calls, with what the caller finds in its result or in its EXCEPINFO.
-TEST(Door, TakesEveryFormOfCall) {
-  const auto door = ToDispatch(std::make_shared<Sample>());
+TEST(Adapter, TakesEveryFormOfCall) {
+  const auto adapter = ToDispatch(std::make_shared<Sample>());
   const std::tuple<DISPID, WORD, std::vector<Value>, std::vector<DISPID>, HRESULT, const char*> cases[]{
       {kValue, kPut, {"one"}, {DISPID_PROPERTYPUT}, S_OK, "empty"},
       {kValue, kGet | kMethod, {}, {}, S_OK, "text one"},
@@ -111,26 +111,26 @@ TEST(Door, TakesEveryFormOfCall) {
     parameters.cNamedArgs = static_cast<UINT>(named.size());
     Variant value;
     ExceptionInfo info;
-    EXPECT_EQ(door->Invoke(number, IID_NULL, 0, flags, &parameters, value.get(), info.get(), nullptr),
+    EXPECT_EQ(adapter->Invoke(number, IID_NULL, 0, flags, &parameters, value.get(), info.get(), nullptr),
               result);
     const std::string found =
         std::to_string(info->scode) + " " + TextOf(info->bstrSource) + ": " + TextOf(info->bstrDescription);
     EXPECT_EQ(SUCCEEDED(result) ? Describe(FromVariant(*value.get())) : found, expected);
-    EXPECT_EQ(door->Invoke(number, IID_NULL, 0, flags, &parameters, nullptr, nullptr, nullptr), result)
+    EXPECT_EQ(adapter->Invoke(number, IID_NULL, 0, flags, &parameters, nullptr, nullptr, nullptr), result)
         << expected;
   }
   VARIANT reversed[3]{};
   reversed[1].vt = VT_ARRAY | VT_I2;
   DISPPARAMS unreadable{reversed, nullptr, 3, 0};
   UINT bad = 77;
-  EXPECT_EQ(door->Invoke(kEcho, IID_NULL, 0, kMethod, &unreadable, nullptr, nullptr, &bad),
+  EXPECT_EQ(adapter->Invoke(kEcho, IID_NULL, 0, kMethod, &unreadable, nullptr, nullptr, &bad),
             DISP_E_TYPEMISMATCH);
   EXPECT_EQ(bad, 1u);
 }
 
 /// A client of another make: its sink knows IDispatch only and answers every event with a result of its own.
-struct Answering final : Door<IDispatch> {
-  explicit Answering(HRESULT result) : Door(std::make_shared<SampleItems>()), answer(result) {}
+struct Answering final : Adapter<IDispatch> {
+  explicit Answering(HRESULT result) : Adapter(std::make_shared<SampleItems>()), answer(result) {}
   HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                                    UINT*) override {
     ++calls;
@@ -149,17 +149,17 @@ TEST(DispatchObject, PutsWhatCannotBePutByReference) {
 
 struct Events : testing::Test {
   std::shared_ptr<Sample> sample = std::make_shared<Sample>();
-  ComPtr<IDispatch> door = DispatchDoor::For(sample, {.events = Sample::kEvents});
+  ComPtr<IDispatch> adapter = DispatchAdapter::For(sample, {.events = Sample::kEvents});
 };
 
 TEST_F(Events, ASinkIsDroppedOnlyWhenItsProcessHasGone) {
   ComPtr<IEnumConnectionPoints> points;
   ComPtr<IConnectionPoint> point;
-  door.As<IConnectionPointContainer>()->EnumConnectionPoints(points.Receive());
+  adapter.As<IConnectionPointContainer>()->EnumConnectionPoints(points.Receive());
   EXPECT_EQ(points->Next(1, point.Receive(), nullptr), S_OK);
   EXPECT_EQ(points->Skip(1), S_FALSE);
   points.Reset();
-  door.Reset();  // a point keeps its door
+  adapter.Reset();  // a point keeps its adapter
   for (const auto& [answer, calls] : {std::pair(S_OK, 2),
                                       {E_FAIL, 2},
                                       {RPC_E_DISCONNECTED, 1},
@@ -175,16 +175,17 @@ TEST_F(Events, ASinkIsDroppedOnlyWhenItsProcessHasGone) {
   DWORD last = 0;
   ASSERT_EQ(point->Advise(Make<Answering>(S_OK).get(), &last), S_OK);
   point.Reset();
-  EXPECT_EQ(sample->Fire(1), 0) << "the door has gone";
+  EXPECT_EQ(sample->Fire(1), 0) << "the adapter has gone";
 }
 
 TEST_F(Events, NewsOfPropertiesAreNone) {
-  DispatchObject teller(DispatchDoor::For(std::make_shared<Sample>(), {.events = IID_IPropertyNotifySink}));
+  DispatchObject teller(
+      DispatchAdapter::For(std::make_shared<Sample>(), {.events = IID_IPropertyNotifySink}));
   EXPECT_EQ(Outcome([&] { return teller.Advise({}) ? 1 : 0; }), "refused 1");
 }
 
 TEST_F(Events, AHandlerMayDoAnything) {
-  DispatchObject client(door);
+  DispatchObject client(adapter);
   int calls = 0;
   const auto throwing = client.Advise([&](auto, auto) { throw ++calls; });
   std::unique_ptr<platform::Subscription> leaving =
@@ -196,12 +197,12 @@ TEST_F(Events, AHandlerMayDoAnything) {
 TEST_F(Events, AHandlerMayReleaseTheObjectInWhoseCallItRuns) {
   const std::weak_ptr<Sample> object = sample;
   const auto releasing = std::exchange(sample, nullptr)->Advise([&](auto, auto) {
-    door.Reset();
+    adapter.Reset();
     EXPECT_FALSE(object.expired());
   });
   CallArguments call(std::vector<Value>{13});
   DISPPARAMS parameters = call.Parameters(false);
-  EXPECT_EQ(door->Invoke(kFire, IID_NULL, 0, kMethod, &parameters, nullptr, nullptr, nullptr), S_OK);
+  EXPECT_EQ(adapter->Invoke(kFire, IID_NULL, 0, kMethod, &parameters, nullptr, nullptr, nullptr), S_OK);
   EXPECT_TRUE(object.expired());
 }
 

@@ -8,7 +8,7 @@
 
 #include "windows/ui/accessible_texts.h"
 #include "windows/ui/html_help.h"
-#include "windows/ui/look.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
 
@@ -23,15 +23,15 @@ class FormShell;
 ///   2. the window is hidden and hears nothing: a procedure of it that is still running ends without touching
 ///      form or controls, which may be gone;
 ///   3. when no procedure runs any more, the windows are destroyed, then the peers, then the shell.
-class Context {
+class UiThread {
  public:
   using FailureHandler = std::function<void(const std::exception&)>;
   /// A resolution that is given is that of the process and of all windows as they are made; 0 is the
   /// system's.
-  Context(int dpi, FailureHandler on_failure);
-  ~Context();
-  Context(const Context&) = delete;
-  Context& operator=(const Context&) = delete;
+  UiThread(int dpi, FailureHandler on_failure);
+  ~UiThread();
+  UiThread(const UiThread&) = delete;
+  UiThread& operator=(const UiThread&) = delete;
 
   HINSTANCE instance() const;
 
@@ -42,7 +42,7 @@ class Context {
   /// That at which a window is shown, or the one that it stands in.
   int ShownDpi(HWND window) const;
   /// Made when it is first asked for, and again where the system's font has become another one.
-  std::shared_ptr<const Look> LookFor(int dpi);
+  std::shared_ptr<const Theme> ThemeFor(int dpi);
 
   template <class Body>
   LRESULT Dispatch(Body body) noexcept {
@@ -92,7 +92,7 @@ class Context {
 
   const int dpi_;
   const bool dpi_is_given_;
-  std::map<int, std::shared_ptr<const Look>> looks_;
+  std::map<int, std::shared_ptr<const Theme>> themes_;
   FailureHandler on_failure_;
   int procedures_ = 0;
   int loops_ = 0;
