@@ -3,9 +3,8 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include "headless/computer.h"
 #include "headless/desktop.h"
-#include "headless/machine.h"
-#include "headless/memory_files.h"
 #include "log/log.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "fuzz.h"
-#include "registration/version.h"
+#include "registration/names.h"
 #include "text/numbers.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,8 +1,8 @@
 // The program ID in an external interface file: nothing, or 16 characters of which none ends a line.
 
 #include "fuzz.h"
-#include "headless/memory_files.h"
-#include "xif/program_id.h"
+#include "headless/computer.h"
+#include "xif/search.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   headless::MemoryFiles files;

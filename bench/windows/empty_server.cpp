@@ -10,8 +10,8 @@
 #include <memory>
 
 #include "automation/convert.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/local_server.h"
-#include "windows/com/object_creation.h"
 #include "windows/com/registration.h"
 #include "windows/com/wide_text.h"
 

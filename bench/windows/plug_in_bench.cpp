@@ -24,8 +24,8 @@
 #include "headless/plug_in.h"
 #include "plug_in_process.h"
 #include "recording.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/local_server.h"
-#include "windows/com/object_creation.h"
 
 namespace {
 

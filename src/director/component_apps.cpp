@@ -5,7 +5,7 @@
 
 #include "director/networks.h"
 #include "lns/members.h"
-#include "session/supported_commands.h"
+#include "session/session.h"
 #include "text/strings.h"
 
 namespace director {

@@ -7,7 +7,7 @@
 #include "director/networks.h"
 #include "lns/members.h"
 #include "platform/attempt.h"
-#include "session/supported_commands.h"
+#include "session/session.h"
 
 namespace director {
 namespace {

@@ -8,7 +8,7 @@
 #include "platform/attempt.h"
 #include "platform/error.h"
 #include "plugin/object_path.h"
-#include "session/supported_commands.h"
+#include "session/session.h"
 #include "text/strings.h"
 
 namespace director {

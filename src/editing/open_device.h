@@ -11,7 +11,7 @@
 
 #include "editing/pending_edits.h"
 #include "log/log.h"
-#include "model/bindings.h"
+#include "model/control_binding.h"
 #include "model/point_list.h"
 #include "ui/desktop.h"
 #include "ui/progress.h"

@@ -3,10 +3,8 @@
 #include <functional>
 #include <memory>
 
+#include "headless/computer.h"
 #include "headless/desktop.h"
-#include "headless/machine.h"
-#include "headless/memory_files.h"
-#include "headless/scripted_shell.h"
 #include "plugin/plug_in.h"
 #include "simulator/simulation.h"
 

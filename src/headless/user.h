@@ -6,7 +6,7 @@
 #include <string>
 
 #include "headless/plug_in.h"
-#include "ui/focus.h"
+#include "ui/keyboard.h"
 
 namespace headless {
 

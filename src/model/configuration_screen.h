@@ -64,4 +64,8 @@ class ConfigurationScreen {
   std::vector<std::unique_ptr<ui::Frame>> frames_;
 };
 
+/// Explains each field in its tooltip: what it means and, where it takes a number, the range in these display
+/// units (0 Celsius, 1 Fahrenheit) with the unit that the screen shows.
+void ShowFieldTips(ConfigurationScreen& screen, int display_units);
+
 }  // namespace model

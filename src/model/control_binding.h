@@ -2,8 +2,11 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
+#include "model/configuration_screen.h"
 #include "model/device_point.h"
+#include "model/point_list.h"
 #include "model/rules.h"
 #include "ui/control.h"
 
@@ -60,5 +63,12 @@ class CNvCtrlTable {
   Limits lower_{};
   Limits upper_{};
 };
+
+/// The fields of the catalogue, each tied to its point and its control.
+using BindingList = std::vector<CNvCtrlTable>;
+
+/// One binding a row, in row order. Throws 5 for a point that the list does not hold and 340 for a control
+/// that the screen does not have.
+BindingList MakeBindings(const PointList& points, const ConfigurationScreen& screen);
 
 }  // namespace model

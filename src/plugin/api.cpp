@@ -5,7 +5,7 @@
 #include "platform/raised.h"
 #include "plugin/object_path.h"
 #include "registration/command_registration.h"
-#include "session/network_session.h"
+#include "session/session.h"
 #include "text/numbers.h"
 
 namespace plugin {

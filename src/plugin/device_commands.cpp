@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "model/field_tips.h"
+#include "model/configuration_screen.h"
 #include "platform/attempt.h"
 #include "plugin/main_form.h"
 #include "text/numbers.h"

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "model/field_tips.h"
+#include "model/configuration_screen.h"
 #include "platform/attempt.h"
 #include "plugin/contact_page.h"
-#include "session/network_session.h"
+#include "session/session.h"
 #include "startup/help_topics.h"
 #include "text/numbers.h"
 

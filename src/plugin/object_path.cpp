@@ -1,7 +1,7 @@
 #include "plugin/object_path.h"
 
 #include "platform/attempt.h"
-#include "session/supported_commands.h"
+#include "session/session.h"
 #include "text/strings.h"
 
 namespace plugin {

@@ -1,6 +1,12 @@
 #include "registration/names.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
+#include <string>
+
+#include "text/numbers.h"
+#include "text/strings.h"
 
 namespace registration {
 namespace {
@@ -85,6 +91,25 @@ std::string CommandName(std::int32_t command_id) {
   for (const Command& command : kCommands)
     if (command.id == command_id) return command.name;
   return "Custom command " + std::to_string(command_id);
+}
+
+namespace {
+
+std::int16_t Number(const std::string& text) {
+  using Limits = std::numeric_limits<std::int16_t>;
+  return static_cast<std::int16_t>(
+      std::clamp<double>(text::RoundHalfEven(text::LeadingNumber(text)), Limits::min(), Limits::max()));
+}
+
+}  // namespace
+
+Version SplitVersion(std::string_view version) {
+  const auto [major, rest] = text::SplitAtFirst(version, ".");
+  std::string minor = text::SplitAtFirst(rest, " ").head;
+  minor = text::SplitAtFirst(minor, ".").head;
+  // A lone digit is written with a zero in front of it; its value stays.
+  if (minor.size() == 1) minor.insert(0, "0");
+  return {Number(major), Number(minor)};
 }
 
 }  // namespace registration

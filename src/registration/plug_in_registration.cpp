@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/attempt.h"
-#include "registration/version.h"
+#include "registration/names.h"
 
 namespace registration {
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "lns/members.h"
-#include "lonworks/resource_catalog.h"
+#include "lonworks/resource_files.h"
 #include "platform/attempt.h"
 #include "text/strings.h"
 

@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "lonworks/resource_catalog.h"
 #include "lonworks/resource_files.h"
 #include "platform/attempt.h"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "simulator/collection.h"
 #include "simulator/errors.h"
+#include "simulator/object.h"
 
 namespace simulator {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/collection.h"
+#include "simulator/object.h"
 
 namespace simulator {
 

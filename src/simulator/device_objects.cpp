@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "simulator/app_devices.h"
 #include "simulator/component_apps.h"
 #include "simulator/errors.h"
+#include "simulator/network_objects.h"
 #include "simulator/network_variable.h"
 #include "simulator/template_objects.h"
 

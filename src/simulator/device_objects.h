@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "simulator/collection.h"
 #include "simulator/object.h"
 
 namespace simulator {

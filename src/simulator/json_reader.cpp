@@ -1,8 +1,137 @@
 #include "simulator/json_reader.h"
 
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <nlohmann/json.hpp>
+
 #include "simulator/errors.h"
 
 namespace simulator {
+namespace {
+
+constexpr std::size_t kDeepest = 64;
+
+/// Hands the text to the parser and counts lines on the way. The last character handed out does not count:
+/// behind a number the parser has already taken the character that ends it.
+class CountingIterator {
+ public:
+  using iterator_category = std::input_iterator_tag;
+  using value_type = char;
+  using difference_type = std::ptrdiff_t;
+  using pointer = const char*;
+  using reference = const char&;
+
+  CountingIterator(const char* at, int* line) : at_(at), line_(line) {}
+  reference operator*() const { return *at_; }
+  CountingIterator& operator++() {
+    if (after_newline_) ++*line_;
+    after_newline_ = *at_ == '\n';
+    ++at_;
+    return *this;
+  }
+  CountingIterator operator++(int) {
+    CountingIterator before = *this;
+    ++*this;
+    return before;
+  }
+  bool operator==(const CountingIterator& other) const { return at_ == other.at_; }
+
+ private:
+  const char* at_;
+  int* line_;
+  bool after_newline_ = false;
+};
+
+/// Builds the tree from the parser's events.
+class Builder : public nlohmann::json_sax<nlohmann::json> {
+ public:
+  Builder(std::string_view text, const std::string& file, const int* line)
+      : text_(text), file_(file), line_(line) {}
+
+  JsonNode TakeRoot() { return std::move(root_); }
+
+  bool null() override { return Add(JsonNode::Kind::Null), true; }
+  bool boolean(bool value) override { return Add(JsonNode::Kind::Boolean).boolean = value, true; }
+  bool number_integer(number_integer_t value) override {
+    return Add(JsonNode::Kind::Integer).integer = value, true;
+  }
+  bool number_unsigned(number_unsigned_t value) override {
+    constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
+    Add(JsonNode::Kind::Integer).integer = static_cast<std::int64_t>(std::min<std::uint64_t>(value, kMost));
+    return true;
+  }
+  bool number_float(number_float_t, const string_t&) override { return Add(JsonNode::Kind::Fraction), true; }
+  bool string(string_t& value) override { return Add(JsonNode::Kind::Text).text = value, true; }
+  bool binary(binary_t&) override { return false; }
+  bool start_object(std::size_t) override { return Enter(Add(JsonNode::Kind::Object)); }
+  bool start_array(std::size_t) override { return Enter(Add(JsonNode::Kind::List)); }
+  bool end_object() override { return Leave(); }
+  bool end_array() override { return Leave(); }
+
+  bool key(string_t& name) override {
+    for (const JsonMember& member : open_.back()->members)
+      if (member.key == name) throw FileError(Where() + ": the key \"" + name + "\" is given twice");
+    open_.back()->members.push_back({name, *line_, {}});
+    return true;
+  }
+
+  bool parse_error(std::size_t position, const std::string&,
+                   const nlohmann::detail::exception& error) override {
+    const std::string_view before = text_.substr(0, position > 0 ? position - 1 : 0);
+    const auto line = 1 + std::count(before.begin(), before.end(), '\n');
+    const std::size_t line_start = before.rfind('\n') + 1;  // 0 on the first line
+    const std::string message = error.what();
+    const std::size_t detail = message.find(": ");
+    throw FileError(file_ + ":" + std::to_string(line) + ":" +
+                    std::to_string(before.size() - line_start + 1) + ": not valid JSON" +
+                    (detail == std::string::npos ? "" : message.substr(detail)));
+  }
+
+ private:
+  std::string Where() const { return file_ + ":" + std::to_string(*line_); }
+
+  JsonNode& Add(JsonNode::Kind kind) {
+    JsonNode* node = &root_;
+    if (!open_.empty()) {
+      JsonNode& parent = *open_.back();
+      node =
+          parent.kind == JsonNode::Kind::List ? &parent.items.emplace_back() : &parent.members.back().value;
+    }
+    node->kind = kind;
+    node->line = *line_;
+    return *node;
+  }
+
+  bool Enter(JsonNode& node) {
+    if (open_.size() == kDeepest) throw FileError(Where() + ": nested too deeply");
+    open_.push_back(&node);
+    return true;
+  }
+
+  bool Leave() {
+    open_.pop_back();
+    return true;
+  }
+
+  std::string_view text_;
+  const std::string& file_;
+  const int* line_;
+  JsonNode root_;
+  std::vector<JsonNode*> open_;  // only the innermost grows, so the others stay where they are
+};
+
+}  // namespace
+
+JsonNode ParseJson(std::string_view text, const std::string& file) {
+  int line = 1;
+  Builder builder(text, file, &line);
+  const CountingIterator begin(text.data(), &line);
+  const CountingIterator end(text.data() + text.size(), &line);
+  nlohmann::json::sax_parse(begin, end, &builder);
+  return builder.TakeRoot();
+}
+
 namespace {
 
 constexpr const char* kText = "expected a text";

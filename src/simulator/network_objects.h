@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "simulator/object.h"
 
@@ -65,5 +66,18 @@ class NetworkInterface : public Simulated<NetworkInterface> {
 /// The name of an interface object, also of one that comes from another process; empty for nothing. 17006
 /// where the installation has no interface of that name.
 std::string InterfaceName(stored::Installation& installation, const LateBoundPtr& object);
+
+/// The devices of a subsystem; all of the network's for "ALL".
+class AppDevices : public Simulated<AppDevices> {
+ public:
+  AppDevices(Origin origin, stored::Chain chain) : Simulated(std::move(origin)), chain_(std::move(chain)) {}
+  static std::span<const MemberRow<AppDevices>> Members();
+
+ private:
+  std::vector<stored::DeviceKey> Keys();
+  Value Item(Arguments arguments);
+  Value Add(Arguments arguments);
+  stored::Chain chain_;
+};
 
 }  // namespace simulator

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
-#include "simulator/app_devices.h"
 #include "simulator/component_apps.h"
 #include "simulator/control.h"
 #include "simulator/device_objects.h"
 #include "simulator/errors.h"
 #include "simulator/network_objects.h"
 #include "simulator/network_variable.h"
-#include "simulator/template_interface.h"
+#include "simulator/template_objects.h"
 
 namespace simulator {
 namespace {

@@ -11,8 +11,8 @@
 
 #include "automation/published.h"
 #include "simulator/faults.h"
+#include "simulator/files.h"
 #include "simulator/installation.h"
-#include "simulator/interface_file.h"
 #include "simulator/journal.h"
 
 namespace simulator {

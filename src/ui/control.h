@@ -5,9 +5,17 @@
 #include <string>
 #include <utility>
 
-#include "ui/has_window.h"
-
 namespace ui {
+
+/// A form or a control: what has a window of the system while it is shown.
+class HasWindow {
+ public:
+  /// The window's handle; 0 while there is none.
+  virtual std::uintptr_t hwnd() const = 0;
+
+ protected:
+  ~HasWindow() = default;
+};
 
 /// A colour as the controls know it: 0x00BBGGRR, or a system colour with the top bit set.
 enum class Color : std::uint32_t {

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "ui/control.h"
 #include "ui/desktop.h"
-#include "ui/has_window.h"
 #include "ui/layout.h"
 
 namespace ui {

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "text/strings.h"
-#include "xif/hidden_form.h"
 #include "xif/search.h"
 
 namespace xif {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "lonworks/tools.h"
@@ -7,8 +8,23 @@
 #include "platform/shell.h"
 #include "registry/registry.h"
 #include "ui/desktop.h"
+#include "ui/form.h"
 
 namespace xif {
+
+/// A window that is never seen and carries the dialog that asks for an interface file.
+class fHidden : public ui::Form {
+ public:
+  explicit fHidden(ui::Desktop& desktop) : Form(desktop, "fHidden", ui::BorderStyle::FixedSingle) {}
+
+  ui::OpenDialog DlgXIF;
+
+  /// The path of the file chosen; nothing when cancelled.
+  std::optional<std::string> AskXif() {
+    Load();
+    return desktop().AskOpenFile(DlgXIF);
+  }
+};
 
 /// Devices' external interface files on this computer: finding the one of a program ID, and having its binary
 /// form (XFB), which the object server imports, made beside it by the LonWorks tool XIF32BIN.

@@ -5,9 +5,8 @@
 #include <array>
 #include <map>
 
+#include "headless/computer.h"
 #include "headless/desktop.h"
-#include "headless/machine.h"
-#include "headless/memory_files.h"
 
 namespace {
 

@@ -4,7 +4,6 @@
 
 #include "registration/main.h"
 #include "registration/names.h"
-#include "registration/version.h"
 #include "support/user.h"
 
 namespace {

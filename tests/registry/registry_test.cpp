@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "headless/machine.h"
+#include "headless/computer.h"
 #include "registry_contract.h"
 #include "support/error_of.h"
 

@@ -5,7 +5,7 @@
 
 #include "headless/forwarding_object.h"
 #include "model/catalogue.h"
-#include "model/field_tips.h"
+#include "model/configuration_screen.h"
 #include "simulator/client_session.h"
 #include "support/user.h"
 

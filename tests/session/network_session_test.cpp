@@ -1,4 +1,4 @@
-#include "session/network_session.h"
+#include "session/session.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "headless/machine.h"
+#include "headless/computer.h"
 #include "startup/command_line.h"
 #include "startup/identity.h"
 

@@ -1,4 +1,4 @@
-#include "ui/focus.h"
+#include "ui/keyboard.h"
 
 #include <gtest/gtest.h>
 

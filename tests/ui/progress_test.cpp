@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "headless/computer.h"
 #include "headless/desktop.h"
-#include "headless/machine.h"
 #include "support/error_of.h"
 
 namespace {

@@ -1,11 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "headless/computer.h"
 #include "headless/desktop.h"
-#include "headless/machine.h"
-#include "headless/memory_files.h"
-#include "headless/scripted_shell.h"
 #include "xif/interface_files.h"
-#include "xif/program_id.h"
 #include "xif/search.h"
 
 namespace {

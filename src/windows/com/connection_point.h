@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "platform/late_bound.h"
-#include "windows/com/com_ptr.h"
+#include "windows/com/owners.h"
 
 namespace windows::com {
 

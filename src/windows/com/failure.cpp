@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 
-#include "windows/com/com_ptr.h"
+#include "windows/com/owners.h"
 
 namespace windows::com {
 namespace {

@@ -1,5 +1,6 @@
 #include "windows/com/home_thread.h"
 
+#include <atomic>
 #include <memory>
 #include <utility>
 
@@ -71,5 +72,26 @@ void HomeThread::Window::DoAll() noexcept {
   MSG message;
   while (PeekMessageW(&message, window_, kRelease, kDo, PM_REMOVE)) DispatchMessageW(&message);
 }
+
+namespace {
+
+std::atomic<long> uses = 0;
+
+std::function<void()>& UnusedHandler() {
+  static std::function<void()> handler;
+  return handler;
+}
+
+}  // namespace
+
+ServerUse::ServerUse() { ++uses; }
+
+ServerUse::~ServerUse() {
+  if (--uses == 0 && UnusedHandler()) UnusedHandler()();
+}
+
+long ServerUse::count() { return uses; }
+
+void ServerUse::WhenUnused(std::function<void()> notify) { UnusedHandler() = std::move(notify); }
 
 }  // namespace windows::com

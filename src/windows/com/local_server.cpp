@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "text/strings.h"
-#include "windows/com/dispatch_adapter.h"
+#include "windows/com/adapter.h"
 #include "windows/com/failure.h"
+#include "windows/com/home_thread.h"
 #include "windows/com/implements.h"
-#include "windows/com/server_use.h"
 
 namespace windows::com {
 namespace {

@@ -11,8 +11,8 @@
 #include <string_view>
 
 #include "automation/published.h"
-#include "windows/com/com_ptr.h"
 #include "windows/com/home_thread.h"
+#include "windows/com/owners.h"
 
 namespace windows::com {
 

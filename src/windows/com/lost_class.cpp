@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "windows/com/registration.h"
-#include "windows/com/registry_key.h"
 #include "windows/com/wide_text.h"
 
 namespace windows::com {

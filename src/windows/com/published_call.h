@@ -7,9 +7,32 @@
 #include <memory>
 
 #include "automation/published.h"
+#include "windows/com/home_thread.h"
+#include "windows/com/implements.h"
 
-/// IDispatch spoken for a published object. Nothing that the object throws comes through.
 namespace windows::com {
+
+/// "For Each" over a published collection: Item(1) to Item(Count), asked for as the client gets there. An
+/// item that is removed meanwhile shortens the walk.
+class CollectionEnumerator final : public Implements<IEnumVARIANT> {
+ public:
+  explicit CollectionEnumerator(std::shared_ptr<automation::Published> collection, std::int32_t passed = 0)
+      : collection_(std::move(collection)), passed_(passed) {}
+
+  HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* items, ULONG* fetched) override;
+  HRESULT STDMETHODCALLTYPE Skip(ULONG count) override;
+  HRESULT STDMETHODCALLTYPE Reset() override;
+  HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override;
+
+ private:
+  std::int32_t Count() const;
+
+  ServerUse use_;
+  std::shared_ptr<automation::Published> collection_;
+  std::int32_t passed_;
+};
+
+// IDispatch for a published object. No exception of the object leaves these calls.
 
 /// IDispatch::GetIDsOfNames. Only the first name can be known: members have no named parameters.
 HRESULT FindNumbers(const automation::Published& object, LPOLESTR* names, UINT count,

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "automation/published.h"
-#include "windows/com/dispatch_adapter.h"
+#include "windows/com/adapter.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/failure.h"
 

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "platform/late_bound.h"
-#include "windows/com/com_ptr.h"
 #include "windows/com/owners.h"
 
 /// Automation's values and ours. An object of another process is a DispatchObject here; an object that this

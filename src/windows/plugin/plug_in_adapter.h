@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "automation/published.h"
-#include "windows/com/com_ptr.h"
+#include "windows/com/owners.h"
 
 namespace windows {
 

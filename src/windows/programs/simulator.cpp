@@ -15,7 +15,7 @@
 #include "simulator/options.h"
 #include "simulator/simulation.h"
 #include "text/strings.h"
-#include "windows/com/dispatch_adapter.h"
+#include "windows/com/adapter.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
 #include "windows/com/wide_text.h"

@@ -1,7 +1,7 @@
 #include "windows/system/object_server_source.h"
 
 #include "registry/registry.h"
-#include "windows/com/object_creation.h"
+#include "windows/com/dispatch_object.h"
 
 namespace windows {
 namespace {

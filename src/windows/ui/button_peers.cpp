@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/pictures.h"
+#include "windows/ui/picture_peer.h"
 #include "windows/ui/simple_peers.h"
 
 namespace windows {

@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/dpi.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/surface.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
 namespace {

@@ -5,14 +5,12 @@
 #include <unordered_map>
 #include <vector>
 
-#include "ui/focus.h"
 #include "ui/form.h"
 #include "ui/keyboard.h"
 #include "ui/layout_engine.h"
-#include "windows/ui/dpi.h"
 #include "windows/ui/native_peer.h"
-#include "windows/ui/scroll_bars.h"
 #include "windows/ui/surface.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
 

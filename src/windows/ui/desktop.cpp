@@ -8,9 +8,9 @@
 
 #include "windows/com/wide_text.h"
 #include "windows/ui/animation_window.h"
-#include "windows/ui/clipboard.h"
+#include "windows/ui/dialogs.h"
 #include "windows/ui/form_shell.h"
-#include "windows/ui/message_box.h"
+#include "windows/ui/shell_services.h"
 
 #undef Yield  // the system's macro
 

@@ -9,8 +9,7 @@
 #include "platform/raised.h"
 #include "ui/data_texts.h"
 #include "windows/com/wide_text.h"
-#include "windows/ui/clipboard.h"
-#include "windows/ui/popup_menu.h"
+#include "windows/ui/shell_services.h"
 
 namespace windows {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "ui/form.h"
 #include "windows/ui/control_set.h"
-#include "windows/ui/gdi.h"
 #include "windows/ui/surface.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
 

@@ -7,8 +7,8 @@
 #include <algorithm>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/pictures.h"
-#include "windows/ui/popup_menu.h"
+#include "windows/ui/picture_peer.h"
+#include "windows/ui/shell_services.h"
 
 namespace windows {
 

@@ -5,9 +5,124 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <span>
 #include <utility>
+#include <vector>
 
 namespace windows {
+namespace {
+
+// Shapes are predicates on the unit square, the origin at the top left.
+using Shape = bool (*)(double x, double y);
+struct Layer {
+  std::uint32_t color;  // 0xRRGGBB
+  Shape shape;
+};
+
+bool InDisc(double x, double y, double cx, double cy, double radius) {
+  return std::hypot(x - cx, y - cy) <= radius;
+}
+
+/// A stroke with round ends from (ax, ay) to (bx, by).
+bool OnStroke(double x, double y, double ax, double ay, double bx, double by, double width) {
+  const double dx = bx - ax, dy = by - ay;
+  const double along = std::clamp(((x - ax) * dx + (y - ay) * dy) / (dx * dx + dy * dy), 0.0, 1.0);
+  return std::hypot(x - ax - along * dx, y - ay - along * dy) <= width / 2;
+}
+
+bool Disc(double x, double y) { return InDisc(x, y, 0.5, 0.5, 0.48); }
+
+bool QuestionMark(double x, double y) {
+  // Three quarters of a ring, open at the lower left, a short stem, and the dot.
+  const double dx = x - 0.5, dy = y - 0.385, distance = std::hypot(dx, dy);
+  const bool ring = std::abs(distance - 0.13) <= 0.05 && !(dx < 0.0 && dy > 0.0);
+  return ring || InDisc(x, y, 0.37, 0.385, 0.05) || OnStroke(x, y, 0.5, 0.515, 0.5, 0.585, 0.1) ||
+         InDisc(x, y, 0.5, 0.735, 0.062);
+}
+
+/// In sixteenths: the edges of the list stand on whole pixels at the usual resolution.
+bool InBox(double x, double y, double left, double top, double right, double bottom) {
+  return 16 * x >= left && 16 * x <= right && 16 * y >= top && 16 * y <= bottom;
+}
+bool Sheet(double x, double y) { return InBox(x, y, 2, 0, 14, 15); }
+bool Paper(double x, double y) { return InBox(x, y, 3, 1, 13, 14); }
+bool Lines(double x, double y) {
+  return InBox(x, y, 8, 3, 12, 4) || InBox(x, y, 8, 7, 12, 8) || InBox(x, y, 8, 11, 12, 12);
+}
+bool Bullet(double x, double y, double line) { return InDisc(16 * x, 16 * y, 5.5, line, 1.4); }
+bool GreenBullets(double x, double y) { return Bullet(x, y, 3.5) || Bullet(x, y, 7.5); }
+bool RedBullet(double x, double y) { return Bullet(x, y, 11.5); }
+
+bool Mark(double x, double y) { return InDisc(x, y, 0.5, 0.5, 0.44); }
+bool Tick(double x, double y) {
+  return OnStroke(x, y, 0.3, 0.52, 0.44, 0.66, 0.11) || OnStroke(x, y, 0.44, 0.66, 0.7, 0.36, 0.11);
+}
+bool Cross(double x, double y) {
+  return OnStroke(x, y, 0.35, 0.35, 0.65, 0.65, 0.11) || OnStroke(x, y, 0.35, 0.65, 0.65, 0.35, 0.11);
+}
+
+constexpr std::uint32_t kBlue = 0x1F6FB8, kGreen = 0x2E8B47, kRed = 0xC8372D, kGrey = 0x5A6470,
+                        kWhite = 0xFFFFFF;
+constexpr Layer kHelp[] = {{kBlue, Disc}, {kWhite, QuestionMark}};
+constexpr Layer kList[] = {
+    {kGrey, Sheet}, {kWhite, Paper}, {kGrey, Lines}, {kGreen, GreenBullets}, {kRed, RedBullet}};
+constexpr Layer kGreenMark[] = {{kGreen, Mark}, {kWhite, Tick}};
+constexpr Layer kRedMark[] = {{kRed, Mark}, {kWhite, Cross}};
+
+std::span<const Layer> LayersOf(Picture picture) {
+  switch (picture) {
+    case Picture::Help:
+      return kHelp;
+    case Picture::List:
+      return kList;
+    case Picture::GreenMark:
+      return kGreenMark;
+    case Picture::RedMark:
+      return kRedMark;
+  }
+  return {};
+}
+
+/// The colour of one pixel, 0xAARRGGBB, from samples spread over it.
+std::uint32_t PixelAt(std::span<const Layer> layers, int column, int row, int size) {
+  constexpr int kSamples = 6;
+  int covered = 0, red = 0, green = 0, blue = 0;
+  for (int sample = 0; sample < kSamples * kSamples; ++sample) {
+    const int across = sample % kSamples, down = sample / kSamples;
+    const double x = (column + (across + 0.5) / kSamples) / size;
+    const double y = (row + (down + 0.5) / kSamples) / size;
+    const auto top =
+        std::find_if(layers.rbegin(), layers.rend(), [&](const Layer& layer) { return layer.shape(x, y); });
+    if (top == layers.rend()) continue;
+    ++covered;
+    red += static_cast<int>(top->color >> 16 & 0xFF);
+    green += static_cast<int>(top->color >> 8 & 0xFF);
+    blue += static_cast<int>(top->color & 0xFF);
+  }
+  if (covered == 0) return 0;
+  const auto channel = [&](int sum) { return static_cast<std::uint32_t>(sum / covered); };
+  const auto alpha = static_cast<std::uint32_t>(covered * 255 / (kSamples * kSamples));
+  return alpha << 24 | channel(red) << 16 | channel(green) << 8 | channel(blue);
+}
+
+}  // namespace
+
+OwnedIcon DrawPicture(Picture picture, int size) {
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  const OwnedBitmap colors(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+  // Rows of a mask are whole words; all zero shows the colours everywhere.
+  const std::vector<BYTE> opaque(static_cast<std::size_t>((size + 15) / 16 * 2 * size));
+  const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, opaque.data()));
+  if (!colors || !mask) return {};
+  auto* pixel = static_cast<std::uint32_t*>(bits);
+  for (int row = 0; row < size; ++row)
+    for (int column = 0; column < size; ++column) *pixel++ = PixelAt(LayersOf(picture), column, row, size);
+  ICONINFO icon{TRUE, 0, 0, mask.get(), colors.get()};
+  return OwnedIcon(CreateIconIndirect(&icon));
+}
+
 namespace {
 
 /// Red, green and blue times opacity, and opacity; all from 0 to 255.

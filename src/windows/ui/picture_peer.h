@@ -1,9 +1,16 @@
 #pragma once
 
-#include "windows/ui/gdi.h"
 #include "windows/ui/native_peer.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
+
+/// The small pictures of the program. They are described as shapes and drawn for the size asked for, with
+/// smooth edges.
+enum class Picture { Help, List, GreenMark, RedMark };
+
+/// The size is the edge of the square, in pixels.
+OwnedIcon DrawPicture(Picture picture, int size);
 
 /// A bitmap on the window's background, which shows through where the bitmap is transparent. A program
 /// without the bitmap shows nothing in its place.

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/dpi.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "windows/ui/gdi.h"
 #include "windows/ui/native_peer.h"
 #include "windows/ui/surface.h"
+#include "windows/ui/theme.h"
 
 /// The peers of the controls that do little.
 namespace windows {

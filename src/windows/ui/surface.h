@@ -2,9 +2,43 @@
 
 #include <windows.h>
 
+#include <array>
+
+#include "ui/layout_engine.h"
 #include "windows/ui/ui_thread.h"
 
 namespace windows {
+
+/// The scroll bars of a window that is smaller than what stands in it. Sizes and places are in pixels.
+class ScrollBars {
+ public:
+  /// Shows the bars that content of this size needs; `room` is the client area of the window without bars,
+  /// `line` how far an arrow or a part of a wheel's turn moves the content.
+  void Fit(HWND window, ui::Extent content, ui::Extent room, int line);
+
+  /// How far the content is moved to the left and up.
+  POINT position() const { return {axes_[SB_HORZ].position, axes_[SB_VERT].position}; }
+
+  // These move the content; true when it has moved.
+  /// As WM_HSCROLL and WM_VSCROLL ask for: the bar is SB_HORZ or SB_VERT.
+  bool Request(HWND window, int bar, WORD request);
+  bool Turn(HWND window, int wheel_delta);
+  /// As far as needed to show a place of the client area.
+  bool Reveal(HWND window, const ui::Rectangle& place);
+
+ private:
+  struct Axis {
+    int content = 0;
+    int page = 0;
+    int position = 0;
+  };
+  void Show(HWND window, int bar, int content, int page);
+  bool MoveTo(HWND window, int bar, int position);
+  bool RevealSpan(HWND window, int bar, int from, int to);
+
+  int line_ = 0;
+  std::array<Axis, 2> axes_;
+};
 
 class NativePeer;
 

@@ -3,10 +3,10 @@
 #include <imm.h>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/clipboard.h"
-#include "windows/ui/dpi.h"
 #include "windows/ui/field_peers.h"
+#include "windows/ui/shell_services.h"
 #include "windows/ui/surface.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
 namespace {

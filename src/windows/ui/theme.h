@@ -1,12 +1,45 @@
 #pragma once
 
+#include <windows.h>
+
+#include <memory>
 #include <string>
+#include <type_traits>
 
 #include "ui/control.h"
 #include "ui/layout_engine.h"
-#include "windows/ui/gdi.h"
 
 namespace windows {
+
+struct GdiDelete {
+  void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
+};
+struct DcDelete {
+  void operator()(HDC dc) const noexcept { DeleteDC(dc); }
+};
+struct IconDelete {
+  void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
+};
+
+using OwnedFont = std::unique_ptr<std::remove_pointer_t<HFONT>, GdiDelete>;
+using OwnedBrush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, GdiDelete>;
+using OwnedPen = std::unique_ptr<std::remove_pointer_t<HPEN>, GdiDelete>;
+using OwnedBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, GdiDelete>;
+using OwnedDc = std::unique_ptr<std::remove_pointer_t<HDC>, DcDelete>;
+using OwnedIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDelete>;
+
+/// Puts an object into a device context for a while.
+class Selected {
+ public:
+  Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(SelectObject(dc, object)) {}
+  ~Selected() { SelectObject(dc_, former_); }
+  Selected(const Selected&) = delete;
+  Selected& operator=(const Selected&) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ former_;
+};
 
 /// Fonts and measures of windows at one resolution.
 class Theme {
@@ -58,5 +91,19 @@ COLORREF ToColorRef(ui::Color color);
 int TextOn(int background);
 /// A quiet colour on a system colour: so much of its text's, in hundredths. With high contrast all of it.
 COLORREF Quiet(int background, int percent);
+
+/// Resolutions, in dots per inch, and what the system itself draws at them. A system that knows no other
+/// gives all windows the resolution of the process.
+
+/// That of the process, which stays as it was at its start.
+int SystemDpi();
+/// That of the screen on which a window stands.
+int DpiOf(HWND window);
+/// As GetSystemMetrics, for what the system draws in this window.
+int SystemMetric(int metric, HWND window);
+/// The width of both edges of a window, and the height, without scroll bars, whatever it has now.
+ui::Extent FrameOf(HWND window);
+/// The part of a window's screen that windows may cover.
+ui::Extent WorkAreaAround(HWND window);
 
 }  // namespace windows

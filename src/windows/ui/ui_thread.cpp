@@ -1,15 +1,47 @@
 #include "windows/ui/ui_thread.h"
 
+// The identifiers of the annotation service are made here, for this file alone.
+#include <initguid.h>
+#include <objbase.h>
+#include <oleacc.h>
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 #include "platform/attempt.h"
-#include "windows/ui/dpi.h"
 #include "windows/ui/form_shell.h"
 #include "windows/ui/native_peer.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
+namespace {
+
+// PROPID_ACC_NAME and PROPID_ACC_DESCRIPTION of the system.
+constexpr GUID kName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
+constexpr GUID kDescription{0x4d48dfe4, 0xbd3f, 0x491f, {0xa6, 0x48, 0x49, 0x2d, 0x6f, 0x20, 0xc5, 0x88}};
+
+void Annotate(IAccPropServices* services, HWND control, const GUID& property, const std::wstring& text) {
+  if (services)
+    services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, property, text.c_str());
+}
+
+}  // namespace
+
+AccessibleTexts::AccessibleTexts() {
+  CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                   services_.ReceiveVoid());
+}
+
+AccessibleTexts::~AccessibleTexts() = default;
+
+void AccessibleTexts::SetName(HWND control, const std::wstring& name) const {
+  Annotate(services_.get(), control, kName, name);
+}
+
+void AccessibleTexts::SetDescription(HWND control, const std::wstring& description) const {
+  Annotate(services_.get(), control, kDescription, description);
+}
 
 UiThread::UiThread(int dpi, FailureHandler on_failure)
     : dpi_(dpi > 0 ? dpi : SystemDpi()), dpi_is_given_(dpi > 0), on_failure_(std::move(on_failure)) {}

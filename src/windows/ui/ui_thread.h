@@ -1,16 +1,35 @@
 #pragma once
 
+#include <windows.h>
+
 #include <exception>
 #include <functional>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
-#include "windows/ui/accessible_texts.h"
-#include "windows/ui/html_help.h"
+#include "windows/com/owners.h"
+#include "windows/ui/shell_services.h"
 #include "windows/ui/theme.h"
 
+struct IAccPropServices;
+
 namespace windows {
+
+/// Tells screen readers what controls are called and what they are for. Where the system has no such service,
+/// a control keeps the name that it has anyway.
+class AccessibleTexts {
+ public:
+  AccessibleTexts();
+  ~AccessibleTexts();
+
+  void SetName(HWND control, const std::wstring& name) const;
+  void SetDescription(HWND control, const std::wstring& description) const;
+
+ private:
+  com::ComPtr<IAccPropServices> services_;
+};
 
 class FormShell;
 

@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/dpi.h"
+#include "windows/ui/theme.h"
 
 namespace windows {
 namespace {

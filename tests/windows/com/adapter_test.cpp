@@ -3,11 +3,12 @@
 #include <cstring>
 
 #include "sample.h"
-#include "windows/com/dispatch_adapter.h"
+#include "windows/com/adapter.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/failure.h"
-#include "windows/com/server_use.h"
+#include "windows/com/home_thread.h"
 #include "windows/com/variant_conversion.h"
+#include "windows/com/wide_text.h"
 
 namespace windows::com {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "windows/com/registry_key.h"
+#include "windows/com/registration.h"
 
 namespace windows::com {
 namespace {

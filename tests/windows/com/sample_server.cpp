@@ -1,5 +1,5 @@
 #include "sample.h"
-#include "windows/com/dispatch_adapter.h"
+#include "windows/com/adapter.h"
 #include "windows/com/local_server.h"
 #include "windows/com/registration.h"
 

@@ -5,13 +5,13 @@
 
 #include "automation/convert.h"
 #include "sample.h"
-#include "windows/com/dispatch_adapter.h"
+#include "windows/com/adapter.h"
 #include "windows/com/dispatch_object.h"
-#include "windows/com/event_subscription.h"
+#include "windows/com/events.h"
 #include "windows/com/local_server.h"
-#include "windows/com/object_creation.h"
 #include "windows/com/registration.h"
 #include "windows/com/variant_conversion.h"
+#include "windows/com/wide_text.h"
 
 namespace windows::com {
 namespace {

@@ -13,9 +13,10 @@
 #include <thread>
 
 #include "registry/registry.h"
-#include "windows/com/dispatch_adapter.h"
+#include "windows/com/adapter.h"
 #include "windows/com/failure.h"
 #include "windows/com/variant_conversion.h"
+#include "windows/com/wide_text.h"
 #include "windows/system/registry.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;

@@ -6,7 +6,7 @@
 
 #include "automation/convert.h"
 #include "registry/registry.h"
-#include "windows/com/object_creation.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/variant_conversion.h"
 #include "windows/system/registry.h"
 

@@ -18,7 +18,7 @@
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
-#include "windows/com/object_creation.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/wide_text.h"
 #include "windows/director/remote_window.h"
 

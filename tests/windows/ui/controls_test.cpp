@@ -4,7 +4,7 @@
 #include <initguid.h>
 #include <oleacc.h>
 
-#include "windows/com/com_ptr.h"
+#include "windows/com/owners.h"
 #include "windows/ui/theme.h"
 #include "windows_under_test.h"
 

@@ -9,8 +9,8 @@
 
 #include "../real_input.h"
 #include "model/configuration_screen.h"
-#include "ui/animation.h"
 #include "ui/form.h"
+#include "ui/progress.h"
 #include "windows/com/wide_text.h"
 #include "windows/ui/desktop.h"
 

@@ -1,4 +1,4 @@
-#include "simulator/collection.h"
+#include "simulator/object.h"
 
 #include <algorithm>
 

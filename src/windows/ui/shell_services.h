@@ -2,9 +2,26 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace windows {
+
+/// The text on the clipboard; empty where there is none.
+std::wstring ClipboardText(HWND owner);
+
+/// Puts a text on the clipboard. Throws while another program keeps hold of it.
+void PutOnClipboard(const std::wstring& text);
+
+struct MenuItem {
+  std::wstring caption;  // "&" marks the letter; a key stands behind a tab
+  bool enabled = true;
+};
+
+/// Lets the user choose from a menu that opens where WM_CONTEXTMENU says: at the pointer or, for the
+/// keyboard, at the corner of the window. The index of the item; nothing where none was chosen.
+std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::vector<MenuItem>& items);
 
 /// The system's viewer of help files, which is loaded when it is first asked for.
 class HtmlHelp {

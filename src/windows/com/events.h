@@ -5,12 +5,13 @@
 #include <oaidl.h>
 
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <utility>
 #include <vector>
 
-#include "windows/com/com_ptr.h"
+#include "platform/late_bound.h"
 #include "windows/com/owners.h"
 
 namespace windows::com {
@@ -57,5 +58,15 @@ class EventQueue {
   std::deque<Waiting> waiting_;
   bool closed_ = false;
 };
+
+/// Connects a handler to the object's default source interface, or to its first one where it names none. The
+/// handler runs on this thread, also inside calls that are out. What it throws goes back to the source as a
+/// failure. Events that the source raises on another thread reach the handler when this one looks at its
+/// messages, in the order in which they were raised.
+///
+/// The subscription may outlive the object and its process. An Error with kUnknownInterface where the object
+/// raises no events.
+std::unique_ptr<platform::Subscription> SubscribeToDefaultEvents(IDispatch* object,
+                                                                 platform::EventHandler handler);
 
 }  // namespace windows::com

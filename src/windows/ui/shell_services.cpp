@@ -1,6 +1,10 @@
-#include "windows/ui/clipboard.h"
+#include "windows/ui/shell_services.h"
+
+#include <windowsx.h>
 
 #include <algorithm>
+#include <memory>
+#include <type_traits>
 
 #include "platform/error.h"
 
@@ -62,6 +66,57 @@ void PutOnClipboard(const std::wstring& text) {
   }
   throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
                         "The text cannot be copied; another program may be using the clipboard.");
+}
+
+namespace {
+
+struct MenuDestroy {
+  void operator()(HMENU menu) const noexcept { DestroyMenu(menu); }
+};
+using OwnedMenu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroy>;
+
+}  // namespace
+
+std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::vector<MenuItem>& items) {
+  const OwnedMenu menu(CreatePopupMenu());
+  for (std::size_t i = 0; i < items.size(); ++i)
+    AppendMenuW(menu.get(), MF_STRING | (items[i].enabled ? 0u : static_cast<UINT>(MF_GRAYED)), i + 1,
+                items[i].caption.c_str());
+  POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
+  if (where == -1) {  // by the keyboard
+    RECT place;
+    GetWindowRect(window, &place);
+    at = {place.left, place.top};
+  }
+  const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, static_cast<int>(at.x),
+                                    static_cast<int>(at.y), 0, window, nullptr);
+  if (chosen <= 0) return std::nullopt;
+  return static_cast<std::size_t>(chosen - 1);
+}
+
+namespace {
+
+// Commands of the viewer.
+constexpr UINT kDisplayTopic = 0;
+constexpr UINT kHelpContext = 15;
+constexpr UINT kCloseAll = 18;
+
+}  // namespace
+
+bool HtmlHelp::ShowContext(const std::wstring& file, DWORD context) {
+  if (!call_) {
+    // Never freed: the viewer's windows run its code until the program ends.
+    const HMODULE viewer = LoadLibraryW(L"hhctrl.ocx");
+    if (viewer)
+      call_ = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpW")));
+  }
+  // Some viewers ask the user for a file that is not there.
+  if (!call_ || GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES) return false;
+  return call_(nullptr, file.c_str(), context == 0 ? kDisplayTopic : kHelpContext, context) != nullptr;
+}
+
+void HtmlHelp::CloseAll() {
+  if (call_) call_(nullptr, nullptr, kCloseAll, 0);
 }
 
 }  // namespace windows

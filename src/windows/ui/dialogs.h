@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "ui/desktop.h"
+
 namespace windows {
 
 class UiThread;
@@ -24,5 +26,10 @@ class Modal {
   HWND owner_ = nullptr;
   std::vector<HWND> disabled_;
 };
+
+class UiThread;
+
+/// Shows a message box over the program's active window; none of its windows can be used meanwhile.
+ui::Answer ShowMessageBox(const ui::Message& message, const UiThread& ui_thread);
 
 }  // namespace windows

@@ -1,0 +1,156 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/files.h"
+#include "platform/program.h"
+#include "platform/registry.h"
+#include "platform/shell.h"
+
+namespace headless {
+
+/// A registry in memory. Paths are compared as they stand.
+class MemoryRegistry : public platform::Registry {
+ public:
+  struct Key {
+    std::map<std::string, std::string> texts;
+  };
+  std::map<std::string, Key> machine;  // by full path; a key exists with all its parents
+  std::map<std::string, Key> user;
+  /// The user is no administrator: the machine's keys can be read only.
+  bool standard_user = false;
+  /// Asked before each operation; true makes it fail.
+  std::function<bool()> fails;
+  bool Fails() const { return fails && fails(); }
+  /// A key that refuses to be deleted.
+  std::string undeletable;
+
+  std::unique_ptr<platform::RegistryKey> Open(Hive hive, const std::string& path, Access access) override;
+  std::unique_ptr<platform::RegistryKey> Create(Hive hive, const std::string& path) override;
+  bool Delete(Hive hive, const std::string& path) override;
+  bool RefusesWrites(Hive hive) const { return standard_user && hive == Hive::LocalMachine; }
+
+ private:
+  std::map<std::string, Key>& Of(Hive hive) { return hive == Hive::LocalMachine ? machine : user; }
+};
+
+/// The executable with its real string table.
+class BuiltInProgram : public platform::Program {
+ public:
+  explicit BuiltInProgram(Version version) : version_(version) {}
+
+  /// What the clock shows.
+  std::string time_of_day = "12:34:56";
+
+  std::string StringResource(int number) const override;
+  Version FileVersion() const override { return version_; }
+  std::string Directory() const override { return "C:\\Plug-in"; }
+  std::string ExecutableName() const override { return "QM5RFcPirConfigure"; }
+  std::string TimeOfDay() const override { return time_of_day; }
+
+ private:
+  Version version_;
+};
+
+/// A file system in memory, by Windows paths; names are the same in either letter case (of ASCII letters).
+/// A folder lists its entries in the order in which they were made.
+class MemoryFiles : public platform::Files {
+ public:
+  void MakeFolder(const std::string& path);
+  /// Makes a folder that is another one under a second name.
+  void Link(const std::string& path, const std::string& folder);
+  /// Nobody may read or write the file or list the folder from now on; what is below can be reached as
+  /// before.
+  void Lock(const std::string& path);
+
+  std::optional<Folder> ReadFolder(const std::string& path) const override;
+  std::string ReadStart(const std::string& path, std::size_t bytes) const override;
+  bool FileExists(const std::string& path) const override;
+  /// Makes the folders above the file as well.
+  void Write(const std::string& path, std::string_view content) override;
+
+  /// Asked before each reading; true makes it find nothing.
+  std::function<bool()> fails;
+
+ private:
+  struct Node {
+    bool is_folder = true;
+    bool locked = false;
+    std::string content;
+    std::vector<std::string> names;
+    std::map<std::string, Node*, std::less<>> entries;  // by name in capitals
+  };
+  const Node* Asked(std::string_view path) const { return fails && fails() ? nullptr : Find(path); }
+  /// Null where there is none.
+  const Node* Find(std::string_view path) const;
+  Node& Make(std::string_view path);
+  static void Enter(Node& folder, std::string_view name, Node& entry);
+
+  // Links make the tree a graph, so the nodes stand apart from it; the first one holds the drives.
+  std::deque<Node> nodes_ = std::deque<Node>(1);
+};
+
+/// A computer whose other programs follow a script: what would start is written down, and the hooks play the
+/// started program by opening and closing windows and ending it.
+class ScriptedShell : public platform::Shell {
+ public:
+  struct Launch {
+    std::string program;
+    std::string arguments;
+    Show show;
+  };
+  std::vector<Launch> launches;  // refused ones as well
+  std::vector<Launch> elevated;
+  /// The user refuses an administrator's rights.
+  bool declines = false;
+  bool refuses = false;
+  /// Asked before each start; true refuses it.
+  std::function<bool()> fails;
+  /// The programs that were started still run.
+  bool running = false;
+  /// How those that have ended did.
+  bool succeeded = true;
+  std::set<std::string> windows;    // by title
+  std::vector<std::string> closed;  // titles of windows that got a close message; they close at once
+  int pauses = 0;
+  std::function<void()> on_start;
+  std::function<void()> on_pause;
+
+  std::unique_ptr<platform::StartedProgram> Start(const std::string& program, const std::string& arguments,
+                                                  Show show) override {
+    struct Started : platform::StartedProgram {
+      explicit Started(const ScriptedShell& shell) : on(shell) {}
+      bool Running() const override { return on.running; }
+      bool Succeeded() const override { return !on.running && on.succeeded; }
+      const ScriptedShell& on;
+    };
+    launches.push_back({program, arguments, show});
+    if (refuses || (fails && fails())) throw platform::Error(53, "Headless", "File not found");
+    running = true;
+    if (on_start) on_start();
+    return std::make_unique<Started>(*this);
+  }
+  bool StartElevated(const std::string& program, const std::string& arguments) override {
+    elevated.push_back({program, arguments, {}});
+    return !declines;
+  }
+  bool WindowExists(const std::string& title) const override { return windows.contains(title); }
+  void CloseWindow(const std::string& title) override {
+    if (windows.erase(title) != 0) closed.push_back(title);
+  }
+  void Pause(std::int32_t) override {
+    ++pauses;
+    if (on_pause) on_pause();
+  }
+};
+
+}  // namespace headless
