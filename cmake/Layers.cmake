@@ -1,10 +1,10 @@
-# One folder of src/ is one layer and one target. A layer is included as "layer/file.h", through an include
-# directory that holds this layer alone: what a layer does not name under USES (or what those use) it cannot include.
+# One folder of src/ is one layer and one target. A layer is included as "layer/file.h", through an include directory
+# that holds only this layer. So a layer can include only the layers it names under USES, and those that they use.
 
 set(QM5R_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  list(APPEND QM5R_WARNINGS -Wno-restrict)  # GCC 12 sees overlaps in std::string that cannot be
+  list(APPEND QM5R_WARNINGS -Wno-restrict)  # GCC 12 reports impossible overlaps in std::string
 endif()
 
 add_library(qm5r_options INTERFACE)
@@ -21,42 +21,42 @@ if(WIN32)
   target_compile_definitions(qm5r_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
   target_compile_options(qm5r_options INTERFACE -ffunction-sections -fdata-sections)
   target_link_options(qm5r_options INTERFACE -Wl,--gc-sections)
-  # Windows 7 is the first that the programs run on; for older subsystems some of its parts behave as before it.
+  # The programs need Windows 7. For older subsystem versions, parts of Windows behave as they did before it.
   foreach(part os subsystem)
     target_link_options(qm5r_options INTERFACE -Wl,--major-${part}-version=6,--minor-${part}-version=1)
   endforeach()
-  # The same sources give the same program wherever and whenever they are built.
+  # The same sources produce the same program, wherever and whenever they are built.
   target_compile_options(qm5r_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
   target_link_options(qm5r_options INTERFACE -Wl,--no-insert-timestamp)
 endif()
 
-# The targets of layers that are declared already, which are the lower ones.
+# The targets of layers that are already declared, which are the lower ones.
 function(layer_targets result)
   set(targets)
   foreach(path ${ARGN})
     string(REPLACE "/" "_" name ${path})
     if(NOT TARGET ${name})
-      message(FATAL_ERROR "No layer ${path} is declared at this point")
+      message(FATAL_ERROR "Layer ${path} is not declared yet")
     endif()
     list(APPEND targets ${name})
   endforeach()
   set(${result} ${targets} PARENT_SCOPE)
 endfunction()
 
-# Arguments that no keyword takes are misspelt keywords.
+# Arguments without a keyword are misspelt keywords.
 macro(no_further_arguments)
   if(ARG_UNPARSED_ARGUMENTS)
-    message(FATAL_ERROR "Not understood: ${ARG_UNPARSED_ARGUMENTS}")
+    message(FATAL_ERROR "Unknown arguments: ${ARG_UNPARSED_ARGUMENTS}")
   endif()
 endmacro()
 
-# layer(<path under src> [SOURCES <files>] [USES <layers>] [LIBRARIES <link items>]): without sources it is headers alone.
+# layer(<path under src> [SOURCES <files>] [USES <layers>] [LIBRARIES <link items>]): without sources it has only headers.
 function(layer path)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
   no_further_arguments()
   set(folder ${CMAKE_SOURCE_DIR}/src/${path})
   if(NOT IS_DIRECTORY ${folder})
-    message(FATAL_ERROR "There is no folder ${folder}")
+    message(FATAL_ERROR "Folder ${folder} does not exist")
   endif()
   string(REPLACE "/" "_" name ${path})
   set(root ${CMAKE_BINARY_DIR}/include/${name})
@@ -86,7 +86,7 @@ function(program name source)
   target_link_libraries(${name} PRIVATE ${used} ${ARG_LIBRARIES} qm5r_options)
 endfunction()
 
-# A header-only library of the build machine, offered alone: the rest of its include folder stays out of sight.
+# A header-only library of the build machine. The rest of its include folder stays hidden.
 function(header_only_library name header)
   find_path(${name}_DIR ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   get_filename_component(folder ${header} DIRECTORY)

@@ -1,10 +1,10 @@
-# What the programs carry in their resources. Pictures are drawn at build time, by scripts.
+# The resources of the programs. Scripts draw the pictures at build time.
 
 set(QM5R_RESOURCES ${CMAKE_SOURCE_DIR}/src/windows/resources)
 set(QM5R_GENERATED ${CMAKE_BINARY_DIR}/generated)
 file(MAKE_DIRECTORY ${QM5R_GENERATED})
 
-# A file that a script of scripts/ draws, with what the script is told beside its name.
+# A file drawn by a script in scripts/, with the script's arguments after the file's name.
 function(drawn_file file script)
   set(scripts ${CMAKE_SOURCE_DIR}/scripts/${script} ${CMAKE_SOURCE_DIR}/scripts/drawing.py)
   add_custom_command(OUTPUT ${QM5R_GENERATED}/${file}
@@ -19,7 +19,7 @@ drawn_file(window.ico make_icon.py)
 drawn_file(product.bmp make_product_picture.py)
 drawn_file(worldmap.gif make_world_map.py)
 
-# Adds one resource, as a script of its own, to a program: what comes before the file's name in such a script.
+# Adds one resource to a program, as a separate resource script. `resource` is the text before the file's name in it.
 function(embed_resource target resource file)
   string(MAKE_C_IDENTIFIER ${target}_${resource} name)
   file(GENERATE OUTPUT ${QM5R_GENERATED}/${name}.rc CONTENT "${resource} \"${file}\"\n")
@@ -36,7 +36,7 @@ function(common_manifest target)
   embed_resource(${target} "1 24" ${QM5R_RESOURCES}/common.manifest)
 endfunction()
 
-# Name and version as Windows shows them, from the project's one version number.
+# Name and version as Windows shows them, from the project's version number.
 function(file_version target description)
   get_target_property(file ${target} OUTPUT_NAME)
   if(NOT file)
@@ -54,8 +54,8 @@ function(file_version target description)
   target_sources(${target} PRIVATE ${QM5R_GENERATED}/${target}_version.rc)
 endfunction()
 
-# Of a program that shows the plug-in's windows: their icon, which is the program's own as well since it has no other
-# one, the clip of the progress window, also for higher resolutions, and the picture in the main window's heading.
+# For a program that shows the plug-in's windows: their icon, which is also the program's only icon, the clip of the
+# progress window, also for higher resolutions, and the picture in the main window's heading.
 function(window_pictures target)
   embed_drawn(${target} "WINDOW ICON" window.ico)
   embed_drawn(${target} "201 AVI" progress.avi)

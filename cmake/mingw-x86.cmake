@@ -1,4 +1,4 @@
-# Cross-compilation with mingw-w64; the -posix compilers carry std::thread and std::mutex.
+# Cross-compilation with mingw-w64; the -posix compilers have std::thread and std::mutex.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)

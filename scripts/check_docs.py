@@ -1,13 +1,12 @@
 #!/usr/bin/env python3
-"""Checks what the documents of this project name.
+"""Checks the names in the documents of this project.
 
     check_docs.py
 
-Files that links, pictures and code with a "/" in it name exist: they are looked up from the project's root, from the
-document's folder and from src/, there also without their ending. What a build makes (build/...) is not looked up.
-Headings that links point at exist, and every picture of docs/pictures is shown by a document. Blocks of code say what they
-are: sh, json or text. Commands, in blocks and within the text, name programs, subcommands, options, presets and targets
-that there are; tests/documents runs those that can be run.
+Files named by links, pictures and code with a "/" exist in the project's root, in the document's folder, or in src/, there
+also without their extension. Build results (build/...) are not checked. Headings in links exist, and a document shows every
+picture of docs/pictures. Blocks of code are marked sh, json or text. The programs, subcommands, options, presets and targets
+of commands, in blocks and in the text, exist; tests/documents runs the commands that can be run.
 """
 import json
 import pathlib
@@ -19,7 +18,7 @@ import usage
 from documents import ROOT
 
 NAME = re.compile(r"`([\w.-][\w./-]*/[\w./-]*)`|\]\(([^)#:]*)(?:#([^)]*))?\)")
-# Programs of the system, about which documents may say what they like.
+# Programs of the system, whose arguments are not checked.
 FOREIGN = {"apt-get", "cat", "msiexec", "osslsigncode", "set", "mv"}
 
 
@@ -50,7 +49,7 @@ def missing_names(document, line):
     for match in NAME.finditer(line):
         name = match.group(1) or match.group(2)
         if name and not exists(name, document.parent):
-            yield f"there is no {name}"
+            yield f"{name} does not exist"
         elif match.group(3) and match.group(3) not in anchors(document.parent / name if name else document):
             yield f"{name or document.name} has no heading {match.group(3)}"
 
@@ -67,7 +66,7 @@ def director_findings(words):
                 yield f"the director has no option {word}"
         elif place is None or (place == "fault" and word in ("add", "clear", "vanish", "restore", "list")):
             place = word
-            # In the text capitals stand for any one.
+            # In the text, capitals are placeholders.
             if not word.isupper() and not quoted(word, DIRECTOR):
                 yield f"the director has no command {word}"
 
@@ -76,7 +75,7 @@ def switch_findings(words):
     for word in words:
         name = word[1:].lower()
         if re.match(r"[/-]\w", word) and f'"{name}"' not in SWITCHES and f"/{name}\"" not in SWITCHES:
-            yield f"there is no switch {word}"
+            yield f"switch {word} does not exist"
 
 
 def cmake_findings(words):
@@ -88,23 +87,23 @@ def cmake_findings(words):
         if option == "--preset" and value not in known:
             yield f"{kind} has no {value}"
         if option == "--target" and not re.search(rf"\b{re.escape(value)}\b", BUILD):
-            yield f"there is no target {value}"
+            yield f"target {value} does not exist"
 
 
 def script_findings(script, words):
     path = ROOT / script
     if not path.exists() or not path.stat().st_mode & 0o100:
-        yield f"{script} cannot be run"
+        yield f"{script} is not executable"
         return
     source = path.read_text()
     for word in words[:words.index("--") if "--" in words else None]:
-        # Numbers, paths and names in capitals or brackets are the reader's.
+        # Numbers, paths, capitals and brackets are placeholders.
         if re.fullmatch(r"--?[a-z][\w-]*|[a-z]+", word) and word != "--help" and not re.search(rf"\b{word}\b", source):
-            yield f"{script} knows nothing of {word}"
+            yield f"{script} has no argument {word}"
 
 
 def command_findings(words):
-    """Of one command without what is before, between and behind others on its line."""
+    """Findings in one simple command."""
     program = words[0]
     if program.endswith("scripts/in-wine") and len(words) > 1 and words[1].endswith(".exe"):
         yield from command_findings(words[1:])
@@ -118,9 +117,9 @@ def command_findings(words):
         yield from script_findings(program, words[1:])
     elif program.startswith("build/"):
         if not re.search(rf"\b{program.split('/')[-1]}\b", BUILD):
-            yield f"no build makes {program}"
+            yield f"no build target makes {program}"
     elif program not in FOREIGN:
-        yield f"nobody knows what {program} is"
+        yield f"unknown program {program}"
 
 
 def looks_like_command(code):
@@ -137,15 +136,15 @@ def document_findings(document):
                 for finding in command_findings(documents.words_of(code)):
                     yield number, finding
             elif re.match(r"--[a-z]", code) and not quoted(code.split()[0], DIRECTOR) and code != "--help":
-                yield number, f"no program has an option {code}"
+                yield number, f"no program has the option {code}"
     for block in documents.blocks(document):
         if block.language not in ("sh", "json", "text"):
-            yield block.number, "a block of code that does not say whether it is sh, json or text"
+            yield block.number, "this block of code is not marked sh, json or text"
         if block.language == "json":
             try:
                 json.loads(block.text if block.text.startswith("{") else "{" + block.text + "}")
             except ValueError as error:
-                yield block.number, f"no JSON: {error}"
+                yield block.number, f"invalid JSON: {error}"
         if block.language == "sh":
             for number, command in block.commands():
                 for words in documents.simple_commands(command):

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Checks what of an installation package can be checked without Windows: check_package.py <package>...
+"""Checks installation packages as far as possible without Windows: check_package.py <package>...
 
-Where Windows Installer's own validation has the same check, its number stands beside it (ICE03 and so on). What that
-validation finds and is meant stands in docs/installing.md.
+If Windows Installer's own validation has the same check, its number is given (ICE03 and so on). docs/installing.md lists
+the intended findings of that validation.
 """
 import pathlib
 import re
@@ -26,14 +26,14 @@ STANDARD_ACTIONS = """FindRelatedProducts AppSearch LaunchConditions ValidatePro
     MigrateFeatureStates InstallValidate InstallInitialize RemoveExistingProducts ProcessComponents UnpublishFeatures
     RemoveShortcuts RemoveFiles InstallFiles CreateShortcuts RegisterUser RegisterProduct PublishFeatures PublishProduct
     InstallFinalize""".split()
-# Types of actions: what they run (1 a library, 18 an installed program, 51 sets a property) and how.
+# Types of actions: what they do (1 runs a library, 18 runs an installed program, 51 sets a property) and how.
 KIND, AT_ONCE, IGNORES_RESULT, ROLLBACK, COMMIT, IN_SCRIPT, AS_SYSTEM = 0x3F, 0, 0x40, 0x100, 0x200, 0x400, 0x800
 STEP = IN_SCRIPT | AS_SYSTEM
 TOLERANT_STEP, UNDOING, AT_THE_END = (STEP | IGNORES_RESULT | when for when in (0, ROLLBACK, COMMIT))
 CHANGE, REMOVAL, LAST_REMOVAL, FIRST_INSTALLATION = (
     'REMOVE <> "ALL"', 'REMOVE="ALL"', 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE', "NOT Installed AND NOT OLDERVERSION")
-# The own actions and their neighbours in this order, with their conditions: an upgrade deregisters nothing, and no step
-# keeps anybody from removing the rest.
+# The package's own actions and their neighbours in order, with their conditions: an upgrade deregisters nothing, and no
+# failing step stops a removal.
 OWN_SEQUENCE = [
     ("CostFinalize", "", None),
     ("SetWait", "", AT_ONCE),
@@ -69,7 +69,7 @@ class Package:
         self.tables = {name: self.rows(name) for name in self.ask("tables").decode().split()}
 
     def ask(self, what, *arguments):
-        with tempfile.TemporaryDirectory() as folder:  # where the exported tables leave their streams
+        with tempfile.TemporaryDirectory() as folder:  # for the streams of the exported tables
             command = ["msiinfo", what, self.path, *arguments]
             return subprocess.run(command, check=True, cwd=folder, capture_output=True).stdout
 
@@ -153,7 +153,7 @@ def check_names(package):
         if not SHORT_NAME.fullmatch(short) or re.search(r'[\\?|<>:/*"]', long):
             yield f"ICE03: {name} is no name"
     for folder, name in repeated((folder, part.lower()) for folder, name in names for part in set(name.split("|"))):
-        yield f"ICE30: {name} stands in {folder} twice"
+        yield f"ICE30: {name} is in {folder} twice"
 
 
 def check_sequences(package):
@@ -172,7 +172,7 @@ def check_sequences(package):
         if present != [action for action in wanted if action in order]:
             yield "ICE27: out of order: " + " ".join(present)
     if order.index("RemoveExistingProducts") != order.index("InstallInitialize") + 1:
-        yield "ICE63: RemoveExistingProducts does not follow upon InstallInitialize"
+        yield "ICE63: RemoveExistingProducts does not follow InstallInitialize"
 
 
 def check_actions(package):
@@ -184,7 +184,7 @@ def check_actions(package):
         if how is not None and types.get(action, KIND) & ~KIND != how:
             yield f"{action} would run at another time or with other rights: {types.get(action)}"
     for action in types.keys() - {action for action, _, _ in OWN_SEQUENCE}:
-        yield f"{action} is new here"
+        yield f"{action} is not in the expected sequence"
     for row in package.tables["CustomAction"]:
         if int(row["Type"]) & KIND == 1:
             if f"\0{row['Target']}\0".encode() not in package.ask("extract", "Binary." + row["Source"]):
@@ -197,10 +197,10 @@ def check_architecture(package):
     if platform not in MACHINES.values() or language != package.mapping("Property", "Value")["ProductLanguage"]:
         yield f"ICE39: the template is {summary['7']}"
     if int(summary["14"]) < 200 or summary["15"] != "2":
-        yield "ICE39: not a compressed package of long names for Windows Installer 2 or later"
+        yield "ICE39: not a compressed package with long names for Windows Installer 2 or later"
     for row in package.tables["Component"]:
         if bool(int(row["Attributes"]) & WIN64) != (platform == "x64"):
-            yield f"ICE80: {row['Component']} is of the other architecture"
+            yield f"ICE80: {row['Component']} has the wrong architecture"
     root = "ProgramFiles64Folder" if platform == "x64" else "ProgramFilesFolder"
     if root not in package.keys("Directory"):
         yield f"ICE80: nothing is installed in {root}"
@@ -208,7 +208,7 @@ def check_architecture(package):
         library = package.ask("extract", "Binary." + name)
         (header,) = struct.unpack_from("<I", library, 0x3C)
         if MACHINES.get(struct.unpack_from("<H", library, header + 4)[0]) != platform:
-            yield f"{name} is of the other architecture"
+            yield f"{name} has the wrong architecture"
 
 
 CHECKS = (check_codes, check_components, check_names, check_sequences, check_actions, check_architecture)
@@ -216,7 +216,7 @@ CHECKS = (check_codes, check_components, check_names, check_sequences, check_act
 
 def findings(path):
     package = Package(path)
-    # The other checks follow the references.
+    # The other checks rely on the references.
     return [*check_references(package)] or [finding for check in CHECKS for finding in check(package)]
 
 

@@ -1,4 +1,4 @@
-# Sourced by the scripts of this project: packages, Wine prefix, display.
+# Shared by the scripts of this project: packages, Wine prefix, display.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -6,8 +6,8 @@ say() { printf '\n== %s\n' "$*"; }
 die() { printf '%s\n' "$*" >&2; exit 1; }
 wrong_usage() { printf '%s: %s; try %s --help\n' "$0" "$*" "$0" >&2; exit 2; }
 
-# Answers --help with the comment at the head of the script; refuses any other option, and more arguments than the script
-# takes. Scripts call it before they do anything.   take_arguments <how many at most> "$@"
+# Answers --help with the comment at the top of the script; refuses other options and too many arguments. Scripts call it
+# first.   take_arguments <maximum number> "$@"
 take_arguments() {
   local most=$1 argument; shift
   for argument in "$@"; do
@@ -22,11 +22,11 @@ take_arguments() {
 as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"
   elif command -v sudo >/dev/null; then sudo "$@"
-  else die "Packages are missing and neither root nor sudo is at hand: $*"
+  else die "Missing packages need root or sudo to install: $*"
   fi
 }
 
-# Installs those of the named Debian packages that are missing.
+# Installs missing Debian packages.
 need_packages() {
   local missing=() package
   for package in "$@"; do
@@ -35,7 +35,7 @@ need_packages() {
   [ ${#missing[@]} = 0 ] && return
   say "Installing ${missing[*]}"
   as_root apt-get update -q
-  # The help compiler's package brings the sources of its language along, which take longer than Wine.
+  # The help compiler's package contains the sources of its language, which take longer to install than Wine.
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends \
     -o Dpkg::Options::='--path-exclude=/usr/share/fpcsrc/*' "${missing[@]}"
 }
@@ -49,8 +49,8 @@ installer_packages=(wixl msitools)
 check_packages=(g++ clang clang-tidy clang-format cppcheck cmake ninja-build python3 git nlohmann-json3-dev libcli11-dev libgtest-dev)
 test_packages=(clang libclang-rt-dev procps)
 
-# Configures a preset if that has not been done, and builds it, or only the named targets of it. With as_layers=ON each
-# layer is compiled as one source, which takes half the time; with as_layers=KEEP a tree that is there stays as it is.
+# Configures a preset if necessary, and builds it or only its named targets. as_layers=ON compiles each layer as one
+# source, which takes half the time; as_layers=KEEP keeps the setting of an existing build tree.
 build_preset() {
   local tree=$root/build/$1 layers=${as_layers:-OFF} configured
   mkdir -p "$root/build"
@@ -63,16 +63,16 @@ build_preset() {
   cmake --build "$tree" ${2:+--target "${@:2}"}
 }
 
-# Makes the project's own Wine prefix once: windows with captions on a desktop of their own, no crash dialogs, no
-# offers to download components.
+# Creates the project's Wine prefix once: windows with captions on a virtual desktop, no crash dialogs, no offers to
+# download components.
 make_prefix() {
   local prefix=$1; shift
   [ -e "$prefix/ready" ] && return
-  say "Making the Wine prefix $prefix"
+  say "Creating the Wine prefix $prefix"
   rm -rf "$prefix"
   mkdir -p "$prefix"
   "$@" wineboot -i >"$prefix.log" 2>&1 || { cat "$prefix.log"; exit 1; }
-  # Wine's own fonts, which Debian keeps where Wine does not look: the system's dialog font and the caption's signs.
+  # Wine does not find its own fonts in Debian's folder: the system's dialog font and the symbols of the caption.
   cp /usr/share/wine/fonts/{marlett,tahoma,tahomabd}.ttf "$prefix/drive_c/windows/Fonts/" 2>/dev/null || true
   "$@" wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d qm5r /f >/dev/null
   "$@" wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v qm5r /d 1280x1024 /f >/dev/null
@@ -80,14 +80,14 @@ make_prefix() {
   touch "$prefix/ready"
 }
 
-# Keeps Wine up from here on: a program that is started while Wine itself is still starting may not run at all.
+# Keeps Wine running: a program started while Wine itself is starting may not run at all.
 start_wine() {
-  "$@" wineserver -p >/dev/null 2>&1 || true  # it may be up already
+  "$@" wineserver -p >/dev/null 2>&1 || true  # it may already run
   "$@" wine cmd /c exit >/dev/null 2>&1
 }
 stop_wine() { "$@" wineserver -k >/dev/null 2>&1 || true; }
 
-# Gives the script a display: the user's, or one in memory that ends with the script.
+# Provides a display for the script: the user's, or one in memory that ends with the script.
 need_display() {
   [ -n "${DISPLAY:-}" ] && return
   mkdir -p "$root/build"
@@ -95,7 +95,7 @@ need_display() {
 }
 end_display() { [ -z "${xvfb_pid:-}" ] || kill "$xvfb_pid" 2>/dev/null || true; }
 
-# Gives a command in Wine a display: the user's, or one in memory that the commands after it share, and that ends with the
+# Provides a display for a command in Wine: the user's, or one in memory that later commands share and that ends with the
 # last window.   share_display <Wine prefix>
 share_display() {
   [ -z "${DISPLAY:-}" ] && [ -d "$1" ] && command -v Xvfb >/dev/null || return 0
@@ -111,24 +111,24 @@ share_display() {
   exec {lock}>&-
 }
 
-# start_display <file that tells its number> <Xvfb and further options>
+# start_display <file for its number> <Xvfb with options>
 start_display() {
   local number_file=$1; shift
-  rm -f "$number_file"  # of an earlier display
+  rm -f "$number_file"  # left by an earlier display
   "$@" -displayfd 9 -screen 0 1280x1024x24 -nolisten tcp 9>"$number_file" </dev/null >/dev/null 2>&1 &
   xvfb_pid=$!
   for _ in $(seq 100); do
     [ -s "$number_file" ] && break
     sleep 0.1
   done
-  [ -s "$number_file" ] || die "Xvfb does not start"
-  # As a desktop session does, give the display resources. Where there are none, Xlib looks for their files each time Wine selects a font.
+  [ -s "$number_file" ] || die "Xvfb did not start"
+  # Set display resources, as a desktop session does. Without any, Xlib looks for their files at each font selection.
   echo 'qm5r.display: in memory' >"$number_file.resources"
   use_display "$number_file"
 }
 use_display() { export DISPLAY=:$(cat "$1") XENVIRONMENT=$1.resources; }
 
-# Waits until so many pictures of the screen in a row are the same as the one before: settle [how many]
+# Waits until the screen stays the same for several pictures in a row: settle [how many]
 settle() {
   local before= now still=0 enough=${1:-3}
   for _ in $(seq 200); do
@@ -138,5 +138,5 @@ settle() {
     before=$now
     sleep 0.1
   done
-  die "The screen does not come to rest"
+  die "The screen keeps changing"
 }

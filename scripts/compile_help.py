@@ -3,9 +3,9 @@
 
     compile_help.py <folder of the project> <help file>
 
-The compiler takes the topics of context numbers down with their full paths, and the viewer finds them only where these
-begin at the help file's own root. So the compiler runs with the project's folder as its root directory, as root or in
-a user namespace of its own.
+The compiler stores the topics of context numbers with their full paths, and the viewer finds them only if these paths start
+at the help file's root. So the compiler runs with the project's folder as its root directory, as root or in its own user
+namespace.
 """
 import hashlib
 import os
@@ -18,7 +18,7 @@ import tempfile
 
 
 def compiler_files():
-    """The compiler, and the libraries that it loads at its start and later."""
+    """The compiler and the libraries that it loads, at its start and later."""
     compiler = shutil.which("chmcmd")
     if not compiler:
         sys.exit("chmcmd is missing (Debian package fp-utils)")
@@ -29,7 +29,7 @@ def compiler_files():
 
 
 def with_fixed_times(content, stamp):
-    """In the place of the time of compilation, which stands in the header and in the system's own file."""
+    """Replaces the compilation time in the header and in the system file."""
     content = content[:0x10] + stamp + content[0x14:]
     return re.sub(rb"(?s)(\x0a\x00\x04\x00).{4}(?=\x09\x00..HHA Version)", lambda found: found[1] + stamp, content, count=1)
 
@@ -51,7 +51,7 @@ def compile_help(project, result):
         done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
         compiled = root / result.name
         if done.returncode != 0 or not compiled.exists():
-            sys.exit(f"{done.stdout}\nThe help file was not compiled, exit status {done.returncode}")
+            sys.exit(f"{done.stdout}\nCompiling the help file failed with exit status {done.returncode}")
         sources = b"".join(path.name.encode() + path.read_bytes() for path in sorted(project.iterdir()))
         result.write_bytes(with_fixed_times(compiled.read_bytes(), hashlib.sha256(sources).digest()[:4]))
 

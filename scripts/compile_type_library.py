@@ -12,7 +12,7 @@ UNTIMED = b"Thu Jan  1 00:00:00 1970"
 
 
 def without_time(library):
-    """widl notes the time of the compilation, as a text and as seconds."""
+    """Removes the compilation time, which widl stores as text and as seconds."""
     noted = re.compile(rb"(Created by WIDL version [0-9.]+ at ).{24}(\nW*\x13\x00).{4}", re.DOTALL)
     return noted.sub(lambda found: found[1] + UNTIMED + found[2] + bytes(4), library, count=1)
 

@@ -15,7 +15,7 @@ def documents():
 
 @dataclasses.dataclass
 class Block:
-    number: int  # of the line that opens it
+    number: int  # of its first line
     language: str
     lines: list
 
@@ -24,7 +24,7 @@ class Block:
         return "\n".join(self.lines)
 
     def commands(self):
-        """Number and text of each command; one with a text of its own behind it (<<'END') has that with it."""
+        """Number and text of each command, including its here-document (<<'END')."""
         lines = iter(enumerate(self.lines, self.number + 1))
         for number, line in lines:
             end = re.search(r"<<'(\w+)'", line)
@@ -49,12 +49,12 @@ def blocks(document):
 
 
 def words_of(code):
-    """Of a command, a name or an option in a document: what stands for the reader's own (<file>) is one word."""
+    """The words of a command, name or option in a document; a placeholder (<file>) is one word."""
     return shlex.split(re.sub(r"<[^>]*>", "ANY", code.replace("\\|", " ")), comments=True)
 
 
 def simple_commands(command):
-    """What "&&" joins, without settings of variables before it."""
+    """The parts that "&&" joins, without variable settings before them."""
     words = shlex.split(command.splitlines()[0].replace("<<", " << "), comments=True)
     simple = []
     for word in [*words, "&&"]:

@@ -1,4 +1,4 @@
-"""What the drawing scripts share: shapes with smooth edges, pictures of them, and the formats of picture files."""
+"""Shared by the drawing scripts: shapes with smooth edges, pictures of them, and picture file formats."""
 import math
 import struct
 import zlib
@@ -12,7 +12,7 @@ ORANGE = (222, 120, 34)
 
 
 class Shape:
-    """`distance` tells how far a point is outside the edge, negative inside; `box` holds all of the shape."""
+    """`distance` is how far a point is outside the edge, negative inside; `box` contains the whole shape."""
 
     def __init__(self, distance, box):
         self.distance = distance
@@ -22,7 +22,7 @@ class Shape:
         return Shape(lambda x, y: factor * self.distance(x / factor, y / factor), tuple(factor * edge for edge in self.box))
 
     def coverage(self, width, height):
-        """The pixels that the shape touches in a picture of this size: x, y and the part that it covers."""
+        """The pixels that the shape touches in a picture of this size: x, y and the covered part."""
         left, top, right, bottom = self.box
         for y in range(max(0, math.floor(top - 1)), min(height, math.ceil(bottom + 1))):
             for x in range(max(0, math.floor(left - 1)), min(width, math.ceil(right + 1))):
@@ -64,7 +64,7 @@ def stroke(start, end, width):
 
 
 def on_circle(center, radius, degrees):
-    """A point of a dial; 0 is the top, and degrees go clockwise."""
+    """A point on a dial; 0 is the top, and degrees go clockwise."""
     angle = math.radians(degrees - 90)
     return center[0] + radius * math.cos(angle), center[1] + radius * math.sin(angle)
 
@@ -86,7 +86,7 @@ def arc(center, radius, start, end, width):
 
 
 class Picture:
-    """Red, green, blue and opacity of each pixel, top row first; nothing is drawn yet."""
+    """Red, green, blue and opacity of each pixel, top row first; initially empty."""
 
     def __init__(self, width, height):
         self.width, self.height = width, height
@@ -132,13 +132,13 @@ def bmp(picture):
 
 
 def ico(pictures):
-    """Square pictures as one icon; large ones are compressed, which older readers of icons only know of those."""
+    """Square pictures as one icon; only large ones are compressed, because older readers expect this only of them."""
     entries, images = b"", b""
     for picture in pictures:
         if picture.width >= 256:
             image = png(picture)
         else:
-            mask_row = (picture.width + 31) // 32 * 4  # all zero: the opacity decides
+            mask_row = (picture.width + 31) // 32 * 4  # all zero: opacity is used instead
             image = bitmap_header(picture, 2 * picture.height) + bitmap_pixels(picture) + bytes(mask_row * picture.height)
         place = 6 + 16 * len(pictures) + len(images)
         entries += struct.pack("<BBBBHHII", picture.width % 256, picture.height % 256, 0, 0, 1, 32, len(image), place)
@@ -182,7 +182,7 @@ def lzw(pixels, depth):
         codes[longer] = end + 1 + len(codes)
         if codes[longer] == 1 << size:
             size += 1
-        if codes[longer] == 4095:  # the last one there is room for
+        if codes[longer] == 4095:  # the table is full
             write(clear, 12)
             codes, size = {}, depth + 1
         run = (pixel,)

@@ -11,7 +11,7 @@ SIZES = [16, 20, 24, 32, 40, 48, 64, 256]
 
 
 def controller(size):
-    """Small pictures have fewer and stronger lines, with their edges on whole pixels."""
+    """Small pictures have fewer and thicker lines, with edges on whole pixels."""
     picture = drawing.Picture(size, size)
     small = size < 32
     border = max(1, round(size / 20))

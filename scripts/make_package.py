@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""Makes the installation package of one build tree and prints its path.
+"""Builds the installation package of one build tree and prints its path.
 
     make_package.py <folder of the programs> <folder of the packages>
 
-Version and architecture are those of the program. The codes of the package follow from them, so that the same version
-is the same product wherever it is built. The same programs of the same commit give the same package, byte by byte.
+Version and architecture are those of the program. They determine the package's codes, so the same version is the same
+product wherever it is built. The same programs of the same commit produce the same package, byte for byte.
 
-With a command in the environment variable QM5R_SIGN, each program file is signed before it is packed, and the package at
-the end: the command is run with the file's path as its last argument, and signs the file where it is.
+If the environment variable QM5R_SIGN contains a command, it signs each program file before packing, and the package at the
+end. The command gets the file's path as its last argument and signs the file in place.
 """
 import hashlib
 import os
@@ -32,13 +32,13 @@ PROGRAM = "QM5RFcPirConfigure.exe"
 ACTIONS = "QM5RInstallerActions.dll"
 HELP = "QM5R-FCConfigure.chm"
 DOCUMENTS = ["readme.txt", "notices.txt"]
-# Never to be changed: installed packages are found by it.
+# Never change it: Windows Installer finds installed packages by it.
 UPGRADE_CODE = uuid.UUID("61FC5648-8CDA-4714-9E5B-BB34EA942ADE")
 ARCHITECTURES = {
     0x014C: {"name": "x86", "template": "Intel;1033", "folder": "ProgramFilesFolder", "win64": "no", "tools": "i686"},
     0x8664: {"name": "x64", "template": "x64;1033", "folder": "ProgramFiles64Folder", "win64": "yes", "tools": "x86_64"},
 }
-# Installed programs and the library of actions, as the system, whatever comes of it: in the rollback or at the end.
+# Run installed programs and the library of actions as the system, ignoring results: in the rollback or at the end.
 PROGRAM_TYPE, LIBRARY_TYPE, ROLLBACK, COMMIT = 18, 1, 0x40 | 0x100 | 0x400 | 0x800, 0x40 | 0x200 | 0x400 | 0x800
 ACTION_TYPES = {
     "WaitAfterUndoing": LIBRARY_TYPE | ROLLBACK,
@@ -66,15 +66,15 @@ def code(*names):
 
 
 def corrections(file_version, version):
-    """What wixl leaves out, as statements on the finished tables."""
-    # The whole program is installed, and nothing of it later (0x18).
+    """Statements that correct the finished tables where wixl falls short."""
+    # The whole program is installed at once, and nothing on demand (0x18).
     yield "UPDATE `Feature` SET `Attributes` = 24"
     for action, kind in ACTION_TYPES.items():
         yield f"UPDATE `CustomAction` SET `Type` = {kind} WHERE `Action` = '{action}'"
-    # The version of the program: without it Windows Installer takes an installed program for newer than this one.
+    # Without the program's version Windows Installer treats an installed program as newer than this one.
     yield f"UPDATE `File` SET `Version` = '{file_version}', `Language` = '1033' WHERE `File` = 'Program'"
     yield "DELETE FROM `MsiFileHash` WHERE `File_` = 'Program'"
-    # Both limits belong to the range of what gives way (0x300).
+    # The range of replaced versions includes both limits (0x300).
     yield "DELETE FROM `Upgrade` WHERE `ActionProperty` = 'OLDERVERSION'"
     yield ("INSERT INTO `Upgrade` (`UpgradeCode`, `VersionMin`, `VersionMax`, `Attributes`, `ActionProperty`) VALUES "
            f"('{{{str(UPGRADE_CODE).upper()}}}', '0.0.0', '{version}', 768, 'OLDERVERSION')")
@@ -83,7 +83,7 @@ def corrections(file_version, version):
 
 
 def time_of_sources():
-    """When the commit was made that is built, so that a build from it has no time of its own."""
+    """The time of the commit, so that the package does not depend on the time of the build."""
     try:
         asked = subprocess.run(["git", "log", "-1", "--format=%ct"], cwd=PACKAGING, capture_output=True, text=True)
         committed = asked.stdout.strip()
@@ -93,7 +93,7 @@ def time_of_sources():
 
 
 def run(*command, **options):
-    # strip puts the present time into the file if it is given none.
+    # By default strip stores the current time in the file.
     environment = {**os.environ, "TZ": "UTC", "SOURCE_DATE_EPOCH": "0"}
     return subprocess.run(command, check=True, env=environment, **options)
 
@@ -148,7 +148,7 @@ def make_package(programs, packages):
     version = "{0}.{1}.{3}".format(*file_version)
     name = architecture["name"]
     result = packages / f"QM5R-FC-PIR-Configure-{version}-{name}.msi"
-    result.unlink(missing_ok=True)  # an earlier one is not to be taken for what could not be made
+    result.unlink(missing_ok=True)  # if this build fails, no earlier package must remain
     with tempfile.TemporaryDirectory() as folder:
         stage = pathlib.Path(folder)
         stage_files(programs, stage, architecture["tools"], version)

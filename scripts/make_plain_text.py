@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Makes the plain text of a page, as a string of C++.
+"""Converts a page to plain text, as a C++ string.
 
 Usage: make_plain_text.py PAGE.htm OUTPUT.inc
 
-Paragraphs are apart by an empty line, but for the first one below a heading of the second level.
+An empty line separates paragraphs, except a second-level heading and the first paragraph below it.
 """
 import html.parser
 import sys
@@ -33,7 +33,7 @@ class Page(html.parser.HTMLParser):
             kind, text = self.blocks[-1]
             self.blocks[-1] = kind, text + data
         elif data.strip() and self.open is None:
-            sys.exit(f"The plain text would lack: {data.strip()}")
+            sys.exit(f"The plain text would omit: {data.strip()}")
 
 
 def plain_text(source):

@@ -3,8 +3,8 @@
 
 Usage: make_product_picture.py OUTPUT.bmp
 
-It is drawn at three times its size at 96 dots per inch, to be reduced for the screen. Edges are on even units, so that
-they stay on whole pixels at 96, 144 and 192 dots per inch.
+The picture has three times its size at 96 dots per inch and is reduced for the screen. Edges are on even units, so they
+stay on whole pixels at 96, 144 and 192 dots per inch.
 """
 import sys
 
@@ -23,7 +23,7 @@ LIT = {"1": (2, 5), "2": (0, 2, 3, 4, 6), "5": (0, 1, 3, 5, 6)}
 
 
 class Drawing:
-    """Draws in units of a pixel at 96 dots per inch."""
+    """Draws in pixels at 96 dots per inch."""
 
     def __init__(self):
         self.picture = drawing.Picture(WIDTH * SCALE, HEIGHT * SCALE)

@@ -3,9 +3,8 @@
 
 Usage: make_progress_clip.py OUTPUT.avi [DOTS PER INCH]
 
-The file is an AVI with one stream of 8-bit frames, run-length coded (RLE8), which is what the system's animation
-control plays. Palette entry 0 is the background; the control makes it transparent. Each frame but the first holds only
-what has changed.
+The file is an AVI with one stream of 8-bit frames, run-length coded (RLE8), as the system's animation control requires.
+Palette entry 0 is the background, which the control makes transparent. Each frame except the first holds only the changes.
 """
 import struct
 import sys
@@ -16,18 +15,18 @@ from drawing import BLUE, CASE, LINE, ORANGE, SLATE, disc, rounded, stroke
 DPI = int(sys.argv[2]) if len(sys.argv) > 2 else 96
 WIDTH, HEIGHT = 320 * DPI // 96, 72 * DPI // 96  # all other lengths are for 96 dots per inch
 FRAMES = 36
-MICROSECONDS = 80000  # a frame
+MICROSECONDS = 80000  # per frame
 
 BACKGROUND = (240, 240, 240)
 INKS = [LINE, SLATE, CASE, BLUE, ORANGE]
 STEPS = 16  # shades from background to ink
 
-# Where the nodes stand, and the thermostat at the right end.
+# Positions of the nodes, and of the thermostat at the right end.
 NODES = [(34, 36), (104, 18), (104, 54), (178, 36)]
 THERMOSTAT = (272, 36)
 LINKS = [(NODES[0], NODES[1]), (NODES[0], NODES[2]), (NODES[1], NODES[3]), (NODES[2], NODES[3]),
          (NODES[3], (THERMOSTAT[0] - 26, THERMOSTAT[1]))]
-# A packet's way, as links, its ink and the part of the cycle at which it starts.
+# A packet's path as links, its ink, and the part of the cycle at which it starts.
 WAYS = [([0, 2, 4], BLUE, 0.0), ([1, 3, 4], BLUE, 0.5)]
 
 
@@ -53,14 +52,14 @@ class Frame:
         self.rows = [bytearray(WIDTH) for _ in range(HEIGHT)]
 
     def fill(self, shape, ink):
-        """At edges over other inks the stronger one wins."""
+        """At edges over other inks, the stronger one wins."""
         for x, y, part in shape.scaled(DPI / 96).coverage(WIDTH, HEIGHT):
             if part >= 0.5 or self.rows[y][x] == 0:
                 self.rows[y][x] = shade(ink, part)
 
 
 def position(way, progress):
-    """A point on the way, and how near its end it is; progress runs from 0 to 1."""
+    """A point on the path; progress runs from 0 to 1."""
     along = min(progress, 0.9999) * len(way)
     (ax, ay), (bx, by) = LINKS[way[int(along)]]
     part = along - int(along)
@@ -80,7 +79,7 @@ def thermostat(frame, glow):
 
 
 def still(glow):
-    """What does not move; the thermostat glows when a packet has arrived."""
+    """The still part of a frame; the thermostat glows when a packet has arrived."""
     frame = Frame()
     for start, end in LINKS:
         frame.fill(stroke(start, end, 2), LINE)
@@ -108,7 +107,7 @@ def draw(index, stills):
 
 
 def run_length(rows, shown=None):
-    """RLE8, bottom row first: runs of one entry, each row ended, the picture ended. What is shown already is passed over."""
+    """RLE8, bottom row first: runs of one entry, with ends of rows and picture. Skips pixels already shown."""
     data = bytearray()
     for y in reversed(range(HEIGHT)):
         row, same = rows[y], shown[y] if shown else [None] * WIDTH

@@ -15,7 +15,7 @@ COLUMNS, ROWS = 360 // STEP, 46
 BACKGROUND = (255, 255, 255)
 SHADES = 16
 
-# Coasts, roughly, as degrees east and north.
+# Approximate coasts, in degrees east and north.
 LANDS = [
     [(-168, 66), (-156, 71), (-128, 70), (-110, 73), (-95, 72), (-82, 68), (-80, 62), (-92, 58), (-82, 53), (-78, 58),
      (-70, 60), (-64, 58), (-56, 52), (-66, 45), (-70, 42), (-76, 36), (-81, 31), (-80, 25), (-84, 30), (-94, 29),
@@ -49,7 +49,7 @@ LANDS = [
 
 
 def on_land(east, north, coast):
-    """Whether a ray to the east crosses the coast an odd number of times."""
+    """True if a ray to the east crosses the coast an odd number of times."""
     inside = False
     for (ax, ay), (bx, by) in zip(coast, coast[1:] + coast[:1]):
         if (ay > north) != (by > north) and east < ax + (north - ay) * (bx - ax) / (by - ay):

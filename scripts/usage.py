@@ -1,10 +1,10 @@
-"""The command lines of the scripts that people call."""
+"""The command lines of the scripts that users run."""
 import pathlib
 import sys
 
 
 def arguments(description, least, most):
-    """Those of the script. Answers --help with its description; refuses options, and too few or too many arguments."""
+    """The script's arguments. Answers --help with the description; refuses options and too few or too many arguments."""
     words = sys.argv[1:]
     if "--help" in words or "-h" in words:
         print(description.strip())
