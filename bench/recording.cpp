@@ -1,6 +1,6 @@
 #include "recording.h"
 
-#include "platform/attempt.h"
+#include "platform/failures.h"
 
 namespace bench {
 
@@ -51,7 +51,7 @@ void Recording::Player::Play(std::size_t first, std::size_t last) {
     for (std::size_t position = 0; position < arguments.size(); ++position)
       if (call.object_arguments[position] != kNone)
         arguments[position] = objects_[call.object_arguments[position]];
-    platform::Attempt([&] {
+    platform::IgnoreFailure([&] {
       const Value answer = object->second->Invoke({call.name, call.number}, call.kind, arguments);
       if (const auto* given = std::get_if<LateBoundPtr>(&answer); given && call.answer != kNone)
         objects_[call.answer] = *given;

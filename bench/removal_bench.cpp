@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "headless/plug_in.h"
-#include "registration/network_visits.h"
+#include "registration/command_removal.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "automation/convert.h"
 #include "director/networks.h"
 #include "lns/members.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "session/session.h"
 
 namespace director {
@@ -56,9 +56,8 @@ void SendToSystem(platform::LateBound& plug_in, std::int32_t command, const std:
 }
 
 bool IsShown(platform::LateBound& plug_in) {
-  bool shown = false;
-  platform::Attempt([&] { shown = automation::ToBoolean(plug_in.Invoke({"Visible"}, CallKind::Get, {})); });
-  return shown;
+  return platform::ValueOr(
+      false, [&] { return automation::ToBoolean(plug_in.Invoke({"Visible"}, CallKind::Get, {})); });
 }
 
 }  // namespace director

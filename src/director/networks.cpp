@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "lns/dialect.h"
-#include "platform/attempt.h"
 #include "platform/error.h"
+#include "platform/failures.h"
 #include "plugin/object_path.h"
 #include "session/session.h"
 #include "text/strings.h"
@@ -85,14 +85,14 @@ OpenedNetwork::OpenedNetwork(const lns::ObjectServer& server, const std::string&
 OpenedNetwork::~OpenedNetwork() { Close(); }
 
 void OpenedNetwork::Close() {
-  using platform::Attempt;
-  Attempt([this] {
+  using platform::IgnoreFailure;
+  IgnoreFailure([this] {
     if (system_ && system_.IsOpen()) system_.Close();
   });
-  Attempt([this] {
+  IgnoreFailure([this] {
     if (network_ && network_.IsOpen()) network_.Close();
   });
-  Attempt([this] {
+  IgnoreFailure([this] {
     if (server_.IsOpen()) server_.Close();
   });
 }

@@ -1,7 +1,7 @@
 // The passes of a device that bring edits to it, or throw them away.
 
 #include "editing/open_device.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "startup/identity.h"
 #include "text/numbers.h"
 
@@ -108,9 +108,7 @@ void OpenDevice::Cancel() {
   for (const CNvCtrlTable& binding : bindings_) {
     if (!HoldsEdit(binding)) continue;
     // A field of a point that was never read has no value to go back to but none.
-    std::string value;
-    platform::Attempt([&] { value = binding.Value(); });
-    binding.TheControl->SetText(value);
+    binding.TheControl->SetText(platform::ValueOr(std::string(), [&] { return binding.Value(); }));
     context_.pending.Unmark(*binding.TheControl);
   }
   context_.pending.Lower();

@@ -1,7 +1,7 @@
 #include "editing/open_device.h"
 
 #include "lns/members.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -166,7 +166,7 @@ void OpenDevice::Load() {
 void OpenDevice::FindState() {
   DeviceState found{kUnknown};
   std::optional<std::int32_t> attachment;  // object servers of older releases do not know it
-  lns::PassOver([&] { attachment = Outside([this] { return device_.AttachmentStatus(); }); });
+  lns::SkipIfUnknown([&] { attachment = Outside([this] { return device_.AttachmentStatus(); }); });
   if (attachment == kOffnet) {
     found.text = "Offnet";
   } else if (!Outside([this] { return device_.HasBeenCommissioned(); })) {
@@ -174,7 +174,7 @@ void OpenDevice::FindState() {
   } else {
     const auto ask = [this](const char* status, auto question) {
       Outside([&] { context_.progress.DisplayStatus(status); });
-      Outside([&] { platform::Attempt(question); });
+      Outside([&] { platform::IgnoreFailure(question); });
     };
     bool good = false;
     ask("Testing the device...", [&] { good = device_.Test() == lns::members::kTestGood; });

@@ -1,27 +1,25 @@
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "help_file/files.h"
 #include "model/screen_layout.h"
 
-/// The sources of the help file. A source is HTML without head and body; a line that begins with "@" is a
-/// directive:
-///
-///   @title <text>        what the topic is called; that of a page is the page's caption
-///   @page <number>       the topic of this page of the screen
-///   @context <name>      the topic of this window or button; the compiler takes one context a topic
-///   @index <keyword>     a further entry of the index
-///   @fields              here stands a table of the fields described below
-///   @field <control>     from here on about this field, which gets a topic of its own
-///   @item <item> <text>  what an item of the field's list means
-///
-/// {{link txtNvi(3) <words>}} in a text is a link to the field's topic, {{range txtNvi(3)}} the field's
-/// range.
 namespace help_file {
+
+/// A text file: its name without folder, and what stands in it.
+struct File {
+  std::string name;
+  std::string content;
+};
+
+/// The files of a folder in the order of their names. Throws where one cannot be read.
+std::vector<File> ReadFolder(const std::filesystem::path& folder);
+/// Throws where a file cannot be written.
+void WriteFolder(const std::filesystem::path& folder, const std::vector<File>& files);
 
 /// A mistake in the sources; the text names the source and the line.
 struct SourceError : std::runtime_error {
@@ -35,6 +33,19 @@ struct FieldSource {
   std::string text;
 };
 
+/// One source of the help file: HTML without head and body. A line that begins with "@" is a
+/// directive:
+///
+///   @title <text>        what the topic is called; that of a page is the page's caption
+///   @page <number>       the topic of this page of the screen
+///   @context <name>      the topic of this window or button; the compiler takes one context a topic
+///   @index <keyword>     a further entry of the index
+///   @fields              here stands a table of the fields described below
+///   @field <control>     from here on about this field, which gets a topic of its own
+///   @item <item> <text>  what an item of the field's list means
+///
+/// {{link txtNvi(3) <words>}} in a text is a link to the field's topic, {{range txtNvi(3)}} the field's
+/// range.
 struct TopicSource {
   std::string file;
   std::string title;

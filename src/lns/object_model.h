@@ -263,7 +263,7 @@ bool IsUnknownMember(const platform::Error& error);
 /// Makes a call to a member that an object server may not know: of another release, or chosen from several
 /// that fit. Every other failure stays one.
 template <class Call>
-void PassOver(Call&& call) {
+void SkipIfUnknown(Call&& call) {
   try {
     call();
   } catch (const platform::Error& error) {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <exception>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "platform/files.h"
@@ -61,5 +64,23 @@ class fLog : public ui::Form {
   const platform::Program& program_;
   platform::Files& files_;
 };
+
+/// Runs a step without which a procedure goes on. False if it failed; the log says what failed and, if it has
+/// a subject, for which. A subject that takes time to name is a function, which is called only then.
+template <class Subject, class Step>
+bool LogAndGoOn(fLog& log, const std::string& action, const Subject& subject, Step&& step) {
+  try {
+    std::forward<Step>(step)();
+    return true;
+  } catch (const std::exception& failure) {
+    std::string name;
+    if constexpr (std::is_invocable_v<Subject>)
+      name = subject();
+    else
+      name = subject;
+    log.LogError(ErrorMessage(action, name.empty() ? failure.what() : name + ": " + failure.what()));
+    return false;
+  }
+}
 
 }  // namespace activity

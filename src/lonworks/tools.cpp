@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/attempt.h"
+#include "platform/failures.h"
 
 namespace lonworks {
 namespace {
@@ -16,12 +16,11 @@ constexpr int kMostIdleRounds = 1000;  // of a tool that should have a window an
 Tools::Outcome Tools::Run(const Tool& tool, const std::string& arguments) {
   const std::string lonworks = registry::LonWorksFolder(registry_);
   if (lonworks.empty()) return Outcome::NotStarted;
-  std::unique_ptr<platform::StartedProgram> started;
-  const bool starts = platform::Attempt([&] {
-    started =
-        shell_.Start(lonworks + "\\bin\\" + tool.name, arguments, platform::Shell::Show::MinimizedWithFocus);
+  const auto started = platform::ValueOr(std::unique_ptr<platform::StartedProgram>(), [&] {
+    return shell_.Start(lonworks + "\\bin\\" + tool.name, arguments,
+                        platform::Shell::Show::MinimizedWithFocus);
   });
-  if (!starts) return Outcome::NotStarted;
+  if (!started) return Outcome::NotStarted;
   const Outcome outcome = Await(tool, *started);
   if (tool.finished_title) shell_.CloseWindow(tool.finished_title);
   return outcome;

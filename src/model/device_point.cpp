@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "lns/members.h"
-#include "platform/attempt.h"
 #include "platform/error.h"
+#include "platform/failures.h"
 #include "text/strings.h"
 
 namespace model {
@@ -85,8 +85,9 @@ void CNvCpTable::GetNetworkValue(int display_units, const std::function<bool()>&
     NvAsArray = SplitValue(Dialect->Value(MyNetworkVariable, Separator));
   } catch (const Error& error) {
     // Where even this fails the object may have another format than the fields: they count as not read.
-    if (!format_read_.empty() && format_read_ != format && still_ours() &&
-        !platform::Attempt([this] { Dialect->SetFormat(MyNetworkVariable, format_read_); }))
+    if (!format_read_.empty() && format_read_ != format && still_ours() && !platform::ValueOr(false, [this] {
+          return Dialect->SetFormat(MyNetworkVariable, format_read_), true;
+        }))
       format_read_.clear();
     const std::int16_t code = CodeOf(error);
     throw Error(

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/attempt.h"
 #include "platform/error.h"
+#include "platform/failures.h"
 
 namespace model {
 namespace {
@@ -47,11 +47,11 @@ constexpr PointRow kPoints[] = {
 
 /// None of them has the name; false as well where they cannot be asked.
 bool Lacks(const lns::Collection<lns::NetworkVariable>& variables, std::string_view name) {
-  bool found = false;
-  const bool asked = platform::Attempt([&] {
-    for (const lns::NetworkVariable variable : variables.Items()) found = found || variable.Name() == name;
+  return platform::ValueOr(false, [&] {
+    for (const lns::NetworkVariable variable : variables.Items())
+      if (variable.Name() == name) return false;
+    return true;
   });
-  return asked && !found;
 }
 
 /// Says beside the platform's words what a user can do about it: most likely this is another device.

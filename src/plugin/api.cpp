@@ -5,6 +5,7 @@
 #include "platform/raised.h"
 #include "plugin/object_path.h"
 #include "registration/command_registration.h"
+#include "registration/command_removal.h"
 #include "session/session.h"
 #include "text/numbers.h"
 

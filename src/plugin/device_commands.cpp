@@ -4,7 +4,7 @@
 #include <span>
 
 #include "model/configuration_screen.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "plugin/main_form.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -13,7 +13,6 @@ namespace plugin {
 namespace {
 
 using editing::OpenDevice;
-using platform::Attempt;
 
 constexpr const char* kPreparing = "Preparing the device";
 // "formating" is spelled so deliberately.

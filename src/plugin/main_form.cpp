@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "model/configuration_screen.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "plugin/contact_page.h"
 #include "session/session.h"
 #include "startup/help_topics.h"
@@ -12,7 +12,7 @@
 namespace plugin {
 namespace {
 
-using platform::Attempt;
+using platform::IgnoreFailure;
 
 // A start-up stage marks a window that must not be used with this tag.
 constexpr const char* kRefuseToStart = "Refuse to start";
@@ -119,7 +119,7 @@ void fMain::OnLoad() {
   screen.WebBrowser1.SetText(ContactPageText());
   screen.WebBrowser1.url = ContactPageAddress(services_.program);
   resource_files_ = lonworks::ResourceFiles(services_.registry, services_.program);
-  Attempt([this] { lcaOS(); });
+  IgnoreFailure([this] { lcaOS(); });
 }
 
 lns::ObjectServer fMain::lcaOS() {
@@ -135,7 +135,7 @@ void fMain::TakeObjectServer(const lns::ObjectServer& made) {
   object_server_ = made;
   services_.session.Dialect = std::make_shared<lns::Dialect>(resource_files_.UserTypeOwner());
   // Without events everything works, only less lively.
-  Attempt([this] {
+  activity::LogAndGoOn(services_.log, "Error subscribing to events", "Object Server", [this] {
     subscription_ = object_server_.Advise(
         [this](std::int32_t event, platform::Arguments arguments) { events_.Handle(event, arguments); });
   });
@@ -178,7 +178,7 @@ void fMain::ConfirmExit() {
         desktop().ShowMessage({"Are you sure that you want to exit?", services_.identity.PlugInName,
                                ui::Icon::Question, ui::Buttons::YesNo, /*second_is_default=*/true});
     if (answer != ui::Answer::Yes) return;
-    Attempt([this] { SetDisplayUnits(); });
+    IgnoreFailure([this] { SetDisplayUnits(); });
   }
   EndSoon();
 }
@@ -213,7 +213,7 @@ void fMain::EndPlugIn() {
     return;
   }
   ending_ = Ending::ForGood;
-  Attempt([this] { Unload(); });
+  IgnoreFailure([this] { Unload(); });
   desktop().EndProgram();
 }
 

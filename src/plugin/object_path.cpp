@@ -1,6 +1,6 @@
 #include "plugin/object_path.h"
 
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "session/session.h"
 #include "text/strings.h"
 
@@ -48,16 +48,12 @@ lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::strin
   const bool is_object = object_type == session::kLonMarkObjectType;
   const std::size_t wanted = is_object ? kLonMarkObject + 1 : kDevice + 1;
   if (components.size() != wanted || !network || !system) return {};
-  lns::Object found;
-  platform::Attempt([&] {
+  return platform::ValueOr(lns::Object(), [&]() -> lns::Object {
     const lns::AppDevice device = FindDevice(components, network, system);
-    if (!is_object || !device)
-      found = device;
-    else
-      found = Find(device.Interface().LonMarkObjects(),
-                   WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
+    if (!is_object || !device) return device;
+    return Find(device.Interface().LonMarkObjects(),
+                WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
   });
-  return found;
 }
 
 }  // namespace plugin

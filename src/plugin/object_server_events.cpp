@@ -2,7 +2,7 @@
 
 #include "automation/convert.h"
 #include "lns/members.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 
 namespace plugin {
 
@@ -20,7 +20,7 @@ void ObjectServerEvents::Handle(std::int32_t event, platform::Arguments argument
 }
 
 void ObjectServerEvents::ShowUpdate(platform::Arguments arguments) {
-  platform::Attempt([&] {
+  platform::IgnoreFailure([&] {
     if (arguments.size() < 2) return;
     const std::int32_t tag = automation::ToInteger(arguments[0]);
     const model::BindingList& bindings = device_->bindings();

@@ -1,8 +1,8 @@
 #include <cstdio>
 #include <exception>
 
-#include "help_file/files.h"
 #include "help_file/project.h"
+#include "help_file/source.h"
 
 int main(int count, char** arguments) {
   if (count != 3) {

@@ -7,9 +7,8 @@
 #include <vector>
 
 #include "lns/members.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "registration/names.h"
-#include "registration/place.h"
 #include "registration/plug_in_templates.h"
 #include "registration/resource_registration.h"
 #include "text/strings.h"
@@ -17,7 +16,7 @@
 namespace registration {
 namespace {
 
-using platform::Attempt;
+using activity::LogAndGoOn;
 using session::SupportedCommand;
 
 const std::string kErrorAdding = "Error adding command ";
@@ -46,10 +45,11 @@ class Run {
       : services_(services), system_(services.session.CurrentSystem), library_(services) {}
 
   bool RegisterAll() {
-    const bool told = Attempt(
-        [this] { services_.session.RegistrationRemote = services_.session.ObjectServer.RemoteFlag(); });
+    const bool known = LogAndGoOn(services_.log, "Error reading the remote flag", "", [this] {
+      services_.session.RegistrationRemote = services_.session.ObjectServer.RemoteFlag();
+    });
     // Before templates are made: the platform looks for the types of their variables then.
-    const bool resources = !told || services_.session.RegistrationRemote || AddResources(services_, system_);
+    const bool resources = !known || services_.session.RegistrationRemote || AddResources(services_, system_);
     bool all = true;
     for (SupportedCommand& command : services_.session.SupportedCommands)
       all = Try(command, [&] { RegisterEverywhere(command); }) && all;
@@ -121,8 +121,9 @@ class Run {
   void AddToDevices(const SupportedCommand& command) const {
     const auto devices = system_.Subsystems().Item(lns::members::kAllDevices).AppDevices();
     for (const lns::AppDevice device : devices.Items()) {
-      std::string program_id;  // a device that was only found has no template
-      Attempt([&] { program_id = device.DeviceTemplate().ProgramId(); });
+      // A device that was only discovered has no template.
+      const std::string program_id =
+          platform::ValueOr(std::string(), [&] { return device.DeviceTemplate().ProgramId(); });
       if (text::EqualIgnoringCase(program_id, command.ProgramId))
         AddToObjects(device.Interface(), Place(device), command);
     }
@@ -148,7 +149,7 @@ class Run {
   lns::ComponentApp Find(const lns::ComponentApps& apps, const SupportedCommand& command) const {
     for (const auto& entry : apps.Items()) {
       lns::ComponentApp found;
-      Attempt([&] {
+      LogAndGoOn(services_.log, "Error reading a command", "", [&] {
         const lns::ComponentApp app = entry;
         if (IsOurs(app) && (Does(app, command) || app.Name() == command.CommandName)) found = app;
       });
@@ -191,14 +192,16 @@ class Run {
       app.SetDescription(command.CommandDescription);
       // Last, as it tells the next try that nothing is missing.
       app.SetCommandId(command.CommandId);
-      Attempt([&] {
+      LogAndGoOn(services_.log, "Error writing the version of command " + command.CommandName, "", [&] {
         if (HasOtherVersion(app)) app.SetVersionNumber(services_.identity.PlugInVersion);
       });
       if (finish) finish(app);
     } catch (const std::exception&) {
       // A command without its number would be offered and do nothing; where one with its number is taken
       // back, the next try asks again.
-      if (app) Attempt([&] { apps.Remove(command.CommandName); });
+      if (app)
+        LogAndGoOn(services_.log, "Error removing command " + command.CommandName, "",
+                   [&] { apps.Remove(command.CommandName); });
       throw;
     }
   }
@@ -209,11 +212,15 @@ class Run {
   std::string Update(const lns::ComponentApps& apps, const lns::ComponentApp& app,
                      const SupportedCommand& command) const {
     bool other = false;
-    Attempt([&] { other = HasOtherVersion(app); });
+    LogAndGoOn(services_.log, "Error reading the version of command " + command.CommandName, "",
+               [&] { other = HasOtherVersion(app); });
     if (!other) return "";
-    if (Attempt([&] { app.SetVersionNumber(services_.identity.PlugInVersion); })) return "Updating command ";
+    const bool updated = platform::ValueOr(
+        false, [&] { return app.SetVersionNumber(services_.identity.PlugInVersion), true; });
+    if (updated) return "Updating command ";
     if (command.CommandId != session::kRegisterCommand) return "";
-    Attempt([&] { apps.Remove(app.Name()); });
+    LogAndGoOn(services_.log, "Error removing command " + command.CommandName, "",
+               [&] { apps.Remove(app.Name()); });
     if (Find(apps, command)) return "";  // better an older mark than none
     Complete(apps, {}, command, {});
     return "Adding command ";

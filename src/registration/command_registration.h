@@ -14,12 +14,4 @@ namespace registration {
 /// The activity log tells what was added and updated, and what failed.
 bool RegisterCommands(const session::Services& services);
 
-/// Takes all of the plug-in's commands off the open system; off the object server too, which is shared by all
-/// networks, where this is the first of them. What fails is skipped. The activity log tells what was removed
-/// and what failed.
-///
-/// Exhaustive removes unused device templates as well: with `Interactive` each after a question, else
-/// only those that the plug-in has made.
-void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network);
-
 }  // namespace registration

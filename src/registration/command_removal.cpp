@@ -1,17 +1,77 @@
+#include "registration/command_removal.h"
+
 #include <functional>
 #include <string>
 
 #include "lns/members.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "registration/command_registration.h"
-#include "registration/place.h"
+#include "registration/names.h"
 #include "registration/plug_in_templates.h"
 #include "text/strings.h"
 
 namespace registration {
 namespace {
 
-using platform::Attempt;
+using activity::LogAndGoOn;
+using platform::IgnoreFailure;
+
+class Visit {
+ public:
+  Visit(const session::Services& services, bool exhaustive)
+      : services_(services), session_(services.session), exhaustive_(exhaustive) {}
+
+  void Network(const lns::Network& network, bool first) {
+    session_.CurrentNetwork = network;
+    Try("Error reading the name of a network", [this] { name_ = session_.CurrentNetwork.Name(); });
+    Show("Opening " + name_ + "...");
+    if (Try("Error opening the network", [this] { session_.CurrentNetwork.Open(); }) && OpenSystem()) {
+      Show("Deregister commands...");
+      Try("Error removing commands", [&] { RemoveCommandsAndTemplates(services_, exhaustive_, first); });
+    }
+    // What did not open may refuse to close.
+    IgnoreFailure([this] { session_.CurrentSystem.Close(); });
+    IgnoreFailure([this] { session_.CurrentNetwork.Close(); });
+    session_.CurrentSystem = {};
+    session_.CurrentNetwork = {};
+  }
+
+ private:
+  bool OpenSystem() {
+    lns::NetworkServiceDevice device;
+    lns::NetworkInterface former;
+    Try("Error finding the system",
+        [&] { session_.CurrentSystem = session_.CurrentNetwork.Systems().Item(1); });
+    // An interface that cannot be read could not be put back, so it is not taken away.
+    const bool known = Try("Error reading the network interface", [&] {
+      device = session_.CurrentSystem.NetworkServiceDevice();
+      former = device.NetworkInterface();
+    });
+    if (known) Try("Error removing the network interface", [&] { device.SetNetworkInterface({}); });
+    Show("Opening " + name_ + "...\r\nEngineered system mode");
+    if (Try("Error opening the system in engineered mode", [this] { session_.CurrentSystem.Open(); }))
+      return true;
+    if (known) Try("Error putting the network interface back", [&] { device.SetNetworkInterface(former); });
+    const std::string interface_name = platform::ValueOr(std::string(), [&] { return former.Name(); });
+    if (!interface_name.empty())
+      Show("Opening " + name_ + "...\r\nNetwork Interface '" + interface_name + "'");
+    return Try("Error opening the system", [this] { session_.CurrentSystem.Open(); });
+  }
+
+  template <class Step>
+  bool Try(const char* action, Step&& step) {
+    return LogAndGoOn(services_.log, action, name_, step);
+  }
+
+  void Show(const std::string& status) const {
+    if (session_.Interactive) IgnoreFailure([&] { services_.progress.DisplayStatus(status); });
+  }
+
+  const session::Services& services_;
+  session::Session& session_;
+  bool exhaustive_;
+  std::string name_;
+};
 
 class Removal {
  public:
@@ -30,9 +90,9 @@ class Removal {
     ForEachIn<lns::AppDevice>(
         place, [&] { return system.Subsystems().Item(lns::members::kAllDevices).AppDevices(); },
         [this](const lns::AppDevice& each) {
-          lns::Interface interface;  // a device that was only found need not have one
-          if (!Attempt([&] { interface = each.Interface(); })) return;
-          FromObjects(Place(each), [&] { return interface.LonMarkObjects(); });
+          // A device that was only discovered need not have one.
+          const auto interface = platform::ValueOr(lns::Interface(), [&] { return each.Interface(); });
+          if (interface) FromObjects(Place(each), [&] { return interface.LonMarkObjects(); });
         });
     From(system, place);
   }
@@ -46,7 +106,7 @@ class Removal {
       for (std::int32_t ordinal = apps.Count(); ordinal >= 1; --ordinal) {
         lns::ComponentApp app;
         std::string server;
-        Attempt([&] {
+        Try("a command", place, [&] {
           app = apps.Item(ordinal);
           server = app.RegisteredServer();
         });
@@ -59,14 +119,10 @@ class Removal {
   }
 
   /// Runs a step of removing something; logs why it failed.
-  bool Try(const std::string& what, const Place& place, const std::function<void()>& step) const {
-    try {
-      step();
-      return true;
-    } catch (const std::exception& failure) {
-      log_.LogError(activity::ErrorMessage("Error removing " + what, place.Text() + ": " + failure.what()));
-      return false;
-    }
+  template <class Step>
+  bool Try(const std::string& what, const Place& place, Step&& step) const {
+    return LogAndGoOn(
+        log_, "Error removing " + what, [&] { return place.Text(); }, step);
   }
 
  private:
@@ -89,6 +145,29 @@ class Removal {
 };
 
 }  // namespace
+
+void RemovePlugInFromNetworks(const session::Services& services, bool exhaustive,
+                              const std::function<lns::ObjectServer()>& object_server) {
+  session::Session& session = services.session;
+  const auto attempt = [&](const char* action, auto step) { LogAndGoOn(services.log, action, "", step); };
+  session.SupportedCommands = session::MakeSupportedCommands(services.program);
+  if (session.Interactive)
+    IgnoreFailure([&] { services.progress.DisplayStatus("Opening the Object Server..."); });
+  attempt("Error finding the object server", [&] { session.ObjectServer = object_server(); });
+  attempt("Error setting the remote flag", [&] { session.ObjectServer.SetRemoteFlag(false); });
+  attempt("Error opening the object server", [&] { session.ObjectServer.Open(); });
+  attempt("Error reading the networks", [&] {
+    for (const auto& network : session.ObjectServer.Networks().Items())
+      attempt("Error reading a network",
+              [&] { Visit(services, exhaustive).Network(network, network.ordinal() == 1); });
+  });
+  if (session.Interactive) {
+    services.progress.Close();
+    services.desktop.Yield();
+  }
+  attempt("Error closing the object server", [&] { session.ObjectServer.Close(); });
+  session.ObjectServer = {};
+}
 
 void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network) {
   // The message loop may run in here, and a director open another network.

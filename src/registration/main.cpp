@@ -1,12 +1,11 @@
 #include "registration/main.h"
 
-#include "platform/attempt.h"
-#include "registration/network_visits.h"
+#include "platform/failures.h"
+#include "registration/command_removal.h"
 #include "text/strings.h"
 
 namespace registration {
 
-using platform::Attempt;
 using Role = startup::CommandLine::Role;
 
 std::optional<int> MMain::Main(std::string_view command_line) {
@@ -18,7 +17,7 @@ std::optional<int> MMain::Main(std::string_view command_line) {
     return std::nullopt;
   }
   if (!MayRegister(services_)) return kAccessDenied;
-  Attempt([&] {
+  platform::IgnoreFailure([&] {
     if (asked.role == Role::RegisterPlugIn)
       RegisterPlugIn(services_, false);
     else

@@ -5,6 +5,7 @@
 #include <limits>
 #include <string>
 
+#include "platform/failures.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -110,6 +111,21 @@ Version SplitVersion(std::string_view version) {
   // A lone digit is written with a zero in front of it; its value stays.
   if (minor.size() == 1) minor.insert(0, "0");
   return {Number(major), Number(minor)};
+}
+
+const std::string& Place::Name() const {
+  if (!name_) name_ = NameOf(object_);
+  return *name_;
+}
+
+std::string Place::Text() const {
+  std::string text = kind_;
+  if (!Name().empty()) text += " " + Name();
+  return owner_ ? text + " of " + owner_->Text() : text;
+}
+
+std::string NameOf(const lns::Object& object) {
+  return platform::ValueOr(std::string("?"), [&] { return object.Name(); });
 }
 
 }  // namespace registration

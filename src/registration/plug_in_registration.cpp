@@ -3,13 +3,12 @@
 #include <array>
 #include <string>
 
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "registration/names.h"
 
 namespace registration {
 namespace {
 
-using platform::Attempt;
 using platform::Shell;
 
 constexpr std::int16_t kFlagOff = -1;
@@ -56,7 +55,9 @@ void WriteKey(const session::Services& services) {
       {"SingleInstance", FlagText(kFlagOn)},
   }};
   for (const Row& row : rows)
-    Attempt([&] { services.registry.SetMachineSetting(identity.PlugInKey(), row.value_name, row.text); });
+    activity::LogAndGoOn(
+        services.log, "Error writing the registry value " + std::string(row.value_name), identity.PlugInKey(),
+        [&] { services.registry.SetMachineSetting(identity.PlugInKey(), row.value_name, row.text); });
 }
 
 }  // namespace
@@ -88,7 +89,8 @@ void RegisterPlugIn(const session::Services& services, bool interactive,
     return;
   }
   const bool class_registered =
-      Attempt([&] { register_class ? register_class() : RegisterClassByChild(services); });
+      activity::LogAndGoOn(services.log, "Error registering the automation class", identity.PlugInProgID,
+                           [&] { register_class ? register_class() : RegisterClassByChild(services); });
   if (!class_registered && interactive) {
     // No blank before "registration", deliberately.
     TellFailure(services, "Plug-in " + identity.PlugInProgID + "registration as COM server failed");

@@ -5,14 +5,14 @@
 
 #include "lns/members.h"
 #include "lonworks/resource_files.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "text/strings.h"
 
 namespace registration {
 namespace {
 
-using platform::Attempt;
-
+constexpr const char* kErrorReading = "Error reading the device templates";
+constexpr const char* kErrorRemoving = "Error removing unused device templates";
 constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
 
 /// Names of values are ANSI in the registry: what is not ASCII would make two names one.
@@ -34,7 +34,7 @@ lns::DeviceTemplate Add(const lns::DeviceTemplates& templates, const std::string
   try {
     return templates.Add(name);
   } catch (const platform::Error&) {
-    Attempt([&] {
+    platform::IgnoreFailure([&] {
       if (templates.Item(name).ProgramId().empty()) templates.Remove(name);
     });
     throw;
@@ -54,8 +54,8 @@ std::set<std::string> ReferencedProgramIds(const lns::System& system) {
 lns::DeviceTemplate PlugInTemplates::FindOrMake(const session::SupportedCommand& command) {
   for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items()) {
     lns::DeviceTemplate each;
-    std::string program_id;  // others than the one looked for need not be readable
-    Attempt([&] {
+    std::string program_id;  // only that of the template looked for has to be readable
+    activity::LogAndGoOn(services_.log, kErrorReading, "", [&] {
       each = entry;
       program_id = each.ProgramId();
     });
@@ -75,13 +75,13 @@ lns::DeviceTemplate PlugInTemplates::Make(const session::SupportedCommand& comma
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   const lns::DeviceTemplate made = Add(templates, name);
   // A file of another device must not carry this one's commands.
-  const bool imported = Attempt([&] { made.Import(path); }) && [&] {
-    std::string program_id;
-    Attempt([&] { program_id = made.ProgramId(); });
-    return text::EqualIgnoringCase(program_id, command.ProgramId);
-  }();
+  bool imported = false;
+  activity::LogAndGoOn(services_.log, "Error importing " + path, name, [&] {
+    made.Import(path);
+    imported = text::EqualIgnoringCase(made.ProgramId(), command.ProgramId);
+  });
   if (!imported) {
-    Attempt([&] { templates.Remove(name); });
+    activity::LogAndGoOn(services_.log, kErrorRemoving, name, [&] { templates.Remove(name); });
     throw Failure("Could not import the external interface file " + path + ".");
   }
   Remember(name, command.ProgramId);
@@ -99,8 +99,8 @@ void PlugInTemplates::SetSearchFolder() {
   if (services_.session.RegistrationRemote) return;
   // By convention interface files lie in the Import folder beside the Types folder, which holds the
   // catalogue. A database that comes from another computer may tell a folder of that one.
-  std::string above;
-  Attempt([&] { above = lonworks::FolderAboveCatalog(system_.LdrfCatalogPath()); });
+  std::string above = platform::ValueOr(
+      std::string(), [&] { return lonworks::FolderAboveCatalog(system_.LdrfCatalogPath()); });
   if (above.empty() || !services_.files.ReadFolder(above + "\\Import"))
     above = registry::LonWorksFolder(services_.registry);
   if (!above.empty()) services_.interface_files.folder = above + "\\Import";
@@ -110,7 +110,8 @@ std::string PlugInTemplates::UniqueName(const std::string& wanted) const {
   constexpr int kMostNames = 100;
   std::set<std::string> taken;
   for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items())
-    Attempt([&] { taken.insert(lns::DeviceTemplate(entry).Name()); });
+    activity::LogAndGoOn(services_.log, kErrorReading, "",
+                         [&] { taken.insert(lns::DeviceTemplate(entry).Name()); });
   for (int number = 1; number <= kMostNames; ++number) {
     const std::string name = number == 1 ? wanted : wanted + " " + std::to_string(number);
     if (!taken.contains(name)) return name;
@@ -128,13 +129,13 @@ std::string PlugInTemplates::Remembered(const std::string& template_name) const 
 
 void PlugInTemplates::Remember(const std::string& template_name, const std::string& program_id) const {
   // Where this is refused, the template is kept when the plug-in goes.
-  Attempt([&] {
+  activity::LogAndGoOn(services_.log, "Error noting the device template", template_name, [&] {
     services_.registry.Remember(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name), program_id);
   });
 }
 
 void PlugInTemplates::Forget(const std::string& template_name) const {
-  Attempt([&] {
+  activity::LogAndGoOn(services_.log, "Error forgetting the device template", template_name, [&] {
     // An empty note of what was never noted would make the key of a plug-in that is not registered.
     if (!Remembered(template_name).empty()) Remember(template_name, "");
   });
@@ -149,20 +150,16 @@ void PlugInTemplates::RemoveUnused(Unused which) const {
   const std::set<std::string> referenced = ReferencedProgramIds(system_);
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   std::vector<std::string> names;
-  const auto log_kept = [this](const std::string& name, const std::string& reason) {
-    services_.log.LogError(
-        activity::ErrorMessage("Error removing unused device templates", name + ": " + reason));
-  };
   for (const auto& entry : templates.Items()) {
     std::string name = "?";
-    try {
-      const lns::DeviceTemplate each = entry;
-      name = each.Name();
-      if (referenced.contains(text::ToUpper(each.ProgramId()))) continue;
-      if (which == Unused::Ask || IsOwn(each)) names.push_back(name);
-    } catch (const std::exception& failure) {
-      log_kept(name, failure.what());
-    }
+    activity::LogAndGoOn(
+        services_.log, kErrorRemoving, [&] { return name; },
+        [&] {
+          const lns::DeviceTemplate each = entry;
+          name = each.Name();
+          if (referenced.contains(text::ToUpper(each.ProgramId()))) return;
+          if (which == Unused::Ask || IsOwn(each)) names.push_back(name);
+        });
   }
   for (const std::string& name : names) {
     if (which == Unused::Ask) {
@@ -173,15 +170,13 @@ void PlugInTemplates::RemoveUnused(Unused which) const {
            startup::kProgramTitle, ui::Icon::Exclamation, ui::Buttons::YesNo, /*second_is_default=*/true});
       if (answer != ui::Answer::Yes) continue;
     }
-    try {
+    const bool removed = activity::LogAndGoOn(services_.log, kErrorRemoving, name, [&] {
       templates.Remove(name);
       Forget(name);
-    } catch (const std::exception& failure) {
-      log_kept(name, failure.what());
-      if (which == Unused::Ask)
-        services_.desktop.ShowMessage(
-            {"Unable to remove the device template: " + name, startup::kProgramTitle, ui::Icon::Critical});
-    }
+    });
+    if (!removed && which == Unused::Ask)
+      services_.desktop.ShowMessage(
+          {"Unable to remove the device template: " + name, startup::kProgramTitle, ui::Icon::Critical});
   }
 }
 

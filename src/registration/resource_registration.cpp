@@ -3,7 +3,7 @@
 #include <string>
 
 #include "lonworks/resource_files.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 
 namespace registration {
 namespace {
@@ -20,9 +20,10 @@ std::string ReasonOf(lonworks::Tools::Outcome outcome) {
 
 bool AddResources(const session::Services& services, const lns::System& system) {
   const lonworks::ResourceFiles resources(services.registry, services.program);
-  std::string told;
-  platform::Attempt([&] { told = system.LdrfCatalogPath(); });
-  const lonworks::ResourceCatalog catalog(told, registry::LonWorksFolder(services.registry), services.files);
+  std::string path;
+  activity::LogAndGoOn(services.log, "Error reading the path of the resource catalog", "",
+                       [&] { path = system.LdrfCatalogPath(); });
+  const lonworks::ResourceCatalog catalog(path, registry::LonWorksFolder(services.registry), services.files);
   if (!catalog.Lacks(resources.Names(services.files))) return true;
   services.progress.DisplayStatus(std::string(kAdding) + "...");
   lonworks::Tools tools(services.desktop, services.shell, services.registry);

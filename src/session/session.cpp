@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "lns/members.h"
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "startup/identity.h"
 #include "text/strings.h"
 
@@ -28,17 +28,16 @@ SupportedCommands MakeSupportedCommands(const platform::Program& program) {
 
 namespace {
 
-using lns::PassOver;
-using platform::Attempt;
+using lns::SkipIfUnknown;
+using platform::IgnoreFailure;
 
 constexpr const char* kInternet = "Internet";
 
 /// Closes what is open, and what cannot tell whether it is.
 template <class T>
 void CloseIfOpen(const T& object) {
-  bool open = static_cast<bool>(object);
-  if (open) Attempt([&] { open = object.IsOpen(); });
-  if (open) Attempt([&] { object.Close(); });
+  if (object && platform::ValueOr(true, [&] { return object.IsOpen(); }))
+    IgnoreFailure([&] { object.Close(); });
 }
 
 void CloseServer(Session& session) {
@@ -63,7 +62,7 @@ bool SwitchRemoteFlag(Session& session, bool wanted) {
 bool OpenServer(Session& session, const std::string& interface_name, bool was_remote) {
   const lns::ObjectServer& server = session.ObjectServer;
   if (server.IsOpen()) CloseServer(session);
-  PassOver([&] { server.SetOpenOption(false); });
+  SkipIfUnknown([&] { server.SetOpenOption(false); });
   bool internet = false;
   if (was_remote) {
     internet = interface_name == kInternet;
@@ -77,9 +76,9 @@ bool OpenServer(Session& session, const std::string& interface_name, bool was_re
 
 /// Each for itself: an object server that refuses one of them works without.
 void PrepareInternetSystem(const lns::System& system) {
-  Attempt([&] { system.SetDsPause(true); });
-  Attempt([&] { system.SetDsMode(0); });
-  Attempt([&] { system.SetDsPause(false); });
+  IgnoreFailure([&] { system.SetDsPause(true); });
+  IgnoreFailure([&] { system.SetDsMode(0); });
+  IgnoreFailure([&] { system.SetDsPause(false); });
 }
 
 lns::NetworkInterface RemoteInterface(Session& session, const std::string& name) {
@@ -117,7 +116,7 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
   session.CurrentSystem = system;
   system.Open();
   if (internet) PrepareInternetSystem(system);
-  PassOver([&] { system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds); });
+  SkipIfUnknown([&] { system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds); });
   // A director may have closed the object server meanwhile.
   if (session.CurrentNetwork != network)
     throw platform::Error(0, "Session", "The network was closed while it was opened.");

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/attempt.h"
 #include "platform/error.h"
+#include "platform/failures.h"
 
 namespace ui {
 
@@ -62,7 +62,7 @@ void fProgress::OnLoad() {
   desktop().SetPointer(Pointer::Hourglass);
   animation_.SetOwner(picResAnim);
   // A clip that cannot play must not stop the operation whose progress it decorates.
-  platform::Attempt([this] { animation_.StartPlay(); });
+  platform::IgnoreFailure([this] { animation_.StartPlay(); });
 }
 
 void fProgress::OnUnload() {

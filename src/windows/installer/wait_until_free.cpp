@@ -9,7 +9,7 @@
 #include <cwchar>
 #include <string>
 
-#include "windows/system/handle.h"
+#include "windows/com/owners.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "windows/com/failure.h"
+#include "windows/com/owners.h"
 #include "windows/com/wide_text.h"
-#include "windows/system/handle.h"
 
 namespace windows {
 namespace {

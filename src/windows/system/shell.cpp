@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "windows/com/failure.h"
+#include "windows/com/owners.h"
 #include "windows/com/wide_text.h"
-#include "windows/system/handle.h"
 
 namespace windows {
 namespace {

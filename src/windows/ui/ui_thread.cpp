@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "platform/attempt.h"
+#include "platform/failures.h"
 #include "windows/ui/form_shell.h"
 #include "windows/ui/native_peer.h"
 #include "windows/ui/theme.h"
@@ -71,7 +71,7 @@ std::shared_ptr<const Theme> UiThread::ThemeFor(int dpi) {
 }
 
 void UiThread::Report(const std::exception& failure) noexcept {
-  if (on_failure_) platform::Attempt([&] { on_failure_(failure); });
+  if (on_failure_) platform::IgnoreFailure([&] { on_failure_(failure); });
 }
 
 void UiThread::ReportUnknown() noexcept { Report(std::runtime_error("An unknown failure.")); }

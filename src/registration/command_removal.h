@@ -7,6 +7,14 @@
 
 namespace registration {
 
+/// Takes all of the plug-in's commands off the open system; off the object server too, which is shared by all
+/// networks, where this is the first of them. What fails is skipped. The activity log tells what was removed
+/// and what failed.
+///
+/// Exhaustive removes unused device templates as well: with `Interactive` each after a question, else
+/// only those that the plug-in has made.
+void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network);
+
 /// Takes the plug-in's commands off every network of the object server, one network after the other: each is
 /// opened in engineered mode, and where that fails through its own network interface. Networks that do not
 /// open are left out without a word. Nothing stays open.
