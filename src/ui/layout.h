@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -8,15 +10,14 @@
 
 namespace ui {
 
-/// How the controls of a window are arranged: a tree of rows, columns, grids, frames and tab pages with the
-/// controls as its leaves. Sizes follow from the texts and the font, so that nothing is cut at any
-/// resolution.
 /// Where a form puts one of its controls itself, in twips of the client area.
 struct Spot {
   Control* control;
   double left, top, width, height;
 };
 
+/// How the controls of a window are arranged: a tree of rows, columns, grids, frames and tab pages, with the
+/// controls as its leaves. Sizes follow from the texts and the font, so nothing is cut off at any resolution.
 struct Box {
   enum class Kind {
     Leaf,    // one control
@@ -43,6 +44,15 @@ struct Box {
   Rule place = nullptr;
   double least_width = 0;
   double least_height = 0;
+
+  bool IsHidden() const { return kind == Kind::Leaf && !control->Visible(); }
+  bool IsGroup() const { return kind == Kind::Frame || kind == Kind::Pages; }
+  /// A text field or list. Fields are as wide as their column, so their edges are in line.
+  bool IsField() const;
+  /// Of a grid: its number of columns, and the first of the empty cells that a field covers; its own column
+  /// if there is none.
+  std::size_t ColumnCount() const { return columns < 1 ? 1 : static_cast<std::size_t>(columns); }
+  std::size_t FirstColumn(std::size_t index) const;
 
   static Box Leaf(Control& control) { return {.kind = Kind::Leaf, .control = &control}; }
   static Box Row(std::vector<Box> children) { return {.kind = Kind::Row, .children = std::move(children)}; }
@@ -80,5 +90,9 @@ struct Box {
     return std::move(*this);
   }
 };
+
+/// The texts about the device outside of fields, as the window shows them now: those of its data labels and
+/// the panels of its status bar. Empty ones are left out.
+std::vector<std::string> DataTexts(const Box& layout);
 
 }  // namespace ui

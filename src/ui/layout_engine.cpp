@@ -9,27 +9,6 @@
 namespace ui {
 namespace {
 
-bool IsHidden(const Box& box) { return box.kind == Box::Kind::Leaf && !box.control->Visible(); }
-
-bool IsGroup(Box::Kind kind) { return kind == Box::Kind::Frame || kind == Box::Kind::Pages; }
-
-/// Fields are as wide as their column, so that their edges are in line.
-bool IsField(const Box& box) {
-  return box.kind == Box::Kind::Leaf && (box.control->kind() == Control::Kind::TextField ||
-                                         box.control->kind() == Control::Kind::ChoiceList);
-}
-
-std::size_t ColumnCount(const Box& grid) { return static_cast<std::size_t>(std::max(grid.columns, 1)); }
-
-/// The first of the empty cells that a field takes in; its own column where there is none.
-std::size_t FirstColumn(const Box& grid, std::size_t index) {
-  const std::size_t columns = ColumnCount(grid), column = index % columns;
-  if (!IsField(grid.children[index])) return column;
-  for (std::size_t cell = index - column; cell < index; ++cell)
-    if (grid.children[cell].kind != Box::Kind::Empty) return column;
-  return 0;
-}
-
 Rectangle Inside(const Rectangle& outer, const Insets& insets) {
   return {outer.left + insets.left, outer.top + insets.top, outer.width - insets.left - insets.right,
           outer.height - insets.top - insets.bottom};
@@ -38,7 +17,7 @@ Rectangle Inside(const Rectangle& outer, const Insets& insets) {
 /// A child in its cell: stretched across, or at its own size; single controls stand in the middle of their
 /// row, so that a label is level with the field beside it.
 Rectangle InCell(const Box& box, Extent size, Rectangle cell) {
-  if (!box.stretch_width && !IsField(box)) cell.width = std::min(cell.width, size.width);
+  if (!box.stretch_width && !box.IsField()) cell.width = std::min(cell.width, size.width);
   if (!box.stretch_height) {
     if (box.kind == Box::Kind::Leaf) cell.top += std::max(0, cell.height - size.height) / 2;
     cell.height = std::min(cell.height, size.height);
@@ -98,8 +77,7 @@ int LayoutEngine::GapBefore(const Node& line, std::size_t index) const {
   for (std::size_t i = index; i-- > 0;) {
     const Node& before = line.children[i];
     if (before.size.height == 0) continue;
-    return IsGroup(before.box->kind) || IsGroup(child.box->kind) ? metrics_.GroupGap()
-                                                                 : metrics_.ControlGap();
+    return before.box->IsGroup() || child.box->IsGroup() ? metrics_.GroupGap() : metrics_.ControlGap();
   }
   return 0;
 }
@@ -108,7 +86,7 @@ void LayoutEngine::Measure(Node& node) {
   for (Node& child : node.children) Measure(child);
   switch (node.box->kind) {
     case Box::Kind::Leaf:
-      node.size = IsHidden(*node.box) ? Extent{} : metrics_.PreferredSize(*node.box->control);
+      node.size = node.box->IsHidden() ? Extent{} : metrics_.PreferredSize(*node.box->control);
       break;
     case Box::Kind::Empty:
       break;
@@ -140,10 +118,10 @@ void LayoutEngine::MeasureLine(Node& node) const {
 }
 
 std::vector<int> LayoutEngine::OwnColumns(const Node& grid, std::vector<int> widths) const {
-  widths.resize(ColumnCount(*grid.box));
+  widths.resize(grid.box->ColumnCount());
   const auto widen = [&](bool spanning) {
     for (std::size_t i = 0; i < grid.children.size(); ++i) {
-      const std::size_t column = i % widths.size(), first = FirstColumn(*grid.box, i);
+      const std::size_t column = i % widths.size(), first = grid.box->FirstColumn(i);
       if ((first != column) != spanning) continue;
       const int before = ColumnLeft(grid, widths, column) - ColumnLeft(grid, widths, first);
       widths[column] = std::max(widths[column], grid.children[i].size.width - before);
@@ -189,12 +167,12 @@ void LayoutEngine::MeasurePages(Node& node) const {
 
 int LayoutEngine::GridGap(const Node& grid) const {
   const bool groups = std::any_of(grid.children.begin(), grid.children.end(),
-                                  [](const Node& child) { return IsGroup(child.box->kind); });
+                                  [](const Node& child) { return child.box->IsGroup(); });
   return groups ? metrics_.GroupGap() : metrics_.ControlGap();
 }
 
 std::vector<int> LayoutEngine::RowHeights(const Node& grid) const {
-  const std::size_t columns = ColumnCount(*grid.box);
+  const std::size_t columns = grid.box->ColumnCount();
   std::vector<int> heights((grid.children.size() + columns - 1) / columns);
   for (std::size_t i = 0; i < grid.children.size(); ++i)
     heights[i / columns] = std::max(heights[i / columns], grid.children[i].size.height);
@@ -260,7 +238,7 @@ void LayoutEngine::Place(const Node& node, Rectangle area, std::vector<Placement
 
 void LayoutEngine::PlaceRow(const Node& node, Rectangle area, std::vector<Placement>& placed) const {
   int left_over = std::max(0, area.width - node.size.width), sharing = 0;
-  const auto shares = [](const Node& child) { return child.box->stretch_width && !IsHidden(*child.box); };
+  const auto shares = [](const Node& child) { return child.box->stretch_width && !child.box->IsHidden(); };
   for (const Node& child : node.children) sharing += shares(child) ? 1 : 0;
   int left = area.left;
   for (std::size_t i = 0; i < node.children.size(); ++i) {
@@ -312,7 +290,7 @@ void LayoutEngine::PlaceGrid(const Node& node, Rectangle area, std::vector<Place
   for (std::size_t i = 0; i < node.children.size(); ++i) {
     const std::size_t column = i % columns.size(), row = i / columns.size();
     if (column == 0 && row > 0) top += heights[row - 1] + GridGap(node);
-    const int left = ColumnLeft(node, columns, FirstColumn(*node.box, i));
+    const int left = ColumnLeft(node, columns, node.box->FirstColumn(i));
     const int right = ColumnLeft(node, columns, column) + columns[column];
     const Node& child = node.children[i];
     Place(child, InCell(*child.box, child.size, {area.left + left, top, right - left, heights[row]}), placed);

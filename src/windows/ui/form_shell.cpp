@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "platform/raised.h"
-#include "ui/data_texts.h"
 #include "windows/com/wide_text.h"
 #include "windows/ui/shell_services.h"
 
@@ -20,45 +19,18 @@ UINT MakeAllWindowsMessage() {
   return message;
 }
 
-struct WindowStyle {
-  DWORD style;
-  DWORD extended;
-};
+// Of a form's border, in the order of ui::BorderStyle.
+constexpr DWORD kTitled = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
+constexpr struct {
+  DWORD style, extended;
+} kStyles[] = {{WS_POPUP, WS_EX_TOOLWINDOW}, {kTitled | WS_MINIMIZEBOX, 0},
+               {WS_OVERLAPPEDWINDOW, 0},     {kTitled, WS_EX_DLGMODALFRAME},
+               {kTitled, WS_EX_TOOLWINDOW},  {kTitled | WS_THICKFRAME, WS_EX_TOOLWINDOW}};
 
-WindowStyle StyleOf(const ui::Form& form) {
-  constexpr DWORD kTitled = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
-  WindowStyle style{};
-  switch (form.border_style()) {
-    case ui::BorderStyle::None:
-      style = {WS_POPUP, WS_EX_TOOLWINDOW};
-      break;
-    case ui::BorderStyle::FixedSingle:
-      style = {kTitled | WS_MINIMIZEBOX, 0};
-      break;
-    case ui::BorderStyle::Sizable:
-      style = {WS_OVERLAPPEDWINDOW, 0};
-      break;
-    case ui::BorderStyle::FixedDialog:
-      style = {kTitled, WS_EX_DLGMODALFRAME};
-      break;
-    case ui::BorderStyle::FixedToolWindow:
-      style = {kTitled, WS_EX_TOOLWINDOW};
-      break;
-    case ui::BorderStyle::SizableToolWindow:
-      style = {kTitled | WS_THICKFRAME, WS_EX_TOOLWINDOW};
-      break;
-  }
-  style.extended |= WS_EX_CONTROLPARENT | (form.always_on_top ? static_cast<DWORD>(WS_EX_TOPMOST) : 0);
-  return style;
-}
-
-/// With its "&" as they are, and without what would make the menu too wide.
-std::wstring MenuText(std::wstring text) {
-  constexpr std::size_t kLongest = 80;
-  if (text.size() > kLongest) text.replace(kLongest, std::wstring::npos, L"\x2026");
-  for (std::size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
-    text.insert(at, 1, L'&');
-  return text;
+void MoveTo(HWND window, const RECT& place) {
+  SetWindowPos(window, nullptr, static_cast<int>(place.left), static_cast<int>(place.top),
+               static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top),
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
 }  // namespace
@@ -72,8 +44,9 @@ FormShell::~FormShell() {
 }
 
 void FormShell::Create() {
-  const WindowStyle style = StyleOf(form_);
-  Surface::Create(ToWide(form_.Caption()).c_str(), style.style, style.extended, nullptr);
+  const auto& [style, extended] = kStyles[static_cast<std::size_t>(form_.border_style())];
+  const auto on_top = form_.always_on_top ? static_cast<DWORD>(WS_EX_TOPMOST) : 0;
+  Surface::Create(ToWide(form_.Caption()).c_str(), style, extended | WS_EX_CONTROLPARENT | on_top, nullptr);
   controls_.Create();
   created_ = true;
 }
@@ -118,30 +91,16 @@ void FormShell::UpdateBounds() {
     if (!form_.Visible()) placement.showCmd = SW_HIDE;
     SetWindowPlacement(handle(), &placement);
   } else {
-    SetWindowPos(handle(), nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
-                 static_cast<int>(bounds.right - bounds.left), static_cast<int>(bounds.bottom - bounds.top),
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    MoveTo(handle(), bounds);
   }
 }
 
 void FormShell::UpdateState() {
   const platform::Raised moves(program_moves_);
-  if (!form_.Visible()) {
-    ShowWindow(handle(), SW_HIDE);
-    return;
-  }
+  if (!form_.Visible()) return static_cast<void>(ShowWindow(handle(), SW_HIDE));
   controls_.Appear();
-  switch (form_.State()) {
-    case ui::WindowState::Normal:
-      ShowWindow(handle(), SW_SHOWNORMAL);
-      break;
-    case ui::WindowState::Minimized:
-      ShowWindow(handle(), SW_SHOWMINIMIZED);
-      break;
-    case ui::WindowState::Maximized:
-      ShowWindow(handle(), SW_SHOWMAXIMIZED);
-      break;
-  }
+  constexpr int kCommands[] = {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};
+  ShowWindow(handle(), kCommands[static_cast<std::size_t>(form_.State())]);
 }
 
 void FormShell::Activate() {
@@ -278,26 +237,12 @@ void FormShell::Refit(int dpi, RECT place) {
     // Where the program moves the window to another screen, it becomes as large as the program says.
     if (!program_moves_) {
       const platform::Raised moves(program_moves_);
-      SetWindowPos(handle(), nullptr, static_cast<int>(place.left), static_cast<int>(place.top),
-                   static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top),
-                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+      MoveTo(handle(), place);
     }
     ArrangeInside();
   }
-  TakeIcons();
+  icons_.Take(handle(), ui_thread().instance());
   RedrawLater();
-}
-
-void FormShell::TakeIcons() {
-  const auto take = [this](OwnedIcon& icon, WPARAM which, int metric) {
-    const int edge = SystemMetric(metric, handle());
-    OwnedIcon drawn(static_cast<HICON>(
-        LoadImageW(ui_thread().instance(), L"WINDOW", IMAGE_ICON, edge, edge, LR_DEFAULTCOLOR)));
-    SendMessageW(handle(), WM_SETICON, which, reinterpret_cast<LPARAM>(drawn.get()));
-    icon = std::move(drawn);
-  };
-  take(icon_, ICON_BIG, SM_CXICON);
-  take(small_icon_, ICON_SMALL, SM_CXSMICON);
 }
 
 void FormShell::RedrawLater() {
@@ -328,18 +273,13 @@ void FormShell::TellBounds() {
                     (actual.bottom - actual.top) * scale);
 }
 
-/// What stands in the window outside of fields can be copied all the same, also without the mouse.
+/// The texts outside of fields can be copied as well, also without the mouse.
 bool FormShell::OfferDataTexts(LPARAM where) const {
   POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
   RECT client;
   GetClientRect(handle(), &client);
   const bool inside = where == -1 || (ScreenToClient(handle(), &at) && PtInRect(&client, at));
-  const std::vector<std::string> texts = ui::DataTexts(form_.layout());
-  if (!inside || texts.empty()) return false;
-  std::vector<MenuItem> items;
-  for (const std::string& text : texts) items.push_back({L"Copy \"" + MenuText(ToWide(text)) + L"\""});
-  if (const auto chosen = ChooseFromMenu(handle(), where, items)) PutOnClipboard(ToWide(texts[*chosen]));
-  return true;
+  return inside && OfferToCopy(handle(), where, ui::DataTexts(form_.layout()));
 }
 
 /// Controls ask their window before they show a pointer of their own.

@@ -50,7 +50,6 @@ class FormShell final : public Surface {
   /// Shows everything at a resolution, with the system's font as it is now, in a window that goes to this
   /// place.
   void Refit(int dpi, RECT place);
-  void TakeIcons();
   void RedrawLater();
   void SystemChanged(UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT Activated(WPARAM wparam, LPARAM lparam);
@@ -61,7 +60,7 @@ class FormShell final : public Surface {
   ControlSet controls_;
   bool created_ = false;  // with all its controls
   bool program_moves_ = false;
-  OwnedIcon icon_, small_icon_;  // of another size than those of the window class
+  WindowIcons icons_;
 };
 
 /// What the form holds of its window; letting it go closes the window.

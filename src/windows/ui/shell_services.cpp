@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "platform/error.h"
+#include "windows/com/wide_text.h"
 
 namespace windows {
 namespace {
@@ -75,6 +76,15 @@ struct MenuDestroy {
 };
 using OwnedMenu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroy>;
 
+/// Shows "&" as such, and cuts what would make the menu too wide.
+std::wstring MenuText(std::wstring text) {
+  constexpr std::size_t kLongest = 80;
+  if (text.size() > kLongest) text.replace(kLongest, std::wstring::npos, L"\x2026");
+  for (std::size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
+    text.insert(at, 1, L'&');
+  return text;
+}
+
 }  // namespace
 
 std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::vector<MenuItem>& items) {
@@ -92,6 +102,14 @@ std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::
                                     static_cast<int>(at.y), 0, window, nullptr);
   if (chosen <= 0) return std::nullopt;
   return static_cast<std::size_t>(chosen - 1);
+}
+
+bool OfferToCopy(HWND window, LPARAM where, const std::vector<std::string>& texts) {
+  if (texts.empty()) return false;
+  std::vector<MenuItem> items;
+  for (const std::string& text : texts) items.push_back({L"Copy \"" + MenuText(ToWide(text)) + L"\""});
+  if (const auto chosen = ChooseFromMenu(window, where, items)) PutOnClipboard(ToWide(texts[*chosen]));
+  return true;
 }
 
 namespace {

@@ -23,6 +23,9 @@ struct MenuItem {
 /// keyboard, at the corner of the window. The index of the item; nothing where none was chosen.
 std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::vector<MenuItem>& items);
 
+/// Opens such a menu with one item for each text, and copies the chosen one. False if there are no texts.
+bool OfferToCopy(HWND window, LPARAM where, const std::vector<std::string>& texts);
+
 /// The system's viewer of help files, which is loaded when it is first asked for.
 class HtmlHelp {
  public:

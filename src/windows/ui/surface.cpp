@@ -193,4 +193,16 @@ LRESULT Surface::Reflect(UINT message, WPARAM wparam, LPARAM lparam) {
   return DefWindowProcW(handle_, message, wparam, lparam);
 }
 
+void WindowIcons::Take(HWND window, HINSTANCE instance) {
+  const auto take = [&](OwnedIcon& icon, WPARAM which, int metric) {
+    const int edge = SystemMetric(metric, window);
+    OwnedIcon drawn(
+        static_cast<HICON>(LoadImageW(instance, L"WINDOW", IMAGE_ICON, edge, edge, LR_DEFAULTCOLOR)));
+    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(drawn.get()));
+    icon = std::move(drawn);
+  };
+  take(big_, ICON_BIG, SM_CXICON);
+  take(small_, ICON_SMALL, SM_CXSMICON);
+}
+
 }  // namespace windows

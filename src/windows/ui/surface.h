@@ -40,6 +40,15 @@ class ScrollBars {
   std::array<Axis, 2> axes_;
 };
 
+/// The icons of a window at its resolution, of another size than those of its class.
+class WindowIcons {
+ public:
+  void Take(HWND window, HINSTANCE instance);
+
+ private:
+  OwnedIcon big_, small_;
+};
+
 class NativePeer;
 
 /// A window of our own class that carries controls: the form itself, a tab page, the area of an animation. It

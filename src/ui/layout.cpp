@@ -1,4 +1,4 @@
-#include "ui/data_texts.h"
+#include "ui/layout.h"
 
 #include "ui/controls.h"
 
@@ -18,6 +18,19 @@ void Collect(const Box& box, std::vector<std::string>& texts) {
 }
 
 }  // namespace
+
+bool Box::IsField() const {
+  return kind == Kind::Leaf &&
+         (control->kind() == Control::Kind::TextField || control->kind() == Control::Kind::ChoiceList);
+}
+
+std::size_t Box::FirstColumn(std::size_t index) const {
+  const std::size_t column = index % ColumnCount();
+  if (!children[index].IsField()) return column;
+  for (std::size_t cell = index - column; cell < index; ++cell)
+    if (children[cell].kind != Kind::Empty) return column;
+  return 0;
+}
 
 std::vector<std::string> DataTexts(const Box& layout) {
   std::vector<std::string> texts;
