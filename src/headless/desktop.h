@@ -37,8 +37,11 @@ class Desktop : public ui::Desktop {
   bool ended = false;
   double twips_per_pixel = 15;
   bool can_animate = true;
+  /// There is no display: windows cannot be made.
+  bool has_display = true;
 
   std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form& form) override {
+    if (!has_display) throw std::runtime_error("no display");
     struct Window : ui::FormWindow {
       Window(Desktop& desktop, ui::Form& form) : screen(desktop), shown(form) { Wake(); }
       ~Window() override { Rest(); }

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/failures.h"
 #include "startup/help_topics.h"
 #include "startup/identity.h"
 #include "text/strings.h"
@@ -76,19 +77,21 @@ std::vector<ui::Spot> fLog::PlaceControls(double outer_width, double outer_heigh
 }
 
 void fLog::LogCommand(const std::string& action, const std::string& results) {
-  Load();
-  subject = 0;
-  lstActivity.Append({ui::ListView::Icon::Green, {program_.TimeOfDay(), action, results}});
+  Append(ui::ListView::Icon::Green, action, results);
 }
 
 void fLog::LogError(const std::string& message) {
   const std::vector<std::string> parts = text::Split(message, "\r\n");
   const bool has_result = parts.size() >= 2;
-  Load();
-  subject = 0;
-  lstActivity.Append({ui::ListView::Icon::Red,
-                      {program_.TimeOfDay(), has_result ? parts[0] : "", has_result ? parts[1] : ""}});
+  Append(ui::ListView::Icon::Red, has_result ? parts[0] : "", has_result ? parts[1] : "");
   if (cbOpenOnError.Checked()) BringToFront();
+}
+
+void fLog::Append(ui::ListView::Icon mark, const std::string& action, const std::string& results) {
+  // Without a display there is no window, and what is logged goes on.
+  platform::IgnoreFailure([this] { Load(); });
+  subject = 0;
+  lstActivity.Append({mark, {program_.TimeOfDay(), action, results}});
 }
 
 void fLog::Save() {

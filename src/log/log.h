@@ -55,6 +55,7 @@ class fLog : public ui::Form {
   void OnHelp() override;
 
  private:
+  void Append(ui::ListView::Icon mark, const std::string& action, const std::string& results);
   std::vector<ui::Spot> PlaceControls(double outer_width, double outer_height);
   /// Asks where to, and writes one line a row: three quoted texts with commas between them, ended by CR LF.
   void Save();

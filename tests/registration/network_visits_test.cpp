@@ -26,7 +26,8 @@ struct NetworkVisits : testing::Test {
   void Deregister(std::int32_t mode, bool interactive) {
     world.desktop.messages.clear();
     world.statuses.clear();
-    world.main.Load();  // as the program begins anew, which ended with the director that registered
+    if (world.desktop.has_display)
+      world.main.Load();  // as the program begins anew, which ended with the director that registered
     registration::MMain(world.services, world.by_hand).DeregisterPlugIn(mode, interactive);
     EXPECT_FALSE(world.session.ObjectServer);
     EXPECT_FALSE(world.session.CurrentNetwork);
@@ -113,7 +114,10 @@ TEST_F(NetworkVisits, OnlyTheFirstNetworkSpeaksForAllNetworks) {
   installation.component_apps.push_back(Leftover(world.identity.PlugInProgID));
   ASSERT_EQ(shared(), 2u);
   installation.networks[0].opens = false;
+  world.desktop.has_display = false;
   Deregister(0, false);
+  EXPECT_EQ(InterfaceOf("Demo Foundry"), "DEMO-LOCAL-2") << "put back, though the log has no window";
+  world.desktop.has_display = true;
   EXPECT_EQ(shared(), 2u);
   EXPECT_EQ(world.log.lstActivity.Rows().at(0).cells[1], "Error opening the network");
   installation.networks[0].opens = true;
