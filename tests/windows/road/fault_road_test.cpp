@@ -37,7 +37,8 @@ TEST_F(FaultRoad, TheObjectServerEndsDuringAnApply) {
   Edit();
   Knobs().SetLatency("write", 3000);
   Key(VK_MENU, 'A');
-  std::this_thread::sleep_for(std::chrono::milliseconds(700));
+  const HWND status_bar = FindWindowExW(window_, nullptr, L"msctls_statusbar32", nullptr);
+  ASSERT_TRUE(Eventually([&] { return windows::StatusTexts(status_bar).back().starts_with("Updating "); }));
   KillSimulator();
   for (int i = 0; i < 2; ++i) {  // and once more, when it has gone
     const HWND box = Box(kCaption);
