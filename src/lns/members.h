@@ -104,8 +104,8 @@ inline constexpr Member kNeuronId{"NeuronId"};              // documented
 inline constexpr Member kLonMarkObjects{"LonMarkObjects"};  // documented
 inline constexpr Member kMode{"Mode"};                      // documented, before 3.0
 
-// Each replaces the configuration that the network database or the device holds by the other's. Only the
-// director uses them. Their option is chosen.
+// Upload copies the device's configuration to the network database, download the database's to the device.
+// Only the director uses them. Their option is chosen.
 inline constexpr Member kUploadConfigProperties{"UploadConfigProperties"};      // documented
 inline constexpr Member kDownloadConfigProperties{"DownloadConfigProperties"};  // documented
 inline constexpr std::int32_t kAllProperties = 0;
