@@ -1,6 +1,6 @@
-// The road of a configure command and what follows it, against a bare client that makes the same calls of the
-// object server and nothing else. The object server is the simulation in the same process, without latency:
-// what is measured is the plug-in's own time.
+// Compares a configure command and what follows it with a bare client that only makes the same calls of the
+// object server. The object server is the simulation in this process, without latency, so this measures the
+// plug-in's own time.
 
 #include <benchmark/benchmark.h>
 
@@ -76,7 +76,7 @@ void PlugIn(benchmark::State& state, Step step) {
   state.counters["rows of the log"] = static_cast<double>(sitting.plug_in.log.lstActivity.Rows().size());
 }
 
-/// The calls of the step, made by nobody but the player.
+/// Only the step's calls, made by the player.
 void BareClient(benchmark::State& state, Step step) {
   Sitting::watched = true;
   Sitting sitting;

@@ -9,22 +9,21 @@
 
 namespace bench {
 
-/// The calls that a client makes of an object server, in their order, so that a bare client can make the same
-/// ones.
+/// A client's calls of an object server, in order, so that a bare client can make the same calls.
 class Recording {
  public:
-  /// The object server with every call on it and its objects noted here. The recording outlives it.
+  /// Wraps the object server to record every call on it and its objects. The recording must outlive it.
   platform::LateBoundPtr Watch(platform::LateBoundPtr object_server);
 
   std::size_t size() const { return calls_.size(); }
 
-  /// A client that makes the calls and nothing else. It keeps all objects that it is given.
+  /// A client that only makes the calls. It keeps all objects that it gets.
   class Player {
    public:
     Player(const Recording& recording, platform::LateBoundPtr object_server)
         : recording_(recording), objects_{{0, std::move(object_server)}} {}
-    /// Makes the calls from the first one up to the last one, which is left out. Failures are passed over, as
-    /// they were when they were recorded.
+    /// Makes the calls from `first` up to, but not including, `last`. Ignores failures, which were recorded
+    /// too.
     void Play(std::size_t first, std::size_t last);
 
    private:
@@ -41,12 +40,12 @@ class Recording {
     std::int32_t number;
     platform::CallKind kind;
     std::vector<platform::Value> arguments;
-    std::vector<std::size_t> object_arguments;  // by position; kNone where the argument is no object
+    std::vector<std::size_t> object_arguments;  // by position; kNone if the argument is not an object
     std::size_t answer = kNone;                 // the object in the answer
   };
 
   std::vector<Call> calls_;
-  std::map<const platform::LateBound*, std::size_t> numbers_;  // of objects that came as an answer
+  std::map<const platform::LateBound*, std::size_t> numbers_;  // of objects from answers
   std::size_t objects_ = 1;
 };
 

@@ -1,4 +1,4 @@
-// Taking the plug-in's commands off many networks, one after the other.
+// Removes the plug-in's commands from many networks in turn.
 
 #include <benchmark/benchmark.h>
 

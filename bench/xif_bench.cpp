@@ -1,5 +1,5 @@
-// The search for the interface file of a program ID below a folder of many, against grep -rl for the ID and
-// against find, which only walks the folder. No file has it, so that all of them are looked at.
+// Compares the search for a program ID's interface file below a large folder with grep -rl for the ID and
+// with find, which only walks the folder. No file has the ID, so each reads all files.
 
 #include <benchmark/benchmark.h>
 #include <dirent.h>
@@ -19,11 +19,11 @@ namespace fs = std::filesystem;
 
 constexpr const char* kWanted = "8000D3550004041D";
 
-/// The files of this computer under the paths of Windows: "\" stands for "/".
+/// This computer's files by Windows paths: "\" means "/".
 class DiskFiles : public platform::Files {
  public:
   std::optional<Folder> ReadFolder(const std::string& path) const override {
-    DIR* const stream = opendir(OfHere(path).c_str());
+    DIR* const stream = opendir(LocalPath(path).c_str());
     if (!stream) return std::nullopt;
     struct stat about {};
     fstat(dirfd(stream), &about);
@@ -36,24 +36,24 @@ class DiskFiles : public platform::Files {
   }
   std::string ReadStart(const std::string& path, std::size_t bytes) const override {
     std::string start(bytes, '\0');
-    const int file = open(OfHere(path).c_str(), O_RDONLY);
+    const int file = open(LocalPath(path).c_str(), O_RDONLY);
     const ssize_t count = file < 0 ? 0 : read(file, start.data(), bytes);
     if (file >= 0) close(file);
     start.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
     return start;
   }
-  bool FileExists(const std::string& path) const override { return fs::is_regular_file(OfHere(path)); }
+  bool FileExists(const std::string& path) const override { return fs::is_regular_file(LocalPath(path)); }
   void Write(const std::string&, std::string_view) override { std::abort(); }
 
  private:
-  static std::string OfHere(std::string path) {
+  static std::string LocalPath(std::string path) {
     for (char& c : path)
       if (c == '\\') c = '/';
     return path;
   }
 };
 
-/// A folder of interface files as device makers ship them, some 6 kB each, 100 to a folder. Made once.
+/// A tree of interface files like those of device makers, some 6 kB each, 100 per folder. Made once.
 fs::path Tree(std::int64_t files) {
   const fs::path tree = fs::temp_directory_path() / ("qm5r-bench-" + std::to_string(files));
   if (fs::exists(tree / "complete")) return tree;
@@ -73,7 +73,7 @@ fs::path Tree(std::int64_t files) {
   return tree;
 }
 
-/// What has been read lately is forgotten where the user may ask for that, so that the disk is read.
+/// Empties the system's cache, if the user may, so that the disk is read.
 bool ForgetCache() {
   sync();
   std::ofstream caches("/proc/sys/vm/drop_caches");
@@ -89,7 +89,7 @@ void OverTree(benchmark::State& state, const Search& search) {
   for (auto _ : state) {
     if (cold) {
       state.PauseTiming();
-      if (!ForgetCache()) return state.SkipWithError("the cache can be emptied by root only");
+      if (!ForgetCache()) return state.SkipWithError("only root can empty the cache");
       state.ResumeTiming();
     }
     search(tree);

@@ -1,4 +1,4 @@
-// A director that calls any member in any way with any values: it gets a result or a platform error, and the
+// A director calls any member in any way with any values: it gets a result or a platform error, and the
 // plug-in answers the next call.
 
 #include "fuzz.h"

@@ -1,4 +1,4 @@
-// Command lines of the plug-in and of the director. The director's words stand in lines.
+// Command lines of the plug-in and of the director. The director's words are on separate lines.
 
 #include "director/command_line.h"
 #include "fuzz.h"

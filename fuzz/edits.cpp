@@ -1,6 +1,6 @@
-// A user who types anything into any field, leaves it, chooses from lists, applies, cancels and switches
-// units: every setpoint on the device then lies between its limits, every value can be read, and what is not
-// edited is as it was.
+// A user types anything into any field, leaves it, chooses from lists, applies, cancels and switches units.
+// Afterwards every setpoint on the device is within its limits, every value can be read, and what was not
+// edited is unchanged.
 
 #include "director/configure.h"
 #include "fuzz.h"
@@ -27,7 +27,7 @@ std::string RawOf(const lns::NetworkVariable& variable) {
   return variable.Value();
 }
 
-/// Cooling setpoints come first; the limits in whole °F reach a little beyond those in °C.
+/// Cooling setpoints come first. The limits in whole °F are slightly wider than those in °C.
 void CheckSetpoints(const lns::NetworkVariable& variable) {
   variable.SetFormatType("#SISNVT_temp_setpt");
   const auto setpoints = text::Split(variable.Value(), ",");

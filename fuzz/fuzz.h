@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Ends the run with a finding.
+/// Aborts the run if the condition is false.
 #define EXPECT_THAT(condition)                                                            \
   do {                                                                                    \
     if (!(condition)) {                                                                   \

@@ -1,4 +1,4 @@
-// Network files: an error that names the file, or a network that is written and read as the same again.
+// Network files: an error that names the file, or a network that is the same after writing and reading it.
 
 #include "simulator/network_file.h"
 #include "fuzz.h"

@@ -1,4 +1,4 @@
-// Paths of objects: what one names exists on the network and bears the name.
+// Paths of objects: an object that is found has at least three path components and a name.
 
 #include "plugin/object_path.h"
 #include "fuzz.h"

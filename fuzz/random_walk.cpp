@@ -1,9 +1,9 @@
-// A user, a director and a network that fails do what comes by chance, beside a small model of what an
-// onlooker knows: what the device was found to hold, what was typed, and what is marked.
+// A user, a director and a failing network act at random, checked by a small model of what an observer knows:
+// what the device reported, what was typed, and what is marked.
 //
 //   random_walk [first walk] [how many] [steps of each]
 //
-// The same number walks the same way again. A walk that goes wrong ends it with the steps that led there.
+// The same number repeats the same walk. A walk that fails ends the program with its steps.
 
 #include <cmath>
 #include <iostream>
@@ -22,7 +22,7 @@ using model::CatalogueRow;
 using std::string;
 using text::LeadingNumber;
 
-/// One is without power, one is not there, the last one refuses its options.
+/// One has no power, one is not attached, the last refuses its options.
 const string kDevices[] = {kFirstThermostat,
                            "Demo Tower/Demo Tower.Floor 1/Thermostat 102",
                            "Demo Tower/Demo Tower.Floor 1/Thermostat 102/Thermostat",
@@ -43,16 +43,15 @@ struct Chance {
   }
 };
 
-/// A user, a director and a network that fails do what comes by chance, at rest and while the plug-in lets
-/// messages run. Beside them stands what an onlooker knows: what was told of the device, and what was typed.
+/// A random walk: actions at rest and while the plug-in runs messages, and the model to check them.
 class Walk : Chance, World, User {
  public:
   explicit Walk(unsigned seed) : Chance{std::mt19937(seed)}, User(static_cast<World&>(*this)) {
-    for (int& each : likings_) each = Below(kActs);
+    for (int& each : preferences_) each = Below(kActs);
     for (int& each : fields_) each = OneOf(std::array{0, 1, 2, 3, 4, 5, Below(22), Below(2) + 39});
     desktop.on_yield = [this] {
       Listen();
-      if (running_ == 1 && Below(12) == 0) Act(Below(2) ? OneOf(likings_) : Below(kActsOfOthers + 3));
+      if (running_ == 1 && Below(12) == 0) Act(Below(2) ? OneOf(preferences_) : Below(kActsOfOthers + 3));
     };
     desktop.on_message = [this](const ui::Message& message) { Answer(message); };
     registry.SetMachineSetting(identity.PlugInKey(), "DisplayUnits", std::to_string(Below(2)));
@@ -63,14 +62,14 @@ class Walk : Chance, World, User {
   }
   ~Walk() { desktop.on_yield = nullptr; }
 
-  /// What went wrong, behind the steps that led there; empty where nothing did.
+  /// The steps and then what went wrong; empty if nothing did.
   string Go(int steps) {
     for (int step = 1; step <= steps && wrong_.empty(); ++step) {
       story_ += "\n" + std::to_string(step);
       Listen();
       step_ = {};
       step_.said = Said();
-      Act(Below(3) ? OneOf(likings_) : Below(kActs));
+      Act(Below(3) ? OneOf(preferences_) : Below(kActs));
       Check();
     }
     return wrong_.empty() ? "" : story_ + "\n" + wrong_;
@@ -109,7 +108,7 @@ class Walk : Chance, World, User {
     Type();
   }
 
-  /// The user goes there. False where something came up, or a rule took the focus elsewhere.
+  /// The user goes there. False if a message appeared or a rule moved the focus.
   bool Reach(ui::Control& control, const string& to) {
     Tell(to + " " + control.name());
     const ui::Control* const left = Focused();
@@ -121,7 +120,7 @@ class Walk : Chance, World, User {
     if (const ui::Control* const field = std::exchange(refused_, nullptr); field && IsMarked(*field)) {
       known_.edits[field] = field->Text();
       if (!IsClosed() && kept_ != Kept(field->Text(), true))
-        Wrong(field->name() + " has not got back " + kept_.first);
+        Wrong(field->name() + " did not restore " + kept_.first);
     }
     if (Focused() != left) kept_ = {Focused()->Text(), IsMarked(*Focused())};
     return messages == desktop.messages.size() && Focused() == &control;
@@ -193,9 +192,9 @@ class Walk : Chance, World, User {
     const bool agrees = Below(3) != 0, yes_no = message.buttons == ui::Buttons::YesNo;
     story_ += "\n   box \"" + message.text.substr(0, message.text.find('\r')) + (agrees ? "\" yes" : "\" no");
     const bool failure = message.icon == ui::Icon::Critical;
-    // A switch of units that failed has read some points, in the units that are in force again.
+    // A failed switch of units has read some points, in the former units, which are back in force.
     if (failure && step_.switches && !step_.complete) TakeRead(step_.failures == 1);
-    step_.told_why = step_.told_why || failure || says("network tool") || says("must be numerical");
+    step_.explained = step_.explained || failure || says("network tool") || says("must be numerical");
     step_.edited = step_.edited || leaves_;
     if (leaves_ && says("must be numerical")) known_.edits.erase(refused_ = Focused());
     for (const int i : {0, 1, 3, 4})
@@ -205,16 +204,16 @@ class Walk : Chance, World, User {
     desktop.answers = {static_cast<ui::Answer>(2 * yes_no + !agrees)};  // of Ok, Cancel, Yes, No
   }
 
-  // What an onlooker knows.
+  // What an observer knows.
 
-  /// 0 and 1 for what captions and formats call SI and US, -1 for a format without units.
+  /// 0 for SI, 1 for US, by caption or format; -1 for a format without units.
   int Caption() const { return main.screen.txtTempUnits()[0]->Text() == "\u00BAF"; }
   static int UnitsOf(const string& format) {
     return format.find("#US") != string::npos ? 1 : format.find("#SI") != string::npos ? 0 : -1;
   }
   std::size_t Said() const { return desktop.messages.size() + log.lstActivity.Rows().size(); }
   bool IsClosed() const { return StatusPanel(1) == "Closed"; }
-  /// The number that an entry stands for, within the limits of the field.
+  /// The number of an entry, clamped to the field's limits.
   double Entered(const CatalogueRow& row, const string& text) const {
     const auto& [si_min, si_max, us_min, us_max] = *row.limits;
     return std::clamp(LeadingNumber(text), Caption() ? us_min : si_min, Caption() ? us_max : si_max);
@@ -238,7 +237,7 @@ class Walk : Chance, World, User {
     if (operation.member != "Value") return;
     const bool on_screen = !device.empty() && StatusPanel(2).starts_with(device);
     if (put && !on_screen) Wrong("not on the screen: " + entry.Text());
-    if (!on_screen) return;  // a read that was under way when another device took the screen
+    if (!on_screen) return;  // it began before another device took the screen
     const int units = UnitsOf(format_[path]);
     const auto values = text::Split(put ? operation.value : result, item == "nciSetPts" ? "," : " ");
     if (put && units == !Caption()) Wrong("in other units: " + entry.Text());
@@ -251,31 +250,31 @@ class Walk : Chance, World, User {
   void TakeRead(bool all) {
     step_.complete = all;
     for (const int units : {-1, Caption()})
-      for (const auto& [point, values] : step_.read[units + 1]) known_.told[point] = values;
-    known_.told_in = Caption();
+      for (const auto& [point, values] : step_.read[units + 1]) known_.reported[point] = values;
+    known_.reported_in = Caption();
     known_.applied.clear();
   }
   void HearWrite(const simulator::JournalEntry& entry, const std::vector<string>& values) {
     const string& point = entry.operation.place.item;
-    std::vector<string>& told = known_.told[point];
-    bool right = !step_.write_failed && values.size() == told.size(), wanted = false;
+    std::vector<string>& reported = known_.reported[point];
+    bool right = !step_.write_failed && values.size() == reported.size(), wanted = false;
     step_.write_failed = entry.error != 0;
     for (const CatalogueRow& row : model::Catalogue()) {
       if (row.point != point || !right) continue;
       const ui::Control* const field = main.screen.Find(row.control);
       const auto wish = step_.wanted.extract(field);
       const string& value = values[row.index];
-      right = !wish         ? value == told[row.index]
+      right = !wish         ? value == reported[row.index]
               : !row.limits ? value == wish.mapped()
                             : IsNear(row, value, Entered(row, wish.mapped()));
       wanted = wanted || wish;
       if (!wish || step_.write_failed) continue;
-      if (IsMarked(*field) && !step_.edited) Wrong(field->name() + " was written and is marked");
+      if (IsMarked(*field) && !step_.edited) Wrong(field->name() + " was written and is still marked");
       if (!IsMarked(*field)) known_.edits.erase(field);
       known_.applied.insert(field);
     }
-    if (!right || !wanted) Wrong("nobody wants " + entry.Text());
-    if (!step_.write_failed) told = values;
+    if (!right || !wanted) Wrong("not wanted: " + entry.Text());
+    if (!step_.write_failed) reported = values;
   }
   static bool IsNear(const CatalogueRow& row, const string& value, double number) {
     return std::abs(LeadingNumber(value) - number) < (row.offset_value ? 0.0501 : 1e-9);
@@ -284,7 +283,7 @@ class Walk : Chance, World, User {
   void Check() {
     for (const CatalogueRow& row : model::Catalogue())
       if (const ui::Control* const field = main.screen.Find(row.control)) CheckField(row, *field);
-    if (!step_.wanted.empty() && !step_.write_failed && !step_.told_why && !IsClosed()) Wrong("not written");
+    if (!step_.wanted.empty() && !step_.write_failed && !step_.explained && !IsClosed()) Wrong("not written");
     if (step_.refreshes && Said() == step_.said && !IsClosed()) Wrong("nothing is read or said");
     if (!known_.edits.empty() && !(main.cmdApply.Enabled() && main.cmdCancel.Enabled())) Wrong("no buttons");
     if (progress.Shown() || main.Busy() || desktop.pointers.back() != ui::Pointer::Default) Wrong("busy");
@@ -303,15 +302,15 @@ class Walk : Chance, World, User {
     } else if (text.empty() || text == "Undefined model" || text == "HVT_UNKNOWN") {
       if (step_.complete && !IsClosed()) wrong("shows nothing");
     } else if (!Shows(row, field)) {
-      wrong("is not what was told");
+      wrong("is not what the device reported");
     }
   }
-  /// What was applied is shown as it was typed until the next reading.
+  /// Applied texts stay as typed until the next reading.
   bool Shows(const CatalogueRow& row, const ui::Control& field) {
-    const auto& told = known_.told[string(row.point)];
+    const auto& reported = known_.reported[string(row.point)];
     const bool has_units = row.limits && row.limits->si_max != row.limits->us_max;
-    if (told.empty() || (has_units && known_.told_in != Caption())) return false;
-    const string& value = told[row.index];
+    if (reported.empty() || (has_units && known_.reported_in != Caption())) return false;
+    const string& value = reported[row.index];
     if (row.round_step == 0 && !row.limits) return field.Text() == value;
     const double number = LeadingNumber(value), step = row.round_step;
     const double shown = step == 0 ? number : std::nearbyint(number / step) * step;
@@ -319,31 +318,31 @@ class Walk : Chance, World, User {
     return text::IsNumeric(field.Text()) && std::abs(LeadingNumber(field.Text()) - shown) < 1e-9;
   }
 
-  std::array<int, 10> likings_;  // each walk has its own
+  std::array<int, 10> preferences_;  // each walk has its own preferences
   std::array<int, 8> fields_;
   std::shared_ptr<plugin::LNSPlugInAPI> api_;
   string story_, wrong_;
-  using Kept = std::pair<string, bool>;  // the text and the mark with which the field got the focus
+  using Kept = std::pair<string, bool>;  // text and mark when the field got the focus
   Kept kept_;
   int running_ = 0;
   bool leaves_ = false;
   ui::Control* refused_ = nullptr;
-  std::map<string, string> format_;  // of each variable, by its path
+  std::map<string, string> format_;  // by the variable's path
   using Values = std::map<string, std::vector<string>>;
   using Texts = std::map<const ui::Control*, string>;
   struct {
-    Values told;  // by point, in the last complete reading or a write since
-    int told_in = 0;
+    Values reported;  // by point, from the last complete reading or later writes
+    int reported_in = 0;
     Texts edits;
     std::set<const ui::Control*> applied;
   } known_;
   struct {
-    std::array<Values, 3> read;  // in no, SI and US units
+    std::array<Values, 3> read;  // in no units, SI and US
     Texts wanted, applied;
     int failures = 0;
     std::size_t said = 0;
     bool edited = false, switches = false, refreshes = false, complete = false, write_failed = false,
-         told_why = false;
+         explained = false;
   } step_;
 };
 

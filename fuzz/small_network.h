@@ -6,7 +6,7 @@
 
 inline constexpr const char* kSmallDevice = "N/N.Floor 1/Thermostat 1";
 
-/// One thermostat on a network, read in no time.
+/// A network with one thermostat, without latency.
 inline std::shared_ptr<simulator::Simulation> MakeSmallNetwork() {
   return simulator::Simulation::FromText(
       R"({"interfaces": [{"name": "NI"}], "networks": [{"name": "N", "system": {

@@ -1,5 +1,5 @@
-// Any text that an object server may report as a value, shown and edited: an edit changes its own field, and
-// what is written has the fields that were read.
+// An object server reports any text as a value, which is shown and edited: an edit changes only its own
+// field, and the written text has the fields that were read.
 
 #include <algorithm>
 #include <memory>
@@ -27,7 +27,7 @@ struct Variable : platform::LateBound {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider given(data, size);
-  given.ConsumeIntegral<std::uint8_t>();  // the kept finds have a byte more
+  given.ConsumeIntegral<std::uint8_t>();  // the corpus has one byte more
   model::CNvCpTable point;
   point.Separator = given.PickValueInArray({" ", ",", "\t"});
   point.MostFields = given.PickValueInArray<std::size_t>({0, 6});
@@ -56,8 +56,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     EXPECT_THAT(point.NvAsArray == read && !point.ValueAsChanges);
     return 0;
   }
-  // Neither numbers nor the items of lists are empty or have signs that separate, and commas separate numbers
-  // only; the rules of editing let nothing else through.
+  // The editing rules let through only numbers and list items: these are never empty and contain no
+  // separators, and commas separate only numbers.
   const auto is_number = [](const std::string& text) { return text::IsNumeric(text); };
   const bool number = is_number(entered);
   if (entered.empty() || (!number && entered.find_first_of(" ,;") != std::string::npos)) return 0;

@@ -1,4 +1,4 @@
-// The program ID in an external interface file: nothing, or 16 characters of which none ends a line.
+// The program ID in an external interface file: empty, or at most 16 characters in at least 16 bytes.
 
 #include "fuzz.h"
 #include "headless/computer.h"

@@ -1,6 +1,6 @@
-// What the plug-in's start and memory are compared with: an automation server that answers "Version", and can
-// show a window without anything in it, "ShowWindow" (width, height), while it holds an object server. The
-// same window in a program without any automation: "/window <width> <height>".
+// The comparison for the plug-in's start and memory: an automation server with "Version" and "ShowWindow"
+// (width, height), which shows an empty window and holds an object server. "/window <width> <height>" shows
+// the same window without automation.
 
 #include <windows.h>
 

@@ -1,5 +1,5 @@
-// The real plug-in, in its own process and reached over COM, beside a bare client of the same object server
-// that makes the same calls. Both are measured in turn in one run.
+// Compares the real plug-in, in its own process and reached over COM, with a bare client that makes the same
+// calls of the same object server. Each run measures both in turn.
 //
 //   plug_in_bench roads <rounds> <latency in ms>   first fill, refresh, units, apply
 //   plug_in_bench start <rounds>                   from creation to the first answer of a server that runs,
@@ -54,14 +54,14 @@ void Send(platform::LateBound& api) {
   api.Invoke({"SendCommand"}, platform::CallKind::Method, arguments);
 }
 
-/// The calls of each step, taken down from the plug-in's own code that runs in this process.
+/// The calls of each step, recorded from the plug-in's code in this process.
 class Script {
  public:
   Script() {
     plug_in_.in_between = [this](const LateBoundPtr&) {
       return recording_.Watch(windows::com::CreateObject(kSimulator));
     };
-    // As on the computer that the other process runs on.
+    // As for the plug-in's process.
     plug_in_.files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
     plug_in_.files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
     plug_in_.registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
@@ -83,17 +83,17 @@ class Script {
   bench::Recording recording_;
 
  private:
-  // The plug-in's own simulation is not used: it looks at the one that runs in another process.
+  // This simulation is not used: the plug-in gets the one in the other process.
   headless::PlugIn plug_in_{
       simulator::Simulation::FromText(R"({"networks": []})", [](std::chrono::milliseconds) {}), {1, 0, 0}};
   std::shared_ptr<plugin::LNSPlugInAPI> api_;
 };
 
-/// The heartbeat and the throttle, which stand in variables of their own and take part in no rule, the
-/// actuator timing and a humidity: fields of four variables.
+/// Fields of four variables: the heartbeat and the throttle, which no rule affects, the actuator timing and a
+/// humidity.
 constexpr int kEdited[] = {39, 40, 14, 8};
 
-/// The place of txtNvi(index) among the text fields of the screen.
+/// The position of txtNvi(index) among the screen's text fields.
 std::size_t PlaceOf(int index) {
   std::size_t place = 0;
   for (const auto& frame : model::Frames())
@@ -168,7 +168,7 @@ int Roads(int rounds, int latency) {
   for (std::size_t i = 0; i < steps.size(); ++i) {
     const auto run = [&](bool odd) { steps[i].run(*api, process, odd); };
     const auto play = [&] { player.Play(parts[i].first, parts[i].last); };
-    // Once to fill the caches, whatever the units are, and once to count the calls.
+    // Once to fill the caches, in any units, and once to count the calls.
     knobs.SetLatency("any", 0);
     steps[i].prepare(*api, process, true);
     run(true);
@@ -194,16 +194,16 @@ struct FirstAnswer {
   double time = 0, processor_time = 0;  // milliseconds
 };
 
-/// Of a server that runs already: to look for one that is just starting takes Wine a second, or two.
+/// Of a running server, as Wine takes a second or two to find one that is just starting.
 FirstAnswer AskFirst(const char* prog_id, const wchar_t* program) {
   const bench::StartedProgram server(program, L"-Embedding");
-  Sleep(1500);  // until it has offered its class
+  Sleep(1500);  // until it offers its class
   const double before = server.ProcessorTime();
   FirstAnswer answer;
   answer.time = Milliseconds(
       [&] { windows::com::CreateObject(prog_id)->Invoke({"Version"}, platform::CallKind::Get, {}); });
   answer.processor_time = server.ProcessorTime() - before;
-  Sleep(3000);  // until the server has gone
+  Sleep(3000);  // until the server has ended
   return answer;
 }
 

@@ -32,8 +32,8 @@ std::vector<HWND> AllControls(HWND window, const wchar_t* window_class) {
   return search.found;
 }
 
-// Wine does not answer GetProcessHandleCount and GetGuiResources, so the system's own tables are read, as
-// they are laid out there and in Windows.
+// Wine lacks GetProcessHandleCount and GetGuiResources, so this reads the system's own tables, which have the
+// same layout in Wine and Windows.
 std::size_t HandlesOf(DWORD process) {
   constexpr auto kHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
   struct Entry {
@@ -103,7 +103,7 @@ std::size_t WindowsOf(DWORD process) {
 
 Holdings HoldingsOf(DWORD process) {
   const HANDLE opened = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, process);
-  if (!opened) throw std::runtime_error("the process cannot be looked at");
+  if (!opened) throw std::runtime_error("the process cannot be opened");
   Holdings holdings;
   holdings.handles = HandlesOf(process);
   holdings.gdi_objects = GdiObjectsOf(opened);
@@ -158,7 +158,7 @@ void PlugInProcess::Press(const wchar_t* caption) const {
 }
 
 void PlugInProcess::Type(std::size_t field, const wchar_t* text) const {
-  // The plug-in makes a page when it is first looked at.
+  // The plug-in makes a page only when it is first shown.
   SendMessageW(window_, RegisterWindowMessageW(L"FormSurface.MakeAllWindows"), 0, 0);
   const HWND tabs = FindWindowExW(window_, nullptr, WC_TABCONTROLW, nullptr);
   const HWND edit = AllControls(tabs, L"Edit").at(field);

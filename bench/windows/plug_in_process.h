@@ -8,14 +8,14 @@
 
 namespace bench {
 
-/// What a process holds of the system, counted from outside.
+/// The system resources of a process, counted from outside.
 struct Holdings {
   std::size_t handles = 0, gdi_objects = 0, windows = 0;
   std::size_t working_set = 0, peak_working_set = 0;
 };
 Holdings HoldingsOf(DWORD process);
 
-/// A program beside the measuring one, started without waiting for it.
+/// A program next to this one, started without waiting for it.
 class StartedProgram {
  public:
   StartedProgram(const std::wstring& program, const std::wstring& arguments);
@@ -25,21 +25,21 @@ class StartedProgram {
 
   DWORD id() const { return process_.dwProcessId; }
   DWORD thread() const { return process_.dwThreadId; }
-  /// Milliseconds that the processors have spent on it so far.
+  /// Milliseconds of processor time so far.
   double ProcessorTime() const;
 
  private:
   PROCESS_INFORMATION process_{};
 };
 
-/// The plug-in's window and process, seen from outside. A window is found whether it is shown or not.
+/// The plug-in's window and process, seen from outside. Also finds a hidden window.
 class PlugInProcess {
  public:
   PlugInProcess();
   DWORD id() const { return id_; }
-  /// Presses a button or option by its caption and waits until that has been dealt with.
+  /// Presses a button or option by its caption and waits until it is handled.
   void Press(const wchar_t* caption) const;
-  /// Types over the text of a text field; fields are counted in the order of the screen.
+  /// Types over the text of a text field. Fields are numbered in the order of the screen.
   void Type(std::size_t field, const wchar_t* text) const;
 
  private:

@@ -6,18 +6,18 @@
 #include "platform/late_bound.h"
 
 /// The conversions that automation makes between the types of its values. Each throws an Error with
-/// kTypeMismatch where the value has no such reading, kOverflow where the number does not fit.
+/// kTypeMismatch if the value cannot be converted, and with kOverflow if the number does not fit.
 namespace automation {
 
-/// Numbers as their shortest decimal text, Booleans as "True" and "False", the empty value as "".
+/// Gives numbers as their shortest decimal text, Booleans as "True" and "False", the empty value as "".
 std::string ToText(const platform::Value& value);
 
-/// Booleans are -1 and 0, fractions round half to even, texts must be numeric.
+/// Booleans are -1 and 0; fractions round half to even; texts must be numeric.
 std::int32_t ToInteger(const platform::Value& value);
 
 double ToDouble(const platform::Value& value);
 
-/// Any number but 0 is true; texts are "True", "False" (in any letter case) or numeric.
+/// Any number but 0 is true; a text must be "True" or "False" (in any letter case) or numeric.
 bool ToBoolean(const platform::Value& value);
 
 /// The object, or null for "Nothing" and for the empty value.

@@ -13,14 +13,14 @@
 
 namespace automation {
 
-/// An object that this process offers to others: its members can be looked up by name.
+/// An object that this process offers to others, who can look up its members by name.
 class Published : public platform::LateBound {
  public:
-  /// The number of a member; letter case does not matter, as in every script language.
+  /// The number of a member. Letter case does not matter, as in every script language.
   virtual std::optional<std::int32_t> MemberNumber(std::string_view name) const = 0;
 };
 
-/// One row of a published class, as PublishedTable makes it. An accessor that is null does not exist.
+/// One member of a published class; PublishedTable makes it. A null accessor does not exist.
 template <class T>
 struct MemberRow {
   std::int32_t number;
@@ -31,7 +31,7 @@ struct MemberRow {
   /// How many indices (of a get) or arguments (of a method) the member takes.
   std::size_t least = 0;
   std::size_t most = 0;
-  /// The release of the class that has added the member, 320 for 3.20; 0 if every release has it.
+  /// The release of the class that added the member, 320 for 3.20; 0 if every release has it.
   int since = 0;
 
   constexpr MemberRow Since(int release) const {
@@ -43,15 +43,15 @@ struct MemberRow {
 
 /// A published object whose members are one table: `static std::span<const MemberRow<T>> Members()` of T.
 ///
-/// A property that takes no index but is given one passes it on to the default member of the object it
-/// returns, so that `server.Networks("name")` works in one call.
+/// A property that takes no index but gets one passes it to the default member of the object it returns, so
+/// `server.Networks("name")` works in one call.
 template <class T>
 class PublishedTable : public Published {
  public:
   using Row = MemberRow<T>;
   using Put = void (*)(T& self, const platform::Value& value);
 
-  /// A member function of T, or another function of it, for the rows.
+  /// A function of T for the rows: a member, or a free one that takes a T.
   template <auto kWork>
   struct Invoking {
     template <class... Given>
@@ -62,8 +62,7 @@ class PublishedTable : public Published {
   template <auto kWork>
   static constexpr Invoking<kWork> Of{};
 
-  /// The rows of a table. What does a member's work captures nothing; it may leave the arguments out and
-  /// return nothing.
+  /// The rows of a table. The callables capture nothing; they may omit the arguments and return nothing.
   template <class Get>
   static constexpr Row Property(std::int32_t number, std::string_view name, Get, Put put = nullptr) {
     return {number, name, Call<Get>, put};
@@ -93,7 +92,7 @@ class PublishedTable : public Published {
     return Invoke(Find(member), member, kind, arguments);
   }
 
-  /// Whether the member exists now, and as what: T may know better.
+  /// Whether the member exists now, and whether it can be set. T may hide these.
   bool Offers(const Row&) const { return true; }
   bool OffersPut(const Row& row) const { return row.put != nullptr; }
 

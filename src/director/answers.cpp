@@ -23,7 +23,7 @@ std::string Report(const Box& box, std::optional<bool> answer) {
   std::string report =
       "director: the plug-in " + std::string(box.IsQuestion() ? "asks" : "says") + ": " + said;
   if (!answer)
-    return report + "\n(It waits on its display. With --answer yes or --answer no the director answers.)\n";
+    return report + "\n(It waits on its display. To answer it here, give --answer yes or --answer no.)\n";
   const int button = box.ButtonFor(*answer);
   return report +
          (button == kYes      ? " - yes"

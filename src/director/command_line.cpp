@@ -9,7 +9,7 @@ namespace director {
 namespace {
 
 constexpr const char* kInterfaceHelp =
-    "Work remotely through this network interface, or over the Internet with \"Internet\"";
+    "Work remotely through this network interface; \"Internet\" for a lightweight session";
 
 const CLI::Range kPosition(-32768, 32767), kSize(1, 32767);
 
@@ -17,7 +17,7 @@ void AddAnswer(CLI::App& command, Options& options) {
   command
       .add_option_function<std::string>(
           "--answer", [&options](const std::string& answer) { options.answer = answer == "yes"; },
-          "Answer the plug-in's questions with yes or no, and its messages with OK")
+          "Answer the plug-in's questions, close its messages, cancel its dialogs")
       ->check(CLI::IsMember({"yes", "no"}));
 }
 
@@ -37,12 +37,11 @@ void AddNetworkCommands(CLI::App& app, Options& options) {
     transfer->add_option("path", options.path, "network/system.subsystem/device")->required();
     transfer->callback([&options, command] { options.command = command; });
   };
-  add_transfer("download", "Send a device the configuration that the network database has of it",
-               Command::Download);
-  add_transfer("upload", "Take a device's configuration into the network database", Command::Upload);
+  add_transfer("download", "Send a device its configuration from the network database", Command::Download);
+  add_transfer("upload", "Store a device's configuration in the network database", Command::Upload);
 
-  CLI::App* commands =
-      app.add_subcommand("commands", "List the commands of plug-ins, of all networks or of one place");
+  CLI::App* commands = app.add_subcommand(
+      "commands", "List the commands of plug-ins on all networks, one network or one device");
   commands->add_option("place", options.place, "The network's name, or network/system.subsystem/device");
   commands->callback([&] { options.command = Command::Commands; });
 
@@ -60,7 +59,7 @@ void AddNetworkCommands(CLI::App& app, Options& options) {
 }
 
 void AddConfigureCommand(CLI::App& app, Options& options) {
-  CLI::App* configure = app.add_subcommand("configure", "Have the plug-in configure a device");
+  CLI::App* configure = app.add_subcommand("configure", "Make the plug-in configure a device");
   ConfigureRequest& request = options.configure;
   configure->add_option("path", request.path, "network/system.subsystem/device")->required();
   configure->add_option("--object", request.lonmark_object, "Configure this LonMark object of the device");
@@ -70,8 +69,8 @@ void AddConfigureCommand(CLI::App& app, Options& options) {
   configure->add_option("--width", request.width, "Window size in pixels")->check(kSize);
   configure->add_option("--height", request.height, "Window size in pixels")->check(kSize);
   configure->add_option("--plug-in", options.plug_in, "ProgID of the plug-in")->capture_default_str();
-  configure->add_flag("--hidden", request.hidden, "Do not show the window; questions are answered with no");
-  configure->add_flag("--wait", options.wait, "Stay until the window is closed");
+  configure->add_flag("--hidden", request.hidden, "Do not show the window; answer questions with no");
+  configure->add_flag("--wait", options.wait, "Stay until the user closes the window");
   AddAnswer(*configure, options);
   configure->callback([&] {
     options.command = Command::Configure;
@@ -85,7 +84,6 @@ void AddConfigureCommand(CLI::App& app, Options& options) {
   });
 }
 
-/// Both commands are for a network's system.
 void AddRegistrationCommands(CLI::App& app, Options& options) {
   const auto add = [&](const char* name, const char* description, Command command) {
     CLI::App* added = app.add_subcommand(name, description);
@@ -95,23 +93,23 @@ void AddRegistrationCommands(CLI::App& app, Options& options) {
     AddAnswer(*added, options);
     added->callback([&options, command] { options.command = command; });
   };
-  add("register", "Have the plug-in put its commands on a network", Command::Register);
-  add("deregister", "Have the plug-in take its commands off a network", Command::Deregister);
+  add("register", "Make the plug-in add its commands to a network", Command::Register);
+  add("deregister", "Make the plug-in remove its commands from a network", Command::Deregister);
 }
 
 void AddFaultCommands(CLI::App& app, Options& options) {
   CLI::App* fault = app.add_subcommand("fault", "Make the simulated network fail");
   fault->require_subcommand(1);
 
-  CLI::App* add = fault->add_subcommand("add", "Fail the operations that match");
+  CLI::App* add = fault->add_subcommand("add", "Make matching operations fail");
   CLI::Option* device = add->add_option("--device", options.fault.device, "Name or path; any if not given");
   add->add_option("--variable,--item", options.fault.variable,
                   "Variable, or network, template, LonMark object, interface or command; any if not given");
   add->add_option("--operation", options.fault.operation, "read, write or a member's name; any if not given");
-  CLI::Option* occurrence =
-      add->add_option("--occurrence", options.fault.occurrence, "Which one from now on; 0 is every one")
-          ->check(CLI::Range(0, std::numeric_limits<std::int32_t>::max()))
-          ->capture_default_str();
+  CLI::Option* occurrence = add->add_option("--occurrence", options.fault.occurrence,
+                                            "Which matching operation, counted from now; 0 for all")
+                                ->check(CLI::Range(0, std::numeric_limits<std::int32_t>::max()))
+                                ->capture_default_str();
   add->add_option("--code", options.fault.code,
                   "The platform's error code; 0 takes the device off the network")
       ->check(CLI::Range(0, 65535))
@@ -122,11 +120,9 @@ void AddFaultCommands(CLI::App& app, Options& options) {
     options.command = Command::FaultAdd;
   });
 
-  fault->add_subcommand("list", "List the faults that are set")->callback([&] {
-    options.command = Command::FaultList;
-  });
+  fault->add_subcommand("list", "List the faults")->callback([&] { options.command = Command::FaultList; });
 
-  fault->add_subcommand("clear", "Take all faults back")->callback([&] {
+  fault->add_subcommand("clear", "Remove all faults")->callback([&] {
     options.command = Command::FaultClear;
   });
 
@@ -141,7 +137,7 @@ void AddFaultCommands(CLI::App& app, Options& options) {
 
 void AddSimulatorCommands(CLI::App& app, Options& options) {
   CLI::App* latency =
-      app.add_subcommand("latency", "Show or set how long operations of the simulated network take");
+      app.add_subcommand("latency", "Show or set the delay of the simulated network's operations");
   latency->add_option("kind", options.latency_kind, "The kind of operation")
       ->check(CLI::IsMember({"any", "read", "write", "open", "test"}))
       ->capture_default_str();
@@ -151,7 +147,7 @@ void AddSimulatorCommands(CLI::App& app, Options& options) {
 
   CLI::App* journal =
       app.add_subcommand("journal", "Print the operations that the simulated network has seen");
-  journal->add_flag("--clear", options.clear, "Forget them afterwards");
+  journal->add_flag("--clear", options.clear, "Clear the journal afterwards");
   journal->callback([&] { options.command = Command::Journal; });
 
   app.add_subcommand("stop", "End the simulated object server")->callback([&] {
@@ -159,7 +155,7 @@ void AddSimulatorCommands(CLI::App& app, Options& options) {
   });
 }
 
-/// Speaks of the command that was given, not of the whole program.
+/// Names the command that was given, not only the program.
 std::string FailureText(const CLI::App* app, const CLI::Error& error) {
   std::string name = app->get_name(), reason = error.what();
   for (; !app->get_subcommands().empty(); name += ' ' + app->get_name()) app = app->get_subcommands().front();
@@ -202,7 +198,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std
 std::string ErrorText(const platform::Error& error) {
   const auto number = static_cast<std::uint32_t>(error.number());
   const auto code = number - static_cast<std::uint32_t>(platform::kObjectServerErrorBase);
-  // Below are the codes of COM itself.
+  // Lower codes are COM's own.
   constexpr std::uint32_t kLeastCode = 0x200;
   std::ostringstream text;
   text << "director: ";

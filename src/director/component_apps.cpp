@@ -44,7 +44,7 @@ void PrintNetworkTemplates(const OpenedNetwork& opened, std::ostream& out) {
         << '\n';
 }
 
-/// Does the step with the service device of a network, whose system need not open.
+/// Runs the step with the network's service device, without opening the system.
 template <class Step>
 void WithServiceDevice(const lns::ObjectServer& server, const std::string& network_name, const Step& step) {
   const OpenedNetwork opened(server, network_name, OpenedNetwork::Depth::Network);

@@ -14,7 +14,7 @@
 namespace director {
 namespace {
 
-// These two subsystems repeat devices that stand elsewhere.
+// These subsystems repeat devices of the others.
 bool RepeatsDevices(const std::string& subsystem) { return subsystem == "ALL" || subsystem == "Discovered"; }
 
 void PrintSubsystem(const lns::Subsystem& subsystem, const std::string& path, std::ostream& out) {

@@ -15,7 +15,7 @@ SimulatorKnobs::SimulatorKnobs(const platform::LateBoundPtr& object_server) {
     control_ = automation::ToObject(object_server->Invoke({"Simulator"}, platform::CallKind::Get, {}));
   } catch (const platform::Error& error) {
     if (!lns::IsUnknownMember(error)) throw;
-    throw platform::Error(20003, "director", "The object server is not a simulated one");
+    throw platform::Error(20003, "director", "The object server is not simulated");
   }
 }
 

@@ -4,27 +4,28 @@
 #include <iosfwd>
 #include <string>
 
+#include "lns/members.h"
 #include "platform/late_bound.h"
 
 namespace director {
 
-/// The knobs of a simulated object server. A real one has none: then it throws 20003 and says so.
+/// The knobs of a simulated object server. Throws 20003 for a real one.
 class SimulatorKnobs {
  public:
   explicit SimulatorKnobs(const platform::LateBoundPtr& object_server);
 
   struct Fault {
-    /// A device's name or path, a variable's name or that of anything else; empty is any.
+    /// A device's name or path, and the name of a variable or other object; empty for any.
     std::string device;
     std::string variable;
-    /// read, write, or a member's name; empty is any.
+    /// "read", "write" or a member's name; empty for any.
     std::string operation;
-    /// Which matching operation fails, from 1; 0 for every one.
+    /// Which matching operation fails, from 1; 0 for all.
     std::int32_t occurrence = 0;
     /// The platform's error code; 0 makes the device vanish.
-    std::int32_t code = 18200;
+    std::int32_t code = lns::members::kNoCommunication;
   };
-  /// Throws 17006 for a device, a variable or an operation that the networks do not have.
+  /// Throws 17006 if the networks have no such device, variable or operation.
   void AddFault(const Fault& fault);
   void PrintFaults(std::ostream& out);
   void ClearFaults();
@@ -38,7 +39,7 @@ class SimulatorKnobs {
   void PrintJournal(std::ostream& out);
   void ClearJournal();
 
-  /// Ends a simulator that was started by hand.
+  /// Ends the simulator.
   void Stop();
 
  private:

@@ -86,7 +86,7 @@ std::string BuiltInProgram::StringResource(int number) const {
 
 namespace {
 
-/// Calls for each name of the path, first to last, until it returns false.
+/// Calls `step` for each name of the path, first to last, until it returns false.
 template <class Step>
 void Walk(std::string_view path, Step step) {
   while (!path.empty()) {

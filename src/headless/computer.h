@@ -18,7 +18,7 @@
 
 namespace headless {
 
-/// A registry in memory. Paths are compared as they stand.
+/// A registry in memory. Paths are case-sensitive.
 class MemoryRegistry : public platform::Registry {
  public:
   struct Key {
@@ -26,7 +26,7 @@ class MemoryRegistry : public platform::Registry {
   };
   std::map<std::string, Key> machine;  // by full path; a key exists with all its parents
   std::map<std::string, Key> user;
-  /// The user is no administrator: the machine's keys can be read only.
+  /// The user is no administrator: the machine's keys are read-only.
   bool standard_user = false;
   /// Asked before each operation; true makes it fail.
   std::function<bool()> fails;
@@ -43,12 +43,11 @@ class MemoryRegistry : public platform::Registry {
   std::map<std::string, Key>& Of(Hive hive) { return hive == Hive::LocalMachine ? machine : user; }
 };
 
-/// The executable with its real string table.
+/// The program, with its real string table.
 class BuiltInProgram : public platform::Program {
  public:
   explicit BuiltInProgram(Version version) : version_(version) {}
 
-  /// What the clock shows.
   std::string time_of_day = "12:34:56";
 
   std::string StringResource(int number) const override;
@@ -61,15 +60,14 @@ class BuiltInProgram : public platform::Program {
   Version version_;
 };
 
-/// A file system in memory, by Windows paths; names are the same in either letter case (of ASCII letters).
-/// A folder lists its entries in the order in which they were made.
+/// A file system in memory with Windows paths; the letter case of ASCII letters does not matter. A folder
+/// lists its entries in the order of their creation.
 class MemoryFiles : public platform::Files {
  public:
   void MakeFolder(const std::string& path);
-  /// Makes a folder that is another one under a second name.
+  /// Gives a folder a second path.
   void Link(const std::string& path, const std::string& folder);
-  /// Nobody may read or write the file or list the folder from now on; what is below can be reached as
-  /// before.
+  /// Nobody may read or write the file or list the folder from now on; paths through it still work.
   void Lock(const std::string& path);
 
   std::optional<Folder> ReadFolder(const std::string& path) const override;
@@ -78,7 +76,7 @@ class MemoryFiles : public platform::Files {
   /// Makes the folders above the file as well.
   void Write(const std::string& path, std::string_view content) override;
 
-  /// Asked before each reading; true makes it find nothing.
+  /// Asked before each read; true makes it find nothing.
   std::function<bool()> fails;
 
  private:
@@ -90,17 +88,17 @@ class MemoryFiles : public platform::Files {
     std::map<std::string, Node*, std::less<>> entries;  // by name in capitals
   };
   const Node* Asked(std::string_view path) const { return fails && fails() ? nullptr : Find(path); }
-  /// Null where there is none.
+  /// Null if there is none.
   const Node* Find(std::string_view path) const;
   Node& Make(std::string_view path);
   static void Enter(Node& folder, std::string_view name, Node& entry);
 
-  // Links make the tree a graph, so the nodes stand apart from it; the first one holds the drives.
+  // Links make the tree a graph, so no node owns another. The first one holds the drives.
   std::deque<Node> nodes_ = std::deque<Node>(1);
 };
 
-/// A computer whose other programs follow a script: what would start is written down, and the hooks play the
-/// started program by opening and closing windows and ending it.
+/// A computer whose other programs follow a script: starts are recorded, and the hooks play the started
+/// program, which opens and closes windows and ends.
 class ScriptedShell : public platform::Shell {
  public:
   struct Launch {
@@ -108,19 +106,19 @@ class ScriptedShell : public platform::Shell {
     std::string arguments;
     Show show;
   };
-  std::vector<Launch> launches;  // refused ones as well
+  std::vector<Launch> launches;  // including refused ones
   std::vector<Launch> elevated;
   /// The user refuses an administrator's rights.
   bool declines = false;
   bool refuses = false;
   /// Asked before each start; true refuses it.
   std::function<bool()> fails;
-  /// The programs that were started still run.
+  /// The started programs still run.
   bool running = false;
-  /// How those that have ended did.
+  /// The started programs ended with exit code 0.
   bool succeeded = true;
   std::set<std::string> windows;    // by title
-  std::vector<std::string> closed;  // titles of windows that got a close message; they close at once
+  std::vector<std::string> closed;  // titles of windows closed by message
   int pauses = 0;
   std::function<void()> on_start;
   std::function<void()> on_pause;

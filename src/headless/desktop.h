@@ -15,7 +15,7 @@
 
 namespace headless {
 
-/// A screen without pixels: it answers message boxes from a script and keeps a journal of what was shown.
+/// A screen without pixels. It answers message boxes from a script and records what was shown.
 class Desktop : public ui::Desktop {
  public:
   struct Shown {
@@ -24,15 +24,15 @@ class Desktop : public ui::Desktop {
   };
 
   std::vector<Shown> messages;
-  std::deque<ui::Answer> answers;  // the next ones; when it is empty a box is closed with its first button
+  std::deque<ui::Answer> answers;  // if empty, a box is closed with its first button
   std::vector<ui::Pointer> pointers;
   std::function<void()> on_yield;
   std::function<void(const ui::Message&)> on_message;
   int windows = 0;
-  /// Those that have a window, the newest last.
+  /// The forms that have a window, the newest last.
   std::vector<ui::Form*> forms;
   int repaints = 0;
-  /// How often a window was put in front of the others.
+  /// How often a window was brought to the front.
   int raised = 0;
   bool ended = false;
   double twips_per_pixel = 15;
@@ -121,7 +121,8 @@ class Desktop : public ui::Desktop {
     for (auto step = Waiting(); step; step = Waiting()) step();
     if (on_yield) on_yield();
   }
-  /// Runs a step on the thread of the forms: at once on that, else when it comes to its next messages.
+  /// Runs a step on the thread of the forms: at once if called there, otherwise when that thread handles
+  /// messages.
   void RunAtHome(std::function<void()> step) {
     if (std::this_thread::get_id() == home_) return step();
     const std::lock_guard lock(mutex_);

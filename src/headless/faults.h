@@ -12,35 +12,34 @@ namespace headless {
 /// How a platform fails.
 struct Failure {
   enum class Reach {
-    Operations,  // of the object server and of the machine
-    Object,      // the object of the operation, for good
-    Server,      // the object server with all its objects, for good; another one can be made at the end
+    Operations,  // calls of the object server and of the machine
+    Object,      // from now on, the object that is called
+    Server,      // from now on, the object server with all its objects; a new one works after End()
   };
   const char* name;
   std::int32_t number;
   Reach reach = Reach::Operations;
   std::size_t length = 1;  // how many operations fail in a row
-  bool done = false;       // what was asked is done, and only the answer fails
+  bool done = false;       // the operation is done; only its answer fails
 };
 
-/// Stands between a plug-in and its surroundings, counts what it asks of them, and makes the n-th operation
-/// fail.
+/// Sits between a plug-in and its surroundings, counts the plug-in's operations, and makes the n-th fail.
 class Faults {
  public:
   explicit Faults(PlugIn& plug_in);
   Faults(const Faults&) = delete;
   Faults& operator=(const Faults&) = delete;
 
-  /// Counts from here on. The first operation is number 1; with `first` 0 none fails.
+  /// Counts from here. Operations count from 1; if `first` is 0, none fails.
   void Begin(const Failure& failure, std::size_t first);
   void End();
-  /// Lets dead objects and former object servers go.
+  /// Releases dead objects and former object servers.
   void Forget();
 
   std::size_t seen() const { return seen_; }
-  /// The first operation that failed: the name of its member, or "machine". Empty where none did.
+  /// The first operation that failed: the name of its member, or "machine"; empty if none failed.
   const std::string& struck() const { return struck_; }
-  /// How many objects of the object server the plug-in holds.
+  /// How many of the object server's objects the plug-in holds.
   int held() const { return held_; }
   bool object_is_dead() const { return dead_ != nullptr; }
 
@@ -53,10 +52,10 @@ class Faults {
   bool counts_ = false;
   std::size_t seen_ = 0;
   std::string struck_;
-  int server_ = 0;  // how many were lost before the present one
+  int server_ = 0;  // how many were lost before this one
   platform::LateBoundPtr dead_;
   int held_ = 0;
-  // Keeps each session, so that it can be seen what the plug-in has left open.
+  // Kept to show what the plug-in left open.
   std::vector<platform::LateBoundPtr> object_servers_;
 };
 

@@ -22,7 +22,7 @@ std::unique_ptr<platform::Subscription> ForwardingObject::Advise(platform::Event
   return ForwardAdvise(
       [self = weak_from_this(), handler = std::move(handler)](std::int32_t event, Arguments arguments) {
         const auto object = self.lock();
-        if (!object) return;  // a subscription may live longer than its object
+        if (!object) return;  // a subscription may outlive its object
         std::vector<Value> wrapped;
         for (const Value& value : arguments) wrapped.push_back(object->Wrapped(value));
         handler(event, wrapped);

@@ -7,11 +7,11 @@
 
 namespace headless {
 
-/// Passes every call on to another object: the base of what stands between the plug-in and an object server
-/// and watches, delays or fails. One subclass covers the whole object model, because the objects in an answer
-/// or an event come out forwarded in the same way, and go back in as themselves.
+/// Passes every call to another object: the base of what watches, delays or fails calls between the plug-in
+/// and an object server. One subclass covers the whole object model: objects in an answer or an event are
+/// wrapped too, and unwrapped when they are passed back.
 ///
-/// An object reached twice is forwarded by two of these.
+/// An object reached twice has two wrappers.
 class ForwardingObject : public platform::LateBound, public std::enable_shared_from_this<ForwardingObject> {
  public:
   platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
@@ -21,7 +21,7 @@ class ForwardingObject : public platform::LateBound, public std::enable_shared_f
  protected:
   explicit ForwardingObject(platform::LateBoundPtr inner) : inner_(std::move(inner)) {}
 
-  /// What is done with each call, for a subclass to surround.
+  /// A subclass overrides these to add its work to each call.
   virtual platform::Value Forward(const platform::Member& member, platform::CallKind kind,
                                   platform::Arguments arguments) {
     return inner_->Invoke(member, kind, arguments);
@@ -29,7 +29,7 @@ class ForwardingObject : public platform::LateBound, public std::enable_shared_f
   virtual std::unique_ptr<platform::Subscription> ForwardAdvise(platform::EventHandler handler) {
     return inner_->Advise(std::move(handler));
   }
-  /// Forwards another object, which came in an answer or an event.
+  /// Wraps an object from an answer or an event.
   virtual platform::LateBoundPtr Another(platform::LateBoundPtr inner) = 0;
 
   const platform::LateBoundPtr& inner() const { return inner_; }

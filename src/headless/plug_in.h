@@ -21,23 +21,22 @@ struct Computer {
   ScriptedShell shell;
   MemoryRegistry machine;
   std::shared_ptr<simulator::Simulation> simulation;
-  /// No object server can be had.
+  /// No object server can be made.
   bool object_server_missing = false;
-  /// What is put between the plug-in and its object server, for one that watches or fails; nothing at first.
+  /// Wraps the object server, to watch it or to make it fail; empty if nothing does.
   std::function<platform::LateBoundPtr(platform::LateBoundPtr)> in_between;
 
  protected:
   platform::LateBoundPtr MakeObjectServer();
 };
 
-/// The plug-in as the real program runs it, on such a computer: for looking at a network file without
-/// Windows, and for the tests.
+/// The plug-in as the real program runs it, on such a computer: for the preview without Windows and for the
+/// tests.
 class PlugIn : public Computer, public plugin::PlugIn {
  public:
   PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version);
 
-  /// Puts the device's resource files and their catalogue on the computer, as an installation of LNS has
-  /// them.
+  /// Puts the device's resource files and their catalogue on the computer, as LNS installs them.
   void InstallResourceFiles();
 };
 

@@ -38,7 +38,7 @@ Lines TextOf(const ui::Control& control) {
       return lines;
     }
     default:
-      return {};  // pictures, and the status bar, which is printed by itself
+      return {};  // pictures; and the status bar, printed separately
   }
 }
 
@@ -48,7 +48,7 @@ void Append(Lines& lines, const Lines& more, const std::string& indent = "") {
 
 Lines LinesOf(const ui::Box& box);
 
-/// What takes one line stands in one together; what takes more follows below.
+/// Boxes of one line share a line; longer ones follow below.
 Lines SideBySide(std::span<const ui::Box> boxes) {
   Lines lines;
   Lines below;

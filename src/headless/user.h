@@ -10,8 +10,8 @@
 
 namespace headless {
 
-/// A user at the main window of a plug-in: moves the focus, types, presses keys and buttons, in the order of
-/// events of a real window.
+/// A user at the main window of a plug-in who moves the focus, types, and presses keys and buttons. Events
+/// come in the order of a real window.
 class User {
  public:
   explicit User(PlugIn& plug_in) : plug_in_(plug_in), focus_(plug_in.main, [](ui::Control&) {}) {
@@ -31,7 +31,7 @@ class User {
     focus_.LeaveFor(control, [&] { focus_.Arrived(control); });
   }
 
-  /// Goes to the field, whose text is selected then, and types over it.
+  /// Goes to the field, which selects its text, and types over it.
   void Type(int index, const std::string& text) {
     ui::TextField& field = Field(index);
     GoTo(field);
@@ -47,7 +47,7 @@ class User {
     }
   }
 
-  /// Pastes behind the text.
+  /// Pastes after the text.
   void Paste(int index, const std::string& text) {
     ui::TextField& field = Field(index);
     GoTo(field);
@@ -66,7 +66,7 @@ class User {
     field.on_key_down(key, state);
   }
 
-  /// Types and goes on to a list, which has no rule of its own.
+  /// Types, then goes to a list, which has no rules to check.
   void Enter(int index, const std::string& text) {
     Type(index, text);
     GoTo(List(0));
@@ -78,7 +78,7 @@ class User {
     List(index).UserChooses(item);
   }
 
-  /// A press that brings up a message does not press the button as well.
+  /// If leaving the field shows a message, the button is not pressed.
   void Press(ui::Button& button) {
     const std::size_t messages = plug_in_.desktop.messages.size();
     GoTo(button);

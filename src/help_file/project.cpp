@@ -39,7 +39,7 @@ std::string UnitInWords(Unit unit) {
   return {};
 }
 
-/// Where the device keeps the value: the network variable and, where it has several, the field in it.
+/// Where the device keeps the value: the network variable and, if it has several fields, the field.
 std::string NameInDevice(const model::CatalogueRow& row) {
   const std::string point(row.point), name(row.name);
   return name == point || name.starts_with(point + ".") ? name : point + "." + name;
@@ -110,7 +110,7 @@ std::string ChoicesOf(const FieldSource& field) {
   for (const std::string_view item : model::ListItems(field.control.index)) {
     const auto meaning = field.items.find(item);
     if (meaning == field.items.end())
-      throw SourceError(NameOf(field.control) + ": nothing is said about " + std::string(item));
+      throw SourceError(NameOf(field.control) + ": no meaning for " + std::string(item));
     choices += Fact("<code>" + Escaped(item) + "</code>", meaning->second);
   }
   return choices + "</table>\n";
@@ -258,8 +258,7 @@ class Project {
     index_.emplace(text::ToLower(keyword), keyword, file);
   }
 
-  /// What the body of a page means by {{link <control> <words>}}, where the words are the field's title if
-  /// there are none, and by {{range <control>}}.
+  /// Replaces {{link <control> <words>}}, whose default words are the field's title, and {{range <control>}}.
   std::string Filled(const std::string& file, std::string body) const {
     for (auto start = body.find("{{"); start != std::string::npos; start = body.find("{{", start)) {
       const auto end = body.find("}}", start);
@@ -293,7 +292,7 @@ class Project {
   std::string ProjectText() const {
     const std::string start = topics_.front().file;
     std::ostringstream text;
-    // The viewer reads the index as it is; the compiler's own form of it is another one each time.
+    // The viewer reads the plain index; the compiler's binary index would differ in each build.
     text << "[OPTIONS]\nCompatibility=1.1 or later\nCompiled file=" << kCompiledFile
          << "\nContents file=" << kContentsFile << "\nIndex file=" << kIndexFile
          << "\nDefault topic=" << start
@@ -304,7 +303,7 @@ class Project {
          << Hex(kThreePanes | kFollowsTopic | kSearch | kKeepsPlace) << ',' << kContentsWidth << ','
          << Hex(kHide | kBack | kForward | kHome | kOptions | kPrint) << ',' << kBounds
          << ",,,,,,,0\n\n[FILES]\n";
-    // The compiler maps contexts in the order of the files: by their numbers, others last.
+    // The compiler maps contexts in the order of the files, so these come by number and the others last.
     std::set<std::string> listed;
     const auto list = [&](const std::string& file) {
       if (listed.insert(file).second) text << file << '\n';
@@ -323,7 +322,8 @@ class Project {
   std::map<std::string, const FieldSource*, std::less<>> fields_;
   std::vector<File> files_;
   std::map<int, std::string> contexts_;
-  /// Without regard to letter case, as the viewer searches it: the keyword in lower case, itself, its topic.
+  /// Sorted as the viewer searches it, without letter case: the keyword in lower case, the keyword, its
+  /// topic.
   std::set<std::tuple<std::string, std::string, std::string>> index_;
   std::string contents_;
 };

@@ -42,7 +42,6 @@ int NumberIn(std::string_view text) {
   return number;
 }
 
-/// Reads one source line by line.
 class Parser {
  public:
   explicit Parser(const File& file) : file_(file) { topic_.file = file.name; }
@@ -78,7 +77,7 @@ class Parser {
     else if (directive == "item")
       Item(text::SplitAtFirst(argument, " "));
     else
-      Fail("no directive: " + directive);
+      Fail("unknown directive: " + directive);
   }
 
   std::string& Text() { return topic_.fields.empty() ? topic_.text : topic_.fields.back().text; }
@@ -108,7 +107,7 @@ class Parser {
     if (field.control.array != ScreenArray::cbNvi) Fail("not a list");
     const auto items = model::ListItems(field.control.index);
     if (std::ranges::find(items, item.head) == items.end()) Fail("no item of the list");
-    if (!field.items.emplace(item.head, item.rest).second) Fail("told twice");
+    if (!field.items.emplace(item.head, item.rest).second) Fail("item described twice");
   }
 
   FieldSource& LastField() {

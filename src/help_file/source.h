@@ -10,18 +10,18 @@
 
 namespace help_file {
 
-/// A text file: its name without folder, and what stands in it.
+/// A text file: its name without folder, and its content.
 struct File {
   std::string name;
   std::string content;
 };
 
-/// The files of a folder in the order of their names. Throws where one cannot be read.
+/// The files of a folder, sorted by name. Throws if one cannot be read.
 std::vector<File> ReadFolder(const std::filesystem::path& folder);
-/// Throws where a file cannot be written.
+/// Throws if a file cannot be written.
 void WriteFolder(const std::filesystem::path& folder, const std::vector<File>& files);
 
-/// A mistake in the sources; the text names the source and the line.
+/// A mistake in the sources; the text says where.
 struct SourceError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
@@ -33,18 +33,17 @@ struct FieldSource {
   std::string text;
 };
 
-/// One source of the help file: HTML without head and body. A line that begins with "@" is a
-/// directive:
+/// One source of the help file: HTML without head and body. A line that begins with "@" is a directive:
 ///
-///   @title <text>        what the topic is called; that of a page is the page's caption
-///   @page <number>       the topic of this page of the screen
-///   @context <name>      the topic of this window or button; the compiler takes one context a topic
-///   @index <keyword>     a further entry of the index
-///   @fields              here stands a table of the fields described below
-///   @field <control>     from here on about this field, which gets a topic of its own
+///   @title <text>        the topic's title; a page's caption by default
+///   @page <number>       the topic is about this page of the screen
+///   @context <name>      the topic is about this window or button; a topic has one context
+///   @index <keyword>     another entry of the index
+///   @fields              a table of the fields described below
+///   @field <control>     from here about this field, which gets its own topic
 ///   @item <item> <text>  what an item of the field's list means
 ///
-/// {{link txtNvi(3) <words>}} in a text is a link to the field's topic, {{range txtNvi(3)}} the field's
+/// In a text, {{link txtNvi(3) <words>}} is a link to the field's topic and {{range txtNvi(3)}} the field's
 /// range.
 struct TopicSource {
   std::string file;
@@ -53,7 +52,7 @@ struct TopicSource {
   /// 0 for none.
   int context = 0;
   std::vector<std::string> keywords;
-  /// With kFieldsMark where the table of the fields belongs.
+  /// kFieldsMark stands for the table of the fields.
   std::string text;
   std::vector<FieldSource> fields;
 };
@@ -62,7 +61,7 @@ inline constexpr char kFieldsMark = '\f';
 /// Throws SourceError.
 TopicSource ParseSource(const File& file);
 
-/// The control named as in "txtNvi(3)"; ScreenArray::None for any other text.
+/// The control of a name such as "txtNvi(3)"; ScreenArray::None for any other text.
 model::ControlRef ControlNamed(std::string_view name);
 std::string NameOf(model::ControlRef control);
 

@@ -15,8 +15,8 @@ constexpr char kUnknownSign = 0;
 constexpr const char* kListSeparator = ";";  // of the regions with a decimal comma
 constexpr const char* kUserType = "UNVT_";
 
-/// The object server has looked at the format and does not know it; a device that does not answer or a
-/// connection that is lost says nothing about formats.
+/// True if the object server looked at the format and does not know it. A device that does not answer or a
+/// lost connection says nothing about formats.
 bool RefusesFormat(const Error& error) {
   const std::int64_t code = std::int64_t{error.number()} - platform::kObjectServerErrorBase;
   return code >= 0 && code <= 0xFFFF && code != members::kNoCommunication;
@@ -26,7 +26,7 @@ bool RefusesFormat(const Error& error) {
   throw Error(platform::ObjectServerError(members::kFormatFailed), "LNS", description);
 }
 
-/// The sign that the number has before its fraction; none for a number without one and for other texts.
+/// The sign before the number's fraction; kUnknownSign for a number without a fraction and for other texts.
 char DecimalSignOf(const std::string& field) {
   for (const char sign : {'.', ','}) {
     std::string plain = field;
@@ -37,7 +37,7 @@ char DecimalSignOf(const std::string& field) {
   return kUnknownSign;
 }
 
-/// Numbers with blanks between them; a blank beside a comma only sets it off.
+/// True for numbers with blanks between them; a blank beside a comma separates nothing.
 bool SeparatesByBlanks(const std::string& text) {
   const auto is_number = [](const std::string& field) {
     return text::IsNumeric(field) || DecimalSignOf(field) == ',';
@@ -45,7 +45,7 @@ bool SeparatesByBlanks(const std::string& text) {
   return text.find(' ') != std::string::npos && std::ranges::all_of(text::Split(text, " "), is_number);
 }
 
-/// What separates the fields in this text, for a point whose fields are separated so.
+/// What separates the fields in this text, if the point has this separator.
 std::string SeparatorIn(const std::string& text, const std::string& separator) {
   const auto has = [&](const char* sign) { return text.find(sign) != std::string::npos; };
   if (separator == ",")
@@ -118,7 +118,7 @@ std::string Dialect::Value(const NetworkVariable& variable, const std::string& s
   if (sign == ',') Note("decimal comma");
   if (found != separator) Note("'" + found + "' in place of '" + separator + "'");
   decimal_sign_ = sign;
-  // One field alone shows no separator.
+  // A single field shows no separator.
   if (fields.size() > 1) separators_[separator] = found;
   return text::Join(fields, separator);
 }
@@ -135,12 +135,12 @@ void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
     if (decimal_sign_ == kUnknownSign && other_region)
       FailFormat("No value has shown the decimal sign of the object server: '" + field +
                  "' cannot be written.");
-    // Its fraction would stand for another field's value.
+    // Its fraction would be read as the next field.
     if (decimal_sign_ == ',' && used == ",")
       FailFormat("The object server has one sign for fractions and between values: '" + field +
                  "' cannot be written.");
     if (decimal_sign_ != ',') continue;
-    // "3." and ".5" are numbers here; elsewhere they may be none.
+    // "3." and ".5" are numbers here, but not in every region.
     const std::size_t sign = field.find('.');
     const auto is_digit = [&](std::size_t at) {
       return at < field.size() && field[at] >= '0' && field[at] <= '9';

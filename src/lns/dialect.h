@@ -10,33 +10,33 @@
 
 namespace lns {
 
-/// How one object server wants network variables to be asked and written where it differs from the usual:
-/// found out by asking, and remembered as long as it lives. Texts on this side always have "." as decimal
-/// sign and the separators of their points.
+/// How one object server differs from the usual in reading and writing network variables. Found out by
+/// trying, and remembered. Texts on this side always have "." as decimal sign and the separators of their
+/// points.
 class Dialect {
  public:
-  /// User types get a fully qualified name that begins with this, as "#8000D30000000000[3].", where they need
-  /// one; without it they have none.
+  /// `user_type_owner` begins the fully qualified names of user types, for example "#8000D30000000000[3].";
+  /// if it is empty, they have no such names.
   explicit Dialect(std::string user_type_owner = {}) : user_type_owner_(std::move(user_type_owner)) {}
 
-  /// Sets the access option where the object server has one. Only data points are documented to.
+  /// Sets the access option if the object server has one; it is documented only for data points.
   void SetAccessOption(const NetworkVariable& variable, std::int32_t option);
 
-  /// Chooses the format, given with "#SI" or "#US" in front of its name or without. The form that the object
-  /// server takes is remembered. Raises what it said to the given form where it takes none.
+  /// Chooses the format, given with or without "#SI" or "#US" in front of its name. Remembers the form that
+  /// the object server takes. If it takes none, throws its error about the given form.
   void SetFormat(const NetworkVariable& variable, const std::string& format);
 
-  /// Reads a value with the decimal sign and the list separator of whatever computer has formatted it. 18035
-  /// where the text could mean two things.
+  /// Reads a value with the decimal sign and the list separator of the computer that formatted it. Throws
+  /// 18035 if the text is ambiguous.
   std::string Value(const NetworkVariable& variable, const std::string& separator);
 
-  /// Writes a value with the signs in which it was read. 18035 where it has a fraction and no reading has
-  /// shown the decimal sign, or that sign separates the values as well.
+  /// Writes a value with the signs it was read with. Throws 18035 if it has a fraction and either no value
+  /// read has shown the decimal sign or that sign also separates the values.
   void SetValue(const NetworkVariable& variable, const std::string& text, const std::string& separator);
 
-  /// Something else in which the object server is different.
+  /// Notes another difference of the object server.
   void Note(const std::string& difference);
-  /// What was found since the last time, for the log; empty where nothing was.
+  /// The differences found since the last call, for the log; empty if none.
   std::string TakeFindings();
 
  private:
@@ -45,10 +45,10 @@ class Dialect {
   std::string user_type_owner_;
   bool has_access_option_ = true;
   std::map<std::string, std::string> accepted_formats_;
-  char decimal_sign_ = 0;                          // as long as none was seen
-  std::map<std::string, std::string> separators_;  // those in use, by those of the points
+  char decimal_sign_ = 0;                          // 0 until one is seen
+  std::map<std::string, std::string> separators_;  // those seen, by those of the points
   std::set<std::string> noted_;
-  std::vector<std::string> findings_;  // noted and not yet taken
+  std::vector<std::string> findings_;  // not yet taken
 };
 
 }  // namespace lns

@@ -17,15 +17,15 @@ using platform::CallKind;
 
 constexpr std::int32_t kObjectVariableNotSet = 91;
 
-/// What the system says of an object whose process has gone: RPC_S_SERVER_UNAVAILABLE, RPC_S_CALL_FAILED,
+/// The system's errors for an object whose process has ended: RPC_S_SERVER_UNAVAILABLE, RPC_S_CALL_FAILED,
 /// RPC_S_CALL_FAILED_DNE, RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, RPC_E_SERVER_DIED_DNE and
 /// CO_E_OBJNOTCONNECTED.
 constexpr std::uint32_t kLost[] = {0x800706BA, 0x800706BE, 0x800706BF, 0x80010108,
                                    0x80010007, 0x80010012, 0x800401FD};
 
 constexpr const char* kDemonstration =
-    " The object server may be in demonstration mode, as it is without a licence: a network can have four "
-    "devices at most then.";
+    " The object server may be in demonstration mode, as it is without a licence: a network then has at most "
+    "four devices.";
 
 }  // namespace
 
@@ -238,7 +238,7 @@ bool IsUnknownMember(const platform::Error& error) {
 }
 
 AppDevice OwningDevice(const Object& object) {
-  // Object, its collection, the interface, the device: a walk that takes longer is going elsewhere.
+  // Object, its collection, the interface, the device: a longer walk leads elsewhere.
   constexpr int kMostSteps = 6;
   Object at = object;
   for (int step = 0; step < kMostSteps && at; ++step) {

@@ -9,12 +9,11 @@
 
 #include "platform/late_bound.h"
 
-/// The object server's objects by their roles, one class each, over late-bound objects. A class holds a
-/// reference as a script would: it may refer to nothing, copies share the object, and the object is released
-/// with its last copy.
+/// The object server's objects, one class for each role, over late-bound objects. An instance is a reference
+/// as in a script: it may refer to nothing, copies share the object, and the last copy releases it.
 ///
-/// Every operation is one call of the platform and throws its platform::Error; calling through a reference to
-/// nothing throws 91, as automation does.
+/// Every operation is one call of the platform and throws its platform::Error. A call through a reference to
+/// nothing throws 91, as in automation.
 namespace lns {
 
 class Object {
@@ -36,7 +35,7 @@ class Object {
   platform::LateBoundPtr GetObject(const platform::Member& member) const;
   void Put(const platform::Member& member, platform::Value value) const;
   platform::Value Call(const platform::Member& member, platform::Arguments arguments = {}) const;
-  /// Held by the caller: calls that come in during one may drop the last reference to the object.
+  /// The caller holds it: calls that arrive during its own may drop the last reference to the object.
   platform::LateBoundPtr Target() const;
   platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
                          platform::Arguments arguments = {}) const;
@@ -45,7 +44,7 @@ class Object {
   platform::LateBoundPtr object_;
 };
 
-/// A collection: items count from 1, names are compared with letter case.
+/// A collection. Items count from 1; names are case-sensitive.
 template <class T>
 class Collection;
 
@@ -67,8 +66,8 @@ class Collection : public CollectionBase {
   T Item(std::int32_t ordinal) const { return T(ItemAt(ordinal)); }
   T Item(const std::string& name) const { return T(ItemAt(name)); }
 
-  /// A place in the collection, and the iterator over its places. Taking it as an item fetches the item, so
-  /// that a loop can go on past one that cannot be fetched.
+  /// A place in the collection, and the iterator over its places. Converting it fetches the item, so a loop
+  /// can continue past an item that cannot be fetched.
   class Entry {
    public:
     Entry(const Collection* all, std::int32_t ordinal) : all_(all), ordinal_(ordinal) {}
@@ -90,7 +89,7 @@ class Collection : public CollectionBase {
     Entry end() const { return {&all, std::max(count, 0) + 1}; }
   };
 
-  /// What to walk over in order: `for (const AppDevice device : devices.Items())`. Counts once.
+  /// The items in order: `for (const AppDevice device : devices.Items())`. Counts once.
   Entries Items() const { return {*this, Count()}; }
 };
 
@@ -105,7 +104,7 @@ class ComponentApp : public Object {
   using Object::Object;
   std::int32_t CommandId() const;
   void SetCommandId(std::int32_t command) const;
-  /// The class of the objects that the command is for.
+  /// The class of the objects that the command works on.
   std::int32_t ComponentClassId() const;
   bool DefaultAppFlag() const;
   void SetDefaultAppFlag(bool is_default) const;
@@ -119,7 +118,7 @@ class ComponentApp : public Object {
 class ComponentApps : public Collection<ComponentApp> {
  public:
   using Collection::Collection;
-  /// The reference returned may refer to nothing.
+  /// The result may refer to nothing.
   ComponentApp Add(const std::string& name, const std::string& registered_server,
                    std::int32_t class_id) const;
 };
@@ -139,7 +138,7 @@ class NetworkVariable : public Object {
 class LonMarkObject : public Object {
  public:
   using Object::Object;
-  /// The scope of the resource file that defines the object: 0 standard to 6 one model of one maker.
+  /// The scope of the resource file that defines the object, from 0 (standard) to 6 (one model of one maker).
   std::int32_t Mode() const;
   void SetMode(std::int32_t scope) const;
   lns::ComponentApps ComponentApps() const;
@@ -150,9 +149,9 @@ class Interface : public Object {
   using Object::Object;
   Collection<NetworkVariable> NetworkVariables() const;
   Collection<LonMarkObject> LonMarkObjects() const;
-  /// The network database takes the configuration that the device has.
+  /// Copies the device's configuration to the network database.
   void UploadConfigProperties() const;
-  /// The device takes the configuration that the network database has.
+  /// Copies the network database's configuration to the device.
   void DownloadConfigProperties() const;
 };
 
@@ -163,8 +162,8 @@ class DeviceTemplate : public Object {
   /// The interface of the devices of this type; its variables have no values.
   lns::Interface Interface() const;
   lns::ComponentApps ComponentApps() const;
-  /// Takes the interface from an external interface file, in text or binary form, that the object server can
-  /// reach.
+  /// Takes the interface from an external interface file, in text or binary form. The object server must
+  /// reach it.
   void Import(const std::string& path) const;
 };
 
@@ -187,7 +186,7 @@ class AppDevice : public Object {
   lns::Interface Interface() const;
   std::int32_t AttachmentStatus() const;
   bool HasBeenCommissioned() const;
-  /// Talks to the device; members::kTestGood when it answers as it should.
+  /// Asks the device; members::kTestGood if it answers correctly.
   std::int32_t Test() const;
   std::int32_t State() const;
   std::string ProgramId() const;
@@ -240,7 +239,7 @@ class ObjectServer : public Object {
   void Open() const;
   void Close() const;
   bool IsOpen() const;
-  /// Its process has ended, or the connection to it: nothing of it will ever answer again.
+  /// Its process or the connection to it has ended: none of its objects will answer again.
   bool IsLost() const;
   bool RemoteFlag() const;
   void SetRemoteFlag(bool remote) const;
@@ -250,18 +249,16 @@ class ObjectServer : public Object {
   Collection<Network> Networks() const;
   lns::ComponentApps ComponentApps() const;
   Collection<NetworkInterface> NetworkInterfaces() const;
-  /// Unknown to object servers in whose manuals it no longer stands; these list them all in
-  /// NetworkInterfaces.
+  /// Newer object servers may not know it; they list all interfaces in NetworkInterfaces.
   Collection<NetworkInterface> RemoteNetworkInterfaces() const;
   void SetActiveRemoteNI(const NetworkInterface& network_interface) const;
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;
 };
 
-/// The object has no member of that name or number.
+/// The error says that the object has no such member.
 bool IsUnknownMember(const platform::Error& error);
 
-/// Makes a call to a member that an object server may not know: of another release, or chosen from several
-/// that fit. Every other failure stays one.
+/// For a member that an object server may not know. Other failures still throw.
 template <class Call>
 void SkipIfUnknown(Call&& call) {
   try {
@@ -271,8 +268,7 @@ void SkipIfUnknown(Call&& call) {
   }
 }
 
-/// The device that an object belongs to, found by walking up from it; nothing where the walk does not end at
-/// one.
+/// The device that an object belongs to, found through its parents; nothing if there is none.
 AppDevice OwningDevice(const Object& object);
 
 }  // namespace lns

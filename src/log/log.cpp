@@ -13,7 +13,7 @@ namespace activity {
 namespace {
 
 // The window's geometry, in twips of its outer size.
-constexpr double kBottomHeight = 1450;  // from the top of the bottom frame to the window's lower edge
+constexpr double kBottomHeight = 1450;  // from the bottom frame's top to the window's lower edge
 constexpr double kSideRoom = 300;
 constexpr double kButtonStep = 1100;
 constexpr double kButtonWidth = 1035;
@@ -43,10 +43,10 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program, platform::Fil
   lstActivity.SetAccessibleName("Activity");
   lstActivity.small_icons = &ImageList1;
   lstActivity.on_copy = [this](const std::string& rows) { this->desktop().CopyText(rows); };
-  cmdSave.SetToolTip("Saves all rows in a file of comma-separated values.");
+  cmdSave.SetToolTip("Saves all rows as comma-separated values.");
   cmdClear.SetToolTip("Removes all rows.");
   cmdClose.SetToolTip("Hides this window. The rows stay.");
-  cbOpenOnError.SetToolTip("Brings this window up whenever an operation fails.");
+  cbOpenOnError.SetToolTip("Shows this window when an operation fails.");
   cancel_button = &cmdClose;
   cmdSave.on_click = [this] { Save(); };
   cmdClear.on_click = [this] { AskAndClear(); };
@@ -96,7 +96,7 @@ void fLog::Append(ui::ListView::Icon mark, const std::string& action, const std:
 
 void fLog::Save() {
   try {
-    // The blanks around the bars are part of the filter.
+    // The blanks around the bars are deliberate.
     const auto path =
         desktop().AskSaveFile({"Save As...", "ActivityLog", "*.csv",
                                "Comma separated values (*.csv) |*.csv | All Files (*.*) | *.*"});
@@ -116,8 +116,8 @@ void fLog::Save() {
   }
 }
 
-/// Quotes inside a text are written as they are, not doubled; deliberate. Letters beyond ASCII need the mark
-/// at the beginning, by which other programs know them; plain text is left without.
+/// Quotes inside a text are not doubled, deliberately. Other programs need a byte-order mark to read letters
+/// beyond ASCII; plain text goes without.
 std::string fLog::RowsAsLines() const {
   std::string lines;
   for (const ui::ListView::Row& row : lstActivity.Rows()) {

@@ -13,12 +13,12 @@
 
 namespace activity {
 
-/// The message of a failure as LogError takes it: action and result, each brought to one line, with CR LF
-/// between them, so that splitting it gives these two again, whatever the platform has put into its texts.
+/// A failure's message for LogError: action and result, each on one line, with CR LF between them. Line
+/// breaks in the platform's texts therefore cannot split it wrongly.
 std::string ErrorMessage(const std::string& action, const std::string& result);
 
-/// The activity log: every network operation with its time, action and result, in a window of its own. It
-/// lives in memory as long as the process; rows are only appended or all cleared.
+/// The activity log: a window that lists every network operation with its time, action and result. It is only
+/// in memory. Rows are appended, or all cleared.
 class fLog : public ui::Form {
  public:
   fLog(ui::Desktop& desktop, const platform::Program& program, platform::Files& files);
@@ -26,9 +26,8 @@ class fLog : public ui::Form {
   /// Appends a row with a green mark.
   void LogCommand(const std::string& action, const std::string& results);
 
-  /// Appends a row with a red mark. The message is the action and the result joined by CR LF, as ErrorMessage
-  /// makes it; further lines are dropped, and a message without a line break leaves both columns empty and
-  /// shows only time and mark. Deliberate.
+  /// Appends a row with a red mark. ErrorMessage makes the message. Deliberately, further lines are dropped,
+  /// and a message without a line break shows only time and mark.
   void LogError(const std::string& message);
 
   /// Removes all rows without asking.
@@ -37,7 +36,7 @@ class fLog : public ui::Form {
     subject = 0;
   }
 
-  /// Whose the last row is, as whoever has logged it has said; 0 for nobody's.
+  /// What the last row is about, as its writer says; 0 for nothing in particular.
   int subject = 0;
 
   ui::ImageList ImageList1{{"Green", ui::ImageList::Picture::GreenMark},
@@ -57,7 +56,7 @@ class fLog : public ui::Form {
  private:
   void Append(ui::ListView::Icon mark, const std::string& action, const std::string& results);
   std::vector<ui::Spot> PlaceControls(double outer_width, double outer_height);
-  /// Asks where to, and writes one line a row: three quoted texts with commas between them, ended by CR LF.
+  /// Asks for a file and writes each row as a line: three quoted texts separated by commas, then CR LF.
   void Save();
   std::string RowsAsLines() const;
   void AskAndClear();
@@ -66,8 +65,8 @@ class fLog : public ui::Form {
   platform::Files& files_;
 };
 
-/// Runs a step without which a procedure goes on. False if it failed; the log says what failed and, if it has
-/// a subject, for which. A subject that takes time to name is a function, which is called only then.
+/// Runs a step that the procedure can do without. If it fails, returns false and logs the failure with its
+/// subject, if any. A subject that takes time to name can be a function, called only on failure.
 template <class Subject, class Step>
 bool LogAndGoOn(fLog& log, const std::string& action, const Subject& subject, Step&& step) {
   try {

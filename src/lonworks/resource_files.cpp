@@ -37,8 +37,7 @@ std::vector<std::string> ResourceFiles::Names(const platform::Files& files) cons
 }
 
 std::int32_t ResourceFiles::Scope() const {
-  // Digits of a program ID: format, 5 of the maker, 4 of the class, 2 of the usage, 2 of the channel, 2 of
-  // the model.
+  // Digits of a program ID: 1 format, 5 maker, 4 class, 2 usage, 2 channel, 2 model.
   switch (program_id_prefix_.size()) {
     case 6:
       return 3;
@@ -64,7 +63,7 @@ namespace {
 
 constexpr const char* kCatalogName = "ldrf.cat";
 constexpr Tool kCatalogTool{"LDRFCAT"};
-/// Far more than the names of all makers' files take.
+/// Far more than the names of all makers' files need.
 constexpr std::size_t kMostBytes = std::size_t{16} << 20;
 
 bool EndsWithItsName(std::string_view path) {
@@ -78,9 +77,9 @@ std::string FolderAboveCatalog(std::string_view catalog_path) {
   return text::FolderOf(EndsWithItsName(types) ? text::FolderOf(types) : types);
 }
 
-ResourceCatalog::ResourceCatalog(const std::string& told, const std::string& lonworks_folder,
+ResourceCatalog::ResourceCatalog(const std::string& reported, const std::string& lonworks_folder,
                                  const platform::Files& files)
-    : files_(files), path_(text::WithoutBackslash(told)) {
+    : files_(files), path_(text::WithoutBackslash(reported)) {
   if (!path_.empty() && !EndsWithItsName(path_)) path_ += std::string("\\") + kCatalogName;
   if (!files_.FileExists(path_)) path_ = lonworks_folder + "\\Types\\" + kCatalogName;
 }

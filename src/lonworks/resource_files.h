@@ -12,27 +12,27 @@
 
 namespace lonworks {
 
-/// The device's resource files on this computer: type and format files in a folder of their own below the
-/// LonWorks folder, written for the program IDs that begin with the maker's prefix.
+/// The device's resource files on this computer: type and format files in their own folder below the LonWorks
+/// folder, for the program IDs that begin with the maker's prefix.
 ///
-/// They come with the device, the plug-in brings none; registration adds those that are there to the
-/// platform's catalogue. For configuring, a folder with at least one type file and one format file counts.
+/// They come with the device; the plug-in installs none. Registration adds those it finds to the platform's
+/// catalogue. Configuring needs at least one type file and one format file.
 class ResourceFiles {
  public:
   ResourceFiles() = default;
   ResourceFiles(const registry::CRegistry& registry, const platform::Program& program);
 
-  /// The files are there. False also where the LonWorks folder is unknown or cannot be read.
+  /// The files exist. False also if the LonWorks folder is unknown or cannot be read.
   bool Present(const platform::Files& files) const;
 
-  /// The names of the type, profile and format files that are there.
+  /// The names of the type, profile and format files.
   std::vector<std::string> Names(const platform::Files& files) const;
 
   /// The scope of the files, from the length of the program-ID prefix: 3 one maker, 4 one class of its
-  /// devices, 5 one subclass, 6 one model; 0, the standard's own, for anything else.
+  /// devices, 5 one subclass, 6 one model; 0 (standard) for any other length.
   std::int32_t Scope() const;
 
-  /// What stands before a type of these files in its fully qualified name: "#8000D30000000000[3].".
+  /// The start of these types' fully qualified names: "#8000D30000000000[3].".
   std::string UserTypeOwner() const;
 
   const std::string& folder() const { return folder_; }
@@ -42,26 +42,27 @@ class ResourceFiles {
   std::string program_id_prefix_;
 };
 
-/// The LonWorks folder that a catalogue lies in, from a path with or without the catalogue's file name; empty
-/// where that tells none.
+/// The LonWorks folder of a catalogue, from a path with or without the catalogue's file name; empty if the
+/// path shows none.
 std::string FolderAboveCatalog(std::string_view catalog_path);
 
-/// The platform's catalogue of resource files, through which it finds the types and formats of devices.
+/// The platform's catalogue of resource files, where it finds the types and formats of devices.
 ///
-/// Neither its format nor the tool that adds to it is in a manual that we have. What is chosen, all of it
-/// here: the names of the files in it can be read, in letters of one or two bytes, and the tool is
-/// `bin\LDRFCAT "<catalogue>" "<folder>"`, which ends with exit code 0 when the files of the folder are in.
+/// No manual that we have describes its format or the tool that adds to it. This class alone chooses: the
+/// file names in it are readable, in letters of one or two bytes, and the tool is `bin\LDRFCAT "<catalogue>"
+/// "<folder>"`, which ends with exit code 0 once the folder's files are in it.
 class ResourceCatalog {
  public:
-  /// `told` is where the open system says that it is, which may be a path of another computer; else it is
-  /// looked for in the LonWorks folder.
-  ResourceCatalog(const std::string& told, const std::string& lonworks_folder, const platform::Files& files);
+  /// `reported` is the open system's path of it. That may be a path on another computer; if there is no such
+  /// file here, the catalogue is the one in the LonWorks folder.
+  ResourceCatalog(const std::string& reported, const std::string& lonworks_folder,
+                  const platform::Files& files);
 
-  /// One of the files is not in it. A catalogue that is there and cannot be read, as while another program
-  /// writes to it, counts as complete.
+  /// One of the files is not in it. A catalogue that cannot be read, for example while another program writes
+  /// to it, counts as complete.
   bool Lacks(const std::vector<std::string>& file_names) const;
 
-  /// Has the tool add all files of the folder.
+  /// Runs the tool to add all files of the folder.
   Tools::Outcome Add(const std::string& folder, Tools& tools) const;
 
  private:

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kRoundMilliseconds = 10;
 constexpr int kMostWorkingRounds = 6000;
-constexpr int kMostIdleRounds = 1000;  // of a tool that should have a window and shows none
+constexpr int kMostIdleRounds = 1000;  // while a tool's window is missing
 
 }  // namespace
 

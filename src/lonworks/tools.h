@@ -11,29 +11,30 @@ namespace lonworks {
 /// A program in the folder "bin" of the LonWorks installation.
 struct Tool {
   const char* name;
-  // The titles of its window while it works and when it has finished, which it says until it is closed; null
-  // for one without a window.
+  // The titles of its window while it works and when it has finished, when it waits to be closed; null for a
+  // tool without a window.
   const char* working_title = nullptr;
   const char* finished_title = nullptr;
 };
 
-/// Runs the tools of the LonWorks installation on this computer, one at a time. Used from the user-interface
-/// thread, whose message loop runs meanwhile.
+/// Runs the tools of this computer's LonWorks installation, one at a time. Used from the user-interface
+/// thread; the message loop runs meanwhile.
 class Tools {
  public:
   Tools(ui::Desktop& desktop, platform::Shell& shell, const registry::CRegistry& registry)
       : desktop_(desktop), shell_(shell), registry_(registry) {}
 
   enum class Outcome {
-    NotStarted,  // also where there is no LonWorks installation
-    Unfinished,  // it took too long, and was left running
-    Failed,      // its exit code says so
+    NotStarted,  // also if there is no LonWorks installation
+    Unfinished,  // it took too long and still runs
+    Failed,      // its exit code is not 0
     Finished
   };
-  /// Starts a tool minimised and waits for it: at most a minute at its work, and ten seconds for its window.
+  /// Starts a tool minimised and waits for it: at most a minute while it works, and ten seconds while its
+  /// window is missing.
   Outcome Run(const Tool& tool, const std::string& arguments);
 
-  /// Lets about 10 ms pass in which the message loop runs.
+  /// Runs the message loop and waits about 10 ms.
   void PassRound();
 
  private:

@@ -7,13 +7,13 @@
 
 namespace platform {
 
-/// A raised error as automation knows it: a number, the name of what raised it, and a text for people.
+/// An error as automation knows it: a number, the name of what raised it, and a text for people.
 ///
-/// It is made from an HRESULT and EXCEPINFO at the COM edge, by the procedures that raise numbered errors and
-/// by the registry class; it becomes EXCEPINFO again at the automation object's adapter and nowhere else.
+/// The COM adapters make one from an HRESULT and EXCEPINFO, and turn one that escapes from an automation
+/// object back into these. Our own code throws it for refusals that have numbers.
 class Error : public std::exception {
  public:
-  /// The cause is the text of the error that this one has taken the place of, for the log.
+  /// `cause` is the text of the error that this one replaces, for the log.
   Error(std::int32_t number, std::string source, std::string description, std::string cause = {})
       : number_(number),
         source_(std::move(source)),
@@ -37,7 +37,7 @@ class Error : public std::exception {
 constexpr std::int32_t kObjectServerErrorBase = static_cast<std::int32_t>(0x80040000u);
 constexpr std::int32_t ObjectServerError(std::uint16_t code) { return kObjectServerErrorBase + code; }
 
-/// Automation's own refusals (the system's DISP_E_ numbers), raised where arguments or members do not fit.
+/// Automation's own refusals of members and arguments: the system's DISP_E_ numbers.
 constexpr std::int32_t kUnknownInterface = static_cast<std::int32_t>(0x80020001u);
 constexpr std::int32_t kMemberNotFound = static_cast<std::int32_t>(0x80020003u);
 constexpr std::int32_t kTypeMismatch = static_cast<std::int32_t>(0x80020005u);

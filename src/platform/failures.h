@@ -5,16 +5,16 @@
 
 namespace platform {
 
-// What a procedure does about a step that may fail, by name; activity::LogAndGoOn is the third way. A failure
-// that must stop the procedure is caught by none of them.
+// Named ways to handle a step that may fail; activity::LogAndGoOn is the third. If a failure must stop the
+// procedure, use none of them.
 
-/// For a step on which nothing else depends.
+/// For a step that nothing else depends on.
 template <class Step>
 void IgnoreFailure(Step&& step) noexcept {
   try {
     std::forward<Step>(step)();
   } catch (const std::exception&) {
-    // The name says it.
+    // Ignored on purpose.
   }
 }
 

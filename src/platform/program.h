@@ -4,12 +4,12 @@
 
 namespace platform {
 
-/// The program file that runs: its resources, version and place.
+/// The running program's file: its resources, version and place.
 class Program {
  public:
   virtual ~Program() = default;
 
-  /// A text of the string table; empty where the table has no such number.
+  /// A text of the string table; empty if the table has no such number.
   virtual std::string StringResource(int number) const = 0;
 
   struct Version {
@@ -19,7 +19,7 @@ class Program {
   };
   virtual Version FileVersion() const = 0;
 
-  /// The program's folder, without a backslash at its end, and its file name without ".exe".
+  /// The program's folder, without a backslash at the end, and its file name without ".exe".
   virtual std::string Directory() const = 0;
   virtual std::string ExecutableName() const = 0;
   std::string Path() const { return Directory() + "\\" + ExecutableName() + ".exe"; }

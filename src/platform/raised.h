@@ -2,7 +2,7 @@
 
 namespace platform {
 
-/// Raises a flag for as long as it lives, and then gives it back the value that it had.
+/// Raises a flag while it lives, then restores the flag's former value.
 class Raised {
  public:
   explicit Raised(bool& flag) : flag_(flag), former_(flag) { flag = true; }

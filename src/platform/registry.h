@@ -8,14 +8,12 @@
 namespace platform {
 
 /// The system registry as the program needs it: text values, by full key path below a hive. Texts are UTF-8
-/// here and ANSI in the registry. Nothing throws: what cannot be done says so.
+/// here and ANSI in the registry. Nothing throws: the result shows a failure.
 class RegistryKey {
  public:
-  /// Closes the key.
   virtual ~RegistryKey() = default;
 
-  /// The value if it is of the string type, without regard to a terminating NUL being there; nothing
-  /// otherwise.
+  /// The value if it is a string, with or without a terminating NUL; nothing otherwise.
   virtual std::optional<std::string> ReadText(const std::string& value_name) const = 0;
   /// Stores exactly the text's characters as the value's data, without a terminating NUL.
   virtual bool WriteText(const std::string& value_name, const std::string& text) = 0;
@@ -31,9 +29,9 @@ class Registry {
 
   enum class Hive { LocalMachine, CurrentUser };
   enum class Access { Read, Write, Full };
-  /// Null where the key does not exist or may not be opened so. An empty path is the hive itself.
+  /// Null if the key does not exist or this access is refused. An empty path is the hive itself.
   virtual std::unique_ptr<RegistryKey> Open(Hive hive, const std::string& path, Access access) = 0;
-  /// Opens for writing, creating the key and its missing parents; null where that is refused.
+  /// Opens the key for writing; creates it and its missing parents. Null if that is refused.
   virtual std::unique_ptr<RegistryKey> Create(Hive hive, const std::string& path) = 0;
   /// Deletes a key that has no subkeys.
   virtual bool Delete(Hive hive, const std::string& path) = 0;

@@ -6,12 +6,12 @@
 
 namespace platform {
 
-/// A program that was started; destroying it lets go of it without ending it.
+/// A started program. It runs on when this is destroyed.
 class StartedProgram {
  public:
   virtual ~StartedProgram() = default;
   virtual bool Running() const = 0;
-  /// It has ended, with the exit code 0.
+  /// It has ended with exit code 0.
   virtual bool Succeeded() const = 0;
 };
 
@@ -21,21 +21,21 @@ class Shell {
   virtual ~Shell() = default;
 
   enum class Show { MinimizedWithoutFocus, MinimizedWithFocus };
-  /// Starts a program and does not wait for it. The program is a path or, to be found where the system looks
-  /// for programs, a file name; it is quoted here, the arguments are passed as they are. Throws an Error with
-  /// the system's description where it does not start.
+  /// Starts a program and does not wait for it. `program` is a path, or a file name that the system looks
+  /// for. It is quoted here; the arguments are passed unchanged. Throws an Error with the system's
+  /// description if the program does not start.
   virtual std::unique_ptr<StartedProgram> Start(const std::string& program, const std::string& arguments,
                                                 Show show) = 0;
 
-  /// Starts a program with an administrator's rights, for which the system asks the user. False where he
-  /// declines; throws an Error where it does not start for another reason.
+  /// Starts a program with an administrator's rights, which the system asks the user for. False if the user
+  /// declines; throws an Error if it does not start for another reason.
   virtual bool StartElevated(const std::string& program, const std::string& arguments) = 0;
 
   virtual bool WindowExists(const std::string& title) const = 0;
-  /// Posts a close message to the window of that title, if there is one.
+  /// Posts a close message to the window with that title, if there is one.
   virtual void CloseWindow(const std::string& title) = 0;
 
-  /// Lets time pass without running messages.
+  /// Waits without running messages.
   virtual void Pause(std::int32_t milliseconds) = 0;
 };
 

@@ -6,10 +6,8 @@
 
 int main(int count, char** arguments) {
   if (count != 3) {
-    std::fputs(
-        "Writes the project of the help file.\n\n    help_project <folder of the sources> <folder of the "
-        "project>\n",
-        stderr);
+    std::fputs("Writes the project of the help file.\n\n    help_project <sources folder> <project folder>\n",
+               stderr);
     return 2;
   }
   try {

@@ -1,4 +1,4 @@
-// preview: shows what the plug-in makes of a device of a network file, without Windows. For authors of
+// preview: shows what the plug-in shows for a device in a network file, without Windows. For authors of
 // network files.
 
 #include <chrono>
@@ -16,18 +16,19 @@ namespace {
 constexpr const char* kUsage =
     "usage: preview <network file> <network/system.subsystem/device> [c|f]\n"
     "\n"
-    "Prints what the plug-in shows of a device of a network file: messages, every caption and field of its\n"
-    "window, the status bar and the log. c shows temperatures in degrees Celsius, as without it, f in\n"
-    "Fahrenheit. The file stays as it is.\n"
+    "Prints what the plug-in shows for a device: messages, every caption and field of its window, the "
+    "status\n"
+    "bar and the log. Temperatures are in degrees Celsius (c, the default) or Fahrenheit (f). The network\n"
+    "file is not changed.\n"
     "\n"
     "  preview demo/network.json \"Demo Tower/Demo Tower.Floor 1/Thermostat 101\"\n"
     "\n"
-    "Exit codes: 0 done, 1 the command line is wrong, 2 something failed.\n";
+    "Exit codes: 0 done, 1 wrong command line, 2 failure.\n";
 
 int Show(const std::string& network_file, const std::string& device, const std::string& units) {
   auto network = simulator::Simulation::FromFile(
       network_file, [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); });
-  network->installation().auto_save = false;  // looking at a file changes nothing in it
+  network->installation().auto_save = false;  // the preview leaves the file unchanged
   headless::PlugIn plug_in(network, {QM5R_VERSION_MAJOR, QM5R_VERSION_MINOR, QM5R_VERSION_PATCH});
   plug_in.InstallResourceFiles();
   plug_in.registry.SetMachineSetting(plug_in.identity.PlugInKey(), "DisplayUnits", units == "f" ? "1" : "0");

@@ -21,7 +21,7 @@ using session::SupportedCommand;
 
 const std::string kErrorAdding = "Error adding command ";
 
-// What a command's program ID can name. Only device templates have one.
+// The kinds of template that a command can name. Only device templates have a program ID.
 enum TemplateKind : std::int32_t {
   kHardwareTemplate = 1,
   kBuildTemplate = 2,
@@ -48,15 +48,15 @@ class Run {
     const bool known = LogAndGoOn(services_.log, "Error reading the remote flag", "", [this] {
       services_.session.RegistrationRemote = services_.session.ObjectServer.RemoteFlag();
     });
-    // Before templates are made: the platform looks for the types of their variables then.
+    // Before templates are made, as that is when the platform looks for the types of their variables.
     const bool resources = !known || services_.session.RegistrationRemote || AddResources(services_, system_);
     bool all = true;
     for (SupportedCommand& command : services_.session.SupportedCommands)
       all = Try(command, [&] { RegisterEverywhere(command); }) && all;
     const SupportedCommand mark = SystemMark();
     all = all && Try(mark, [&] { AddOnce(system_, Place(system_), mark); });
-    // A director that finds everything there, as at each of its starts, is not kept waiting by a box for what
-    // the log tells.
+    // Directors register at each start: if no command is missing, no box keeps them waiting. The log has the
+    // failure.
     if (!resources && user_is_there_) Show(kResourcesNotAdded, ui::Icon::Exclamation);
     return all;
   }
@@ -64,8 +64,8 @@ class Run {
  private:
   using Finish = std::function<void(const lns::ComponentApp&)>;
 
-  /// Runs a step of adding the command; logs and shows why it failed. What several commands fail for, as for
-  /// want of their template, is shown with the first of them.
+  /// Runs a step of adding the command; logs and shows why it failed. A reason that several commands share,
+  /// such as a missing template, is shown once.
   bool Try(const SupportedCommand& command, const std::function<void()>& step) {
     const std::string action = kErrorAdding + command.CommandName;
     std::string reason, result, cause;
@@ -95,7 +95,7 @@ class Run {
     const std::string type = ObjectTypeName(static_cast<std::int16_t>(command.ObjectType));
     services_.progress.DisplayStatus("Adding command " + command.CommandText + " for " + type +
                                      " objects...");
-    if (command.TemplateKind != kDeviceTemplate) throw Failure("Its program ID is no device template's.");
+    if (command.TemplateKind != kDeviceTemplate) throw Failure("Its program ID is not a device template's.");
     const lns::DeviceTemplate device_template = TemplateOf(command);
     const Place place(device_template);
     if (command.ObjectType == session::kLonMarkObjectType) {
@@ -103,7 +103,7 @@ class Run {
       AddToDevices(command);
       return;
     }
-    // Read before the command is there: nothing but the answer stands between the command and its flag.
+    // Read before the command exists, so only the user's answer comes between the command and its flag.
     const std::string& template_name = place.Name();
     AddOnce(device_template, place, command, [&](const lns::ComponentApp& added) {
       if (AskForDefault(command, template_name)) added.SetDefaultAppFlag(true);
@@ -116,12 +116,11 @@ class Run {
       AddOnce(object, Place(object, owner), command);
   }
 
-  /// Whether the objects of devices that are there already take part in what their template has is in no
-  /// manual.
+  /// No manual says whether existing devices' objects get the commands of their template.
   void AddToDevices(const SupportedCommand& command) const {
     const auto devices = system_.Subsystems().Item(lns::members::kAllDevices).AppDevices();
     for (const lns::AppDevice device : devices.Items()) {
-      // A device that was only discovered has no template.
+      // A discovered device has no template.
       const std::string program_id =
           platform::ValueOr(std::string(), [&] { return device.DeviceTemplate().ProgramId(); });
       if (text::EqualIgnoringCase(program_id, command.ProgramId))
@@ -129,7 +128,7 @@ class Run {
     }
   }
 
-  /// Rows of one program ID share its template, and its failure: the user is asked for a file once.
+  /// Rows of one program ID share its template and its failure: the user is asked for a file once.
   lns::DeviceTemplate TemplateOf(const SupportedCommand& command) {
     if (const auto known = failed_.find(command.ProgramId); known != failed_.end()) throw known->second;
     try {
@@ -144,8 +143,8 @@ class Run {
     return text::EqualIgnoringCase(app.RegisteredServer(), services_.identity.PlugInProgID);
   }
 
-  /// By what it does, or by its name where an earlier try did not get to its end. One that cannot be read
-  /// counts as another plug-in's.
+  /// Finds the command by what it does, or by its name if an earlier try did not finish. A command that
+  /// cannot be read counts as another plug-in's.
   lns::ComponentApp Find(const lns::ComponentApps& apps, const SupportedCommand& command) const {
     for (const auto& entry : apps.Items()) {
       lns::ComponentApp found;
@@ -161,7 +160,7 @@ class Run {
     return app.CommandId() == command.CommandId && app.ComponentClassId() == command.ObjectType;
   }
 
-  /// Adds the command to those of the owner where it is not there already.
+  /// Adds the command to the owner's if it is missing.
   template <class Owner>
   void AddOnce(const Owner& owner, const Place& place, const SupportedCommand& command,
                const Finish& finish = {}) const {
@@ -174,7 +173,7 @@ class Run {
     if (!done.empty()) services_.log.LogCommand(done + command.CommandName, place.Text());
   }
 
-  /// What was done, as the log calls it; nothing where the command is there already.
+  /// What was done, in the log's words; empty if the command was there already.
   std::string AddTo(const lns::ComponentApps& apps, const SupportedCommand& command,
                     const Finish& finish) const {
     const lns::ComponentApp found = Find(apps, command);
@@ -183,22 +182,22 @@ class Run {
     return "Adding command ";
   }
 
-  /// Makes the command, or one that was left without its number, what it should be.
+  /// Makes the command, or completes one that was left without its number.
   void Complete(const lns::ComponentApps& apps, lns::ComponentApp app, const SupportedCommand& command,
                 const Finish& finish) const {
     try {
       if (!app) app = apps.Add(command.CommandName, services_.identity.PlugInProgID, command.ObjectType);
       if (!app) throw Failure("ComponentApp was not created.");
       app.SetDescription(command.CommandDescription);
-      // Last, as it tells the next try that nothing is missing.
+      // Last, as it shows the next try that nothing is missing.
       app.SetCommandId(command.CommandId);
       LogAndGoOn(services_.log, "Error writing the version of command " + command.CommandName, "", [&] {
         if (HasOtherVersion(app)) app.SetVersionNumber(services_.identity.PlugInVersion);
       });
       if (finish) finish(app);
     } catch (const std::exception&) {
-      // A command without its number would be offered and do nothing; where one with its number is taken
-      // back, the next try asks again.
+      // A command without its number would be offered and do nothing. If a complete one is removed, the next
+      // try asks again.
       if (app)
         LogAndGoOn(services_.log, "Error removing command " + command.CommandName, "",
                    [&] { apps.Remove(command.CommandName); });
@@ -206,9 +205,9 @@ class Run {
     }
   }
 
-  /// The manual calls the version read-only, set when the command is added. The mark is added anew then, as
-  /// directors register again and again while it has an older one; no other version is compared, and no
-  /// command of a template loses its default flag for it.
+  /// The manual calls the version read-only, set when the command is added. If it is, only the system's mark
+  /// is added anew: directors compare its version alone and register until it matches, and other commands
+  /// would lose their default flag.
   std::string Update(const lns::ComponentApps& apps, const lns::ComponentApp& app,
                      const SupportedCommand& command) const {
     bool other = false;
@@ -248,11 +247,11 @@ class Run {
   }
 
   const session::Services& services_;
-  lns::System system_;  // of the network that was open at the beginning; another command may open another one
+  lns::System system_;  // of the network open at the start; a command may open another
   PlugInTemplates library_;
   std::map<std::string, Failure> failed_;  // by program ID
   std::set<std::string> logged_, shown_;
-  bool user_is_there_ = false;  // this run has shown a box, which was answered
+  bool user_is_there_ = false;  // this run has shown a box that was answered
 };
 
 }  // namespace

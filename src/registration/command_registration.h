@@ -5,13 +5,13 @@
 
 namespace registration {
 
-/// Puts the plug-in's commands where directors look for them: on the device templates of the open system and
-/// on the LonMark objects of their interfaces and devices. A command of its own on the system tells directors
-/// that this version is registered there.
+/// Adds the plug-in's commands where directors look for them: to the device templates of the open system and
+/// to the LonMark objects of their interfaces and devices. A "register" command on the system shows directors
+/// that this version is registered.
 ///
-/// Registering again changes nothing. False where no network is open, or where a command could not be
-/// registered, which has been shown to the user; the others are registered, and the next try does the rest.
-/// The activity log tells what was added and updated, and what failed.
+/// Registering again changes nothing. False if no network is open or if a command could not be registered.
+/// The user has then seen the failure, the other commands are registered, and the next try does the rest. The
+/// activity log lists what was added, updated and what failed.
 bool RegisterCommands(const session::Services& services);
 
 }  // namespace registration

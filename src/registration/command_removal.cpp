@@ -29,7 +29,7 @@ class Visit {
       Show("Deregister commands...");
       Try("Error removing commands", [&] { RemoveCommandsAndTemplates(services_, exhaustive_, first); });
     }
-    // What did not open may refuse to close.
+    // They may refuse to close if they did not open.
     IgnoreFailure([this] { session_.CurrentSystem.Close(); });
     IgnoreFailure([this] { session_.CurrentNetwork.Close(); });
     session_.CurrentSystem = {};
@@ -42,7 +42,7 @@ class Visit {
     lns::NetworkInterface former;
     Try("Error finding the system",
         [&] { session_.CurrentSystem = session_.CurrentNetwork.Systems().Item(1); });
-    // An interface that cannot be read could not be put back, so it is not taken away.
+    // An interface that cannot be read could not be restored, so it is not removed.
     const bool known = Try("Error reading the network interface", [&] {
       device = session_.CurrentSystem.NetworkServiceDevice();
       former = device.NetworkInterface();
@@ -51,7 +51,7 @@ class Visit {
     Show("Opening " + name_ + "...\r\nEngineered system mode");
     if (Try("Error opening the system in engineered mode", [this] { session_.CurrentSystem.Open(); }))
       return true;
-    if (known) Try("Error putting the network interface back", [&] { device.SetNetworkInterface(former); });
+    if (known) Try("Error restoring the network interface", [&] { device.SetNetworkInterface(former); });
     const std::string interface_name = platform::ValueOr(std::string(), [&] { return former.Name(); });
     if (!interface_name.empty())
       Show("Opening " + name_ + "...\r\nNetwork Interface '" + interface_name + "'");
@@ -90,19 +90,20 @@ class Removal {
     ForEachIn<lns::AppDevice>(
         place, [&] { return system.Subsystems().Item(lns::members::kAllDevices).AppDevices(); },
         [this](const lns::AppDevice& each) {
-          // A device that was only discovered need not have one.
+          // A discovered device may have none.
           const auto interface = platform::ValueOr(lns::Interface(), [&] { return each.Interface(); });
           if (interface) FromObjects(Place(each), [&] { return interface.LonMarkObjects(); });
         });
     From(system, place);
   }
 
-  /// Takes the plug-in's commands off an object. One that cannot be read counts as another plug-in's.
+  /// Removes the plug-in's commands from an object. A command that cannot be read counts as another
+  /// plug-in's.
   template <class Owner>
   void From(const Owner& owner, const Place& place) const {
     Try("commands", place, [&] {
       const lns::ComponentApps apps = owner.ComponentApps();
-      // From the last one, as those behind a removed command move.
+      // Backwards, as the commands after a removed one move up.
       for (std::int32_t ordinal = apps.Count(); ordinal >= 1; --ordinal) {
         lns::ComponentApp app;
         std::string server;
@@ -118,7 +119,7 @@ class Removal {
     });
   }
 
-  /// Runs a step of removing something; logs why it failed.
+  /// Runs a step of the removal; logs why it failed.
   template <class Step>
   bool Try(const std::string& what, const Place& place, Step&& step) const {
     return LogAndGoOn(
@@ -170,7 +171,7 @@ void RemovePlugInFromNetworks(const session::Services& services, bool exhaustive
 }
 
 void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network) {
-  // The message loop may run in here, and a director open another network.
+  // The message loop may run in here, and a director may open another network.
   const lns::System system = services.session.CurrentSystem;
   const lns::ObjectServer server = services.session.ObjectServer;
   const PlugInTemplates library(services);

@@ -7,20 +7,18 @@
 
 namespace registration {
 
-/// Takes all of the plug-in's commands off the open system; off the object server too, which is shared by all
-/// networks, where this is the first of them. What fails is skipped. The activity log tells what was removed
-/// and what failed.
+/// Removes the plug-in's commands from the open system and, for the first network, from the object server
+/// that all networks share. Skips what fails. The activity log lists what was removed and what failed.
 ///
-/// Exhaustive removes unused device templates as well: with `Interactive` each after a question, else
-/// only those that the plug-in has made.
+/// Exhaustive also removes unused device templates: each after a question if `Interactive` is set, otherwise
+/// only those that the plug-in made.
 void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network);
 
-/// Takes the plug-in's commands off every network of the object server, one network after the other: each is
-/// opened in engineered mode, and where that fails through its own network interface. Networks that do not
-/// open are left out without a word. Nothing stays open.
+/// Removes the plug-in's commands from every network of the object server in turn: opens it in engineered
+/// mode or, if that fails, through its own network interface. Networks that do not open are only logged.
+/// Nothing stays open.
 ///
-/// A system that opened in engineered mode stays without a network interface; where it did not, the one that
-/// it had is put back.
+/// A system that opened in engineered mode stays without a network interface; any other keeps its own.
 void RemovePlugInFromNetworks(const session::Services& services, bool exhaustive,
                               const std::function<lns::ObjectServer()>& object_server);
 

@@ -11,8 +11,8 @@ using Role = startup::CommandLine::Role;
 std::optional<int> MMain::Main(std::string_view command_line) {
   const Asked asked = startup::ParseCommandLine(command_line);
   if (asked.role == Role::RegistrationWindow || asked.in_window) {
-    // No second copy is started to register the class when there is no other command line: the window does
-    // it, so that it tells the truth when it says "registered".
+    // Without a command line the window registers the class itself and starts no second copy, so its
+    // "registered" is true.
     OpenWindow(asked, asked.in_window || text::Trim(command_line).empty());
     return std::nullopt;
   }
@@ -27,7 +27,7 @@ std::optional<int> MMain::Main(std::string_view command_line) {
 }
 
 void MMain::OpenWindow(const Asked& asked, bool registers_class) {
-  // A second copy that may not either tries all the same and tells why it fails.
+  // A second copy without these rights tries all the same and shows why it fails.
   const bool elevates = !asked.in_window && !MayRegister(services_);
   const auto elevated = [this](const std::string& switches) {
     return services_.shell.StartElevated(services_.program.Path(),

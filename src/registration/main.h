@@ -14,30 +14,29 @@
 
 namespace registration {
 
-/// What the program does when it is started by hand: registers or removes itself without a word, or opens the
+/// What the program does when it is started by hand: registers or removes itself silently, or opens the
 /// registration window.
 class MMain {
  public:
   struct Process {
-    /// The object server of the process; throws where none can be had.
+    /// The object server of the process; throws if none can be made.
     std::function<lns::ObjectServer()> object_server;
-    /// Closes what is open and ends the program.
+    /// Closes everything and ends the program.
     std::function<void()> end_plug_in;
-    /// Registers the automation class from within this process; throws where that is refused.
+    /// Registers the automation class in this process; throws if that is refused.
     std::function<void()> register_class;
   };
   MMain(const session::Services& services, Process process)
       : services_(services), process_(std::move(process)) {}
 
-  /// What a command line of a user who may not register ends with: the system's number of a denied access.
+  /// The exit code if the user may not register: the system's number for denied access.
   static constexpr int kAccessDenied = 5;
 
-  /// The exit code of the program when all is done; nothing when the registration window is open and the
-  /// program goes on until it is closed. Failures end it quietly, but for a window that cannot be made: it
-  /// throws then.
+  /// The program's exit code when all is done, or nothing if the registration window is open and the program
+  /// runs until it is closed. Failures are silent, except that it throws if the window cannot be made.
   std::optional<int> Main(std::string_view command_line);
 
-  /// Modes 0 and 1 visit every network first, any other goes straight to the removal.
+  /// Modes 0 and 1 visit every network first; others only remove the plug-in from this computer.
   void DeregisterPlugIn(std::int32_t mode, bool interactive);
 
   fRegisterPlugIn* window() { return window_.get(); }

@@ -108,7 +108,7 @@ Version SplitVersion(std::string_view version) {
   const auto [major, rest] = text::SplitAtFirst(version, ".");
   std::string minor = text::SplitAtFirst(rest, " ").head;
   minor = text::SplitAtFirst(minor, ".").head;
-  // A lone digit is written with a zero in front of it; its value stays.
+  // A lone digit gets a zero in front of it; its value stays.
   if (minor.size() == 1) minor.insert(0, "0");
   return {Number(major), Number(minor)};
 }

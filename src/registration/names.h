@@ -10,39 +10,38 @@
 
 namespace registration {
 
-/// What a class of the object model is called in messages; "Custom ID = " and the code for one without a
-/// name.
+/// The name of an object-model class in messages; "Custom ID = " and the code if it has none.
 std::string ObjectTypeName(std::int16_t object_type);
 
-/// What a command is called in messages; "Custom command " and the code for one without a name.
+/// The name of a command in messages; "Custom command " and the code if it has none.
 std::string CommandName(std::int32_t command_id);
 
-/// The two numbers of a version that decide which one is newer; a revision plays no part.
+/// The two numbers that decide which version is newer; the revision does not matter.
 struct Version {
   std::int16_t major = 0;
   std::int16_t minor = 0;
   auto operator<=>(const Version&) const = default;
 };
 
-/// Takes the numbers from a text like "1.0.0" or "2.5 beta". What is no number counts as 0, one beyond 16
-/// bits as the nearest that fits.
+/// Takes the numbers from a text like "1.0.0" or "2.5 beta". What is not a number counts as 0; a number
+/// beyond 16 bits as the nearest that fits.
 Version SplitVersion(std::string_view text);
 
-/// An object that has commands, as the activity log calls it. Its name is read once, when it is asked for,
-/// and need not be readable: nothing fails for want of a name.
+/// An object that has commands, as the activity log names it. Its name is read once, on demand, and need not
+/// be readable.
 class Place {
  public:
   explicit Place(const lns::DeviceTemplate& device_template) : Place("Device Template", device_template) {}
   explicit Place(const lns::AppDevice& device) : Place("Application Device", device) {}
   explicit Place(const lns::System& system) : Place("System", system) {}
-  /// There is one only, which has no name.
+  /// There is only one, and it has no name.
   explicit Place(const lns::ObjectServer&) : kind_("Object Server"), name_("") {}
-  /// The owner, a template or a device, outlives this.
+  /// `owner`, a template or a device, must outlive this.
   Place(const lns::LonMarkObject& object, const Place& owner) : Place("LonMark Object", object) {
     owner_ = &owner;
   }
 
-  /// "?" where it cannot be read.
+  /// "?" if it cannot be read.
   const std::string& Name() const;
   /// "LonMark Object Node Object of Application Device Thermostat 101".
   std::string Text() const;
@@ -56,7 +55,7 @@ class Place {
   mutable std::optional<std::string> name_;
 };
 
-/// "?" where it cannot be read.
+/// "?" if it cannot be read.
 std::string NameOf(const lns::Object& object);
 
 }  // namespace registration

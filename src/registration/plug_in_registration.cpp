@@ -17,11 +17,11 @@ constexpr std::int16_t kFlagOn = 1;
 // Flags are stored as the texts "-1" and "1", never as numbers, deliberately.
 std::string FlagText(std::int16_t flag) { return std::to_string(ForceInRange(kFlagOff, kFlagOn, flag)); }
 
-void Tell(const session::Services& services, const std::string& text) {
+void ShowInformation(const session::Services& services, const std::string& text) {
   services.desktop.ShowMessage({text, services.identity.PlugInName, ui::Icon::Information});
 }
 
-void TellFailure(const session::Services& services, const std::string& text) {
+void ShowFailure(const session::Services& services, const std::string& text) {
   services.desktop.ShowMessage({text, startup::kProgramTitle, ui::Icon::Critical});
 }
 
@@ -85,7 +85,7 @@ void RegisterPlugIn(const session::Services& services, bool interactive,
   const startup::Identity& identity = services.identity;
   const bool update = !services.registry.MachineSetting(identity.PlugInKey(), "").empty();
   if (NewerIsRegistered(services)) {
-    if (interactive) Tell(services, "A newer version of this plug-in is already registered");
+    if (interactive) ShowInformation(services, "A newer version of this plug-in is already registered");
     return;
   }
   const bool class_registered =
@@ -93,24 +93,25 @@ void RegisterPlugIn(const session::Services& services, bool interactive,
                            [&] { register_class ? register_class() : RegisterClassByChild(services); });
   if (!class_registered && interactive) {
     // No blank before "registration", deliberately.
-    TellFailure(services, "Plug-in " + identity.PlugInProgID + "registration as COM server failed");
+    ShowFailure(services, "Plug-in " + identity.PlugInProgID + "registration as COM server failed");
     return;
   }
   WriteKey(services);
   if (interactive)
-    Tell(services, (update ? "Updated version of plug-in registered as " : "Plug-in registered as ") +
-                       identity.PlugInProgID);
+    ShowInformation(services,
+                    (update ? "Updated version of plug-in registered as " : "Plug-in registered as ") +
+                        identity.PlugInProgID);
 }
 
 void UnregisterPlugIn(const session::Services& services, bool interactive) {
   const startup::Identity& identity = services.identity;
   try {
-    // By its file name alone, unlike registration, deliberately.
+    // Only the file name, unlike for registration, deliberately.
     services.shell.Start(services.program.ExecutableName() + ".exe", "/unregserver",
                          Shell::Show::MinimizedWithoutFocus);
   } catch (const platform::Error& failure) {
     if (interactive)
-      TellFailure(services, "Plug-in " + identity.PlugInProgID +
+      ShowFailure(services, "Plug-in " + identity.PlugInProgID +
                                 " deregistration as COM server failed\rVerify that there are not instances "
                                 "running\r" +
                                 failure.description());
@@ -118,9 +119,9 @@ void UnregisterPlugIn(const session::Services& services, bool interactive) {
   }
   const bool deleted = services.registry.DeleteMachineKey(identity.PlugInKey());
   if (!interactive) return;
-  // The key is spoken of by the registered name, the class by its ProgID.
-  Tell(services, "Plug-in " + identity.PlugInName +
-                     (deleted ? " deregistered" : " does not exisit in the Windows registery"));
+  // Messages name the key by the registered name and the class by its ProgID.
+  ShowInformation(services, "Plug-in " + identity.PlugInName +
+                                (deleted ? " deregistered" : " does not exisit in the Windows registery"));
 }
 
 }  // namespace registration

@@ -8,28 +8,27 @@
 
 namespace registration {
 
-/// Makes a value 1 where it lies outside the bounds; returns it.
+/// Sets a value outside the bounds to 1; returns the value.
 std::int16_t ForceInRange(std::int16_t low, std::int16_t high, std::int16_t& value);
 
-/// The user may do what registering and deregistering take: write to the machine's classes and to the
-/// plug-in's key.
+/// The user may register and deregister: write to the machine's classes and to the plug-in's key.
 bool MayRegister(const session::Services& services);
 
-/// Whether the plug-in is registered on this computer, and in which version, as a sentence.
+/// A sentence that says whether the plug-in is registered on this computer, and in which version.
 std::string RegisteredAs(const session::Services& services);
 
-/// The plug-in's entry in the catalogue of plug-ins: the COM class and a machine key of ten text values. A
-/// step that fails is skipped; only an interactive run ends at a class that is refused. Outcomes are shown
-/// only where `interactive` is set.
+/// Makes the plug-in's entry in the catalogue of plug-ins: the COM class and a machine key of ten text
+/// values. Skips what fails, except that an interactive run ends if the class is refused. Shows results only
+/// if `interactive` is set.
 ///
-/// `register_class` registers the class from within this process and throws where that is refused; without it
-/// a second copy of the program does.
+/// `register_class` registers the class in this process and throws if that is refused; if it is empty, a
+/// second copy of the program does this.
 ///
-/// A newer version that is registered, by major and minor number, stays as it is.
+/// A registered newer version, by major and minor number, stays.
 void RegisterPlugIn(const session::Services& services, bool interactive,
                     const std::function<void()>& register_class = {});
 
-/// Removes both. The key stays where the COM removal does not start.
+/// Removes both. The key stays if the COM removal does not start.
 void UnregisterPlugIn(const session::Services& services, bool interactive);
 
 }  // namespace registration

@@ -15,7 +15,7 @@ constexpr const char* kErrorReading = "Error reading the device templates";
 constexpr const char* kErrorRemoving = "Error removing unused device templates";
 constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
 
-/// Names of values are ANSI in the registry: what is not ASCII would make two names one.
+/// Value names are ANSI in the registry: names that differ only beyond ASCII would collide.
 std::string InAscii(const std::string& name) {
   constexpr char kDigits[] = "0123456789ABCDEF";
   std::string ascii;
@@ -29,7 +29,7 @@ std::string InAscii(const std::string& name) {
   return ascii;
 }
 
-/// What fails may have been done all the same; a template of nothing is not left behind.
+/// A failed call may still have added the template; an empty one is removed.
 lns::DeviceTemplate Add(const lns::DeviceTemplates& templates, const std::string& name) {
   try {
     return templates.Add(name);
@@ -54,7 +54,7 @@ std::set<std::string> ReferencedProgramIds(const lns::System& system) {
 lns::DeviceTemplate PlugInTemplates::FindOrMake(const session::SupportedCommand& command) {
   for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items()) {
     lns::DeviceTemplate each;
-    std::string program_id;  // only that of the template looked for has to be readable
+    std::string program_id;  // need not be readable
     activity::LogAndGoOn(services_.log, kErrorReading, "", [&] {
       each = entry;
       program_id = each.ProgramId();
@@ -74,7 +74,7 @@ lns::DeviceTemplate PlugInTemplates::Make(const session::SupportedCommand& comma
   const std::string name = UniqueName(command.TemplateName);
   const lns::DeviceTemplates templates = system_.TemplateLibrary().DeviceTemplates();
   const lns::DeviceTemplate made = Add(templates, name);
-  // A file of another device must not carry this one's commands.
+  // The template of another device's file must not get this device's commands.
   bool imported = false;
   activity::LogAndGoOn(services_.log, "Error importing " + path, name, [&] {
     made.Import(path);
@@ -95,10 +95,10 @@ std::string PlugInTemplates::FindInterfaceFile(const std::string& program_id) {
 }
 
 void PlugInTemplates::SetSearchFolder() {
-  // A remote object server's folders are not this computer's.
+  // A remote object server's folders are on another computer.
   if (services_.session.RegistrationRemote) return;
-  // By convention interface files lie in the Import folder beside the Types folder, which holds the
-  // catalogue. A database that comes from another computer may tell a folder of that one.
+  // By convention interface files are in the Import folder beside the Types folder, which holds the
+  // catalogue. A database from another computer may name a folder of that one.
   std::string above = platform::ValueOr(
       std::string(), [&] { return lonworks::FolderAboveCatalog(system_.LdrfCatalogPath()); });
   if (above.empty() || !services_.files.ReadFolder(above + "\\Import"))
@@ -128,7 +128,7 @@ std::string PlugInTemplates::Remembered(const std::string& template_name) const 
 }
 
 void PlugInTemplates::Remember(const std::string& template_name, const std::string& program_id) const {
-  // Where this is refused, the template is kept when the plug-in goes.
+  // If this is refused, the template stays when the plug-in is removed.
   activity::LogAndGoOn(services_.log, "Error noting the device template", template_name, [&] {
     services_.registry.Remember(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name), program_id);
   });
@@ -136,7 +136,7 @@ void PlugInTemplates::Remember(const std::string& template_name, const std::stri
 
 void PlugInTemplates::Forget(const std::string& template_name) const {
   activity::LogAndGoOn(services_.log, "Error forgetting the device template", template_name, [&] {
-    // An empty note of what was never noted would make the key of a plug-in that is not registered.
+    // An empty note without a former one would create the key of a plug-in that is not registered.
     if (!Remembered(template_name).empty()) Remember(template_name, "");
   });
 }

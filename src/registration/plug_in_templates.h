@@ -8,7 +8,7 @@
 
 namespace registration {
 
-/// A failing step of command registration, with what the user is told of it.
+/// A failing step of command registration, with the text for the user.
 class Failure : public std::exception {
  public:
   explicit Failure(std::string text) : text_(std::move(text)) {}
@@ -18,9 +18,9 @@ class Failure : public std::exception {
   std::string text_;
 };
 
-/// The device templates of one network, as the plug-in needs them: the one that is open when this is made,
-/// whatever a director opens meanwhile. It remembers in the registry which templates it has made itself, so
-/// that only those are ever removed without a question.
+/// The device templates of the network that is open when this is made, whatever a director opens later.
+/// Remembers in the registry which templates the plug-in made, as only those are ever removed without a
+/// question.
 class PlugInTemplates {
  public:
   explicit PlugInTemplates(const session::Services& services)
@@ -28,14 +28,14 @@ class PlugInTemplates {
         network_(services.session.CurrentNetwork),
         system_(services.session.CurrentSystem) {}
 
-  /// The template of the command's program ID; where the system has none, one made from the device's external
-  /// interface file, which is searched on disk and then asked for. Throws a Failure with nothing left behind.
+  /// The template of the command's program ID. If the system has none, makes it from the device's external
+  /// interface file, which it searches on disk and then asks for. On failure throws a Failure and leaves
+  /// nothing behind.
   lns::DeviceTemplate FindOrMake(const session::SupportedCommand& command);
 
   enum class Unused { Ask, RemoveOwn };
-  /// Removes templates that no device of the system refers to: each one that the user agrees to, or, without
-  /// a word, those that this plug-in has made. Where a device cannot tell its template this fails, and none
-  /// is removed.
+  /// Removes templates that no device of the system uses: each after a question or, silently, those that this
+  /// plug-in made. Removes none and throws if a device's template cannot be read.
   void RemoveUnused(Unused which) const;
 
  private:
@@ -47,9 +47,9 @@ class PlugInTemplates {
   void SetSearchFolder();
   void Forget(const std::string& template_name) const;
   std::string OwnTemplatesKey() const { return services_.identity.PlugInKey() + "\\" + kOwnTemplates; }
-  /// The name under which the registry has the template.
+  /// The template's name in the registry.
   std::string NoteOf(const std::string& template_name) const;
-  /// The program ID under which the template was made here; empty for another's.
+  /// The program ID with which the plug-in made the template; empty if another made it.
   std::string Remembered(const std::string& template_name) const;
   void Remember(const std::string& template_name, const std::string& program_id) const;
   bool IsOwn(const lns::DeviceTemplate& device_template) const;

@@ -15,7 +15,7 @@ struct Mode {
 };
 constexpr Mode kModes[] = {
     {"Minimal Mode", "Removes the plug-in from this computer."},
-    {"Complete Mode", "Takes its commands off every network first."},
+    {"Complete Mode", "First removes its commands from every network."},
     {"Exhaustive Mode", "Also removes device templates that no device uses, asking about each."}};
 
 constexpr const char* kLeavesNoInterface =
@@ -44,7 +44,7 @@ fRegisterPlugIn::fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name,
   const std::string asks =
       actions_.needs_elevation ? "\r\nWindows asks for an administrator's permission." : "";
   bRegister.SetToolTip("Makes the plug-in known to the directors on this computer." + asks);
-  bDeregister.SetToolTip("Removes the plug-in in the mode that is chosen.\r\n" + (kLeavesNoInterface + asks));
+  bDeregister.SetToolTip("Removes the plug-in in the chosen mode.\r\n" + (kLeavesNoInterface + asks));
   bRegister.shield = bDeregister.shield = actions_.needs_elevation;
   bExit.SetToolTip("Closes this window and changes nothing.");
   bRegister.on_click = [this] { Register(); };
@@ -95,7 +95,7 @@ void fRegisterPlugIn::Do(const std::function<bool()>& action) {
     const ui::BusyPointer busy(desktop());
     done = action();
   } catch (...) {
-    LockControls(false);  // what is shown now must not leave a window that cannot be closed
+    LockControls(false);  // after a failure the window can be closed
     throw;
   }
   LockControls(false);
@@ -108,7 +108,7 @@ void fRegisterPlugIn::LockControls(bool locked) {
 }
 
 bool fRegisterPlugIn::OnQueryUnload(ui::CloseReason reason) {
-  // What a button has begun ends first.
+  // What a button started finishes first.
   return reason != ui::CloseReason::User || bExit.Enabled();
 }
 

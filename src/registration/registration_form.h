@@ -8,21 +8,20 @@
 
 namespace registration {
 
-/// What a user sees who starts the program by hand: register, deregister in a mode of choice, or leave. Every
-/// button does its one thing and closes the window, and with it the program.
+/// The window of a user who starts the program by hand: register, deregister in a chosen mode, or exit. Each
+/// button then closes the window and ends the program.
 class fRegisterPlugIn : public ui::Form {
  public:
   struct Actions {
-    /// False when nothing was done because the user refused the rights it takes: the window stays.
+    /// False if the user refused the rights it needs: nothing is done and the window stays.
     std::function<bool()> register_plug_in;
-    /// With the mode: -1 minimal, 0 complete, 1 exhaustive.
+    /// Modes: -1 minimal, 0 complete, 1 exhaustive.
     std::function<bool(std::int32_t mode)> deregister_plug_in;
-    /// The user is to be asked for an administrator's rights.
+    /// The system asks the user for an administrator's rights.
     bool needs_elevation = false;
-    /// A sentence about what is registered now.
     std::string registered_as;
     std::function<void()> end_plug_in;
-    /// The help file, which F1 opens.
+    /// The help file for F1.
     std::string help_file;
   };
   fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions);

@@ -13,7 +13,7 @@ constexpr const char* kAdding = "Adding resource files to the catalog";
 std::string ReasonOf(lonworks::Tools::Outcome outcome) {
   using enum lonworks::Tools::Outcome;
   if (outcome == NotStarted) return "The tool could not be started.";
-  return outcome == Unfinished ? "The tool did not come to its end." : "The tool failed.";
+  return outcome == Unfinished ? "The tool did not finish." : "The tool failed.";
 }
 
 }  // namespace

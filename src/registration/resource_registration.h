@@ -5,12 +5,12 @@
 
 namespace registration {
 
-/// What the user is told where it fails.
+/// The message if it fails.
 inline constexpr const char* kResourcesNotAdded =
     "Unable to add the resources listed in the ResourceTable to the catalog";
 
-/// Adds the device's resource files on this computer to the platform's catalogue where that lacks them. Not
-/// for a system of another computer. False where that failed; the activity log tells either.
+/// Adds this computer's resource files of the device to the platform's catalogue if it lacks them. Not for a
+/// system on another computer. False if that failed. The activity log has the result.
 bool AddResources(const session::Services& services, const lns::System& system);
 
 }  // namespace registration

@@ -8,42 +8,42 @@
 
 namespace registry {
 
-/// All registry work of the program: machine settings by full key path below HKEY_LOCAL_MACHINE, application
-/// settings of the user below the plug-in's own key, deletion of a machine key with all below it, and the
-/// names of subkeys.
+/// All registry work of the program: machine settings by full key path below HKEY_LOCAL_MACHINE, the user's
+/// settings below the plug-in's own key, deletion of a machine key and all below it, and the names of
+/// subkeys.
 ///
-/// Key paths carry no hive and no leading backslash. Reads never fail, they give empty text. Text read is cut
-/// at its first NUL. Only string values are read; other types read as empty.
+/// Key paths have no hive and no leading backslash. Reads never fail: a missing value and one of another type
+/// than string are empty. Text ends at its first NUL.
 class CRegistry {
  public:
   CRegistry(platform::Registry& registry, std::string plug_in_name)
       : registry_(registry), plug_in_name_(std::move(plug_in_name)) {}
 
-  /// The first subkey of a machine key, empty where there is none or the key cannot be opened.
+  /// The first subkey of a machine key; empty if there is none or the key cannot be opened.
   std::string FindFirstMachineKey(const std::string& path);
-  /// The next subkey of that key; empty after the last one, however often it is asked.
+  /// The next subkey of that key; empty after the last.
   std::string GetNextMachineKey();
 
   std::string AppSetting(const std::string& section, const std::string& value_name) const;
-  /// Throws 0x80040201 where the key cannot be made or the value not be set.
+  /// Throws 0x80040201 if the key cannot be made or the value cannot be set.
   void SetAppSetting(const std::string& section, const std::string& value_name, const std::string& value);
 
-  /// An empty value name is the key's default value.
+  /// An empty value name means the key's default value.
   std::string MachineSetting(const std::string& path, const std::string& value_name) const;
-  /// Throws 0x80040201 where the key cannot be made or the value not be set.
+  /// Throws 0x80040201 if the key cannot be made or the value cannot be set.
   void SetMachineSetting(const std::string& path, const std::string& value_name, const std::string& value);
-  /// This user may write to the machine key, or make it where it is missing.
+  /// This user may write to the machine key or, if it is missing, create it.
   bool MayWriteMachineKey(const std::string& path) const;
 
-  /// What the plug-in remembers: in the machine key, for all users, or for a user who may not write there
-  /// among his own application settings. Those of others count for nobody else.
+  /// What the plug-in remembers: in the machine key for all users or, for a user who may not write there,
+  /// among that user's own settings.
   std::string Remembered(const std::string& path, const std::string& section,
                          const std::string& value_name) const;
-  /// Throws as the other writes do.
+  /// Throws 0x80040201 like the other writes.
   void Remember(const std::string& path, const std::string& section, const std::string& value_name,
                 const std::string& value);
 
-  /// True when the key was deleted with all its subkeys; false otherwise, also when it did not exist.
+  /// True if the key was deleted with all its subkeys; false also if it did not exist.
   bool DeleteMachineKey(const std::string& path);
 
  private:
@@ -55,8 +55,7 @@ class CRegistry {
   std::uint32_t next_subkey_ = 0;
 };
 
-/// The folder of the LonWorks installation, without a backslash at its end; empty where the machine tells
-/// none.
+/// The folder of the LonWorks installation, without a backslash at the end; empty if the registry has none.
 std::string LonWorksFolder(const CRegistry& registry);
 
 }  // namespace registry

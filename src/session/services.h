@@ -16,7 +16,7 @@
 
 namespace session {
 
-/// What the parts of the plug-in share: one of each in the process, and all of them outlive the parts.
+/// What the parts of the plug-in share: one of each in the process, and all outlive the parts.
 struct Services {
   ui::Desktop& desktop;
   const platform::Program& program;

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "lns/members.h"
 #include "platform/failures.h"
 #include "startup/identity.h"
 #include "text/strings.h"
@@ -33,7 +32,7 @@ using platform::IgnoreFailure;
 
 constexpr const char* kInternet = "Internet";
 
-/// Closes what is open, and what cannot tell whether it is.
+/// Closes what is open or does not say whether it is.
 template <class T>
 void CloseIfOpen(const T& object) {
   if (object && platform::ValueOr(true, [&] { return object.IsOpen(); }))
@@ -46,7 +45,7 @@ void CloseServer(Session& session) {
   session.ObjectServer.Close();
 }
 
-/// Brings the remote flag to what the interface name wants. Returns what it was.
+/// Sets the remote flag to what the interface name needs. Returns its former value.
 bool SwitchRemoteFlag(Session& session, bool wanted) {
   const lns::ObjectServer& server = session.ObjectServer;
   const bool was_remote = server.RemoteFlag();
@@ -57,8 +56,8 @@ bool SwitchRemoteFlag(Session& session, bool wanted) {
   return was_remote;
 }
 
-/// Opens the object server. True when the session is one over the Internet, which only an object server that
-/// was remote before this network was asked for can be: the order of these checks is deliberate.
+/// Opens the object server. True for a session over the Internet, which only an object server that was
+/// already remote can have: the order of these checks is deliberate.
 bool OpenServer(Session& session, const std::string& interface_name, bool was_remote) {
   const lns::ObjectServer& server = session.ObjectServer;
   if (server.IsOpen()) CloseServer(session);
@@ -74,7 +73,7 @@ bool OpenServer(Session& session, const std::string& interface_name, bool was_re
   return internet;
 }
 
-/// Each for itself: an object server that refuses one of them works without.
+/// Separate steps, as an object server that refuses one works without it.
 void PrepareInternetSystem(const lns::System& system) {
   IgnoreFailure([&] { system.SetDsPause(true); });
   IgnoreFailure([&] { system.SetDsMode(0); });
@@ -104,7 +103,8 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
     server.SetActiveRemoteNI(RemoteInterface(session, interface_name));
 
   const lns::Network network = server.Networks().Item(network_name);
-  // The former one stays until the other is open, unless it may be this one, under its name in other letters.
+  // The former network stays open until the new one is, unless it may be the same under a name in other
+  // letter case.
   const bool keeps_former =
       session.NetworkOpen && !text::EqualIgnoringCase(network_name, session.CurrentNetworkName);
   if (!keeps_former) CloseNetwork(session);
@@ -117,7 +117,7 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
   system.Open();
   if (internet) PrepareInternetSystem(system);
   SkipIfUnknown([&] { system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds); });
-  // A director may have closed the object server meanwhile.
+  // A director may have closed the object server during these calls.
   if (session.CurrentNetwork != network)
     throw platform::Error(0, "Session", "The network was closed while it was opened.");
   session.NetworkOpen = true;
@@ -125,7 +125,7 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
 
 void CloseNetwork(Session& session) {
   if (session.CurrentNetwork && session.network_closes) session.network_closes();
-  // Calls of the director may come in while these wait for their answers.
+  // The director's calls may arrive while these wait for answers.
   const lns::System system = std::exchange(session.CurrentSystem, {});
   const lns::Network network = std::exchange(session.CurrentNetwork, {});
   session.NetworkOpen = false;

@@ -8,16 +8,16 @@
 
 namespace simulator {
 
-/// A value as it travels on the network: high byte first.
+/// A value as on the network: high byte first.
 using Bytes = std::vector<std::uint8_t>;
 
 /// Two upper-case digits for each byte, with the separator between bytes.
 std::string ToHex(const Bytes& bytes, std::string_view separator = "");
 
-/// Pairs of hexadecimal digits of either case; nothing for any other text.
+/// The bytes of pairs of hexadecimal digits in either case; nothing for any other text.
 std::optional<Bytes> FromHex(std::string_view text);
 
-/// The bytes as one whole number of at most 4 bytes.
+/// The bytes as one whole number; at most 4 bytes.
 std::int64_t ToInteger(const std::uint8_t* bytes, std::size_t size, bool is_signed);
 void AppendInteger(Bytes& bytes, std::int64_t value, std::size_t size);
 

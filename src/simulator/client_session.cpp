@@ -49,7 +49,7 @@ int ExtraLatency(const stored::Latency& latency, OperationClass operation) {
 }  // namespace
 
 Value ClientSession::Perform(const Operation& operation, const std::function<Value()>& act) {
-  const auto alive = shared_from_this();  // an event handler may let go of the last object
+  const auto alive = shared_from_this();  // an event handler may release the last object
   Journal& journal = simulation_->journal();
   const std::size_t number = journal.Begin(operation);
   try {
@@ -193,7 +193,7 @@ std::unique_ptr<platform::Subscription> ClientSession::Advise(platform::EventHan
 }
 
 void ClientSession::Raise(std::int32_t event, platform::Arguments arguments) {
-  const auto handlers = handlers_;  // a handler may connect and disconnect
+  const auto handlers = handlers_;  // handlers may connect and disconnect
   const auto raise = [&] {
     for (const auto& [number, handler] : handlers)
       if (handlers_.contains(number)) handler(event, arguments);

@@ -13,11 +13,11 @@
 
 namespace simulator {
 
-/// One client of the object server: its settings, what it has open, and its event handlers. It ends when its
-/// root object and every object reached from it are gone, and with it everything it had open.
+/// One client of the object server: its settings, what it has open, and its event handlers. It ends with the
+/// last of its objects, and then closes everything.
 class ClientSession : public std::enable_shared_from_this<ClientSession> {
  public:
-  /// Bits of the flags word that the session looks at.
+  /// The bits of the flags word that the session uses.
   static constexpr int kUseTcp = 16;
   static constexpr int kUseNsi = 32;
 
@@ -32,15 +32,14 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   Simulation& simulation() { return *simulation_; }
   stored::Installation& installation() { return simulation_->installation(); }
 
-  /// Runs an operation as the platform would: journal, latency, faults, then the operation itself, then
-  /// saving.
+  /// Runs an operation: journal, latency, faults, the operation itself, saving.
   platform::Value Perform(const Operation& operation, const std::function<platform::Value()>& act);
 
   const Settings& settings() const { return settings_; }
-  /// 17005 while the session is open.
+  /// Throws 17005 while the session is open.
   Settings& ChangeSettings();
 
-  /// The interface of a full remote client; empty where none is set.
+  /// The interface of a full remote client; empty if none is set.
   const std::string& active_interface() const { return active_interface_; }
   void SetActiveInterface(const std::string& name) { active_interface_ = name; }
 
@@ -52,7 +51,7 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   /// The networks that this kind of session can reach, by name.
   stored::Names ReachableNetworks();
 
-  /// Opening what is open does nothing. Closing a network closes its system.
+  /// Opening an open object does nothing. Closing a network closes its system.
   void OpenNetwork(const std::string& network);
   void CloseNetwork(const std::string& network);
   bool IsNetworkOpen(const std::string& network) const { return networks_.contains(network); }
@@ -63,26 +62,27 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   bool IsSystemOpen(const std::string& network) const { return systems_.contains(network); }
   void RequireSystem(const std::string& network) const;
 
-  /// The data server of a network that is open; while it is paused no value travels where that is so strict.
+  /// Pauses the data server of an open network. If the installation is strict about pausing, values cannot be
+  /// read or written then.
   void Pause(const std::string& network, bool paused);
   bool IsPaused(const std::string& network) const { return paused_.contains(network); }
   void RequirePaused(const std::string& network) const;
 
-  /// Whether the open system can reach its devices; in engineered mode it cannot.
+  /// The open system can reach its devices; in engineered mode it cannot.
   bool IsAttached(const std::string& network) const;
 
-  /// Event 9 comes at this interval while an operation takes longer; 0 switches it off.
+  /// Raises event 9 at this interval during longer operations; 0 switches it off.
   void SetIdleInterval(int milliseconds) { idle_interval_ = milliseconds; }
 
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler);
   void Unadvise(int number) { handlers_.erase(number); }
   void Raise(std::int32_t event, platform::Arguments arguments);
 
-  /// An object by the one through which it is reached, which it keeps alive, and its address.
+  /// The key of an object: its parent, which it keeps alive, and its address.
   using Key = std::pair<const platform::LateBound*, std::string>;
 
-  /// The live object of that key, or the one that `make` creates: so the same thing reached twice on the same
-  /// way is the same object.
+  /// The live object of that key, or a new one from `make`, so that the same path always leads to the same
+  /// object.
   platform::LateBoundPtr Shared(const Key& key, const std::function<platform::LateBoundPtr()>& make);
   void Move(const Key& from, const Key& to);
 
@@ -98,7 +98,7 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   std::string active_interface_;
   bool open_ = false;
   std::set<std::string> networks_;
-  std::map<std::string, std::string> systems_;  // network, and the interface that a local session uses
+  std::map<std::string, std::string> systems_;  // by network: the interface that a local session uses
   std::set<std::string> paused_;
   int idle_interval_ = 0;
   std::map<int, platform::EventHandler> handlers_;

@@ -9,7 +9,7 @@ namespace simulator {
 
 namespace {
 
-/// Null where there is none of that name.
+/// Null if there is no such name.
 stored::ComponentApp* FindApp(const AppLists& lists, const std::string& name) {
   for (stored::ComponentApps* list : lists)
     if (stored::ComponentApp* found = stored::FindByName(*list, name)) return found;
@@ -18,7 +18,7 @@ stored::ComponentApp* FindApp(const AppLists& lists, const std::string& name) {
 
 void CheckName(const AppLists& lists, const std::string& name) {
   if (name.empty()) Fail(Code::OutOfRange, "A command needs a name.");
-  if (FindApp(lists, name)) Fail(Code::DuplicateName, "There is a command named \"" + name + "\" already.");
+  if (FindApp(lists, name)) Fail(Code::DuplicateName, "A command named \"" + name + "\" already exists.");
 }
 
 }  // namespace

@@ -8,11 +8,11 @@
 
 namespace simulator {
 
-/// The lists that make up the commands of an object. What is added goes into the first one; of two commands
-/// of one name only the first is seen.
+/// The lists that make up the commands of an object. New commands go into the first list; a command hides
+/// later ones of the same name.
 using AppLists = std::vector<stored::ComponentApps*>;
 
-/// Finds the commands of the object they belong to; raises 17096 where that is gone.
+/// Finds the command lists of an object; throws 17096 if the object was removed.
 using FindApps = std::function<AppLists(stored::Installation&)>;
 
 /// The plug-in commands of an object, with Add(name, server, classId) and Remove(name or ordinal).
@@ -40,7 +40,7 @@ class ComponentApp : public Simulated<ComponentApp> {
 
   static std::span<const MemberRow<ComponentApp>> Members();
 
-  /// 17096 if the command was removed.
+  /// Throws 17096 if the command was removed.
   stored::ComponentApp& Data();
   stored::ComponentApp& Change();
 

@@ -8,8 +8,8 @@
 
 namespace simulator {
 
-/// The knobs of the simulation at run time, reached as the root's member `Simulator`. None of its members is
-/// journaled, delayed or made to fail.
+/// The knobs of the simulation at run time: the root's member `Simulator`. Its members are never journaled or
+/// delayed and never fail.
 class SimulatorControl : public automation::PublishedTable<SimulatorControl> {
  public:
   explicit SimulatorControl(std::shared_ptr<Simulation> simulation) : simulation_(std::move(simulation)) {}

@@ -17,7 +17,7 @@ constexpr int kSoftOffline = 12;
 constexpr int kHighestMode = 6;
 constexpr int kHighestRequest = 17;
 
-/// The item of a collection of variables of the device.
+/// Makes the items of a collection of the device's variables.
 Collection::MakeItem MakeVariable(const stored::DeviceKey& key) {
   return [key](Collection& self, const std::string& name) {
     const std::string device = DevicePath(self.session(), key);
@@ -175,13 +175,11 @@ Value Interface::Objects() {
       });
 }
 
-/// What the network database holds goes to the device.
 void Interface::Download(Arguments) {
   stored::Device& device = Answering();
   for (const auto& [name, bytes] : std::exchange(device.database, {})) device.values[name] = bytes;
 }
 
-/// What the device holds goes to the network database.
 void Interface::Upload(Arguments) { Answering().database.clear(); }
 
 stored::Device& Interface::Answering() {
@@ -199,7 +197,7 @@ std::span<const MemberRow<Interface>> Interface::Members() {
       Property(2, "LonMarkObjects", Of<&Self::Objects>),
       ClassRow<Class::Interface>(3),
       ParentRow(4),
-      // Their options choose which properties; here they mean all of them.
+      // Their options select properties; here always all.
       Function(5, "UploadConfigProperties", Of<&Self::Upload>, 0, 1),
       Function(6, "DownloadConfigProperties", Of<&Self::Download>, 0, 1),
   };

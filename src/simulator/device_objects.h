@@ -6,7 +6,7 @@
 
 namespace simulator {
 
-/// The subsystems below a chain of names; at the top level with "ALL" and "Discovered" behind them.
+/// The subsystems below a chain of names; at the top level followed by "ALL" and "Discovered".
 Collection::NameItems SubsystemNames(const std::string& network, const stored::Chain& chain);
 Collection::MakeItem MakeSubsystem(const std::string& network, const stored::Chain& chain);
 
@@ -37,7 +37,7 @@ class AppDevice : public Simulated<AppDevice> {
   stored::DeviceKey key_;
 };
 
-/// The main interface of a device; its own name is empty.
+/// The main interface of a device; its name is empty.
 class Interface : public Simulated<Interface> {
  public:
   Interface(Origin origin, stored::DeviceKey key) : Simulated(std::move(origin)), key_(std::move(key)) {}
@@ -58,7 +58,7 @@ class LonMarkObject : public Simulated<LonMarkObject> {
       : Simulated(std::move(origin)), key_(std::move(key)), name_(std::move(name)) {}
   static std::span<const MemberRow<LonMarkObject>> Members();
 
-  /// 17096 if the object is gone.
+  /// Throws 17096 if the object was removed.
   stored::LonMarkObject& Data();
 
  private:
@@ -70,12 +70,12 @@ class LonMarkObject : public Simulated<LonMarkObject> {
   std::string name_;
 };
 
-/// "ALL" and "Discovered", which are always there.
+/// True for "ALL" and "Discovered", which always exist.
 bool IsPredefined(const stored::Chain& chain);
 
 std::string DevicePath(ClientSession& session, const stored::DeviceKey& key);
 
-/// Whether the session can talk to the device now.
+/// The session can reach the device now.
 bool Answers(ClientSession& session, const stored::DeviceKey& key);
 
 }  // namespace simulator

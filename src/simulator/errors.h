@@ -6,9 +6,9 @@
 
 namespace simulator {
 
-/// The error codes that the simulated object server raises, each plus platform::kObjectServerErrorBase.
-/// NotOpen, MustBeClosed, InUse, CannotOpen and InterfaceBusy are the simulator's own choice inside the
-/// platform's ranges.
+/// The error codes of the simulated object server, without platform::kObjectServerErrorBase. NotOpen,
+/// MustBeClosed, InUse, CannotOpen and InterfaceBusy are the simulator's own choice within the platform's
+/// ranges.
 enum class Code : std::uint16_t {
   InterfaceBusy = 16501,
   DuplicateName = 17003,
@@ -29,11 +29,11 @@ enum class Code : std::uint16_t {
   NoCommunication = 18200,
 };
 
-/// Raises a platform::Error of the source "LNS Simulator".
+/// Throws a platform::Error with the source "LNS Simulator".
 [[noreturn]] void Fail(Code code, std::string description);
 [[noreturn]] void FailWith(std::uint16_t code, std::string description);
 
-/// A network file that cannot be used; the text names file, line and field.
+/// A mistake in a network file; the text names file, line and field.
 class FileError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -18,7 +18,7 @@ bool IsOperation(std::string wanted) {
   return IsMember(wanted);
 }
 
-/// Names and addresses of everything that operations have as their item.
+/// Names and addresses of everything that can be the item of an operation.
 class KnownItems {
  public:
   void AddDevice(const stored::Device& device, const stored::DeviceTemplate& type, const std::string& path) {
@@ -52,7 +52,7 @@ class KnownItems {
     }
   }
 
-  /// A part of what has an address is behind ":".
+  /// Also true for a part of a known item, which follows ":".
   bool Have(const std::string& item) const {
     for (std::size_t end = item.size(); end != std::string::npos && end != 0; end = item.rfind(':', end - 1))
       if (items_.contains(item.substr(0, end))) return true;
@@ -126,7 +126,7 @@ std::optional<FaultMistake> MistakeOf(const stored::Fault& fault, stored::Instal
   }
   if (!found) return FaultMistake{"device", "there is no device \"" + fault.device + "\""};
   if (!fault.item.empty() && !items.Have(fault.item))
-    return FaultMistake{"item", (fault.device.empty() ? "nothing is" : "nothing of the device is") +
+    return FaultMistake{"item", (fault.device.empty() ? "nothing is" : "nothing on the device is") +
                                     (" named \"" + fault.item + "\"")};
   return std::nullopt;
 }

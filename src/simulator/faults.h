@@ -9,18 +9,18 @@
 
 namespace simulator {
 
-/// What an operation is, for latency and faults.
+/// The kinds of operations that latency and faults distinguish.
 enum class OperationClass { Other, Read, Write, Open, Test };
 OperationClass ClassOf(const Operation& operation);
 
-/// The key of a fault that names something the installation does not have, and what is wrong with it.
+/// The wrong key of a fault, and what is wrong with it.
 struct FaultMistake {
   const char* key;
   std::string reason;
 };
 std::optional<FaultMistake> MistakeOf(const stored::Fault& fault, stored::Installation& installation);
 
-/// The failures to come. Each counts the operations that match it.
+/// The faults that are set. Each counts the operations that match it.
 class Faults {
  public:
   explicit Faults(const std::vector<stored::Fault>& faults = {});
@@ -28,11 +28,11 @@ class Faults {
   void Add(const stored::Fault& fault);
   void Clear() { armed_.clear(); }
   std::size_t Count() const { return armed_.size(); }
-  /// One a line, with tabs between: device, item, operation, which of the operations that match and how many
-  /// have been seen, and the code.
+  /// One fault per line, separated by tabs: device, item, operation, which matching operation fails and how
+  /// many were seen, and the code.
   std::string Text() const;
 
-  /// Counts the operation; the code of the first fault that is due, 0 for one that makes the device vanish.
+  /// Counts the operation and returns the code of the first fault that is due; 0 if the device vanishes.
   std::optional<int> Strike(const Operation& operation);
 
  private:

@@ -56,7 +56,7 @@ std::string ProgramIdLine(const std::string& contents) {
   return line;
 }
 
-/// Nothing where a piece is not two hexadecimal digits.
+/// Nothing if a piece is not two hexadecimal digits.
 std::optional<std::string> ProgramId(const std::string& contents) {
   const std::string line = ProgramIdLine(contents);
   std::string digits;
@@ -81,7 +81,7 @@ std::string Read(const FileReader& read, const std::string& path) {
 }  // namespace
 
 std::string ProgramIdOfXif(const FileReader& read, const std::string& path) {
-  if (!HasExtension(path, ".XIF")) Fail(Code::Internal, path + " is no external interface file.");
+  if (!HasExtension(path, ".XIF")) Fail(Code::Internal, path + " is not an external interface file.");
   const auto id = ProgramId(Read(read, path));
   if (!id) Fail(Code::Internal, "The file " + path + " has no program ID.");
   return *id;
@@ -91,7 +91,7 @@ std::string ProgramIdOfImport(const FileReader& read, const std::string& path) {
   if (!HasExtension(path, ".XFB")) return ProgramIdOfXif(read, path);
   Read(read, path);
   std::string beside = path.substr(0, path.size() - kExtension);
-  beside += read(beside + "XIF") ? "XIF" : "xif";  // where letter case matters, either
+  beside += read(beside + "XIF") ? "XIF" : "xif";  // for case-sensitive file systems
   return ProgramIdOfXif(read, beside);
 }
 

@@ -6,12 +6,12 @@
 
 namespace simulator {
 
-/// How a number changes between the unit systems: a temperature with the 32 degree offset, a difference
-/// without.
+/// How a number changes between the unit systems: a temperature with the offset of 32 degrees, a difference
+/// without it.
 enum class Quantity { Plain, Temperature, Difference };
 
-/// One field of a structured value. A field with choices is rendered as the name of its value, the first name
-/// standing for `first_choice`.
+/// One field of a structured value. A field with choices is shown as the name of its value; the first name is
+/// that of `first_choice`.
 struct Field {
   std::string_view name;
   std::size_t bytes;
@@ -22,7 +22,7 @@ struct Field {
   int first_choice = 0;
 };
 
-/// A named type: its fields in the order of the bytes and of the text.
+/// A named type. Its fields are in the order of the bytes and of the text.
 struct Structure {
   std::string_view name;
   std::string_view separator;

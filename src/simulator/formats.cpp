@@ -47,7 +47,7 @@ std::string RenderField(const Field& field, std::int64_t raw, bool us, const Tex
   if (field.quantity == Quantity::Plain) return NumberText(value, style);
   const double offset = field.quantity == Quantity::Temperature ? kFahrenheitZero : 0;
   if (us) value = value * kFahrenheitPerCelsius + offset;
-  // Two decimals are fine enough for every hundredth of a degree Celsius to be told from its neighbours.
+  // Two decimals distinguish every hundredth of a degree Celsius.
   return NumberText(text::RoundToDecimals(value, style.coarse ? 1 : 2), style);
 }
 
@@ -68,12 +68,12 @@ std::int64_t ParseField(const Field& field, std::string_view text, bool us, cons
   double value = *number;
   if (us && field.quantity == Quantity::Temperature) value -= kFahrenheitZero;
   if (us && field.quantity != Quantity::Plain) value /= kFahrenheitPerCelsius;
-  // The first rounding takes away what binary fractions add, so that a tie stays a tie.
+  // The first rounding removes the errors of binary fractions, so that ties stay ties.
   const double raw = text::RoundHalfEven(text::RoundToDecimals(value * field.counts_per_unit, 6));
   const bool in_range = raw >= static_cast<double>(Least(field)) && raw <= static_cast<double>(Most(field));
   if (!in_range) FailField(field, text);
 
-  // A value that has a name travels as that name, never as its position.
+  // A value that has a name must be written as that name.
   const auto result = static_cast<std::int64_t>(raw);
   const bool whole_other_value = static_cast<double>(result) == *number && !IsChoice(field, result);
   if (!field.choices.empty() && !whole_other_value) FailField(field, text);
@@ -141,8 +141,8 @@ std::optional<Bytes> ParseHex(std::string_view value) {
   return bytes;
 }
 
-/// Digits of a program ID that a resource file of the scope holds for: format and maker, with the class, with
-/// usage and channel, with the model.
+/// How many digits of a program ID the scope of a resource file covers: format and maker, then the class,
+/// then usage and channel, then the model.
 std::size_t DigitsOfScope(char scope) {
   switch (scope) {
     case '3':
@@ -158,7 +158,7 @@ std::size_t DigitsOfScope(char scope) {
   }
 }
 
-/// Takes "#<program ID>[<scope>]." off the name; false where it does not fit the device.
+/// Removes "#<program ID>[<scope>]." from the name; false if it does not fit the device.
 bool TakeOwner(std::string_view& name, std::string_view program_id) {
   constexpr std::size_t kIdEnd = 17, kLength = 21;  // "#8000D3550004041D[3]."
   if (name.size() <= kLength || program_id.size() != kIdEnd - 1 || name.front() != '#' ||
@@ -171,7 +171,7 @@ bool TakeOwner(std::string_view& name, std::string_view program_id) {
   return fits;
 }
 
-/// Takes "#SI" or "#US" off either end of the name; true for US.
+/// Removes "#SI" or "#US" from either end of the name; true for US.
 bool TakeUnits(std::string_view& name) {
   for (const std::string_view units : {"#SI", "#US"}) {
     if (name.starts_with(units)) {

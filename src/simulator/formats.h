@@ -9,32 +9,31 @@
 
 namespace simulator {
 
-/// How numbers and lists look: the regional settings of the computer that formats, and its precision.
+/// The look of numbers and lists: the regional settings of the computer that formats them, and the precision.
 struct TextStyle {
-  bool regional = false;  // "," is the decimal sign and ";" separates what else "," separates
+  bool regional = false;  // decimal "," and, instead of ",", the separator ";"
   bool coarse = false;    // temperatures in tenths
 };
 
-/// How raw bytes become text and text becomes raw bytes.
+/// Converts raw bytes to text and back.
 ///
-/// A name is that of a structure in the table, or INT, RAW, RAW_HEX, RAW_HEX_PACKED; "#SI" or "#US" before or
-/// behind it chooses the unit system, SI without one. What was rendered always parses back to the same bytes.
-/// A number finer than the field's resolution is rounded to it, ties to even.
+/// A name is a structure's from the table, INT, RAW, RAW_HEX or RAW_HEX_PACKED; "#SI" or "#US" before or
+/// after it selects the unit system, by default SI. Rendered text always parses back to the same bytes. A
+/// number finer than the field's resolution is rounded, ties to even.
 class Format {
  public:
-  /// Nothing for a name that is not known.
+  /// Nothing for an unknown name.
   static std::optional<Format> Find(std::string_view name);
 
-  /// Only the documented forms: "#SI" or "#US" behind the name, and for the types of makers ("UNVT_")
-  /// "#<program ID>[<scope>].<name>" with a program ID that agrees with the device's in the digits of the
-  /// scope.
+  /// Only the documented forms: "#SI" or "#US" after the name; makers' types ("UNVT_") as "#<program
+  /// ID>[<scope>].<name>", where the program ID has the device's digits as far as the scope covers them.
   static std::optional<Format> FindDocumented(std::string_view name, std::string_view program_id);
 
-  /// Both raise 18035 where bytes or text do not fit the format.
+  /// Both throw 18035 if bytes or text do not fit the format.
   std::string Render(const Bytes& bytes, const TextStyle& style = {}) const;
   Bytes Parse(std::string_view text, std::size_t size, const TextStyle& style = {}) const;
 
-  /// Whether a value of that many bytes can have this format.
+  /// A value of that many bytes can have this format.
   bool Fits(std::size_t size) const;
 
  private:

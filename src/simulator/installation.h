@@ -11,9 +11,9 @@
 #include "simulator/bytes.h"
 #include "simulator/strictness.h"
 
-/// What a network file describes: plain values, changed in place by the objects and written back by the file
-/// writer. Names are unique among siblings; objects find their data by name at each call, so a reload never
-/// leaves a dangling reference behind.
+/// What a network file describes: plain values that the objects change in place and the file writer writes.
+/// Names are unique among siblings. Objects find their data by name at each call, so a reload never leaves a
+/// dangling reference.
 namespace simulator::stored {
 
 struct ComponentApp {
@@ -36,7 +36,7 @@ struct LonMarkObject {
   int type_index = 0;
   int mode = 0;
   bool mode_locked = false;
-  std::optional<std::vector<std::string>> variables;  // all of the device's where not given
+  std::optional<std::vector<std::string>> variables;  // all of the device's if not given
   ComponentApps component_apps;
   bool operator==(const LonMarkObject&) const = default;
 };
@@ -54,8 +54,8 @@ struct DeviceTemplate {
   std::string xif_path;
   std::string description;
   std::vector<Variable> variables;
-  std::vector<LonMarkObject> objects;  // their commands are those of all devices of this type
-  bool own_variables = false;          // given in the file, not taken from the built-in thermostat
+  std::vector<LonMarkObject> objects;  // all devices of this type share their commands
+  bool own_variables = false;          // listed in the file, not built in
   ComponentApps component_apps;
 };
 
@@ -73,11 +73,11 @@ struct Device {
   bool powered = true;
   int test_result = 0;
   std::map<std::string, Bytes> values;  // those that differ from the template's
-  /// What the network database holds where that differs from the device.
+  /// The network database's values that differ from the device's.
   std::map<std::string, Bytes> database;
   std::vector<std::string> missing;
   std::vector<std::string> refuses;
-  std::vector<LonMarkObject> objects;  // with the commands that this device alone has
+  std::vector<LonMarkObject> objects;  // with this device's own commands
 };
 
 struct Subsystem {
@@ -91,7 +91,7 @@ struct System {
   std::string interface;  // empty in engineered mode
   bool opens_engineered = true;
   bool opens_attached = true;
-  std::string locked_by;  // another client that holds it, empty for none
+  std::string locked_by;  // another client; empty for none
   int management_mode = 0;
   int discovery_interval = 180;
   int update_interval = 120;
@@ -130,8 +130,7 @@ inline constexpr std::pair<const char*, int Latency::*> kLatencies[] = {
     {"open", &Latency::open}, {"test", &Latency::test},
 };
 
-/// A failure to come. Empty texts match everything; occurrence 0 means every time; code 0 means that the
-/// device vanishes.
+/// A fault. Empty texts match everything; occurrence 0 means every time; code 0 makes the device vanish.
 struct Fault {
   std::string device;
   std::string item;
@@ -145,7 +144,7 @@ struct Installation {
   std::vector<Interface> interfaces;
   ComponentApps component_apps;
   std::vector<Network> networks;
-  std::unordered_map<std::string, std::size_t> network_places;  // where each was found last, by its name
+  std::unordered_map<std::string, std::size_t> network_places;  // by name, where each was last found
   Latency latency;
   Strictness strict;
   std::vector<Fault> faults;
@@ -163,7 +162,7 @@ struct DeviceKey {
   std::string name;
 };
 
-/// The item of that name, or null.
+/// The item with that name, or null.
 template <class T>
 T* FindByName(std::vector<T>& items, const std::string& name) {
   for (T& item : items)
@@ -171,7 +170,7 @@ T* FindByName(std::vector<T>& items, const std::string& name) {
   return nullptr;
 }
 
-/// The names of the items, which are not kept.
+/// The names of the items. They live only as long as the items.
 using Names = std::vector<std::string_view>;
 template <class T>
 Names NamesOf(const std::vector<T>& items) {
@@ -180,31 +179,30 @@ Names NamesOf(const std::vector<T>& items) {
   return names;
 }
 
-/// Each raises 17096 (the object was deleted) where the installation no longer holds what is named.
+/// Each throws 17096 (the object was deleted) if the installation no longer has it.
 Network& NetworkOf(Installation& installation, const std::string& network);
 std::vector<Subsystem>& SubsystemsOf(System& system, const Chain& chain);
 std::vector<Device>& DevicesOf(System& system, const Chain& chain);
 Device& DeviceOf(Installation& installation, const DeviceKey& key);
 DeviceTemplate& TemplateOf(Installation& installation, const std::string& network, const std::string& name);
 
-/// The devices of a subsystem in order; all of the network's for the chain "ALL".
+/// The devices of a subsystem in order; for the chain "ALL", of the network.
 std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain);
 
-/// What a device of the type has where it lists no LonMark objects of its own: the template's, without their
-/// commands.
+/// The LonMark objects of a device that lists none: the template's, without their commands.
 std::vector<LonMarkObject> ObjectsOfDevices(const DeviceTemplate& type);
 
-/// The template's list of commands for an object of a device: that of its own object with the same
-/// programmatic name. Null where it has none.
+/// The template's list of commands for a device's object: that of the template's object with the same
+/// programmatic name. Null if there is none.
 ComponentApps* SharedApps(DeviceTemplate& type, const LonMarkObject& object);
 
-/// Whether a device of the network is of that type.
+/// A device of the network has that type.
 bool IsUsed(Network& network, const DeviceTemplate& type);
 
-/// The bytes that the device has.
+/// The device's value.
 const Bytes& ValueOf(const Device& device, const Variable& variable);
 
-/// The template's variables but for those that the device lacks, in the order of their indices.
+/// The template's variables except those that the device lacks, in the order of their indices.
 Names VariableNames(const DeviceTemplate& type, const Device& device);
 
 /// The platform's address of an object: network/system.subsystem.subsystem/device.

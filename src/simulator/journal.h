@@ -7,8 +7,8 @@
 
 namespace simulator {
 
-/// Where an operation happens: the object's address, and the device and the item (variable, LonMark object,
-/// network) that faults are matched with.
+/// Where an operation happens: the object's address, and the device and item (variable, LonMark object,
+/// network) that faults match.
 struct Place {
   std::string path;
   std::string device;
@@ -21,7 +21,7 @@ struct Operation {
   Place place;
   std::string member;
   OperationKind kind = OperationKind::Get;
-  std::string value;  // what is put, or the arguments
+  std::string value;  // the new value, or the arguments
 };
 
 struct JournalEntry {
@@ -33,12 +33,12 @@ struct JournalEntry {
   std::string Text() const;
 };
 
-/// Every operation on the object model in the order of its beginning. Only the last `kMost` are kept.
+/// The operations on the object model in the order in which they began; only the last `kMost`.
 class Journal {
  public:
   static constexpr std::size_t kMost = 100000;
 
-  /// The number under which the operation's end is told.
+  /// Returns the number for Finish or Fail.
   std::size_t Begin(const Operation& operation);
   void Finish(std::size_t number, const std::string& result);
   void Fail(std::size_t number, std::int32_t error);

@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t kDeepest = 64;
 
-/// Hands the text to the parser and counts lines on the way. The last character handed out does not count:
-/// behind a number the parser has already taken the character that ends it.
+/// Passes the text to the parser and counts lines. The last character passed does not count: after a number
+/// the parser has already taken the character that ends it.
 class CountingIterator {
  public:
   using iterator_category = std::input_iterator_tag;
@@ -43,7 +43,6 @@ class CountingIterator {
   bool after_newline_ = false;
 };
 
-/// Builds the tree from the parser's events.
 class Builder : public nlohmann::json_sax<nlohmann::json> {
  public:
   Builder(std::string_view text, const std::string& file, const int* line)
@@ -118,7 +117,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
   const std::string& file_;
   const int* line_;
   JsonNode root_;
-  std::vector<JsonNode*> open_;  // only the innermost grows, so the others stay where they are
+  std::vector<JsonNode*> open_;  // only the innermost grows, so these pointers stay valid
 };
 
 }  // namespace

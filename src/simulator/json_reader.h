@@ -11,7 +11,7 @@ namespace simulator {
 
 struct JsonMember;
 
-/// A JSON value that remembers the line it stands on.
+/// A JSON value with its line.
 struct JsonNode {
   enum class Kind { Null, Boolean, Integer, Fraction, Text, List, Object };
   Kind kind = Kind::Null;
@@ -29,19 +29,19 @@ struct JsonMember {
   JsonNode value;
 };
 
-/// Raises a FileError "file:line:column: ..." for text that is not JSON, "file:line: ..." for a key given
+/// Throws a FileError "file:line:column: ..." if the text is not JSON, "file:line: ..." if a key is given
 /// twice.
 JsonNode ParseJson(std::string_view text, const std::string& file);
 
-/// Reads the members of one JSON object by key. Whatever does not fit raises a FileError
-/// "file:line: path.key: reason"; `Finish` does so for keys that nobody asked for.
+/// Reads the members of one JSON object by key. Throws a FileError "file:line: path.key: reason" for a wrong
+/// value, and in `Finish` for a key that was not read.
 class JsonReader {
  public:
   JsonReader(const JsonNode& node, std::string path, std::string file);
 
   bool Has(std::string_view key) { return Find(key) != nullptr; }
 
-  /// Those without a default are required.
+  /// Keys without a default are required.
   std::string Text(std::string_view key);
   std::string Text(std::string_view key, const std::string& otherwise);
   int Integer(std::string_view key, int least, int most);
@@ -55,7 +55,7 @@ class JsonReader {
   void EachText(std::string_view key,
                 const std::function<void(const std::string& name, const std::string& text)>& read);
 
-  /// Raises the error for a member of this object, or for the object itself where it has no such key.
+  /// Throws the error for a member of this object, or for the object itself if it has no such key.
   [[noreturn]] void Refuse(std::string_view key, const std::string& reason) const;
 
   void Finish() const;

@@ -7,11 +7,11 @@
 
 namespace simulator {
 
-/// Raises a FileError that names file, line and field. `file` only names the file in messages.
+/// Throws a FileError that names file, line and field. `file` is the name for messages.
 stored::Installation ReadInstallation(std::string_view text, const std::string& file);
 
-/// Keys in the order of the documentation; what has its default value is left out. Reading the text gives the
-/// same installation again.
+/// Writes keys in the order of the documentation, without default values. Reading the text restores the same
+/// installation.
 std::string WriteInstallation(const stored::Installation& installation);
 
 }  // namespace simulator

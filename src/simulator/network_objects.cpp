@@ -190,8 +190,8 @@ Value AppDevices::Item(Arguments arguments) {
   return Make<AppDevice>(Place{path, path, ""}, key);
 }
 
-/// A device that is only planned: without a Neuron ID of its own, not commissioned and not on the network.
-/// Channel and subnet are taken and mean nothing here.
+/// Adds a planned device: not commissioned, not on the network, with a made-up Neuron ID. Ignores channel and
+/// subnet.
 Value AppDevices::Add(Arguments arguments) {
   stored::Network& network_data = stored::NetworkOf(installation(), network());
   const std::string name = automation::ToText(arguments[0]);
@@ -204,13 +204,13 @@ Value AppDevices::Add(Arguments arguments) {
   device.program_id = stored::TemplateOf(installation(), network(), device.template_name).program_id;
   if (IsPredefined(chain_)) Fail(Code::NotModifiable, "Nothing can be added to \"" + chain_.back() + "\".");
   if (name.empty() || name.find('/') != std::string::npos)
-    Fail(Code::OutOfRange, "\"" + name + "\" is no name of a device.");
+    Fail(Code::OutOfRange, "\"" + name + "\" is not a valid device name.");
   const auto everywhere = stored::DeviceKeys(network_data, {stored::kAllDevices});
   if (strict().demonstration != 0 && everywhere.size() >= Strictness::kDemonstrationDevices)
     FailWith(static_cast<std::uint16_t>(strict().demonstration), "The feature is not available.");
   auto& devices = stored::DevicesOf(network_data.system, chain_);
   if (stored::FindByName(devices, name))
-    Fail(Code::DuplicateName, "There is a device named \"" + name + "\".");
+    Fail(Code::DuplicateName, "A device named \"" + name + "\" already exists.");
   for (const stored::DeviceKey& key : everywhere)
     device.handle = std::max(device.handle, stored::DeviceOf(installation(), key).handle);
   Bytes handle;

@@ -7,8 +7,7 @@
 
 namespace simulator {
 
-/// A network of the installation. Its name and whether it is open can be asked at any time, all else needs it
-/// open.
+/// A network of the installation. Its name and IsOpen always work; everything else needs it open.
 class Network : public Simulated<Network> {
  public:
   Network(Origin origin, std::string name) : Simulated(std::move(origin)), name_(std::move(name)) {}
@@ -19,13 +18,13 @@ class Network : public Simulated<Network> {
   std::string name_;
 };
 
-/// The one system of a network.
+/// A network's only system.
 class System : public Simulated<System> {
  public:
   System(Origin origin, std::string network) : Simulated(std::move(origin)), network_(std::move(network)) {}
   static std::span<const MemberRow<System>> Members();
 
-  /// 17004 while the network is not open.
+  /// Throws 17004 if the network is not open.
   stored::System& Data();
   stored::System& Change();
 
@@ -40,7 +39,7 @@ class System : public Simulated<System> {
   std::int32_t data_server_mode_ = 0;
 };
 
-/// The system's own place on the network. Without an interface the system opens in engineered mode.
+/// The system's own device on the network. Without an interface the system opens in engineered mode.
 class NetworkServiceDevice : public Simulated<NetworkServiceDevice> {
  public:
   NetworkServiceDevice(Origin origin, std::string network)
@@ -63,11 +62,11 @@ class NetworkInterface : public Simulated<NetworkInterface> {
   std::string name_;
 };
 
-/// The name of an interface object, also of one that comes from another process; empty for nothing. 17006
-/// where the installation has no interface of that name.
+/// The name of an interface object, which may come from another process; empty for nothing. Throws 17006 if
+/// the installation has no such interface.
 std::string InterfaceName(stored::Installation& installation, const LateBoundPtr& object);
 
-/// The devices of a subsystem; all of the network's for "ALL".
+/// The devices of a subsystem; for "ALL", of the network.
 class AppDevices : public Simulated<AppDevices> {
  public:
   AppDevices(Origin origin, stored::Chain chain) : Simulated(std::move(origin)), chain_(std::move(chain)) {}

@@ -16,9 +16,9 @@ namespace {
 using namespace stored;
 
 constexpr int kMostInt = std::numeric_limits<int>::max();
-constexpr int kMostBytes = 31;  // what a network variable can hold
+constexpr int kMostBytes = 31;  // of a network variable
 
-/// Reads a name that no earlier sibling has and that an address can carry.
+/// Reads a name that is unique among siblings and valid in an address.
 template <class T>
 std::string Name(JsonReader& reader, const std::vector<T>& earlier, std::string_view forbidden = "/") {
   const std::string name = reader.Text("name");
@@ -120,7 +120,7 @@ DeviceTemplate ReadTemplate(JsonReader& reader, const std::vector<DeviceTemplate
   return type;
 }
 
-/// What the devices of one network share while they are read.
+/// What reading the devices of one network shares.
 struct DeviceContext {
   const System& system;
   std::set<int> handles;
@@ -199,7 +199,7 @@ std::vector<Subsystem> ReadSubsystems(JsonReader& owner, DeviceContext& context,
     Subsystem subsystem;
     subsystem.name = Name(reader, subsystems, "/.");
     if (top_level && (subsystem.name == kAllDevices || subsystem.name == kDiscovered))
-      reader.Refuse("name", "\"" + subsystem.name + "\" is always there and cannot be listed");
+      reader.Refuse("name", "\"" + subsystem.name + "\" always exists and cannot be listed");
     subsystem.devices = ReadDevices(reader, "devices", context);
     subsystem.subsystems = ReadSubsystems(reader, context, false);
     subsystems.push_back(std::move(subsystem));
@@ -257,7 +257,7 @@ Fault ReadFault(JsonReader& reader, Installation& installation) {
   fault.operation = reader.Text("operation", "any");
   fault.occurrence = reader.Integer("occurrence", 1, 0, kMostInt);
   if (reader.Boolean("vanish", false)) {
-    if (reader.Has("code")) reader.Refuse("code", "goes with no \"vanish\"");
+    if (reader.Has("code")) reader.Refuse("code", "cannot be given with \"vanish\"");
   } else {
     fault.code = reader.Integer("code", 1, 65535);
   }

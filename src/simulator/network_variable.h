@@ -7,7 +7,7 @@
 
 namespace simulator {
 
-/// A network variable of a device as one client sees it: the format belongs to this object, the value to the
+/// A device's network variable as one client sees it: the format belongs to this object, the value to the
 /// device.
 class NetworkVariable : public Simulated<NetworkVariable> {
  public:
@@ -21,7 +21,7 @@ class NetworkVariable : public Simulated<NetworkVariable> {
   void WriteValue(const Value& value);
   void SetFormat(const Value& value);
   const std::string& FormatName();
-  /// 17091 while the data server is paused.
+  /// Throws 17091 while the data server is paused.
   Format CurrentFormat();
   TextStyle Style() const;
   void RequireAnswer();

@@ -9,7 +9,7 @@ namespace {
 using namespace stored;
 using Json = nlohmann::ordered_json;
 
-/// Writes a member unless it has the value that the reader assumes without it.
+/// Writes a member unless it has the reader's default.
 template <class T>
 void Put(Json& json, const char* key, const T& value, const T& otherwise) {
   if (value != otherwise) json[key] = value;
@@ -47,7 +47,7 @@ Json WriteObject(const LonMarkObject& object) {
   return json;
 }
 
-/// An empty list is written too where it is not what the reader assumes without one.
+/// Also writes an empty list if it is not the reader's default.
 void PutObjects(Json& json, const std::vector<LonMarkObject>& objects,
                 const std::vector<LonMarkObject>& otherwise) {
   if (objects == otherwise) return;

@@ -18,11 +18,11 @@ using platform::Arguments;
 using platform::LateBoundPtr;
 using platform::Value;
 
-/// The whole number of a value; 17090 outside the bounds.
+/// The whole number of a value. Throws 17090 outside the bounds.
 std::int32_t WholeNumber(const Value& value, std::int32_t least,
                          std::int32_t most = std::numeric_limits<std::int32_t>::max());
 
-/// The classes of the platform's objects, by their numbers.
+/// The platform's class numbers.
 enum class Class : std::int32_t {
   ObjectServer = 0,
   Network = 1,
@@ -47,17 +47,17 @@ enum class Class : std::int32_t {
   NetworkServiceDevice = 40
 };
 
-/// What every object of a session is made with.
+/// What every object of a session has.
 struct Origin {
   std::shared_ptr<ClientSession> session;
-  LateBoundPtr parent;  // the object through which this one was reached
+  LateBoundPtr parent;  // the object that led to this one
   Place place;
-  std::string network;  // the object works only while the system of this network is open; empty for others
+  std::string network;  // works only while this network's system is open; may be empty
 };
 
-/// An object of the platform: each call of a member is one operation of the session.
+/// An object of the platform. Each call of a member is one operation of the session.
 ///
-/// It keeps the objects above it alive, never those below, so that no circle arises.
+/// It keeps its parents alive, never its children, so there are no cycles.
 template <class T>
 class Simulated : public automation::PublishedTable<T>, public std::enable_shared_from_this<T> {
  public:
@@ -84,7 +84,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   const Place& place() const { return origin_.place; }
   const std::string& network() const { return origin_.network; }
 
-  /// A child in the same system, or in the one of `network`.
+  /// A child in the same system, or in that of `network`.
   template <class Child, class... More>
   LateBoundPtr Make(Place place, const More&... more) {
     return MakeIn<Child>(origin_.network, std::move(place), more...);
@@ -97,7 +97,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     });
   }
 
-  /// The place of a part of this object that has no address of its own.
+  /// The place of a part of this object without its own address.
   Place PartPlace(const std::string& part) const {
     Place part_place = origin_.place;
     part_place.path += ":" + part;
@@ -105,7 +105,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   }
 
  protected:
-  /// After a new name was put; the address ends with the name. What was reached from this object goes on.
+  /// Updates the address, which ends with the name. Child objects stay valid.
   void Rename(const std::string& name) {
     std::string& path = origin_.place.path;
     const ClientSession::Key former{origin_.parent.get(), path};
@@ -114,12 +114,12 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     session().Move(former, {origin_.parent.get(), path});
   }
 
-  /// A property that the network file holds: a member of what T::Data() returns.
+  /// A property from the network file: a member of what T::Data() returns.
   template <auto kField>
   static constexpr Row Stored(std::int32_t number, std::string_view name) {
     return Property(number, name, [](T& self) { return self.Data().*kField; });
   }
-  /// One that can be put as well, into what T::Change() returns; a whole number within the bounds.
+  /// A property that can also be set, through T::Change(); whole numbers must be within the bounds.
   template <auto kField, std::int32_t kLeast = 0,
             std::int32_t kMost = std::numeric_limits<std::int32_t>::max()>
   static constexpr Row Setting(std::int32_t number, std::string_view name) {
@@ -136,7 +136,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     return row;
   }
 
-  /// The rows that every class but the root ends with.
+  /// The last rows of every class except the root.
   static constexpr Row ParentRow(std::int32_t number) {
     return Property(number, "Parent", [](T& self) { return self.parent(); });
   }
@@ -167,11 +167,10 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   Origin origin_;
 };
 
-/// The position of an item chosen by its name (letter case matters) or by its ordinal from 1; 17006 if there
-/// is none.
+/// The position of an item by name (case-sensitive) or ordinal from 1. Throws 17006 if there is none.
 std::size_t FindItem(const stored::Names& names, Arguments arguments);
 
-/// What every collection has. T names its items, and makes the one of a name.
+/// What every collection has. T lists its items' names and makes an item from its name.
 template <class T>
 class NamedItems : public Simulated<T> {
  public:
@@ -195,7 +194,7 @@ class NamedItems : public Simulated<T> {
   }
 };
 
-/// A collection that clients add to and remove from. T adds what the arguments describe and returns its name.
+/// A collection that clients can change. T adds what the arguments describe and returns its name.
 template <class T>
 class EditableCollection : public NamedItems<T> {
  public:
@@ -228,7 +227,7 @@ class EditableCollection : public NamedItems<T> {
   }
 };
 
-/// A collection that only lists: what is in it and how its items are made is given to it.
+/// A read-only collection. `names` lists its items and `make` makes them.
 class Collection : public NamedItems<Collection> {
  public:
   using NameItems = std::function<stored::Names(Collection&)>;

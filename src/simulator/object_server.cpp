@@ -57,7 +57,7 @@ std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHand
 }
 
 Value ObjectServer::Networks() {
-  session().ReachableNetworks();  // fails here already where none can be listed
+  session().ReachableNetworks();  // throws here if none can be listed
   return Make<Collection>(
       PartPlace("Networks"), Class::Networks,
       [](Collection& self) { return self.session().ReachableNetworks(); },

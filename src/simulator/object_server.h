@@ -8,8 +8,7 @@
 
 namespace simulator {
 
-/// The root of a session. It has the numbers of the platform's control; its last reference closes what it
-/// opened.
+/// The root of a session, with the member numbers of the platform's control.
 class ObjectServer : public Simulated<ObjectServer> {
  public:
   explicit ObjectServer(std::shared_ptr<ClientSession> session)
@@ -17,7 +16,7 @@ class ObjectServer : public Simulated<ObjectServer> {
 
   static std::span<const MemberRow<ObjectServer>> Members();
 
-  /// The knobs are reached whatever faults and latency are set, and leave no trace in the journal.
+  /// Faults, latency and the journal do not apply to the knobs.
   Value Invoke(const platform::Member& member, platform::CallKind kind, Arguments arguments) override;
 
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override;
@@ -34,11 +33,11 @@ class ObjectServer : public Simulated<ObjectServer> {
   LateBoundPtr control_;
 };
 
-/// A root whose every member raises 17008 with the reason: what clients meet who have had COM start a
-/// simulator that cannot use its network file.
+/// A root whose members all throw 17008 with the reason: for clients of a simulator that COM started with an
+/// unusable network file.
 std::shared_ptr<automation::Published> MakeUnusableServer(std::string reason);
 
-/// Whether some object of the platform has a member of that name, in any letter case.
+/// Some object of the platform has a member of that name, in any letter case.
 bool IsMember(std::string_view name);
 
 }  // namespace simulator

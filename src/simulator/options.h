@@ -5,19 +5,18 @@
 
 namespace simulator {
 
-/// What the command line of the simulator says beside what it has in common with all COM servers.
+/// The simulator's own command line, besides the switches of all COM servers.
 struct Options {
-  /// The network file, as given.
   std::string network_file;
-  /// Name this simulator as the object server that plug-ins use.
+  /// Make this simulator the object server that plug-ins use.
   bool make_default = false;
   bool help = false;
   bool version = false;
 };
 
-/// Reads "/network <file>", "/makedefault", "/help" (also "/?") and "/version"; switches begin with "-" or
-/// "/", in any letter case, and a file with blanks stands in double quotes. Throws std::invalid_argument for
-/// a switch without its file and for anything unknown.
+/// Reads "/network <file>", "/makedefault", "/help" (also "/?") and "/version". Switches begin with "-" or
+/// "/", in any letter case; a file with blanks needs double quotes. Throws std::invalid_argument for a
+/// missing file and for anything unknown.
 Options ParseOptions(std::string_view arguments);
 
 }  // namespace simulator

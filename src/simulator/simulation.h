@@ -19,7 +19,7 @@ namespace simulator {
 
 class ClientSession;
 
-/// The events of the object server, by their numbers.
+/// The event numbers of the object server.
 inline constexpr std::int32_t kIdleEvent = 9;
 inline constexpr std::int32_t kUpdateEvent = 13;
 inline constexpr std::int32_t kErrorEvent = 20;
@@ -28,16 +28,16 @@ using Sleeper = std::function<void(std::chrono::milliseconds)>;
 
 /// The simulated platform: one installation with its networks, shared by all sessions of the process.
 ///
-/// Used from one thread. Live objects keep it alive. Every change made through the objects is saved at the
-/// end of the operation that made it, if the installation came from a file and its "autoSave" is on; a failed
-/// save does not fail the operation but is kept in `SaveError` and tried again with the next change.
+/// Used from one thread. Live objects keep it alive. If the installation came from a file with "autoSave" on,
+/// each operation that changes it saves it. A failed save does not fail the operation; `SaveError` has the
+/// reason, and the next change tries again.
 class Simulation : public std::enable_shared_from_this<Simulation> {
  public:
-  /// Both raise a FileError. The sleeper spends the configured latency.
+  /// Both throw a FileError. The sleeper waits for the configured latency.
   static std::shared_ptr<Simulation> FromFile(const std::filesystem::path& path, Sleeper sleeper);
   static std::shared_ptr<Simulation> FromText(std::string_view text, Sleeper sleeper);
 
-  /// A new client: the root object with settings and open networks of its own.
+  /// A new client: a root object with its own settings and open networks.
   std::shared_ptr<automation::Published> CreateObjectServer();
 
   Journal& journal() { return journal_; }
@@ -46,39 +46,38 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   stored::Installation& installation() { return installation_; }
   const std::filesystem::path& path() const { return path_; }
 
-  /// Takes a device, named by address or by name alone, off the network until it is restored; 17006 where
-  /// there is none of that name. Neither is saved.
+  /// Takes a device off the network until it is restored. `device` is an address or a name; throws 17006 if
+  /// there is none. Neither is saved.
   void Vanish(const std::string& device);
   void Restore(const std::string& device);
   bool HasVanished(const std::string& device_path) const { return vanished_.contains(device_path); }
 
-  /// Raises an event of the object server in every session.
+  /// Raises an event in every session.
   void RaiseEvent(std::int32_t event, platform::Arguments arguments);
 
-  /// What the knob "Stop" does: a program that serves the simulation ends with it. Empty where nothing can
-  /// end.
+  /// Run by the knob "Stop", to end the program that serves the simulation; may be empty.
   std::function<void()> on_stop;
 
-  /// Runs what raises events where the installation wants them on another thread; at first a new one each
+  /// Runs what raises events if the installation is strict about threads; by default on a new thread each
   /// time.
   std::function<void(const std::function<void()>&)> event_thread;
 
-  /// The version under which the computer knows the plug-in of a server. A command gets it when it is added,
-  /// if its version cannot be put; empty where nobody knows.
+  /// The version with which a plug-in is registered on the computer; empty if unknown. A new command gets it
+  /// if its version cannot be set.
   std::function<std::string(const std::string& server)> plug_in_version;
 
-  /// Reads the interface files that are imported; at first those of the computer.
+  /// Reads imported interface files; by default the computer's.
   FileReader read_file;
 
-  /// The open sessions, for questions that concern all of them.
+  /// The live sessions.
   std::vector<std::shared_ptr<ClientSession>> Sessions() const;
 
   void MarkChanged() { changed_ = true; }
   void SaveChanges();
   const std::string& SaveError() const { return save_error_; }
 
-  /// Both raise a FileError and then leave everything as it was. Reload brings back faults and latency of the
-  /// file and restores what has vanished; live objects go on with the data of the same names.
+  /// Both throw a FileError and then change nothing. Reload restores the file's faults and latency and all
+  /// vanished devices; live objects continue with the data of the same names.
   void Save();
   void Reload();
 

@@ -8,26 +8,27 @@
 
 namespace simulator {
 
-/// Where the object server is as strict as its documentation, which many answer more kindly than. At first it
-/// forgives everything.
+/// Where the object server is as strict as its documentation; real ones often allow more. By default it
+/// allows everything.
 struct Strictness {
-  /// Format names only as documented: the unit system behind a standard type, user types fully qualified.
+  /// Format names only as documented: the unit system after a standard type, user types fully qualified.
   bool formats = false;
   /// Values in regional settings with a decimal comma and ";" as list separator.
   bool regional = false;
-  /// One digit of the precision fewer: temperatures in tenths.
+  /// Less precision: temperatures in tenths.
   bool coarse = false;
-  /// Settings of the data server change only while it is paused, and values travel only while it is not.
+  /// The data server's settings change only while it is paused, and values can be read and written only while
+  /// it is not.
   bool pausing = false;
-  /// Events come on a thread of their own.
+  /// Events are raised on another thread.
   bool threads = false;
-  /// The network database keeps values of its own; writing a variable changes the device alone.
+  /// The network database keeps its own values; writing a variable changes only the device.
   bool database = false;
-  /// The code with which the fifth device of a network fails, as in demonstration mode; 0 for a licence.
+  /// The error code for a network's fifth device, as in demonstration mode; 0 for a licence.
   int demonstration = 0;
-  /// Members that a later release has added are missing: 300 stands for release 3.0.
+  /// Members that later releases added are missing; 300 is release 3.0.
   int release = kNewest;
-  /// Members that it does not know, and members that cannot be put.
+  /// Members that do not exist, and members that cannot be set.
   std::set<std::string, std::less<>> missing, read_only;
 
   static constexpr int kNewest = std::numeric_limits<int>::max();
@@ -52,7 +53,7 @@ struct Strictness {
   }
 };
 
-/// The switches by their keys in the network file.
+/// The settings by their keys in the network file.
 inline constexpr std::pair<const char*, bool Strictness::*> kStrictFlags[] = {
     {"formats", &Strictness::formats}, {"regional", &Strictness::regional},
     {"coarse", &Strictness::coarse},   {"pausing", &Strictness::pausing},

@@ -13,9 +13,9 @@ namespace {
 void CheckName(stored::System& system, const std::string& name) {
   if (name.empty()) Fail(Code::OutOfRange, "A device template needs a name.");
   if (name.find('/') != std::string::npos)
-    Fail(Code::OutOfRange, "The name of a device template has no \"/\".");
+    Fail(Code::OutOfRange, "The name of a device template must not contain \"/\".");
   if (stored::FindByName(system.templates, name))
-    Fail(Code::DuplicateName, "There is a device template named \"" + name + "\" already.");
+    Fail(Code::DuplicateName, "A device template named \"" + name + "\" already exists.");
 }
 
 }  // namespace

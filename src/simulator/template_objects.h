@@ -35,7 +35,7 @@ class DeviceTemplate : public Simulated<DeviceTemplate> {
   DeviceTemplate(Origin origin, std::string name) : Simulated(std::move(origin)), name_(std::move(name)) {}
   static std::span<const MemberRow<DeviceTemplate>> Members();
 
-  /// 17096 where the template was removed.
+  /// Throws 17096 if the template was removed.
   stored::DeviceTemplate& Data() { return stored::TemplateOf(installation(), network(), name_); }
   stored::DeviceTemplate& Change();
 
@@ -47,8 +47,8 @@ class DeviceTemplate : public Simulated<DeviceTemplate> {
   std::string name_;
 };
 
-/// What a device template knows of the devices of its type: variables without values, and LonMark objects
-/// whose commands all those devices share. The objects keep the template object alive, which they refer to.
+/// The interface of a device type: variables without values, and LonMark objects whose commands all devices
+/// of the type share. These objects keep the template object alive.
 class TemplateInterface : public Simulated<TemplateInterface> {
  public:
   TemplateInterface(Origin origin, DeviceTemplate* type) : Simulated(std::move(origin)), type_(type) {}
@@ -66,7 +66,7 @@ class TemplateLonMarkObject : public Simulated<TemplateLonMarkObject> {
       : Simulated(std::move(origin)), type_(type), name_(std::move(name)) {}
   static std::span<const MemberRow<TemplateLonMarkObject>> Members();
 
-  /// 17096 if the object is gone, as for variables.
+  /// Throws 17096 if the object was removed.
   stored::LonMarkObject& Data();
 
  private:

@@ -2,10 +2,10 @@
 
 namespace startup {
 
-/// Topics of the help file outside the configuration screen's fields and pages, by their context numbers.
-/// Numbers once shipped stay.
+/// Context numbers of the help file's topics that are not about a field or page of the configuration screen.
+/// Shipped numbers never change.
 enum HelpTopic : int {
-  kStartTopic = 0,  // wherever the file opens by itself
+  kStartTopic = 0,  // where the help file opens
   kUnitsTopic = 1201,
   kApplyTopic = 1202,
   kCancelTopic = 1203,

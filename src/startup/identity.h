@@ -26,10 +26,10 @@ enum StringResource : int {
   kHelpFileText = 160,
 };
 
-/// The caption of message boxes that give none of their own.
+/// The default caption of message boxes.
 inline constexpr const char* kProgramTitle = "QM5R-FC PIR LNS Device Plug-in";
 
-/// Who the plug-in is. Loaded once, first thing at start-up, and only read afterwards.
+/// The plug-in's names and version. Loaded first at start-up and only read afterwards.
 struct Identity {
   std::string PlugInProgID;
   std::string PlugInName;

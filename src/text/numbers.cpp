@@ -11,7 +11,7 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// The leading number of a text as the library's parser takes it, without blanks and "+", and where it ended.
+/// The leading number of a text, without blanks and "+" as the library's parser needs it, and where it ends.
 struct Scan {
   std::string_view digits;
   std::size_t end = 0;
@@ -45,8 +45,7 @@ double ValueOf(const Scan& scan) {
   const auto [end, error] =
       std::from_chars(scan.digits.data(), scan.digits.data() + scan.digits.size(), value);
   if (error == std::errc{}) return value;
-  // Out of range: beyond any limit, but a number that can be shown and reckoned with; or so small that it is
-  // nothing.
+  // Out of range: a large number becomes the largest that can be shown and computed with, a small one 0.
   const bool negative = scan.digits.starts_with('-');
   const std::size_t first = scan.digits.find_first_of("123456789");
   const bool large = first < scan.digits.find('.');
@@ -55,7 +54,7 @@ double ValueOf(const Scan& scan) {
   return negative ? -kLargest : kLargest;
 }
 
-/// A number as the library prints it with an exponent ("-2.34e+01"), written out in full ("-23.4").
+/// Writes a number in the library's scientific form ("-2.34e+01") without its exponent ("-23.4").
 std::string WrittenOut(std::string_view scientific) {
   const std::size_t mark = scientific.find('e');
   int exponent = 0;
@@ -114,7 +113,7 @@ std::int32_t LeadingWholeNumber(std::string_view text) {
 
 double RoundToDecimals(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
-  // Beyond this a double has no decimals; the product could be too large for one.
+  // Larger doubles have no decimals, and the product could overflow.
   if (std::abs(value) > 1e15) return value;
   return std::nearbyint(value * scale) / scale;
 }

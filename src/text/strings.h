@@ -16,18 +16,17 @@ bool EndsWithIgnoringCase(std::string_view text, std::string_view end);
 /// Without leading and trailing blanks (spaces only).
 std::string Trim(std::string_view text);
 
-/// The pieces between the separators; a text without one is a single piece, an empty text has none.
+/// The pieces between the separators: one for a text without separators, none for an empty text.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 std::string Join(const std::vector<std::string>& pieces, std::string_view separator);
 
-/// A caption without the signs of its accelerator: "&" is none where it is doubled.
+/// A caption without the "&" of its accelerator; "&&" is a plain "&".
 std::string WithoutAccelerator(std::string_view caption);
 
-/// How many characters (code points) the text has.
+/// The number of characters (code points) in the text.
 std::size_t CharacterCount(std::string_view text);
 
-/// The folder that a Windows path lies in, and a folder without the backslashes at its end; empty where there
-/// is none.
+/// The folder of a Windows path, empty if it has none; and a folder without the backslashes at its end.
 std::string FolderOf(std::string_view path);
 std::string WithoutBackslash(std::string_view folder);
 
@@ -36,8 +35,8 @@ struct HeadAndRest {
   std::string rest;
 };
 
-/// Splits at the first delimiter, whatever its letter case: the head as it stands, the rest from the
-/// character after the delimiter's first one, trimmed. Without a delimiter the head is the whole text.
+/// Splits at the first delimiter in any letter case. The rest begins after the delimiter's first character
+/// and is trimmed. Without a delimiter the head is the whole text.
 HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter);
 
 }  // namespace text

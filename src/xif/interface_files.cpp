@@ -9,7 +9,7 @@ namespace xif {
 namespace {
 
 constexpr lonworks::Tool kConverter{"XIF32BIN", "XIF32BIN", "Finished - XIF32BIN"};
-constexpr int kMostFileRounds = 1000;  // after it
+constexpr int kMostFileRounds = 1000;  // after the converter
 
 }  // namespace
 
@@ -29,7 +29,7 @@ std::string InterfaceFiles::LocateXifByDialog(const std::string& program_id) {
   std::string path = hidden.AskXif().value_or("");
   hidden.Unload();
   if (path.empty()) return {};
-  // The root of a drive is no folder to search from then on.
+  // The root of a drive does not become the search folder.
   if (const std::string chosen = text::FolderOf(path); chosen.find('\\') != std::string::npos)
     folder = chosen;
   return ExportXfb(path);

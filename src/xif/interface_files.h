@@ -12,42 +12,43 @@
 
 namespace xif {
 
-/// A window that is never seen and carries the dialog that asks for an interface file.
+/// A window that is never shown and owns the dialog that asks for an interface file.
 class fHidden : public ui::Form {
  public:
   explicit fHidden(ui::Desktop& desktop) : Form(desktop, "fHidden", ui::BorderStyle::FixedSingle) {}
 
   ui::OpenDialog DlgXIF;
 
-  /// The path of the file chosen; nothing when cancelled.
+  /// The path of the chosen file; nothing if cancelled.
   std::optional<std::string> AskXif() {
     Load();
     return desktop().AskOpenFile(DlgXIF);
   }
 };
 
-/// Devices' external interface files on this computer: finding the one of a program ID, and having its binary
-/// form (XFB), which the object server imports, made beside it by the LonWorks tool XIF32BIN.
+/// External interface files of devices on this computer: finds the one of a program ID, and runs the LonWorks
+/// tool XIF32BIN to make its binary form (XFB), which the object server imports, beside it.
 ///
-/// One for the process, used from the user-interface thread. Every failure is empty text for the caller.
-/// While the tool works the message loop runs.
+/// One per process, used from the user-interface thread. Failures return empty text. The message loop runs
+/// while the tool works.
 class InterfaceFiles {
  public:
   InterfaceFiles(ui::Desktop& desktop, const platform::Files& files, platform::Shell& shell,
                  const registry::CRegistry& registry)
       : desktop_(desktop), files_(files), tools_(desktop, shell, registry) {}
 
-  /// Where interface files are looked for, without a backslash at its end; empty where that is unknown.
+  /// The folder to search, without a backslash at the end; empty if it is unknown.
   std::string folder;
 
-  /// Looks in the folder and all folders below it. The path of the file whose binary form is there.
+  /// Searches the folder and all folders below it. Returns the file's path if its binary form is there or can
+  /// be made.
   std::string FindXifForProgramId(const std::string& program_id);
 
-  /// Asks the user for the file; the folder that it is in becomes `folder`.
+  /// Asks the user for the file; its folder becomes `folder`.
   std::string LocateXifByDialog(const std::string& program_id);
 
-  /// Makes sure that the binary form of the file is there, which may take a minute; the message on failure is
-  /// shown here. Returns the path, which becomes empty on failure, in the caller's variable too.
+  /// Makes the file's binary form if it is missing, which may take a minute. Shows a message on failure.
+  /// Returns the path, which becomes empty on failure, also in the caller's variable.
   std::string ExportXfb(std::string& xif_path);
 
  private:

@@ -14,14 +14,14 @@
 namespace xif {
 namespace {
 
-/// Far more than the first lines take, and little enough to read of whatever else bears the extension.
+/// Far more than the first lines need, yet quick to read from any file with this extension.
 constexpr std::size_t kHeadBytes = std::size_t{16} * 1024;
 
 constexpr std::size_t kIdBytes = 8;
-/// Two digits a byte, with one separator between bytes.
+/// Two digits per byte, with one separator between bytes.
 constexpr std::size_t kIdLength = 3 * kIdBytes - 1;
 
-/// Takes the first line off the text, without its end: CR LF, or either of them alone.
+/// Removes the first line from the text and returns it without its end: CR LF, CR or LF.
 std::string_view TakeLine(std::string_view& rest) {
   const std::size_t end = rest.find_first_of("\r\n");
   const std::string_view line = rest.substr(0, end);
@@ -30,7 +30,7 @@ std::string_view TakeLine(std::string_view& rest) {
   return line;
 }
 
-/// The fourth line, or the fifth where that one is blank.
+/// The fourth line, or the fifth if the fourth is blank.
 std::string_view IdLine(std::string_view rest) {
   constexpr int kLinesBefore = 3;
   for (int i = 0; i < kLinesBefore; ++i) TakeLine(rest);
@@ -38,7 +38,7 @@ std::string_view IdLine(std::string_view rest) {
   return text::Trim(line).empty() ? TakeLine(rest) : line;
 }
 
-/// A character of a text program ID; a zero byte stands for a blank. Nothing where the digits are none.
+/// A character of a text program ID; a zero byte is a blank. Nothing if the digits are not hexadecimal.
 std::optional<std::string> CharacterOf(std::string_view digits) {
   std::uint8_t code = 0;
   const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
@@ -70,8 +70,8 @@ std::string ReadXifProgramId(const platform::Files& files, const std::string& pa
 std::string FindXifFile(const platform::Files& files, const std::string& folder, std::string& program_id) {
   program_id = text::ToUpper(program_id);
   if (program_id.empty()) return {};
-  std::vector<std::string> ahead{folder};  // the next one at the end
-  std::set<std::string> searched;          // a folder that links lead to again holds nothing new
+  std::vector<std::string> ahead{folder};  // the next folder is the last
+  std::set<std::string> searched;          // links can lead to a folder again
   while (!ahead.empty()) {
     const std::string path = std::move(ahead.back());
     ahead.pop_back();

@@ -6,17 +6,17 @@
 
 namespace xif {
 
-/// The program ID that an external interface file names: 16 hexadecimal digits in the letter case of the
-/// file, or, of a text program ID, its 8 characters followed by 8 blanks. Empty where the path does not end
-/// in ".XIF", in either letter case, and where the file cannot be read or holds none.
+/// The program ID in an external interface file: 16 hexadecimal digits in the file's letter case, or a text
+/// program ID's 8 characters followed by 8 blanks. Empty if the path does not end in ".XIF" (in any letter
+/// case), or if the file cannot be read or has none.
 std::string ReadXifProgramId(const platform::Files& files, const std::string& path);
 
-/// The full path of the first interface file, below a folder that is given with a backslash at its end, with
-/// the wanted program ID; empty where there is none. A folder's own files come before its subfolders, all in
-/// directory order; folders whose name begins with "." are left out.
+/// The full path of the first interface file with the wanted program ID, below a folder given with a
+/// backslash at the end; empty if there is none. A folder's files come before its subfolders, all in
+/// directory order. Folders whose names begin with "." are skipped.
 ///
-/// The wanted program ID is turned into capitals, in the caller's variable too. A file that writes its
-/// program ID in small letters is therefore never found; deliberate.
+/// Turns the wanted program ID into capitals, also in the caller's variable. A file with its program ID in
+/// small letters is therefore never found, deliberately.
 std::string FindXifFile(const platform::Files& files, const std::string& folder, std::string& program_id);
 
 }  // namespace xif

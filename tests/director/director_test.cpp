@@ -53,7 +53,7 @@ TEST(CommandLine, CommandsAndMistakes) {
   }
 }
 
-TEST(CommandLine, ErrorsAreCalledByTheirKind) {
+TEST(CommandLine, NamesTheKindOfAnError) {
   const std::pair<std::uint32_t, std::string> cases[] = {
       {20005, "error 20005"}, {0x80044718, "object server error 18200"}, {0x80040154, "error 0x80040154"}};
   for (const auto& [number, text] : cases)
@@ -61,7 +61,7 @@ TEST(CommandLine, ErrorsAreCalledByTheirKind) {
               "director: " + text + " (S): D\n");
 }
 
-TEST(Answers, PressTheButtonThatIsThere) {
+TEST(Answers, PressAButtonOfTheBox) {
   const struct {
     std::vector<int> buttons;
     int yes, no;
@@ -77,7 +77,7 @@ TEST(Answers, PressTheButtonThatIsThere) {
   }
 }
 
-TEST(Networks, ListsDevicesAndTheirValues) {
+TEST(Networks, ListDevicesAndTheirValues) {
   World world;
   const lns::ObjectServer server(world.simulation->CreateObjectServer());
   std::ostringstream networks, devices, device;
@@ -101,10 +101,10 @@ TEST(Networks, ListsDevicesAndTheirValues) {
   EXPECT_THROW(director::PrintDevice(server, "Demo Tower/Demo Tower.Floor 1/Nobody", nothing),
                platform::Error);
   EXPECT_THROW(director::PrintDevices(server, "Nowhere", nothing), platform::Error);
-  EXPECT_FALSE(server.IsOpen()) << "a failure closes what was opened";
+  EXPECT_FALSE(server.IsOpen()) << "closed after a failure";
 }
 
-TEST(ComponentApps, AreListedWhereDirectorsFindThem) {
+TEST(ComponentApps, AreListedForTheNetworkAndForADevice) {
   std::ifstream file(DEMO_FOLDER "many-networks.json");
   World world({std::istreambuf_iterator<char>(file), {}});
   const lns::ObjectServer server(world.simulation->CreateObjectServer());
@@ -141,7 +141,7 @@ TEST(Configure, WorksRemotelyAndHidden) {
   EXPECT_EQ(world.main.CurrentDevice().Name(), "Thermostat A1");
 }
 
-TEST(Networks, DownloadPutsFormerValuesBackUnlessTheyWereUploaded) {
+TEST(Networks, DownloadRestoresValuesThatWereNotUploaded) {
   for (const bool uploaded : {false, true}) {
     Opened opened;
     opened.simulation->installation().strict.database = true;

@@ -26,7 +26,7 @@ bool Contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }
 
-TEST(HelpFile, ATopicTellsTheLimitsOfTheCatalogueAndTheMeaning) {
+TEST(HelpFile, TopicsShowLimitsAndMeanings) {
   Texts made = Made(Sources());
   const std::pair<const char*, const char*> cases[] = {
       {"txtnvi0.html", "4.5&nbsp;to&nbsp;32&nbsp;&deg;C, or 40&nbsp;to&nbsp;90&nbsp;&deg;F"},
@@ -37,7 +37,7 @@ TEST(HelpFile, ATopicTellsTheLimitsOfTheCatalogueAndTheMeaning) {
   for (const auto& [file, text] : cases) EXPECT_TRUE(Contains(made[file], text)) << file << ' ' << text;
 }
 
-TEST(HelpFile, EveryContextOfTheScreenHasATopicInTheContents) {
+TEST(HelpFile, HasATopicInTheContentsForEveryContext) {
   Texts made = Made(Sources());
   std::set<int> contexts = {1206, 1207};
   Opened opened;
@@ -60,7 +60,7 @@ TEST(HelpFile, EveryContextOfTheScreenHasATopicInTheContents) {
   }
 }
 
-TEST(HelpFile, NoLinkLeadsNowhereAndNothingIsLeftUnfilled) {
+TEST(HelpFile, HasNoBrokenLinksAndNoPlaceholders) {
   const Texts made = Made(Sources());
   const std::regex link("(?:href=|\"Local\" value=)\"([^\"]*)\""), left("\\{\\{|\\}\\}|\n@|\f|&amp;[a-z]+;");
   for (const auto& [name, text] : made) {
@@ -70,7 +70,7 @@ TEST(HelpFile, NoLinkLeadsNowhereAndNothingIsLeftUnfilled) {
   }
 }
 
-TEST(HelpFile, RefusesSourcesThatMissOrInventSomething) {
+TEST(HelpFile, RefusesWrongSources) {
   const std::tuple<const char*, const char*, const char*> mistakes[] = {
       {"general.html", "@item AUTO ", "@index "},
       {"general.html", "@item AUTO ", "@item Auto "},

@@ -9,7 +9,7 @@ namespace {
 using platform::CallKind;
 using platform::Value;
 
-/// A variable that renders one text and keeps the last one put.
+/// A variable that returns the last text put.
 struct Variable : platform::LateBound {
   Value Invoke(const platform::Member& member, CallKind kind, platform::Arguments arguments) override {
     if (kind != CallKind::Put) return text;
@@ -36,7 +36,7 @@ struct Dialect : testing::Test {
   lns::Dialect dialect;
 };
 
-TEST_F(Dialect, ReadsAndWritesTheSignsOfEveryRegion) {
+TEST_F(Dialect, ReadsAndWritesEveryRegionsSigns) {
   struct Case {
     const char *text, *separator, *read, *edited, *written, *findings;
   };
@@ -51,7 +51,7 @@ TEST_F(Dialect, ReadsAndWritesTheSignsOfEveryRegion) {
       {"23, 25, 28.5", ",", "23, 25, 28.5", "23.5,25", "23.5,25", ""},
       {"4\t23", "\t", "4\t23", "4\t24", "4\t24", ""},
       {"", " ", "", "", "", ""},
-      // No fraction has been seen: which sign is meant cannot be known.
+      // Without a fraction the decimal sign is unknown.
       {"23;25;28", ",", "23,25,28", "23.5,25", "refused", "';' in place of ','"},
       {"23;25;28", ",", "23,25,28", "24,25", "24;25", "';' in place of ','"},
       {"23 25 28", ",", "23,25,28", "23.5,25", "refused", "' ' in place of ','"},
@@ -68,18 +68,18 @@ TEST_F(Dialect, ReadsAndWritesTheSignsOfEveryRegion) {
   }
 }
 
-TEST_F(Dialect, ACommaIsNotBothSigns) {
+TEST_F(Dialect, RefusesACommaAsBothSigns) {
   EXPECT_EQ(Read("23,25", ",") + Read(" 1,5 2", " "), "23,25 1.5 2");
   EXPECT_EQ(Written("20.5,25", ","), "refused") << "the fraction would become a setpoint";
   EXPECT_EQ(Written("20,25", ",") + Written("2.5 2", " "), "20,252,5 2");
 }
 
-TEST_F(Dialect, AValueOfOneFieldShowsNoSeparator) {
+TEST_F(Dialect, LearnsNoSeparatorFromASingleField) {
   EXPECT_EQ(Read("OFF;1,5;AUTO", " ") + Read("60", " "), "OFF 1.5 AUTO60");
   EXPECT_EQ(Written("ON 2.5", " "), "ON;2,5");
 }
 
-TEST_F(Dialect, OneObjectServerHasOneDecimalSign) {
+TEST_F(Dialect, KeepsOneDecimalSign) {
   EXPECT_EQ(Read("1.5 2", " "), "1.5 2");
   EXPECT_EQ(Read("1,5 2", " "), "refused") << "thousands, or another region";
   EXPECT_EQ(Read("23;25", ","), "23,25");

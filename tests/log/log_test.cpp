@@ -17,7 +17,7 @@ struct Log : testing::Test {
   activity::fLog log{desktop, program, files};
 };
 
-TEST_F(Log, ErrorsAreSplitAtLineBreaks) {
+TEST_F(Log, SplitsErrorsAtLineBreaks) {
   const std::array<const char*, 3> cases[] = {{"no line break", "", ""},
                                               {"action\r\nresult", "action", "result"},
                                               {"one\r\ntwo\r\nthree", "one", "two"},
@@ -41,7 +41,7 @@ TEST_F(Log, ErrorsAreSplitAtLineBreaks) {
   EXPECT_EQ(log.lstActivity.Rows().size(), std::size(cases) + 1);
 }
 
-TEST_F(Log, AMessageIsAlwaysSplitIntoItsActionAndItsResult) {
+TEST_F(Log, SplitsMessagesIntoActionAndResult) {
   const std::array<const char*, 4> cases[] = {
       {"Reading", "failed", "Reading", "failed"},
       {"Reading", "one\r\ntwo\nthree\r\n\r\nfour", "Reading", "one two three four"},
@@ -54,7 +54,7 @@ TEST_F(Log, AMessageIsAlwaysSplitIntoItsActionAndItsResult) {
   }
 }
 
-TEST_F(Log, PopsUpOnErrorsOnlyWhenAsked) {
+TEST_F(Log, OpensOnErrorsOnlyIfAsked) {
   log.LogError("a\r\nb");
   EXPECT_FALSE(log.Visible());
   log.cbOpenOnError.SetChecked(true);
@@ -74,7 +74,7 @@ struct SavedLog : Log {
   std::string Content() const { return files.ReadStart(*desktop.save_path, 1000); }
 };
 
-TEST_F(SavedLog, HoldsCommaSeparatedValues) {
+TEST_F(SavedLog, HasCommaSeparatedValues) {
   log.cmdSave.UserClicks();
   EXPECT_EQ(Content(), "");
   EXPECT_TRUE(files.FileExists(*desktop.save_path)) << "an empty log makes an empty file";
@@ -98,10 +98,10 @@ TEST_F(SavedLog, HoldsCommaSeparatedValues) {
   EXPECT_EQ(desktop.messages.back().message.text, "Action canceled by user");
   log.LogCommand("Reading", "21 \u00BAC");
   log.cmdSave.UserClicks();
-  EXPECT_EQ(Content().substr(0, 4), "\xEF\xBB\xBF\"") << "letters beyond ASCII are known by this mark";
+  EXPECT_EQ(Content().substr(0, 4), "\xEF\xBB\xBF\"") << "byte-order mark";
 }
 
-TEST_F(SavedLog, FailuresAreToldAndClearingIsConfirmed) {
+TEST_F(SavedLog, ShowsFailuresAndConfirmsClearing) {
   log.LogCommand("a", "b");
   desktop.save_path.reset();
   log.cmdSave.UserClicks();
@@ -120,7 +120,7 @@ TEST_F(SavedLog, FailuresAreToldAndClearingIsConfirmed) {
   EXPECT_TRUE(log.lstActivity.Rows().empty());
 }
 
-TEST_F(Log, CopiedRowsReadAsTheyAreShown) {
+TEST_F(Log, CopiesRowsAsShown) {
   log.LogCommand("Reading nciSetPts", "23,25.5");
   log.LogCommand("Reading nciSccModel (Raw)", "04\t1A");
   log.LogError("no line break");
@@ -132,7 +132,7 @@ TEST_F(Log, CopiedRowsReadAsTheyAreShown) {
   EXPECT_NE(desktop.copied, "") << "nothing selected: the clipboard stays";
 }
 
-TEST_F(Log, ButtonsStayRightAligned) {
+TEST_F(Log, KeepsButtonsRightAligned) {
   log.Load();
   std::map<std::string, ui::Spot> spots;
   for (const ui::Spot& spot : log.layout().place(9000, 6000)) spots.insert({spot.control->name(), spot});

@@ -12,7 +12,7 @@ const std::string kDeviceCommand = "Korvell QM5R-FC PIR Device Configure";
 const std::string kObjectCommand = "Korvell QM5R-FC PIR LonMarkObject Configure";
 
 struct CommandRegistration : testing::Test {
-  /// The error number of a command, 0 where it succeeds.
+  /// The error number of a command; 0 if it succeeds.
   int Send(std::int32_t command) {
     const platform::Error error = ErrorOf([&] { world.Send(*api, command, 0, ""); });
     EXPECT_EQ(error.description(), error.number() ? "Unable to register Supported Commands" : "");
@@ -38,7 +38,7 @@ struct CommandRegistration : testing::Test {
   std::shared_ptr<plugin::LNSPlugInAPI> api = world.CreateApi();
 };
 
-TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack) {
+TEST_F(CommandRegistration, AddsEachCommandOnceAndRemovesIt) {
   const std::string server = "QM5RFcPirConfigure.LNSPlugInAPI", start = "Configure the Korvell QM5R-FC PIR ";
   const simulator::stored::ComponentApp device{
       kDeviceCommand, server, 7, 13, true, start + "Application Device", "", "1.2.3"};
@@ -46,7 +46,7 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
       kObjectCommand, server, 28, 13, false, start + "LonMarks Object", "", "1.2.3"};
   world.desktop.answers = {ui::Answer::Yes};
   System("Demo Quarry").catalog_path = "E:\\On another computer\\Types";
-  // Nobody asked for these.
+  // Failures of objects that are not needed.
   Fault("Demo Wall Switch [demo]", "Name")();
   world.simulation->faults().Add({"", "Demo Quarry", "Item", 2, 17008});
   for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Orchard", "Demo Islands"}) {
@@ -71,7 +71,7 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
     const std::string registered = world.Saved();
     EXPECT_EQ(Send(50), 0);
     EXPECT_EQ(world.Saved(), registered) << "the second time changes nothing";
-    EXPECT_EQ(world.desktop.messages.size(), 1u) << "nor asks again";
+    EXPECT_EQ(world.desktop.messages.size(), 1u) << "and asks nothing";
     EXPECT_EQ(Send(51), 0);
     EXPECT_EQ(world.Saved(), before);
     EXPECT_EQ(world.desktop.messages.size(), 1u);
@@ -82,7 +82,7 @@ TEST_F(CommandRegistration, PutsEachCommandWhereDirectorsLookOnceAndTakesItBack)
   EXPECT_EQ(world.statuses.back(), "Unregistering plug-in . . .");
 }
 
-TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
+TEST_F(CommandRegistration, LogsEachStepWithItsPlace) {
   Open("Demo Islands");
   auto& system = System("Demo Islands");
   auto& own = system.subsystems[0].devices[0].objects.emplace_back();
@@ -151,13 +151,12 @@ TEST_F(CommandRegistration, TheLogTellsWhatWasDoneWhere) {
   }
 }
 
-/// Each step that can fail: what the user is told, that nothing is left half done, and that the next try
-/// works.
-TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
+/// For each step that can fail: the message, that nothing is left half done, and that the next try works.
+TEST_F(CommandRegistration, ShowsAFailureAndSucceedsOnTheNextTry) {
   struct Case {
     const char* network;
     std::function<void()> breaks;
-    std::string told;
+    std::string message;
     std::function<void()> mends = [] {};
     bool leaves_nothing = true;
   };
@@ -182,7 +181,7 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
       {"Demo Quarry", Fault("", "DeviceTemplates"), kObjectCommand},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.told);
+    SCOPED_TRACE(c.message);
     Open(c.network);
     c.breaks();
     const std::string before = world.Saved();
@@ -193,12 +192,12 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
     EXPECT_NE(world.progress.Status(), "") << "the progress window stays";
     const auto progress = std::ranges::find(world.desktop.forms, "fProgress", &ui::Form::name);
     ASSERT_NE(progress, world.desktop.forms.end());
-    EXPECT_TRUE((*progress)->CloseRequested(ui::CloseReason::User)) << "it is the user's now";
+    EXPECT_TRUE((*progress)->CloseRequested(ui::CloseReason::User)) << "the user can close it";
     EXPECT_FALSE(world.progress.Shown());
-    std::vector<std::string> told = world.MessageTexts();
-    std::erase_if(told, [](const std::string& text) { return text.starts_with("Do you wish"); });
-    ASSERT_EQ(told.size(), 1u);
-    EXPECT_TRUE(told[0].starts_with("Error adding command " + c.told)) << told[0];
+    std::vector<std::string> messages = world.MessageTexts();
+    std::erase_if(messages, [](const std::string& text) { return text.starts_with("Do you wish"); });
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_TRUE(messages[0].starts_with("Error adding command " + c.message)) << messages[0];
     world.simulation->faults().Clear();
     EXPECT_TRUE(!c.leaves_nothing || world.Saved() == before);
     for (const auto& type : System(c.network).templates)
@@ -211,9 +210,9 @@ TEST_F(CommandRegistration, AFailingStepIsToldAndTheNextTryWorks) {
   }
 }
 
-/// The tool for it may be missing, fail or hang: registration goes on, and a director that finds all commands
-/// there is not kept waiting by a box.
-TEST_F(CommandRegistration, AddsTheResourceFilesThatTheCatalogueLacks) {
+/// The tool may be missing, fail or hang: registration continues, and no box keeps a director waiting if all
+/// commands are registered.
+TEST_F(CommandRegistration, AddsMissingResourceFilesToTheCatalogue) {
   const std::string types = "C:\\LonWorks\\Types", folder = types + "\\User\\Korvell";
   const std::string unable = "Unable to add the resources listed in the ResourceTable to the catalog";
   const auto catalog = [=, this](std::string_view text) { world.files.Write(types + "\\ldrf.cat", text); };
@@ -221,12 +220,11 @@ TEST_F(CommandRegistration, AddsTheResourceFilesThatTheCatalogueLacks) {
     return "!" + unable + "|" + folder + ": The tool " + why;
   };
   auto& tool = world.shell;
-  // What the tool does, before, at its start and in each round, and the row of the log; none where it is not
-  // run.
+  // What the tool does before, at its start and in each round; and the log row, empty if it does not run.
   const std::pair<std::function<void()>, std::string> cases[] = {
       {[&] { tool.running = false; }, "Adding resource files to the catalog|" + folder},
       {[&] { tool.running = tool.succeeded = false; }, failed("failed.")},
-      {[] {}, failed("did not come to its end.")},
+      {[] {}, failed("did not finish.")},
       {[&] { tool.refuses = true; }, failed("could not be started.")},
       {[&] {
          catalog({"q\0m\0005\0r\0.\0t\0y\0p\0QM5R.FMT", 24});
@@ -238,7 +236,7 @@ TEST_F(CommandRegistration, AddsTheResourceFilesThatTheCatalogueLacks) {
   world.Put(*api, "NetworkInterfaceName", "DEMO-REMOTE-1");
   Open("Demo Islands");
   EXPECT_EQ(Send(50), 0);
-  EXPECT_TRUE(tool.launches.empty()) << "the system is another computer's";
+  EXPECT_TRUE(tool.launches.empty()) << "the system is on another computer";
   world.Put(*api, "NetworkInterfaceName", "");
   Open("Demo Harbour");
   for (const auto& [play, row] : cases) {
@@ -263,13 +261,13 @@ TEST_F(CommandRegistration, AddsTheResourceFilesThatTheCatalogueLacks) {
   }
 }
 
-TEST_F(CommandRegistration, StaysWithItsNetworkWhateverIsOpenedMeanwhile) {
+TEST_F(CommandRegistration, KeepsItsNetworkIfAnotherIsOpened) {
   EXPECT_EQ(Send(50), 20000) << "no network is open";
   Open("Demo Quarry");
   world.files.Lock("C:\\LonWorks\\Import");
   world.desktop.open_path = RegistrationWorld::kXif;
   world.desktop.on_open_dialog = [this] {
-    EXPECT_EQ(Send(50), 20000) << "not twice at a time";
+    EXPECT_EQ(Send(50), 20000) << "only one at a time";
     Open("Demo Empty Shell");
   };
   const std::string before = world.Saved();

@@ -8,7 +8,7 @@
 namespace {
 
 struct NetworkVisits : testing::Test {
-  /// A command for all networks, of a version that had one.
+  /// A command for all networks, from an older version.
   static simulator::stored::ComponentApp Leftover(const std::string& server) {
     simulator::stored::ComponentApp app;
     app.name = "Old";
@@ -26,8 +26,7 @@ struct NetworkVisits : testing::Test {
   void Deregister(std::int32_t mode, bool interactive) {
     world.desktop.messages.clear();
     world.statuses.clear();
-    if (world.desktop.has_display)
-      world.main.Load();  // as the program begins anew, which ended with the director that registered
+    if (world.desktop.has_display) world.main.Load();  // as in a new process after the registering director's
     registration::MMain(world.services, world.by_hand).DeregisterPlugIn(mode, interactive);
     EXPECT_FALSE(world.session.ObjectServer);
     EXPECT_FALSE(world.session.CurrentNetwork);
@@ -40,16 +39,16 @@ struct NetworkVisits : testing::Test {
   RegistrationWorld world;
 };
 
-TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
+TEST_F(NetworkVisits, RemoveEveryCommandFromEveryNetworkThatOpens) {
   for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Foundry", "Demo Islands"})
     Register(network);
   auto& shared = world.simulation->installation().component_apps;
   shared.push_back(Leftover("qm5rfcpirconfigure.lnspluginapi"));
   InterfaceOf("Demo Vault").clear();
-  world.desktop.answers = {ui::Answer::No};  // of the templates offered, the first is kept
+  world.desktop.answers = {ui::Answer::No};  // keeps the first offered template
   Deregister(1, true);
   EXPECT_EQ(world.Saved().find("QM5RFcPirConfigure"), std::string::npos);
-  // How many ways to open it are tried at each network, and whether it opens then.
+  // For each network: how many ways to open it are tried, and whether it opens.
   const std::tuple<std::string, std::size_t, bool> visits[] = {
       {"Empty Shell", 2, true}, {"Harbour", 2, true}, {"Quarry", 2, true},
       {"Orchard", 2, true},     {"Foundry", 3, true}, {"Ruin", 3, false},
@@ -73,11 +72,11 @@ TEST_F(NetworkVisits, TakeEveryCommandOffEveryNetworkThatOpens) {
   Deregister(1, true);
   EXPECT_EQ(world.MessageTexts().back(),
             "Plug-in Korvell QM5R-FC PIR Configure does not exisit in the Windows registery")
-      << "removing the template has made no key";
+      << "removing the template creates no key";
 }
 
-/// What the documents and the window warn of.
-TEST_F(NetworkVisits, LeaveSystemsInEngineeredModeAsTheyAreToldTo) {
+/// The documents and the window warn of this.
+TEST_F(NetworkVisits, LeaveSystemsInEngineeredMode) {
   Deregister(0, false);
   EXPECT_EQ(InterfaceOf("Demo Harbour") + InterfaceOf("Demo Foundry"), "DEMO-LOCAL-2");
   EXPECT_EQ(world.Operations("Demo Vault NetworkInterface=object").size(), 1u) << "it is locked";
@@ -90,8 +89,8 @@ TEST_F(NetworkVisits, LeaveSystemsInEngineeredModeAsTheyAreToldTo) {
     EXPECT_NE(text.find("without a network interface"), std::string::npos) << text;
 }
 
-/// Nothing of the object server may fail in a way that stops the removal of the plug-in itself.
-TEST_F(NetworkVisits, ShortenWhereTheObjectServerFails) {
+/// No failure of the object server may stop the removal of the plug-in itself.
+TEST_F(NetworkVisits, SkipWhatFails) {
   Register("Demo Harbour");
   const std::string key = world.identity.PlugInKey();
   const auto deregisters = [&] {
@@ -104,11 +103,11 @@ TEST_F(NetworkVisits, ShortenWhereTheObjectServerFails) {
   world.object_server_missing = false;
   world.simulation->faults().Add({"", "", "NetworkInterface", 0, 17008});
   EXPECT_TRUE(deregisters());
-  EXPECT_NE(InterfaceOf("Demo Harbour"), "") << "what cannot be told is not taken away";
+  EXPECT_NE(InterfaceOf("Demo Harbour"), "") << "an unknown interface is not removed";
   EXPECT_EQ(world.Saved().find("QM5RFcPirConfigure"), std::string::npos);
 }
 
-TEST_F(NetworkVisits, OnlyTheFirstNetworkSpeaksForAllNetworks) {
+TEST_F(NetworkVisits, RemoveSharedCommandsOnlyAtTheFirstNetwork) {
   auto& installation = world.simulation->installation();
   const auto shared = [&] { return installation.component_apps.size(); };
   installation.component_apps.push_back(Leftover(world.identity.PlugInProgID));
@@ -123,7 +122,7 @@ TEST_F(NetworkVisits, OnlyTheFirstNetworkSpeaksForAllNetworks) {
   installation.networks[0].opens = true;
   world.log.Clear();
   Deregister(1, false);
-  EXPECT_TRUE(world.statuses.empty() && world.desktop.messages.empty()) << "no word from a command line";
+  EXPECT_TRUE(world.statuses.empty() && world.desktop.messages.empty()) << "a command line is silent";
   EXPECT_EQ(shared(), 1u);
   EXPECT_EQ(std::ranges::count(world.log.lstActivity.Rows(), "Object Server",
                                [](const auto& row) { return row.cells[2]; }),

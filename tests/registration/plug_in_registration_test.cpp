@@ -12,13 +12,13 @@ class PlugInRegistration : public testing::Test {
  protected:
   void SetUp() override { world.registry.DeleteMachineKey(key); }
   std::string Stored(const std::string& value) const { return world.registry.MachineSetting(key, value); }
-  /// Text, caption and icon of the one box that was shown since the last look; "" for none.
-  std::string Told() {
-    std::string told;
+  /// Text, caption and icon of the box shown since the last call; "" for none.
+  std::string TakeMessage() {
+    std::string shown;
     for (const auto& [message, answer] : world.desktop.messages)
-      told += message.text + "|" + message.caption + (message.icon == ui::Icon::Critical ? "|!" : "|i");
+      shown += message.text + "|" + message.caption + (message.icon == ui::Icon::Critical ? "|!" : "|i");
     world.desktop.messages.clear();
-    return told;
+    return shown;
   }
 
   World world;
@@ -27,7 +27,7 @@ class PlugInRegistration : public testing::Test {
   static constexpr const char* kTitle = "QM5R-FC PIR LNS Device Plug-in";
 };
 
-TEST_F(PlugInRegistration, WritesTenValuesAndHasTheClassRegistered) {
+TEST_F(PlugInRegistration, WritesTenValuesAndRegistersTheClass) {
   world.machine.standard_user = true;
   registration::RegisterPlugIn(world.services, false);
   EXPECT_EQ(Stored(""), "") << "refused writes are skipped";
@@ -36,10 +36,10 @@ TEST_F(PlugInRegistration, WritesTenValuesAndHasTheClassRegistered) {
   EXPECT_EQ(world.machine.machine[key].texts.size(), 10u);
   EXPECT_EQ(world.shell.launches.at(1).program, "C:\\Plug-in\\QM5RFcPirConfigure.exe");
   EXPECT_EQ(world.shell.launches.at(1).arguments, "/regserver");
-  EXPECT_EQ(Told(), "Plug-in registered as QM5RFcPirConfigure.LNSPlugInAPI|" + name + "|i");
+  EXPECT_EQ(TakeMessage(), "Plug-in registered as QM5RFcPirConfigure.LNSPlugInAPI|" + name + "|i");
 }
 
-TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
+TEST_F(PlugInRegistration, KeepsOnlyANewerVersion) {
   const std::string updated = "Updated version of plug-in registered as QM5RFcPirConfigure.LNSPlugInAPI|";
   const std::string newer = "A newer version of this plug-in is already registered|";
   const std::pair<const char*, std::string> cases[] = {
@@ -51,47 +51,47 @@ TEST_F(PlugInRegistration, OnlyANewerVersionIsLeftAlone) {
     world.registry.SetMachineSetting(key, "", "something");
     world.registry.SetMachineSetting(key, "Version", version);
     registration::RegisterPlugIn(world.services, true, [] {});
-    EXPECT_EQ(Told(), text + name + "|i") << version;
+    EXPECT_EQ(TakeMessage(), text + name + "|i") << version;
     EXPECT_EQ(Stored("Version"), text == newer ? version : "1.2.3");
   }
-  EXPECT_TRUE(world.shell.launches.empty()) << "the class was registered by the process itself";
+  EXPECT_TRUE(world.shell.launches.empty()) << "this process registers the class";
 }
 
-TEST_F(PlugInRegistration, AClassThatIsRefusedStopsOnlyTheInteractiveRun) {
+TEST_F(PlugInRegistration, StopsAtARefusedClassOnlyIfInteractive) {
   const std::string failed = "Plug-in QM5RFcPirConfigure.LNSPlugInAPIregistration as COM server failed|";
   world.shell.refuses = true;
   registration::RegisterPlugIn(world.services, true);
-  EXPECT_EQ(Told(), failed + kTitle + "|!");
+  EXPECT_EQ(TakeMessage(), failed + kTitle + "|!");
   EXPECT_EQ(Stored("Name"), "");
   registration::RegisterPlugIn(world.services, true, [] { throw platform::Error(5, "", ""); });
-  EXPECT_EQ(Told(), failed + kTitle + "|!");
+  EXPECT_EQ(TakeMessage(), failed + kTitle + "|!");
   registration::RegisterPlugIn(world.services, false);
-  EXPECT_EQ(Told(), "");
+  EXPECT_EQ(TakeMessage(), "");
   EXPECT_EQ(Stored("Name"), name);
 }
 
-TEST_F(PlugInRegistration, RemovalTellsWhatItFound) {
+TEST_F(PlugInRegistration, RemovalShowsItsResult) {
   world.registry.SetMachineSetting(key, "", "x");
   world.registry.SetMachineSetting(key + "\\Templates\\Deep", "a", "b");
   world.shell.refuses = true;
   registration::UnregisterPlugIn(world.services, true);
-  const std::string told = Told();
+  const std::string message = TakeMessage();
   EXPECT_TRUE(
-      told.starts_with("Plug-in QM5RFcPirConfigure.LNSPlugInAPI deregistration as COM server failed\r"
-                       "Verify that there are not instances running\r"));
-  EXPECT_TRUE(told.ends_with(std::string("|") + kTitle + "|!"));
+      message.starts_with("Plug-in QM5RFcPirConfigure.LNSPlugInAPI deregistration as COM server failed\r"
+                          "Verify that there are not instances running\r"));
+  EXPECT_TRUE(message.ends_with(std::string("|") + kTitle + "|!"));
   EXPECT_EQ(Stored(""), "x");
   world.shell.refuses = false;
   for (const std::string& text : {"Plug-in " + name + " deregistered",
                                   "Plug-in " + name + " does not exisit in the Windows registery"}) {
     registration::UnregisterPlugIn(world.services, true);
-    EXPECT_EQ(Told(), text + "|" + name + "|i");
+    EXPECT_EQ(TakeMessage(), text + "|" + name + "|i");
     EXPECT_EQ(Stored(""), "");
   }
   EXPECT_EQ(world.shell.launches.back().program, "QM5RFcPirConfigure.exe");
   EXPECT_EQ(world.shell.launches.back().arguments, "/unregserver");
   registration::UnregisterPlugIn(world.services, false);
-  EXPECT_EQ(Told(), "");
+  EXPECT_EQ(TakeMessage(), "");
 }
 
 TEST(Names, OfTypesAndCommands) {
@@ -101,8 +101,8 @@ TEST(Names, OfTypesAndCommands) {
   EXPECT_EQ(command(70) + command(24) + command(-1), "Security LevelCustom command 24Custom command -1");
 }
 
-/// The window: what each button does, once, and that it closes.
-TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
+/// Each button acts once and closes the window.
+TEST_F(PlugInRegistration, EachButtonOfTheWindowActsOnce) {
   int ended = 0, class_registered = 0;
   registration::MMain::Process process = world.ByHand([&] { ++class_registered; });
   process.end_plug_in = [&] { ++ended; };
@@ -133,7 +133,7 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
                 world.desktop.pointers.back() == ui::Pointer::Hourglass;
     };
     EXPECT_EQ(window.lblRegistered.Text(), "Registered on this computer: version 1.2.3.");
-    EXPECT_EQ(window.lblMode.Text(), "Takes its commands off every network first.");
+    EXPECT_EQ(window.lblMode.Text(), "First removes its commands from every network.");
     window.cmbDeregMode.UserChooses("Minimal Mode");
     EXPECT_EQ(window.lblMode.Text(), "Removes the plug-in from this computer.");
     window.bDeregister.UserClicks();
@@ -150,8 +150,8 @@ TEST_F(PlugInRegistration, EveryButtonOfTheWindowIsOneAction) {
   EXPECT_EQ(ended, 3);
 }
 
-/// What a user without an administrator's rights sees, step by step; the machine's keys stay as they are.
-TEST(StandardUser, WorksAndIsAskedForRightsWhereTheyAreNeeded) {
+/// What a user without an administrator's rights sees, step by step. The machine's keys do not change.
+TEST(StandardUser, CanWorkAndIsAskedForRightsIfNeeded) {
   Opened user(kFirstThermostat, "1");
   user.registry.SetMachineSetting("SOFTWARE\\Classes", "", "");
   int ended = 0, class_registered = 0;
@@ -159,7 +159,7 @@ TEST(StandardUser, WorksAndIsAskedForRightsWhereTheyAreNeeded) {
   process.end_plug_in = [&] { ++ended; };
   registration::MMain program(user.services, process);
   using Window = registration::fRegisterPlugIn;
-  // How the program ends, or what its window has come to.
+  // The exit code, or the state of the window.
   const auto start = [&](const char* command_line, const std::function<void(Window&)>& press = {}) {
     const auto code = program.Main(command_line);
     if (code) return std::to_string(*code);
@@ -200,9 +200,9 @@ TEST(StandardUser, WorksAndIsAskedForRightsWhereTheyAreNeeded) {
       {"the second copy, with rights", false, [&] { return start("/window /regplugin"); }, "closed"},
       {"the second copy, without", true, [&] { return start("/window /deregplugin /deregmode:-1"); },
        "closed"},
-      {"units: those of all users until his own", true, units, "1"},
-      {"units: his own", true, leave_in_celsius, "0"},
-      {"units: of an administrator", false, units, "1"},
+      {"units: all users' by default", true, units, "1"},
+      {"units: the user's own", true, leave_in_celsius, "0"},
+      {"units: an administrator's", false, units, "1"},
   };
   for (const auto& [what, standard, seen, expected] : steps) {
     SCOPED_TRACE(what);
@@ -217,10 +217,10 @@ TEST(StandardUser, WorksAndIsAskedForRightsWhereTheyAreNeeded) {
   const std::string self = "C:\\Plug-in\\QM5RFcPirConfigure.exe ";
   EXPECT_EQ(elevated, self + "/regplugin;" + self + "/regplugin;" + self + "/deregplugin /deregmode:-1;");
   EXPECT_EQ(std::pair(ended, class_registered), std::pair(4, 1));
-  EXPECT_EQ(user.MessageTexts().size(), 3u) << "the second copies tell what they did, and Exit asks";
+  EXPECT_EQ(user.MessageTexts().size(), 3u) << "from each second copy and from Exit";
 }
 
-TEST(ForceInRange, GivesOneOutsideTheBounds) {
+TEST(ForceInRange, ReturnsOneOutsideTheBounds) {
   std::vector<std::int16_t> values = {-2, -1, 0, 1, 2};
   for (std::int16_t& value : values) EXPECT_EQ(registration::ForceInRange(-1, 1, value), value);
   EXPECT_EQ(values, (std::vector<std::int16_t>{1, -1, 0, 1, 1}));

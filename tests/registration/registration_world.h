@@ -10,7 +10,7 @@
 #include "simulator/network_file.h"
 #include "support/world.h"
 
-/// The plug-in on the demo database of many networks, with the thermostat's interface file on its disk.
+/// The plug-in with the demo database of many networks and the thermostat's interface file.
 struct RegistrationWorld : World {
   static constexpr const char* kXif = "C:\\LonWorks\\Import\\Korvell\\QM5R.XIF";
 
@@ -28,7 +28,7 @@ struct RegistrationWorld : World {
     };
   }
 
-  /// The database as its file would be.
+  /// The content of the database's file.
   std::string Saved() const { return simulator::WriteInstallation(simulation->installation()); }
 
   std::vector<std::string> statuses;

@@ -7,14 +7,13 @@
 #include "platform/error.h"
 #include "registry/registry.h"
 
-/// What CRegistry promises, whatever registry stands behind it. The suite works below one key and leaves
-/// nothing.
+/// What CRegistry promises for every registry. Works below one key and leaves nothing behind.
 class RegistryContract {
  public:
   explicit RegistryContract(platform::Registry& registry) : settings_(registry, "QM5R Contract") {}
 
   void Run() {
-    TextsComeBack();
+    TextsAreReadBack();
     OtherTypesAndMissingValuesReadAsEmpty();
     SubkeysAreEnumerated();
     KeysAreDeletedWithAllBelow();
@@ -23,7 +22,7 @@ class RegistryContract {
  private:
   static constexpr const char* kKey = "SOFTWARE\\QM5R Contract";
 
-  void TextsComeBack() {
+  void TextsAreReadBack() {
     for (const char* text : {"3.0", "x", "Korvell Inc.", "LonTalk\u00AE thermostat"}) {
       settings_.SetMachineSetting(kKey, "Value", text);
       EXPECT_EQ(settings_.MachineSetting(kKey, "Value"), text);

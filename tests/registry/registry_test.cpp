@@ -12,7 +12,7 @@ TEST(Registry, Contract) {
   EXPECT_TRUE(fake.user.contains("SOFTWARE\\LonWorks\\LCA\\Applets\\QM5R Contract\\Section"));
 }
 
-TEST(Registry, RefusedWritesRaise) {
+TEST(Registry, RefusedWritesThrow) {
   headless::MemoryRegistry fake;
   registry::CRegistry settings(fake, "name");
   fake.fails = [] { return true; };
@@ -21,7 +21,7 @@ TEST(Registry, RefusedWritesRaise) {
   for (const auto& write : writes) EXPECT_EQ(ErrorOf(write).number(), static_cast<std::int32_t>(0x80040201u));
 }
 
-TEST(Registry, ASubkeyThatCannotBeDeletedEndsTheDeletion) {
+TEST(Registry, DeletionStopsAtAnUndeletableSubkey) {
   headless::MemoryRegistry fake;
   registry::CRegistry settings(fake, "name");
   for (const char* key : {"SOFTWARE\\K\\A", "SOFTWARE\\K\\B\\C", "SOFTWARE\\K\\D"})

@@ -19,15 +19,15 @@ constexpr std::int32_t kGone = static_cast<std::int32_t>(0x800706BAu);
 constexpr headless::Failure kFailures[] = {
     {"does not communicate", ObjectServerError(18200)},
     {"refuses", ObjectServerError(18034)},
-    {"is no object server's", static_cast<std::int32_t>(0x80004005u)},
+    {"is not the object server's", static_cast<std::int32_t>(0x80004005u)},
     {"fails four times", ObjectServerError(17008), Operations, 4},
-    {"leaves its object dead", kGone, Object},
+    {"kills its object", kGone, Object},
     {"fails once", ObjectServerError(17008)},
     {"loses its answer", ObjectServerError(18200), Operations, 1, true},
     {"fails twice", ObjectServerError(17008), Operations, 2},
-    {"leaves all dead", kGone, Server}};
+    {"kills all objects", kGone, Server}};
 
-/// Leaves what a road needs, with one device in each subsystem: each operation costs a walk.
+/// Keeps only these networks, with one device in each subsystem: each operation takes a walk.
 void KeepNetworks(World& world, const std::vector<std::string>& names) {
   auto& networks = world.simulation->installation().networks;
   std::erase_if(networks, [&](const auto& each) { return std::ranges::count(names, each.name) == 0; });
@@ -36,9 +36,9 @@ void KeepNetworks(World& world, const std::vector<std::string>& names) {
       if (subsystem.devices.size() > 1) subsystem.devices = {subsystem.devices.back()};
 }
 
-/// Every operation on a road through the plug-in fails, one after the other, in every way.
+/// Makes every operation of a procedure fail, in turn and in every way.
 struct FaultSweep : testing::Test {
-  /// The step fails in a part of the road, with Fail(), and checks what is left and that the next try works.
+  /// The step calls Fail() for the part that fails, then checks what is left and that the next try works.
   void Walk(const std::string& road, const std::function<void()>& step) {
     const auto installation = world.simulation->installation();
     const auto machine = world.machine.machine;
@@ -49,7 +49,7 @@ struct FaultSweep : testing::Test {
         world.simulation->installation() = installation;
         world.machine.machine = machine;
         world.simulation->journal().Clear();
-        ClearTold();
+        ClearReports();
         step();
         if (first == 0) operations = faults.seen();
         End();
@@ -81,15 +81,15 @@ struct FaultSweep : testing::Test {
     faults.Forget();
   }
   platform::Error Send(std::int32_t command, const std::string& path) {
-    if (faults.object_is_dead()) End();  // the director notices only that all are
+    if (faults.object_is_dead()) End();  // a director notices only the death of all
     if (!api) api = world.CreateApi();
-    ClearTold();
+    ClearReports();
     return ErrorOf([&] {
       world.Put(*api, "networkName", path.substr(0, path.find('/')));
       world.Send(*api, command, session::kAppDeviceType, path);
     });
   }
-  void ClearTold() {
+  void ClearReports() {
     world.desktop.messages.clear();
     world.log.lstActivity.Clear();
   }
@@ -119,7 +119,7 @@ struct FaultsAtADevice : FaultSweep {
   simulator::stored::Device& Device() {
     return stored::DeviceOf(world.simulation->installation(), {"Demo Islands", {"South"}, "Thermostat I3"});
   }
-  /// All texts but that of the heartbeat, which the user edits.
+  /// All texts except the heartbeat's, which the user edits.
   std::vector<std::string> Shown() const {
     std::vector<std::string> texts;
     for (const auto& row : model::Catalogue())
@@ -127,8 +127,8 @@ struct FaultsAtADevice : FaultSweep {
         texts.push_back(control->Text());
     return texts;
   }
-  /// By one critical message and in the log.
-  bool Told() const {
+  /// One critical message was shown and is in the log.
+  bool FailureShown() const {
     std::ptrdiff_t critical = 0, red = 0;
     for (const auto& shown : world.desktop.messages) critical += shown.message.icon == ui::Icon::Critical;
     for (const auto& row : world.log.lstActivity.Rows()) red += row.icon == ui::ListView::Icon::Red;
@@ -137,18 +137,18 @@ struct FaultsAtADevice : FaultSweep {
   }
 
   User user{world};
-  std::vector<std::string> initial, full[2];  // without a device, and of the device in each of the units
+  std::vector<std::string> initial, full[2];  // without a device, and the device's in both units
 };
 
 TEST_F(FaultsAtADevice, ConfigureShowsAllOrNothing) {
   Walk("configure", [&] {
     platform::Error error(0, "", "");
     Fail([&] { error = Configure(); });
-    const bool told = Told() || error.number() != 0;
-    EXPECT_TRUE(Shown() == full[world.main.DisplayUnits] || (told && Shown() == initial));
+    const bool failed = FailureShown() || error.number() != 0;
+    EXPECT_TRUE(Shown() == full[world.main.DisplayUnits] || (failed && Shown() == initial));
     if (world.main.CurrentDevice() && Shown() == initial && Recovers()) {
       user.Enter(39, "90");
-      EXPECT_FALSE(User::IsMarked(user.Field(39))) << "an edit that would go nowhere";
+      EXPECT_FALSE(User::IsMarked(user.Field(39))) << "an edit that could not be applied";
       world.main.cmdRefresh.UserClicks();
       EXPECT_EQ(Shown(), full[world.main.DisplayUnits]);
       EXPECT_EQ(world.StatusPanel(1), "Cnfg Online");
@@ -179,13 +179,13 @@ TEST_F(FaultsAtADevice, ApplyLosesNoEdit) {
         EXPECT_TRUE(held[name] == bytes || (held[name].empty() && pending && User::IsMarked(edited)));
         EXPECT_TRUE(pending || !User::IsMarked(edited));
       }
-      EXPECT_EQ(held.size(), 3u) << "another one was written";
+      EXPECT_EQ(held.size(), 3u) << "others are not written";
     };
-    const bool told = Told();
-    check(told);
+    const bool failed = FailureShown();
+    check(failed);
     if (first % 2 == 1) world.main.cmdRefresh.UserClicks();
     world.main.cmdApply.UserClicks();
-    check(told && !Recovers());
+    check(failed && !Recovers());
   });
 }
 
@@ -197,7 +197,7 @@ TEST_F(FaultsAtADevice, RefreshShowsAllOrNothingAndKeepsEdits) {
     Device().values["nciSetPts"] = {8, 0xFC, 9, 0xC4, 10, 0xF0, 8, 2, 7, 0x6C, 5, 0xDC};
     Fail([&] { world.main.cmdRefresh.UserClicks(); });
     if (first == 0) fresh = Shown();
-    EXPECT_EQ(Shown(), Told() ? full[0] : fresh);
+    EXPECT_EQ(Shown(), FailureShown() ? full[0] : fresh);
     world.main.cmdRefresh.UserClicks();
     EXPECT_TRUE(!Recovers() || Shown() == fresh);
     EXPECT_TRUE(user.Field(39).Text() == "90" && User::IsMarked(user.Field(39)));
@@ -211,10 +211,10 @@ TEST_F(FaultsAtADevice, UnitsAreNeverMixed) {
     Open();
     Fail([&] { world.main.obUnits[1].UserClicks(); });
     const int units = world.main.DisplayUnits;
-    EXPECT_EQ(units == 0, Told());
+    EXPECT_EQ(units == 0, FailureShown());
     EXPECT_TRUE(world.main.obUnits[static_cast<std::size_t>(units)].Selected());
     EXPECT_EQ(world.main.screen.txtTempUnits().back()->Text(), units ? "\u00BAF" : "\u00BAC");
-    // Where the way back fails as well, nothing can be edited until all is read.
+    // If the way back fails too, nothing can be edited until all is read.
     if (Shown() != full[units]) {
       EXPECT_TRUE(FailsAgain() && user.Field(0).Locked());
       world.main.cmdRefresh.UserClicks();
@@ -239,7 +239,7 @@ TEST_F(FaultsAtADevice, ExitAlwaysEnds) {
 }
 
 TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
-  failures = failures.last(4);  // its numbers are all the same to registration
+  failures = failures.last(4);  // error numbers do not matter to registration
   world.shell.on_start = [this] { world.shell.running = false; };
   const auto all = world.simulation->installation();
   for (const std::string network : {"Demo Islands", "Demo Quarry"}) {
@@ -252,7 +252,7 @@ TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
       if (first == 0) registered = world.Saved();
       const auto red =
           std::ranges::count(world.log.lstActivity.Rows(), ui::ListView::Icon::Red, &ui::ListView::Row::icon);
-      // Only what there is a default for leaves no row, and a network that does not open.
+      // Only reads with a default and a network that does not open leave no row.
       const std::string defaulted[] = {"",       "machine",   "Advise",          "DeviceTemplate",
                                        "IsOpen", "ProgramId", "LdrfCatalogPath", "Name"};
       EXPECT_TRUE(red != 0 || error.number() == 20006 ||
@@ -264,7 +264,7 @@ TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
       else
         EXPECT_TRUE(error.source() == world.identity.PlugInName && error.number() / 10 == 2000);
       EXPECT_EQ(Send(50, network).number(), 0);
-      // Where tidying up fails as well, a command stays without its default flag, a template without
+      // If cleaning up fails too, a command stays without its default flag or a template without its
       // interface.
       const std::string untidy[] = {"DefaultAppFlag", "VersionNumber", "Import", "machine"};
       EXPECT_TRUE((FailsAgain() && std::ranges::count(untidy, faults.struck())) ||
@@ -273,7 +273,7 @@ TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
   }
 }
 
-TEST_F(FaultSweep, DeregistrationGoesToItsEnd) {
+TEST_F(FaultSweep, DeregistrationAlwaysCompletes) {
   failures = failures.last(4);
   KeepNetworks(world, {"Demo Islands", "Demo Foundry"});
   for (const char* network : {"Demo Islands", "Demo Foundry"}) EXPECT_EQ(Send(50, network).number(), 0);
@@ -289,11 +289,11 @@ TEST_F(FaultSweep, DeregistrationGoesToItsEnd) {
     Fail(deregister);
     if (first == 0) removed = world.Saved();
     const auto& foundry = stored::NetworkOf(world.simulation->installation(), "Demo Foundry").system;
-    // What is put back is tried once, and then the network tool's to choose again.
-    const bool put_back = foundry.interface == "DEMO-LOCAL-2";
-    EXPECT_TRUE(FailsAgain() || put_back || faults.struck() == "NetworkInterface");
+    // The interface is restored once; after a failure the user chooses it again in the network tool.
+    const bool restored = foundry.interface == "DEMO-LOCAL-2";
+    EXPECT_TRUE(FailsAgain() || restored || faults.struck() == "NetworkInterface");
     deregister();
-    EXPECT_TRUE(!Recovers() || !put_back || world.Saved() == removed);
+    EXPECT_TRUE(!Recovers() || !restored || world.Saved() == removed);
     EXPECT_EQ(world.registry.MachineSetting(world.identity.PlugInKey(), ""), "");
   });
 }

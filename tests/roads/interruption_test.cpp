@@ -21,7 +21,7 @@ constexpr int kList = -1;
 
 std::int32_t TypeOf(const std::string& path) { return path == kFirst ? 28 : 7; }
 
-/// What the user does with the device on the screen after these edits, or the director.
+/// What the user or the director does with the device on the screen after these edits.
 struct Pass {
   const char* name;
   std::vector<std::pair<int, const char*>> edits;
@@ -29,7 +29,7 @@ struct Pass {
   bool by_director = false, keeps_edits = true;
 };
 
-/// What comes in meanwhile, and what it makes of the device on the screen.
+/// What interrupts a pass, and the outcome for the device on the screen.
 enum class Outcome { Untouched, Replaced, Unreadable, Closed, ServerLost, Ended, EndedAfterThePass };
 using enum Outcome;
 struct Incoming {
@@ -39,8 +39,8 @@ struct Incoming {
   std::string device = {};
 };
 
-/// A user at the first thermostat, whose passes are interrupted where the process waits for others: before a
-/// call of the object server, at a box, and when the message loop runs.
+/// A user at the first thermostat whose passes are interrupted whenever the process waits: before a call of
+/// the object server, at a box, and when the message loop runs.
 struct InterruptedUser : World, User {
   /// What a pass did and left.
   struct Result {
@@ -90,10 +90,11 @@ struct InterruptedUser : World, User {
     now.values_after = 0;
   }
 
-  /// A call of the director, of the next one where none is left. What it hears; that of the pass comes last.
+  /// A call of the director, or of a new one if none is left. Returns its error number; the pass's comes
+  /// last.
   std::int32_t Call(const std::function<void(platform::LateBound&)>& call) {
     if (!api) api = CreateApi();
-    const auto held = api;  // an object stays as long as a call of it lasts
+    const auto held = api;  // an object lives during its calls
     return heard = ErrorOf([&] { call(*held); }).number();
   }
   std::int32_t OpenNetwork(const std::string& name) {
@@ -118,7 +119,7 @@ struct InterruptedUser : World, User {
     const simulator::stored::DeviceKey key{"Demo Tower", {"Floor 1"}, device};
     return simulator::stored::DeviceOf(simulation->installation(), key).values;
   }
-  /// What another plug-in, that nobody disturbs, shows of the device now; the initial texts for no path.
+  /// What an undisturbed plug-in shows for the device now; the initial texts for no path.
   const Texts& TextsOf(const std::string& path) {
     Texts& texts = texts_of[{path, main.DisplayUnits, ValuesOf("Thermostat 101")}];
     if (!texts.empty()) return texts;
@@ -153,7 +154,7 @@ struct InterruptedUser : World, User {
     EXPECT_TRUE(path.empty() || path.find(named) != std::string::npos) << heading;
     for (const auto& [control, text] : TextsOf(path))
       EXPECT_TRUE(IsMarked(*control) || control->Text() == text || control->Text() == TextsOf("").at(control))
-          << control->name() << " shows " << control->Text() << " of " << path << ", which holds " << text;
+          << control->name() << " shows " << control->Text() << " for " << path << ", which has " << text;
     for (const ui::Field* field : main.screen.EditableFields())
       EXPECT_TRUE(IsMarked(*field) ? main.cmdApply.Enabled() && main.cmdCancel.Enabled()
                                    : field->Locked() || field->Text() == TextsOf(path).at(field))
@@ -181,8 +182,8 @@ struct InterruptedUser : World, User {
                 return line.find('=') == std::string::npos;
               }));
     EXPECT_LE(now.tried_writes, static_cast<int>(logged.size()) + failed);
-    const bool is_told = incoming->outcome == Unreadable || incoming->outcome == ServerLost;
-    EXPECT_TRUE(failed <= now.failures && now.failures <= failed + undisturbed.failures + is_told);
+    const bool is_shown = incoming->outcome == Unreadable || incoming->outcome == ServerLost;
+    EXPECT_TRUE(failed <= now.failures && now.failures <= failed + undisturbed.failures + is_shown);
   }
   void CheckThatRefreshReadsOrSaysWhyNot() {
     const bool closed = IsClosed();
@@ -193,7 +194,7 @@ struct InterruptedUser : World, User {
     EXPECT_TRUE(!closed || Message().text.starts_with("The network of this device has been closed."));
     EXPECT_TRUE(!desktop.messages.empty() || (Operations("Value").size() == 11 && AllLocked(false)));
   }
-  /// The next command of a director, to a new process where the former one has ended.
+  /// A director's next command, to a new process if the former has ended.
   void Recover() {
     ValuesOf("Thermostat 101").clear();
     if (std::exchange(desktop.ended, false)) api.reset();
@@ -207,7 +208,7 @@ struct InterruptedUser : World, User {
 
   void Walk(const Pass& pass, std::size_t moment) {
     now = {};
-    // Each walk finds out the same about the object server.
+    // Each walk starts with the same knowledge of the object server.
     if (!known) known = *session.Dialect;
     *session.Dialect = *known;
     for (const auto& [index, text] : pass.edits) index == kList ? Choose(0, text) : Type(index, text);
@@ -247,7 +248,7 @@ struct InterruptedUser : World, User {
       return;
     }
     CheckThatTextsBelongToDeviceAndUnits();
-    // What the director of the pass does, or the next one, may come after what came in.
+    // The director of the pass, or the next, may act after the interruption.
     const bool comes_later =
         pass.by_director && (heard != 0 || ShowsAllOf(kFirst) || IsClosed() || StatusPanel(2).empty());
     const bool is_untouched = now.screen == undisturbed.screen;
@@ -276,7 +277,7 @@ struct InterruptedUser : World, User {
   std::int32_t heard = 0;
 };
 
-TEST(Interruptions, LeaveScreenDevicesAndLogRight) {
+TEST(Interruptions, LeaveTheScreenDevicesAndLogCorrect) {
   InterruptedUser user;
   const auto click = [&](auto& button) { return [&button] { button.UserClicks(); }; };
   const auto leave = [&] { user.GoTo(user.List(1)); };
@@ -299,7 +300,7 @@ TEST(Interruptions, LeaveScreenDevicesAndLogRight) {
       {"leave what is no number", {{0, "1:30"}}, leave}};
 
   const auto what_changes_nothing = [&] {
-    const auto told = user.desktop.messages.size();
+    const auto shown = user.desktop.messages.size();
     if (user.main.Busy()) {
       for (ui::Button* button : {&user.main.cmdRefresh, &user.main.cmdApply, &user.main.cmdCancel})
         button->UserClicks();
@@ -312,7 +313,7 @@ TEST(Interruptions, LeaveScreenDevicesAndLogRight) {
     EXPECT_EQ(user.OpenNetwork("Nowhere"), 20006);
     user.CreateApi().reset();
     user.api.reset();  // the window is shown
-    user.desktop.messages.resize(told);
+    user.desktop.messages.resize(shown);
   };
   const auto configure_again = [&] {
     user.simulation->faults().Clear();

@@ -11,7 +11,7 @@ using platform::CallKind;
 using platform::LateBoundPtr;
 using platform::Value;
 
-/// Undoes an answer of the program to its object server: changes a call before it goes out.
+/// Undoes the program's adaptation to its object server by changing a call.
 using Undo = void (*)(std::string& member, CallKind kind, Value& value);
 
 class Undoing : public headless::ForwardingObject {
@@ -54,7 +54,7 @@ bool Configures(World& world, const char* interface_name) {
          !world.Operations(" Value=")[0].ends_with("!");
 }
 
-TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
+TEST(Strictness, EachAdaptationIsNeeded) {
   static bool asked = false;
   struct Case {
     const char* answer;
@@ -63,7 +63,7 @@ TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
     Undo undo;
   };
   const Case cases[] = {
-      {"no access option: the variable is used without",
+      {"no access option: the variable is used without it",
        [](auto& strict) { strict.missing = {"SourceOptions"}; }, "",
        [](std::string& member, CallKind, Value&) {
          asked = asked || member == "SourceOptions";
@@ -75,7 +75,7 @@ TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
          std::string& name = std::get<std::string>(value);
          if (name.ends_with("#SI")) name = "#SI" + name.substr(0, name.size() - 3);
        }},
-      {"regional settings: the list separator and the decimal sign are given back",
+      {"regional settings: values are written with the list separator and decimal sign they were read with",
        [](auto& strict) { strict.regional = true; }, "",
        [](std::string& member, CallKind kind, Value& value) {
          if (member == "Value" && kind == CallKind::Put)
@@ -86,7 +86,7 @@ TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
        [](std::string& member, CallKind, Value& value) {
          if (member == "DsPause" && value == Value(false)) member.clear();
        }},
-      {"no RemoteNetworkInterfaces: all interfaces are looked through",
+      {"no RemoteNetworkInterfaces: all interfaces are searched",
        [](auto& strict) { strict.missing = {"RemoteNetworkInterfaces"}; }, "DEMO-REMOTE-1",
        [](std::string& member, CallKind, Value&) {
          if (member == "NetworkInterfaces") member = "RemoteNetworkInterfaces";
@@ -107,7 +107,7 @@ TEST(Strictness, EachAnswerOfTheProgramIsNeeded) {
     }
 }
 
-TEST(Strictness, WhatTheObjectServerNeedsIsInTheLogAlsoIfTheFirstReadingFails) {
+TEST(Strictness, LogsTheServersDemandsEvenIfTheFirstReadFails) {
   World world;
   world.simulation->installation().strict = {};
   world.simulation->installation().strict.formats = true;
@@ -118,8 +118,8 @@ TEST(Strictness, WhatTheObjectServerNeedsIsInTheLogAlsoIfTheFirstReadingFails) {
             1);
 }
 
-/// An older mark whose version is the object server's own to set.
-TEST(Strictness, AVersionThatCannotBePutIsReplaced) {
+/// An older mark whose version only the object server sets.
+TEST(Strictness, ReplacesAMarkWithAReadOnlyVersion) {
   for (const bool undone : {false, true}) {
     RegistrationWorld world;
     world.simulation->installation().strict.read_only = {"VersionNumber"};

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A director's object of the plug-in.
+/// A director with its object of the plug-in.
 struct Director {
   explicit Director(bool server_missing = false) {
     world.object_server_missing = server_missing;
@@ -31,11 +31,11 @@ struct Director {
   std::shared_ptr<plugin::LNSPlugInAPI> api;
 };
 
-TEST(NetworkSession, LocalSessionInOrder) {
+TEST(NetworkSession, OpensALocalSessionInOrder) {
   Director director;
   director.world.simulation->journal().Clear();
   director.Open("Demo Tower");
-  // The first question finds out whether the object server is still there.
+  // The first question finds out whether the object server still answers.
   std::vector<std::string> expected = {" IsOpen",
                                        " RemoteFlag",
                                        " IsOpen",
@@ -56,7 +56,7 @@ TEST(NetworkSession, LocalSessionInOrder) {
   EXPECT_EQ(director.world.Operations(), expected) << "the same name again does nothing";
 }
 
-TEST(NetworkSession, RemoteFlagDecidesWhatInternetMeans) {
+TEST(NetworkSession, TheRemoteFlagDecidesWhatInternetMeans) {
   Director director;
   director.UseRemote();
   director.UseInterface("Internet");
@@ -65,8 +65,8 @@ TEST(NetworkSession, RemoteFlagDecidesWhatInternetMeans) {
     EXPECT_TRUE(director.Asked(operation)) << operation;
   EXPECT_FALSE(director.Asked("RemoteNetworkInterfaces"));
 
-  // The write that itself switches the server to remote leaves the flags alone and looks even "Internet" up
-  // by name.
+  // The write that switches the server to remote does not set the flags, and looks up even "Internet" by
+  // name.
   Director late;
   late.UseInterface("Internet");
   late.ExpectRefused("Demo Annex");
@@ -74,7 +74,7 @@ TEST(NetworkSession, RemoteFlagDecidesWhatInternetMeans) {
   EXPECT_FALSE(late.Asked("Flags"));
 }
 
-TEST(NetworkSession, FullRemoteClientAndBackToLocal) {
+TEST(NetworkSession, ChangesToFullRemoteAndBackToLocal) {
   Director director;
   director.UseRemote();
   director.UseInterface("DEMO-REMOTE-1");
@@ -89,7 +89,7 @@ TEST(NetworkSession, FullRemoteClientAndBackToLocal) {
   EXPECT_EQ(director.Network(), "Demo Annex");
 }
 
-TEST(NetworkSession, AnotherNetworkClosesTheFormerOnlyWhenItIsFound) {
+TEST(NetworkSession, ClosesTheFormerNetworkOnlyIfTheNewOneExists) {
   Director director;
   director.Open("Demo Tower");
   director.ExpectRefused("Nowhere");
@@ -102,8 +102,8 @@ TEST(NetworkSession, AnotherNetworkClosesTheFormerOnlyWhenItIsFound) {
   director.ExpectRefused("demo annex");
 }
 
-TEST(NetworkSession, AFailedRemoteWriteCanBeMadeGood) {
-  // The first question finds out whether the object server is still there; system and network close before
+TEST(NetworkSession, RecoversFromAFailedRemoteWrite) {
+  // The first question finds out whether the object server still answers; system and network close before
   // it.
   const std::pair<const char*, int> cases[] = {{"IsOpen", 2}, {"Close", 3}, {"RemoteFlag", 1}, {"Open", 1}};
   for (const auto& [operation, failing] : cases) {
@@ -119,7 +119,7 @@ TEST(NetworkSession, AFailedRemoteWriteCanBeMadeGood) {
   }
 }
 
-TEST(NetworkSession, AFailureLeavesAStateThatTheNextTryRepairs) {
+TEST(NetworkSession, RecoversFromAFailureOnTheNextTry) {
   Director hopeful(true);
   hopeful.ExpectRefused("Demo Tower");
   hopeful.world.object_server_missing = false;
@@ -133,7 +133,7 @@ TEST(NetworkSession, AFailureLeavesAStateThatTheNextTryRepairs) {
   }
 }
 
-TEST(ObjectServer, IsLostWhereItsProcessHasGone) {
+TEST(ObjectServer, IsLostIfItsProcessHasEnded) {
   struct Failing final : platform::LateBound {
     platform::Value Invoke(const platform::Member&, platform::CallKind, platform::Arguments) override {
       throw platform::Error(static_cast<std::int32_t>(number), "", "");
@@ -148,8 +148,8 @@ TEST(ObjectServer, IsLostWhereItsProcessHasGone) {
   for (const auto& [number, lost] : cases) {
     server->number = number;
     EXPECT_EQ(lns::ObjectServer(server).IsLost(), lost) << std::hex << number;
-    const platform::Error told = ErrorOf([&] { lns::Network(server).Name(); });
-    EXPECT_EQ(told.description().find("demonstration mode") != std::string::npos, number == 0x80044271);
+    const platform::Error error = ErrorOf([&] { lns::Network(server).Name(); });
+    EXPECT_EQ(error.description().find("demonstration mode") != std::string::npos, number == 0x80044271);
   }
 }
 

@@ -11,17 +11,17 @@
 #include "automation/convert.h"
 #include "simulator/simulation.h"
 
-/// A client of the simulated object server that speaks in one line what a script would say in one line.
+/// A client of the simulated object server: each line is one line of a script.
 namespace client {
 
 using platform::LateBoundPtr;
 using platform::Value;
 
-/// A network "T" on the interface L1, reachable in every way, with the thermostats A and B in the subsystem
-/// "F", C in "F.West" and a found but unplaced D; and a network "U" on the interface L2.
+/// A network "T" on the interface L1 that every kind of session can reach, with the thermostats A and B in
+/// the subsystem "F", C in "F.West" and D discovered; and a network "U" on the interface L2.
 extern const char kWorld[];
 
-/// A client of its own, with the network "T" open down to its system.
+/// A new client with the system of the network "T" open.
 LateBoundPtr OpenSystem(simulator::Simulation& simulation);
 
 struct World {
@@ -36,8 +36,8 @@ inline const std::string kSystem = "Networks(T).Systems(1)";
 inline const std::string kDeviceA = kSystem + ".Subsystems(F).AppDevices(A)";
 inline const std::string kVariablesOfA = kDeviceA + ".Interface.NetworkVariables";
 
-/// Follows members from the object: "Member", "Member(argument)", at last perhaps "Member=value". Arguments
-/// are whole numbers, texts, "nothing", or "@" before such a line; several are separated by ";".
+/// Follows members from the object: "Member", "Member(argument)"; the last may be "Member=value". Arguments
+/// are whole numbers, texts, "nothing", or "@" and such a line; ";" separates them.
 Value Do(const LateBoundPtr& object, const std::string& line);
 inline LateBoundPtr Reach(const LateBoundPtr& object, const std::string& line) {
   return automation::ToObject(Do(object, line));
@@ -46,7 +46,7 @@ inline std::string Text(const LateBoundPtr& object, const std::string& line) {
   return automation::ToText(Do(object, line));
 }
 
-/// Tests that begin as a client with everything open.
+/// Tests that start with everything open.
 struct OpenWorld : testing::Test {
   World world;
   LateBoundPtr root = world.Open();
@@ -54,21 +54,21 @@ struct OpenWorld : testing::Test {
   LateBoundPtr device = Reach(root, kDeviceA);
 };
 
-/// The object server's error code of what is done or the number of another error, 0 where it succeeds.
+/// The object server's error code, or the number of another error; 0 on success.
 int CodeOf(const std::function<void()>& action);
 inline int CodeOf(const LateBoundPtr& object, const std::string& line) {
   return CodeOf([&] { Do(object, line); });
 }
 
-/// Does line after line: "line", "line -> text of the result", "line ! error code".
+/// Runs the lines: "line", "line -> text of the result", "line ! error code".
 void Play(const LateBoundPtr& object, const std::vector<std::string>& lines);
 
 std::string Contents(const std::filesystem::path& path);
 
-/// The text with the one place that reads `from` changed.
+/// The text with `from` replaced by `to`, once.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);
 
-/// With double quotes in place of single ones, so that tables stay readable.
+/// Turns single quotes into double ones, for readable tables.
 std::string Quoted(std::string text);
 
 }  // namespace client

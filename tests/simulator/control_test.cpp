@@ -6,10 +6,10 @@ namespace {
 using namespace client;
 using Control = OpenWorld;
 
-TEST_F(Control, JournalHoldsExactlyWhatWasAsked) {
+TEST_F(Control, JournalHasExactlyTheOperations) {
   const LateBoundPtr variable = Reach(root, kVariablesOfA + "(nciHvacType)");
   const LateBoundPtr service = Reach(root, kSystem + ".NetworkServiceDevice");
-  Do(control, "ClearJournal");  // neither reaching nor using the control leaves a trace
+  Do(control, "ClearJournal");  // the control's own use is not recorded
   Play(variable, {"SourceOptions=0", "DsFormatType=#SISNVT_hvac_type", "Value", "Value=nonsense ! 18035"});
   CodeOf(service, "NetworkInterface=nothing");
   Do(root, "Networks(1).IsOpen");
@@ -30,8 +30,8 @@ TEST_F(Control, JournalHoldsExactlyWhatWasAsked) {
                  "JournalEntry(0) ! 17090"});
 }
 
-TEST_F(Control, FaultsHitTheOperationTheyName) {
-  // The codes of three readings of a variable, of a reading of another one, and of a writing of the first.
+TEST_F(Control, FaultsStrikeMatchingOperations) {
+  // The codes of three reads of a variable, a read of another, and a write of the first.
   const std::pair<std::string, std::string> cases[] = {
       {"A;nciSetPts;read;2;18200", "0 18200 0 0 0 "},
       {"A;nciSetPts;read;0;7", "7 7 7 0 0 "},
@@ -56,7 +56,7 @@ TEST_F(Control, FaultsHitTheOperationTheyName) {
   }
 }
 
-TEST_F(Control, TheKnobsAnswerWhateverFails) {
+TEST_F(Control, KnobsNeverFail) {
   Play(root, {"Simulator.AddFault(;;;0;7)", "Simulator.SetLatency(any;60000)", "IsOpen ! 7",
               "Simulator.FaultCount -> 1"});
   EXPECT_EQ(Text(root, "Simulator.Faults"), "any\tany\tany\tevery one, 1 seen\t7\n");
@@ -64,7 +64,7 @@ TEST_F(Control, TheKnobsAnswerWhateverFails) {
   EXPECT_EQ(world.slept, std::vector<int>({60000}));
 }
 
-TEST_F(Control, FaultsNameWhatThereIs) {
+TEST_F(Control, FaultsMustNameExistingItems) {
   const std::string good[] = {"T/S.F/A;T/S.F/A/nciSetPts;Value",
                               "A;Thermostat;mode",
                               ";T/S:ComponentApps;Add",
@@ -81,7 +81,7 @@ TEST_F(Control, FaultsNameWhatThereIs) {
     EXPECT_EQ(CodeOf(control, "AddFault(" + fault + ";1;7)"), 17006) << fault;
 }
 
-TEST_F(Control, FaultsOfTheFileAreArmed) {
+TEST_F(Control, FaultsOfTheFileAreSet) {
   World armed(Replaced(kWorld, "\"networks\"",
                        R"("faults": [{"item": "T", "operation": "open", "occurrence": 2, "code": 17008},
                                      {"operation": "Mode=", "occurrence": 0, "code": 17119}], "networks")"));
@@ -91,7 +91,7 @@ TEST_F(Control, FaultsOfTheFileAreArmed) {
         kDeviceA + ".Interface.LonMarkObjects(1).Mode -> 0", "Simulator.FaultCount -> 2"});
 }
 
-TEST_F(Control, LatencyIsSleptAndLongCallsTellThatTheyLast) {
+TEST_F(Control, LatencyDelaysCallsAndLongOnesRaiseEvents) {
   const LateBoundPtr variable = Reach(root, kVariablesOfA + "(nciMajVer)");
   std::vector<int> events;
   auto subscription = root->Advise([&](std::int32_t event, platform::Arguments) { events.push_back(event); });
@@ -106,7 +106,7 @@ TEST_F(Control, LatencyIsSleptAndLongCallsTellThatTheyLast) {
 
   subscription.reset();
   Do(variable, "Value");
-  EXPECT_EQ(events.size(), 3u) << "nobody listens any more";
+  EXPECT_EQ(events.size(), 3u) << "no subscriber is left";
 }
 
 TEST_F(Control, EventsReachEverySession) {
@@ -118,7 +118,7 @@ TEST_F(Control, EventsReachEverySession) {
     for (const Value& argument : arguments)
       seen.back() +=
           " " + (std::holds_alternative<LateBoundPtr>(argument) ? "object" : automation::ToText(argument));
-    second.reset();  // disconnecting while an event is raised is allowed
+    second.reset();  // a handler may disconnect during an event
   });
   second = plug_in->Advise([&](std::int32_t, platform::Arguments) { seen.push_back("second"); });
   Play(control, {"RaiseEvent(13;5;21.5 C)", "RaiseEvent(20;7)", "RaiseEvent(9)", "RaiseEvent(14) ! 17006"});

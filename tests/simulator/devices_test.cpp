@@ -9,7 +9,7 @@ const std::string kDeviceC = kSystem + ".Subsystems(F).Subsystems(West).AppDevic
 const std::string kDeviceB = kSystem + ".Subsystems(F).AppDevices(B)";
 const std::string kLamp = kSystem + ".Subsystems(F).Subsystems(West).AppDevices(Lamp).Interface";
 
-TEST_F(Devices, MembersAnswerFromTheFile) {
+TEST_F(Devices, MembersReturnTheFilesValues) {
   Play(root, {"NetworkInterfaces.Count -> 4", "RemoteNetworkInterfaces(4).Name -> Busy",
               "Networks(T).IsOpen -> True", "Networks(U).Open", "Networks(U).Systems(1).Name -> U"});
   Play(Reach(root, kSystem),
@@ -55,7 +55,7 @@ TEST_F(Devices, FailuresHaveThePlatformsCodes) {
   Play(Reach(root, kLamp), {"NetworkVariables(nvoLamp).Value=5 0 ! 18034"});
 }
 
-TEST_F(Devices, WritingChangesTheBytesThatOthersRead) {
+TEST_F(Devices, WritesChangeTheBytesThatOthersRead) {
   const LateBoundPtr variable = Reach(root, kVariablesOfA + "(nciSetPts)");
   Play(variable, {"DsFormatType=#USSNVT_temp_setpt", "Value=73.4,77,82.4,70,66.2,60.8",
                   "Value -> 73.4,77,82.4,70,66.2,60.8", "Value=1,2,3 ! 18035"});

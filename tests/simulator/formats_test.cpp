@@ -16,7 +16,7 @@ const std::string kOptionsText =
     "ON_OFF 1.5 4 OFF NONE NONE NONE SCROLL_ACTIVE OFF CELSIUS TWO_PIPE HEAT_COOL LOW_MED_HIGH_AUTO "
     "32 12 PERMANENT 2 1.5 0 USED_FOR_REHEAT RTB_15_MINUTES AUTO 0.5 1";
 
-TEST(Formats, RenderAndParseBackAndParseWhatPeopleType) {
+TEST(Formats, RenderAndParse) {
   const std::string us = client::Replaced(kOptionsText, "32 12 PERMANENT 2 1.5", "89.6 53.6 PERMANENT 2 2.7");
   struct Sample {
     std::string hex, text;
@@ -58,7 +58,7 @@ TEST(Formats, RefuseWhatDoesNotFit) {
   const std::tuple<const char*, std::size_t, std::vector<std::string>> cases[] = {
       {"SNVT_temp_setpt", 12, {"23,25,28,21,19", "23,25,28,21,19,16,", "23 25 28 21 19 16", ""}},
       {"SNVT_temp_p", 2, {"", "327.68", "-327.69", "21C", "1e1", "21;5", endless}},
-      // A value that has a name travels as its name.
+      // A value that has a name must be written as it.
       {"UNVT_rh_model", 5, {"1 50 5 60 0", "on 50 5 60 0", "2.5 50 5 60 0", "256 50 5 60 0"}},
       {"SNVT_hvac_type", 1, {"HVT_OTHER", "1", "128"}},
       {"INT", 1, {"128"}},
@@ -76,7 +76,7 @@ TEST(Formats, RefuseWhatDoesNotFit) {
     EXPECT_EQ(client::CodeOf([&] { Format::Find("SNVT_temp_p")->Render(bytes); }), 18035);
 }
 
-TEST(Formats, EveryRawValueComesBack) {
+TEST(Formats, EveryRawValueSurvives) {
   const std::pair<const char*, std::size_t> cases[] = {{"#SISNVT_temp_p", 2},
                                                        {"#USSNVT_temp_p", 2},
                                                        {"SNVT_hvac_type", 1},
@@ -84,7 +84,7 @@ TEST(Formats, EveryRawValueComesBack) {
                                                        {"#USUNVT_fc_pir_gen_opts", 28}};
   for (const auto& [name, size] : cases) {
     const Format format = *Format::Find(name);
-    // Where there are more fields than one, each takes all its choices, with and without a name.
+    // With several fields, each takes all its choices, with and without a name.
     for (int raw = 0; raw < 65536; raw += size == 2 ? 1 : 0x101) {
       Bytes bytes(size, static_cast<std::uint8_t>(raw & 255));
       bytes[0] = static_cast<std::uint8_t>(raw >> 8);

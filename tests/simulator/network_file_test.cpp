@@ -35,14 +35,14 @@ TEST(NetworkFile, ErrorsNameLineAndField) {
       {"'name': 'C'", "'name': 'a/b'", "15", "name: must not contain any of the characters /"},
       {"'C', 'template': 'QM [demo]'", "'C', 'template': 'XX'", "15", "template: unknown template 'XX'"},
       {"'name': 'B'", "'name': 'A'", "13", "subsystems[0].devices[1].name: 'A' is already taken"},
-      {"'F'", "'ALL'", "11", "subsystems[0].name: 'ALL' is always there and cannot be listed"},
+      {"'F'", "'ALL'", "11", "subsystems[0].name: 'ALL' always exists and cannot be listed"},
       {"'RAW'", "'LONG'", "10", "variables[1].format: unknown format 'LONG'"},
       {"'RAW'", "'INT'", "10", "variables[1].value: 5 bytes do not fit the format INT"},
       {"'interface': 'L1'", "'interface': 'L9'", "5", "interface: unknown interface 'L9'"},
       {"'R1', 'Busy']", "\n'R1', 5]", "5", "networks[0].remoteInterfaces[1]: expected a text"},
       {"'interfaces'", "'componentApps': {}, 'interfaces'", "2", "componentApps: expected a list"},
       {"'networks'", "'faults': [{'vanish': true, 'code': 5}], 'networks'", "3",
-       "code: goes with no 'vanish'"},
+       "code: cannot be given with 'vanish'"},
       {"'networks'", "'faults': [{'item': 'x'}], 'networks'", "3", "faults[0].code: is required"},
       {"'networks'", "'faults': [{'device': 'X', 'code': 5}], 'networks'", "3",
        "device: there is no device 'X'"},
@@ -53,7 +53,7 @@ TEST(NetworkFile, ErrorsNameLineAndField) {
   }
 }
 
-TEST(NetworkFile, BrokenJsonGivesLineAndColumn) {
+TEST(NetworkFile, BrokenJsonErrorsNameLineAndColumn) {
   const std::pair<std::string, std::string> cases[] = {
       {"", "n.json:1:1: not valid JSON"},     {"{\n  \"a\": tru\n}", "n.json:2:11: not valid JSON"},
       {"{} x", "n.json:1:4: not valid JSON"}, {"{\"a\": \"\xFF\"}", "n.json:1:8: not valid JSON"},
@@ -96,7 +96,7 @@ TEST(NetworkFile, EveryKeySurvivesSaving) {
   EXPECT_EQ(nlohmann::json::parse(saved), nlohmann::json::parse(full));
 }
 
-TEST(Demo, FilesAreInTheFormInWhichTheyAreSaved) {
+TEST(Demo, FilesAreAsSaved) {
   for (const std::string name : {"network.json", "many-networks.json"}) {
     const std::string file = Contents(DEMO_FOLDER + name);
     EXPECT_EQ(simulator::WriteInstallation(simulator::ReadInstallation(file, name)), file);

@@ -9,7 +9,7 @@ namespace {
 using namespace client;
 namespace fs = std::filesystem;
 
-/// A network file in a folder of its own.
+/// A network file in its own folder.
 struct Saving : testing::Test {
   Saving() {
     fs::create_directories(folder_);
@@ -31,14 +31,14 @@ struct Saving : testing::Test {
   LateBoundPtr root_;
 };
 
-TEST_F(Saving, ChangesAreInTheFileAtOnceAndReadingLeavesItAlone) {
+TEST_F(Saving, WritesEachChangeAtOnceAndOnlyChanges) {
   const std::pair<std::string, const char*> cases[] = {
       {kVariablesOfA + "(nciMajVer).Value=9", "\"nciMajVer\": \"09\""},
       {kDeviceA + ".Interface.LonMarkObjects(1).Mode=5", "\"mode\": 5"},
       {kDeviceA + ".DeviceTemplate.ComponentApps.Add(New Command;S;7)", "\"name\": \"New Command\""},
   };
   Play(root_, {kVariablesOfA + "(nciSetPts).Value", kVariablesOfA + "(nciSetPts).Value=1 ! 18035",
-               kDeviceA + ".Interface.LonMarkObjects(1).Mode=0"});  // the mode it has already
+               kDeviceA + ".Interface.LonMarkObjects(1).Mode=0"});  // its present mode
   EXPECT_EQ(Contents(file_), kWorld);
   const fs::path before = fs::path(testing::TempDir()) / "simulator-before.json";
   fs::remove(before);
@@ -47,17 +47,17 @@ TEST_F(Saving, ChangesAreInTheFileAtOnceAndReadingLeavesItAlone) {
     Do(root_, change);
     EXPECT_NE(Contents(file_).find(saved), std::string::npos) << change;
   }
-  EXPECT_EQ(Contents(before), kWorld) << "a file is replaced as a whole, and never torn";
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1) << "nothing is left beside the file";
+  EXPECT_EQ(Contents(before), kWorld) << "the file is replaced, never partly written";
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1) << "no other file is left";
   const LateBoundPtr later = Open();
   Play(later, {kVariablesOfA + "(nciMajVer).Value -> 9",
                kDeviceA + ".DeviceTemplate.ComponentApps.Count -> 2", kVariablesOfA + "(nciMajVer).Value=3"});
   Write("edited by hand");
   Do(later, kVariablesOfA + "(nciMajVer).Value");
-  EXPECT_EQ(Contents(file_), "edited by hand") << "what is saved is not saved again";
+  EXPECT_EQ(Contents(file_), "edited by hand") << "saved changes are not saved again";
 }
 
-TEST_F(Saving, WithoutAutoSaveOnlyOnRequest) {
+TEST_F(Saving, WaitsForARequestWithoutAutoSave) {
   const std::string by_hand = Replaced(kWorld, "\"interfaces\"", "\"autoSave\": false, \"interfaces\"");
   Write(by_hand);
   Play(root_, {"Simulator.Reload", kVariablesOfA + "(nciMajVer).Value=9"});
@@ -66,17 +66,17 @@ TEST_F(Saving, WithoutAutoSaveOnlyOnRequest) {
   EXPECT_NE(Contents(file_).find("\"09\""), std::string::npos);
 }
 
-TEST_F(Saving, FailedSavingDoesNotFailTheWrite) {
+TEST_F(Saving, AFailedSaveDoesNotFailTheWrite) {
   fs::remove_all(folder_);
   Play(root_, {kVariablesOfA + "(nciMajVer).Value=9", "Simulator.Save ! 17008"});
   EXPECT_NE(Text(root_, "Simulator.SaveError").find("network.json: cannot be written"), std::string::npos);
   fs::create_directories(folder_);
   Do(root_, kVariablesOfA + "(nciMinVer).Value");
-  EXPECT_NE(Contents(file_).find("\"09\""), std::string::npos) << "tried again with the next operation";
+  EXPECT_NE(Contents(file_).find("\"09\""), std::string::npos) << "the next operation tries again";
   EXPECT_EQ(Text(root_, "Simulator.SaveError"), "");
 }
 
-TEST_F(Saving, ReloadTakesTheFileAndKeepsTheSessions) {
+TEST_F(Saving, ReloadReadsTheFileAndKeepsTheSessions) {
   const LateBoundPtr variable = Reach(root_, kVariablesOfA + "(nciMajVer)");
   const LateBoundPtr lamp = Reach(root_, kSystem + ".Subsystems(ALL).AppDevices(Lamp)");
   simulation_->Vanish("A");
@@ -92,7 +92,7 @@ TEST_F(Saving, ReloadTakesTheFileAndKeepsTheSessions) {
   EXPECT_EQ(CodeOf(lamp, "State"), 17096);
 }
 
-TEST_F(Saving, UnusableFilesAreRefused) {
+TEST_F(Saving, RefusesUnusableFiles) {
   EXPECT_THROW(simulator::Simulation::FromFile(folder_ / "none.json", {}), simulator::FileError);
   EXPECT_THROW(simulator::Simulation::FromFile(folder_, {}), simulator::FileError);
   EXPECT_EQ(CodeOf(World().Open(), "Simulator.Reload"), 17008);

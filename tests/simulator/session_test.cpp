@@ -4,8 +4,8 @@ namespace {
 
 using namespace client;
 
-TEST(Session, OpensInOrderAndReachesWhatItsKindOfAccessAllows) {
-  // Each row is a client of its own.
+TEST(Session, OpensInOrderAndReachesWhatItsKindAllows) {
+  // Each row is a separate client.
   const std::vector<std::string> cases[] = {
       {"Networks ! 17004", "ComponentApps ! 17004", "IsOpen -> False", "Open", "Networks(T).Systems ! 17004",
        "Networks(T).Open", kSystem + ".Subsystems ! 17004", kSystem + ".TemplateLibrary ! 17004",
@@ -17,7 +17,7 @@ TEST(Session, OpensInOrderAndReachesWhatItsKindOfAccessAllows) {
       {"SingleUserFlag=0", "RemoteFlag=0", "Flags=1024", "Open", "RemoteFlag=1 ! 17005", "Flags=16 ! 17005",
        "SingleUserFlag=0 ! 17005", "Close", "Networks ! 17004", "Close", "Flags=0", "Flags=48 ! 17090"},
       {"Open", "Networks.Count -> 2", "Networks(1).Name -> T", "Networks(2).Name -> U"},
-      {"Flags=16", "Open", "Networks.Count -> 2"},  // the flags mean nothing without the remote flag
+      {"Flags=16", "Open", "Networks.Count -> 2"},  // the flags need the remote flag
       {"RemoteFlag=1", "Flags=16", "Open", "Networks.Count -> 1", "Networks(1).Name -> T"},
       {"RemoteFlag=1", "Flags=32", "Open", "Networks ! 17006"},
       {"RemoteFlag=1", "Flags=1056", "Open", "ActiveRemoteNI=@RemoteNetworkInterfaces(R1)",
@@ -47,7 +47,7 @@ TEST(Session, AnInterfaceServesOneNetworkAtATime) {
   EXPECT_EQ(world.simulation->Sessions().size(), 2u);
 }
 
-TEST(Session, EngineeredModeOpensWithoutReachingDevices) {
+TEST(Session, EngineeredModeReachesNoDevices) {
   World world;
   const LateBoundPtr attached = world.Open();
   const LateBoundPtr root = world.simulation->CreateObjectServer();

@@ -4,7 +4,7 @@ namespace {
 
 using namespace client;
 
-TEST(Strictness, EachSwitchDemandsWhatIsDocumented) {
+TEST(Strictness, EachSettingDemandsWhatIsDocumented) {
   const std::string points = kVariablesOfA + "(nciSetPts)", options = kVariablesOfA + "(nciGenOpts)",
                     devices = kSystem + ".Subsystems(F).AppDevices", add = devices + ".Add(",
                     type = ";QM [demo])", owner = "#8000D35500040000", user = ".UNVT_fc_pir_gen_opts",
@@ -44,7 +44,7 @@ TEST(Strictness, EachSwitchDemandsWhatIsDocumented) {
         interface + ".DownloadConfigProperties(0)", points + ".Value -> 23,25,28,21,19,16",
         points + ".Value=24,26,28,22,19,16", interface + ".UploadConfigProperties(0)",
         interface + ".DownloadConfigProperties(0)", points + ".Value -> 24,26,28,22,19,16"}},
-      // Without any switch.
+      // Not strict.
       {"'all': false",
        {points + ".Value=24,26,28,21,19,16", interface + ".DownloadConfigProperties(0)",
         points + ".Value -> 24,26,28,21,19,16", kSystem + ".DsMode=1", kSystem + ".DsMode -> 1",
@@ -57,7 +57,7 @@ TEST(Strictness, EachSwitchDemandsWhatIsDocumented) {
     SCOPED_TRACE(c.strict);
     World world(Replaced(kWorld, "{\n", Quoted("{'strict': {" + std::string(c.strict) + "},\n")));
     const LateBoundPtr root = world.Open();
-    // Formats and settings belong to the object, which lives as long as somebody holds it.
+    // Formats and settings belong to the object, so these keep it alive.
     const LateBoundPtr held[] = {Reach(root, points), Reach(root, options), Reach(root, kSystem)};
     Play(root, c.steps);
   }

@@ -22,12 +22,12 @@ TEST_F(Templates, AreAddedNamedAndRemoved) {
                    "Remove(New)", "Remove(3)", "Count -> 2"});
   EXPECT_EQ(CodeOf(type, "Description"), 17096);
   EXPECT_EQ(CodeOf(app, "CommandId"), 17096);
-  // Devices go with the template of a new name.
+  // Devices follow a renamed template.
   Play(root, {kThermostatType + ".Name=Renamed", kDeviceA + ".DeviceTemplate.Name -> Renamed",
               kVariablesOfA + "(nciMajVer).Value -> 1", kTemplates + "(Renamed).Name=QM [demo]"});
 }
 
-TEST_F(Templates, ImportTakesTheProgramIdOfTheFile) {
+TEST_F(Templates, ImportReadsTheProgramIdOfTheFile) {
   const std::string head = "File: a\r\nb\r\nc\r\n", id = "90:00:D3:55:00:04:04:9a";
   const struct {
     std::string file;
@@ -68,7 +68,7 @@ TEST_F(Templates, ImportTakesTheProgramIdOfTheFile) {
         "Interface.NetworkVariables(nciGenOpts).Value ! 17038"});
 }
 
-TEST_F(Templates, CommandsOfABlockAreThoseOfEveryDeviceOfTheType) {
+TEST_F(Templates, ShareABlocksCommandsWithEveryDeviceOfTheType) {
   World islands(Contents(DEMO_FOLDER "many-networks.json"));
   const LateBoundPtr server = islands.simulation->CreateObjectServer();
   const std::string system = "Networks(Demo Islands).Systems(1)", apps = "." + kBlock + ".ComponentApps";
@@ -76,7 +76,7 @@ TEST_F(Templates, CommandsOfABlockAreThoseOfEveryDeviceOfTheType) {
   const std::string type = system + ".TemplateLibrary.DeviceTemplates(1)" + apps;
   const std::string one = system + ".Subsystems(ALL).AppDevices(Thermostat I1)" + apps;
   const std::string own =
-      system + ".Subsystems(ALL).AppDevices(Thermostat I2)" + apps;  // with one of its own
+      system + ".Subsystems(ALL).AppDevices(Thermostat I2)" + apps;  // has its own command
   Play(server,
        {type + ".Add(New;S;28).CommandId=13", one + "(2).CommandId -> 13", own + ".Count -> 3",
         own + "(3).Name -> Demo Tool: Only here", type + ".Count -> 2", one + ".Add(New;S;28) ! 17003",

@@ -29,7 +29,7 @@ TEST(CommandLine, IsComparedAsAWhole) {
   }
 }
 
-TEST(Identity, ComesFromTheExecutable) {
+TEST(Identity, IsReadFromTheExecutable) {
   const startup::Identity identity = startup::LoadIdentity(headless::BuiltInProgram({1, 2, 3}));
   EXPECT_EQ(identity.PlugInProgID, "QM5RFcPirConfigure.LNSPlugInAPI");
   EXPECT_EQ(identity.PlugInVersion, "1.2.3");

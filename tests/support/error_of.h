@@ -4,7 +4,7 @@
 
 #include "platform/error.h"
 
-/// The error that a step raises; one without a number where it raises none.
+/// The error that a step throws; number 0 if it throws none.
 inline platform::Error ErrorOf(const std::function<void()>& step) {
   try {
     step();

@@ -9,7 +9,7 @@
 
 using headless::User;
 
-/// A user in front of a device that a director has sent.
+/// A user with a device that a director opened.
 struct Opened : World, User {
   explicit Opened(const std::string& path = kFirstThermostat, const char* units = "0")
       : User(static_cast<headless::PlugIn&>(*this)) {
@@ -19,9 +19,9 @@ struct Opened : World, User {
   }
   void Apply() { Press(main.cmdApply); }
 
-  /// "nciSetPts Value=<text>" for every try to write a value, in order.
+  /// Every attempt to write a value, in order: "nciSetPts Value=<text>".
   std::vector<std::string> Writes() const { return Operations(" Value="); }
-  /// The bytes of a variable of the device.
+  /// The bytes of a variable.
   std::string Raw(const char* variable) {
     const auto found = main.CurrentDevice().Interface().NetworkVariables().Item(variable);
     const std::string format = found.FormatType();

@@ -15,7 +15,7 @@ std::shared_ptr<simulator::Simulation> Network(const std::string& network_file) 
                               : simulator::Simulation::FromText(network_file, without_waiting);
 }
 
-/// How strict the object server is in this run: "all", or the name of one switch or member.
+/// The object server's strictness in this run: "all", or the name of one switch or member.
 simulator::Strictness Demanded() {
   const char* demand = std::getenv("QM5R_STRICT");
   const simulator::Strictness all = simulator::Strictness::All();
@@ -29,7 +29,7 @@ simulator::Strictness Demanded() {
   return demanded;
 }
 
-/// Regional settings taken back.
+/// Undoes the regional settings.
 std::string InPlainSigns(std::string text) {
   std::ranges::replace(text, ',', '.');
   std::ranges::replace(text, ';', ',');

@@ -9,13 +9,13 @@
 #include "headless/plug_in.h"
 #include "support/error_of.h"
 
-/// The plug-in on a simulated network, by default the demo network that ships, with the device's resource
-/// files in place and Celsius chosen.
+/// The plug-in on a simulated network, by default the demo network, with the device's resource files and
+/// Celsius.
 class World : public headless::PlugIn {
  public:
   explicit World(const std::string& network_file = {});
 
-  /// Whether the object server demands something that the program finds out and logs.
+  /// The object server demands something that the program finds out and logs.
   bool FindsOut() const {
     const simulator::Strictness& strict = simulation->installation().strict;
     return strict.formats || strict.regional || strict.missing.contains("SourceOptions");
@@ -27,20 +27,20 @@ class World : public headless::PlugIn {
   static void Send(platform::LateBound& api, std::int32_t command, std::int32_t type,
                    const std::string& path);
 
-  /// A director's whole road: an object, the network, a configure command.
+  /// What a director does: create an object, open the network, send the configure command.
   std::shared_ptr<plugin::LNSPlugInAPI> Configure(const std::string& path,
                                                   std::int32_t type = session::kAppDeviceType);
 
   std::string StatusPanel(std::size_t number) const { return main.StatusBar.Panels()[number - 1]; }
   std::string Shown(model::ControlRef control) const { return main.screen.Find(control)->Text(); }
   std::vector<std::string> MessageTexts() const;
-  /// The one message that was shown; none or several fail the test.
+  /// The only message shown; none or several fail the test.
   const ui::Message& Message() const {
     EXPECT_EQ(desktop.messages.size(), 1u);
     return desktop.messages.at(0).message;
   }
-  /// What was asked of the object server, as far as its line contains the text: "nciSetPts Value", "T Open",
-  /// or "nciSetPts Value=1,2" for a put; a failure ends with " !".
+  /// The operations on the object server whose lines contain the text: "nciSetPts Value", "T Open", or
+  /// "nciSetPts Value=1,2" for a put. A failure ends with " !".
   std::vector<std::string> Operations(std::string_view text = "") const;
 };
 

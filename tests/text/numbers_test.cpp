@@ -34,14 +34,14 @@ TEST(Numbers, ShortestTextReadsBackAsTheSameNumber) {
     EXPECT_EQ(text::LeadingNumber(text::ShortestText(value)), value);
 }
 
-TEST(Numbers, NumbersBeyondADoubleAreNotZero) {
+TEST(Numbers, ValuesBeyondADoubleAreNotZero) {
   const std::string digits(400, '9');
-  EXPECT_GT(text::LeadingNumber(digits), 1e300) << "a limit must be able to clamp it";
+  EXPECT_GT(text::LeadingNumber(digits), 1e300) << "limits can clamp it";
   EXPECT_LT(text::LeadingNumber("-" + digits), -1e300);
   EXPECT_EQ(text::LeadingNumber("0." + std::string(400, '0') + "1"), 0);
 }
 
-TEST(Numbers, ComputedTextShowsNoBinaryResidue) {
+TEST(Numbers, ComputedTextHasNoBinaryResidue) {
   EXPECT_EQ(text::ComputedText(21.1 + 2.3), "23.4");
   EXPECT_EQ(text::ComputedText(0.2 - 0.5), "-0.3");
   EXPECT_EQ(text::ComputedText(123456789012345678.0), "123456789012346000");
@@ -49,7 +49,7 @@ TEST(Numbers, ComputedTextShowsNoBinaryResidue) {
   EXPECT_EQ(text::ComputedText(0.00012345), "0.00012345");
 }
 
-TEST(Numbers, TiesGoToTheEvenNeighbour) {
+TEST(Numbers, TiesRoundToEven) {
   EXPECT_EQ(text::RoundHalfEven(2.5), 2);
   EXPECT_EQ(text::RoundHalfEven(-3.5), -4);
   EXPECT_EQ(text::LeadingWholeNumber("0.5 x"), 0);

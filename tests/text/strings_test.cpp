@@ -31,7 +31,7 @@ TEST(Strings, WithoutAccelerator) {
   EXPECT_EQ(text::WithoutAccelerator("&Heating && Coolin&g&"), "Heating & Cooling");
 }
 
-TEST(Strings, TrimTakesBlanksOnly) {
+TEST(Strings, TrimRemovesOnlyBlanks) {
   EXPECT_EQ(text::Trim("  /regplugin "), "/regplugin");
   EXPECT_EQ(text::Trim("   "), "");
   EXPECT_EQ(text::Trim("\tx"), "\tx");

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-/// Presses keys together; the last one is let go first or, as fast fingers do, the first one.
+/// Presses keys together and releases the last first or, as fast fingers do, the first.
 inline void PressKeys(const std::vector<WORD>& keys, bool first_let_go = false) {
   std::vector<INPUT> inputs(2 * keys.size());
   for (std::size_t i = 0; i < keys.size(); ++i)
@@ -35,14 +35,14 @@ inline void MoveMouse(LONG x, LONG y) {
   SendInput(1, &input, sizeof input);
 }
 
-/// Moves the mouse unless it is there. The real mouse under the simulated one may report an earlier place
-/// late and take it back: ask again until what should come of it has come.
+/// Moves the mouse unless it is there. The real mouse may report an older place later and move it back, so
+/// repeat this until the expected effect appears.
 inline void KeepMouseAt(LONG x, LONG y) {
   POINT at{};
   if (!GetCursorPos(&at) || at.x != x || at.y != y) MoveMouse(x, y);
 }
 
-/// Clicks the middle of a window. Moved and pressed in one go, so that the real mouse cannot come between.
+/// Clicks the middle of a window. Moves and presses in one call, so that the real mouse cannot interfere.
 inline void ClickWindow(HWND window) {
   RECT place{};
   GetWindowRect(window, &place);

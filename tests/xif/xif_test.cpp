@@ -31,7 +31,7 @@ TEST(Xif, ProgramIdOfAFile) {
   }
 }
 
-TEST(Xif, TheSearchTakesTheFirstFileDepthFirst) {
+TEST(Xif, FindsTheFirstFileDepthFirst) {
   headless::MemoryFiles files;
   std::string wanted = "8000d3550004041d";
   files.Write("C:\\X\\small.xif", "\n\n\n80:00:d3:55:00:04:04:1d");
@@ -43,7 +43,7 @@ TEST(Xif, TheSearchTakesTheFirstFileDepthFirst) {
   for (int i = 0; i < 20000; ++i) files.MakeFolder("C:\\X\\wide\\" + std::to_string(i));
   EXPECT_EQ(xif::FindXifFile(files, "C:\\X\\", wanted), "");
   EXPECT_EQ(wanted, kId);
-  // Each comes before all those above it.
+  // Each is found before all those above it.
   for (const std::string path : {"wide\\19999\\a.xif", "wide\\0\\1\\Z.XIF", "B\\\u00C4rger\\\u03A9.xif",
                                  "B\\D.xif\\z.xif", "B\\z.xif", "z.xif"}) {
     files.Write("C:\\X\\" + path, kText);
@@ -65,7 +65,7 @@ struct Computer {
   xif::InterfaceFiles interface_files{desktop, files, shell, registry};
 };
 
-TEST(Xif, ExportsTheFileFound) {
+TEST(Xif, ConvertsTheFileFound) {
   struct Case {
     const char* name;
     std::function<void(Computer&)> play;  // before, at the start and in each round
@@ -102,9 +102,9 @@ TEST(Xif, ExportsTheFileFound) {
     ASSERT_EQ(on.shell.launches.size(), each.launches);
     for (const auto& [program, arguments, shown] : on.shell.launches)
       EXPECT_EQ(program + " " + arguments, R"(C:\LonWorks\bin\XIF32BIN "C:\X Y\A.xif" "C:\X Y\A.XFB")");
-    std::string told;
-    for (const auto& box : on.desktop.messages) told += box.message.caption + "|" + box.message.text;
-    EXPECT_EQ(told, each.made ? "" : "Cannot Export Database|The file C:\\X Y\\A.XFB could not be found.");
+    std::string shown;
+    for (const auto& box : on.desktop.messages) shown += box.message.caption + "|" + box.message.text;
+    EXPECT_EQ(shown, each.made ? "" : "Cannot Export Database|The file C:\\X Y\\A.XFB could not be found.");
   }
 }
 
@@ -117,7 +117,7 @@ TEST(Xif, AsksForTheFile) {
   for (const char* path : {"C:\\X Y\\A.xif", "D:\\B.xif"}) {
     on.desktop.open_path = path;
     EXPECT_EQ(on.interface_files.LocateXifByDialog(kId), path);
-    EXPECT_EQ(on.interface_files.folder, "C:\\X Y") << "a whole drive does not become the folder to search";
+    EXPECT_EQ(on.interface_files.folder, "C:\\X Y") << "a drive does not become the search folder";
   }
   const ui::OpenDialog& dialog = on.desktop.open_dialogs.back();
   EXPECT_EQ(dialog.title, "Locate the XIF file with Program ID 8000D3550004041D");

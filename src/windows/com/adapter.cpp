@@ -15,8 +15,8 @@ struct Adapters {
   std::unordered_map<const IDispatch*, LiveAdapter*> by_adapter;
 };
 
-/// Those of this thread. Never destroyed: where a process ends without leaving its apartment, COM closes the
-/// last adapters.
+/// This thread's adapters. Never destroyed: if a process ends without leaving its apartment, COM closes the
+/// last of them.
 Adapters& AllAdapters() {
   thread_local Adapters& adapters = *new Adapters;
   return adapters;
@@ -36,7 +36,7 @@ void LiveAdapter::Unlist() noexcept {
 
 void LiveAdapter::Disconnect() noexcept {
   Unlist();
-  // An object that ends may ask whether any is used, and calls come in meanwhile.
+  // An object that ends may check the uses, and calls may arrive meanwhile.
   use_.reset();
   std::exchange(object_, nullptr).reset();
 }

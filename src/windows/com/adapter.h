@@ -17,9 +17,9 @@
 
 namespace windows::com {
 
-/// One of the live adapters of this thread. An object has at most one, so that it has one identity for its
-/// clients, and an adapter that comes back as an argument is known by its address: an adapter leads into its
-/// own apartment without a proxy.
+/// One of this thread's live adapters. An object has at most one, so that clients see one identity. An
+/// adapter that returns as an argument is recognised by its address, as COM passes it into its own apartment
+/// without a proxy.
 class LiveAdapter {
  public:
   LiveAdapter(std::shared_ptr<automation::Published> object, IDispatch* adapter);
@@ -29,9 +29,9 @@ class LiveAdapter {
 
   const std::shared_ptr<automation::Published>& object() const { return object_; }
 
-  /// The adapter is no longer found; for adapters about to go.
+  /// The adapter is no longer found. For adapters that are about to end.
   void Unlist() noexcept;
-  /// Gives the object up, which no longer counts as used then. Where nobody else owns it, it ends.
+  /// Releases the object, which then no longer counts as used and ends if nobody else owns it.
   void Disconnect() noexcept;
 
  private:
@@ -40,21 +40,21 @@ class LiveAdapter {
   std::optional<ServerUse> use_{std::in_place};
 };
 
-/// Closes the adapters that somebody still holds when their apartment is left. Nobody calls them any more.
+/// Closes the adapters that clients still hold when the apartment is left. Nobody can call them any more.
 void DisconnectAllAdapters() noexcept;
 
-/// The adapter of an object, null where it has none.
+/// The adapter of an object; null if it has none.
 ComPtr<IDispatch> FindAdapter(const automation::Published& object);
 
-/// The object behind an adapter of this process, null for any other IDispatch.
+/// The object behind an adapter of this process; null for any other IDispatch.
 std::shared_ptr<automation::Published> PublishedBehind(const IDispatch* adapter);
 
-/// IDispatch over a published object, with `Interface` being IDispatch or a dual interface on top of it. The
-/// adapter owns its object: where nobody else does, the last client's release ends the object.
+/// IDispatch over a published object. `Interface` is IDispatch or a dual interface derived from it. The
+/// adapter owns its object: if nobody else does, the last client's release ends the object.
 template <class Interface, class... More>
 class Adapter : public Implements<Interface, More...> {
  public:
-  /// `type_info` describes the members to those who ask and may be null.
+  /// `type_info` describes the members to clients; may be null.
   explicit Adapter(std::shared_ptr<automation::Published> object, ComPtr<ITypeInfo> type_info = {})
       : type_info_(std::move(type_info)), live_(std::move(object), static_cast<Interface*>(this)) {}
 
@@ -95,17 +95,17 @@ class Adapter : public Implements<Interface, More...> {
   LiveAdapter live_;
 };
 
-/// What an adapter shows beyond the members of its object.
+/// What an adapter offers beyond its object's members.
 struct AdapterTraits {
-  /// The source interface under which the object's events (LateBound::Advise) are offered.
+  /// The source interface for the object's events (LateBound::Advise).
   std::optional<IID> events = {};
   ComPtr<ITypeInfo> type_info = {};
 };
 
-/// The adapter of an object that is only called late-bound.
+/// The adapter of an object without a dual interface.
 class DispatchAdapter final : public Adapter<IDispatch, IConnectionPointContainer, IProvideClassInfo2> {
  public:
-  /// The object's adapter, of whatever kind; a new one where it has none.
+  /// The object's adapter of any kind; a new one if it has none.
   static ComPtr<IDispatch> For(const std::shared_ptr<automation::Published>& object,
                                const AdapterTraits& traits = {});
 
@@ -120,7 +120,7 @@ class DispatchAdapter final : public Adapter<IDispatch, IConnectionPointContaine
   void* Find(REFIID id) noexcept override;
 
  private:
-  /// Handlers that go with the adapter must not find it again.
+  /// Handlers that end with the adapter must not find it.
   ~DispatchAdapter() override { Unlist(); }
 
   const std::optional<IID> events_;

@@ -12,7 +12,7 @@
 namespace windows::com {
 namespace {
 
-bool MeansThatTheSinkIsGone(HRESULT result) {
+bool SinkIsGone(HRESULT result) {
   static const std::array gone{HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE),
                                HRESULT_FROM_WIN32(RPC_S_CALL_FAILED),
                                HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE),
@@ -88,8 +88,8 @@ HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) try {
   *cookie = 0;
   const ComPtr<IUnknown> unknown(sink);
   auto connection = std::make_shared<Connection>();
-  // A sink in another process answers for the events' own interface only where that interface's marshalling
-  // is registered; every sink answers for IDispatch.
+  // A sink in another process has the events' own interface only if its marshalling is registered; every sink
+  // has IDispatch.
   connection->sink = unknown.As<IDispatch>(events_);
   if (!connection->sink) connection->sink = unknown.As<IDispatch>();
   if (!connection->sink) return CONNECT_E_CANNOTCONNECT;
@@ -119,8 +119,8 @@ HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
   return E_NOTIMPL;
 }
 
-/// Touches nothing but its own copies after the sink's answer: the sink may have disconnected itself or even
-/// released the adapter meanwhile.
+/// After the sink's answer, uses only its own copies: the sink may have disconnected itself or even released
+/// the adapter.
 void ConnectionPoint::Deliver(const std::shared_ptr<Connection>& connection, std::int32_t event,
                               platform::Arguments arguments) {
   if (!connection || !connection->sink) return;
@@ -129,8 +129,8 @@ void ConnectionPoint::Deliver(const std::shared_ptr<Connection>& connection, std
   DISPPARAMS parameters = call.Parameters(false);
   const HRESULT result = sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                       nullptr, nullptr, nullptr);
-  // What else the sink has to complain about is no concern of the source.
-  if (!MeansThatTheSinkIsGone(result)) return;
+  // Other failures of the sink do not concern the source.
+  if (!SinkIsGone(result)) return;
   connection->sink.Reset();
   connection->subscription.reset();
 }

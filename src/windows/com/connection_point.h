@@ -12,16 +12,16 @@
 
 namespace windows::com {
 
-// COM's interfaces have no destructor to be virtual.
+// COM's interfaces have no virtual destructor.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// The place where clients connect their sinks to the events of a published object. A part of its adapter: it
-/// has an identity but no life of its own.
+/// Where clients connect their sinks to the events of a published object. A part of its adapter, which counts
+/// its references.
 ///
-/// Every connection is a subscription of its own to the object. Events are delivered within the call that
-/// raises them; a sink whose process has gone is dropped at the first event that it misses. The object has to
-/// bear that handlers come and go while it raises an event.
+/// Every connection has its own subscription to the object. Events are delivered within the call that raises
+/// them. A sink whose process has ended is dropped at the first event that it misses. Handlers may come and
+/// go while the object raises an event.
 class ConnectionPoint final : public IConnectionPoint {
  public:
   ConnectionPoint(IConnectionPointContainer& adapter, platform::LateBound& source, const IID& events)
@@ -36,7 +36,7 @@ class ConnectionPoint final : public IConnectionPoint {
   HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override;
   HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override;
   HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
-  /// Not offered: enumerating connections does not survive the way into another process.
+  /// Not offered: the enumeration cannot be passed to another process.
   HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
 
  private:
@@ -56,7 +56,7 @@ class ConnectionPoint final : public IConnectionPoint {
 
 #pragma GCC diagnostic pop
 
-/// The enumeration of the one connection point that an adapter has.
+/// The enumeration of an adapter's only connection point.
 ComPtr<IEnumConnectionPoints> EnumerateOne(ComPtr<IConnectionPoint> point);
 
 }  // namespace windows::com

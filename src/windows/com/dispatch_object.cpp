@@ -25,7 +25,7 @@ WORD FlagsOf(CallKind kind) {
       return DISPATCH_PROPERTYPUTREF;
     case CallKind::Method:
       return DISPATCH_METHOD;
-    // As Visual Basic asks; some objects take a read in no other way.
+    // As Visual Basic does; some objects accept a read in no other form.
     case CallKind::Get:
     case CallKind::GetOrMethod:
       return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
@@ -80,7 +80,7 @@ std::unique_ptr<platform::Subscription> DispatchObject::Advise(platform::EventHa
 
 namespace {
 
-HRESULT CreateHere(const CLSID& class_id, ComPtr<IDispatch>& object) {
+HRESULT CreateInProcess(const CLSID& class_id, ComPtr<IDispatch>& object) {
   const HRESULT result =
       CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IDispatch), object.ReceiveVoid());
   if (result != CLASS_E_NOTLICENSED) return result;
@@ -95,16 +95,16 @@ HRESULT CreateHere(const CLSID& class_id, ComPtr<IDispatch>& object) {
 
 }  // namespace
 
-/// What comes from another process is no control to host, and to ask it would be a call each time. It is not
-/// looked for where this process has the class: COM might start one to hold the control.
+/// Only objects of this process can be controls to host; asking others would be a call each time. If this
+/// process has the class, other processes are not tried: COM might start one to host the control.
 platform::LateBoundPtr CreateObject(std::string_view prog_id) {
   const std::string attempt = "Cannot create the object \"" + std::string(prog_id) + "\"";
   CLSID class_id;
   Check(CLSIDFromProgID(ToWide(prog_id).c_str(), &class_id), attempt);
   ComPtr<IDispatch> object;
-  const HRESULT here = CreateHere(class_id, object);
-  if (here != REGDB_E_CLASSNOTREG) {
-    Check(here, attempt);
+  const HRESULT result = CreateInProcess(class_id, object);
+  if (result != REGDB_E_CLASSNOTREG) {
+    Check(result, attempt);
     return std::make_shared<HostedControl>(std::move(object));
   }
   Check(CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, __uuidof(IDispatch), object.ReceiveVoid()),

@@ -14,16 +14,16 @@
 
 namespace windows::com {
 
-/// An object reached through IDispatch, in this process or in another one. Used on the thread that received
-/// it; calls of others come in while one of its own is out.
+/// An object reached through IDispatch, in this process or another. Used on the thread that received it;
+/// other calls may arrive while one of its own waits.
 ///
-/// The numbers of its members are looked up once per object. They are not shared between objects: one name
-/// has different numbers in different classes, and a wrong number may well be that of some other member.
+/// The numbers of its members are looked up once per object. Objects do not share them: a name has different
+/// numbers in different classes, and a wrong number may be that of another member.
 class DispatchObject : public platform::LateBound {
  public:
   explicit DispatchObject(ComPtr<IDispatch> object) : object_(std::move(object)) {}
 
-  /// PutReference falls back to Put where the object knows no put by reference.
+  /// PutReference falls back to Put if the object has no put by reference.
   platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
                          platform::Arguments arguments) override;
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override;
@@ -38,13 +38,12 @@ class DispatchObject : public platform::LateBound {
   std::map<std::string, DISPID, std::less<>> numbers_;
 };
 
-/// A new object of a registered class, a control within this process or an object of another one; an Error
-/// with the system's number and text where that fails. A class that asks for a licence is given its own key,
-/// where the computer has one.
+/// A new object of a registered class, a control in this process or an object in another. Throws an Error
+/// with the system's number and text. A class that needs a licence gets its own key if the computer has one.
 platform::LateBoundPtr CreateObject(std::string_view prog_id);
 
-/// Lets the program that serves an object put its windows in front of this one's, which the system refuses
-/// otherwise; without effect where the object is this program's own.
+/// Lets the program that serves an object put its windows in front of this one's, which the system otherwise
+/// refuses. No effect for this program's own objects.
 void AllowForeground(const platform::LateBound& object);
 
 }  // namespace windows::com

@@ -14,7 +14,7 @@ EventQueue::Argument::Argument(const VARIANT& argument) {
   Check(VariantCopyInd(value_.get(), const_cast<VARIANT*>(&argument)));
   const bool object = value_->vt == VT_DISPATCH || value_->vt == VT_UNKNOWN;
   if (!object || !value_->punkVal) return;
-  // What has no way into another apartment, as on a thread that is in none, is handed over as it is.
+  // What cannot be marshalled, for example on a thread without an apartment, is passed unchanged.
   if (SUCCEEDED(CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), value_->punkVal, way_.Receive())))
     value_ = Variant();
 }
@@ -28,7 +28,7 @@ Variant EventQueue::Argument::Take() {
   Variant object;
   object->vt = VT_DISPATCH;
   object->pdispVal = nullptr;
-  // Without an object that has gone the event still says something.
+  // If the object has ended, the event is still useful without it.
   static_cast<void>(CoGetInterfaceAndReleaseStream(way_.Detach(), __uuidof(IDispatch),
                                                    reinterpret_cast<void**>(&object->pdispVal)));
   return object;
@@ -46,7 +46,7 @@ std::optional<EventQueue::Event> EventQueue::Next() {
   if (waiting_.empty()) return std::nullopt;
   Waiting next = std::move(waiting_.front());
   waiting_.pop_front();
-  lock.unlock();  // an object may be reached through calls
+  lock.unlock();  // unmarshalling may make calls
   Event event{next.number, {}};
   for (Argument& argument : next.arguments) event.arguments.push_back(argument.Take());
   return event;
@@ -61,14 +61,14 @@ void EventQueue::Close() {
 
 namespace {
 
-/// Answers for the events' own interface and for IDispatch alike: sources ask for one or the other. Events of
-/// other threads wait until the listener's own comes to them, and none of its own goes before them.
+/// Has the events' own interface and IDispatch, as sources ask for one or the other. Events from other
+/// threads wait until the listener's thread handles messages, and no later event overtakes them.
 class EventSink final : public Implements<IDispatch> {
  public:
   EventSink(const IID& events, platform::EventHandler handler)
       : events_(events), handler_(std::make_shared<platform::EventHandler>(std::move(handler))) {}
 
-  /// After this the sink is deaf, however long the source keeps it.
+  /// After this the sink ignores events, however long the source keeps it.
   void Close() {
     handler_.reset();
     waiting_.Close();
@@ -98,7 +98,7 @@ class EventSink final : public Implements<IDispatch> {
   }
 
  private:
-  /// The source is not kept waiting: the listener may be in a call of it.
+  /// Does not block the source, as the listener may be in one of its calls.
   HRESULT HandOver(DISPID event, const DISPPARAMS& parameters) noexcept try {
     waiting_.Add(event, parameters);
     home().Do([self = ComPtr<EventSink>(this)] { self->HearWaiting(); });
@@ -145,7 +145,7 @@ class EventSubscription final : public platform::Subscription {
   EventSubscription& operator=(const EventSubscription&) = delete;
   ~EventSubscription() override {
     sink_->Close();
-    // Where the source has died there is nothing left to disconnect from.
+    // If the source has ended, there is nothing to disconnect from.
     static_cast<void>(point_->Unadvise(cookie_));
   }
 
@@ -155,7 +155,7 @@ class EventSubscription final : public platform::Subscription {
   DWORD cookie_ = 0;
 };
 
-/// Every control also tells of its properties, but that interface is no IDispatch.
+/// Every control also has this source of property changes, which is no IDispatch.
 bool AreEvents(const IID& source) { return source != __uuidof(IPropertyNotifySink); }
 
 ComPtr<IConnectionPoint> DefaultPoint(IDispatch* object, IConnectionPointContainer& container) {

@@ -16,27 +16,27 @@
 
 namespace windows::com {
 
-/// Events on their way from the threads that raise them to the one that listens. What waits here is a copy:
-/// a source may take the arguments back when its call returns.
+/// Events on their way from the threads that raise them to the one that listens. They are copies: a source
+/// may free the arguments when its call returns.
 class EventQueue {
  public:
   struct Event {
     DISPID number;
-    /// As in DISPPARAMS, the last one first.
+    /// As in DISPPARAMS, the last first.
     std::vector<Variant> arguments;
   };
 
-  /// On any thread, which does not wait for the listener. An Error for arguments that cannot be copied.
+  /// Works on any thread and does not wait for the listener. Throws an Error if arguments cannot be copied.
   void Add(DISPID number, const DISPPARAMS& parameters);
 
-  /// The next event, for the thread of the listener.
+  /// The next event. Called on the listener's thread.
   std::optional<Event> Next();
 
-  /// Drops what waits, and what is still to come.
+  /// Drops waiting and later events.
   void Close();
 
  private:
-  /// An argument, and where it is an object of the raiser's apartment the way to it.
+  /// An argument or, if it is an object of the raiser's apartment, a marshalled reference to it.
   class Argument {
    public:
     explicit Argument(const VARIANT& argument);
@@ -59,13 +59,12 @@ class EventQueue {
   bool closed_ = false;
 };
 
-/// Connects a handler to the object's default source interface, or to its first one where it names none. The
-/// handler runs on this thread, also inside calls that are out. What it throws goes back to the source as a
-/// failure. Events that the source raises on another thread reach the handler when this one looks at its
-/// messages, in the order in which they were raised.
+/// Connects a handler to the object's default source interface, or to its first if it names none. The handler
+/// runs on this thread, also while a call waits. What it throws reaches the source as a failure. Events that
+/// the source raises on other threads reach the handler in order when this thread handles messages.
 ///
-/// The subscription may outlive the object and its process. An Error with kUnknownInterface where the object
-/// raises no events.
+/// The subscription may outlive the object and its process. Throws kUnknownInterface if the object raises no
+/// events.
 std::unique_ptr<platform::Subscription> SubscribeToDefaultEvents(IDispatch* object,
                                                                  platform::EventHandler handler);
 

@@ -15,7 +15,7 @@ std::string Hexadecimal(HRESULT result) {
   return "0x" + std::string(digits.data(), end.ptr);
 }
 
-/// DISP_E_EXCEPTION is not among them: it only announces an EXCEPINFO.
+/// Without DISP_E_EXCEPTION, which only announces an EXCEPINFO.
 bool IsRefusal(HRESULT result) {
   return result >= DISP_E_UNKNOWNINTERFACE && result <= DISP_E_BUFFERTOOSMALL && result != DISP_E_EXCEPTION;
 }
@@ -55,8 +55,8 @@ void Check(HRESULT result, std::string_view attempt) {
 
 platform::Error CallError(HRESULT result, const ExceptionInfo& info) {
   if (result != DISP_E_EXCEPTION) return {result, std::string(kAutomation), SystemText(result)};
-  // An object may leave the rest to be filled in later by a function of its own. That function's address
-  // means nothing here when the object lives in another process, so it is never called.
+  // An object may supply a function that fills in the rest later. Its address is meaningless if the object is
+  // in another process, so it is never called.
   std::int32_t number = info->wCode ? info->wCode : info->scode;
   if (number == 0) number = result;
   if (HRESULT_SEVERITY(number) && HRESULT_FACILITY(number) == FACILITY_CONTROL) number = HRESULT_CODE(number);
@@ -85,8 +85,8 @@ HRESULT ReportToInvoke(EXCEPINFO* info) noexcept try {
   if (IsRefusal(error.number())) return error.number();
   if (info) {
     *info = {};
-    // The number travels in scode: clients read it from there, and some ignore wCode. Scripts and Visual
-    // Basic show a small one in the facility of controls as it is; one that is no failure by itself confuses
+    // The number is in scode, as some clients ignore wCode. A small number goes into the facility of
+    // controls: scripts and Visual Basic show it unchanged, and a number that is not a failure would confuse
     // other clients.
     info->scode = error.number() ? ResultOf(error.number()) : E_FAIL;
     Bstr source(error.source());

@@ -10,35 +10,35 @@
 #include "platform/error.h"
 #include "windows/com/owners.h"
 
-/// Raised errors on one side, results and EXCEPINFO on the other.
+/// Converts errors to and from results and EXCEPINFO.
 namespace windows::com {
 
-/// The source of errors that no object has raised under its own name.
+/// The source of errors that no object raised under its own name.
 inline constexpr std::string_view kAutomation = "Automation";
 
-/// The system's text for a result; where it has none, the number.
+/// The system's text for a result, or the number if it has none.
 std::string SystemText(HRESULT result);
 
-/// Throws the failure as an Error with the system's text, after what was attempted where that is given.
+/// Throws a failure as an Error with the system's text, prefixed with `attempt` if it is given.
 void Check(HRESULT result, std::string_view attempt = {});
 
-/// The error of a failed Invoke: the object's own where it filled one in, else that of the result.
+/// The error of a failed Invoke: the object's own if it filled one in, else the result's.
 platform::Error CallError(HRESULT result, const ExceptionInfo& info);
 
-/// The exception that is being handled, whatever its type; to be called in a catch clause.
+/// The exception being handled, whatever its type. Call it in a catch clause.
 platform::Error CaughtError();
 
-// Numbers that are no failure result by themselves (20003) go out in the facility of controls (0x800A4E23),
-// as Visual Basic's classes do it, and come in again as they were.
+// Numbers that are not failure results (20003) leave in the facility of controls (0x800A4E23), as from Visual
+// Basic's classes, and arrive unchanged.
 
-/// Reports the exception being handled to a late-bound caller. Automation's own refusals are the result;
-/// every other number goes out as an exception whose `info` may be null.
+/// Reports the exception being handled to a late-bound caller. Automation's own refusals become the result,
+/// all other numbers an exception. `info` may be null.
 HRESULT ReportToInvoke(EXCEPINFO* info) noexcept;
 
-/// Reports the exception being handled to a caller that only sees a result.
+/// Reports the exception being handled to a caller that sees only a result.
 HRESULT ReportAsResult() noexcept;
 
-/// The same with the text as the thread's error object, for callers of the interface's own methods.
+/// The same with the text in the thread's error object, for callers of the interface's own methods.
 HRESULT ReportToInterface(REFIID interface_id) noexcept;
 
 }  // namespace windows::com

@@ -17,8 +17,7 @@ using Work = std::function<void()>;
 
 thread_local HWND window_of_this_thread = nullptr;
 
-/// Message boxes and menus run loops of their own, which deliver the messages of windows, but lose a
-/// thread's.
+/// A window, as the loops of message boxes and menus deliver a window's messages but lose a thread's.
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == kRelease)
     reinterpret_cast<IUnknown*>(lparam)->Release();
@@ -35,7 +34,7 @@ HWND MakeWindow() {
   window.lpfnWndProc = Procedure;
   window.hInstance = GetModuleHandleW(nullptr);
   window.lpszClassName = kClass;
-  RegisterClassExW(&window);  // fails for all threads but the first, which does not matter
+  RegisterClassExW(&window);  // fails on later threads, harmlessly
   const HWND made =
       CreateWindowExW(0, kClass, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, window.hInstance, nullptr);
   if (!made) Check(HRESULT_FROM_WIN32(GetLastError()), "Cannot receive messages");
@@ -54,8 +53,8 @@ void HomeThread::Do(Work work) const {
 
 bool HomeThread::TakesOver(IUnknown* reference) const noexcept {
   if (!IsAway()) return false;
-  // Where the home has gone the reference is kept for ever: nothing of ours may run on a thread of COM's.
-  // What the object had to let go went with the apartment.
+  // If the home thread has ended, the reference is leaked: our code must not run on COM's threads. The
+  // object's resources ended with the apartment.
   PostMessageW(window_, kRelease, 0, reinterpret_cast<LPARAM>(reference));
   return true;
 }

@@ -8,28 +8,28 @@
 
 namespace windows::com {
 
-/// The thread on which an object works and ends: the one that made it, where all that it touches lives.
+/// The thread that made an object and on which it works and ends, as do the objects it uses.
 ///
-/// COM may release the last reference on a thread of its own. Wine does so where a client releases an object
-/// within that object's call. Controls may raise events on threads of theirs.
+/// COM may release the last reference on its own thread; Wine does so if a client releases an object within
+/// that object's call. Controls may raise events on their own threads.
 class HomeThread {
  public:
-  /// The thread that runs this.
+  /// The current thread.
   HomeThread() noexcept;
 
-  /// Whether this is another thread. What was made outside of an Apartment is at home everywhere.
+  /// The current thread is another one. Objects made outside an Apartment are at home everywhere.
   bool IsAway() const noexcept { return window_ && GetCurrentThreadId() != thread_; }
 
-  /// Has the home thread do something that does not throw when it looks at its messages, at the latest when
-  /// it leaves its apartment. Where the home has gone it is not done.
+  /// Runs the work, which must not throw, on the home thread when that handles messages, at the latest when
+  /// it leaves its apartment. If the home thread has ended, the work is dropped.
   void Do(std::function<void()> work) const;
 
-  /// Takes a reference over from another thread; the home thread releases it when it looks at its messages,
-  /// at the latest when it leaves its apartment. False where the caller has to release it: at home, and for
-  /// objects that were made outside of an Apartment.
+  /// Takes over a reference from another thread; the home thread releases it when it handles messages, at the
+  /// latest when it leaves its apartment. False if the caller must release it: at home, and for objects made
+  /// outside an Apartment.
   bool TakesOver(IUnknown* reference) const noexcept;
 
-  /// What makes a thread a home, for as long as the Apartment that owns it.
+  /// Makes a thread a home while its owner, the Apartment, lives.
   class Window {
    public:
     Window();
@@ -37,7 +37,7 @@ class HomeThread {
     Window& operator=(const Window&) = delete;
     ~Window();
 
-    /// Does what there is to do, and releases what has been taken over so far.
+    /// Runs the waiting work and releases the references taken over.
     void DoAll() noexcept;
 
    private:
@@ -50,7 +50,7 @@ class HomeThread {
   HWND window_;
 };
 
-/// What keeps this process in use by others: every adapter and every enumeration holds one.
+/// Keeps this process in use: every adapter and every enumeration holds one.
 class ServerUse {
  public:
   ServerUse();
@@ -60,7 +60,7 @@ class ServerUse {
 
   static long count();
 
-  /// Called when the last use has ended, within the call of the client that ended it. Empty to be left alone.
+  /// `notify` runs when the last use ends, within the call of the client that ended it; may be empty.
   static void WhenUnused(std::function<void()> notify);
 };
 

@@ -35,7 +35,7 @@ HRESULT ControlSite::Invoke(DISPID ambient, REFIID, LCID, WORD flags, DISPPARAMS
 
 namespace {
 
-/// Newly made, not loaded from anywhere.
+/// As newly made, not loaded.
 void Initialise(const ComPtr<IDispatch>& control) {
   if (const auto stream = control.As<IPersistStreamInit>())
     stream->InitNew();
@@ -51,7 +51,7 @@ bool WantsSiteFirst(IOleObject& object) {
 
 }  // namespace
 
-/// What a control refuses here does no harm by itself; what it needs it says when it is called.
+/// Refusals are harmless here; if the control needs something, its calls fail.
 HostedControl::HostedControl(ComPtr<IDispatch> control)
     : DispatchObject(std::move(control)), object_(dispatch().As<IOleObject>()) {
   const bool site_first = object_ && WantsSiteFirst(*object_.get());

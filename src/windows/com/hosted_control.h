@@ -10,7 +10,7 @@
 
 namespace windows::com {
 
-/// What COM asks for when there is nothing to give: nothing, with that answer.
+/// For something that COM asks for and that does not exist: sets it to null and returns the answer.
 template <class T>
 HRESULT None(T** result, HRESULT answer) {
   if (!result) return E_POINTER;
@@ -18,8 +18,7 @@ HRESULT None(T** result, HRESULT answer) {
   return answer;
 }
 
-/// The place of an embedded object that is kept in no document; further interfaces come with what derives
-/// from it.
+/// The site of an embedded object that is not part of a document; derived classes add interfaces.
 template <class... Others>
 class ClientSite : public Implements<IOleClientSite, Others...> {
  public:
@@ -35,8 +34,8 @@ class ClientSite : public Implements<IOleClientSite, Others...> {
   HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
 };
 
-/// The place of a control that is never shown: it has no container, and of the surroundings it tells that
-/// they are at run time, alive, and in the user's language.
+/// The site of a control that is never shown. It has no container; its ambient properties are run time,
+/// alive, and the user's language.
 class ControlSite final : public ClientSite<IOleControlSite, IDispatch> {
  public:
   HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
@@ -52,13 +51,12 @@ class ControlSite final : public ClientSite<IOleControlSite, IDispatch> {
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
     return DISP_E_UNKNOWNNAME;
   }
-  /// The ambient properties, which controls ask for by number.
   HRESULT STDMETHODCALLTYPE Invoke(DISPID ambient, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
                                    EXCEPINFO*, UINT*) override;
 };
 
-/// A control that runs in this process without a window: initialised, given a site where it wants one, and
-/// closed at the end. An object that is no control is none of that and serves as it is.
+/// A control that runs in this process without a window: initialised, given a site, and closed at the end. An
+/// object that is not a control needs none of this.
 class HostedControl final : public DispatchObject {
  public:
   explicit HostedControl(ComPtr<IDispatch> control);

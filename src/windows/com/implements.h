@@ -10,11 +10,11 @@
 
 namespace windows::com {
 
-// COM's interfaces have no destructor to be virtual: their objects are only ever released.
+// COM's interfaces have no virtual destructor: their objects are only released.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// A reference-counted COM object with these interfaces; the first one is its identity. It ends on the thread
+/// A reference-counted COM object with these interfaces; the first is its identity. It ends on the thread
 /// that made it.
 template <class First, class... More>
 class Implements : public First, public More... {
@@ -45,7 +45,7 @@ class Implements : public First, public More... {
 
   const HomeThread& home() const noexcept { return home_; }
 
-  /// The interface with this identifier, without a new reference; null where there is none.
+  /// The interface with this identifier, without a new reference; null if there is none.
   virtual void* Find(REFIID id) noexcept {
     if (id == __uuidof(IUnknown) || id == __uuidof(First)) return static_cast<First*>(this);
     void* found = nullptr;

@@ -15,8 +15,7 @@
 namespace windows::com {
 namespace {
 
-/// The timer of a thread carries no context of its own, and clients may hold the class longer than the server
-/// lives.
+/// A thread's timer has no context, and clients may hold the class longer than the server lives.
 LocalServer* running_server = nullptr;
 
 }  // namespace
@@ -134,15 +133,14 @@ void LocalServer::TimePassed() {
   Enter(state_ == State::Leaving ? State::Gone : State::Leaving);
 }
 
-/// The one place where the state changes; what holds in a state begins here.
+/// The only place where the state changes.
 void LocalServer::Enter(State next) {
   if (state_ == State::Gone) return;
   const bool offered = next != State::Leaving && next != State::Gone;
   offered ? Offer() : Withdraw();
   state_ = next;
   if (timer_) KillTimer(nullptr, std::exchange(timer_, 0));
-  // A timer, not a posted message: message boxes and menus run loops of their own, which lose a thread's
-  // messages.
+  // A timer, not a posted message: the loops of message boxes and menus lose a thread's messages.
   if (const auto time = TimeIn(state_))
     timer_ = SetTimer(nullptr, 0, static_cast<UINT>(time->count()), &OnTimer);
   if (state_ == State::Gone) PostQuitMessage(0);
@@ -176,7 +174,7 @@ void CALLBACK LocalServer::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   try {
     running_server->TimePassed();
   } catch (...) {
-    // A timer has no caller to tell. Those who hold objects are served on.
+    // A timer has no caller for the failure. Clients with objects are still served.
   }
 }
 

@@ -16,8 +16,8 @@
 
 namespace windows::com {
 
-/// This thread as a single-threaded apartment, with what OLE controls need, and as the home of the objects
-/// made on it. Leaving it disconnects the clients that still hold objects, which ends those objects.
+/// Makes this thread a single-threaded apartment for OLE controls and the home of the objects made on it.
+/// Leaving it disconnects the clients that still hold objects, which ends those objects.
 class Apartment {
  public:
   Apartment();
@@ -29,57 +29,56 @@ class Apartment {
   HomeThread::Window home_;
 };
 
-/// What the switches of the command line ask of an automation server.
+/// What the command line's switches ask an automation server to do.
 enum class ServerStart { ByHand, ByCom, Register, Unregister };
 
 /// `arguments` is the command line without the program. Switches begin with "-" or "/", in any letter case.
-/// Those that register count as the first word only; COM puts its own behind what was registered.
+/// Those that register must be the first word; COM adds its own after the registered ones.
 ServerStart ServerStartOf(std::string_view arguments);
 
-/// The one public class of a server program.
+/// The public class of a server program.
 struct ServedClass {
   CLSID id;
-  /// Makes a new object for a client. What it throws becomes the result of the client's creation.
+  /// Makes a new object for a client, who gets what it throws.
   std::function<std::shared_ptr<automation::Published>()> make;
-  /// Opens the adapter of a new object; without it, a plain DispatchAdapter.
+  /// Makes the adapter of a new object; if empty, a plain DispatchAdapter.
   std::function<ComPtr<IUnknown>(const std::shared_ptr<automation::Published>&)> open = {};
 };
 
-/// How a server's life goes; docs/architecture.md has it as a table.
+/// The life of a server; docs/architecture.md has it as a table.
 struct ServerLifetime {
-  /// The server leaves by itself once clients have released all objects; else only its owner lets it.
+  /// The server leaves once clients have released all objects; otherwise only its owner ends it.
   bool leaves_when_unused = true;
-  /// A client that creates an object while its server leaves may fail, and clients like to come back at once:
-  /// the server stays a little.
+  /// How long the server stays after its last client: clients often return at once, and creating an object
+  /// may fail while the server leaves.
   std::chrono::milliseconds linger{1000};
-  /// How long a client may be on its way to an object after it has found the class.
+  /// How long a client that has found the class may take to get its object.
   std::chrono::milliseconds grace{250};
-  /// A server that COM started and that no client reached within this time leaves: of several that COM starts
-  /// for clients that come at the same time, all clients get the same one. Zero for a server that waits for
-  /// ever.
+  /// A server that COM started leaves if no client reaches it within this time: if COM starts several for
+  /// simultaneous clients, all clients get the same one. Zero for no limit.
   std::chrono::milliseconds idle_limit{0};
 };
 
 /// COM's usual limit for a server that it starts.
 constexpr std::chrono::seconds kIdleLimit{10};
 
-/// Serves one class to other processes from the thread of its apartment. One per process; the adapters that
-/// clients hold may outlive it until the apartment is left.
+/// Serves one class to other processes from the thread of its apartment. One per process; clients' adapters
+/// may outlive it until the apartment is left.
 class LocalServer {
  public:
-  /// Makes the class available; an Error where the system refuses.
+  /// Makes the class available. Throws an Error if the system refuses.
   LocalServer(ServedClass served, ServerLifetime lifetime);
   LocalServer(const LocalServer&) = delete;
   LocalServer& operator=(const LocalServer&) = delete;
   ~LocalServer();
 
-  /// Runs the message loop until the server is gone or until anyone posts WM_QUIT; returns that message's
-  /// code. `translate` sees every message first and returns true for those that it has dealt with (dialog
-  /// keys, accelerators).
+  /// Runs the message loop until the server ends or WM_QUIT is posted; returns that message's code.
+  /// `translate` sees every message first and returns true for those that it handled (dialog keys,
+  /// accelerators).
   int Run(const std::function<bool(MSG&)>& translate = {});
 
-  /// The owner's work is done. Where clients hold objects they are cut off and the message loop ends. Else it
-  /// ends a little later, unless a client comes meanwhile, which is served.
+  /// The owner's work is done. If clients hold objects, they are cut off and the message loop ends. Otherwise
+  /// it ends a little later, unless a new client arrives, which is served.
   void Leave();
 
  private:
@@ -98,7 +97,7 @@ class LocalServer {
   const ServerLifetime lifetime_;
   ComPtr<IClassFactory> factory_;
   State state_ = State::Waiting;
-  /// Clients on their way: those whose object is being made, and those that have locked the class.
+  /// Arriving clients: objects being made, and locks on the class.
   int making_ = 0;
   int locks_ = 0;
   DWORD registration_ = 0;

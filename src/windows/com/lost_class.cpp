@@ -9,15 +9,15 @@
 namespace windows::com {
 namespace {
 
-/// No key where there is none. "view" is one of KEY_WOW64_32KEY and KEY_WOW64_64KEY, which a system that has
-/// one view only does not mind.
+/// Null if there is no such key. `view` is KEY_WOW64_32KEY or KEY_WOW64_64KEY; a system with only one view
+/// ignores it.
 Key Open(HKEY parent, const std::wstring& path, REGSAM view) {
   HKEY opened = nullptr;
   const LSTATUS status = RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ | DELETE | view, &opened);
   return Key(status == ERROR_SUCCESS ? opened : nullptr);
 }
 
-/// The default value of a key below another one, empty where there is none.
+/// The default value of a key below another; empty if there is none.
 std::wstring TextOf(const Key& parent, const std::wstring& below) {
   std::vector<wchar_t> text(32768);
   auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
@@ -39,21 +39,20 @@ std::vector<std::wstring> NamesBelow(const Key& key) {
   }
 }
 
-/// The program of a command line as registrations write it. Without quotes, nobody knows where a program
-/// ends.
+/// The program in a registered command line; empty without quotes, as its end is then unclear.
 std::wstring ProgramIn(const std::wstring& command) {
   const std::size_t end = command.find(L'"', 1);
   return command.starts_with(L'"') && end != std::wstring::npos ? command.substr(1, end - 1) : std::wstring();
 }
 
-/// Drives that are not the computer's own may be out of sight for the one who asks, and the file still there.
+/// Files on other drives than the computer's own may exist although this user cannot see them.
 bool IsLost(const std::wstring& file) {
   if (file.size() < 3 || GetDriveTypeW(file.substr(0, 3).c_str()) != DRIVE_FIXED) return false;
   if (GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES) return false;
   return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
 }
 
-/// Takes the lost files out of a version of a type library; whether another file is left in it.
+/// Removes the lost files from a version of a type library; true if it has other files.
 bool HasFilesAfterForgetting(const Key& version) {
   bool has_files = false;
   for (const std::wstring& language : NamesBelow(version))

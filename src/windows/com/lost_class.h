@@ -4,11 +4,11 @@
 
 namespace windows::com {
 
-/// Removes what the machine's registry says of a class whose program file is gone. Both views of the registry
-/// are looked at: the program may have been of the other architecture. What cannot be removed stays.
+/// Removes a class from the machine's registry if its program file is gone. Looks in both views of the
+/// registry, as the program may have been of the other architecture. What cannot be removed stays.
 ///
-/// The name of the class and the interfaces of its type library stay as well. Both views share them, so they
-/// belong to the program that is there.
+/// The class's name and its type library's interfaces stay: both views share them, so they belong to the
+/// program that exists.
 void ForgetLostClass(const CLSID& class_id);
 
 }  // namespace windows::com

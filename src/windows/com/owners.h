@@ -21,7 +21,7 @@ struct HandleCloser {
   void operator()(HANDLE handle) const noexcept { CloseHandle(handle); }
 };
 
-/// Owns a handle of the system; null where the call that should have made it failed.
+/// Owns a system handle; null if the call that should make it failed.
 using Handle = std::unique_ptr<void, HandleCloser>;
 
 inline Handle Own(HANDLE made) noexcept { return Handle(made == INVALID_HANDLE_VALUE ? nullptr : made); }
@@ -30,7 +30,7 @@ inline Handle Own(HANDLE made) noexcept { return Handle(made == INVALID_HANDLE_V
 
 namespace windows::com {
 
-/// One reference to a COM object; a copy is a further reference.
+/// One reference to a COM object; a copy is another reference.
 template <class T>
 class ComPtr {
  public:
@@ -65,17 +65,17 @@ class ComPtr {
     if (T* last = std::exchange(pointer_, nullptr)) last->Release();
   }
 
-  /// Gives the reference away.
+  /// Releases ownership of the reference.
   [[nodiscard]] T* Detach() noexcept { return std::exchange(pointer_, nullptr); }
 
-  /// Where a call stores the reference that it returns.
+  /// For a call to store the reference that it returns.
   [[nodiscard]] T** Receive() noexcept {
     Reset();
     return &pointer_;
   }
   [[nodiscard]] void** ReceiveVoid() noexcept { return reinterpret_cast<void**>(Receive()); }
 
-  /// Another interface of the same object, null where it has none.
+  /// Another interface of the same object; null if it has none.
   template <class Other>
   ComPtr<Other> As(const IID& id = __uuidof(Other)) const noexcept {
     ComPtr<Other> other;
@@ -87,13 +87,13 @@ class ComPtr {
   T* pointer_ = nullptr;
 };
 
-/// A new object of one of our own COM classes, which are born with the reference of their maker.
+/// A new object of one of our COM classes, which start with one reference.
 template <class T, class... Arguments>
 ComPtr<T> Make(Arguments&&... arguments) {
   return ComPtr<T>::Adopt(new T(std::forward<Arguments>(arguments)...));
 }
 
-/// Owns a system string. The null string is the empty text.
+/// Owns a system string. Null is the empty text.
 class Bstr {
  public:
   Bstr() = default;
@@ -150,7 +150,7 @@ class Variant {
   VARIANT variant_;
 };
 
-/// Owns the texts with which a failed call explains itself.
+/// Owns the texts of a failed call.
 class ExceptionInfo {
  public:
   ExceptionInfo() = default;

@@ -63,7 +63,7 @@ namespace {
 using platform::CallKind;
 
 std::optional<CallKind> KindOf(WORD flags) {
-  // A caller that leaves the form of the put to the object gets the plain one.
+  // If the caller allows both kinds of put, it gets the plain one.
   if (flags & DISPATCH_PROPERTYPUT) return CallKind::Put;
   if (flags & DISPATCH_PROPERTYPUTREF) return CallKind::PutReference;
   const bool get = (flags & DISPATCH_PROPERTYGET) != 0;
@@ -74,7 +74,7 @@ std::optional<CallKind> KindOf(WORD flags) {
   return std::nullopt;
 }
 
-/// The only name an argument may have is that of a put's new value.
+/// Only a put's new value may be a named argument.
 bool HasNamedArguments(const DISPPARAMS& parameters, CallKind kind) {
   const bool put = kind == CallKind::Put || kind == CallKind::PutReference;
   if (parameters.cNamedArgs == 0) return false;
@@ -120,7 +120,7 @@ HRESULT CallPublished(const std::shared_ptr<automation::Published>& object, DISP
   if (!parameters || !kind) return E_INVALIDARG;
   if (HasNamedArguments(*parameters, *kind)) return DISP_E_NONAMEDARGS;
   if (number == DISPID_UNKNOWN) return DISP_E_MEMBERNOTFOUND;
-  // The object outlives the call even when its adapter is released meanwhile.
+  // The object outlives the call even if its adapter is released meanwhile.
   // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const std::shared_ptr<automation::Published> target = object;
   UINT position = 0;

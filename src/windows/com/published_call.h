@@ -12,8 +12,8 @@
 
 namespace windows::com {
 
-/// "For Each" over a published collection: Item(1) to Item(Count), asked for as the client gets there. An
-/// item that is removed meanwhile shortens the walk.
+/// "For Each" over a published collection: Item(1) to Item(Count), each read when the client reaches it.
+/// Items removed meanwhile shorten the walk.
 class CollectionEnumerator final : public Implements<IEnumVARIANT> {
  public:
   explicit CollectionEnumerator(std::shared_ptr<automation::Published> collection, std::int32_t passed = 0)
@@ -32,9 +32,9 @@ class CollectionEnumerator final : public Implements<IEnumVARIANT> {
   std::int32_t passed_;
 };
 
-// IDispatch for a published object. No exception of the object leaves these calls.
+// IDispatch for a published object. These calls never throw.
 
-/// IDispatch::GetIDsOfNames. Only the first name can be known: members have no named parameters.
+/// IDispatch::GetIDsOfNames. Only the first name can be found: members have no named parameters.
 HRESULT FindNumbers(const automation::Published& object, LPOLESTR* names, UINT count,
                     DISPID* numbers) noexcept;
 

@@ -16,7 +16,7 @@ namespace windows::com {
 
 FormerKey::FormerKey(std::wstring path) : path_(std::move(path)), former_(Read(HKEY_LOCAL_MACHINE, path_)) {}
 
-void FormerKey::PutBack() const {
+void FormerKey::Restore() const {
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, path_.c_str());
   if (former_) Write(HKEY_LOCAL_MACHINE, *former_);
 }
@@ -65,7 +65,7 @@ void FormerKey::Write(HKEY parent, const Branch& branch) {
 namespace {
 
 constexpr std::string_view kClasses = "Software\\Classes\\";
-/// The marshaller of interfaces that are called through IDispatch alone.
+/// The marshaller of interfaces that are called only through IDispatch.
 constexpr std::string_view kDispatchMarshaller = "{00020420-0000-0000-C000-000000000046}";
 
 void CheckRegistry(LSTATUS status, std::string_view attempt, const std::string& key) {
@@ -148,8 +148,8 @@ void WriteAll(const ServerRegistration& server, const std::string& program, ITyp
   Check(RegisterTypeLib(library, path.data(), nullptr), "Cannot register the type library of " + program);
 }
 
-/// What the registration writes to, as it is now. The interfaces of the library are left out: they are the
-/// same in every version of it.
+/// The present state of what the registration writes, without the library's interfaces: these are the same in
+/// all its versions.
 class Former {
  public:
   Former(const ServerRegistration& server, ITypeLib* library) : library_(library) {
@@ -158,9 +158,9 @@ class Former {
     for (const EventInterface& events : server.events) Take(KeyOf(events));
     if (library) Take("TypeLib\\" + GuidText(AttributesOf(*library).guid));
   }
-  void PutBack() const {
+  void Restore() const {
     if (library_ && !keys_.back().existed()) UnregisterLibrary(*library_);
-    for (const FormerKey& key : keys_) key.PutBack();
+    for (const FormerKey& key : keys_) key.Restore();
   }
 
  private:
@@ -180,7 +180,7 @@ void RegisterServer(const ServerRegistration& server) {
   try {
     WriteAll(server, program, library.get());
   } catch (const platform::Error&) {
-    former.PutBack();
+    former.Restore();
     throw;
   }
 }

@@ -18,16 +18,16 @@ struct KeyCloser {
 /// Owns an open key of the registry.
 using Key = std::unique_ptr<HKEY, KeyCloser>;
 
-/// What a key of the machine held with all below it when this was made, to be put back when a registration
-/// fails half-way.
+/// The state of a machine key and all below it when this was made, to restore it if a registration fails
+/// half-way.
 class FormerKey {
  public:
   /// The path below HKEY_LOCAL_MACHINE.
   explicit FormerKey(std::wstring path);
 
   bool existed() const { return former_.has_value(); }
-  /// Puts back what can be; a key that was not there goes.
-  void PutBack() const;
+  /// Restores what it can; removes a key that did not exist.
+  void Restore() const;
 
  private:
   struct Branch {
@@ -47,36 +47,35 @@ class FormerKey {
   std::optional<Branch> former_;
 };
 
-/// An event interface that clients of other processes answer for. Automation's own marshalling serves it.
+/// An event interface that clients in other processes implement. Automation's own marshalling serves it.
 struct EventInterface {
   IID id;
   std::string name;
 };
 
-/// What the system has to know of a server program so that others can create its class by name.
+/// What the system needs to know about a server program so that others can create its class by name.
 struct ServerRegistration {
   CLSID class_id;
   std::string prog_id;
-  /// What lists of classes show.
+  /// Shown in lists of classes.
   std::string description;
   /// The program's full path without quotes; empty for the running one.
   std::string program = {};
-  /// Follows the program on the command line that COM starts.
+  /// Follows the program on COM's command line.
   std::string switches = {};
-  /// The program carries its type library as a resource.
+  /// The program has its type library as a resource.
   bool has_type_library = false;
   std::vector<EventInterface> events = {};
 };
 
-/// Writes all of it for all users of the machine, or leaves what was there before: an Error tells which step
-/// the system refused.
+/// Registers for all users of the machine. If the system refuses a step, restores the former state and throws
+/// an Error that names the step.
 void RegisterServer(const ServerRegistration& server);
 
-/// Removes all that can be removed, then raises the first failure if there was one. What is not there is no
-/// failure.
+/// Removes what it can, then throws the first failure if there was one. Missing entries are no failure.
 void UnregisterServer(const ServerRegistration& server);
 
-/// The number of a failure of these for want of rights.
+/// The number means that one of these failed for lack of rights.
 bool IsAccessDenied(std::int32_t number);
 
 /// The full path of the running program.

@@ -27,10 +27,10 @@ HWND BoxOf(DWORD process) {
   return nullptr;
 }
 
-/// Deals with one box as long as it stands.
-class Standing {
+/// One message box while it is open.
+class OpenBox {
  public:
-  explicit Standing(HWND window) : window_(window), title_(TextOf(window)) {
+  explicit OpenBox(HWND window) : window_(window), title_(TextOf(window)) {
     for (HWND child : ChildrenOf(window)) {
       if (Is(child, L"Button") && IsWindowVisible(child)) buttons_.push_back(GetDlgCtrlID(child));
       if (Is(child, L"Static") && text_.empty()) text_ = TextOf(child);
@@ -40,12 +40,12 @@ class Standing {
   HWND window() const { return window_; }
   director::Box box() const { return {title_, text_, buttons_}; }
 
-  void Treat(std::optional<bool> answer) {
+  void Respond(std::optional<bool> answer) {
     const bool due = answer || Clock::now() - since_ > kPatience;
-    if (due && !told_) std::cerr << director::Report(box(), answer) << std::flush;
-    told_ = told_ || due;
+    if (due && !reported_) std::cerr << director::Report(box(), answer) << std::flush;
+    reported_ = reported_ || due;
     if (!answer) return;
-    // Each time: a box that has just come up may not listen yet.
+    // Each time, as a new box may not listen yet.
     const int button = box().ButtonFor(*answer);
     PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button),
                  reinterpret_cast<LPARAM>(GetDlgItem(window_, button)));
@@ -56,7 +56,7 @@ class Standing {
   std::string title_, text_;
   std::vector<int> buttons_;
   Clock::time_point since_ = Clock::now();
-  bool told_ = false;
+  bool reported_ = false;
 };
 
 }  // namespace
@@ -69,17 +69,17 @@ BoxWatch::~BoxWatch() {
 }
 
 void BoxWatch::Watch() {
-  std::optional<Standing> standing;
+  std::optional<OpenBox> open;
   for (; !ended_; std::this_thread::sleep_for(kPoll)) {
     const DWORD process = PlugInProcess();
     const HWND box = process ? BoxOf(process) : nullptr;
     if (!box) {
-      standing.reset();
+      open.reset();
       continue;
     }
-    if (!standing || standing->window() != box) standing.emplace(box);
-    if (!standing->box().IsQuestion() || answer_ == false) saw_failure_ = true;
-    standing->Treat(answer_);
+    if (!open || open->window() != box) open.emplace(box);
+    if (!open->box().IsQuestion() || answer_ == false) saw_failure_ = true;
+    open->Respond(answer_);
   }
 }
 

@@ -6,9 +6,9 @@
 
 namespace windows {
 
-/// Watches for message boxes of the plug-in from a thread of its own while a command runs, which ends only
-/// when they are answered. With an answer it presses their buttons at once; without one it says, after some
-/// seconds, what the plug-in waits for: perhaps nobody sees its display.
+/// Watches for the plug-in's message boxes on its own thread while a command runs: the command ends only when
+/// they are answered. With an answer it presses their buttons at once. Without one it prints after some
+/// seconds what the plug-in waits for, since perhaps nobody sees its display.
 class BoxWatch {
  public:
   explicit BoxWatch(std::optional<bool> answer);
@@ -16,7 +16,7 @@ class BoxWatch {
   BoxWatch& operator=(const BoxWatch&) = delete;
   ~BoxWatch();
 
-  /// Whether the plug-in has told of a failure, or has been answered no, so far.
+  /// The plug-in has shown a failure or was answered no.
   bool SawFailure() const { return saw_failure_; }
 
  private:

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kTextLength = 1024;
 
-/// Memory of the process that owns a window, for messages whose parameters are addresses there.
+/// Memory in the process that owns a window, for messages whose parameters are addresses.
 class RemoteMemory {
  public:
   RemoteMemory(HWND window, std::size_t size) {
@@ -50,7 +50,7 @@ class RemoteMemory {
 template <class Item>
 constexpr std::size_t kRemoteSize = sizeof(Item) + kTextLength * sizeof(wchar_t);
 
-/// The text of an item of a list or a row of tabs.
+/// The text of a list item or tab.
 template <class Item>
 std::string ItemText(HWND window, const RemoteMemory& memory, UINT message, int index, Item item) {
   item.pszText = static_cast<wchar_t*>(memory.At(sizeof item));
@@ -108,7 +108,7 @@ std::vector<std::string> StatusTexts(HWND status_bar) {
   std::vector<std::string> texts;
   const auto count = static_cast<int>(SendMessageW(status_bar, SB_GETPARTS, 0, 0));
   for (int i = 0; i < count; ++i) {
-    // The message does not say how much room there is.
+    // SB_GETTEXTW does not limit the length.
     const std::size_t length = LOWORD(SendMessageW(status_bar, SB_GETTEXTLENGTHW, static_cast<WPARAM>(i), 0));
     const RemoteMemory memory(status_bar, std::max(kTextLength, length + 1) * sizeof(wchar_t));
     SendMessageW(status_bar, SB_GETTEXTW, static_cast<WPARAM>(i), memory.Parameter());

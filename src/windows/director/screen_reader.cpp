@@ -65,7 +65,7 @@ bool Contains(const RECT& outer, const RECT& inner) {
          outer.bottom >= inner.bottom;
 }
 
-/// Elements that stand beside each other, from left to right, as one line each.
+/// Prints each group of elements that are side by side as one line, from left to right.
 void PrintLines(std::vector<Element> elements, const std::string& indent, std::ostream& out) {
   std::ranges::stable_sort(elements, {}, [](const Element& e) { return (e.place.top + e.place.bottom) / 2; });
   while (!elements.empty()) {
@@ -84,7 +84,7 @@ void PrintLines(std::vector<Element> elements, const std::string& indent, std::o
   }
 }
 
-/// The frames and the loose elements among the children of a window.
+/// The frames and the other elements among a window's children.
 struct Panel {
   std::vector<Element> frames;
   std::vector<Element> elements;
@@ -132,7 +132,7 @@ void PrintInside(const Panel& panel, int frame, const std::string& indent, std::
 }
 
 void PrintPlace(HWND window, std::ostream& out) {
-  // The plug-in makes a page when it is first looked at.
+  // The plug-in makes a page only when it is first shown.
   SendMessageW(window, RegisterWindowMessageW(L"FormSurface.MakeAllWindows"), 0, 0);
   RECT place{};
   GetWindowRect(window, &place);
@@ -141,7 +141,7 @@ void PrintPlace(HWND window, std::ostream& out) {
       << place.top << '\n';
 }
 
-/// A tab control carries its pages as its own children, in the order of its tabs.
+/// A tab control's pages are its children, in the order of the tabs.
 void PrintPages(HWND window, std::ostream& out) {
   for (HWND tab : ChildrenOf(window)) {
     if (!Is(tab, WC_TABCONTROLW)) continue;

@@ -1,5 +1,5 @@
-// What an installation does at its end, when it cannot be undone any more: the class of a program of the
-// other architecture that has gone would keep directors from the one that is there.
+// Runs at the end of an installation, when it can no longer be rolled back: the class of a removed program of
+// the other architecture would keep directors from the installed one.
 
 #include <windows.h>
 

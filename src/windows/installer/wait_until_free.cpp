@@ -1,4 +1,4 @@
-// What an installation package does by itself: it waits until the plug-in is out of use.
+// An action of the installation packages: waits until the plug-in is no longer in use.
 
 #include <windows.h>
 
@@ -18,13 +18,13 @@ constexpr wchar_t kWaiting[] = L"Waiting until Korvell QM5R-FC PIR Configure is 
 constexpr wchar_t kInUse[] =
     L"Korvell QM5R-FC PIR Configure is in use. Close its windows and the network tool that uses it, then try "
     L"again.";
-/// Where it is the program's own copies that are waited for.
+/// If only copies of the program are waited for.
 constexpr unsigned long kSecondsWithoutData = 30;
 constexpr DWORD kPollMilliseconds = 200;
 
-/// The answer of the user, or 0 where there is none. A message shows its first field; the start of an action
-/// has its name there, and what is shown in the second one.
-int Tell(MSIHANDLE install, int kind, const wchar_t* text) {
+/// Returns the user's answer, or 0 if there is none. A message shows its first field; the start of an action
+/// has its name there and its text in the second.
+int Show(MSIHANDLE install, int kind, const wchar_t* text) {
   PMSIHANDLE record = MsiCreateRecord(2);
   MsiRecordSetStringW(record, 0, L"[1]");
   MsiRecordSetStringW(record, 1, text);
@@ -42,7 +42,7 @@ std::wstring Property(MSIHANDLE install, const wchar_t* name) {
   return value;
 }
 
-/// In any session, from any folder: the class is the same for all of them.
+/// In any session, from any folder: all share the class.
 bool IsRunning() {
   const windows::Handle processes = windows::Own(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
   PROCESSENTRY32W process{};
@@ -54,8 +54,8 @@ bool IsRunning() {
   return false;
 }
 
-/// A director may hold the file for its type library after the program has ended. A user who may not write to
-/// the file cannot know; the actions that run elevated do.
+/// A director may hold the file for its type library after the program has ended. This cannot be seen without
+/// write access to the file; the elevated actions have it.
 bool IsHeld(const std::wstring& file) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const windows::Handle opened = windows::Own(
@@ -65,9 +65,9 @@ bool IsHeld(const std::wstring& file) {
 
 }  // namespace
 
-/// Returns when no process runs the program and none holds its file. After the given time the user is asked
-/// whether to go on waiting; where nobody can be asked, the installation fails. Its data are "seconds;path of
-/// the file". Before the installation they are the property that will become the data of the deferred action.
+/// Returns when no process runs the program or holds its file. After the given time it asks the user whether
+/// to keep waiting; if nobody can be asked, the installation fails. Its data are "seconds;path of the file":
+/// before the installation a property, in the deferred action its data.
 extern "C" UINT __stdcall WaitUntilFree(MSIHANDLE install) {
   const bool elevated = MsiGetMode(install, MSIRUNMODE_SCHEDULED) || MsiGetMode(install, MSIRUNMODE_ROLLBACK);
   const std::wstring data = Property(install, elevated ? L"CustomActionData" : L"WaitBeforeRemoving");
@@ -76,14 +76,15 @@ extern "C" UINT __stdcall WaitUntilFree(MSIHANDLE install) {
   const std::wstring file = data.substr(data.find(L';') + 1);
 
   ULONGLONG since = GetTickCount64();
-  for (bool told = false; IsRunning() || IsHeld(file); told = true) {
-    const int answer = Tell(install, told ? INSTALLMESSAGE_ACTIONDATA : INSTALLMESSAGE_ACTIONSTART, kWaiting);
+  for (bool shown = false; IsRunning() || IsHeld(file); shown = true) {
+    const int answer =
+        Show(install, shown ? INSTALLMESSAGE_ACTIONDATA : INSTALLMESSAGE_ACTIONSTART, kWaiting);
     if (answer == IDCANCEL) return ERROR_INSTALL_USEREXIT;
     if (GetTickCount64() - since < patience) {
       Sleep(kPollMilliseconds);
       continue;
     }
-    switch (Tell(install, INSTALLMESSAGE_USER | MB_RETRYCANCEL | MB_ICONWARNING, kInUse)) {
+    switch (Show(install, INSTALLMESSAGE_USER | MB_RETRYCANCEL | MB_ICONWARNING, kInUse)) {
       case IDRETRY:
         since = GetTickCount64();
         break;

@@ -68,7 +68,7 @@ class PlugInAdapter final : public com::Adapter<ILNSPlugInAPI, ISupportErrorInfo
   template <class Work>
   HRESULT Guarded(Work&& work) noexcept {
     try {
-      // The object outlives the call even when its director releases it meanwhile.
+      // The object outlives the call even if its director releases it meanwhile.
       const std::shared_ptr<automation::Published> keep = object();
       work();
       return S_OK;
@@ -103,8 +103,7 @@ class PlugInAdapter final : public com::Adapter<ILNSPlugInAPI, ISupportErrorInfo
   }
 };
 
-/// From the type library that the program carries; null where it carries none, which late-bound callers do
-/// not need.
+/// From the program's type library; null if it has none. Late-bound callers do not need it.
 com::ComPtr<ITypeInfo> InterfaceDescription() {
   com::ComPtr<ITypeLib> library;
   com::ComPtr<ITypeInfo> description;

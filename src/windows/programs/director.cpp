@@ -30,8 +30,7 @@ namespace {
 using director::Command;
 using director::Options;
 
-/// Exit codes for scripts: 0 done, 1 the command line is wrong, 2 something failed, 3 the plug-in could not
-/// read the device.
+/// Exit codes for scripts: 0 done, 1 wrong command line, 2 failure, 3 the plug-in could not read the device.
 constexpr int kFailed = 2;
 constexpr int kNotRead = 3;
 
@@ -54,7 +53,7 @@ int RunConfigure(const Options& options) {
     try {
       director::Configure(*plug_in, options.configure);
     } catch (const platform::Error&) {
-      lns::ObjectServer(ObjectServer()).IsOpen();  // one that cannot be used says why; the plug-in does not
+      lns::ObjectServer(ObjectServer()).IsOpen();  // an unusable one says why; the plug-in does not
       throw;
     }
     read = !boxes.SawFailure();
@@ -75,9 +74,9 @@ director::Registration PrintRegistration(const Options& options) {
 
 int RunRegistration(const Options& options, std::int32_t command) {
   const platform::LateBoundPtr plug_in = windows::com::CreateObject(options.plug_in);
-  windows::com::AllowForeground(*plug_in);  // it may ask something
+  windows::com::AllowForeground(*plug_in);  // it may ask questions
   const std::string& interface_name = options.configure.interface_name;
-  // A remote director cannot look into the system by itself.
+  // A remote session's system cannot be read from here.
   const bool local = interface_name.empty();
   const std::string system = local ? PrintRegistration(options).system : options.network;
   {

@@ -45,9 +45,9 @@ struct WindowsComputer {
   windows::WindowsRegistry registry;
 };
 
-/// Serves directors until the plug-in ends itself; docs/architecture.md has the life of the server. The
-/// apartment is left before the window's state goes: leaving it takes the automation objects that directors
-/// still hold, and these tell the window. References to the object server are gone by then.
+/// Serves directors until the plug-in ends; docs/architecture.md describes the server's life. The apartment
+/// is left before the window's state is destroyed: leaving it ends the automation objects that directors
+/// still hold, and these use the window. References to the object server are released by then.
 int Serve(const platform::Program& program) {
   std::optional<windows::com::LocalServer> server;
   windows::WindowsDesktop::Settings settings;
@@ -94,9 +94,9 @@ int Run() {
   return 0;
 }
 
-/// The program's exit code. Nobody may sit before a program that COM has started or that registers, and
-/// whoever has started it waits for its end: such a one shows no message. The director gets COM's error;
-/// started by hand the program tells the reason.
+/// The program's exit code. A program that COM starts or that registers shows no message: perhaps nobody sees
+/// it, and its starter waits for its end. The director gets COM's error. A program started by hand shows the
+/// reason.
 int CannotRun(const std::exception& failure) {
   using Role = startup::CommandLine::Role;
   const std::string arguments = windows::CommandLineArguments();

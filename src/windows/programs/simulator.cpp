@@ -34,16 +34,16 @@ constexpr const char* kProgId = "LnsSimulator.LcaObjectServer";
 constexpr const char* kObjectServerKey = "SOFTWARE\\LonWorks\\LCA";
 constexpr const char* kObjectServerValue = "Object Server";
 
-/// How long a simulator that COM started stays after its last client, so that faults set by one program meet
-/// the next.
+/// How long a simulator that COM started stays after its last client, so that faults set by one program still
+/// apply to the next.
 constexpr std::chrono::seconds kLinger{5};
 
 constexpr const char* kHelp =
-    "Plays an LNS object server on the networks of a file.\n\n"
-    "LnsSimulator.exe /network <file>                          serves until it is told to stop\n"
+    "Simulates an LNS object server with the networks of a file.\n\n"
+    "LnsSimulator.exe /network <file>                          serves until it is stopped\n"
     "LnsSimulator.exe /regserver /network <file>               registers: COM starts it on that file\n"
     "LnsSimulator.exe /regserver /network <file> /makedefault  the same, and plug-ins use it\n"
-    "LnsSimulator.exe /unregserver                             takes both back\n"
+    "LnsSimulator.exe /unregserver                             undoes both\n"
     "LnsSimulator.exe /version\n";
 
 std::string VersionText() {
@@ -52,7 +52,7 @@ std::string VersionText() {
          std::to_string(version.revision) + '\n';
 }
 
-int Tell(const std::string& text) {
+int Print(const std::string& text) {
   std::fputs(text.c_str(), stdout);
   return 0;
 }
@@ -70,7 +70,7 @@ windows::com::ServerRegistration RegistrationFor(const Options& options) {
   return registration;
 }
 
-/// By its entry among the plug-ins of the computer.
+/// Taken from the computer's plug-in entries.
 std::string PlugInVersion(const std::string& server) {
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "");
@@ -95,7 +95,7 @@ std::shared_ptr<simulator::Simulation> LoadNetwork(const Options& options) {
 }
 
 void Register(const Options& options) {
-  LoadNetwork(options);  // what is wrong with the file is told now
+  LoadNetwork(options);  // reports mistakes in the file now
   windows::com::RegisterServer(RegistrationFor(options));
   if (!options.make_default) return;
   windows::WindowsRegistry machine;
@@ -105,7 +105,7 @@ void Register(const Options& options) {
 void Unregister(const Options& options) {
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "");
-  // Only our own entry is taken back: an empty text names no object server.
+  // Only our own entry is removed: an empty text names no object server.
   if (settings.MachineSetting(kObjectServerKey, kObjectServerValue) == kProgId)
     settings.SetMachineSetting(kObjectServerKey, kObjectServerValue, "");
   windows::com::UnregisterServer(RegistrationFor(options));
@@ -116,13 +116,14 @@ int Serve(const Options& options, bool by_com) {
   windows::com::LocalServer* running = nullptr;
   const auto load = [&] {
     simulation = LoadNetwork(options);
-    // COM brings events to the thread on which the client has subscribed, and wants them from this one.
+    // COM takes events only from this thread and brings them to the thread that subscribed.
     simulation->event_thread = [](const std::function<void()>& raise) { raise(); };
     simulation->on_stop = [&running] { running->Leave(); };
   };
   if (!by_com) load();
   const windows::com::Apartment apartment;
-  // Nobody sees what a program writes that COM has started, so its clients are told. Each of them tries anew.
+  // Nobody sees the output of a program that COM started, so its clients get the error. Each client tries
+  // again.
   const auto make = [&]() -> std::shared_ptr<automation::Published> {
     try {
       if (!simulation) load();
@@ -140,7 +141,7 @@ int Serve(const Options& options, bool by_com) {
     lifetime.linger = kLinger;
     lifetime.idle_limit = windows::com::kIdleLimit;
   } else {
-    // Started by hand it stands until it is told to stop.
+    // Started by hand, it runs until it is stopped.
     lifetime.leaves_when_unused = false;
   }
   windows::com::LocalServer server(std::move(served), lifetime);
@@ -150,7 +151,7 @@ int Serve(const Options& options, bool by_com) {
 
 int Run(const std::string& arguments) {
   const Options options = simulator::ParseOptions(arguments);
-  if (options.help || options.version) return Tell(options.help ? kHelp : VersionText());
+  if (options.help || options.version) return Print(options.help ? kHelp : VersionText());
   switch (windows::com::ServerStartOf(arguments)) {
     case windows::com::ServerStart::Register:
       Register(options);
@@ -169,7 +170,7 @@ int Run(const std::string& arguments) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-  // A windowless program speaks to the console that started it, or tells its errors to the user who did.
+  // A windowless program writes to the console that started it, or else shows its errors.
   bool console = GetStdHandle(STD_ERROR_HANDLE) != nullptr;
   if (!console && AttachConsole(ATTACH_PARENT_PROCESS))
     console = freopen("CONOUT$", "w", stderr) && freopen("CONOUT$", "w", stdout);

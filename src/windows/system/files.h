@@ -4,7 +4,7 @@
 
 namespace windows {
 
-/// The file system. Needs no particular thread.
+/// The file system. Works on any thread.
 class WindowsFiles : public platform::Files {
  public:
   std::optional<Folder> ReadFolder(const std::string& path) const override;

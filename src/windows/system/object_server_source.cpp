@@ -6,7 +6,7 @@
 namespace windows {
 namespace {
 
-// Inferred from the name of the control's class; no manual states it.
+// Inferred from the name of the control's class; no manual has it.
 constexpr const char* kPlatformProgId = "LcaObjectServer.LcaObjectServer";
 
 }  // namespace

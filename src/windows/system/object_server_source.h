@@ -7,11 +7,11 @@
 
 namespace windows {
 
-/// The ProgID of the object server: the text of the machine value "Object Server" under
-/// "SOFTWARE\LonWorks\LCA", where a simulated object server may name itself, else the platform's own.
+/// The ProgID of the object server: the machine value "Object Server" under "SOFTWARE\LonWorks\LCA", which
+/// can name a simulated one, or else the platform's own.
 std::string ObjectServerProgId(platform::Registry& registry);
 
-/// Makes the object server of this process. Throws where it is not installed or does not start.
+/// Makes the object server of this process. Throws if it is not installed or does not start.
 platform::LateBoundPtr MakeObjectServer(platform::Registry& registry);
 
 }  // namespace windows

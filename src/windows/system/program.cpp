@@ -25,7 +25,7 @@ std::wstring ModulePath() {
 }  // namespace
 
 std::string WindowsProgram::StringResource(int number) const {
-  // With no buffer the call gives a pointer to the text in the executable itself, whatever its length.
+  // Without a buffer the call returns a pointer to the text in the executable, whatever its length.
   const wchar_t* text = nullptr;
   const int length =
       LoadStringW(GetModuleHandleW(nullptr), static_cast<UINT>(number), reinterpret_cast<wchar_t*>(&text), 0);
@@ -42,7 +42,7 @@ platform::Program::Version WindowsProgram::FileVersion() const {
   if (!GetFileVersionInfoW(path.c_str(), 0, size, block.data()) ||
       !VerQueryValueW(block.data(), L"\\", reinterpret_cast<void**>(&info), &length) || !info)
     return {};
-  // Major and minor are the first two of the four numbers; the revision is the last one.
+  // Major and minor are the first two of the four numbers, the revision is the last.
   return {HIWORD(info->dwFileVersionMS), LOWORD(info->dwFileVersionMS), LOWORD(info->dwFileVersionLS)};
 }
 

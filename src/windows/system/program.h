@@ -6,7 +6,7 @@
 
 namespace windows {
 
-/// The running executable: its string table, version resource and path, and the user's clock.
+/// The running program's string table, version resource and path, and the user's time format.
 class WindowsProgram : public platform::Program {
  public:
   std::string StringResource(int number) const override;
@@ -16,8 +16,8 @@ class WindowsProgram : public platform::Program {
   std::string TimeOfDay() const override;
 };
 
-/// Tells the user why the program cannot go on; returns when the message has been closed. Needs nothing of
-/// the program that could have failed.
+/// Shows why the program cannot continue; returns when the user closes the message. Uses no part of the
+/// program that could have failed.
 void ShowFatalFailure(std::string_view title, std::string_view reason);
 
 /// The command line without the program, as UTF-8.

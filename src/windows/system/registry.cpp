@@ -11,7 +11,7 @@
 namespace windows {
 namespace {
 
-/// Subkey names are read into a buffer of this many characters; longer ones count as none.
+/// The buffer for subkey names; longer names count as missing.
 constexpr DWORD kNameBuffer = 260;
 
 std::string ToAnsi(const std::string& utf8) {
@@ -65,8 +65,7 @@ class OpenKey : public platform::RegistryKey {
 
   bool WriteText(const std::string& value_name, const std::string& text) override {
     const std::string data = ToAnsi(text);
-    // The ANSI call adds a NUL of its own where it finds one right behind the data; a byte that is none
-    // prevents it.
+    // The ANSI call also stores a NUL that follows the data; another byte there prevents this.
     const std::string guarded = data + '.';
     return RegSetValueExA(key_, ToAnsi(value_name).c_str(), 0, REG_SZ,
                           reinterpret_cast<const BYTE*>(guarded.data()),

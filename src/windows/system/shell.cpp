@@ -26,7 +26,7 @@ class Process : public platform::StartedProgram {
   Handle process_;
 };
 
-/// The system adds the extension by itself only to names without a folder.
+/// The system adds the extension only to names without a folder.
 std::wstring ProgramFile(const std::string& program) {
   const std::size_t folder = program.find_last_of("\\/");
   const bool has_extension = program.find('.', folder == std::string::npos ? 0 : folder) != std::string::npos;
@@ -56,7 +56,7 @@ bool WindowsShell::StartElevated(const std::string& program, const std::string& 
   const std::wstring file = ProgramFile(program), parameters = ToWide(arguments);
   SHELLEXECUTEINFOW start{};
   start.cbSize = sizeof start;
-  // The program may end before the system has asked.
+  // Without it, this program might end before the system asks the user.
   start.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
   start.hwnd = GetActiveWindow();
   start.lpVerb = L"runas";

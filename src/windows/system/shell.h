@@ -4,7 +4,7 @@
 
 namespace windows {
 
-/// The other programs of the user's session. Needs no particular thread.
+/// The other programs of the user's session. Works on any thread.
 class WindowsShell : public platform::Shell {
  public:
   std::unique_ptr<platform::StartedProgram> Start(const std::string& program, const std::string& arguments,

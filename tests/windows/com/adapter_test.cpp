@@ -15,7 +15,7 @@ namespace {
 
 using platform::Value;
 
-TEST(WideText, HoldsAllCharactersAndReplacesWhatIsNone) {
+TEST(WideText, KeepsAllCharactersAndReplacesInvalidOnes) {
   EXPECT_EQ(ToWide("\xF0\x9F\x8C\xA1 a\xFFz"), L"\xD83C\xDF21 a\xFFFDz");
 }
 
@@ -53,8 +53,8 @@ TEST(VariantConversion, ReadsWhatClientsSend) {
     EXPECT_EQ(Outcome([&sent = variant] { return FromVariant(sent); }), expected) << variant.vt;
 }
 
-/// Every type that there is or might be, alone, by reference and as an array, into a real call.
-TEST(VariantConversion, NoTypeDoesHarm) {
+/// Every existing or possible type, plain, by reference and as an array, in a real call.
+TEST(VariantConversion, SurvivesEveryType) {
   const auto adapter = ToDispatch(std::make_shared<Sample>());
   for (VARTYPE type = 0; type <= VT_CLSID + 8; ++type)
     for (const int form : {0, 0 + VT_BYREF, 0 + VT_ARRAY, VT_BYREF | VT_ARRAY}) {
@@ -79,7 +79,7 @@ TEST(VariantConversion, ObjectsKeepTheirIdentity) {
     EXPECT_EQ(FromVariant(*ToVariant(sample).get()), Value(sample));
     EXPECT_EQ(ToDispatch(std::make_shared<DispatchObject>(adapter)).get(), adapter.get());
   }
-  EXPECT_EQ(sample.use_count(), 1) << "the adapter outlived its last client";
+  EXPECT_EQ(sample.use_count(), 1) << "the last client's release ends the adapter";
   EXPECT_EQ(ServerUse::count(), 0);
   EXPECT_TRUE(ToDispatch(sample));
 }
@@ -87,8 +87,8 @@ TEST(VariantConversion, ObjectsKeepTheirIdentity) {
 constexpr DISPID kValue = 1, kEcho = 2, kThrow = 4, kFire = 5;
 constexpr WORD kMethod = DISPATCH_METHOD, kGet = DISPATCH_PROPERTYGET, kPut = DISPATCH_PROPERTYPUT;
 
-/// Raw calls, with what the caller finds in its result or in its EXCEPINFO.
-TEST(Adapter, TakesEveryFormOfCall) {
+/// Raw calls, and the caller's result or EXCEPINFO.
+TEST(Adapter, HandlesEveryFormOfCall) {
   const auto adapter = ToDispatch(std::make_shared<Sample>());
   const std::tuple<DISPID, WORD, std::vector<Value>, std::vector<DISPID>, HRESULT, const char*> cases[]{
       {kValue, kPut, {"one"}, {DISPID_PROPERTYPUT}, S_OK, "empty"},
@@ -129,7 +129,7 @@ TEST(Adapter, TakesEveryFormOfCall) {
   EXPECT_EQ(bad, 1u);
 }
 
-/// A client of another make: its sink knows IDispatch only and answers every event with a result of its own.
+/// Another maker's client: its sink has only IDispatch and returns a fixed result for every event.
 struct Answering final : Adapter<IDispatch> {
   explicit Answering(HRESULT result) : Adapter(std::make_shared<SampleItems>()), answer(result) {}
   HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
@@ -141,7 +141,7 @@ struct Answering final : Adapter<IDispatch> {
   int calls = 0;
 };
 
-TEST(DispatchObject, PutsWhatCannotBePutByReference) {
+TEST(DispatchObject, FallsBackToPlainPut) {
   const auto object = Make<Answering>(DISP_E_MEMBERNOTFOUND);
   DispatchObject client(object);
   EXPECT_THROW(client.Invoke({"", 1}, platform::CallKind::PutReference, {}), platform::Error);
@@ -153,7 +153,7 @@ struct Events : testing::Test {
   ComPtr<IDispatch> adapter = DispatchAdapter::For(sample, {.events = Sample::kEvents});
 };
 
-TEST_F(Events, ASinkIsDroppedOnlyWhenItsProcessHasGone) {
+TEST_F(Events, DropASinkOnlyIfItsProcessHasEnded) {
   ComPtr<IEnumConnectionPoints> points;
   ComPtr<IConnectionPoint> point;
   adapter.As<IConnectionPointContainer>()->EnumConnectionPoints(points.Receive());
@@ -176,16 +176,16 @@ TEST_F(Events, ASinkIsDroppedOnlyWhenItsProcessHasGone) {
   DWORD last = 0;
   ASSERT_EQ(point->Advise(Make<Answering>(S_OK).get(), &last), S_OK);
   point.Reset();
-  EXPECT_EQ(sample->Fire(1), 0) << "the adapter has gone";
+  EXPECT_EQ(sample->Fire(1), 0) << "the adapter has ended";
 }
 
-TEST_F(Events, NewsOfPropertiesAreNone) {
-  DispatchObject teller(
+TEST_F(Events, ExcludePropertyNotifications) {
+  DispatchObject source(
       DispatchAdapter::For(std::make_shared<Sample>(), {.events = IID_IPropertyNotifySink}));
-  EXPECT_EQ(Outcome([&] { return teller.Advise({}) ? 1 : 0; }), "refused 1");
+  EXPECT_EQ(Outcome([&] { return source.Advise({}) ? 1 : 0; }), "refused 1");
 }
 
-TEST_F(Events, AHandlerMayDoAnything) {
+TEST_F(Events, AllowHandlersToThrowAndToDisconnect) {
   DispatchObject client(adapter);
   int calls = 0;
   const auto throwing = client.Advise([&](auto, auto) { throw ++calls; });
@@ -195,7 +195,7 @@ TEST_F(Events, AHandlerMayDoAnything) {
   EXPECT_EQ(calls, 3);
 }
 
-TEST_F(Events, AHandlerMayReleaseTheObjectInWhoseCallItRuns) {
+TEST_F(Events, AllowHandlersToReleaseTheRaisingObject) {
   const std::weak_ptr<Sample> object = sample;
   const auto releasing = std::exchange(sample, nullptr)->Advise([&](auto, auto) {
     adapter.Reset();

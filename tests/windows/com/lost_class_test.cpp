@@ -7,7 +7,7 @@
 namespace windows::com {
 namespace {
 
-/// The default value of a key below one of the machine's classes, as programs of 32 or of 64 bits see it.
+/// The default value of a key below one of the machine's classes, as 32-bit or 64-bit programs see it.
 std::wstring TextOf(REGSAM view, const std::wstring& parent, const std::wstring& below,
                     const wchar_t* text = nullptr) {
   HKEY opened = nullptr;
@@ -21,8 +21,8 @@ std::wstring TextOf(REGSAM view, const std::wstring& parent, const std::wstring&
   return found;
 }
 
-TEST(LostClass, IsForgottenInItsOwnViewAndOnlyIfTheProgramFileIsGone) {
-  if (sizeof(void*) == 4) GTEST_SKIP() << "the Wine of 32 bits has one view";
+TEST(LostClass, IsRemovedFromItsViewOnlyIfTheProgramFileIsGone) {
+  if (sizeof(void*) == 4) GTEST_SKIP() << "32-bit Wine has only one view";
   const std::wstring id = L"{5E1F0C52-7B0E-4A39-9D1C-43078A552E60}", library = id + L"\\1.0",
                      files = library + L"\\0\\win";
   const wchar_t *here = L"C:\\windows\\explorer.exe", *gone = L"C:\\windows\\gone.exe",
@@ -50,7 +50,7 @@ TEST(LostClass, IsForgottenInItsOwnViewAndOnlyIfTheProgramFileIsGone) {
     for (const auto& [view, bits, file] : programs) {
       const bool listed = !TextOf(view, L"TypeLib", files + bits).empty();
       if (!TextOf(view, L"CLSID", id + L"\\LocalServer32").empty()) found += bits + L" ";
-      EXPECT_EQ(listed, found.ends_with(bits + L" ")) << "the class and its line in the library";
+      EXPECT_EQ(listed, found.ends_with(bits + L" ")) << "the class and its entry in the library";
     }
     EXPECT_EQ(found + TextOf(KEY_WOW64_64KEY, L"TypeLib", library), expected);
   }

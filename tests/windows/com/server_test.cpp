@@ -24,11 +24,11 @@ std::intptr_t RunProgram(const char* program, const char* arguments) {
   return _spawnlp(_P_WAIT, program, program, arguments, nullptr);
 }
 
-/// The sample server registered with the system for as long as this lives. It stands beside the tests, which
-/// run in their own folder.
+/// Registers the sample server while this lives. The server is next to the tests, which run in their own
+/// folder.
 struct RegisteredSample {
   RegisteredSample() {
-    // The server of an earlier test may be leaving. Wine fails a client that finds the class at that moment.
+    // An earlier test's server may be ending; Wine fails a client that finds its class then.
     while (const HANDLE serving = OpenMutexW(SYNCHRONIZE, FALSE, Sample::kServing)) {
       CloseHandle(serving);
       Sleep(20);
@@ -38,7 +38,7 @@ struct RegisteredSample {
   ~RegisteredSample() { EXPECT_EQ(RunProgram("windows_com_test_server.exe", "-unregserver"), 0); }
 };
 
-/// An object in another process, with that process.
+/// An object in another process, and that process.
 struct Server : testing::Test {
   RegisteredSample registered;
   LateBoundPtr sample = CreateObject("Qm5r.ComSample");
@@ -47,7 +47,7 @@ struct Server : testing::Test {
       static_cast<DWORD>(automation::ToInteger(sample->Invoke({"ProcessId"}, CallKind::Get, {}))));
 };
 
-/// What holds for a late-bound object however far away it is.
+/// What holds for every late-bound object, near or remote.
 struct LateBoundContract : testing::TestWithParam<LateBoundPtr (*)()> {
   Value Call(const platform::Member& member, CallKind kind, const std::vector<Value>& arguments = {}) {
     return sample_->Invoke(member, kind, arguments);
@@ -90,7 +90,7 @@ TEST_P(LateBoundContract, EventsArriveUntilTheSubscriptionEnds) {
   const auto listen = [&](std::int32_t event, platform::Arguments arguments) {
     heard += std::to_string(event);
     for (const Value& argument : arguments) heard += ", " + Describe(argument);
-    // The busy object serves a handler that calls back.
+    // The busy object accepts a handler's calls.
     heard += " to " + Describe(Call({"Value"}, CallKind::Get)) + ";";
   };
   auto subscription = sample_->Advise(listen);
@@ -117,7 +117,7 @@ LateBoundPtr InAnotherProcess() { return CreateObject("Qm5r.ComSample"); }
 INSTANTIATE_TEST_SUITE_P(Ways, LateBoundContract,
                          testing::Values(Directly, ThroughItsAdapter, InAnotherProcess));
 
-/// The default value of a key under the machine's classes, empty where there is none.
+/// The default value of a key of the machine's classes; empty if there is none.
 std::string MachineText(const std::string& key) {
   wchar_t text[300]{};
   LONG size = sizeof text;
@@ -125,7 +125,7 @@ std::string MachineText(const std::string& key) {
   return ToUtf8(text);
 }
 
-TEST(Registration, WritesAllThatClientsLookUpAndRemovesIt) {
+TEST(Registration, WritesAndRemovesWhatClientsLookUp) {
   const std::string id = GuidText(Sample::kClass), server = "CLSID\\" + id + "\\LocalServer32",
                     marshaller = "Interface\\" + GuidText(Sample::kEvents) + "\\ProxyStubClsid32";
   ServerRegistration broken{Sample::kClass, "Qm5r.ComSample", "", "C:\\no such program.exe"};
@@ -142,14 +142,14 @@ TEST(Registration, WritesAllThatClientsLookUpAndRemovesIt) {
     const std::string command = MachineText(server);
     EXPECT_TRUE(command.starts_with('"') && command.ends_with("test_server.exe\" /automation")) << command;
     expect_refusals();
-    EXPECT_EQ(MachineText(server) + MachineText("Qm5r.ComSample\\CLSID"), command + id) << "as it was";
+    EXPECT_EQ(MachineText(server) + MachineText("Qm5r.ComSample\\CLSID"), command + id) << "unchanged";
   }
   expect_refusals();
   for (const std::string& key : {std::string("Qm5r.ComSample"), server, marshaller})
     EXPECT_EQ(MachineText(key), "") << key;
 }
 
-TEST(Registration, IsAskedForByTheFirstWordOnly) {
+TEST(Registration, NeedsTheFirstWord) {
   using enum ServerStart;
   const std::pair<const char*, ServerStart> cases[]{
       {"  -REGSERVER /more", Register}, {"/unregserver", Unregister}, {"more /regserver", ByHand},
@@ -157,9 +157,9 @@ TEST(Registration, IsAskedForByTheFirstWordOnly) {
   for (const auto& [arguments, start] : cases) EXPECT_EQ(ServerStartOf(arguments), start) << arguments;
 }
 
-TEST_F(Server, SpeaksToScripts) { EXPECT_EQ(RunProgram("cscript.exe", "windows_com_test_client.vbs"), 7); }
+TEST_F(Server, ServesScripts) { EXPECT_EQ(RunProgram("cscript.exe", "windows_com_test_client.vbs"), 7); }
 
-TEST_F(Server, LivesAsLongAsAnyObjectIsHeld) {
+TEST_F(Server, LivesWhileAnyObjectIsHeld) {
   auto second = CreateObject("Qm5r.ComSample");
   auto items = std::get<LateBoundPtr>(second->Invoke({"Items"}, CallKind::Get, {}));
   sample.reset();
@@ -170,7 +170,7 @@ TEST_F(Server, LivesAsLongAsAnyObjectIsHeld) {
   EXPECT_EQ(RunProgram("windows_com_test_server.exe", "-Embedding /impatient"), 0);
 }
 
-TEST_F(Server, ItsDeathIsAnErrorAndNoMore) {
+TEST_F(Server, ClientsSurviveItsDeath) {
   auto subscription = sample->Advise([](auto, auto) {});
   for (int call = 0; call < 2; ++call)
     EXPECT_THROW(sample->Invoke({"Die"}, CallKind::Method, {}), platform::Error);
@@ -180,7 +180,7 @@ TEST_F(Server, ItsDeathIsAnErrorAndNoMore) {
   EXPECT_TRUE(CreateObject("Qm5r.ComSample"));
 }
 
-TEST_F(Server, AnObjectThatItsClientReleasesWithinItsCallEndsOnItsThread) {
+TEST_F(Server, EndsAnObjectReleasedDuringItsCallOnItsThread) {
   ComPtr<IDispatch> second(ToDispatch(CreateObject("Qm5r.ComSample")));
   std::unique_ptr<platform::Subscription> events =
       SubscribeToDefaultEvents(second.get(), [&](auto, auto) { events.reset(), second.Reset(); });
@@ -193,7 +193,7 @@ TEST_F(Server, AnObjectThatItsClientReleasesWithinItsCallEndsOnItsThread) {
   EXPECT_EQ(ended(), 1);
 }
 
-TEST(Apartment, ObjectsEndWithItAtTheLatestAndOnItsThread) {
+TEST(Apartment, EndsItsObjectsOnItsThread) {
   std::weak_ptr<Sample> handed_over, held;
   ComPtr<IDispatch> adapter;
   std::thread([&] {
@@ -208,7 +208,7 @@ TEST(Apartment, ObjectsEndWithItAtTheLatestAndOnItsThread) {
   EXPECT_EQ(Sample::ended_elsewhere, 0);
 }
 
-/// A server whose owner lets it leave, and a client that has found its class.
+/// A server that only its owner ends, and a client that has found its class.
 struct OwnedServer : testing::Test {
   static ComPtr<IClassFactory> Class() {
     ComPtr<IClassFactory> offered;
@@ -230,10 +230,10 @@ struct OwnedServer : testing::Test {
   ComPtr<IUnknown> object;
 };
 
-TEST_F(OwnedServer, GoesWhenNobodyComesMeanwhile) {
+TEST_F(OwnedServer, EndsIfNoNewClientComes) {
   Create();
   object.Reset();
-  EXPECT_FALSE(GoesWithin(600)) << "its owner has not let it";
+  EXPECT_FALSE(GoesWithin(600)) << "its owner still runs it";
   server.Leave();
   Create();
   EXPECT_FALSE(GoesWithin(600)) << "a client came while it lingered";
@@ -251,7 +251,7 @@ TEST_F(OwnedServer, GoesWhenNobodyComesMeanwhile) {
   EXPECT_EQ(Create(), CO_E_SERVER_STOPPING);
 }
 
-TEST_F(OwnedServer, GoesAtOnceWhereObjectsAreHeld) {
+TEST_F(OwnedServer, EndsAtOnceIfObjectsAreHeld) {
   Create();
   server.Leave();
   EXPECT_TRUE(GoesWithin(50) && !Class());

@@ -1,7 +1,6 @@
-// The simulated object server as a control in the process of its client. Its setting "Demands" says what it
-// insists on, as older controls do: "licence" (with "no key": one that is not to be had), "init", "site",
-// "first" (the site before InitNew), "basic" (calls as Visual Basic makes them) and "thread" (events on
-// another one).
+// The simulated object server as a control in its client's process. Its setting "Demands" has what it
+// requires, as older controls do: "licence" ("no key" if there is none), "init", "site", "first" (the site
+// before InitNew), "basic" (calls as Visual Basic makes them) and "thread" (events on another thread).
 
 #include "simulator/simulation.h"
 
@@ -39,7 +38,7 @@ std::string Setting(const char* name) { return settings.MachineSetting(kSettings
 bool Demands(const char* what) { return Setting("Demands").find(what) != std::string::npos; }
 void Note(const char* what) { settings.SetMachineSetting(kSettings, "Ended", Setting("Ended") + what); }
 
-/// Raises all events but errors on another thread, for whose end it waits; it hands itself over with updates.
+/// Raises all events except errors on another thread and waits for it. Passes itself with updates.
 class Server final : public automation::Published, public std::enable_shared_from_this<Server> {
  public:
   Server() {
@@ -77,7 +76,7 @@ class Server final : public automation::Published, public std::enable_shared_fro
 class Control final : public Adapter<IDispatch, IPersistStreamInit, IOleObject> {
  public:
   Control() : Adapter(std::make_shared<Server>()) {
-    // The threads that raise events are in an apartment that stays. The 32-bit import library lacks the call.
+    // Keeps the apartment of the threads that raise events. The 32-bit import library lacks this call.
     const auto keep =
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ole32"), "CoIncrementMTAUsage"));
     void* cookie = nullptr;
@@ -159,7 +158,7 @@ class Factory final : public Implements<IClassFactory2> {
   }
 };
 
-/// A key of the machine's classes; with a text, that becomes its default value.
+/// A key of the machine's classes; `text` becomes its default value.
 std::wstring Class(const std::wstring& key, const wchar_t* text = nullptr) {
   const std::wstring path = L"Software\\Classes\\" + key;
   if (text) RegSetValueW(HKEY_LOCAL_MACHINE, path.c_str(), REG_SZ, text, 0);

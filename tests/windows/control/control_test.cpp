@@ -16,7 +16,7 @@ using platform::CallKind;
 using platform::LateBoundPtr;
 using platform::Value;
 
-/// A client of the control of control.cpp, which is registered with the system meanwhile.
+/// A client of the control in control.cpp, which is registered meanwhile.
 struct InProcessControl : testing::Test {
   static constexpr const char* kSettings = "SOFTWARE\\Qm5r.TestControl";
   static void Register(const char* how) {
@@ -66,7 +66,7 @@ TEST_F(InProcessControl, GetsWhatItDemands) {
   }
 }
 
-TEST_F(InProcessControl, EventsOfItsThreadsComeInOrderToTheSubscribers) {
+TEST_F(InProcessControl, DeliversEventsOfItsThreadsInOrder) {
   Create("thread");
   auto subscription = control->Advise([this](std::int32_t event, platform::Arguments arguments) {
     heard += std::to_string(event);
@@ -80,14 +80,14 @@ TEST_F(InProcessControl, EventsOfItsThreadsComeInOrderToTheSubscribers) {
   });
   Raise({13, 7, "text"});
   Raise({9});
-  EXPECT_EQ(heard, "") << "in the middle of a call";
+  EXPECT_EQ(heard, "") << "during a call";
   Raise({20, 8});  // on this thread
   EXPECT_EQ(heard, "13 7 text elsewhere LcaObjectServer; 9; 20 8; ");
   Raise({9});
   EXPECT_EQ(Heard(), "13 7 text elsewhere LcaObjectServer; 9; 20 8; 9; ");
   Raise({13, 1, "late"});
   subscription.reset();
-  EXPECT_EQ(Heard(), "") << "after its end";
+  EXPECT_EQ(Heard(), "") << "after the subscription's end";
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace {
 using platform::CallKind;
 using platform::Value;
 
-/// Notes every call and answers with the member's number, or with the error it was given.
+/// Records every call and returns the member's number or throws `failure`.
 class Recording final : public automation::Published {
  public:
   std::optional<std::int32_t> MemberNumber(std::string_view) const override { return 1; }
@@ -37,7 +37,7 @@ class PlugInAdapter : public testing::Test {
   com::ComPtr<ILNSPlugInAPI> adapter_ = MakePlugInAdapter(plug_in_).As<ILNSPlugInAPI>();
 };
 
-/// Every accessor, called through its slot as the description gives it, reaches the member of its name.
+/// Every accessor, called through its described slot, reaches the member of its name.
 TEST_F(PlugInAdapter, EveryMethodReachesItsMember) {
   static constexpr std::array kMembers{
       "SendCommand", "Visible", "networkName", "NetworkInterfaceName", "Remote",           "Height",

@@ -1,4 +1,4 @@
-// What the files that leave the house carry in their resources.
+// The resources of the shipped files.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -28,15 +28,15 @@ class ProgramFile {
     const auto* bytes = static_cast<const char*>(LockResource(LoadResource(module_.get(), found)));
     return {bytes, SizeofResource(module_.get(), found)};
   }
-  /// The oldest Windows that it says it runs on, as 6 and 1.
+  /// The oldest supported Windows, such as 6 and 1.
   std::pair<int, int> Subsystem() const {
-    // The low bits of the handle tell how the file is mapped.
+    // The handle's low bits say how the file is mapped.
     const auto start = reinterpret_cast<std::uintptr_t>(module_.get()) & ~std::uintptr_t{3};
     const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(start);
     const auto* header = reinterpret_cast<const IMAGE_NT_HEADERS*>(start + static_cast<DWORD>(dos->e_lfanew));
     return {header->OptionalHeader.MajorSubsystemVersion, header->OptionalHeader.MinorSubsystemVersion};
   }
-  /// The icon by which Explorer shows a file: the first one.
+  /// The icon that Explorer shows: the first one.
   std::wstring FirstIcon() const {
     std::wstring first;
     EnumResourceNamesW(module_.get(), RT_GROUP_ICON, TakeName, reinterpret_cast<LONG_PTR>(&first));
@@ -54,7 +54,7 @@ class ProgramFile {
   std::unique_ptr<std::remove_pointer_t<HMODULE>, Free> module_;
 };
 
-TEST(ProgramFiles, AllHaveOneVersionAndTheProgramsAskForNoElevation) {
+TEST(ProgramFiles, ShareOneVersionAndNeedNoElevation) {
   std::string first;
   for (const wchar_t* name :
        {L"QM5RFcPirConfigure.exe", L"LnsSimulator.exe", L"director.exe", L"QM5RInstallerActions.dll"}) {
@@ -73,8 +73,7 @@ TEST(ProgramFiles, AllHaveOneVersionAndTheProgramsAskForNoElevation) {
   }
 }
 
-/// A machine key that refuses values, subkeys and its deletion, as to a standard user, for as long as this
-/// lives.
+/// While this lives, a machine key refuses values, subkeys and its deletion, as for a standard user.
 class RefusingKey {
  public:
   explicit RefusingKey(const wchar_t* path, REGSAM view = KEY_WOW64_32KEY) {
@@ -99,7 +98,7 @@ class RefusingKey {
   HKEY key_ = nullptr;
 };
 
-TEST(ProgramFiles, ARefusedRegistrationEndsWithFive) {
+TEST(ProgramFiles, EndWithFiveIfRegistrationIsRefused) {
   const wchar_t* const plug_in = L"SOFTWARE\\LonWorks\\LCA\\Plug-Ins\\Korvell QM5R-FC PIR Configure";
   const auto end_of = [](const wchar_t* arguments) {
     return _wspawnl(_P_WAIT, L"QM5RFcPirConfigure.exe", L"QM5RFcPirConfigure.exe", arguments, nullptr);
@@ -121,17 +120,17 @@ TEST(ProgramFiles, ARefusedRegistrationEndsWithFive) {
   EXPECT_NE(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, plug_in, KEY_WOW64_32KEY, 0), ERROR_SUCCESS) << "it is gone";
 }
 
-TEST(ProgramFiles, ThePlugInIsShownByTheIconOfItsWindowsInEverySize) {
+TEST(ProgramFiles, ShowThePlugInsWindowIconInEverySize) {
   const ProgramFile file(L"QM5RFcPirConfigure.exe");
   EXPECT_EQ(file.FirstIcon(), L"WINDOW");
   const std::string group = file.Resource(L"WINDOW", RT_GROUP_ICON);
   std::vector<int> sizes;
   for (std::size_t entry = 6; entry + 14 <= group.size(); entry += 14)
     sizes.push_back(static_cast<unsigned char>(group[entry]));
-  EXPECT_EQ(sizes, (std::vector{16, 20, 24, 32, 40, 48, 64, 0}));  // 0 stands for 256
+  EXPECT_EQ(sizes, (std::vector{16, 20, 24, 32, 40, 48, 64, 0}));  // 0 means 256
 }
 
-TEST(ProgramFiles, TheContactPageFindsItsPictureBesideIt) {
+TEST(ProgramFiles, HaveTheContactPagesPicture) {
   const ProgramFile file(L"QM5RFcPirConfigure.exe");
   const std::string page = file.Resource(L"ABOUT.HTM", RT_HTML);
   EXPECT_NE(page.find("src=\"WORLDMAP.GIF\""), std::string::npos);

@@ -1,5 +1,5 @@
-// LDRFCAT.exe of the tests: the catalogue of its first argument gets the names of the files in the folder of
-// its second.
+// The tests' LDRFCAT.exe: appends the names of the files in the folder (second argument) to the catalogue
+// (first argument).
 
 #include <filesystem>
 #include <fstream>

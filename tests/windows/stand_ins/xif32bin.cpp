@@ -1,6 +1,6 @@
-// XIF32BIN.exe of the tests: it shows its window, writes the file of its second argument, and says that it
-// has finished until it is closed. XIF32BIN_DOES makes it "fail", "hang" or write "nothing". It writes how it
-// was told to show itself.
+// The tests' XIF32BIN.exe: shows its window, writes the file of its second argument, and shows that it has
+// finished until it is closed. XIF32BIN_DOES makes it "fail", "hang" or write "nothing". The file contains
+// the show command that it got.
 
 #include <windows.h>
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(Program, KnowsItsFile) {
+TEST(Program, ReadsItsFile) {
   const windows::WindowsProgram program;
   EXPECT_EQ(program.ExecutableName(), "windows_system_tests");
   EXPECT_NE(program.Directory().back(), '\\');
@@ -19,7 +19,7 @@ TEST(Program, KnowsItsFile) {
       << "it has no resources";
 }
 
-TEST(Shell, TellsHowAProgramHasEnded) {
+TEST(Shell, ReportsWhetherAProgramSucceeded) {
   for (const char* code : {"0", "3"}) {
     const auto started = windows::WindowsShell().Start("cmd", std::string("/c exit ") + code,
                                                        platform::Shell::Show::MinimizedWithoutFocus);
@@ -28,7 +28,7 @@ TEST(Shell, TellsHowAProgramHasEnded) {
   }
 }
 
-TEST(ObjectServerSource, TheMachineNamesTheObjectServer) {
+TEST(ObjectServerSource, ReadsTheNameFromTheRegistry) {
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "test");
   constexpr const char* kKey = "SOFTWARE\\LonWorks\\LCA";

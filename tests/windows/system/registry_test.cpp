@@ -13,8 +13,8 @@ TEST(Registry, Contract) {
   RegistryContract(registry).Run();
 }
 
-/// Other programs look at the same key in the view of 32-bit programs.
-TEST(Registry, SharesTextsWithOtherProgramsAndNoOtherType) {
+/// Other programs use the same key in the 32-bit view.
+TEST(Registry, SharesOnlyTextsWithOtherPrograms) {
   constexpr const char* kKey = "SOFTWARE\\QM5R Registry Test";
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "test");
@@ -27,7 +27,7 @@ TEST(Registry, SharesTextsWithOtherProgramsAndNoOtherType) {
   RegQueryValueExW(key, L"text", nullptr, &type, reinterpret_cast<BYTE*>(text), &size);
   EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
   EXPECT_STREQ(text, L"3\u00AE0");
-  EXPECT_EQ(size, 3 * sizeof(wchar_t)) << "the characters alone, without a terminating NUL";
+  EXPECT_EQ(size, 3 * sizeof(wchar_t)) << "no terminating NUL";
   const DWORD number = 7;
   RegSetValueExW(key, L"number", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
   RegSetValueExW(key, L"expand", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE*>(L"%PATH%"), 14);

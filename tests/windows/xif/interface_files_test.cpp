@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 constexpr const char *kKey = "SOFTWARE\\LonWorks", *kPath = "LonWorks Path", *kId = "8000D3550004041D";
 HWND other_window = nullptr;
-std::string seen;  // the dialogs that came up, and whether the program's other window could be used then
+std::string seen;  // the dialogs shown, and whether the program's other window was enabled
 bool cancels = false;
 
 void CALLBACK PlayUser(HWND, UINT, UINT_PTR, DWORD) {
@@ -27,7 +27,7 @@ void CALLBACK PlayUser(HWND, UINT, UINT_PTR, DWORD) {
   const HWND failure = FindWindowW(L"#32770", L"Cannot Export Database");
   if (!IsWindowVisible(dialog) && !IsWindowVisible(failure)) return;
   seen += std::string(failure ? "failure" : "dialog") + (IsWindowEnabled(other_window) ? " beside " : " ");
-  if (dialog) SetDlgItemTextW(dialog, cmb13, L"A b.xif");  // in the folder where the dialog opened
+  if (dialog) SetDlgItemTextW(dialog, cmb13, L"A b.xif");  // in the dialog's folder
   SendMessageW(failure ? failure : dialog, WM_COMMAND, cancels ? IDCANCEL : IDOK, 0);
 }
 
@@ -36,15 +36,15 @@ struct QuickShell : windows::WindowsShell {
   bool quick = true;
 };
 
-TEST(InterfaceFiles, TheUserLocatesAFileAndTheConverterMakesItsBinaryForm) {
+TEST(InterfaceFiles, AskTheUserForAFileAndConvertIt) {
   const fs::path lonworks = L"C:\\QM5R LonWorks";
-  // A folder of its own for each run, since the dialog remembers where a file was chosen last.
+  // A new folder for each run, as the dialog remembers the last one.
   const fs::path folder = lonworks / (L"\u00C4\u03A9 " + std::to_wstring(GetCurrentProcessId())),
                  xif = folder / "A b.xif";
   std::error_code none_there;
   fs::remove_all(lonworks, none_there);
   for (const fs::path& made : {lonworks / "bin", folder}) fs::create_directories(made);
-  // The second one is what a path without quotation marks would start.
+  // A path without quotation marks would start the second one.
   for (const fs::path& copy : {lonworks / "bin\\XIF32BIN.exe", fs::path("C:\\QM5R.exe")})
     fs::copy_file("XIF32BIN.exe", copy, fs::copy_options::overwrite_existing);
   std::ofstream(xif) << "File\n\n\n\n80:00:D3:55:00:04:04:1D\n";
