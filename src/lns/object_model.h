@@ -1,12 +1,16 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <concepts>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include "automation/convert.h"
+#include "lns/members.h"
 #include "platform/late_bound.h"
 
 /// The object server's objects, one class for each role, over late-bound objects. An instance is a reference
@@ -25,20 +29,41 @@ class Object {
   const platform::LateBoundPtr& reference() const { return object_; }
   friend bool operator==(const Object&, const Object&) = default;
 
-  std::string Name() const;
-  std::int32_t ClassId() const;
+  std::string Name() const { return Get<std::string>(members::kName); }
+  std::int32_t ClassId() const { return Get<std::int32_t>(members::kClassId); }
   /// The object through which this one was reached.
-  Object Parent() const;
+  Object Parent() const { return Get<Object>(members::kParent); }
 
  protected:
-  platform::Value Get(const platform::Member& member) const;
-  platform::LateBoundPtr GetObject(const platform::Member& member) const;
+  /// A property as a text, number, flag, or one of the objects below.
+  template <class T>
+  T Get(const platform::Member& member) const {
+    return As<T>(Invoke(member, platform::CallKind::Get));
+  }
   void Put(const platform::Member& member, platform::Value value) const;
-  platform::Value Call(const platform::Member& member, platform::Arguments arguments = {}) const;
+  template <class T = void, class... Values>
+  T Call(const platform::Member& member, const Values&... values) const {
+    const std::array<platform::Value, sizeof...(Values)> arguments{values...};
+    if constexpr (std::is_void_v<T>)
+      Invoke(member, platform::CallKind::Method, arguments);
+    else
+      return As<T>(Invoke(member, platform::CallKind::Method, arguments));
+  }
   /// The caller holds it: calls that arrive during its own may drop the last reference to the object.
   platform::LateBoundPtr Target() const;
   platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
                          platform::Arguments arguments = {}) const;
+  template <class T>
+  static T As(const platform::Value& value) {
+    if constexpr (std::same_as<T, std::string>)
+      return automation::ToText(value);
+    else if constexpr (std::same_as<T, std::int32_t>)
+      return automation::ToInteger(value);
+    else if constexpr (std::same_as<T, bool>)
+      return automation::ToBoolean(value);
+    else
+      return T(automation::ToObject(value));
+  }
 
  private:
   platform::LateBoundPtr object_;
@@ -51,12 +76,14 @@ class Collection;
 class CollectionBase : public Object {
  public:
   using Object::Object;
-  std::int32_t Count() const;
-  void Remove(std::int32_t ordinal) const;
-  void Remove(const std::string& name) const;
+  std::int32_t Count() const { return Get<std::int32_t>(members::kCount); }
+  void Remove(std::int32_t ordinal) const { Call(members::kRemove, ordinal); }
+  void Remove(const std::string& name) const { Call(members::kRemove, name); }
 
  protected:
-  platform::LateBoundPtr ItemAt(platform::Value key) const;
+  platform::LateBoundPtr ItemAt(platform::Value key) const {
+    return As<platform::LateBoundPtr>(Invoke(members::kItem, platform::CallKind::GetOrMethod, {&key, 1}));
+  }
 };
 
 template <class T>
@@ -102,17 +129,17 @@ class NetworkInterface : public Object {
 class ComponentApp : public Object {
  public:
   using Object::Object;
-  std::int32_t CommandId() const;
-  void SetCommandId(std::int32_t command) const;
+  std::int32_t CommandId() const { return Get<std::int32_t>(members::kCommandId); }
+  void SetCommandId(std::int32_t command) const { Put(members::kCommandId, command); }
   /// The class of the objects that the command works on.
-  std::int32_t ComponentClassId() const;
-  bool DefaultAppFlag() const;
-  void SetDefaultAppFlag(bool is_default) const;
-  void SetDescription(const std::string& description) const;
+  std::int32_t ComponentClassId() const { return Get<std::int32_t>(members::kComponentClassId); }
+  bool DefaultAppFlag() const { return Get<bool>(members::kDefaultAppFlag); }
+  void SetDefaultAppFlag(bool is_default) const { Put(members::kDefaultAppFlag, is_default); }
+  void SetDescription(const std::string& description) const { Put(members::kDescription, description); }
   /// The ProgID of the plug-in's automation class.
-  std::string RegisteredServer() const;
-  std::string VersionNumber() const;
-  void SetVersionNumber(const std::string& version) const;
+  std::string RegisteredServer() const { return Get<std::string>(members::kRegisteredServer); }
+  std::string VersionNumber() const { return Get<std::string>(members::kVersionNumber); }
+  void SetVersionNumber(const std::string& version) const { Put(members::kVersionNumber, version); }
 };
 
 class ComponentApps : public Collection<ComponentApp> {
@@ -120,138 +147,160 @@ class ComponentApps : public Collection<ComponentApp> {
   using Collection::Collection;
   /// The result may refer to nothing.
   ComponentApp Add(const std::string& name, const std::string& registered_server,
-                   std::int32_t class_id) const;
+                   std::int32_t class_id) const {
+    return Call<ComponentApp>(members::kAdd, name, registered_server, class_id);
+  }
 };
 
 class NetworkVariable : public Object {
  public:
   using Object::Object;
-  void SetAccessOption(std::int32_t option) const;
-  std::string FormatType() const;
-  void SetFormatType(const std::string& format) const;
+  void SetAccessOption(std::int32_t option) const { Put(members::kSourceOptions, option); }
+  std::string FormatType() const { return Get<std::string>(members::kDsFormatType); }
+  void SetFormatType(const std::string& format) const { Put(members::kDsFormatType, format); }
   /// Polls the device and renders the value in the current format.
-  std::string Value() const;
+  std::string Value() const { return Get<std::string>(members::kValue); }
   /// Parses the text in the current format and sends the value to the device.
-  void SetValue(const std::string& text) const;
+  void SetValue(const std::string& text) const { Put(members::kValue, text); }
 };
 
 class LonMarkObject : public Object {
  public:
   using Object::Object;
   /// The scope of the resource file that defines the object, from 0 (standard) to 6 (one model of one maker).
-  std::int32_t Mode() const;
-  void SetMode(std::int32_t scope) const;
-  lns::ComponentApps ComponentApps() const;
+  std::int32_t Mode() const { return Get<std::int32_t>(members::kMode); }
+  void SetMode(std::int32_t scope) const { Put(members::kMode, scope); }
+  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
 };
 
 class Interface : public Object {
  public:
   using Object::Object;
-  Collection<NetworkVariable> NetworkVariables() const;
-  Collection<LonMarkObject> LonMarkObjects() const;
+  Collection<NetworkVariable> NetworkVariables() const {
+    return Get<Collection<NetworkVariable>>(members::kNetworkVariables);
+  }
+  Collection<LonMarkObject> LonMarkObjects() const {
+    return Get<Collection<LonMarkObject>>(members::kLonMarkObjects);
+  }
   /// Copies the device's configuration to the network database.
-  void UploadConfigProperties() const;
+  void UploadConfigProperties() const { Call(members::kUploadConfigProperties, members::kAllProperties); }
   /// Copies the network database's configuration to the device.
-  void DownloadConfigProperties() const;
+  void DownloadConfigProperties() const { Call(members::kDownloadConfigProperties, members::kAllProperties); }
 };
 
 class DeviceTemplate : public Object {
  public:
   using Object::Object;
-  std::string ProgramId() const;
+  std::string ProgramId() const { return Get<std::string>(members::kProgramId); }
   /// The interface of the devices of this type; its variables have no values.
-  lns::Interface Interface() const;
-  lns::ComponentApps ComponentApps() const;
+  lns::Interface Interface() const { return Get<lns::Interface>(members::kInterface); }
+  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
   /// Takes the interface from an external interface file, in text or binary form. The object server must
   /// reach it.
-  void Import(const std::string& path) const;
+  void Import(const std::string& path) const { Call(members::kImport, path); }
 };
 
 class DeviceTemplates : public Collection<DeviceTemplate> {
  public:
   using Collection::Collection;
-  DeviceTemplate Add(const std::string& name) const;
+  DeviceTemplate Add(const std::string& name) const { return Call<DeviceTemplate>(members::kAdd, name); }
 };
 
 class TemplateLibrary : public Object {
  public:
   using Object::Object;
-  lns::DeviceTemplates DeviceTemplates() const;
+  lns::DeviceTemplates DeviceTemplates() const {
+    return Get<lns::DeviceTemplates>(members::kDeviceTemplates);
+  }
 };
 
 class AppDevice : public Object {
  public:
   using Object::Object;
-  lns::DeviceTemplate DeviceTemplate() const;
-  lns::Interface Interface() const;
-  std::int32_t AttachmentStatus() const;
-  bool HasBeenCommissioned() const;
+  lns::DeviceTemplate DeviceTemplate() const { return Get<lns::DeviceTemplate>(members::kDeviceTemplate); }
+  lns::Interface Interface() const { return Get<lns::Interface>(members::kInterface); }
+  std::int32_t AttachmentStatus() const { return Get<std::int32_t>(members::kAttachmentStatus); }
+  bool HasBeenCommissioned() const { return Get<bool>(members::kHasBeenCommissioned); }
   /// Asks the device; members::kTestGood if it answers correctly.
-  std::int32_t Test() const;
-  std::int32_t State() const;
-  std::string ProgramId() const;
-  std::string NeuronId() const;
+  std::int32_t Test() const { return Call<std::int32_t>(members::kTest); }
+  std::int32_t State() const { return Get<std::int32_t>(members::kState); }
+  std::string ProgramId() const { return Get<std::string>(members::kProgramId); }
+  std::string NeuronId() const { return Get<std::string>(members::kNeuronId); }
 };
 
 class Subsystem : public Object {
  public:
   using Object::Object;
-  Collection<Subsystem> Subsystems() const;
-  Collection<AppDevice> AppDevices() const;
+  Collection<Subsystem> Subsystems() const { return Get<Collection<Subsystem>>(members::kSubsystems); }
+  Collection<AppDevice> AppDevices() const { return Get<Collection<AppDevice>>(members::kAppDevices); }
 };
 
 class NetworkServiceDevice : public Object {
  public:
   using Object::Object;
   /// Nothing in engineered mode.
-  lns::NetworkInterface NetworkInterface() const;
-  void SetNetworkInterface(const lns::NetworkInterface& network_interface) const;
+  lns::NetworkInterface NetworkInterface() const {
+    return Get<lns::NetworkInterface>(members::kNetworkInterface);
+  }
+  void SetNetworkInterface(const lns::NetworkInterface& network_interface) const {
+    Put(members::kNetworkInterface, network_interface.reference());
+  }
 };
 
 class System : public Object {
  public:
   using Object::Object;
-  void Open() const;
-  void Close() const;
-  bool IsOpen() const;
-  Collection<Subsystem> Subsystems() const;
-  lns::NetworkServiceDevice NetworkServiceDevice() const;
-  lns::TemplateLibrary TemplateLibrary() const;
-  lns::ComponentApps ComponentApps() const;
-  std::string LdrfCatalogPath() const;
-  void SetDsPause(bool paused) const;
-  void SetDsMode(std::int32_t mode) const;
-  void BeginNssIdleEvent(std::int32_t milliseconds) const;
+  void Open() const { Call(members::kOpen); }
+  void Close() const { Call(members::kClose); }
+  bool IsOpen() const { return Get<bool>(members::kIsOpen); }
+  Collection<Subsystem> Subsystems() const { return Get<Collection<Subsystem>>(members::kSubsystems); }
+  lns::NetworkServiceDevice NetworkServiceDevice() const {
+    return Get<lns::NetworkServiceDevice>(members::kNetworkServiceDevice);
+  }
+  lns::TemplateLibrary TemplateLibrary() const {
+    return Get<lns::TemplateLibrary>(members::kTemplateLibrary);
+  }
+  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
+  std::string LdrfCatalogPath() const { return Get<std::string>(members::kLdrfCatalogPath); }
+  void SetDsPause(bool paused) const { Put(members::kDsPause, paused); }
+  void SetDsMode(std::int32_t mode) const { Put(members::kDsMode, mode); }
+  void BeginNssIdleEvent(std::int32_t milliseconds) const { Call(members::kBeginNssIdleEvent, milliseconds); }
 };
 
 class Network : public Object {
  public:
   using Object::Object;
-  void Open() const;
-  void Close() const;
-  bool IsOpen() const;
-  Collection<System> Systems() const;
+  void Open() const { Call(members::kOpen); }
+  void Close() const { Call(members::kClose); }
+  bool IsOpen() const { return Get<bool>(members::kIsOpen); }
+  Collection<System> Systems() const { return Get<Collection<System>>(members::kSystems); }
 };
 
 class ObjectServer : public Object {
  public:
   using Object::Object;
-  void Open() const;
-  void Close() const;
-  bool IsOpen() const;
+  void Open() const { Call(members::kServerOpen); }
+  void Close() const { Call(members::kServerClose); }
+  bool IsOpen() const { return Get<bool>(members::kServerIsOpen); }
   /// Its process or the connection to it has ended: none of its objects will answer again.
   bool IsLost() const;
-  bool RemoteFlag() const;
-  void SetRemoteFlag(bool remote) const;
-  std::int32_t Flags() const;
-  void SetFlags(std::int32_t flags) const;
-  void SetOpenOption(bool value) const;
-  Collection<Network> Networks() const;
-  lns::ComponentApps ComponentApps() const;
-  Collection<NetworkInterface> NetworkInterfaces() const;
+  bool RemoteFlag() const { return Get<bool>(members::kRemoteFlag); }
+  void SetRemoteFlag(bool remote) const { Put(members::kRemoteFlag, remote); }
+  std::int32_t Flags() const { return Get<std::int32_t>(members::kFlags); }
+  void SetFlags(std::int32_t flags) const { Put(members::kFlags, flags); }
+  void SetOpenOption(bool value) const { Put(members::kOpenOption, value); }
+  Collection<Network> Networks() const { return Get<Collection<Network>>(members::kNetworks); }
+  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
+  Collection<NetworkInterface> NetworkInterfaces() const {
+    return Get<Collection<NetworkInterface>>(members::kNetworkInterfaces);
+  }
   /// Newer object servers may not know it; they list all interfaces in NetworkInterfaces.
-  Collection<NetworkInterface> RemoteNetworkInterfaces() const;
-  void SetActiveRemoteNI(const NetworkInterface& network_interface) const;
+  Collection<NetworkInterface> RemoteNetworkInterfaces() const {
+    return Get<Collection<NetworkInterface>>(members::kRemoteNetworkInterfaces);
+  }
+  void SetActiveRemoteNI(const NetworkInterface& network_interface) const {
+    Put(members::kActiveRemoteNI, network_interface.reference());
+  }
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;
 };
 
