@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/error.h"
 #include "text/strings.h"
 
 namespace headless {

@@ -1,6 +1,5 @@
 #include "headless/forwarding_object.h"
 
-#include <utility>
 #include <vector>
 
 namespace headless {

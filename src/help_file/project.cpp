@@ -7,7 +7,6 @@
 #include <tuple>
 #include <utility>
 
-#include "help_file/source.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 

@@ -1,6 +1,5 @@
 #include "lns/object_model.h"
 
-#include <algorithm>
 #include <iterator>
 
 namespace lns {

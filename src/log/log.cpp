@@ -1,8 +1,6 @@
 #include "log/log.h"
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 #include "platform/failures.h"
 #include "startup/help_topics.h"

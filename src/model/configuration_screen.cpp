@@ -1,7 +1,6 @@
 #include "model/configuration_screen.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
 #include "model/catalogue.h"

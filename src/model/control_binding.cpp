@@ -1,6 +1,5 @@
 #include "model/control_binding.h"
 
-#include <string>
 #include <utility>
 
 #include "model/catalogue.h"

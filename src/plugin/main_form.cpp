@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "model/configuration_screen.h"
 #include "platform/failures.h"
 #include "plugin/contact_page.h"
 #include "session/session.h"

@@ -1,6 +1,5 @@
 #include "registration/command_removal.h"
 
-#include <functional>
 #include <string>
 
 #include "lns/members.h"

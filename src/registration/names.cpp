@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <string>
 
 #include "platform/failures.h"
 #include "text/numbers.h"

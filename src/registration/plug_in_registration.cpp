@@ -1,7 +1,6 @@
 #include "registration/plug_in_registration.h"
 
 #include <array>
-#include <string>
 
 #include "platform/failures.h"
 #include "registration/names.h"

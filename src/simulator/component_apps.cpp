@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "simulator/errors.h"
-#include "simulator/object.h"
 
 namespace simulator {
 

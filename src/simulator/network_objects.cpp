@@ -6,7 +6,6 @@
 #include "simulator/device_objects.h"
 #include "simulator/errors.h"
 #include "simulator/files.h"
-#include "simulator/object.h"
 #include "simulator/template_objects.h"
 
 namespace simulator {

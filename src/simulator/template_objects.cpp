@@ -4,7 +4,6 @@
 
 #include "simulator/component_apps.h"
 #include "simulator/errors.h"
-#include "simulator/object.h"
 #include "simulator/thermostat.h"
 
 namespace simulator {

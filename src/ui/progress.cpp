@@ -1,7 +1,5 @@
 #include "ui/progress.h"
 
-#include <utility>
-
 #include "platform/error.h"
 #include "platform/failures.h"
 

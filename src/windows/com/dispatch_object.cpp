@@ -1,14 +1,11 @@
 #include "windows/com/dispatch_object.h"
 
-#include <windows.h>
-
 #include <ocidl.h>
 #include <olectl.h>
 
 #include "windows/com/events.h"
 #include "windows/com/failure.h"
 #include "windows/com/hosted_control.h"
-#include "windows/com/owners.h"
 #include "windows/com/variant_conversion.h"
 #include "windows/com/wide_text.h"
 

@@ -3,8 +3,6 @@
 #include <array>
 #include <charconv>
 
-#include "windows/com/owners.h"
-
 namespace windows::com {
 namespace {
 

@@ -1,6 +1,5 @@
 #include "windows/com/hosted_control.h"
 
-#include <ocidl.h>
 #include <olectl.h>
 
 namespace windows::com {

@@ -3,7 +3,6 @@
 #include <oleauto.h>
 
 #include <array>
-#include <optional>
 #include <string_view>
 #include <utility>
 

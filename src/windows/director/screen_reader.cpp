@@ -1,7 +1,5 @@
 #include "windows/director/screen_reader.h"
 
-#include <windows.h>
-
 #include <commctrl.h>
 
 #include <algorithm>

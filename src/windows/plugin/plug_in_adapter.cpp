@@ -8,7 +8,6 @@
 #include "automation/convert.h"
 #include "windows/com/adapter.h"
 #include "windows/com/failure.h"
-#include "windows/com/owners.h"
 #include "windows/com/registration.h"
 
 namespace windows {

@@ -1,7 +1,5 @@
 #include "windows/ui/animation_window.h"
 
-#include <windows.h>
-
 #include <commctrl.h>
 
 #include "windows/com/wide_text.h"

@@ -1,7 +1,5 @@
 #include "windows/ui/dialogs.h"
 
-#include <windows.h>
-
 #include <commdlg.h>
 
 #include <array>

@@ -2,10 +2,6 @@
 
 #include <exdispid.h>
 
-#include <utility>
-
-#include "windows/com/owners.h"
-
 namespace windows {
 
 using com::None;

@@ -1,7 +1,5 @@
 #include "windows/ui/native_peer.h"
 
-#include <windows.h>
-
 #include <unordered_map>
 
 #include "platform/error.h"

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/theme.h"
 
 namespace windows {
 namespace {

@@ -1,7 +1,5 @@
 #include "windows/ui/surface.h"
 
-#include <windows.h>
-
 #include <commctrl.h>
 
 #include <algorithm>

@@ -12,7 +12,6 @@
 #include "platform/failures.h"
 #include "windows/ui/form_shell.h"
 #include "windows/ui/native_peer.h"
-#include "windows/ui/theme.h"
 
 namespace windows {
 namespace {
