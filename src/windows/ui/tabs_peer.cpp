@@ -39,8 +39,8 @@ TabsPeer::~TabsPeer() = default;
 
 void TabsPeer::Rescale() {
   // The padding has no effect before the control hears of its font.
-  Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(10), theme().Scaled(4)));
-  OwnedImages images = DrawPictures(kImages, theme().Scaled(10));
+  Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(5), theme().Scaled(4)));
+  OwnedImages images = DrawPictures(kImages, theme().Scaled(8));
   Send(TCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
   images_ = std::move(images);  // only now nobody shows the former one
   NativePeer::Rescale();

@@ -189,10 +189,9 @@ void TextFieldPeer::OfferMenu(LPARAM where) {
   if (field().on_put_back) items.insert(items.end(), {{}, {kPutBack, field().CanBePutBack()}});
   const auto chosen = ChooseFromMenu(handle(), where, items);
   if (!chosen || !alive()) return;
-  if (*chosen < kMessages.size())
-    Send(kMessages[*chosen], 0, -1);
-  else
-    field().UserPutsBack();
+  if (*chosen < kMessages.size()) return static_cast<void>(Send(kMessages[*chosen], 0, -1));
+  field().UserPutsBack();
+  if (alive()) Prepare();
 }
 
 }  // namespace windows

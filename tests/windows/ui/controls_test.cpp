@@ -181,7 +181,7 @@ TEST_F(Controls, ScreenReadersAreToldWhichFieldItIs) {
     form.screen.txtNvi(0)->SetToolTip(tip);
     BSTR description = nullptr;
     field->get_accDescription(self, &description);
-    if (!wine) EXPECT_STREQ(description, windows::ToWide(tip).c_str());
+    EXPECT_TRUE(wine || (description && windows::ToWide(tip) == description)) << tip;
     SysFreeString(description);
   }
 }
