@@ -188,7 +188,8 @@ void TextFieldPeer::OfferMenu(LPARAM where) {
   constexpr std::array<UINT, 8> kMessages = {WM_UNDO, 0, WM_CUT, WM_COPY, WM_PASTE, WM_CLEAR, 0, EM_SETSEL};
   if (field().on_put_back) items.insert(items.end(), {{}, {kPutBack, field().CanBePutBack()}});
   const auto chosen = ChooseFromMenu(handle(), where, items);
-  if (!chosen || !alive()) return;
+  // What was offered may not hold any more.
+  if (!chosen || !alive() || editable == field().Locked()) return;
   if (*chosen < kMessages.size()) return static_cast<void>(Send(kMessages[*chosen], 0, -1));
   field().UserPutsBack();
   if (alive()) Prepare();
