@@ -120,7 +120,7 @@ void OpenDevice::PutBack(const CNvCtrlTable& binding) {
   // A field of a point that was never read has no value to go back to but none.
   binding.TheControl->SetText(platform::ValueOr(std::string(), [&] { return binding.Value(); }));
   context_.pending.Unmark(*binding.TheControl);
-  // The focus may stand in the field: an entry that is refused later goes back to this.
+  // If the field has the focus, an entry that is refused later goes back to this.
   context_.pending.Keep(*binding.TheControl);
 }
 

@@ -158,8 +158,8 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   void Cancel();
   /// The same for one field.
   void PutBack(const ui::Control& field);
-  /// "changed, was 21": of a marked field what it would show of what the device is known to hold, if that is
-  /// known in the units in force. Empty for an unmarked field.
+  /// "changed, was 21": what a marked field would show of the value that the device is known to hold.
+  /// Without the value if that is not known in the units in force; empty for an unmarked field.
   std::string ChangeOf(const ui::Control& field) const;
 
   /// Log an operation, or a message as activity::fLog takes it; the rows of one device stand behind a row

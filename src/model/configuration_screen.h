@@ -66,8 +66,8 @@ class ConfigurationScreen {
 };
 
 /// Explains each field in its tooltip: what it means and, where it takes a number, the range in these display
-/// units (0 Celsius, 1 Fahrenheit) with the unit that the screen shows. Below it stands what `note` tells of
-/// the field now, if anything.
+/// units (0 Celsius, 1 Fahrenheit) with the unit that the screen shows. The note about the field, if
+/// any, follows on its own line.
 void ShowFieldTips(ConfigurationScreen& screen, int display_units,
                    const std::function<std::string(const ui::Control&)>& note);
 

@@ -69,7 +69,7 @@ class CNvCpTable {
 
   /// The fields that the device is known to hold, the last ones read or written.
   const std::vector<std::string>& KnownFields() const { return known_fields_; }
-  /// Puts one of them back. Without any other change the point is unchanged then.
+  /// Puts one of them back. If it was the only change, this clears the changed flag.
   void DropChange(std::size_t field);
 
  private:

@@ -27,8 +27,8 @@ class Field : public Control {
   std::function<void()> on_change;
   /// A key went down: virtual key code and KeyState bits. True when the key has been dealt with.
   std::function<bool(int key, int state)> on_key_down;
-  /// The user puts this field back from its menu, which offers it while it can be. Without a handler the menu
-  /// has no such entry.
+  /// The user resets this field from its menu. The entry is enabled while can_put_back is true; without a
+  /// handler there is none.
   std::function<void()> on_put_back;
   std::function<bool()> can_put_back;
   bool CanBePutBack() const { return can_put_back && can_put_back(); }

@@ -71,7 +71,7 @@ constexpr Layer kList[] = {
     {kGrey, Sheet}, {kWhite, Paper}, {kGrey, Lines}, {kGreen, GreenBullets}, {kRed, RedBullet}};
 constexpr Layer kGreenMark[] = {{kGreen, Mark}, {kWhite, Tick}};
 constexpr Layer kRedMark[] = {{kRed, Mark}, {kWhite, Cross}};
-// The rim is seen on dark backgrounds.
+// The rim shows on dark backgrounds.
 constexpr Layer kEdit[] = {{kWhite, Rim}, {kRed, Dot}};
 
 std::span<const Layer> LayersOf(Picture picture) {
@@ -121,8 +121,8 @@ OwnedIcon DrawPicture(Picture picture, int size) {
   info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   void* bits = nullptr;
   const OwnedBitmap colors(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  // Rows of a mask are whole words; all zero shows the colours everywhere. Colours that are all transparent
-  // count as opaque: there the mask says it.
+  // Rows of a mask are whole words; all zero shows the colours everywhere. If all colours are
+  // transparent, Windows takes them for opaque and only the mask hides them.
   const std::vector<BYTE> hidden(static_cast<std::size_t>((size + 15) / 16 * 2 * size),
                                  picture == Picture::Blank ? 0xFF : 0);
   const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, hidden.data()));

@@ -13,7 +13,7 @@ enum class Picture { Help, List, GreenMark, RedMark, Edit, Blank };
 
 /// The size is the edge of the square, in pixels.
 OwnedIcon DrawPicture(Picture picture, int size);
-/// The same in a list, in this order.
+/// An image list of these pictures, in this order.
 OwnedImages DrawPictures(std::span<const Picture> pictures, int size);
 
 /// A bitmap on the window's background, which shows through where the bitmap is transparent. A program

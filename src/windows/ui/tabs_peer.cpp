@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kPageColor = COLOR_WINDOW;
 
-// Tabs without a mark keep its room, so that none moves when a mark comes.
+// A tab without a mark has a blank image, so that tabs do not move when a mark appears.
 constexpr std::array kImages = {Picture::Blank, Picture::Edit};
 
 }  // namespace

@@ -171,7 +171,7 @@ std::pair<DWORD, DWORD> TextFieldPeer::Selection() const {
   return {start, end};
 }
 
-/// The system's own menu takes no other entries.
+/// The system's own menu cannot be extended.
 void TextFieldPeer::OfferMenu(LPARAM where) {
   const auto [start, end] = Selection();
   const bool editable = !field().Locked(), selected = start != end;
@@ -188,7 +188,7 @@ void TextFieldPeer::OfferMenu(LPARAM where) {
   constexpr std::array<UINT, 8> kMessages = {WM_UNDO, 0, WM_CUT, WM_COPY, WM_PASTE, WM_CLEAR, 0, EM_SETSEL};
   if (field().on_put_back) items.insert(items.end(), {{}, {kPutBack, field().CanBePutBack()}});
   const auto chosen = ChooseFromMenu(handle(), where, items);
-  // What was offered may not hold any more.
+  // The field may have been locked while the menu was open.
   if (!chosen || !alive() || editable == field().Locked()) return;
   if (*chosen < kMessages.size()) return static_cast<void>(Send(kMessages[*chosen], 0, -1));
   field().UserPutsBack();
