@@ -105,6 +105,7 @@ class Walk : Chance, World, User {
     if (what < 20) return Press(main.cmdApply, [this] { step_.wanted = step_.applied = known_.edits; });
     if (what < 21) return EnterInList();
     if (what < 23) return UseList();
+    if (what < 24) return PutBack();
     Type();
   }
 
@@ -149,6 +150,14 @@ class Walk : Chance, World, User {
       Below(2) ? Key(list, 40) : list.on_drop_down();
       if (!list.Locked() && Below(3)) list.UserChooses(OneOf(list.Items()));
     });
+  }
+  void PutBack() {
+    ui::Field& field =
+        Below(2) ? static_cast<ui::Field&>(Field(OneOf(fields_))) : *OneOf(main.screen.EditableFields());
+    if (!Reach(field, "put back") || !field.CanBePutBack()) return;
+    field.UserPutsBack();
+    known_.edits.erase(&field);
+    kept_ = {field.Text(), false};
   }
   template <class Button, class Note>
   void Press(Button& button, Note note_at_rest) {

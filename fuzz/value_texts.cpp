@@ -75,6 +75,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   expected.at(index) = point.NvAsArray.at(index);
   EXPECT_THAT(point.NvAsArray == expected);
   EXPECT_THAT(expected[index] == entered || text::ParseNumber(expected[index]) == text::ParseNumber(entered));
-  point.DropChanges();
+  binding.DropChange();
   return 0;
 }

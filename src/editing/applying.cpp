@@ -104,14 +104,33 @@ void OpenDevice::UnmarkWritten(const model::CNvCpTable& point) {
 }
 
 void OpenDevice::Cancel() {
-  for (std::size_t i = 0; i < points_.size(); ++i) points_[i].DropChanges();
-  for (const CNvCtrlTable& binding : bindings_) {
-    if (!HoldsEdit(binding)) continue;
-    // A field of a point that was never read has no value to go back to but none.
-    binding.TheControl->SetText(platform::ValueOr(std::string(), [&] { return binding.Value(); }));
-    context_.pending.Unmark(*binding.TheControl);
-  }
+  for (const CNvCtrlTable& binding : bindings_) PutBack(binding);
   context_.pending.Lower();
+}
+
+void OpenDevice::PutBack(const ui::Control& field) {
+  for (const CNvCtrlTable& binding : bindings_)
+    if (binding.TheControl == &field) PutBack(binding);
+  if (context_.pending.Count() == 0) context_.pending.Lower();
+}
+
+void OpenDevice::PutBack(const CNvCtrlTable& binding) {
+  binding.DropChange();
+  if (!HoldsEdit(binding)) return;
+  // A field of a point that was never read has no value to go back to but none.
+  binding.TheControl->SetText(platform::ValueOr(std::string(), [&] { return binding.Value(); }));
+  context_.pending.Unmark(*binding.TheControl);
+  // If the field has the focus, an entry that is refused later goes back to this.
+  context_.pending.Keep(*binding.TheControl);
+}
+
+std::string OpenDevice::ChangeOf(const ui::Control& field) const {
+  if (!PendingEdits::IsMarked(field)) return {};
+  std::string known;
+  for (const CNvCtrlTable& binding : bindings_)
+    if (binding.TheControl == &field && binding.NvCpTable->IsReadIn(context_.DisplayUnits))
+      known = platform::ValueOr(std::string(), [&] { return binding.KnownValue(); });
+  return known.empty() ? "changed" : "changed, was " + known;
 }
 
 }  // namespace editing

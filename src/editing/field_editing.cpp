@@ -28,8 +28,13 @@ double StepFor(int state) {
 }  // namespace
 
 FieldEditing::FieldEditing(model::ConfigurationScreen& screen, PendingEdits& pending,
-                           const std::shared_ptr<OpenDevice>& device, std::function<void()> apply)
-    : screen_(screen), pending_(pending), device_(device), apply_(std::move(apply)) {
+                           const std::shared_ptr<OpenDevice>& device, std::function<void()> apply,
+                           std::function<bool()> is_busy)
+    : screen_(screen),
+      pending_(pending),
+      device_(device),
+      apply_(std::move(apply)),
+      is_busy_(std::move(is_busy)) {
   for (int index = 0; index < model::ConfigurationScreen::kTextFieldCount; ++index)
     if (ui::TextField* field = screen_.txtNvi(index)) Connect(index, *field);
   for (int index = 0; index < model::kChoiceListCount; ++index) Connect(*screen_.cbNvi(index));
@@ -49,6 +54,14 @@ void FieldEditing::Connect(int index, ui::TextField& field) {
     if (!field.Locked()) pending_.Mark(field);
   };
   field.on_validate = [this, &field] { Validate(field); };
+  OfferPutBack(field);
+}
+
+void FieldEditing::OfferPutBack(ui::Field& field) {
+  field.can_put_back = [this, &field] {
+    return !is_busy_() && !field.Locked() && PendingEdits::IsMarked(field);
+  };
+  field.on_put_back = [this, &field] { device_->PutBack(field); };
 }
 
 bool FieldEditing::KeyDown(ui::TextField& field, int key, int state) {
@@ -109,12 +122,13 @@ void FieldEditing::Connect(ui::ChoiceList& list) {
     if (!list.Locked()) pending_.Mark(list);
   };
   list.on_key_down = [this, &list](int key, int state) { return KeyDown(list, key, state); };
+  OfferPutBack(list);
 }
 
 bool FieldEditing::KeyDown(ui::ChoiceList& list, int key, int state) {
   constexpr int kEnter = 13, kEscape = 27;
-  constexpr std::array kKeysThatCannotChoose = {9 /*Tab*/,  16 /*Shift*/,     17 /*Ctrl*/,
-                                                18 /*Alt*/, 20 /*Caps Lock*/, 112 /*F1*/};
+  constexpr std::array kKeysThatCannotChoose = {9 /*Tab*/,        16 /*Shift*/, 17 /*Ctrl*/, 18 /*Alt*/,
+                                                20 /*Caps Lock*/, 93 /*menu*/,  112 /*F1*/};
   if (key == kEnter) {
     apply_();
     return true;

@@ -156,6 +156,11 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// Throws the unapplied edits away: what the device is known to hold goes back into the points and the
   /// marked fields. Nothing is read from the device.
   void Cancel();
+  /// The same for one field.
+  void PutBack(const ui::Control& field);
+  /// "changed, was 21": what a marked field would show of the value that the device is known to hold.
+  /// Without the value if that is not known in the units in force; empty for an unmarked field.
+  std::string ChangeOf(const ui::Control& field) const;
 
   /// Log an operation, or a message as activity::fLog takes it; the rows of one device stand behind a row
   /// that names it.
@@ -200,6 +205,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   bool Write(model::CNvCpTable& point);
   bool Send(model::CNvCpTable& point);
   void UnmarkWritten(const model::CNvCpTable& point);
+  void PutBack(const model::CNvCtrlTable& binding);
 
   Context& context_;
   const int number_;

@@ -27,6 +27,15 @@ class PendingEdits {
                                  [](const ui::Field* each) { return IsMarked(*each); });
   }
 
+  /// The pages that hold them.
+  std::set<std::size_t> Pages() const {
+    std::set<std::size_t> pages;
+    for (const model::FramePlace& frame : model::Frames())
+      for (const model::FieldRow& row : frame.fields)
+        if (IsMarked(*screen_.Find(row.control))) pages.insert(static_cast<std::size_t>(frame.page));
+    return pages;
+  }
+
   /// Marks the field as edited.
   void Mark(ui::Control& field) {
     field.SetForeColor(ui::Color::ModifiedMark);

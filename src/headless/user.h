@@ -78,6 +78,12 @@ class User {
     List(index).UserChooses(item);
   }
 
+  /// Chooses the entry in the field's menu.
+  void PutBack(ui::Field& field) {
+    GoTo(field);
+    field.UserPutsBack();
+  }
+
   /// If leaving the field shows a message, the button is not pressed.
   void Press(ui::Button& button) {
     const std::size_t messages = plug_in_.desktop.messages.size();

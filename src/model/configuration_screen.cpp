@@ -188,9 +188,14 @@ std::string RangeOf(const FieldRow& field, int display_units) {
 
 }  // namespace
 
-void ShowFieldTips(ConfigurationScreen& screen, int display_units) {
-  for (const FieldRow& field : Fields())
-    screen.Find(field.control)->SetToolTip(std::string(field.meaning) + RangeOf(field, display_units));
+void ShowFieldTips(ConfigurationScreen& screen, int display_units,
+                   const std::function<std::string(const ui::Control&)>& note) {
+  for (const FieldRow& field : Fields()) {
+    ui::Control& control = *screen.Find(field.control);
+    const std::string noted = note(control);
+    control.SetToolTip(std::string(field.meaning) + RangeOf(field, display_units) +
+                       (noted.empty() ? "" : "\r\n" + noted));
+  }
 }
 
 }  // namespace model

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -65,7 +66,9 @@ class ConfigurationScreen {
 };
 
 /// Explains each field in its tooltip: what it means and, where it takes a number, the range in these display
-/// units (0 Celsius, 1 Fahrenheit) with the unit that the screen shows.
-void ShowFieldTips(ConfigurationScreen& screen, int display_units);
+/// units (0 Celsius, 1 Fahrenheit) with the unit that the screen shows. The note about the field, if
+/// any, follows on its own line.
+void ShowFieldTips(ConfigurationScreen& screen, int display_units,
+                   const std::function<std::string(const ui::Control&)>& note);
 
 }  // namespace model

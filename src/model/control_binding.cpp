@@ -35,16 +35,17 @@ void CNvCtrlTable::SetMinLimit(int units, const std::string& text) {
   lower_[UnitIndex(units)] = LimitOf(text);
 }
 
-std::string& CNvCtrlTable::Field() const {
-  auto& fields = NvCpTable->NvAsArray;
-  if (ItemArrayIndex < 0 || static_cast<std::size_t>(ItemArrayIndex) >= fields.size())
+std::size_t CNvCtrlTable::Place() const {
+  if (ItemArrayIndex < 0 || static_cast<std::size_t>(ItemArrayIndex) >= NvCpTable->NvAsArray.size())
     ThrowSubscript(NvCpTable->Name + " has no value number " + std::to_string(ItemArrayIndex + 1) + " for " +
                    Name);
-  return fields[static_cast<std::size_t>(ItemArrayIndex)];
+  return static_cast<std::size_t>(ItemArrayIndex);
 }
 
-std::string CNvCtrlTable::Value() const {
-  const std::string& field = Field();
+std::string CNvCtrlTable::Value() const { return Rounded(NvCpTable->NvAsArray[Place()]); }
+std::string CNvCtrlTable::KnownValue() const { return Rounded(NvCpTable->KnownFields()[Place()]); }
+
+std::string CNvCtrlTable::Rounded(const std::string& field) const {
   if (!RoundValue) return field;
   const auto number = text::ParseNumber(field);
   if (!number) return "0";
@@ -52,7 +53,7 @@ std::string CNvCtrlTable::Value() const {
 }
 
 void CNvCtrlTable::SetValue(const std::string& text) {
-  std::string& field = Field();
+  std::string& field = NvCpTable->NvAsArray[Place()];
   const std::string& separator = NvCpTable->Separator;
   if (!separator.empty() && text.find(separator) != std::string::npos)
     throw platform::Error(13, "CNvCtrlTable",

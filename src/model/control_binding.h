@@ -49,16 +49,22 @@ class CNvCtrlTable {
   /// The field's text for display, rounded to the step where the field rounds. Throws 9 where the point has
   /// no such field, for example before it was read.
   std::string Value() const;
+  /// The same of what the device is known to hold.
+  std::string KnownValue() const;
   /// Stores the text in the field and marks the point changed. Throws 9 where the point has no such field,
   /// and 13 for a text with the point's separator in it, which would shift every later value by a field.
   void SetValue(const std::string& text);
+  /// Puts what the device is known to hold back into the field.
+  void DropChange() const { NvCpTable->DropChange(static_cast<std::size_t>(ItemArrayIndex)); }
 
   /// Clears the point's changed flag.
   void Initialize() { NvCpTable->ValueAsChanges = false; }
 
  private:
   using Limits = std::array<double, 2>;
-  std::string& Field() const;
+  /// The field among those of its point.
+  std::size_t Place() const;
+  std::string Rounded(const std::string& field) const;
 
   Limits lower_{};
   Limits upper_{};

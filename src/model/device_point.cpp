@@ -104,9 +104,9 @@ void CNvCpTable::PutBack(Reading held) {
   format_read_ = std::move(held.format);
 }
 
-void CNvCpTable::DropChanges() {
-  NvAsArray = known_fields_;
-  ValueAsChanges = false;
+void CNvCpTable::DropChange(std::size_t field) {
+  if (field < known_fields_.size()) NvAsArray[field] = known_fields_[field];
+  ValueAsChanges = NvAsArray != known_fields_;
 }
 
 }  // namespace model

@@ -67,9 +67,10 @@ class CNvCpTable {
   /// Puts back what was held, as if it had not been read since.
   void PutBack(Reading held);
 
-  /// Puts back the fields that the device is known to hold, the last ones read or written, and clears the
-  /// changed flag.
-  void DropChanges();
+  /// The fields that the device is known to hold, the last ones read or written.
+  const std::vector<std::string>& KnownFields() const { return known_fields_; }
+  /// Puts one of them back. If it was the only change, this clears the changed flag.
+  void DropChange(std::size_t field);
 
  private:
   std::string FormatFor(int display_units) const;

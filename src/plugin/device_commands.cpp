@@ -147,10 +147,10 @@ void fMain::ShowUnits() {
   for (std::size_t i = 0; i < obUnits.size(); ++i)
     obUnits[i].SetSelected(static_cast<int>(i) == DisplayUnits);
   for (const auto& label : screen.txtTempUnits()) label->SetText(model::TemperatureUnit(DisplayUnits));
-  model::ShowFieldTips(screen, DisplayUnits);
+  ShowDevice();
 }
 
-/// State, path, and what is being done or, when nothing is, how much waits for Apply.
+/// State, path, and what is being done or, when nothing is, how much waits for Apply; and what has changed.
 void fMain::ShowDevice() {
   const auto edits = pending_.Count();
   const std::string waiting = edits == 0   ? ""
@@ -159,6 +159,9 @@ void fMain::ShowDevice() {
   StatusBar.SetPanel(1, device_->state().text);
   StatusBar.SetPanel(2, device_->path());
   StatusBar.SetPanel(3, device_->doing().empty() ? waiting : device_->doing());
+  screen.tabData.SetMarked(pending_.Pages());
+  model::ShowFieldTips(screen, DisplayUnits,
+                       [this](const ui::Control& field) { return device_->ChangeOf(field); });
 }
 
 /// Every known model has all fields, and so has one that is not known.

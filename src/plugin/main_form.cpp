@@ -39,7 +39,8 @@ fMain::fMain(const session::Services& services)
                        [this](int model_number) { SetUpScreen(model_number); },
                        [this] { return object_server_ && object_server_.IsLost(); },
                        [this] { ReadAgain(); }},
-      fields_(screen, pending_, device_, [this] { Apply(); }),
+      fields_(
+          screen, pending_, device_, [this] { Apply(); }, [this] { return Busy(); }),
       events_(services.desktop, device_) {
   Open({}, {}, {});
   pending_.on_change = [this] { ShowDevice(); };

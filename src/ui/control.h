@@ -26,7 +26,7 @@ enum class Color : std::uint32_t {
 };
 
 /// What of a control changed, for the window that shows it.
-enum class Aspect { Text, Colors, Enabled, Visible, Locked, Items, Selection, ToolTip, Rows, Clip };
+enum class Aspect { Text, Colors, Enabled, Visible, Locked, Items, Selection, ToolTip, Rows, Clip, Marks };
 
 /// Shows one control. The window system makes it and keeps it as long as the control's window exists.
 class ControlPeer {

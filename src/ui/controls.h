@@ -5,6 +5,7 @@
 #include <functional>
 #include <initializer_list>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,6 +27,14 @@ class Field : public Control {
   std::function<void()> on_change;
   /// A key went down: virtual key code and KeyState bits. True when the key has been dealt with.
   std::function<bool(int key, int state)> on_key_down;
+  /// The user resets this field from its menu. The entry is enabled while can_put_back is true; without a
+  /// handler there is none.
+  std::function<void()> on_put_back;
+  std::function<bool()> can_put_back;
+  bool CanBePutBack() const { return can_put_back && can_put_back(); }
+  void UserPutsBack() const {
+    if (CanBePutBack()) on_put_back();
+  }
 
  protected:
   using Control::Control;
@@ -160,7 +169,12 @@ class Tabs : public Control {
   }
   std::function<void()> on_select;
 
+  /// The pages whose tabs carry a mark.
+  const std::set<std::size_t>& Marked() const { return marked_; }
+  void SetMarked(std::set<std::size_t> pages) { Set(marked_, std::move(pages), Aspect::Marks); }
+
  private:
+  std::set<std::size_t> marked_;
   std::vector<std::string> captions_;
   std::size_t selected_ = 0;
 };

@@ -117,6 +117,70 @@ TEST(Apply, LeavesOutWhatIsNoNumber) {
   }
 }
 
+TEST(PutBack, DropsTheChangeOfOneFieldAndKeepsTheOthersOfItsPoint) {
+  Opened opened;
+  const auto has_change = [&](int index) {
+    return opened.Field(index).ToolTip().find("changed") != std::string::npos;
+  };
+  const std::string bytes = opened.Raw("nciSetPts");
+  opened.Enter(0, "20.5");
+  opened.Enter(1, "15");
+  opened.simulation->faults().Add({"", "", "write", 1, 18034});
+  opened.simulation->faults().Add({"", "", "write", 2, 18034});
+  opened.Apply();  // fails, and leaves both texts in the point
+  EXPECT_TRUE(opened.Field(1).ToolTip().ends_with("\r\nchanged, was 16"));
+  opened.PutBack(opened.Field(0));
+  EXPECT_EQ(opened.Field(0).Text() + " " + opened.Field(1).Text(), "21 15");
+  EXPECT_TRUE(!opened.IsMarked(opened.Field(0)) && !has_change(0));
+  EXPECT_TRUE(opened.IsMarked(opened.Field(1)) && has_change(1) && opened.main.cmdApply.Enabled());
+  opened.Type(0, "1:30");
+  opened.GoTo(opened.List(0));
+  EXPECT_EQ(opened.Field(0).Text(), "21") << "a refused entry does not bring the edit back";
+  opened.Apply();
+  EXPECT_EQ(opened.Writes().back(), "nciSetPts Value=23,25,28,21,19,15 !");
+  opened.PutBack(opened.Field(1));
+  EXPECT_FALSE(opened.main.cmdApply.Enabled() || opened.main.cmdCancel.Enabled());
+  opened.Key(opened.List(0), 13);
+  EXPECT_EQ(opened.Writes().size(), 2u) << "nothing is left to write";
+  EXPECT_EQ(opened.Raw("nciSetPts"), bytes);
+}
+
+TEST(PutBack, ShowsWhatTheDeviceHoldsAndTellsItBefore) {
+  struct Case {
+    const char *units, *edit, *was;
+    int list, page;
+  };
+  for (const Case& c :
+       {Case{"0", "22", "21", -1, 0}, {"1", "71", "70", -1, 0}, {"1", "WINDOW", "NONE", 2, 2}}) {
+    Opened opened(kFirstThermostat, c.units);
+    constexpr int kMenuKey = 93;
+    ui::Field& field = c.list < 0 ? static_cast<ui::Field&>(opened.Field(0)) : opened.List(c.list);
+    const std::string tip = field.ToolTip();
+    opened.Key(field, kMenuKey);
+    EXPECT_FALSE(opened.IsMarked(field) || field.CanBePutBack());
+    c.list < 0 ? opened.Type(0, c.edit) : opened.Choose(c.list, c.edit);
+    EXPECT_EQ(field.ToolTip(), tip + "\r\nchanged, was " + c.was);
+    EXPECT_EQ(opened.main.screen.tabData.Marked(), std::set{static_cast<std::size_t>(c.page)});
+    opened.PutBack(field);
+    EXPECT_EQ(field.Text(), c.was);
+    EXPECT_EQ(field.ToolTip(), tip);
+    EXPECT_TRUE(opened.main.screen.tabData.Marked().empty() && !opened.main.cmdApply.Enabled());
+  }
+}
+
+TEST(PutBack, WaitsForTheEndOfAnOperationAndIsOverWithTheNetwork) {
+  Opened opened;
+  opened.Enter(39, "90");
+  opened.desktop.on_yield = [&] { opened.Field(39).UserPutsBack(); };
+  opened.Apply();
+  EXPECT_EQ(opened.Writes(), std::vector<std::string>{"nciSndHrtBt Value=90"});
+  opened.desktop.on_yield = nullptr;
+  opened.Enter(39, "80");
+  World::Put(*opened.api, "networkName", std::string("Demo Annex"));
+  opened.PutBack(opened.Field(39));
+  EXPECT_EQ(opened.Field(39).Text(), "80") << "what is typed stays on the screen";
+}
+
 TEST(Events, ShowLogAndRepaint) {
   Opened opened;
   const auto raise = [&](std::int32_t event, std::int32_t tag, const char* value) {

@@ -6,6 +6,7 @@
 
 #include "windows/com/wide_text.h"
 #include "windows/ui/field_peers.h"
+#include "windows/ui/shell_services.h"
 #include "windows/ui/surface.h"
 #include "windows/ui/theme.h"
 
@@ -116,6 +117,9 @@ LRESULT ChoiceListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       return TakenKey(message, wparam, lparam);
     case WM_CHAR:  // a letter chooses nothing
       return 0;
+    case WM_CONTEXTMENU:
+      OfferMenu(lparam);
+      return 0;
     case WM_MOUSEWHEEL:
       // A closed list stands still; what is around it may scroll.
       if (DroppedDown()) break;
@@ -131,6 +135,12 @@ LRESULT ChoiceListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       break;
   }
   return NativePeer::Handle(message, wparam, lparam);
+}
+
+void ChoiceListPeer::OfferMenu(LPARAM where) {
+  if (DroppedDown() || !list().on_put_back) return;
+  const auto chosen = ChooseFromMenu(handle(), where, {{kPutBack, list().CanBePutBack()}});
+  if (chosen && alive()) list().UserPutsBack();
 }
 
 HBRUSH ChoiceListPeer::Colors(HDC dc) {

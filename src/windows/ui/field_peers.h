@@ -2,10 +2,13 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "windows/ui/native_peer.h"
 
 namespace windows {
+
+inline constexpr const wchar_t* kPutBack = L"Put &back this field";
 
 /// A one-line EDIT. Every way of entering text - typing, pasting, the context menu - goes through the field's
 /// key filter, and every change is told to the field.
@@ -28,6 +31,8 @@ class TextFieldPeer final : public NativePeer {
   ui::TextField& field() const { return static_cast<ui::TextField&>(control()); }
   LRESULT Character(WPARAM character, LPARAM lparam);
   void Paste();
+  void OfferMenu(LPARAM where);
+  std::pair<DWORD, DWORD> Selection() const;
   void CentreLine(RECT& client) const;
   void PaintAboveAndBelow() const;
   bool Closed() const;
@@ -62,6 +67,7 @@ class ChoiceListPeer final : public NativePeer {
   /// Tells the list what is selected now, if that is news.
   void TellChoice();
   std::optional<LRESULT> KeyDown(WPARAM key);
+  void OfferMenu(LPARAM where);
   bool DroppedDown() const { return Send(CB_GETDROPPEDSTATE) != 0; }
   std::wstring ItemText(WPARAM index) const;
 };

@@ -32,14 +32,13 @@ void ListViewPeer::Rescale() {
 
 void ListViewPeer::MakeImages() {
   if (!list().small_icons) return;
-  const int size = theme().Scaled(16);
+  std::vector<Picture> pictures;
+  for (const ui::ImageList::Image& image : list().small_icons->Images())
+    pictures.push_back(image.picture == ui::ImageList::Picture::GreenMark ? Picture::GreenMark
+                                                                          : Picture::RedMark);
   // The list view destroys the last one with itself.
-  const HIMAGELIST images = ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, 2);
-  for (const ui::ImageList::Image& image : list().small_icons->Images()) {
-    const bool green = image.picture == ui::ImageList::Picture::GreenMark;
-    ImageList_ReplaceIcon(images, -1, DrawPicture(green ? Picture::GreenMark : Picture::RedMark, size).get());
-  }
-  ImageList_Destroy(
+  const HIMAGELIST images = DrawPictures(pictures, theme().Scaled(16)).release();
+  const OwnedImages former(
       reinterpret_cast<HIMAGELIST>(Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images))));
 }
 

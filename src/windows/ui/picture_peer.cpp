@@ -61,6 +61,9 @@ bool Cross(double x, double y) {
   return OnStroke(x, y, 0.35, 0.35, 0.65, 0.65, 0.11) || OnStroke(x, y, 0.35, 0.65, 0.65, 0.35, 0.11);
 }
 
+bool Rim(double x, double y) { return InDisc(x, y, 0.5, 0.5, 0.5); }
+bool Dot(double x, double y) { return InDisc(x, y, 0.5, 0.5, 0.38); }
+
 constexpr std::uint32_t kBlue = 0x1F6FB8, kGreen = 0x2E8B47, kRed = 0xC8372D, kGrey = 0x5A6470,
                         kWhite = 0xFFFFFF;
 constexpr Layer kHelp[] = {{kBlue, Disc}, {kWhite, QuestionMark}};
@@ -68,6 +71,8 @@ constexpr Layer kList[] = {
     {kGrey, Sheet}, {kWhite, Paper}, {kGrey, Lines}, {kGreen, GreenBullets}, {kRed, RedBullet}};
 constexpr Layer kGreenMark[] = {{kGreen, Mark}, {kWhite, Tick}};
 constexpr Layer kRedMark[] = {{kRed, Mark}, {kWhite, Cross}};
+// The rim shows on dark backgrounds.
+constexpr Layer kEdit[] = {{kWhite, Rim}, {kRed, Dot}};
 
 std::span<const Layer> LayersOf(Picture picture) {
   switch (picture) {
@@ -79,6 +84,10 @@ std::span<const Layer> LayersOf(Picture picture) {
       return kGreenMark;
     case Picture::RedMark:
       return kRedMark;
+    case Picture::Edit:
+      return kEdit;
+    case Picture::Blank:
+      return {};
   }
   return {};
 }
@@ -112,15 +121,25 @@ OwnedIcon DrawPicture(Picture picture, int size) {
   info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   void* bits = nullptr;
   const OwnedBitmap colors(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  // Rows of a mask are whole words; all zero shows the colours everywhere.
-  const std::vector<BYTE> opaque(static_cast<std::size_t>((size + 15) / 16 * 2 * size));
-  const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, opaque.data()));
+  // Rows of a mask are whole words; all zero shows the colours everywhere. If all colours are
+  // transparent, Windows takes them for opaque and only the mask hides them.
+  const std::vector<BYTE> hidden(static_cast<std::size_t>((size + 15) / 16 * 2 * size),
+                                 picture == Picture::Blank ? 0xFF : 0);
+  const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, hidden.data()));
   if (!colors || !mask) return {};
   auto* pixel = static_cast<std::uint32_t*>(bits);
   for (int row = 0; row < size; ++row)
     for (int column = 0; column < size; ++column) *pixel++ = PixelAt(LayersOf(picture), column, row, size);
   ICONINFO icon{TRUE, 0, 0, mask.get(), colors.get()};
   return OwnedIcon(CreateIconIndirect(&icon));
+}
+
+OwnedImages DrawPictures(std::span<const Picture> pictures, int size) {
+  OwnedImages images(
+      ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, static_cast<int>(pictures.size())));
+  for (const Picture picture : pictures)
+    ImageList_ReplaceIcon(images.get(), -1, DrawPicture(picture, size).get());
+  return images;
 }
 
 namespace {

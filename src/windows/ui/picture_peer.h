@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "windows/ui/native_peer.h"
 #include "windows/ui/theme.h"
 
@@ -7,10 +9,12 @@ namespace windows {
 
 /// The small pictures of the program. They are described as shapes and drawn for the size asked for, with
 /// smooth edges.
-enum class Picture { Help, List, GreenMark, RedMark };
+enum class Picture { Help, List, GreenMark, RedMark, Edit, Blank };
 
 /// The size is the edge of the square, in pixels.
 OwnedIcon DrawPicture(Picture picture, int size);
+/// An image list of these pictures, in this order.
+OwnedImages DrawPictures(std::span<const Picture> pictures, int size);
 
 /// A bitmap on the window's background, which shows through where the bitmap is transparent. A program
 /// without the bitmap shows nothing in its place.

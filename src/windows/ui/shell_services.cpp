@@ -89,9 +89,11 @@ std::wstring MenuText(std::wstring text) {
 
 std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::vector<MenuItem>& items) {
   const OwnedMenu menu(CreatePopupMenu());
-  for (std::size_t i = 0; i < items.size(); ++i)
-    AppendMenuW(menu.get(), MF_STRING | (items[i].enabled ? 0u : static_cast<UINT>(MF_GRAYED)), i + 1,
-                items[i].caption.c_str());
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const UINT kind = items[i].caption.empty() ? MF_SEPARATOR : MF_STRING;
+    const UINT state = items[i].enabled ? MF_ENABLED : MF_GRAYED;
+    AppendMenuW(menu.get(), kind | state, i + 1, items[i].caption.c_str());
+  }
   POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
   if (where == -1) {  // by the keyboard
     RECT place;

@@ -14,6 +14,7 @@ std::wstring ClipboardText(HWND owner);
 /// Puts a text on the clipboard. Throws while another program keeps hold of it.
 void PutOnClipboard(const std::wstring& text);
 
+/// An item without a caption is a separator.
 struct MenuItem {
   std::wstring caption;  // "&" marks the letter; a key stands behind a tab
   bool enabled = true;

@@ -4,12 +4,19 @@
 
 #include <commctrl.h>
 
+#include <array>
+#include <utility>
+
 #include "windows/com/wide_text.h"
+#include "windows/ui/picture_peer.h"
 
 namespace windows {
 namespace {
 
 constexpr int kPageColor = COLOR_WINDOW;
+
+// A tab without a mark has a blank image, so that tabs do not move when a mark appears.
+constexpr std::array kImages = {Picture::Blank, Picture::Edit};
 
 }  // namespace
 
@@ -18,7 +25,8 @@ void TabsPeer::MakeWindow() {
   for (std::size_t index = 0; index < tabs().Captions().size(); ++index) {
     std::wstring caption = ToWide(tabs().Captions()[index]);
     TCITEMW item{};
-    item.mask = TCIF_TEXT;
+    item.mask = TCIF_TEXT | TCIF_IMAGE;
+    item.iImage = tabs().Marked().contains(index);
     item.pszText = caption.data();
     Send(TCM_INSERTITEMW, index, reinterpret_cast<LPARAM>(&item));
     pages_.push_back(std::make_unique<Surface>(host().ui_thread(), kPageColor));
@@ -31,7 +39,10 @@ TabsPeer::~TabsPeer() = default;
 
 void TabsPeer::Rescale() {
   // The padding has no effect before the control hears of its font.
-  Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(10), theme().Scaled(4)));
+  Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(5), theme().Scaled(4)));
+  OwnedImages images = DrawPictures(kImages, theme().Scaled(8));
+  Send(TCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
+  images_ = std::move(images);  // only now nobody shows the former one
   NativePeer::Rescale();
 }
 
@@ -62,8 +73,19 @@ void TabsPeer::OnPlaced() {
 void TabsPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Selection)
     ShowPage();
+  else if (aspect == ui::Aspect::Marks)
+    ShowMarks();
   else
     NativePeer::Show(aspect);
+}
+
+void TabsPeer::ShowMarks() const {
+  for (std::size_t index = 0; index < pages_.size(); ++index) {
+    TCITEMW item{};
+    item.mask = TCIF_IMAGE;
+    item.iImage = tabs().Marked().contains(index);
+    Send(TCM_SETITEMW, index, reinterpret_cast<LPARAM>(&item));
+  }
 }
 
 void TabsPeer::MakeFrontPage() const { host().PageAppears(*pages_.at(tabs().Selected())); }

@@ -31,8 +31,10 @@ class TabsPeer final : public NativePeer {
  private:
   ui::Tabs& tabs() const { return static_cast<ui::Tabs&>(control()); }
   void ShowPage();
+  void ShowMarks() const;
 
   std::vector<std::unique_ptr<Surface>> pages_;
+  OwnedImages images_;
 };
 
 }  // namespace windows

@@ -2,6 +2,10 @@
 
 #include <imm.h>
 
+#include <array>
+#include <utility>
+#include <vector>
+
 #include "windows/com/wide_text.h"
 #include "windows/ui/field_peers.h"
 #include "windows/ui/shell_services.h"
@@ -120,13 +124,15 @@ LRESULT TextFieldPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_PASTE:
       Paste();
       return 0;
+    case WM_CONTEXTMENU:
+      OfferMenu(lparam);
+      return 0;
     case WM_LBUTTONDOWN:
       select_on_release_ = GetFocus() != handle();
       break;
     case WM_LBUTTONUP: {
       const LRESULT result = Default(message, wparam, lparam);
-      DWORD start = 0, end = 0;
-      Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+      const auto [start, end] = Selection();
       if (alive() && select_on_release_ && start == end) Prepare();
       select_on_release_ = false;
       return result;
@@ -157,6 +163,36 @@ void TextFieldPeer::Paste() {
     if (!alive()) return;
   }
   if (!accepted.empty()) Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(accepted.c_str()));
+}
+
+std::pair<DWORD, DWORD> TextFieldPeer::Selection() const {
+  DWORD start = 0, end = 0;
+  Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  return {start, end};
+}
+
+/// The system's own menu cannot be extended.
+void TextFieldPeer::OfferMenu(LPARAM where) {
+  const auto [start, end] = Selection();
+  const bool editable = !field().Locked(), selected = start != end;
+  const auto length = static_cast<DWORD>(GetWindowTextLengthW(handle()));
+  const bool has_text = IsClipboardFormatAvailable(CF_UNICODETEXT) != 0;
+  std::vector<MenuItem> items = {{L"&Undo\tCtrl+Z", editable && Send(EM_CANUNDO)},
+                                 {},
+                                 {L"Cu&t\tCtrl+X", editable && selected},
+                                 {L"&Copy\tCtrl+C", selected},
+                                 {L"&Paste\tCtrl+V", editable && has_text},
+                                 {L"&Delete", editable && selected},
+                                 {},
+                                 {L"Select &All\tCtrl+A", end - start < length}};
+  constexpr std::array<UINT, 8> kMessages = {WM_UNDO, 0, WM_CUT, WM_COPY, WM_PASTE, WM_CLEAR, 0, EM_SETSEL};
+  if (field().on_put_back) items.insert(items.end(), {{}, {kPutBack, field().CanBePutBack()}});
+  const auto chosen = ChooseFromMenu(handle(), where, items);
+  // The field may have been locked while the menu was open.
+  if (!chosen || !alive() || editable == field().Locked()) return;
+  if (*chosen < kMessages.size()) return static_cast<void>(Send(kMessages[*chosen], 0, -1));
+  field().UserPutsBack();
+  if (alive()) Prepare();
 }
 
 }  // namespace windows

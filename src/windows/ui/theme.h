@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -21,12 +23,17 @@ struct IconDelete {
   void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
 };
 
+struct ImagesDelete {
+  void operator()(HIMAGELIST images) const noexcept { ImageList_Destroy(images); }
+};
+
 using OwnedFont = std::unique_ptr<std::remove_pointer_t<HFONT>, GdiDelete>;
 using OwnedBrush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, GdiDelete>;
 using OwnedPen = std::unique_ptr<std::remove_pointer_t<HPEN>, GdiDelete>;
 using OwnedBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, GdiDelete>;
 using OwnedDc = std::unique_ptr<std::remove_pointer_t<HDC>, DcDelete>;
 using OwnedIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDelete>;
+using OwnedImages = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImagesDelete>;
 
 /// Puts an object into a device context for a while.
 class Selected {

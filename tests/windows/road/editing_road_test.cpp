@@ -40,6 +40,17 @@ TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
   EXPECT_EQ(Raw("nciSetPts"), "096009C40AF00898076C0640");
 }
 
+TEST_F(EditingRoad, AFieldIsPutBackFromItsMenu) {
+  Click(Fields().at(kOccupiedCool));
+  const std::string held = Text(kOccupiedCool);
+  Type("29");
+  ExpectEnabled(L"&Apply", true);
+  Key(VK_SHIFT, VK_F10);
+  ChooseFromMenu('B');
+  ExpectText(kOccupiedCool, held);
+  ExpectEnabled(L"&Apply", false);
+}
+
 TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
   Click(Fields().at(kOccupiedHeat));
   for (std::size_t field = kOccupiedHeat; field <= kSetpointType; ++field, Key(VK_TAB)) {

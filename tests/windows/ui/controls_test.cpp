@@ -177,6 +177,13 @@ TEST_F(Controls, ScreenReadersAreToldWhichFieldItIs) {
   const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll"), "wine_get_version") != nullptr;
   EXPECT_STREQ(name, wine ? L"Occupied" : L"Heating, Occupied");
   SysFreeString(name);
+  for (const char* tip : {"Tip", "Tip\r\nchanged, was 21"}) {
+    form.screen.txtNvi(0)->SetToolTip(tip);
+    BSTR description = nullptr;
+    field->get_accDescription(self, &description);
+    EXPECT_TRUE(wine || (description && windows::ToWide(tip) == description)) << tip;
+    SysFreeString(description);
+  }
 }
 
 TEST_F(Controls, TheWholeWindowShowsTheHourglass) {

@@ -164,6 +164,19 @@ TEST_F(Input, EveryEntryGoesThroughTheFilterOfItsField) {
     press("", {{VK_SHIFT, VK_F10}});
     EXPECT_EQ(first.Text() + journal, left + "!") << entry;
   }
+  ui::ChoiceList& list = *form.screen.cbNvi(0);
+  menu_key = 'B';
+  for (ui::Field* field : {static_cast<ui::Field*>(&first), static_cast<ui::Field*>(&list)}) {
+    field->on_put_back = [this] { journal += "back"; };
+    field->can_put_back = [] { return true; };
+    for (const std::vector<WORD>& keys : {std::vector<WORD>{VK_SHIFT, VK_F10}, {VK_APPS}}) {
+      field->SetFocus();
+      journal.clear();
+      Press(keys);
+      EXPECT_EQ(journal, "back") << field->name();
+    }
+  }
+  first.SetFocus();
   journal.clear();
   first.SetText(beyond);  // the program's own change: no entry, and no limit
   Press({VK_END});
