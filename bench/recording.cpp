@@ -1,6 +1,6 @@
 #include "recording.h"
 
-#include "platform/failures.h"
+#include "platform/error.h"
 
 namespace bench {
 

@@ -1,8 +1,8 @@
 // Network files: an error that names the file, or a network that is the same after writing and reading it.
 
-#include "simulator/network_file.h"
 #include "fuzz.h"
 #include "simulator/errors.h"
+#include "simulator/files.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   try {

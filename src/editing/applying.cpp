@@ -1,7 +1,7 @@
 // The passes of a device that bring edits to it, or throw them away.
 
 #include "editing/open_device.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "startup/identity.h"
 #include "text/numbers.h"
 

@@ -1,7 +1,7 @@
 #include "editing/open_device.h"
 
 #include "lns/members.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 

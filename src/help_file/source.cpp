@@ -8,7 +8,7 @@
 #include <sstream>
 #include <utility>
 
-#include "startup/help_topics.h"
+#include "startup/identity.h"
 #include "text/strings.h"
 
 namespace help_file {

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/failures.h"
-#include "startup/help_topics.h"
+#include "platform/error.h"
 #include "startup/identity.h"
 #include "text/strings.h"
 

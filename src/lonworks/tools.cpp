@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/failures.h"
+#include "platform/error.h"
 
 namespace lonworks {
 namespace {

@@ -6,7 +6,6 @@
 
 #include "lns/members.h"
 #include "platform/error.h"
-#include "platform/failures.h"
 #include "text/strings.h"
 
 namespace model {

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/error.h"
-#include "platform/failures.h"
 
 namespace model {
 namespace {

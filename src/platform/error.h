@@ -46,4 +46,27 @@ constexpr std::int32_t kOverflow = static_cast<std::int32_t>(0x8002000Au);
 constexpr std::int32_t kBadIndex = static_cast<std::int32_t>(0x8002000Bu);
 constexpr std::int32_t kBadArgumentCount = static_cast<std::int32_t>(0x8002000Eu);
 
+// Named ways to handle a step that may fail; activity::LogAndGoOn is the third. If a failure must stop the
+// procedure, use none of them.
+
+/// For a step that nothing else depends on.
+template <class Step>
+void IgnoreFailure(Step&& step) noexcept {
+  try {
+    std::forward<Step>(step)();
+  } catch (const std::exception&) {
+    // Ignored on purpose.
+  }
+}
+
+/// What `read` returns, or `otherwise` if it fails.
+template <class Value, class Read>
+Value ValueOr(Value otherwise, Read&& read) noexcept {
+  try {
+    return std::forward<Read>(read)();
+  } catch (const std::exception&) {
+    return otherwise;
+  }
+}
+
 }  // namespace platform

@@ -4,7 +4,7 @@
 #include <span>
 
 #include "model/configuration_screen.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "plugin/main_form.h"
 #include "text/numbers.h"
 #include "text/strings.h"

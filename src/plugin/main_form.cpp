@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "plugin/contact_page.h"
 #include "session/session.h"
-#include "startup/help_topics.h"
+#include "startup/identity.h"
 #include "text/numbers.h"
 
 namespace plugin {

@@ -1,6 +1,6 @@
 #include "plugin/object_path.h"
 
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "session/session.h"
 #include "text/strings.h"
 

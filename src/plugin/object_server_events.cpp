@@ -2,7 +2,7 @@
 
 #include "automation/convert.h"
 #include "lns/members.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 
 namespace plugin {
 

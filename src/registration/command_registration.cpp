@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "lns/members.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "registration/names.h"
 #include "registration/plug_in_templates.h"
 #include "registration/resource_registration.h"

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "lns/members.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "registration/command_registration.h"
 #include "registration/names.h"
 #include "registration/plug_in_templates.h"

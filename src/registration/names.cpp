@@ -4,7 +4,7 @@
 #include <array>
 #include <limits>
 
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 

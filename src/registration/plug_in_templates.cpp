@@ -5,7 +5,7 @@
 
 #include "lns/members.h"
 #include "lonworks/resource_files.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "text/strings.h"
 
 namespace registration {

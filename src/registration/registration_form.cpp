@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "startup/help_topics.h"
+#include "startup/identity.h"
 
 namespace registration {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "lonworks/resource_files.h"
-#include "platform/failures.h"
+#include "platform/error.h"
 
 namespace registration {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "startup/identity.h"
 #include "text/strings.h"
 

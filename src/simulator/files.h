@@ -4,6 +4,9 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
+
+#include "simulator/installation.h"
 
 namespace simulator {
 
@@ -29,5 +32,12 @@ std::string ProgramIdOfXif(const FileReader& read, const std::string& path);
 
 /// The same for an import, which also accepts a binary file (.XFB) and then reads the .XIF beside it.
 std::string ProgramIdOfImport(const FileReader& read, const std::string& path);
+
+/// Throws a FileError that names file, line and field. `file` is the name for messages.
+stored::Installation ReadInstallation(std::string_view text, const std::string& file);
+
+/// Writes keys in the order of the documentation, without default values. Reading the text restores the same
+/// installation.
+std::string WriteInstallation(const stored::Installation& installation);
 
 }  // namespace simulator

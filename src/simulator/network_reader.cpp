@@ -3,10 +3,10 @@
 #include <set>
 
 #include "simulator/errors.h"
-#include "simulator/faults.h"
+#include "simulator/files.h"
 #include "simulator/formats.h"
+#include "simulator/journal.h"
 #include "simulator/json_reader.h"
-#include "simulator/network_file.h"
 #include "simulator/thermostat.h"
 #include "text/strings.h"
 

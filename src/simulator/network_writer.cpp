@@ -1,6 +1,6 @@
 #include <nlohmann/json.hpp>
 
-#include "simulator/network_file.h"
+#include "simulator/files.h"
 #include "simulator/thermostat.h"
 
 namespace simulator {

@@ -4,7 +4,6 @@
 
 #include "simulator/client_session.h"
 #include "simulator/errors.h"
-#include "simulator/network_file.h"
 #include "simulator/object_server.h"
 
 namespace simulator {

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "automation/published.h"
-#include "simulator/faults.h"
 #include "simulator/files.h"
 #include "simulator/installation.h"
 #include "simulator/journal.h"

@@ -1,7 +1,6 @@
 #include "ui/progress.h"
 
 #include "platform/error.h"
-#include "platform/failures.h"
 
 namespace ui {
 

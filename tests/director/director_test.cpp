@@ -3,9 +3,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "director/answers.h"
 #include "director/command_line.h"
-#include "director/component_apps.h"
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"

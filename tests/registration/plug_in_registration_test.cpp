@@ -1,8 +1,7 @@
-#include "registration/plug_in_registration.h"
+#include "registration/main.h"
 
 #include <gtest/gtest.h>
 
-#include "registration/main.h"
 #include "registration/names.h"
 #include "support/user.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "registration/main.h"
-#include "simulator/network_file.h"
+#include "simulator/files.h"
 #include "support/world.h"
 
 /// The plug-in with the demo database of many networks and the thermostat's interface file.

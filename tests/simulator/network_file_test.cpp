@@ -1,4 +1,4 @@
-#include "simulator/network_file.h"
+#include "simulator/files.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,12 +2,148 @@
 
 #include <olectl.h>
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
+#include "automation/convert.h"
+#include "text/strings.h"
 #include "windows/com/failure.h"
+#include "windows/com/variant_conversion.h"
+#include "windows/com/wide_text.h"
 
 namespace windows::com {
+
+HRESULT CollectionEnumerator::Next(ULONG wanted, VARIANT* items, ULONG* fetched) {
+  if (!items) return E_POINTER;
+  const std::int32_t start = passed_;
+  ULONG count = 0;
+  try {
+    for (; count < wanted && passed_ < Count(); ++count) {
+      const platform::Value index = passed_ + 1;
+      items[count] =
+          ToVariant(collection_->Invoke({"Item"}, platform::CallKind::GetOrMethod, {&index, 1})).Detach();
+      ++passed_;
+    }
+  } catch (...) {
+    while (count > 0) VariantClear(&items[--count]);
+    passed_ = start;
+    if (fetched) *fetched = 0;
+    return ReportAsResult();
+  }
+  if (fetched) *fetched = count;
+  return count == wanted ? S_OK : S_FALSE;
+}
+
+HRESULT CollectionEnumerator::Skip(ULONG count) try {
+  const auto left = static_cast<ULONG>(std::max(0, Count() - passed_));
+  passed_ += static_cast<std::int32_t>(std::min(count, left));
+  return count <= left ? S_OK : S_FALSE;
+} catch (...) {
+  return ReportAsResult();
+}
+
+HRESULT CollectionEnumerator::Reset() {
+  passed_ = 0;
+  return S_OK;
+}
+
+HRESULT CollectionEnumerator::Clone(IEnumVARIANT** copy) try {
+  if (!copy) return E_POINTER;
+  *copy = Make<CollectionEnumerator>(collection_, passed_).Detach();
+  return S_OK;
+} catch (...) {
+  return ReportAsResult();
+}
+
+std::int32_t CollectionEnumerator::Count() const {
+  return automation::ToInteger(collection_->Invoke({"Count"}, platform::CallKind::GetOrMethod, {}));
+}
+
+namespace {
+
+using platform::CallKind;
+
+std::optional<CallKind> KindOf(WORD flags) {
+  // If the caller allows both kinds of put, it gets the plain one.
+  if (flags & DISPATCH_PROPERTYPUT) return CallKind::Put;
+  if (flags & DISPATCH_PROPERTYPUTREF) return CallKind::PutReference;
+  const bool get = (flags & DISPATCH_PROPERTYGET) != 0;
+  const bool method = (flags & DISPATCH_METHOD) != 0;
+  if (get && method) return CallKind::GetOrMethod;
+  if (get) return CallKind::Get;
+  if (method) return CallKind::Method;
+  return std::nullopt;
+}
+
+/// Only a put's new value may be a named argument.
+bool HasNamedArguments(const DISPPARAMS& parameters, CallKind kind) {
+  const bool put = kind == CallKind::Put || kind == CallKind::PutReference;
+  if (parameters.cNamedArgs == 0) return false;
+  return !put || parameters.cNamedArgs > 1 || parameters.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT;
+}
+
+bool IsCollection(const automation::Published& object) {
+  return object.MemberNumber("Count") && object.MemberNumber("Item");
+}
+
+Variant Enumerator(const std::shared_ptr<automation::Published>& object) {
+  Variant variant;
+  variant->punkVal = Make<CollectionEnumerator>(object).Detach();
+  variant->vt = VT_UNKNOWN;
+  return variant;
+}
+
+}  // namespace
+
+HRESULT FindNumbers(const automation::Published& object, LPOLESTR* names, UINT count,
+                    DISPID* numbers) noexcept try {
+  if (!names || !numbers || count == 0) return E_INVALIDARG;
+  std::fill_n(numbers, count, DISPID_UNKNOWN);
+  const std::string name = ToUtf8(names[0]);
+  if (const auto number = object.MemberNumber(name))
+    numbers[0] = *number;
+  else if (text::EqualIgnoringCase(name, "_NewEnum") && IsCollection(object))
+    numbers[0] = DISPID_NEWENUM;
+  else
+    return DISP_E_UNKNOWNNAME;
+  return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+} catch (...) {
+  return ReportAsResult();
+}
+
+HRESULT CallPublished(const std::shared_ptr<automation::Published>& object, DISPID number, REFIID id,
+                      WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* info,
+                      UINT* bad_argument) noexcept {
+  if (result) VariantInit(result);
+  if (bad_argument) *bad_argument = 0;
+  const auto kind = KindOf(flags);
+  if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (!parameters || !kind) return E_INVALIDARG;
+  if (HasNamedArguments(*parameters, *kind)) return DISP_E_NONAMEDARGS;
+  if (number == DISPID_UNKNOWN) return DISP_E_MEMBERNOTFOUND;
+  // The object outlives the call even if its adapter is released meanwhile.
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+  const std::shared_ptr<automation::Published> target = object;
+  UINT position = 0;
+  try {
+    const auto arguments = FromParameters(*parameters, position);
+    position = 0;
+    Variant answer;
+    if (number == DISPID_NEWENUM && IsCollection(*target)) {
+      answer = Enumerator(target);
+    } else {
+      const platform::Value value = target->Invoke({"", number}, *kind, arguments);
+      if (result) answer = ToVariant(value);
+    }
+    if (result) *result = answer.Detach();
+    return S_OK;
+  } catch (...) {
+    if (bad_argument) *bad_argument = position;
+    return ReportToInvoke(info);
+  }
+}
+
 namespace {
 
 struct Adapters {

@@ -6,7 +6,7 @@
 #include <array>
 
 #include "windows/com/failure.h"
-#include "windows/com/implements.h"
+#include "windows/com/home_thread.h"
 #include "windows/com/variant_conversion.h"
 
 namespace windows::com {

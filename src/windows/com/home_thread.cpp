@@ -1,6 +1,5 @@
 #include "windows/com/home_thread.h"
 
-#include <atomic>
 #include <memory>
 #include <utility>
 

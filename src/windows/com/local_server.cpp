@@ -9,7 +9,6 @@
 #include "text/strings.h"
 #include "windows/com/adapter.h"
 #include "windows/com/failure.h"
-#include "windows/com/implements.h"
 
 namespace windows::com {
 namespace {

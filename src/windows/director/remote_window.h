@@ -2,12 +2,16 @@
 
 #include <windows.h>
 
+#include <atomic>
+#include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
-/// Windows of another program, read from outside as a screen reader does. To read lists, tabs and status
-/// bars, whose messages carry addresses, the other program must have the same bitness.
 namespace windows {
+
+// Windows of another program, read from outside as a screen reader does. To read lists, tabs and status
+// bars, whose messages carry addresses, the other program must have the same bitness.
 
 std::string TextOf(HWND window);
 std::wstring ClassOf(HWND window);
@@ -19,5 +23,27 @@ std::vector<std::string> TabCaptions(HWND tab);
 std::vector<std::string> StatusTexts(HWND status_bar);
 /// The cells of a report list, row by row.
 std::vector<std::vector<std::string>> ListRows(HWND list);
+
+/// Watches for the plug-in's message boxes on its own thread while a command runs: the command ends only when
+/// they are answered. With an answer it presses their buttons at once. Without one it prints after some
+/// seconds what the plug-in waits for, since perhaps nobody sees its display.
+class BoxWatch {
+ public:
+  explicit BoxWatch(std::optional<bool> answer);
+  BoxWatch(const BoxWatch&) = delete;
+  BoxWatch& operator=(const BoxWatch&) = delete;
+  ~BoxWatch();
+
+  /// The plug-in has shown a failure or was answered no.
+  bool SawFailure() const { return saw_failure_; }
+
+ private:
+  void Watch();
+
+  const std::optional<bool> answer_;
+  std::atomic<bool> ended_ = false;
+  std::atomic<bool> saw_failure_ = false;
+  std::thread thread_;
+};
 
 }  // namespace windows

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "director/command_line.h"
-#include "director/component_apps.h"
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
@@ -19,9 +18,8 @@
 #include "windows/com/dispatch_object.h"
 #include "windows/com/local_server.h"
 #include "windows/com/wide_text.h"
-#include "windows/director/box_watch.h"
+#include "windows/director/remote_window.h"
 #include "windows/director/screen_reader.h"
-#include "windows/system/object_server_source.h"
 #include "windows/system/program.h"
 #include "windows/system/registry.h"
 

@@ -13,7 +13,6 @@
 #include "windows/com/registration.h"
 #include "windows/plugin/plug_in_adapter.h"
 #include "windows/system/files.h"
-#include "windows/system/object_server_source.h"
 #include "windows/system/program.h"
 #include "windows/system/registry.h"
 #include "windows/system/shell.h"

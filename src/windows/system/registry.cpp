@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "registry/registry.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/wide_text.h"
 
 namespace windows {
@@ -112,6 +114,23 @@ std::unique_ptr<platform::RegistryKey> WindowsRegistry::Create(Hive hive, const 
 
 bool WindowsRegistry::Delete(Hive hive, const std::string& path) {
   return RegDeleteKeyExA(RootOf(hive), ToAnsi(path).c_str(), ViewOf(hive), 0) == ERROR_SUCCESS;
+}
+
+namespace {
+
+// Inferred from the name of the control's class; no manual has it.
+constexpr const char* kPlatformProgId = "LcaObjectServer.LcaObjectServer";
+
+}  // namespace
+
+std::string ObjectServerProgId(platform::Registry& registry) {
+  const std::string named =
+      registry::CRegistry(registry, "").MachineSetting("SOFTWARE\\LonWorks\\LCA", "Object Server");
+  return named.empty() ? kPlatformProgId : named;
+}
+
+platform::LateBoundPtr MakeObjectServer(platform::Registry& registry) {
+  return com::CreateObject(ObjectServerProgId(registry));
 }
 
 }  // namespace windows

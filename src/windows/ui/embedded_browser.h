@@ -11,8 +11,8 @@
 #include <string>
 #include <utility>
 
-#include "windows/com/hosted_control.h"
-#include "windows/com/implements.h"
+#include "windows/com/dispatch_object.h"
+#include "windows/com/home_thread.h"
 #include "windows/com/local_server.h"
 #include "windows/com/owners.h"
 

@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "windows/ui/form_shell.h"
 #include "windows/ui/native_peer.h"
 

@@ -2,7 +2,7 @@
 // registration window by real clicks, and the director's commands. registration.sh makes the computer that
 // this works on.
 
-#include "platform/failures.h"
+#include "platform/error.h"
 #include "plug_in_user.h"
 #include "registry/registry.h"
 #include "windows/system/registry.h"

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "registry/registry.h"
-#include "windows/system/object_server_source.h"
 #include "windows/system/registry.h"
 #include "windows/system/shell.h"
 
