@@ -25,8 +25,9 @@ class Format {
   /// Nothing for an unknown name.
   static std::optional<Format> Find(std::string_view name);
 
-  /// Only the documented forms: "#SI" or "#US" after the name; makers' types ("UNVT_") as "#<program
-  /// ID>[<scope>].<name>", where the program ID has the device's digits as far as the scope covers them.
+  /// Only the documented forms: "#SI" or "#US" after the name; makers' types ("UNVT_") as
+  /// "#<program ID>[<scope>].<name>", where the program ID has the device's digits as far as the scope covers
+  /// them.
   static std::optional<Format> FindDocumented(std::string_view name, std::string_view program_id);
 
   /// Both throw 18035 if bytes or text do not fit the format.
