@@ -154,7 +154,8 @@ TEST(PutBack, ShowsWhatTheDeviceHoldsAndTellsItBefore) {
        {Case{"0", "22", "21", -1, 0}, {"1", "71", "70", -1, 0}, {"1", "WINDOW", "NONE", 2, 2}}) {
     Opened opened(kFirstThermostat, c.units);
     constexpr int kMenuKey = 93;
-    ui::Field& field = c.list < 0 ? static_cast<ui::Field&>(opened.Field(0)) : opened.List(c.list);
+    ui::Field* const shown = c.list < 0 ? static_cast<ui::Field*>(&opened.Field(0)) : &opened.List(c.list);
+    ui::Field& field = *shown;
     const std::string tip = field.ToolTip();
     opened.Key(field, kMenuKey);
     EXPECT_FALSE(opened.IsMarked(field) || field.CanBePutBack());
