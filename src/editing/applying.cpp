@@ -67,14 +67,14 @@ bool OpenDevice::PropagateChanges() {
   for (std::size_t i = 0; i < points_.size(); ++i) {
     if (!points_[i].ValueAsChanges) continue;
     SayDoing("Updating " + points_[i].Name, --left);
-    if (!Outside([&] { return Write(points_[i]); })) return false;
+    if (!Outside([&] { return WritePoint(points_[i]); })) return false;
   }
   return true;
 }
 
-/// What was tried on the device is logged and told, whatever has become of it meanwhile.
-bool OpenDevice::Write(model::CNvCpTable& point) {
-  const bool written = Send(point);
+/// An attempted write is logged and reported even if the device has gone meanwhile.
+bool OpenDevice::WritePoint(model::CNvCpTable& point) {
+  const bool written = WriteAndReport(point);
   // The device that has taken the screen may be the same one, read before this came to it.
   if (standing_ == Standing::Superseded)
     context_.read_again();
@@ -83,7 +83,7 @@ bool OpenDevice::Write(model::CNvCpTable& point) {
   return written;
 }
 
-bool OpenDevice::Send(model::CNvCpTable& point) {
+bool OpenDevice::WriteAndReport(model::CNvCpTable& point) {
   try {
     point.SendNetworkValue();
   } catch (const platform::Error& error) {

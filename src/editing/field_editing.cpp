@@ -16,7 +16,7 @@ constexpr int kPageUp = 33;
 constexpr int kPageDown = 34;
 
 constexpr const char* kDeadBandSentence = "The deadband limitation was not respected.";
-// Told for the cooling minimum as well; there is no other sentence. Deliberate.
+// Shown for the cooling minimum as well; there is no other sentence. Deliberate.
 constexpr const char* kLimitSentence = "Heating maximum limit was not respected.";
 
 double StepFor(int state) {

@@ -246,7 +246,7 @@ std::optional<OpenDevice::Failure> OpenDevice::ShowAllValues() {
     try {
       const std::string value = binding.Value();
       if (!PendingEdits::IsMarked(*control)) control->SetText(value);
-      // The focus may stand in the field already.
+      // The field may have the focus already.
       context_.pending.KeepRead(*control, value);
     } catch (const platform::Error& error) {
       if (!failure) failure = FailureOf("Showing the values", error);
@@ -259,7 +259,7 @@ void OpenDevice::Refresh() {
   auto held = points_.Held();
   try {
     ReadDevice();
-  } catch (...) {  // also where the user stops it or the network goes meanwhile
+  } catch (...) {  // also if the user stops it or the network goes meanwhile
     points_.PutBack(std::move(held));
     throw;
   }
@@ -300,7 +300,7 @@ void OpenDevice::SwitchUnits(std::int16_t units) {
   ShowValues();
 }
 
-/// No number stands beside the caption of other units than its own, and none is typed there.
+/// No number is shown or typed beside the caption of other units.
 void OpenDevice::BlankTemperatures(bool others_editable) {
   LetEdit(false, others_editable);
   for (ui::TextField* const field : context_.screen.TemperatureFields()) {
@@ -319,7 +319,7 @@ void OpenDevice::GoBackTo(std::int16_t units, bool read_them) {
     for (std::size_t i = 0; i < points_.size(); ++i)
       if (!points_[i].IsReadIn(units)) ReadPoint(points_[i], points_.size() - 1 - i);
   } catch (const Failure&) {
-    // It is in the log; the failure that has led here is told.
+    // The log has it; the user is shown the failure that led here.
   }
   ShowAllValues();
 }

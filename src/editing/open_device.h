@@ -39,7 +39,7 @@ struct Context {
   /// Sets the screen up for the model number of a device that has been read.
   std::function<void(int)> set_up_screen;
   std::function<bool()> object_server_is_lost;
-  /// Reads the device on the screen again, where it has been read.
+  /// Reads the device on the screen again if it has been read.
   std::function<void()> read_again;
 
   /// Devices are numbered, so that the log knows whose its last row is.
@@ -56,8 +56,9 @@ struct DeviceState {
 /// that read, show, write and cancel them.
 ///
 /// The message loop runs within every call that leaves the process, and with it other commands, the user and
-/// the end of the network. After each such call the device asks itself whether it still stands (Outside); a
-/// pass of one that does not ends there, and what it has done to the device by then has been logged and told.
+/// the end of the network. After each such call the device checks whether it is still the current one
+/// (Outside). If not, the pass ends there; what it has done to the device by then has been logged and
+/// reported.
 class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
  public:
   /// The device, or the LonMark object whose device it is; without either there is no device.
@@ -74,9 +75,9 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   void Supersede() { standing_ = Standing::Superseded; }
   /// Its network goes. What is typed stays on the screen, and nothing can be done to the device any more.
   void Close();
-  /// It stands for no device at all.
+  /// There is no device.
   bool IsNone() const { return standing_ == Standing::Current && !device_ && !object_; }
-  /// Tells the user where there is no device, or it was closed. False where there is one.
+  /// Tells the user that there is no device, or that it was closed. False if there is one.
   bool SaysItIsGone() const;
 
   const lns::AppDevice& device() const { return device_; }
@@ -91,7 +92,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// Every point holds what was read in the units in force; nothing may be applied before.
   bool IsComplete() const { return points_.IsReadIn(context_.DisplayUnits); }
 
-  /// Runs a step that asks things of the user or the network, and ends it where the device stands no more.
+  /// Runs a step that asks the user or the network, and ends it if the device is no longer the current one.
   template <class Step>
   void WhileItStands(Step&& step) {
     const std::shared_ptr<OpenDevice> keep = shared_from_this();
@@ -101,13 +102,13 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
       // What came in has put everything in order.
     }
   }
-  /// Runs a pass: a step with the progress that is shown, and the one place where its failure is logged and
-  /// told. `action` names one that names itself by nothing else.
+  /// Runs a pass: a step with its progress, and the one place that logs and reports its failure, except that
+  /// of a write, which WriteAndReport does. `action` names a failure that has no name of its own.
   void Pass(const std::string& action, const std::function<void()>& step);
 
   // The following are called within a step or a pass.
 
-  /// Makes a call that leaves the process. The step ends here where the device stands no more.
+  /// Makes a call that leaves the process. The step ends here if the device is no longer the current one.
   template <class Call>
   auto Outside(Call&& call) {
     try {
@@ -138,17 +139,18 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   void Refresh();
   /// Runs a reading that the user may stop.
   void Stoppable(const std::function<void()>& reading);
-  /// Ends a running refresh at its next step. False where none runs.
+  /// Ends a running refresh at its next step. False if none runs.
   bool StopRefresh();
-  /// Reads and shows everything in other units, after asking where edits are pending. Where the reading fails
-  /// the former units come back; until all points have been read in them again nothing can be applied.
+  /// Reads and shows everything in other units; asks first if edits are pending. If reading fails, the former
+  /// units come back, and nothing can be applied until all points have been read in them again.
   void SwitchUnits(std::int16_t units);
   /// Sends the pending edits to the device: collects the marked fields into their points, clamping numbers to
   /// the limits of the units in force, writes the points that changed, and unmarks what was written.
   ///
-  /// An entry out of range is never refused: it is set to the limit and the user is told. A text that is no
-  /// number is left out. A write that fails ends the pass; its fields and those of later points stay marked,
-  /// and applying again writes them. So does a field that was edited while the others were being written.
+  /// An entry out of range is never refused: it is set to the limit and the user is informed. A text that is
+  /// no number is left out. A write that fails ends the pass; its fields and those of later points stay
+  /// marked, and applying again writes them. So does a field that was edited while the others were being
+  /// written.
   void Apply();
   /// Writes every changed point, in list order, and logs each. False when a write failed, which ends it and
   /// has been logged and shown.
@@ -162,7 +164,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// Without the value if that is not known in the units in force; empty for an unmarked field.
   std::string ChangeOf(const ui::Control& field) const;
 
-  /// Log an operation, or a message as activity::fLog takes it; the rows of one device stand behind a row
+  /// Log an operation, or a message as activity::fLog takes it; the rows of a device follow a row
   /// that names it.
   void LogCommand(const std::string& action, const std::string& results);
   void LogError(const std::string& message);
@@ -202,8 +204,8 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
 
   void Collect();
   void Clamp(const model::CNvCtrlTable& binding, const model::Range& range);
-  bool Write(model::CNvCpTable& point);
-  bool Send(model::CNvCpTable& point);
+  bool WritePoint(model::CNvCpTable& point);
+  bool WriteAndReport(model::CNvCpTable& point);
   void UnmarkWritten(const model::CNvCpTable& point);
   void PutBack(const model::CNvCtrlTable& binding);
 

@@ -8,7 +8,7 @@
 
 namespace editing {
 
-/// The window's changes-pending flag and the two buttons that go with it. What is pending stands in the
+/// The window's changes-pending flag and the two buttons that go with it. The pending edits are in the
 /// fields themselves: a field whose text is pure red holds an edit that has not been applied.
 class PendingEdits {
  public:
@@ -17,7 +17,7 @@ class PendingEdits {
     Lower();
   }
 
-  /// Told whenever a mark may have come or gone.
+  /// Called whenever a mark may have come or gone.
   std::function<void()> on_change;
 
   static bool IsMarked(const ui::Control& field) { return field.ForeColor() == ui::Color::ModifiedMark; }

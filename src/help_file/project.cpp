@@ -71,7 +71,7 @@ const model::CatalogueRow* RowOf(model::ControlRef control) {
   return row != rows.end() ? &*row : nullptr;
 }
 
-std::string RangeOf(model::ControlRef control) {
+std::string TopicRange(model::ControlRef control) {
   const model::CatalogueRow* const row = RowOf(control);
   if (!row || !row->limits) return {};
   const model::CatalogueLimits& limits = *row->limits;
@@ -90,7 +90,7 @@ std::string FactsOf(const FieldSource& field) {
         text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(place.page)]);
     facts += Fact("On the screen", Escaped("tab " + tab + ", frame " + place.frame));
   }
-  if (const std::string range = RangeOf(field.control); !range.empty()) facts += Fact("Range", range);
+  if (const std::string range = TopicRange(field.control); !range.empty()) facts += Fact("Range", range);
   const model::CatalogueRow* const row = RowOf(field.control);
   if (!row) return facts;
   if (row->round_step != 0)
@@ -269,7 +269,7 @@ class Project {
       const model::ControlRef asked = field->second->control;
       body.replace(
           start, end + 2 - start,
-          what == "range" ? RangeOf(asked) : Link(FileOf(asked), words.empty() ? TitleOf(asked) : words));
+          what == "range" ? TopicRange(asked) : Link(FileOf(asked), words.empty() ? TitleOf(asked) : words));
     }
     return body;
   }
@@ -277,7 +277,7 @@ class Project {
   static std::string TableOf(const std::vector<FieldSource>& fields) {
     std::string table = "<table class=\"fields\">\n<tr><th>Field</th><th>Meaning</th><th>Range</th></tr>\n";
     for (const FieldSource& field : fields) {
-      const std::string range = RangeOf(field.control);
+      const std::string range = TopicRange(field.control);
       table += "<tr><td>" + Link(FileOf(field.control), TitleOf(field.control)) + "</td><td>" +
                Escaped(model::FieldOf(field.control)->meaning) + "</td><td>" +
                (field.control.array == model::ScreenArray::cbNvi ? "list"

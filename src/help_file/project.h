@@ -23,7 +23,7 @@ std::string TitleOf(model::ControlRef control);
 const model::CatalogueRow* RowOf(model::ControlRef control);
 
 /// The range in both unit systems, or once if they agree; empty for a field without limits.
-std::string RangeOf(model::ControlRef control);
+std::string TopicRange(model::ControlRef control);
 
 /// The rows of the field's table of facts: range, rounding, names in messages and in the device.
 std::string FactsOf(const FieldSource& field);

@@ -19,6 +19,8 @@ constexpr double kInset = 240;
 constexpr double kLeft = 90;
 constexpr double kFrameHeight = 780;
 
+constexpr char kSeparator = ',';  // of the saved file
+
 std::string OnOneLine(std::string text) {
   const auto breaks = [](char character) { return character == '\r' || character == '\n'; };
   const auto both = [&](char one, char other) { return breaks(one) && breaks(other); };
@@ -107,7 +109,7 @@ void fLog::Save() {
         return;
       }
     }
-    files_.Write(*path, RowsAsLines());
+    files_.Write(*path, RowsAsCsv());
   } catch (const std::exception& failure) {
     desktop().ShowMessage({failure.what(), startup::kProgramTitle, ui::Icon::Exclamation});
   }
@@ -115,13 +117,12 @@ void fLog::Save() {
 
 /// Quotes inside a text are not doubled, deliberately. Other programs need a byte-order mark to read letters
 /// beyond ASCII; plain text goes without.
-std::string fLog::RowsAsLines() const {
+std::string fLog::RowsAsCsv() const {
   std::string lines;
   for (const ui::ListView::Row& row : lstActivity.Rows()) {
     for (std::size_t column = 0; column < 3; ++column) {
-      lines += column == 0 ? "\"" : ",\"";
-      lines += row.cells[column];
-      lines += '"';
+      if (column != 0) lines += kSeparator;
+      lines += '"' + row.cells[column] + '"';
     }
     lines += "\r\n";
   }

@@ -58,7 +58,7 @@ class fLog : public ui::Form {
   std::vector<ui::Spot> PlaceControls(double outer_width, double outer_height);
   /// Asks for a file and writes each row as a line: three quoted texts separated by commas, then CR LF.
   void Save();
-  std::string RowsAsLines() const;
+  std::string RowsAsCsv() const;
   void AskAndClear();
 
   const platform::Program& program_;

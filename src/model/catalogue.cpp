@@ -12,6 +12,7 @@ constexpr ControlRef kLbHvacType{ScreenArray::lbHvacType};
 // so; the model is shown twice and read a third time as raw bytes.
 // clang-format off
 constexpr CatalogueRow kCatalogue[] = {
+    // name, description, control, point, index, display rounding, offset, limits: lowest and highest in SI, then in US
     {"nciSetPts.occ_heat", "Occupied heating setpoint", txtNvi(0), "nciSetPts", 3, 0.5, true, CatalogueLimits{4.5, 32, 40, 90}},
     {"nciSetPts.standby_heat", "Occupied standby setpoint", txtNvi(18), "nciSetPts", 4, 1.0, false, CatalogueLimits{4.5, 32, 40, 90}},
     {"nciSetPts.unocc_heat", "Unoccupied heating setpoint", txtNvi(1), "nciSetPts", 5, 0.5, true, CatalogueLimits{4.5, 32, 40, 90}},

@@ -174,8 +174,8 @@ ui::Label& ConfigurationScreen::NewLabel(std::string caption) {
 
 namespace {
 
-/// "4.5 to 32 ºC" on a line of its own; empty where the field has no limits.
-std::string RangeOf(const FieldRow& field, int display_units) {
+/// "4.5 to 32 ºC" on a line of its own; empty if the field has no limits.
+std::string TipRange(const FieldRow& field, int display_units) {
   const auto rows = Catalogue();
   const auto row = std::ranges::find(rows, field.control, &CatalogueRow::control);
   if (row == rows.end() || !row->limits) return {};
@@ -193,7 +193,7 @@ void ShowFieldTips(ConfigurationScreen& screen, int display_units,
   for (const FieldRow& field : Fields()) {
     ui::Control& control = *screen.Find(field.control);
     const std::string noted = note(control);
-    control.SetToolTip(std::string(field.meaning) + RangeOf(field, display_units) +
+    control.SetToolTip(std::string(field.meaning) + TipRange(field, display_units) +
                        (noted.empty() ? "" : "\r\n" + noted));
   }
 }

@@ -20,7 +20,7 @@ class ConfigurationScreen {
 
   /// Indices of txtNvi lie below this; not every one has a field.
   static constexpr int kTextFieldCount = 42;
-  /// Null where the array has no such element.
+  /// Null if the array has no such element.
   ui::TextField* txtNvi(int index) const;
   ui::ChoiceList* cbNvi(int index) const;
   /// Null for ScreenArray::None and for elements that do not exist.
@@ -28,7 +28,7 @@ class ConfigurationScreen {
 
   /// The fields and lists of the device that can be edited, in the order of the screen.
   const std::vector<ui::Field*>& EditableFields() const { return editable_fields_; }
-  /// Those beside which the unit of temperatures stands.
+  /// Those with the unit of temperatures beside them.
   const std::vector<ui::TextField*>& TemperatureFields() const { return temperature_fields_; }
 
   const std::vector<std::unique_ptr<ui::Label>>& txtTempUnits() const { return temperature_units_; }
@@ -65,7 +65,7 @@ class ConfigurationScreen {
   std::vector<std::unique_ptr<ui::Frame>> frames_;
 };
 
-/// Explains each field in its tooltip: what it means and, where it takes a number, the range in these display
+/// Explains each field in its tooltip: what it means and, if it takes a number, the range in these display
 /// units (0 Celsius, 1 Fahrenheit) with the unit that the screen shows. The note about the field, if
 /// any, follows on its own line.
 void ShowFieldTips(ConfigurationScreen& screen, int display_units,

@@ -46,12 +46,12 @@ class CNvCtrlTable {
 
   std::string NvString() const { return NvCpTable->NvAsString(); }
 
-  /// The field's text for display, rounded to the step where the field rounds. Throws 9 where the point has
+  /// The field's text for display, rounded to the step where the field rounds. Throws 9 if the point has
   /// no such field, for example before it was read.
   std::string Value() const;
   /// The same of what the device is known to hold.
   std::string KnownValue() const;
-  /// Stores the text in the field and marks the point changed. Throws 9 where the point has no such field,
+  /// Stores the text in the field and marks the point changed. Throws 9 if the point has no such field,
   /// and 13 for a text with the point's separator in it, which would shift every later value by a field.
   void SetValue(const std::string& text);
   /// Puts what the device is known to hold back into the field.

@@ -66,7 +66,7 @@ bool CNvCpTable::SendNetworkValue() {
   } catch (const Error& error) {
     const std::int16_t code = CodeOf(error);
     const bool known = code == kWriteFailed || code == kFormatFailed;
-    // No blank after "updating" where the code is not known; deliberate.
+    // No blank after "updating" if the code is not known; deliberate.
     throw Error(error.number(), "SendNetworkValue",
                 known ? "Error updating " + Name + " \r\n" + TextOf(code)
                       : "Error updating" + Name + " \r\n" + error.description());
@@ -83,7 +83,7 @@ void CNvCpTable::GetNetworkValue(int display_units, const std::function<bool()>&
     Dialect->SetFormat(MyNetworkVariable, format);
     NvAsArray = SplitValue(Dialect->Value(MyNetworkVariable, Separator));
   } catch (const Error& error) {
-    // Where even this fails the object may have another format than the fields: they count as not read.
+    // If even this fails, the object may have another format than the fields: they count as not read.
     if (!format_read_.empty() && format_read_ != format && still_ours() && !platform::ValueOr(false, [this] {
           return Dialect->SetFormat(MyNetworkVariable, format_read_), true;
         }))

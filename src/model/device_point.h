@@ -18,7 +18,7 @@ class CNvCpTable {
  public:
   std::string Name;
   std::string Description;
-  /// Where the variable stands in the device interface; carried, never read.
+  /// The variable's place in the device interface; stored, never used.
   std::string Relative;
   /// The data format in which the object server renders the value.
   std::string Format;
@@ -35,7 +35,7 @@ class CNvCpTable {
   std::shared_ptr<lns::Dialect> Dialect = std::make_shared<lns::Dialect>();
 
   /// The most fields that the value can have; 0 for any number. An object server whose numbers carry the
-  /// separator as their decimal sign gives more, and each would stand for another one's value.
+  /// separator as their decimal sign gives more, and each would be taken for another field's value.
   std::size_t MostFields = 0;
 
   std::string NvAsString() const;
@@ -54,7 +54,7 @@ class CNvCpTable {
   void GetNetworkValue(
       int display_units, const std::function<bool()>& still_ours = [] { return true; });
 
-  /// Whether the fields, and the format in which the device parses them, stand in these units, so that they
+  /// Whether the fields, and the format in which the device parses them, are in these units, so that they
   /// may be shown and written in them.
   bool IsReadIn(int display_units) const { return format_read_ == FormatFor(display_units); }
 
@@ -76,7 +76,7 @@ class CNvCpTable {
   std::string FormatFor(int display_units) const;
   std::vector<std::string> SplitValue(const std::string& value) const;
 
-  /// The format in which NvAsArray was read; empty before the first read, and where the object may have
+  /// The format in which NvAsArray was read; empty before the first read, and if the object may have
   /// another one by now.
   std::string format_read_;
   std::vector<std::string> known_fields_;

@@ -44,7 +44,7 @@ constexpr PointRow kPoints[] = {
 };
 // clang-format on
 
-/// None of them has the name; false as well where they cannot be asked.
+/// None of them has the name. False also if they cannot be read.
 bool Lacks(const lns::Collection<lns::NetworkVariable>& variables, std::string_view name) {
   return platform::ValueOr(false, [&] {
     for (const lns::NetworkVariable variable : variables.Items())

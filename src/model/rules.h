@@ -18,7 +18,7 @@ struct Range {
   bool offset_value = false;
 };
 
-/// The limit that the number of a text lies beyond; nothing where it lies within, limits included.
+/// The limit that the number of a text exceeds; nothing if it is within the limits or on them.
 enum class Limit { Maximum, Minimum };
 std::optional<Limit> LimitExceeded(const std::string& text, const Range& range);
 
@@ -43,12 +43,12 @@ struct CrossRule {
 /// The rules of a field that is left, in the order in which they are kept.
 std::span<const CrossRule> CrossRulesOf(int left);
 
-/// How a rule that does not hold is repaired: the new text of the repaired field, or nothing where that
+/// How a violated rule is repaired: the new text of the repaired field, or nothing if that
 /// number has more digits than computed texts have.
 struct Repair {
   std::optional<std::string> text;
 };
-/// Nothing where the rule holds. Numbers are compared after rounding to 6 decimals, so that equality is never
+/// Nothing if the rule holds. Numbers are compared after rounding to 6 decimals, so that equality is never
 /// a violation; a text that begins with no number counts as 0.
 std::optional<Repair> RepairOf(const CrossRule& rule, const std::function<std::string(int)>& text_of);
 

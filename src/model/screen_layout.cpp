@@ -153,6 +153,14 @@ constexpr FramePlace kFrames[] = {
     {7, "Version Information", "Network Module", "", kNetworkModule},
 };
 
+static_assert(std::ranges::all_of(kFrames,
+                                  [](const FramePlace& frame) {
+                                    return frame.inside.empty() ||
+                                           std::ranges::count(kFrames, frame.inside, &FramePlace::caption) ==
+                                               1;
+                                  }),
+              "a frame names the caption of the frame around it");
+
 constexpr std::string_view kItems0[] = {"PERMANENT", "TEMPORARY"};
 constexpr std::string_view kItems1[] = {"3", "4", "5", "6", "7", "8"};
 constexpr std::string_view kItems2[] = {"NONE", "REM_NSB", "MOTION_NO", "MOTION_NC", "WINDOW"};

@@ -27,13 +27,13 @@ constexpr ControlRef cbNvi(int index) { return {ScreenArray::cbNvi, index}; }
 /// \u00BAF.
 enum class Unit { None, Temperature, TemperatureDifference, Percent, Seconds, Minutes, Hours };
 
-/// All that is told of one field.
+/// Everything about one field.
 struct FieldRow {
   std::string_view label;
   ControlRef control;
-  /// What stands beside it on the screen, which is not always what is meant.
+  /// The text beside it on the screen, which is not always what is meant.
   Unit unit_label;
-  /// None as well where nothing says which it is.
+  /// None also if nothing says which it is.
   Unit unit;
   /// What the field means, in the words of a commissioning engineer: one sentence, without the range.
   std::string_view meaning;
@@ -47,7 +47,7 @@ struct FieldRow {
 
 struct FramePlace {
   int page;
-  /// The caption of the frame around this one; empty for a frame that stands on the page.
+  /// The caption of the frame around this one; empty for a frame on the page itself.
   std::string_view inside;
   std::string_view caption;
   /// A heading over the fields; empty for none.
@@ -82,7 +82,7 @@ inline constexpr int kContactPage = 6;
 inline constexpr int kHardwarePage = 2;
 inline constexpr std::string_view kHardwarePageHeading = "Configuration";
 
-/// Frames on a page stand in two columns, row by row; frames inside a frame stand below each other.
+/// Frames on a page fill two columns, row by row; frames inside a frame are below each other.
 inline constexpr int kFrameColumns = 2;
 std::span<const FramePlace> Frames();
 

@@ -4,10 +4,10 @@
 
 #include "platform/program.h"
 
-/// The page with which the program tells about itself: about.htm, a resource of the executable.
+/// The page about the program: about.htm, a resource of the executable.
 namespace plugin {
 
-/// Where a web browser finds the page.
+/// The page's address for a web browser.
 std::string ContactPageAddress(const platform::Program& program);
 
 /// What the page says, as lines of plain text; an empty line between its paragraphs.

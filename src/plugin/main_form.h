@@ -26,8 +26,8 @@ class fMain : public ui::Form {
   /// The same for the device that owns the object; without an owner no device is shown at all.
   void ProcessLonMarkObjectCommand(const lns::LonMarkObject& object);
 
-  /// Closes what the object server has open, unloads all windows and ends the process. No failure stops it; a
-  /// director that comes in meanwhile does, where no other one was left.
+  /// Closes everything that the object server has open, unloads all windows and ends the process. No failure
+  /// stops it. A director that arrives meanwhile does, if there was none before.
   void EndPlugIn();
   bool HasEnded() const { return ending_ == Ending::ForGood; }
   /// Ends the plug-in when no automation object is left and the window is hidden, or the user has asked for
@@ -54,13 +54,12 @@ class fMain : public ui::Form {
   /// The number of the bitmap that shows the thermostat.
   static constexpr int kProductPicture = 301;
 
-  /// The process's object server. Made at load, and again whenever it is asked for and there is none, or the
-  /// one that there was has ended; throws where none can be had. None once the program has ended: nobody
-  /// would close what it opens.
+  /// The process's object server. Made at load, and again on demand if there is none or if it has ended;
+  /// throws if none can be had. None once the program has ended: nobody would close what it opens.
   lns::ObjectServer lcaOS();
 
-  /// The help topic of the control that has the focus, or had it before the help button was pressed; where it
-  /// has none, that of the page in front; 0 where that has none either.
+  /// The help topic of the control that has the focus, or had it before the help button was pressed; if it
+  /// has none, that of the page in front; 0 if that has none either.
   int HelpContext() const;
 
   bool DeviceOnline() const { return device_->state().online; }
@@ -103,7 +102,7 @@ class fMain : public ui::Form {
  private:
   ui::Box MakeLayout();
   // Settings in the plug-in's machine key: units are 0 only for the stored text "0", else 1; the debug mode
-  // is 1 where the stored number rounds to 1, else 0.
+  // is 1 if the stored number rounds to 1, else 0.
   void GetDisplayUnits();
   void SetDisplayUnits();
   void GetDebug();
@@ -133,7 +132,7 @@ class fMain : public ui::Form {
   lns::ObjectServer object_server_;
   int running_operations_ = 0;
   bool exit_wanted_ = false;
-  /// Without directors the program ends unless one comes in meanwhile; where the user ends it, for good.
+  /// Unused: it ends unless a director arrives meanwhile. ForGood: the user ends it.
   enum class Ending { No, Unused, ForGood } ending_ = Ending::No;
   lonworks::ResourceFiles resource_files_;
 

@@ -17,7 +17,7 @@ namespace plugin {
 std::vector<std::string> SplitObjectPath(std::string_view path);
 
 /// The application device or LonMark object that the path names on the open network, as the object type asks
-/// for; nothing where the path does not have that many components, names another network or system, or where
+/// for; nothing if the path does not have that many components, names another network or system, or if
 /// any step of the look-up fails. Network and system are copies: another one may be opened meanwhile.
 lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
                           lns::Network network, lns::System system);

@@ -43,7 +43,7 @@ void WriteKey(const session::Services& services) {
     const char* value_name;
     std::string text;
   };
-  const std::array<Row, 10> rows = {{
+  const Row rows[] = {
       {"", identity.PlugInProgID},
       {"Name", identity.PlugInName},
       {"Description", identity.PlugInDescription},
@@ -54,7 +54,7 @@ void WriteKey(const session::Services& services) {
       {"Prelaunch", FlagText(kFlagOff)},
       {"MultiObject", FlagText(kFlagOff)},
       {"SingleInstance", FlagText(kFlagOn)},
-  }};
+  };
   for (const Row& row : rows)
     activity::LogAndGoOn(
         services.log, "Error writing the registry value " + std::string(row.value_name), identity.PlugInKey(),

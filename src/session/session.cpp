@@ -45,15 +45,10 @@ void CloseServer(Session& session) {
   session.ObjectServer.Close();
 }
 
-/// Sets the remote flag to what the interface name needs. Returns its former value.
-bool SwitchRemoteFlag(Session& session, bool wanted) {
-  const lns::ObjectServer& server = session.ObjectServer;
-  const bool was_remote = server.RemoteFlag();
-  if (was_remote != wanted) {
-    if (server.IsOpen()) CloseServer(session);
-    server.SetRemoteFlag(wanted);
-  }
-  return was_remote;
+/// An object server takes it only while it is closed.
+void ChangeRemoteFlag(Session& session, bool remote) {
+  if (session.ObjectServer.IsOpen()) CloseServer(session);
+  session.ObjectServer.SetRemoteFlag(remote);
 }
 
 /// Opens the object server. True for a session over the Internet, which only an object server that was
@@ -96,7 +91,8 @@ lns::NetworkInterface RemoteInterface(Session& session, const std::string& name)
 void OpenNetwork(Session& session, const std::string& network_name, const std::string& interface_name) {
   if (network_name == session.CurrentNetworkName && session.NetworkOpen) return;
   const lns::ObjectServer& server = session.ObjectServer;
-  const bool was_remote = SwitchRemoteFlag(session, !interface_name.empty());
+  const bool was_remote = server.RemoteFlag(), remote = !interface_name.empty();
+  if (was_remote != remote) ChangeRemoteFlag(session, remote);
   bool internet = false;
   if (!session.ServerOpen) internet = OpenServer(session, interface_name, was_remote);
   if (!interface_name.empty() && !internet)

@@ -34,7 +34,7 @@ class ControlPeer {
   virtual ~ControlPeer() = default;
   virtual void Update(Aspect aspect) = 0;
   virtual void TakeFocus() = 0;
-  /// Whoever asks for the window needs it now.
+  /// A caller that asks for the window needs it now.
   virtual std::uintptr_t hwnd() { return 0; }
   /// The control is being destroyed before its window.
   virtual void ControlGone() {}
@@ -43,7 +43,7 @@ class ControlPeer {
 /// The keys held down with another key, as the platform numbers them.
 enum KeyState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
 
-/// A control without a window: it holds its state and tells its peer what changed. The handlers are what the
+/// A control without a window: it holds its state and notifies its peer of changes. The handlers are what the
 /// form that owns it wants to know; the peer calls them when the user does something.
 ///
 /// Owned by its form, used from the user-interface thread.
@@ -97,7 +97,7 @@ class Control : public HasWindow {
   const std::string& AccessibleName() const { return accessible_name_; }
   void SetAccessibleName(std::string name) { accessible_name_ = std::move(name); }
 
-  /// The topic of the help file that explains the control; 0 where the window's own does.
+  /// The topic of the help file that explains the control; 0 if the window's own does.
   int help_context = 0;
 
   const std::string& Tag() const { return tag_; }

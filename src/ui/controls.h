@@ -88,7 +88,7 @@ class Label : public Control {
   }
   enum class Weight { Normal, Heading };
   Weight weight = Weight::Normal;
-  /// A label that tells what the device reports rather than what a field is called: its text is no
+  /// A label that shows what the device reports rather than what a field is called: its text is no
   /// accelerator.
   bool shows_data = false;
   /// Room to keep for texts to come, in digits; a longer text is cut with an ellipsis. 0 is as wide as its
@@ -114,7 +114,7 @@ class Button : public Control {
   }
 };
 
-/// One of a group of which one is selected; the group is the frame it stands in.
+/// One of a group of which one is selected; the group is the frame around it.
 class OptionButton : public Control {
  public:
   OptionButton(std::string name, std::string caption) : Control(Kind::OptionButton, std::move(name)) {
@@ -190,7 +190,7 @@ class ImageList {
   ImageList(std::initializer_list<Image> images) : images_(images) {}
 
   const std::vector<Image>& Images() const { return images_; }
-  /// The place of a picture, from 0; nothing where no picture has the key.
+  /// The index of a picture, from 0; nothing if no picture has the key.
   std::optional<std::size_t> Find(std::string_view key) const;
 
  private:
@@ -200,10 +200,10 @@ class ImageList {
 /// A report list whose rows are only ever appended or cleared; the window asks for the rows it shows.
 class ListView : public Control {
  public:
-  /// A row's icon, in short: it stands for the picture with its key.
+  /// A row's icon, by the key of its picture.
   enum class Icon { Green, Red };
   static std::string_view KeyOf(Icon icon) { return icon == Icon::Green ? "Green" : "Red"; }
-  /// Where the pictures come from; null for none. Set before the window is made.
+  /// The source of the pictures; null for none. Set before the window is made.
   const ImageList* small_icons = nullptr;
   /// The texts of a row, held as one, since rows come by the million. A text ends at a NUL character.
   class Cells {

@@ -40,11 +40,11 @@ struct OpenDialog {
   std::string title;
   /// Descriptions and patterns in turn, with "|" between them; the first one is chosen.
   std::string filter;
-  /// Where the dialog opens; empty leaves that to the system.
+  /// The folder in which the dialog opens; empty leaves that to the system.
   std::string folder;
 };
 
-/// Shows one form. What the user does to the window is told to the form.
+/// Shows one form. It reports to the form what the user does to the window.
 class FormWindow {
  public:
   virtual ~FormWindow() = default;
@@ -97,7 +97,7 @@ struct AnimationStyle {
 
 /// The user's screen: windows, message boxes, pointer, and the message loop.
 ///
-/// One for the process, used from the user-interface thread; a fake stands for it in the portable tests.
+/// One for the process, used from the user-interface thread; the portable tests use a fake.
 class Desktop {
  public:
   virtual ~Desktop() = default;
@@ -105,11 +105,11 @@ class Desktop {
   /// Makes the window of a form, hidden, with all controls of its layout.
   virtual std::unique_ptr<FormWindow> MakeWindow(Form& form) = 0;
 
-  /// Makes an animation control inside a window; null where the system has none.
+  /// Makes an animation control inside a window; null if the system has none.
   virtual std::unique_ptr<AnimationWindow> MakeAnimation(std::uintptr_t owner,
                                                          const AnimationStyle& style) = 0;
 
-  /// Shows a modal message box and returns the button pressed. Closing it gives Cancel, No, or Ok where it is
+  /// Shows a modal message box and returns the button pressed. Closing it gives Cancel, No, or Ok if it is
   /// alone.
   virtual Answer ShowMessage(const Message& message) = 0;
 
@@ -124,7 +124,7 @@ class Desktop {
   /// Puts a text on the clipboard. Throws while another program keeps hold of it.
   virtual void CopyText(const std::string& text) = 0;
 
-  /// Opens a help file at the topic of a context number, or at its first one for 0. False where the file
+  /// Opens a help file at the topic of a context number, or at its first one for 0. False if the file
   /// cannot be shown.
   virtual bool ShowHelp(const std::string& file, int context) = 0;
 

@@ -75,7 +75,7 @@ class Form : public HasWindow {
   /// The control that had the focus before, or null.
   Control* FormerControl() const { return former_control_; }
 
-  // What the window tells.
+  // What the window reports.
   void WindowMoved(double left, double top, double width, double height);
   void WindowStateChanged(WindowState state) { state_ = state; }
   void WindowActivated() { OnActivate(); }
@@ -83,7 +83,7 @@ class Form : public HasWindow {
   /// The window is asked to close. False refuses.
   bool CloseRequested(CloseReason reason);
   void HelpRequested() { OnHelp(); }
-  /// Escape, where no button answers to it: true when the form has dealt with it.
+  /// Escape, if no button answers to it: true if the form has dealt with it.
   bool EscapePressed() { return OnEscape(); }
   /// A key with Alt: true when the form has dealt with it (accelerators that the controls cannot know).
   virtual bool HandleAccelerator(char32_t character);
@@ -117,7 +117,7 @@ class Form : public HasWindow {
   /// The user pressed Escape, and there is no cancel button.
   virtual bool OnEscape() { return false; }
 
-  /// Opens the help file at a topic, and says so where it cannot be shown.
+  /// Opens the help file at a topic; a message says if it cannot be shown.
   void ShowHelp(const std::string& file, int context, const std::string& title);
 
  private:

@@ -82,7 +82,7 @@ bool IsTabStop(const std::vector<Stop>& stops, const Stop& stop) {
   return first->control == stop.control;
 }
 
-/// True when the control stands in the box; the path then holds the pages down to it.
+/// True if the control is in the box; the path then holds the pages down to it.
 bool FindPages(const Box& box, const Control& control, std::vector<PagePlace>& path) {
   if (box.control == &control) return true;
   for (std::size_t i = 0; i < box.children.size(); ++i) {

@@ -12,20 +12,20 @@
 
 namespace ui {
 
-/// Follows the keyboard focus inside one window and tells its controls in a fixed order: the left one is
-/// validated, then told that it lost the focus, then the window's active control changes, then the new one is
-/// told.
+/// Follows the keyboard focus inside one window and notifies its controls in a fixed order: the control that
+/// is left is validated, then notified that it lost the focus; then the window's active control changes, then
+/// the new one is notified.
 ///
 /// Only a move to another control of the window counts; the window system reports nothing when a message box
 /// or another program comes to the front. What a handler does to the focus takes effect when the handler has
 /// ended, and a control which the focus only passed through hears nothing.
 class FocusTracker {
  public:
-  /// `prepare` runs before a control is told that it has got the focus.
+  /// `prepare` runs before a control is notified that it has the focus.
   FocusTracker(Form& form, std::function<void(Control&)> prepare)
       : form_(form), prepare_(std::move(prepare)) {}
 
-  /// The focus stands on this control.
+  /// This control has the focus.
   void Arrived(Control& control) {
     wanted_ = &control;
     Settle();
@@ -47,7 +47,7 @@ class FocusTracker {
 
   Control* current() const { return current_; }
 
-  /// The window goes: nothing more is told.
+  /// The window goes: no more notifications.
   void Stop() {
     stopped_ = true;
     current_ = wanted_ = nullptr;
@@ -98,13 +98,13 @@ class FocusTracker {
 char32_t AcceleratorOf(const std::string& caption);
 
 /// The control to which the Tab key leads from another one; from null to the first. Of a group of option
-/// buttons only the selected one, or the first where none is selected. Null where there is none.
+/// buttons only the selected one, or the first if none is selected. Null if there is none.
 enum class Direction { Forward, Backward };
 Control* NextControl(const Box& layout, const Control* from, Direction direction);
 
 /// The option button before or after one in its frame, going round.
 OptionButton* NextOption(const Box& layout, const OptionButton& from, Direction direction);
-/// The option buttons that stand in the same frame, itself included.
+/// The option buttons in the same frame, itself included.
 std::vector<OptionButton*> OptionsAround(const Box& layout, const OptionButton& option);
 
 /// What a letter pressed with Alt leads to.
@@ -112,12 +112,12 @@ struct Accelerator {
   /// The control that takes the focus or is pressed. A label and a frame lead to the next control that takes
   /// the focus.
   Control* control = nullptr;
-  /// The page to bring to the front, where the control is a tab control.
+  /// The page to bring to the front, if the control is a tab control.
   std::optional<std::size_t> page;
   /// Nothing else answers to the letter, so that a button is pressed and not just focused.
   bool only_one = true;
 };
-/// Where several captions share a letter, the one after the active control or the page in front.
+/// If several captions share a letter, the one after the active control or the page in front.
 std::optional<Accelerator> FindAccelerator(const Box& layout, char32_t letter, const Control* active);
 
 /// The pages that must come to the front, outermost first, for a control to be seen.

@@ -10,7 +10,7 @@
 
 namespace ui {
 
-/// Where a form puts one of its controls itself, in twips of the client area.
+/// The place in which a form puts one of its controls itself, in twips of the client area.
 struct Spot {
   Control* control;
   double left, top, width, height;

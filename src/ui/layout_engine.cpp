@@ -14,7 +14,7 @@ Rectangle Inside(const Rectangle& outer, const Insets& insets) {
           outer.height - insets.top - insets.bottom};
 }
 
-/// A child in its cell: stretched across, or at its own size; single controls stand in the middle of their
+/// A child in its cell: stretched across, or at its own size; single controls are in the middle of their
 /// row, so that a label is level with the field beside it.
 Rectangle InCell(const Box& box, Extent size, Rectangle cell) {
   if (!box.stretch_width && !box.IsField()) cell.width = std::min(cell.width, size.width);

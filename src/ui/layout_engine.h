@@ -32,15 +32,15 @@ class Metrics {
   /// The size in which nothing of the control is cut. For a frame that of its caption, for tabs that of the
   /// row of captions.
   virtual Extent PreferredSize(const Control& control) const = 0;
-  /// Border, caption and padding of a frame that stands on a page or window, or inside another frame.
+  /// Border, caption and padding of a frame on a page or window, or inside another frame.
   virtual Insets FrameInsets(const Control& frame, bool nested) const = 0;
   /// From the tab control's edges to its page.
   virtual Insets TabInsets(const Control& tabs) const = 0;
-  /// Around what stands in a window, or on a page.
+  /// Around the content of a window or page.
   virtual int Margin() const = 0;
   /// Between two controls.
   virtual int ControlGap() const = 0;
-  /// Between two where one of them is a frame or a tab control.
+  /// Between two of which one is a frame or a tab control.
   virtual int GroupGap() const = 0;
   /// How many twips a pixel has.
   virtual double TwipsPerPixel() const = 0;
@@ -62,8 +62,8 @@ struct Placement {
 ///   cut.
 /// - Left-over width is shared by the stretching children of a row; of a grid's stretching columns the narrow
 ///   ones get it until all are equally wide. Left-over height goes to the last stretching child of a column,
-///   so that what stands in columns side by side stays in line.
-/// - Grids of one group share their column widths when they stand on the same page. A text field or list is
+///   so that columns side by side stay in line.
+/// - Grids of one group share their column widths when they are on the same page. A text field or list is
 /// as wide as its column, and takes in empty cells before it.
 /// - A status bar at the end of the window's column lies along the window's edge, outside the margin.
 class LayoutEngine {
@@ -73,7 +73,7 @@ class LayoutEngine {
   /// The smallest client area that cuts nothing.
   Extent Minimum() const { return minimum_; }
 
-  /// All controls in layout order, a frame and a tab control before what stands in them, in coordinates of
+  /// All controls in layout order, a frame and a tab control before their content, in coordinates of
   /// the client area. Controls on all pages are placed.
   std::vector<Placement> Arrange(Extent client) const;
 

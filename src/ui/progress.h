@@ -16,8 +16,8 @@ namespace ui {
 
 /// Plays a silent clip in an area of a window, from a resource of a program file or from a file.
 ///
-/// StartPlay raises 45001 where the control cannot be made, 45002 where the clip cannot be opened, 45003
-/// where the module that holds it cannot be loaded; the source is the program's executable name and
+/// StartPlay raises 45001 if the control cannot be made, 45002 if the clip cannot be opened, 45003
+/// if the module that holds it cannot be loaded; the source is the program's executable name and
 /// ".cAnimControl".
 class cAnimControl {
  public:
@@ -65,7 +65,7 @@ class fProgress : public Form {
 
   AnimationHost picResAnim{"picResAnim"};
   Label Status{"Status"};
-  /// What Escape does; false where nothing.
+  /// What Escape does; false if nothing.
   std::function<bool()> on_escape;
   /// While the operation runs this may be the program's only window, and the user may not close it.
   bool operation_runs = true;
@@ -98,7 +98,7 @@ class Progress {
   void LeaveToUser();
   void Close();
 
-  /// What Escape does in the window; false where nothing.
+  /// What Escape does in the window; false if nothing.
   std::function<bool()> on_escape;
 
  private:

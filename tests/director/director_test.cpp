@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <fstream>
 #include <sstream>
 
@@ -8,7 +6,6 @@
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
 #include "simulator/object_server.h"
-#include "support/error_of.h"
 #include "support/user.h"
 
 namespace {

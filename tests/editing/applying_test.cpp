@@ -1,7 +1,5 @@
 #include "editing/open_device.h"
 
-#include <gtest/gtest.h>
-
 #include "model/catalogue.h"
 #include "support/user.h"
 #include "text/numbers.h"
@@ -9,7 +7,7 @@
 
 namespace {
 
-TEST(Apply, HoldsEveryFieldBetweenItsLimitsAndTells) {
+TEST(Apply, ClampsEveryFieldToItsLimitsAndSaysSo) {
   for (const bool us : {false, true}) {
     Opened opened(kFirstThermostat, us ? "1" : "0");
     const auto apply = [&](const model::CatalogueRow& row, const std::string& typed) {
@@ -31,7 +29,7 @@ TEST(Apply, HoldsEveryFieldBetweenItsLimitsAndTells) {
       const double inside = !row.offset_value ? 0 : us ? 0.025 : 0.05;
       struct Probe {
         double typed, shown, stored;
-        const char* told;
+        const char* limit_name;
       };
       for (const Probe& probe : {Probe{high + 1, high, high - inside, "maximum"},
                                  {high, high, high - inside, ""},
@@ -42,11 +40,12 @@ TEST(Apply, HoldsEveryFieldBetweenItsLimitsAndTells) {
         const std::string shown = text::ShortestText(probe.shown);
         EXPECT_NEAR(text::LeadingNumber(apply(row, text::ShortestText(probe.typed))), probe.stored, 1e-9);
         EXPECT_EQ(opened.Field(row.control.index).Text(), shown);
-        ASSERT_EQ(opened.desktop.messages.size(), *probe.told ? 1u : 0u);
-        if (!*probe.told) continue;
+        ASSERT_EQ(opened.desktop.messages.size(), *probe.limit_name ? 1u : 0u);
+        if (!*probe.limit_name) continue;
         const ui::Message& message = opened.desktop.messages[0].message;
-        EXPECT_EQ(message.text, std::string(row.description) + " out of range\r\n\r\nThe " + probe.told +
-                                    " allowed value is: " + shown + "\r\n\r\nThe value has been adjusted");
+        EXPECT_EQ(message.text, std::string(row.description) + " out of range\r\n\r\nThe " +
+                                    probe.limit_name + " allowed value is: " + shown +
+                                    "\r\n\r\nThe value has been adjusted");
         EXPECT_EQ(message.caption, "QM5R-FC PIR LNS Device Plug-in");
         EXPECT_EQ(message.icon, ui::Icon::None);
       }
@@ -71,7 +70,7 @@ TEST(Apply, WritesOnlyTheChangedVariablesOnceEach) {
   EXPECT_TRUE(opened.desktop.messages.empty());
 }
 
-TEST(Apply, AnEditMadeMeanwhileIsKept) {
+TEST(Apply, KeepsAnEditMadeMeanwhile) {
   Opened opened;
   opened.Enter(39, "90");
   opened.Enter(0, "20.5");
@@ -100,7 +99,7 @@ TEST(Apply, OpeningEveryListAndApplyingChangesNoByte) {
   }
 }
 
-TEST(Apply, LeavesOutWhatIsNoNumber) {
+TEST(Apply, SkipsTextsThatAreNotNumbers) {
   for (const char* text : {"", "-", "abc"}) {
     Opened opened;
     opened.Enter(39, "90");
@@ -145,7 +144,7 @@ TEST(PutBack, DropsTheChangeOfOneFieldAndKeepsTheOthersOfItsPoint) {
   EXPECT_EQ(opened.Raw("nciSetPts"), bytes);
 }
 
-TEST(PutBack, ShowsWhatTheDeviceHoldsAndTellsItBefore) {
+TEST(PutBack, ShowsTheDevicesValueAndAnnouncesItInTheTooltip) {
   struct Case {
     const char *units, *edit, *was;
     int list, page;
@@ -169,7 +168,7 @@ TEST(PutBack, ShowsWhatTheDeviceHoldsAndTellsItBefore) {
   }
 }
 
-TEST(PutBack, WaitsForTheEndOfAnOperationAndIsOverWithTheNetwork) {
+TEST(PutBack, IsDisabledDuringAnOperationAndWithoutANetwork) {
   Opened opened;
   opened.Enter(39, "90");
   opened.desktop.on_yield = [&] { opened.Field(39).UserPutsBack(); };

@@ -1,7 +1,5 @@
 #include "editing/field_editing.h"
 
-#include <gtest/gtest.h>
-
 #include "support/user.h"
 
 namespace {
@@ -66,7 +64,7 @@ TEST(FieldEditing, PageKeysStep) {
   }
 }
 
-TEST(FieldEditing, AnEntryThatIsNoNumberIsRefused) {
+TEST(FieldEditing, RefusesAnEntryThatIsNotANumber) {
   for (const char* entry : {"1:30", "-", "5-", ".", "1.2.3"}) {
     Opened opened;
     opened.Enter(0, entry);
@@ -78,7 +76,7 @@ TEST(FieldEditing, AnEntryThatIsNoNumberIsRefused) {
     EXPECT_FALSE(opened.IsMarked(opened.Field(0)));
     EXPECT_EQ(opened.Focused(), &opened.List(0)) << "the focus may always leave";
   }
-  // Another device takes the screen while the focus stands in the field.
+  // Another device takes the screen while the field has the focus.
   Opened opened;
   opened.GoTo(opened.Field(0));
   World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
@@ -95,7 +93,7 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
     const char* typed;
     std::map<int, const char*> changed;  // besides the field that was left
     std::vector<std::string> messages;
-    int focused;  // -1: where the user went
+    int focused;  // -1: the control that the user went to
     const char* units = "0";
   };
   // The screen before: heating 21 and 16, at most 32; cooling 23 and 28, at least 12; dead band 1.5.
@@ -185,7 +183,7 @@ TEST(FieldEditing, ARefusedEntryGoesBackWithTheMarkOfTheFormerText) {
   EXPECT_FALSE(opened.IsMarked(opened.Field(3)));
 }
 
-TEST(FieldEditing, ATextThatWasNotChangedIsNotRefused) {
+TEST(FieldEditing, AcceptsAnUnchangedText) {
   Opened opened;
   opened.Field(0).SetText("");
   opened.GoTo(opened.Field(0));
@@ -194,7 +192,7 @@ TEST(FieldEditing, ATextThatWasNotChangedIsNotRefused) {
   EXPECT_EQ(opened.Field(0).Text(), "21") << "the press was not swallowed";
 }
 
-TEST(FieldEditing, RulesEndWhateverTheNumbersAre) {
+TEST(FieldEditing, RulesTerminateForAllNumbers) {
   const std::string nines(400, '9');
   for (const std::string& typed :
        {std::string("999999999999999.5"), std::string("123456789012345678"), nines, "-" + nines})

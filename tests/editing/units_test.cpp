@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "support/user.h"
 
 namespace {
@@ -23,7 +21,7 @@ TEST(Units, ASwitchReadsEverythingAndASecondOneNothing) {
   EXPECT_EQ(opened.registry.MachineSetting(opened.identity.PlugInKey(), "DisplayUnits"), "0");
 }
 
-TEST(Units, TooltipsTellTheMeaningAndTheRangeInTheUnitsInForce) {
+TEST(Units, TooltipsShowMeaningAndRangeInTheUnitsInForce) {
   Units opened;
   const std::tuple<model::ControlRef, const char*, const char*> cases[] = {
       {model::txtNvi(0), "occupied.\r\n4.5 to 32 \u00BAC", "occupied.\r\n40 to 90 \u00BAF"},
@@ -39,7 +37,7 @@ TEST(Units, TooltipsTellTheMeaningAndTheRangeInTheUnitsInForce) {
   }
 }
 
-TEST(Units, PendingEditsAreAskedAbout) {
+TEST(Units, AsksAboutPendingEdits) {
   Units opened;
   opened.Enter(0, "20");
   opened.desktop.answers = {ui::Answer::Cancel, ui::Answer::Ok};

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <set>
 
@@ -85,7 +83,7 @@ TEST(Screen, EveryListHoldsWhatTheDeviceReports) {
   }
 }
 
-TEST(Screen, TooltipsTellFieldsApartInTheUnitsThatAreMeant) {
+TEST(Screen, TooltipsNameTheFieldAndItsUnit) {
   Opened world;
   std::set<std::string> tips;
   for (const model::FieldRow& field : model::Fields())

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "model/point_list.h"
 #include "support/user.h"
 
@@ -28,7 +26,7 @@ TEST(PointList, KeysAndTheSecondViewOfTheModel) {
   EXPECT_THROW(device.points.Item("nciSccModel (Raw)"), platform::Error);
 }
 
-TEST(DevicePoint, FailuresKeepTheNumberAndTellThePoint) {
+TEST(DevicePoint, FailuresKeepTheNumberAndNameThePoint) {
   const std::string own = "A fault was set for this operation.";
   struct Case {
     int code;

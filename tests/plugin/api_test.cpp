@@ -1,7 +1,5 @@
 #include "plugin/api.h"
 
-#include <gtest/gtest.h>
-
 #include "simulator/client_session.h"
 #include "support/user.h"
 #include "text/strings.h"

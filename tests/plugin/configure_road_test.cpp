@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <functional>
 
 #include "headless/forwarding_object.h"
 #include "model/catalogue.h"
@@ -40,7 +37,7 @@ class AlteredObject : public headless::ForwardingObject {
   Alter alter_;
 };
 
-TEST(ContactPage, IsAskedForAmongTheProgramsResourcesAndSaysTheSameInPlainText) {
+TEST(ContactPage, IsAProgramResourceAndHasTheSamePlainText) {
   Opened world;
   const ui::WebView& page = world.main.screen.WebBrowser1;
   EXPECT_EQ(page.url, "res://C:\\Plug-in\\QM5RFcPirConfigure.exe/about.htm");
@@ -76,7 +73,7 @@ TEST(ConfigureRoad, FillsTheScreen) {
   EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
 }
 
-TEST(ConfigureRoad, ADeviceOfAnotherTypeIsSaidToBeOneAndShowsNothingToEdit) {
+TEST(ConfigureRoad, NamesADeviceOfAnotherTypeAndShowsNothingToEdit) {
   World world;
   const auto api = world.Configure("Demo Tower/Demo Tower.Floor 2.Plant/Wall Switch 1");
   ASSERT_EQ(world.desktop.messages.size(), 1u);
@@ -125,7 +122,7 @@ TEST(ConfigureRoad, UnitsComeFromTheStoredSetting) {
   EXPECT_TRUE(world.main.obUnits[1].Selected() && !world.main.obUnits[0].Selected());
 }
 
-TEST(ConfigureRoad, SaysWhatStateTheDeviceIsIn) {
+TEST(ConfigureRoad, ShowsTheDevicesState) {
   const std::tuple<const char*, const char*, bool> cases[] = {
       {"Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110", "Offnet", false},
       {"Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 111", "Not Commissioned yet", true},
@@ -136,19 +133,19 @@ TEST(ConfigureRoad, SaysWhatStateTheDeviceIsIn) {
   };
   for (const auto& [path, state, shown] : cases) {
     Opened world(path);
-    const bool told = state != std::string("Offnet") ||
-                      world.simulation->installation().strict.Knows("AttachmentStatus", 0);
-    EXPECT_EQ(world.StatusPanel(1), told ? state : "?") << path;
+    const bool known = state != std::string("Offnet") ||
+                       world.simulation->installation().strict.Knows("AttachmentStatus", 0);
+    EXPECT_EQ(world.StatusPanel(1), known ? state : "?") << path;
     EXPECT_FALSE(world.main.DeviceOnline());
     EXPECT_EQ(world.Shown(txtNvi(0)).empty(), !shown) << path;
     EXPECT_EQ(world.desktop.messages.size(), shown ? 0u : 1u) << path;
   }
 }
 
-TEST(ConfigureRoad, ValuesThatDoNotFitAreReported) {
+TEST(ConfigureRoad, ReportsValuesThatDoNotFit) {
   struct Case {
     platform::Value value;
-    const char* told;
+    const char* reason;
   };
   const Case cases[] = {
       {std::string("23,25"), "nciSetPts has no value number 4 for nciSetPts.occ_heat"},
@@ -169,7 +166,7 @@ TEST(ConfigureRoad, ValuesThatDoNotFitAreReported) {
           });
     };
     const auto api = world.Configure(kFirstThermostat);
-    EXPECT_NE(world.Message().text.find(c.told), std::string::npos) << world.Message().text;
+    EXPECT_NE(world.Message().text.find(c.reason), std::string::npos) << world.Message().text;
     EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Red).size(), 1u);
     EXPECT_EQ(world.Shown(txtNvi(0)), "");
     const bool read = world.Message().text.find("no value number") != std::string::npos;
@@ -202,7 +199,7 @@ TEST(ConfigureRoad, ALonMarkObjectLeadsToItsDevice) {
   EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the owner is asked for again";
 }
 
-TEST(ConfigureRoad, TheLogTellsRoomsAndActionsApart) {
+TEST(ConfigureRoad, TheLogDistinguishesRoomsAndActions) {
   Opened world;
   const std::string second = "Demo Tower/Demo Tower.Floor 1/Thermostat 102";
   World::Send(*world.api, 13, 7, second);
@@ -229,7 +226,7 @@ TEST(ConfigureRoad, TheLogTellsRoomsAndActionsApart) {
   EXPECT_EQ(row.cells[1] + ": " + row.cells[2], "Preparing the device: One reason. Another one.");
 }
 
-TEST(ConfigureRoad, WhatIsReadAndWhatWaitsIsShown) {
+TEST(ConfigureRoad, ShowsTheVariableBeingReadAndHowManyAreLeft) {
   World world;
   std::vector<std::string> seen;
   world.desktop.on_yield = [&] {

@@ -1,7 +1,5 @@
 #include "plugin/object_path.h"
 
-#include <gtest/gtest.h>
-
 #include "support/world.h"
 
 namespace {

@@ -44,7 +44,7 @@ std::set<char> Clashes(const ui::Box& layout, ui::Tabs* tabs) {
   return clashes;
 }
 
-TEST(Windows, ControlsAreToldApartAndAcceleratorsDoNotClash) {
+TEST(Windows, ControlsHaveDistinctNamesAndAccelerators) {
   Windows windows;
   windows.main.Load();
   const std::tuple<const ui::Form*, ui::Tabs*, std::set<char>> cases[] = {
@@ -60,7 +60,7 @@ TEST(Windows, ControlsAreToldApartAndAcceleratorsDoNotClash) {
   }
 }
 
-TEST(Windows, StandWhollyOnASmallScreen) {
+TEST(Windows, FitOnASmallScreen) {
   Windows windows;
   windows.desktop.work_area = {900, 600, 7500, 4500};
   ui::fProgress progress(windows.desktop, windows.program, "Plug-in");

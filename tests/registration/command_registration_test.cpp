@@ -1,7 +1,5 @@
 #include "registration/command_registration.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "registration/registration_world.h"

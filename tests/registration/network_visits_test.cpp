@@ -1,7 +1,5 @@
 #include "registration/command_removal.h"
 
-#include <gtest/gtest.h>
-
 #include "registration/registration_world.h"
 #include "simulator/client_session.h"
 

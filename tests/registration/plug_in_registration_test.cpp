@@ -1,7 +1,5 @@
 #include "registration/main.h"
 
-#include <gtest/gtest.h>
-
 #include "registration/names.h"
 #include "support/user.h"
 

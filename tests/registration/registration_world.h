@@ -3,8 +3,6 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "registration/main.h"
 #include "simulator/files.h"

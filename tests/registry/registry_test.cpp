@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "headless/computer.h"
 #include "registry_contract.h"
 #include "support/error_of.h"

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "headless/forwarding_object.h"
 #include "registration/registration_world.h"
 #include "support/user.h"

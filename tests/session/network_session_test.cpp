@@ -1,7 +1,5 @@
 #include "session/session.h"
 
-#include <gtest/gtest.h>
-
 #include "support/world.h"
 
 namespace {

@@ -1,7 +1,5 @@
 #include "simulator/formats.h"
 
-#include <gtest/gtest.h>
-
 #include "simulator/client.h"
 
 namespace {

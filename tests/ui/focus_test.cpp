@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Three fields that write down what they are told. One event may set off an action.
+/// Three fields that record their events. One event may set off an action.
 class FocusWindow : public ui::Form {
  public:
   FocusWindow(ui::Desktop& screen, std::string event, std::string action)
@@ -63,7 +63,7 @@ const std::array<const char*, 6> kCases[] = {
     {"a failing rule is not run twice", "a b =c", "lost a", "fail", "got a, check a, lost a, got c", "c"},
 };
 
-TEST(FocusTracker, TellsTheControlsInOrder) {
+TEST(FocusTracker, NotifiesControlsInOrder) {
   for (const auto& [name, moves, event, action, journal, active] : kCases) {
     SCOPED_TRACE(name);
     headless::Desktop desktop;

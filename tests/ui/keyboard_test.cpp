@@ -69,9 +69,9 @@ TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
   }
 }
 
-TEST(Keyboard, FindsWhatALetterLeadsTo) {
+TEST(Keyboard, FindsTheTargetOfAnAccelerator) {
   KeyboardWindow window;
-  // The target stands with the page of a tab control, and with "?" where others answer to the letter too.
+  // The target with the page of a tab control, and with "?" if others answer to the letter too.
   const std::tuple<const char*, char32_t, std::size_t, const Control*, std::string> rows[] = {
       {"a button, in either case", U'A', 0, nullptr, "apply"},
       {"a label leads to its field", U's', 0, nullptr, "first"},

@@ -13,7 +13,7 @@ struct ProgressWindow : testing::Test {
   headless::BuiltInProgram program{{1, 2, 3}};
 };
 
-TEST_F(ProgressWindow, IsTheUsersToCloseOnlyWhenTheOperationHasEnded) {
+TEST_F(ProgressWindow, CanBeClosedByTheUserOnlyAfterTheOperation) {
   using enum ui::CloseReason;
   const std::tuple<bool, ui::CloseReason, bool> cases[] = {
       {true, User, false}, {true, Code, true}, {true, SystemShutdown, true}, {false, User, true}};
@@ -25,7 +25,7 @@ TEST_F(ProgressWindow, IsTheUsersToCloseOnlyWhenTheOperationHasEnded) {
   }
 }
 
-TEST_F(ProgressWindow, ItsAnimationTellsWhyItCannotPlay) {
+TEST_F(ProgressWindow, AnimationReportsWhyItCannotPlay) {
   const std::tuple<std::int32_t, const char*, const char*, const char*> cases[] = {
       {201, "", "", "0 "},
       {0, "", "", "0 "},

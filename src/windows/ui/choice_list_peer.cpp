@@ -121,7 +121,7 @@ LRESULT ChoiceListPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
       OfferMenu(lparam);
       return 0;
     case WM_MOUSEWHEEL:
-      // A closed list stands still; what is around it may scroll.
+      // A closed list keeps its item; what is around it may scroll.
       if (DroppedDown()) break;
       return SendMessageW(GetParent(handle()), message, wparam, lparam);
     case WM_LBUTTONDOWN:

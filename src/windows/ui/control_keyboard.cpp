@@ -1,4 +1,5 @@
-// The focus and the keyboard among the controls of a window. What leads where is decided in ui/keyboard.h.
+// The focus and the keyboard among the controls of a window. ui/keyboard.h decides which key leads to which
+// control.
 
 #include "windows/ui/control_set.h"
 
@@ -55,7 +56,7 @@ void ControlSet::RestoreFocus() {
     return;
   }
   ui::Control* first = ui::NextControl(form_.layout(), nullptr, ui::Direction::Forward);
-  // The first field, rather than the tab that it stands on.
+  // The first field, rather than its tab.
   if (first && first->kind() == ui::Control::Kind::Tabs)
     first = ui::NextControl(form_.layout(), first, ui::Direction::Forward);
   MoveFocus(first);

@@ -107,7 +107,7 @@ void ControlSet::MeasureLayout() {
 }
 
 void ControlSet::MakePeers(const ui::Box& box, Surface& parent, bool nested) {
-  // A frame lies below what stands in it: the system puts each new window under its elder siblings.
+  // A frame is below its content: the system puts each new window under its older siblings.
   if (box.kind == ui::Box::Kind::Frame) MakePeers(box.children.at(0), parent, true);
   if (box.control) {
     peers_.push_back(MakePeer(*box.control, parent, nested));

@@ -25,11 +25,11 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void Create();
   /// The form's window is about to be shown.
   void Appear();
-  /// Makes all windows, for whoever reads them from outside.
+  /// Makes all windows, for programs that read them from outside.
   void MakeAllWindows();
   /// Shows them with another theme. They are arranged by the next call of Arrange.
   void TakeTheme(std::shared_ptr<const Theme> theme);
-  /// A message that tells of the system's colours, fonts or theme, for all windows in the form's and its
+  /// A message about the system's colours, fonts or theme, for all windows in the form's and its
   /// tooltips.
   void HandOn(UINT message, WPARAM wparam, LPARAM lparam) const;
   ui::Extent Minimum() const { return engine_->Minimum(); }
@@ -39,7 +39,7 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void Arrange(ui::Extent room);
   void Scroll(int bar, WORD request);
   void TurnWheel(int delta);
-  /// Controls forget their peers; from now on nothing is told to the form.
+  /// Controls forget their peers; from now on the form hears nothing.
   void Close();
 
   /// The window becomes active or is left by another window.

@@ -19,7 +19,7 @@ class Modal {
   Modal(const Modal&) = delete;
   Modal& operator=(const Modal&) = delete;
 
-  /// The program's active window; null where another program's is active.
+  /// The program's active window; null if another program's is active.
   HWND owner() const { return owner_; }
 
  private:

@@ -97,7 +97,7 @@ class BrowserSite final : public com::ClientSite<IOleInPlaceSite, IDocHostUIHand
   com::ComPtr<BrowserFrame> frame_;
 };
 
-/// Hears where the browser is about to go, and lets it go nowhere once its page is there.
+/// Hears the addresses that the browser is about to open, and refuses all once its page is there.
 class BrowserEvents final : public com::Implements<IDispatch> {
  public:
   bool stay = false;
@@ -119,8 +119,8 @@ class BrowserEvents final : public com::Implements<IDispatch> {
 /// The system's web browser inside a window, on one page, which the user cannot leave. It goes before its
 /// window does.
 ///
-/// Under Wine without its HTML engine, where all of this was tried, no page ever becomes ready: what follows
-/// from State::Ready has only been run with the state forced and the browser's window blank.
+/// All of this was tried under Wine without its HTML engine, in which no page ever becomes ready: what
+/// follows from State::Ready has only been run with the state forced and the browser's window blank.
 class EmbeddedBrowser {
  public:
   /// Begins to load the page, out of sight beside the window's client area. `entered` is called when the page

@@ -11,7 +11,7 @@ namespace windows {
 inline constexpr const wchar_t* kPutBack = L"Put &back this field";
 
 /// A one-line EDIT. Every way of entering text - typing, pasting, the context menu - goes through the field's
-/// key filter, and every change is told to the field.
+/// key filter, and every change is reported to the field.
 class TextFieldPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -43,7 +43,7 @@ class TextFieldPeer final : public NativePeer {
 };
 
 /// A drop-down list, drawn by the program so that its text shows the field's colour in every style of the
-/// system. A text that is no item stands as an extra item at the end until another text is set.
+/// system. A text that is no item is an extra item at the end until another text is set.
 class ChoiceListPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -64,7 +64,7 @@ class ChoiceListPeer final : public NativePeer {
  private:
   ui::ChoiceList& list() const { return static_cast<ui::ChoiceList&>(control()); }
   void FillItems();
-  /// Tells the list what is selected now, if that is news.
+  /// Reports the selection to the list, if it has changed.
   void TellChoice();
   std::optional<LRESULT> KeyDown(WPARAM key);
   void OfferMenu(LPARAM where);

@@ -234,7 +234,7 @@ void FormShell::Refit(int dpi, RECT place) {
     fit(place.top, place.bottom, room.height, former.height, std::min(minimum.height, screen.height));
   }
   if (!IsIconic(handle())) {
-    // Where the program moves the window to another screen, it becomes as large as the program says.
+    // If the program moves the window to another screen, the window gets the size that the program says.
     if (!program_moves_) {
       const platform::Raised moves(program_moves_);
       MoveTo(handle(), place);

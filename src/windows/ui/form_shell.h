@@ -10,7 +10,7 @@
 namespace windows {
 
 /// The top-level window of a form. The form's bounds are twips and stay as they were written; the window
-/// stands on the nearest whole pixels, and tells the form only what the user or the system made of it.
+/// is on the nearest whole pixels, and reports to the form only what the user or the system made of it.
 ///
 /// Owned by the ui_thread, which outlives the form's hold on it (see there how a window goes).
 class FormShell final : public Surface {

@@ -160,7 +160,7 @@ HBRUSH NativePeer::Colors(HDC dc) {
 
 LRESULT CALLBACK NativePeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   NativePeer* const found = Of(window);
-  // Whoever stands above this procedure may pass on what comes after the last message.
+  // A procedure above this one may pass on what comes after the last message.
   if (!found) return DefWindowProcW(window, message, wparam, lparam);
   NativePeer& peer = *found;
   if (message == WM_NCDESTROY) {

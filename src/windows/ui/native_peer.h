@@ -13,7 +13,7 @@ namespace windows {
 class NativePeer;
 class Surface;
 
-/// What a control's window needs of the window it stands in.
+/// What a control's window needs from the window around it.
 class PeerHost {
  public:
   virtual ~PeerHost() = default;
@@ -46,8 +46,8 @@ class PeerHost {
   virtual void NeedWindow(NativePeer& peer) = 0;
 };
 
-/// Shows one portable control in a window of the system, and tells the control what the user does. One class
-/// for each kind of control derives from it; none holds a rule of the program.
+/// Shows one portable control in a window of the system, and reports to the control what the user does. One
+/// class for each kind of control derives from it; none holds a rule of the program.
 ///
 /// The window is made when it is first looked at. Until then the peer knows the control's size and
 /// place, and what changes waits in the control.
@@ -118,10 +118,10 @@ class NativePeer : public ui::ControlPeer {
   virtual void Show(ui::Aspect aspect);
   virtual LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
   /// For what changes often: calls CatchUp now if the window can be seen, and otherwise, as on another page,
-  /// before the window is next told anything: to paint, say, or to give somebody its text.
+  /// before the window gets its next message: to paint, for example, or to return its text.
   void CatchUpWhenSeen();
   virtual void CatchUp() {}
-  /// The window is about to go with what stands in it; the control may be gone already.
+  /// The window is about to go with its content; the control may be gone already.
   virtual void Destroying() {}
   LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam);
   /// For a key that is not for the control: with Alt the system has to hear of it all the same, or it takes
@@ -129,7 +129,7 @@ class NativePeer : public ui::ControlPeer {
   LRESULT TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const;
   LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
   virtual Theme::Weight weight() const { return Theme::Weight::Normal; }
-  /// That of what stands on a background: the normal one, or the mark that the control has been given.
+  /// The colour of text on a background: the normal one, or the control's mark.
   COLORREF TextColor(int background) const;
   std::wstring WindowText() const;
 

@@ -39,7 +39,7 @@ bool QuestionMark(double x, double y) {
          InDisc(x, y, 0.5, 0.735, 0.062);
 }
 
-/// In sixteenths: the edges of the list stand on whole pixels at the usual resolution.
+/// In sixteenths: the edges of the list are on whole pixels at the usual resolution.
 bool InBox(double x, double y, double left, double top, double right, double bottom) {
   return 16 * x >= left && 16 * x <= right && 16 * y >= top && 16 * y <= bottom;
 }
@@ -170,7 +170,7 @@ void ForEachIn(int part, int count, int range, Take take) {
 }
 
 /// The bitmap at another size, for AlphaBlend. Every pixel is the mean of what it covers, so that edges which
-/// fall on whole pixels stay sharp. Null where there is no such bitmap with 32 bits a pixel.
+/// fall on whole pixels stay sharp. Null if there is no such bitmap with 32 bits a pixel.
 OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
   const OwnedBitmap source(static_cast<HBITMAP>(
       LoadImageW(instance, MAKEINTRESOURCEW(resource), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));

@@ -15,7 +15,7 @@
 namespace windows {
 namespace {
 
-/// A longer caption of a field stands on two lines; in digits.
+/// In digits: a longer caption of a field takes two lines.
 constexpr int kLongestLine = 24;
 
 /// What a control answers that draws all of itself; nothing to messages that have nothing to do with that.
@@ -71,7 +71,7 @@ void LabelPeer::Paint(HDC dc) {
   const std::wstring text = theme().ShortenedTo(ToWide(label().Text()), weight(), room);
   const Selected font(dc, theme().Font(weight()));
   SetBkMode(dc, TRANSPARENT);
-  // A single line stands by what is below.
+  // A single line is close to what is below.
   area.top = std::max(0L, area.bottom - theme().WrappedSize(text, weight(), room.width).height);
   DrawTextW(dc, text.c_str(), -1, &area, DT_WORDBREAK | DT_NOPREFIX);
 }
@@ -139,7 +139,7 @@ void FramePeer::PaintLine(HDC dc, const RECT& area) const {
   const OwnedPen pen(CreatePen(PS_SOLID, std::max(1, theme().dpi() / 96), Quiet(backdrop(), 22)));
   const Selected in_pen(dc, pen.get());
   const Selected in_brush(dc, GetStockObject(NULL_BRUSH));
-  const int middle = theme().TextHeight() / 2;  // of the caption, and in line with it where there is none
+  const int middle = theme().TextHeight() / 2;  // of the caption, also if there is none
   if (nested_) {
     MoveToEx(dc, area.left, middle, nullptr);
     LineTo(dc, area.right, middle);
@@ -189,7 +189,7 @@ RECT StatusBarPeer::RoomOf(std::size_t part) const {
   return room;
 }
 
-/// Texts that do not fit are shortened, and stand in full in the tooltip.
+/// Texts that do not fit are shortened; the tooltip has them in full.
 void StatusBarPeer::ShowTexts() {
   const std::vector<std::string>& panels = bar().Panels();
   std::string cut;
@@ -209,7 +209,7 @@ void StatusBarPeer::ShowTexts() {
   control().SetToolTip(cut);
 }
 
-/// Whoever reads the bar gets the whole texts.
+/// Programs that read the bar get the whole texts.
 LRESULT StatusBarPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
   if ((message != SB_GETTEXTW && message != SB_GETTEXTLENGTHW) || wparam >= bar().Panels().size())
     return NativePeer::Handle(message, wparam, lparam);

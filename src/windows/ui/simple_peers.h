@@ -102,7 +102,7 @@ class StatusBarPeer final : public NativePeer {
  private:
   ui::StatusBar& bar() const { return static_cast<ui::StatusBar&>(control()); }
   void ShowTexts();
-  /// Where the text of a part stands.
+  /// The place of the text of a part.
   RECT RoomOf(std::size_t part) const;
   const bool grip_;
   std::vector<std::wstring> shown_;

@@ -9,7 +9,7 @@
 
 namespace windows {
 
-/// The scroll bars of a window that is smaller than what stands in it. Sizes and places are in pixels.
+/// The scroll bars of a window that is smaller than its content. Sizes and places are in pixels.
 class ScrollBars {
  public:
   /// Shows the bars that content of this size needs; `room` is the client area of the window without bars,
@@ -60,14 +60,14 @@ class Surface {
   Surface(const Surface&) = delete;
   Surface& operator=(const Surface&) = delete;
 
-  /// Raises an error when no window can be made, as where there is no display.
+  /// Raises an error if no window can be made, for example without a display.
   void Create(const wchar_t* caption, DWORD style, DWORD extended_style, HWND parent);
 
   HWND handle() const { return handle_; }
   UiThread& ui_thread() const { return ui_thread_; }
   int color() const { return color_; }
 
-  /// Where the surface stands in the client area of the form.
+  /// The surface's place in the client area of the form.
   POINT origin{};
 
  protected:

@@ -8,7 +8,7 @@
 
 namespace windows {
 
-/// A tab control with one window for each page, of which one is shown. What stands on a page is made when the
+/// A tab control with one window for each page, of which one is shown. The content of a page is made when the
 /// page is first shown.
 class TabsPeer final : public NativePeer {
  public:

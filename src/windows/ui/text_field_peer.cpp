@@ -26,7 +26,7 @@ void TextFieldPeer::MakeWindow() {
   // No field takes more than numbers, and an input method would hold them back.
   ImmAssociateContext(handle(), nullptr);
   if (field().most_typed > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(field().most_typed));
-  // It was measured before it asked here where its line stands.
+  // It was measured before it asked here for the place of its line.
   SetWindowPos(handle(), nullptr, 0, 0, 0, 0,
                SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -68,7 +68,7 @@ class Theme {
   /// The size of a text that is broken between words to be no wider than this, in pixels.
   ui::Extent WrappedSize(const std::wstring& text, Weight weight, int width, bool caption = false) const;
   /// The text, or as much of its beginning and its end as fits into this width with an ellipsis between them:
-  /// the end of a path tells rooms apart.
+  /// the end of a path distinguishes rooms.
   std::wstring Shortened(const std::wstring& text, int width) const;
   /// The same for a text that is broken between words, in this room.
   std::wstring ShortenedTo(const std::wstring& text, Weight weight, ui::Extent room) const;
@@ -104,7 +104,7 @@ COLORREF Quiet(int background, int percent);
 
 /// That of the process, which stays as it was at its start.
 int SystemDpi();
-/// That of the screen on which a window stands.
+/// That of the screen around a window.
 int DpiOf(HWND window);
 /// As GetSystemMetrics, for what the system draws in this window.
 int SystemMetric(int metric, HWND window);

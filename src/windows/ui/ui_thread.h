@@ -17,7 +17,7 @@ struct IAccPropServices;
 
 namespace windows {
 
-/// Tells screen readers what controls are called and what they are for. Where the system has no such service,
+/// Gives screen readers the names and descriptions of controls. If the system has no such service,
 /// a control keeps the name that it has anyway.
 class AccessibleTexts {
  public:
@@ -35,7 +35,7 @@ class FormShell;
 
 /// What all windows of the user-interface thread share.
 ///
-/// Every window procedure runs its body through Dispatch: nothing thrown leaves it, and the depth tells when
+/// Every window procedure runs its body through Dispatch: nothing thrown leaves it, and the depth shows when
 /// it is safe to destroy windows. A form may close in the middle of an event of one of its own controls. Its
 /// window then goes in this order:
 ///   1. its controls forget their peers, so that the form reaches no window any more;
@@ -54,13 +54,13 @@ class UiThread {
 
   HINSTANCE instance() const;
 
-  /// Of all windows alike, on whatever screen they stand: a place that is given in pixels is read as given.
+  /// The same for all windows on all screens: a place that is written in pixels is read back unchanged.
   double TwipsPerPixel() const { return 1440.0 / dpi_; }
   /// The resolution at which a window is made.
   int FirstDpi(HWND window) const;
-  /// That at which a window is shown, or the one that it stands in.
+  /// That at which a window, or the one around it, is shown.
   int ShownDpi(HWND window) const;
-  /// Made when it is first asked for, and again where the system's font has become another one.
+  /// Made when it is first asked for, and again when the system's font has changed.
   std::shared_ptr<const Theme> ThemeFor(int dpi);
 
   template <class Body>

@@ -1,4 +1,4 @@
-// Processes that end where nobody expects it. Each case runs in a Wine of its own: see faults.sh.
+// Processes that end unexpectedly. Each case runs in a Wine of its own: see faults.sh.
 
 #include "plug_in_user.h"
 
@@ -43,7 +43,7 @@ TEST_F(FaultRoad, TheObjectServerEndsDuringAnApply) {
   for (int i = 0; i < 2; ++i) {  // and once more, when it has gone
     const HWND box = Box(kCaption);
     ASSERT_TRUE(box);
-    std::cout << "told: " << Reads(box) << '\n';
+    std::cout << "shown: " << Reads(box) << '\n';
     Press(box, IDOK);
     ExpectText(0, "20.5");
     ExpectEnabled(L"&Apply", true);

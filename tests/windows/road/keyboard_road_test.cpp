@@ -4,7 +4,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <fstream>
 
 #include "plug_in_user.h"
@@ -96,7 +95,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
 
   EXPECT_EQ(NextFront(log), window_);
   for (const int key : {VK_TAB, VK_RETURN}) Key(key);
-  NextFront(window_);  // the help, or what is told in its place
+  NextFront(window_);  // the help, or the message in its place
   Key(VK_MENU, VK_F4);
   EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
   Key(VK_SHIFT, VK_F10);

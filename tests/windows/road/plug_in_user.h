@@ -11,7 +11,6 @@
 #include <sstream>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "../real_input.h"
 #include "automation/convert.h"
@@ -122,7 +121,7 @@ class PlugInUser : public testing::Test {
     return info.hwndFocus;
   }
 
-  /// The system's button with the caption, wherever it stands in the window.
+  /// The system's button with the caption, anywhere in the window.
   void ExpectEnabled(const wchar_t* caption, bool enabled) const {
     const HWND button = FindWindowExW(window_, nullptr, L"Button", caption);
     ASSERT_TRUE(button);
@@ -157,7 +156,7 @@ class PlugInUser : public testing::Test {
     return copied;
   }
 
-  /// The message box with the caption, once it has come up; null where none does.
+  /// The message box with the caption, once it has come up; null if none does.
   HWND Box(const wchar_t* caption) const {
     HWND box = nullptr;
     // It is shown when it has its texts and buttons.

@@ -123,7 +123,7 @@ TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
 }
 
 /// In Demo Quarry the template has to be made: file found, converted and imported. It goes with the plug-in.
-TEST_F(RegistrationRoad, CommandsComeToANetworkAndGoWithThePlugIn) {
+TEST_F(RegistrationRoad, CommandsAreAddedToANetworkAndRemovedWithThePlugIn) {
   // The simulator of an earlier step may still be ending, and refuses then.
   ASSERT_TRUE(Eventually([this] {
     platform::IgnoreFailure(

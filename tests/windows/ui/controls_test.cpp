@@ -163,7 +163,7 @@ TEST_F(Controls, WindowGrowsWithACaptionButNotWithWhatADeviceReports) {
   EXPECT_LE(form.Width(), desktop.WorkArea().width);
 }
 
-TEST_F(Controls, ScreenReadersAreToldWhichFieldItIs) {
+TEST_F(Controls, ScreenReadersGetNameAndDescription) {
   form.screen.txtNvi(0)->SetText("unique");
   windows::com::ComPtr<IAccessible> field;
   ASSERT_EQ(AccessibleObjectFromWindow(Child(WindowOf(form), L"unique"), static_cast<DWORD>(OBJID_CLIENT),

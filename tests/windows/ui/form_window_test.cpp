@@ -50,7 +50,7 @@ TEST_F(FormWindow, ThatIsKeptIsFoundByNobodyUntilItsFormIsLoadedAgain) {
   EXPECT_TRUE(IsWindowVisible(window));
 }
 
-TEST_F(FormWindow, TellsWhatTheUserMakesOfItsState) {
+TEST_F(FormWindow, ReportsStateChangesByTheUser) {
   form.Show();
   const HWND window = WindowOf(form);
   using enum ui::WindowState;

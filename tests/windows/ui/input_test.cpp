@@ -68,7 +68,7 @@ class Input : public WindowsUiTest {
   const UINT_PTR menu_timer = SetTimer(nullptr, 0, 10, AnswerMenu);
 };
 
-TEST_F(Input, MovesOnOnlyWhenACheckBringsUpNoMessage) {
+TEST_F(Input, MovesOnOnlyIfACheckShowsNoMessage) {
   first.on_validate = [this] { Ask(); };
   ClickApply();
   EXPECT_EQ(journal, " got txtNvi(0) asks answered lost txtNvi(0)");
@@ -102,7 +102,7 @@ TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
   EXPECT_EQ(journal, " got txtNvi(0) asks answered");
 }
 
-TEST_F(Input, EnterPressesItsButtonAndEscapeComesToTheForm) {
+TEST_F(Input, EnterPressesItsButtonAndEscapeReachesTheForm) {
   form.default_button = &form.apply;
   form.on_escape = [this] { journal += " escape"; };
   form.screen.cbNvi(2)->SetFocus();
@@ -128,7 +128,7 @@ TEST_F(Input, AltBringsUpTheMenuAloneAndNotWithAKeyThatAControlTakes) {
   }
 }
 
-TEST_F(Input, EveryEntryGoesThroughTheFilterOfItsField) {
+TEST_F(Input, EveryEntryPassesTheFilterOfItsField) {
   EXPECT_FALSE(ImmGetContext(Child(WindowOf(form), L"20"))) << "an input method composes beside the filter";
   first.on_key_press = [this](char32_t character) {
     journal += static_cast<char>(character);
@@ -154,10 +154,10 @@ TEST_F(Input, EveryEntryGoesThroughTheFilterOfItsField) {
       {"4x5", {{VK_SHIFT, VK_INSERT}}, "45", "4x5!"},
       {"1x2\t3", {{VK_SHIFT, VK_F10}}, "123", "1x23!"},
       {beyond, {{VK_SHIFT, VK_INSERT}, {'8'}}, limit, beyond + "!8"}};
-  for (const auto& [clipboard, presses, text, told] : cases) {
+  for (const auto& [clipboard, presses, text, events] : cases) {
     press(clipboard, presses);
     EXPECT_EQ(first.Text(), text);
-    EXPECT_EQ(journal, told);
+    EXPECT_EQ(journal, events);
   }
   for (const auto& [entry, left] : {std::pair('D', std::string()), {'U', limit}}) {
     menu_key = static_cast<WORD>(entry);
@@ -197,7 +197,7 @@ TEST_F(Input, FocusLeavesAControlThatIsDisabled) {
   EXPECT_EQ(form.ActiveControl(), &form.show);
 }
 
-TEST_F(Input, ATipComesUpUnderTheMouseForADisabledControlToo) {
+TEST_F(Input, ShowsTheTipOfADisabledControlToo) {
   form.options.SetToolTip("Opens the options.");
   form.options.SetEnabled(false);
   const HWND tips = Tips();

@@ -104,7 +104,7 @@ TEST_F(WebView, ScrollsOnlyATextThatDoesNotFit) {
   EXPECT_FALSE(scrolls());
 }
 
-TEST_F(WebView, GoesOnShowingItsTextWhereNoPageComes) {
+TEST_F(WebView, KeepsItsTextIfNoPageArrives) {
   const SilentServer server;
   page.url = server.url;
   ASSERT_TRUE(Activate(form));

@@ -35,7 +35,7 @@ std::string LookOf(HWND window) {
   all.push_back(TipsOf(window));
   for (const HWND each : all) {
     const std::wstring kind = ClassOf(each);
-    // Arrows to scroll tabs, which a tab control keeps where it has once needed them.
+    // Arrows to scroll tabs, which a tab control keeps once it has needed them.
     if (kind == UPDOWN_CLASSW && !IsWindowVisible(each)) continue;
     RECT place = ScreenPlace(each), client;
     GetClientRect(each, &client);
@@ -115,7 +115,7 @@ TEST_F(Resolution, NothingIsCutByASuggestedSize) {
   EXPECT_EQ(Bounds(), (std::array{0.0, 0.0, least.right * 15.0, least.bottom * 15.0}));
 }
 
-TEST_F(Resolution, GapsAreTighterWhereTheScreenIsTooSmall) {
+TEST_F(Resolution, TightensGapsOnASmallScreen) {
   const RECT usual = first.size, large = Made(192).size;
   EXPECT_LT(large.right, 2 * usual.right - 50);
   EXPECT_LT(large.bottom, 2 * usual.bottom - 100);
@@ -146,7 +146,7 @@ TEST_F(Resolution, AnAnimationGrowsWithItsArea) {
   EXPECT_EQ(clip.Width(), 640);
 }
 
-TEST_F(Resolution, AllWindowsHearWhatChangesInTheSystem) {
+TEST_F(Resolution, AllWindowsFollowSystemChanges) {
   std::vector<HWND> all = Children(window);
   all.push_back(TipsOf(window));
   for (const UINT message : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED}) {

@@ -39,7 +39,7 @@ std::vector<Text> TextsOf(HWND window, int dpi) {
   const LONG width = client.right - client.left, style = GetWindowLongW(window, GWL_STYLE);
   if (kind == L"Static" && (style & (SS_NOPREFIX | SS_ENDELLIPSIS)))
     return {{TextOf(window), width, style & SS_NOPREFIX ? DT_NOPREFIX : 0u}};
-  if (kind == L"Static") {  // a caption, which may stand on two lines
+  if (kind == L"Static") {  // a caption, which may take two lines
     const SIZE size = TextSize(window, TextOf(window), DT_WORDBREAK, width);
     EXPECT_LE(size.cy, client.bottom - client.top);
     return {{std::wstring(), width - size.cx}};

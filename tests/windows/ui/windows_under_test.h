@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "../real_input.h"
 #include "model/configuration_screen.h"
@@ -25,7 +24,7 @@ class ScreenForm : public ui::Form {
   ui::Frame units{"units", "Plug-In Display Units"};
   ui::OptionButton metric{"metric", "&Metric"}, imperial{"imperial", "&Imperial"};
   ui::Button apply{"apply", "&Apply"}, options{"options", "&Options of this window"}, help{"help", ""};
-  ui::Frame on_error{"on_error", "A caption wider than what it stands on"};
+  ui::Frame on_error{"on_error", "A caption wider than what is below"};
   ui::CheckBox show{"show", "Show on error"};
   ui::ImageList marks{{"Red", ui::ImageList::Picture::RedMark}, {"Green", ui::ImageList::Picture::GreenMark}};
   ui::ListView log{"log", {"Time", "Action", "Results"}};
@@ -33,7 +32,7 @@ class ScreenForm : public ui::Form {
 
   std::function<bool(ui::CloseReason)> on_query_unload;
   std::function<void()> on_escape;
-  /// In which nothing is cut, also where the screen is smaller.
+  /// In which nothing is cut, even if the screen is smaller.
   ui::FormWindow::Size best;
 
  protected:
@@ -47,7 +46,7 @@ class WindowsUiTest : public testing::Test {
  public:
   /// The windows of one class below another, in their order.
   static std::vector<HWND> Children(HWND parent, const std::wstring& window_class = L"");
-  /// The window that shows a text; null where none does.
+  /// The window that shows a text; null if there is none.
   static HWND Child(HWND parent, const std::wstring& text);
 
  protected:
@@ -57,7 +56,7 @@ class WindowsUiTest : public testing::Test {
   bool Until(const std::function<bool()>& condition);
   void Settle() { desktop.Yield(); }
 
-  /// The window of a form, hidden ones included; null where it has none.
+  /// The window of a form, hidden ones included; null if it has none.
   HWND WindowOf(const ui::Form& form) const;
   /// Brings the window to the front for real input.
   bool Activate(ui::Form& form);

@@ -56,7 +56,8 @@ void fMain::PrepareAndLoad(OpenDevice& device) {
   device.Load();
 }
 
-/// Prepares the device's blocks for the resource files. False where the user does not want to go on without.
+/// Prepares the device's blocks for the resource files. False if the user does not want to go on without
+/// them.
 bool fMain::PrepareLonMarkObjects(OpenDevice& device) {
   const auto ask_to_go_on = [&](const char* question) {
     services_.progress.Close();
@@ -127,7 +128,7 @@ void fMain::Run(const std::string& action, const std::function<void(OpenDevice&)
   device->Pass(action, [&] { pass(*device); });
 }
 
-/// A device that has not been read completely is prepared again: what has failed may stand anywhere on that
+/// A device that has not been read completely is prepared again: the failure may be anywhere on that
 /// road.
 void fMain::Refresh() {
   const bool complete = device_->IsComplete();
