@@ -81,10 +81,13 @@ void TabsPeer::Show(ui::Aspect aspect) {
 
 void TabsPeer::ShowMarks() const {
   for (std::size_t index = 0; index < pages_.size(); ++index) {
+    const int image = tabs().Marked().contains(index);
     TCITEMW item{};
     item.mask = TCIF_IMAGE;
-    item.iImage = tabs().Marked().contains(index);
-    Send(TCM_SETITEMW, index, reinterpret_cast<LPARAM>(&item));
+    Send(TCM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
+    // The control lays out all its tabs again for each one that is set.
+    if (std::exchange(item.iImage, image) != image)
+      Send(TCM_SETITEMW, index, reinterpret_cast<LPARAM>(&item));
   }
 }
 
