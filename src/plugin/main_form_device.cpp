@@ -160,6 +160,8 @@ void fMain::ShowDevice() {
   StatusBar.SetPanel(1, device_->state().text);
   StatusBar.SetPanel(2, device_->path());
   StatusBar.SetPanel(3, device_->doing().empty() ? waiting : device_->doing());
+  // A pass changes many marks; the tabs are drawn again once, at its end.
+  if (!device_->doing().empty()) return;
   screen.tabData.SetMarked(pending_.Pages());
   model::ShowFieldTips(screen, DisplayUnits,
                        [this](const ui::Control& field) { return device_->ChangeOf(field); });
