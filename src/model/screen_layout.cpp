@@ -1,5 +1,7 @@
 #include "model/screen_layout.h"
 
+#include <algorithm>
+
 namespace model {
 namespace {
 
