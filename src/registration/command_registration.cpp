@@ -139,16 +139,24 @@ class Run {
     }
   }
 
+  /// For a step that one place's command can do without.
+  template <class Step>
+  void GoOn(const std::string& action, const Place& place, Step&& step) const {
+    LogAndGoOn(
+        services_.log, "Error " + action, [&] { return place.Text(); }, step);
+  }
+
   bool IsOurs(const lns::ComponentApp& app) const {
     return text::EqualIgnoringCase(app.RegisteredServer(), services_.identity.PlugInProgID);
   }
 
   /// Finds the command by what it does, or by its name if an earlier try did not finish. A command that
   /// cannot be read counts as another plug-in's.
-  lns::ComponentApp Find(const lns::ComponentApps& apps, const SupportedCommand& command) const {
+  lns::ComponentApp Find(const lns::ComponentApps& apps, const Place& place,
+                         const SupportedCommand& command) const {
     for (const auto& entry : apps.Items()) {
       lns::ComponentApp found;
-      LogAndGoOn(services_.log, "Error reading a command", "", [&] {
+      GoOn("reading a command", place, [&] {
         const lns::ComponentApp app = entry;
         if (IsOurs(app) && (Does(app, command) || app.Name() == command.CommandName)) found = app;
       });
@@ -166,7 +174,7 @@ class Run {
                const Finish& finish = {}) const {
     std::string done;
     try {
-      done = AddTo(owner.ComponentApps(), command, finish);
+      done = AddTo(owner.ComponentApps(), place, command, finish);
     } catch (const std::exception& failure) {
       throw NotAdded(place, failure.what());
     }
@@ -174,24 +182,24 @@ class Run {
   }
 
   /// What was done, in the log's words; empty if the command was there already.
-  std::string AddTo(const lns::ComponentApps& apps, const SupportedCommand& command,
+  std::string AddTo(const lns::ComponentApps& apps, const Place& place, const SupportedCommand& command,
                     const Finish& finish) const {
-    const lns::ComponentApp found = Find(apps, command);
-    if (found && Does(found, command)) return Update(apps, found, command);
-    Complete(apps, found, command, finish);
+    const lns::ComponentApp found = Find(apps, place, command);
+    if (found && Does(found, command)) return Update(apps, place, found, command);
+    Complete(apps, place, found, command, finish);
     return "Adding command ";
   }
 
   /// Makes the command, or completes one that was left without its number.
-  void Complete(const lns::ComponentApps& apps, lns::ComponentApp app, const SupportedCommand& command,
-                const Finish& finish) const {
+  void Complete(const lns::ComponentApps& apps, const Place& place, lns::ComponentApp app,
+                const SupportedCommand& command, const Finish& finish) const {
     try {
       if (!app) app = apps.Add(command.CommandName, services_.identity.PlugInProgID, command.ObjectType);
       if (!app) throw Failure("ComponentApp was not created.");
       app.SetDescription(command.CommandDescription);
       // Last, as it shows the next try that nothing is missing.
       app.SetCommandId(command.CommandId);
-      LogAndGoOn(services_.log, "Error writing the version of command " + command.CommandName, "", [&] {
+      GoOn("writing the version of command " + command.CommandName, place, [&] {
         if (HasOtherVersion(app)) app.SetVersionNumber(services_.identity.PlugInVersion);
       });
       if (finish) finish(app);
@@ -199,8 +207,7 @@ class Run {
       // A command without its number would be offered and do nothing. If a complete one is removed, the next
       // try asks again.
       if (app)
-        LogAndGoOn(services_.log, "Error removing command " + command.CommandName, "",
-                   [&] { apps.Remove(command.CommandName); });
+        GoOn("removing command " + command.CommandName, place, [&] { apps.Remove(command.CommandName); });
       throw;
     }
   }
@@ -208,20 +215,19 @@ class Run {
   /// The manual calls the version read-only, set when the command is added. If it is, only the system's mark
   /// is added anew: directors compare its version alone and register until it matches, and other commands
   /// would lose their default flag.
-  std::string Update(const lns::ComponentApps& apps, const lns::ComponentApp& app,
+  std::string Update(const lns::ComponentApps& apps, const Place& place, const lns::ComponentApp& app,
                      const SupportedCommand& command) const {
     bool other = false;
-    LogAndGoOn(services_.log, "Error reading the version of command " + command.CommandName, "",
-               [&] { other = HasOtherVersion(app); });
+    GoOn("reading the version of command " + command.CommandName, place,
+         [&] { other = HasOtherVersion(app); });
     if (!other) return "";
     const bool updated = platform::ValueOr(
         false, [&] { return app.SetVersionNumber(services_.identity.PlugInVersion), true; });
     if (updated) return "Updating command ";
     if (command.CommandId != session::kRegisterCommand) return "";
-    LogAndGoOn(services_.log, "Error removing command " + command.CommandName, "",
-               [&] { apps.Remove(app.Name()); });
-    if (Find(apps, command)) return "";  // better an older mark than none
-    Complete(apps, {}, command, {});
+    GoOn("removing command " + command.CommandName, place, [&] { apps.Remove(app.Name()); });
+    if (Find(apps, place, command)) return "";  // better an older mark than none
+    Complete(apps, place, {}, command, {});
     return "Adding command ";
   }
   bool HasOtherVersion(const lns::ComponentApp& app) const {

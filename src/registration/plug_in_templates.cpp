@@ -11,7 +11,7 @@
 namespace registration {
 namespace {
 
-constexpr const char* kErrorReading = "Error reading the device templates";
+constexpr const char* kErrorReading = "Error reading the device template";
 constexpr const char* kErrorRemoving = "Error removing unused device templates";
 constexpr const char* kNoTemplate = "Unable to find XIF file / create a template.";
 
@@ -55,7 +55,7 @@ lns::DeviceTemplate PlugInTemplates::FindOrMake(const session::SupportedCommand&
   for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items()) {
     lns::DeviceTemplate each;
     std::string program_id;  // need not be readable
-    activity::LogAndGoOn(services_.log, kErrorReading, "", [&] {
+    activity::LogAndGoOn(services_.log, kErrorReading, std::to_string(entry.ordinal()), [&] {
       each = entry;
       program_id = each.ProgramId();
     });
@@ -110,7 +110,7 @@ std::string PlugInTemplates::UniqueName(const std::string& wanted) const {
   constexpr int kMostNames = 100;
   std::set<std::string> taken;
   for (const auto& entry : system_.TemplateLibrary().DeviceTemplates().Items())
-    activity::LogAndGoOn(services_.log, kErrorReading, "",
+    activity::LogAndGoOn(services_.log, kErrorReading, std::to_string(entry.ordinal()),
                          [&] { taken.insert(lns::DeviceTemplate(entry).Name()); });
   for (int number = 1; number <= kMostNames; ++number) {
     const std::string name = number == 1 ? wanted : wanted + " " + std::to_string(number);

@@ -102,9 +102,8 @@ TEST_F(CommandRegistration, LogsEachStepWithItsPlace) {
     for (const std::string& command : {kDeviceCommand, mark_name}) Fault(command, "VersionNumber=")();
   };
   std::vector<std::string> updated = {"Updating command " + device};
-  std::vector<std::string> added_anew = {
-      "!Error writing the version of command " + mark_name + "|A fault was set for this operation.",
-      add + mark + islands};
+  std::vector<std::string> added_anew = {"!Error writing the version of command " + mark + islands + because,
+                                         add + mark + islands};
   if (world.simulation->installation().strict.read_only.contains("VersionNumber")) {
     updated.clear();
     added_anew.erase(added_anew.begin());
@@ -123,7 +122,7 @@ TEST_F(CommandRegistration, LogsEachStepWithItsPlace) {
       {50,
        0,
        others_unreadable,
-       {add + device, "!Error reading a command|A fault was set for this operation.", add + mark + "?"}},
+       {add + device, "!Error reading a command|System ?" + because, add + mark + "?"}},
       {50, 0, [] {}, {}},
       {50, 0, [&] { system.templates[0].component_apps[0].version = "1.0"; }, updated},
       {50, 0, older_and_read_only, added_anew},
