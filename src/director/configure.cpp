@@ -17,6 +17,26 @@ constexpr int kOk = 1, kCancel = 2, kYes = 6, kNo = 7;
 
 bool Has(const Box& box, int button) { return std::ranges::count(box.buttons, button) != 0; }
 
+using platform::CallKind;
+using platform::Value;
+
+void Put(platform::LateBound& plug_in, std::string_view property, const Value& value) {
+  plug_in.Invoke({property}, CallKind::Put, {&value, 1});
+}
+
+void PutIfGiven(platform::LateBound& plug_in, std::string_view property, std::optional<std::int32_t> value) {
+  if (value) Put(plug_in, property, *value);
+}
+
+void OpenNetwork(platform::LateBound& plug_in, const std::string& network,
+                 const std::string& interface_name) {
+  if (!interface_name.empty()) {
+    Put(plug_in, "Remote", true);
+    Put(plug_in, "NetworkInterfaceName", interface_name);
+  }
+  Put(plug_in, "networkName", network);
+}
+
 }  // namespace
 
 bool Box::IsQuestion() const { return Has(*this, kYes); }
@@ -40,30 +60,6 @@ std::string Report(const Box& box, std::optional<bool> answer) {
                               : "") +
          '\n';
 }
-
-namespace {
-
-using platform::CallKind;
-using platform::Value;
-
-void Put(platform::LateBound& plug_in, std::string_view property, const Value& value) {
-  plug_in.Invoke({property}, CallKind::Put, {&value, 1});
-}
-
-void PutIfGiven(platform::LateBound& plug_in, std::string_view property, std::optional<std::int32_t> value) {
-  if (value) Put(plug_in, property, *value);
-}
-
-void OpenNetwork(platform::LateBound& plug_in, const std::string& network,
-                 const std::string& interface_name) {
-  if (!interface_name.empty()) {
-    Put(plug_in, "Remote", true);
-    Put(plug_in, "NetworkInterfaceName", interface_name);
-  }
-  Put(plug_in, "networkName", network);
-}
-
-}  // namespace
 
 void Configure(platform::LateBound& plug_in, const ConfigureRequest& request) {
   OpenNetwork(plug_in, NetworkOf(request.path), request.interface_name);

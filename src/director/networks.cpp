@@ -67,6 +67,46 @@ std::string Hexadecimal(const std::string& decimal_bytes) {
   return result;
 }
 
+std::string TemplatePath(const OpenedNetwork& opened, const lns::DeviceTemplate& type) {
+  return SystemPath(opened) + "/LcaDeviceTemplate:" + type.Name();
+}
+
+void PrintApps(const lns::ComponentApps& apps, const std::string& owner, std::ostream& out) {
+  for (const lns::ComponentApp app : apps.Items())
+    out << owner << '\t' << app.Name() << '\t' << app.CommandId() << '\t' << app.ComponentClassId() << '\t'
+        << app.RegisteredServer() << '\t' << app.VersionNumber()
+        << (app.DefaultAppFlag() ? "\tdefault\n" : "\n");
+}
+
+void PrintObjects(const lns::Interface& interface, const std::string& owner, std::ostream& out) {
+  for (const lns::LonMarkObject object : interface.LonMarkObjects().Items())
+    PrintApps(object.ComponentApps(), owner + '/' + object.Name(), out);
+}
+
+void PrintNetworkCommands(const OpenedNetwork& opened, std::ostream& out) {
+  PrintApps(opened.system().ComponentApps(), SystemPath(opened), out);
+  for (const lns::DeviceTemplate type : opened.system().TemplateLibrary().DeviceTemplates().Items()) {
+    PrintApps(type.ComponentApps(), TemplatePath(opened, type), out);
+    PrintObjects(type.Interface(), TemplatePath(opened, type), out);
+  }
+}
+
+void PrintNetworkTemplates(const OpenedNetwork& opened, std::ostream& out) {
+  const auto devices = opened.system().Subsystems().Item(lns::members::kAllDevices).AppDevices();
+  std::map<std::string, int> uses;
+  for (const lns::AppDevice device : devices.Items()) ++uses[device.DeviceTemplate().Name()];
+  for (const lns::DeviceTemplate type : opened.system().TemplateLibrary().DeviceTemplates().Items())
+    out << TemplatePath(opened, type) << '\t' << type.ProgramId() << '\t' << "devices " << uses[type.Name()]
+        << '\n';
+}
+
+/// Runs the step with the network's service device, without opening the system.
+template <class Step>
+void WithServiceDevice(const lns::ObjectServer& server, const std::string& network_name, const Step& step) {
+  const OpenedNetwork opened(server, network_name, OpenedNetwork::Depth::Network);
+  step(opened.system().NetworkServiceDevice());
+}
+
 }  // namespace
 
 OpenedNetwork::OpenedNetwork(const lns::ObjectServer& server, const std::string& network_name, Depth depth)
@@ -150,50 +190,6 @@ void UploadConfiguration(const lns::ObjectServer& server, const std::string& pat
 }
 
 std::string NetworkOf(const std::string& path) { return path.substr(0, path.find('/')); }
-
-namespace {
-
-std::string TemplatePath(const OpenedNetwork& opened, const lns::DeviceTemplate& type) {
-  return SystemPath(opened) + "/LcaDeviceTemplate:" + type.Name();
-}
-
-void PrintApps(const lns::ComponentApps& apps, const std::string& owner, std::ostream& out) {
-  for (const lns::ComponentApp app : apps.Items())
-    out << owner << '\t' << app.Name() << '\t' << app.CommandId() << '\t' << app.ComponentClassId() << '\t'
-        << app.RegisteredServer() << '\t' << app.VersionNumber()
-        << (app.DefaultAppFlag() ? "\tdefault\n" : "\n");
-}
-
-void PrintObjects(const lns::Interface& interface, const std::string& owner, std::ostream& out) {
-  for (const lns::LonMarkObject object : interface.LonMarkObjects().Items())
-    PrintApps(object.ComponentApps(), owner + '/' + object.Name(), out);
-}
-
-void PrintNetworkCommands(const OpenedNetwork& opened, std::ostream& out) {
-  PrintApps(opened.system().ComponentApps(), SystemPath(opened), out);
-  for (const lns::DeviceTemplate type : opened.system().TemplateLibrary().DeviceTemplates().Items()) {
-    PrintApps(type.ComponentApps(), TemplatePath(opened, type), out);
-    PrintObjects(type.Interface(), TemplatePath(opened, type), out);
-  }
-}
-
-void PrintNetworkTemplates(const OpenedNetwork& opened, std::ostream& out) {
-  const auto devices = opened.system().Subsystems().Item(lns::members::kAllDevices).AppDevices();
-  std::map<std::string, int> uses;
-  for (const lns::AppDevice device : devices.Items()) ++uses[device.DeviceTemplate().Name()];
-  for (const lns::DeviceTemplate type : opened.system().TemplateLibrary().DeviceTemplates().Items())
-    out << TemplatePath(opened, type) << '\t' << type.ProgramId() << '\t' << "devices " << uses[type.Name()]
-        << '\n';
-}
-
-/// Runs the step with the network's service device, without opening the system.
-template <class Step>
-void WithServiceDevice(const lns::ObjectServer& server, const std::string& network_name, const Step& step) {
-  const OpenedNetwork opened(server, network_name, OpenedNetwork::Depth::Network);
-  step(opened.system().NetworkServiceDevice());
-}
-
-}  // namespace
 
 void PrintCommands(const lns::ObjectServer& server, const std::string& place, std::ostream& out) {
   if (place.find('/') != std::string::npos) {

@@ -47,6 +47,17 @@ class MemoryKey : public platform::RegistryKey {
   std::string path_;
 };
 
+/// Calls `step` for each name of the path, first to last, until it returns false.
+template <class Step>
+void Walk(std::string_view path, Step step) {
+  while (!path.empty()) {
+    const std::size_t end = path.find('\\');
+    const std::string_view name = path.substr(0, end);
+    if (!name.empty() && !step(name)) return;
+    path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
+  }
+}
+
 }  // namespace
 
 std::unique_ptr<platform::RegistryKey> MemoryRegistry::Open(Hive hive, const std::string& path,
@@ -82,21 +93,6 @@ std::string BuiltInProgram::StringResource(int number) const {
       return {};
   }
 }
-
-namespace {
-
-/// Calls `step` for each name of the path, first to last, until it returns false.
-template <class Step>
-void Walk(std::string_view path, Step step) {
-  while (!path.empty()) {
-    const std::size_t end = path.find('\\');
-    const std::string_view name = path.substr(0, end);
-    if (!name.empty() && !step(name)) return;
-    path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
-  }
-}
-
-}  // namespace
 
 void MemoryFiles::Write(const std::string& path, std::string_view content) {
   Node& file = Make(path);

@@ -69,10 +69,6 @@ class Object {
   platform::LateBoundPtr object_;
 };
 
-/// A collection. Items count from 1; names are case-sensitive.
-template <class T>
-class Collection;
-
 class CollectionBase : public Object {
  public:
   using Object::Object;
@@ -86,6 +82,7 @@ class CollectionBase : public Object {
   }
 };
 
+/// Items count from 1; names are case-sensitive.
 template <class T>
 class Collection : public CollectionBase {
  public:

@@ -13,6 +13,15 @@ bool AnyHasExtension(const std::vector<std::string>& names, std::string_view ext
       names, [&](const std::string& name) { return text::EndsWithIgnoringCase(name, extension); });
 }
 
+constexpr const char* kCatalogName = "ldrf.cat";
+constexpr Tool kCatalogTool{"LDRFCAT"};
+/// Far more than the names of all makers' files need.
+constexpr std::size_t kMostBytes = std::size_t{16} << 20;
+
+bool EndsWithItsName(std::string_view path) {
+  return text::EqualIgnoringCase(path.substr(path.find_last_of('\\') + 1), kCatalogName);
+}
+
 }  // namespace
 
 ResourceFiles::ResourceFiles(const registry::CRegistry& registry, const platform::Program& program)
@@ -58,19 +67,6 @@ std::string ResourceFiles::UserTypeOwner() const {
   const std::string any(kProgramIdDigits - std::min(program_id_prefix_.size(), kProgramIdDigits), '0');
   return '#' + program_id_prefix_ + any + '[' + std::to_string(Scope()) + "].";
 }
-
-namespace {
-
-constexpr const char* kCatalogName = "ldrf.cat";
-constexpr Tool kCatalogTool{"LDRFCAT"};
-/// Far more than the names of all makers' files need.
-constexpr std::size_t kMostBytes = std::size_t{16} << 20;
-
-bool EndsWithItsName(std::string_view path) {
-  return text::EqualIgnoringCase(path.substr(path.find_last_of('\\') + 1), kCatalogName);
-}
-
-}  // namespace
 
 std::string FolderAboveCatalog(std::string_view catalog_path) {
   const std::string types = text::WithoutBackslash(catalog_path);

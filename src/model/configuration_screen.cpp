@@ -26,6 +26,18 @@ std::string SpokenName(const FramePlace& frame, const FieldRow& field) {
   return name;
 }
 
+/// "4.5 to 32 ºC" on a line of its own; empty if the field has no limits.
+std::string TipRange(const FieldRow& field, int display_units) {
+  const auto rows = Catalogue();
+  const auto row = std::ranges::find(rows, field.control, &CatalogueRow::control);
+  if (row == rows.end() || !row->limits) return {};
+  const CatalogueLimits& limits = *row->limits;
+  const bool metric = display_units == 0;
+  const std::string unit = UnitText(field.unit, display_units);
+  return "\r\n" + text::ShortestText(metric ? limits.si_min : limits.us_min) + " to " +
+         text::ShortestText(metric ? limits.si_max : limits.us_max) + (unit.empty() ? "" : " " + unit);
+}
+
 }  // namespace
 
 ConfigurationScreen::ConfigurationScreen()
@@ -171,22 +183,6 @@ ui::Label& ConfigurationScreen::NewLabel(std::string caption) {
   labels_.push_back(std::make_unique<ui::Label>("label", std::move(caption)));
   return *labels_.back();
 }
-
-namespace {
-
-/// "4.5 to 32 ºC" on a line of its own; empty if the field has no limits.
-std::string TipRange(const FieldRow& field, int display_units) {
-  const auto rows = Catalogue();
-  const auto row = std::ranges::find(rows, field.control, &CatalogueRow::control);
-  if (row == rows.end() || !row->limits) return {};
-  const CatalogueLimits& limits = *row->limits;
-  const bool metric = display_units == 0;
-  const std::string unit = UnitText(field.unit, display_units);
-  return "\r\n" + text::ShortestText(metric ? limits.si_min : limits.us_min) + " to " +
-         text::ShortestText(metric ? limits.si_max : limits.us_max) + (unit.empty() ? "" : " " + unit);
-}
-
-}  // namespace
 
 void ShowFieldTips(ConfigurationScreen& screen, int display_units,
                    const std::function<std::string(const ui::Control&)>& note) {

@@ -24,6 +24,21 @@ double LimitOf(const std::string& text) {
   return *number;
 }
 
+void SetLimits(CNvCtrlTable& binding, const CatalogueLimits& limits) {
+  binding.SetMinLimit(0, text::ShortestText(limits.si_min));
+  binding.SetMaxLimit(0, text::ShortestText(limits.si_max));
+  binding.SetMinLimit(1, text::ShortestText(limits.us_min));
+  binding.SetMaxLimit(1, text::ShortestText(limits.us_max));
+}
+
+ui::Control* ControlOf(const CatalogueRow& row, const ConfigurationScreen& screen) {
+  ui::Control* control = screen.Find(row.control);
+  if (!control && row.control.array != ScreenArray::None)
+    throw platform::Error(340, "Catalogue",
+                          "Control array element " + std::to_string(row.control.index) + " doesn't exist");
+  return control;
+}
+
 }  // namespace
 
 std::string CNvCtrlTable::MaxLimit(int units) const { return text::ShortestText(upper_[UnitIndex(units)]); }
@@ -62,25 +77,6 @@ void CNvCtrlTable::SetValue(const std::string& text) {
   field = text;
   NvCpTable->ValueAsChanges = true;
 }
-
-namespace {
-
-void SetLimits(CNvCtrlTable& binding, const CatalogueLimits& limits) {
-  binding.SetMinLimit(0, text::ShortestText(limits.si_min));
-  binding.SetMaxLimit(0, text::ShortestText(limits.si_max));
-  binding.SetMinLimit(1, text::ShortestText(limits.us_min));
-  binding.SetMaxLimit(1, text::ShortestText(limits.us_max));
-}
-
-ui::Control* ControlOf(const CatalogueRow& row, const ConfigurationScreen& screen) {
-  ui::Control* control = screen.Find(row.control);
-  if (!control && row.control.array != ScreenArray::None)
-    throw platform::Error(340, "Catalogue",
-                          "Control array element " + std::to_string(row.control.index) + " doesn't exist");
-  return control;
-}
-
-}  // namespace
 
 BindingList MakeBindings(const PointList& points, const ConfigurationScreen& screen) {
   BindingList bindings;

@@ -79,6 +79,12 @@ constexpr Command kCommands[] = {
     {60, "Recover"}, {61, "Monitor Recovery"}, {70, "Security Level"},
 };
 
+std::int16_t Number(const std::string& text) {
+  using Limits = std::numeric_limits<std::int16_t>;
+  return static_cast<std::int16_t>(
+      std::clamp<double>(text::RoundHalfEven(text::LeadingNumber(text)), Limits::min(), Limits::max()));
+}
+
 }  // namespace
 
 std::string ObjectTypeName(std::int16_t object_type) {
@@ -92,16 +98,6 @@ std::string CommandName(std::int32_t command_id) {
     if (command.id == command_id) return command.name;
   return "Custom command " + std::to_string(command_id);
 }
-
-namespace {
-
-std::int16_t Number(const std::string& text) {
-  using Limits = std::numeric_limits<std::int16_t>;
-  return static_cast<std::int16_t>(
-      std::clamp<double>(text::RoundHalfEven(text::LeadingNumber(text)), Limits::min(), Limits::max()));
-}
-
-}  // namespace
 
 Version SplitVersion(std::string_view version) {
   const auto [major, rest] = text::SplitAtFirst(version, ".");

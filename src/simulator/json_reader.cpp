@@ -120,6 +120,12 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
   std::vector<JsonNode*> open_;  // only the innermost grows, so these pointers stay valid
 };
 
+constexpr const char* kText = "expected a text";
+constexpr const char* kWhole = "expected a whole number";
+constexpr const char* kBoolean = "expected true or false";
+constexpr const char* kList = "expected a list";
+constexpr const char* kObject = "expected an object";
+
 }  // namespace
 
 JsonNode ParseJson(std::string_view text, const std::string& file) {
@@ -130,16 +136,6 @@ JsonNode ParseJson(std::string_view text, const std::string& file) {
   nlohmann::json::sax_parse(begin, end, &builder);
   return builder.TakeRoot();
 }
-
-namespace {
-
-constexpr const char* kText = "expected a text";
-constexpr const char* kWhole = "expected a whole number";
-constexpr const char* kBoolean = "expected true or false";
-constexpr const char* kList = "expected a list";
-constexpr const char* kObject = "expected an object";
-
-}  // namespace
 
 JsonReader::JsonReader(const JsonNode& node, std::string path, std::string file)
     : node_(node), path_(std::move(path)), file_(std::move(file)) {

@@ -17,6 +17,22 @@ void CheckName(stored::System& system, const std::string& name) {
     Fail(Code::DuplicateName, "A device template named \"" + name + "\" already exists.");
 }
 
+template <class Item>
+Collection::NameItems NamesOf(DeviceTemplate* type, std::vector<Item> stored::DeviceTemplate::*items) {
+  return [type, items](Collection&) { return stored::NamesOf(type->Data().*items); };
+}
+
+template <class Item>
+Collection::MakeItem ItemsOf(DeviceTemplate* type) {
+  return [type](Collection& self, const std::string& name) {
+    return self.Make<Item>(Place{type->place().path + "/" + name, "", name}, type, name);
+  };
+}
+
+[[noreturn]] Value RefuseValue() {
+  Fail(Code::NoDevice, "A network variable of a device template has no value.");
+}
+
 }  // namespace
 
 std::span<const MemberRow<TemplateLibrary>> TemplateLibrary::Members() {
@@ -122,26 +138,6 @@ std::span<const MemberRow<DeviceTemplate>> DeviceTemplate::Members() {
   };
   return kRows;
 }
-
-namespace {
-
-template <class Item>
-Collection::NameItems NamesOf(DeviceTemplate* type, std::vector<Item> stored::DeviceTemplate::*items) {
-  return [type, items](Collection&) { return stored::NamesOf(type->Data().*items); };
-}
-
-template <class Item>
-Collection::MakeItem ItemsOf(DeviceTemplate* type) {
-  return [type](Collection& self, const std::string& name) {
-    return self.Make<Item>(Place{type->place().path + "/" + name, "", name}, type, name);
-  };
-}
-
-[[noreturn]] Value RefuseValue() {
-  Fail(Code::NoDevice, "A network variable of a device template has no value.");
-}
-
-}  // namespace
 
 Value TemplateInterface::Variables() {
   const auto names = NamesOf(type_, &stored::DeviceTemplate::variables);

@@ -94,6 +94,18 @@ Variant Enumerator(const std::shared_ptr<automation::Published>& object) {
   return variant;
 }
 
+struct Adapters {
+  std::unordered_map<const automation::Published*, IDispatch*> by_object;
+  std::unordered_map<const IDispatch*, LiveAdapter*> by_adapter;
+};
+
+/// This thread's adapters. Never destroyed: if a process ends without leaving its apartment, COM closes the
+/// last of them.
+Adapters& AllAdapters() {
+  thread_local Adapters& adapters = *new Adapters;
+  return adapters;
+}
+
 }  // namespace
 
 HRESULT FindNumbers(const automation::Published& object, LPOLESTR* names, UINT count,
@@ -143,22 +155,6 @@ HRESULT CallPublished(const std::shared_ptr<automation::Published>& object, DISP
     return ReportToInvoke(info);
   }
 }
-
-namespace {
-
-struct Adapters {
-  std::unordered_map<const automation::Published*, IDispatch*> by_object;
-  std::unordered_map<const IDispatch*, LiveAdapter*> by_adapter;
-};
-
-/// This thread's adapters. Never destroyed: if a process ends without leaving its apartment, COM closes the
-/// last of them.
-Adapters& AllAdapters() {
-  thread_local Adapters& adapters = *new Adapters;
-  return adapters;
-}
-
-}  // namespace
 
 LiveAdapter::LiveAdapter(std::shared_ptr<automation::Published> object, IDispatch* adapter)
     : object_(std::move(object)), adapter_(adapter) {

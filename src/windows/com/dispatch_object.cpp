@@ -30,6 +30,33 @@ WORD FlagsOf(CallKind kind) {
 
 bool IsPut(CallKind kind) { return kind == CallKind::Put || kind == CallKind::PutReference; }
 
+HRESULT CreateInProcess(const CLSID& class_id, ComPtr<IDispatch>& object) {
+  const HRESULT result =
+      CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IDispatch), object.ReceiveVoid());
+  if (result != CLASS_E_NOTLICENSED) return result;
+  ComPtr<IClassFactory2> factory;
+  Bstr key;
+  if (FAILED(CoGetClassObject(class_id, CLSCTX_INPROC_SERVER, nullptr, __uuidof(IClassFactory2),
+                              factory.ReceiveVoid())) ||
+      FAILED(factory->RequestLicKey(0, key.Receive())))
+    return result;
+  return factory->CreateInstanceLic(nullptr, nullptr, __uuidof(IDispatch), key.get(), object.ReceiveVoid());
+}
+
+/// As newly made, not loaded.
+void Initialise(const ComPtr<IDispatch>& control) {
+  if (const auto stream = control.As<IPersistStreamInit>())
+    stream->InitNew();
+  else if (const auto bag = control.As<IPersistPropertyBag>())
+    bag->InitNew();
+}
+
+bool WantsSiteFirst(IOleObject& object) {
+  DWORD traits = 0;
+  return SUCCEEDED(object.GetMiscStatus(DVASPECT_CONTENT, &traits)) &&
+         (traits & OLEMISC_SETCLIENTSITEFIRST) != 0;
+}
+
 }  // namespace
 
 platform::Value DispatchObject::Invoke(const platform::Member& member, CallKind kind,
@@ -72,23 +99,6 @@ platform::Value DispatchObject::Call(DISPID number, WORD flags, DISPPARAMS param
 std::unique_ptr<platform::Subscription> DispatchObject::Advise(platform::EventHandler handler) {
   return SubscribeToDefaultEvents(object_.get(), std::move(handler));
 }
-
-namespace {
-
-HRESULT CreateInProcess(const CLSID& class_id, ComPtr<IDispatch>& object) {
-  const HRESULT result =
-      CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IDispatch), object.ReceiveVoid());
-  if (result != CLASS_E_NOTLICENSED) return result;
-  ComPtr<IClassFactory2> factory;
-  Bstr key;
-  if (FAILED(CoGetClassObject(class_id, CLSCTX_INPROC_SERVER, nullptr, __uuidof(IClassFactory2),
-                              factory.ReceiveVoid())) ||
-      FAILED(factory->RequestLicKey(0, key.Receive())))
-    return result;
-  return factory->CreateInstanceLic(nullptr, nullptr, __uuidof(IDispatch), key.get(), object.ReceiveVoid());
-}
-
-}  // namespace
 
 /// Only objects of this process can be controls to host; asking others would be a call each time. If this
 /// process has the class, other processes are not tried: COM might start one to host the control.
@@ -139,24 +149,6 @@ HRESULT ControlSite::Invoke(DISPID ambient, REFIID, LCID, WORD flags, DISPPARAMS
       return DISP_E_MEMBERNOTFOUND;
   }
 }
-
-namespace {
-
-/// As newly made, not loaded.
-void Initialise(const ComPtr<IDispatch>& control) {
-  if (const auto stream = control.As<IPersistStreamInit>())
-    stream->InitNew();
-  else if (const auto bag = control.As<IPersistPropertyBag>())
-    bag->InitNew();
-}
-
-bool WantsSiteFirst(IOleObject& object) {
-  DWORD traits = 0;
-  return SUCCEEDED(object.GetMiscStatus(DVASPECT_CONTENT, &traits)) &&
-         (traits & OLEMISC_SETCLIENTSITEFIRST) != 0;
-}
-
-}  // namespace
 
 /// Refusals are harmless here; if the control needs something, its calls fail.
 HostedControl::HostedControl(ComPtr<IDispatch> control)

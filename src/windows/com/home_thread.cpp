@@ -40,6 +40,13 @@ HWND MakeWindow() {
   return made;
 }
 
+std::atomic<long> uses = 0;
+
+std::function<void()>& UnusedHandler() {
+  static std::function<void()> handler;
+  return handler;
+}
+
 }  // namespace
 
 HomeThread::HomeThread() noexcept : thread_(GetCurrentThreadId()), window_(window_of_this_thread) {}
@@ -70,17 +77,6 @@ void HomeThread::Window::DoAll() noexcept {
   MSG message;
   while (PeekMessageW(&message, window_, kRelease, kDo, PM_REMOVE)) DispatchMessageW(&message);
 }
-
-namespace {
-
-std::atomic<long> uses = 0;
-
-std::function<void()>& UnusedHandler() {
-  static std::function<void()> handler;
-  return handler;
-}
-
-}  // namespace
 
 ServerUse::ServerUse() { ++uses; }
 

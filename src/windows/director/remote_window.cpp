@@ -70,6 +70,52 @@ std::string ListCell(HWND list, const RemoteMemory& memory, int row, int column)
   return ItemText(list, memory, LVM_GETITEMTEXTW, row, item);
 }
 
+using Clock = std::chrono::steady_clock;
+
+constexpr auto kPatience = std::chrono::seconds(4);
+constexpr auto kPoll = std::chrono::milliseconds(40);
+
+HWND BoxOf(DWORD process) {
+  for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr));) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(box, &owner);
+    if (owner == process && IsWindowVisible(box)) return box;
+  }
+  return nullptr;
+}
+
+/// One message box while it is open.
+class OpenBox {
+ public:
+  explicit OpenBox(HWND window) : window_(window), title_(TextOf(window)) {
+    for (HWND child : ChildrenOf(window)) {
+      if (Is(child, L"Button") && IsWindowVisible(child)) buttons_.push_back(GetDlgCtrlID(child));
+      if (Is(child, L"Static") && text_.empty()) text_ = TextOf(child);
+    }
+  }
+
+  HWND window() const { return window_; }
+  director::Box box() const { return {title_, text_, buttons_}; }
+
+  void Respond(std::optional<bool> answer) {
+    const bool due = answer || Clock::now() - since_ > kPatience;
+    if (due && !reported_) std::cerr << director::Report(box(), answer) << std::flush;
+    reported_ = reported_ || due;
+    if (!answer) return;
+    // Each time, as a new box may not listen yet.
+    const int button = box().ButtonFor(*answer);
+    PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button),
+                 reinterpret_cast<LPARAM>(GetDlgItem(window_, button)));
+  }
+
+ private:
+  HWND window_;
+  std::string title_, text_;
+  std::vector<int> buttons_;
+  Clock::time_point since_ = Clock::now();
+  bool reported_ = false;
+};
+
 }  // namespace
 
 std::string TextOf(HWND window) {
@@ -134,56 +180,6 @@ std::vector<std::vector<std::string>> ListRows(HWND list) {
   }
   return rows;
 }
-
-namespace {
-
-using Clock = std::chrono::steady_clock;
-
-constexpr auto kPatience = std::chrono::seconds(4);
-constexpr auto kPoll = std::chrono::milliseconds(40);
-
-HWND BoxOf(DWORD process) {
-  for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", nullptr));) {
-    DWORD owner = 0;
-    GetWindowThreadProcessId(box, &owner);
-    if (owner == process && IsWindowVisible(box)) return box;
-  }
-  return nullptr;
-}
-
-/// One message box while it is open.
-class OpenBox {
- public:
-  explicit OpenBox(HWND window) : window_(window), title_(TextOf(window)) {
-    for (HWND child : ChildrenOf(window)) {
-      if (Is(child, L"Button") && IsWindowVisible(child)) buttons_.push_back(GetDlgCtrlID(child));
-      if (Is(child, L"Static") && text_.empty()) text_ = TextOf(child);
-    }
-  }
-
-  HWND window() const { return window_; }
-  director::Box box() const { return {title_, text_, buttons_}; }
-
-  void Respond(std::optional<bool> answer) {
-    const bool due = answer || Clock::now() - since_ > kPatience;
-    if (due && !reported_) std::cerr << director::Report(box(), answer) << std::flush;
-    reported_ = reported_ || due;
-    if (!answer) return;
-    // Each time, as a new box may not listen yet.
-    const int button = box().ButtonFor(*answer);
-    PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button),
-                 reinterpret_cast<LPARAM>(GetDlgItem(window_, button)));
-  }
-
- private:
-  HWND window_;
-  std::string title_, text_;
-  std::vector<int> buttons_;
-  Clock::time_point since_ = Clock::now();
-  bool reported_ = false;
-};
-
-}  // namespace
 
 BoxWatch::BoxWatch(std::optional<bool> answer) : answer_(answer), thread_([this] { Watch(); }) {}
 

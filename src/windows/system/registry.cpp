@@ -91,6 +91,9 @@ class OpenKey : public platform::RegistryKey {
   REGSAM view_;
 };
 
+// Inferred from the name of the control's class; no manual has it.
+constexpr const char* kPlatformProgId = "LcaObjectServer.LcaObjectServer";
+
 }  // namespace
 
 std::unique_ptr<platform::RegistryKey> WindowsRegistry::Open(Hive hive, const std::string& path,
@@ -115,13 +118,6 @@ std::unique_ptr<platform::RegistryKey> WindowsRegistry::Create(Hive hive, const 
 bool WindowsRegistry::Delete(Hive hive, const std::string& path) {
   return RegDeleteKeyExA(RootOf(hive), ToAnsi(path).c_str(), ViewOf(hive), 0) == ERROR_SUCCESS;
 }
-
-namespace {
-
-// Inferred from the name of the control's class; no manual has it.
-constexpr const char* kPlatformProgId = "LcaObjectServer.LcaObjectServer";
-
-}  // namespace
 
 std::string ObjectServerProgId(platform::Registry& registry) {
   const std::string named =

@@ -88,20 +88,6 @@ std::wstring ProgramName() {
   return name.substr(0, name.find_last_of(L'.'));
 }
 
-}  // namespace
-
-ui::Answer ShowMessageBox(const ui::Message& message, const UiThread& ui_thread) {
-  const Modal modal(ui_thread);
-  const std::wstring caption = message.caption.empty() ? ProgramName() : ToWide(message.caption);
-  // Without an owner it would come up behind the window of the director, which waits for the answer: this
-  // modality makes it topmost.
-  const UINT flags = FlagsOf(message) | (modal.owner() ? 0 : MB_SYSTEMMODAL | MB_SETFOREGROUND);
-  return AnswerOf(MessageBoxW(modal.owner(), ToWide(message.text).c_str(), caption.c_str(), flags),
-                  message.buttons);
-}
-
-namespace {
-
 constexpr std::size_t kLongestPath = 32768;
 
 /// Descriptions and patterns as the dialog takes them: each ended by a NUL, patterns without the blanks
@@ -137,6 +123,16 @@ bool ShowDialog(const char* dialog, OPENFILENAMEW& ask) {
 }
 
 }  // namespace
+
+ui::Answer ShowMessageBox(const ui::Message& message, const UiThread& ui_thread) {
+  const Modal modal(ui_thread);
+  const std::wstring caption = message.caption.empty() ? ProgramName() : ToWide(message.caption);
+  // Without an owner it would come up behind the window of the director, which waits for the answer: this
+  // modality makes it topmost.
+  const UINT flags = FlagsOf(message) | (modal.owner() ? 0 : MB_SYSTEMMODAL | MB_SETFOREGROUND);
+  return AnswerOf(MessageBoxW(modal.owner(), ToWide(message.text).c_str(), caption.c_str(), flags),
+                  message.buttons);
+}
 
 std::optional<std::string> WindowsDesktop::AskSaveFile(const ui::SaveDialog& dialog) {
   const std::wstring filter = DialogFilter(dialog.filter);

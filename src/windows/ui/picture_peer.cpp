@@ -113,36 +113,6 @@ std::uint32_t PixelAt(std::span<const Layer> layers, int column, int row, int si
   return alpha << 24 | channel(red) << 16 | channel(green) << 8 | channel(blue);
 }
 
-}  // namespace
-
-OwnedIcon DrawPicture(Picture picture, int size) {
-  BITMAPINFO info{};
-  info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-  void* bits = nullptr;
-  const OwnedBitmap colors(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  // Rows of a mask are whole words; all zero shows the colours everywhere. If all colours are
-  // transparent, Windows takes them for opaque and only the mask hides them.
-  const std::vector<BYTE> hidden(static_cast<std::size_t>((size + 15) / 16 * 2 * size),
-                                 picture == Picture::Blank ? 0xFF : 0);
-  const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, hidden.data()));
-  if (!colors || !mask) return {};
-  auto* pixel = static_cast<std::uint32_t*>(bits);
-  for (int row = 0; row < size; ++row)
-    for (int column = 0; column < size; ++column) *pixel++ = PixelAt(LayersOf(picture), column, row, size);
-  ICONINFO icon{TRUE, 0, 0, mask.get(), colors.get()};
-  return OwnedIcon(CreateIconIndirect(&icon));
-}
-
-OwnedImages DrawPictures(std::span<const Picture> pictures, int size) {
-  OwnedImages images(
-      ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, static_cast<int>(pictures.size())));
-  for (const Picture picture : pictures)
-    ImageList_ReplaceIcon(images.get(), -1, DrawPicture(picture, size).get());
-  return images;
-}
-
-namespace {
-
 /// Red, green and blue times opacity, and opacity; all from 0 to 255.
 struct Color {
   double blue = 0, green = 0, red = 0, opacity = 0;
@@ -196,6 +166,32 @@ OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
 }
 
 }  // namespace
+
+OwnedIcon DrawPicture(Picture picture, int size) {
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  const OwnedBitmap colors(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+  // Rows of a mask are whole words; all zero shows the colours everywhere. If all colours are
+  // transparent, Windows takes them for opaque and only the mask hides them.
+  const std::vector<BYTE> hidden(static_cast<std::size_t>((size + 15) / 16 * 2 * size),
+                                 picture == Picture::Blank ? 0xFF : 0);
+  const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, hidden.data()));
+  if (!colors || !mask) return {};
+  auto* pixel = static_cast<std::uint32_t*>(bits);
+  for (int row = 0; row < size; ++row)
+    for (int column = 0; column < size; ++column) *pixel++ = PixelAt(LayersOf(picture), column, row, size);
+  ICONINFO icon{TRUE, 0, 0, mask.get(), colors.get()};
+  return OwnedIcon(CreateIconIndirect(&icon));
+}
+
+OwnedImages DrawPictures(std::span<const Picture> pictures, int size) {
+  OwnedImages images(
+      ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 0, static_cast<int>(pictures.size())));
+  for (const Picture picture : pictures)
+    ImageList_ReplaceIcon(images.get(), -1, DrawPicture(picture, size).get());
+  return images;
+}
 
 void PicturePeer::MakeWindow() { Create(L"STATIC", L"", SS_OWNERDRAW); }
 

@@ -43,6 +43,25 @@ HGLOBAL InMemory(const std::wstring& text) {
   return memory;
 }
 
+struct MenuDestroy {
+  void operator()(HMENU menu) const noexcept { DestroyMenu(menu); }
+};
+using OwnedMenu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroy>;
+
+/// Shows "&" as such, and cuts what would make the menu too wide.
+std::wstring MenuText(std::wstring text) {
+  constexpr std::size_t kLongest = 80;
+  if (text.size() > kLongest) text.replace(kLongest, std::wstring::npos, L"\x2026");
+  for (std::size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
+    text.insert(at, 1, L'&');
+  return text;
+}
+
+// Commands of the viewer.
+constexpr UINT kDisplayTopic = 0;
+constexpr UINT kHelpContext = 15;
+constexpr UINT kCloseAll = 18;
+
 }  // namespace
 
 std::wstring ClipboardText(HWND owner) {
@@ -68,24 +87,6 @@ void PutOnClipboard(const std::wstring& text) {
   throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
                         "The text cannot be copied; another program may be using the clipboard.");
 }
-
-namespace {
-
-struct MenuDestroy {
-  void operator()(HMENU menu) const noexcept { DestroyMenu(menu); }
-};
-using OwnedMenu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroy>;
-
-/// Shows "&" as such, and cuts what would make the menu too wide.
-std::wstring MenuText(std::wstring text) {
-  constexpr std::size_t kLongest = 80;
-  if (text.size() > kLongest) text.replace(kLongest, std::wstring::npos, L"\x2026");
-  for (std::size_t at = 0; (at = text.find(L'&', at)) != std::wstring::npos; at += 2)
-    text.insert(at, 1, L'&');
-  return text;
-}
-
-}  // namespace
 
 std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::vector<MenuItem>& items) {
   const OwnedMenu menu(CreatePopupMenu());
@@ -113,15 +114,6 @@ bool OfferToCopy(HWND window, LPARAM where, const std::vector<std::string>& text
   if (const auto chosen = ChooseFromMenu(window, where, items)) PutOnClipboard(ToWide(texts[*chosen]));
   return true;
 }
-
-namespace {
-
-// Commands of the viewer.
-constexpr UINT kDisplayTopic = 0;
-constexpr UINT kHelpContext = 15;
-constexpr UINT kCloseAll = 18;
-
-}  // namespace
 
 bool HtmlHelp::ShowContext(const std::wstring& file, DWORD context) {
   if (!call_) {

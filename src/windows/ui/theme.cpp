@@ -29,6 +29,21 @@ std::wstring WithoutMiddle(const std::wstring& text, Fits fits) {
   return keep(fitting);
 }
 
+// Since Windows 10, version 1607.
+using GetWindowDpi = UINT(WINAPI*)(HWND);
+using GetMetricAt = int(WINAPI*)(int, UINT);
+using AdjustAt = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
+
+template <class Function>
+Function Find(const char* name) {
+  const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32"), name);
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(found));
+}
+
+ui::Extent SizeOf(const RECT& area) {
+  return {static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+}
+
 }  // namespace
 
 Theme::Theme(int dpi, const LOGFONTW& font) : dpi_(dpi), font_(font) {
@@ -106,25 +121,6 @@ COLORREF Quiet(int background, int percent) {
   return RGB(mix(GetRValue(one), GetRValue(other)), mix(GetGValue(one), GetGValue(other)),
              mix(GetBValue(one), GetBValue(other)));
 }
-
-namespace {
-
-// Since Windows 10, version 1607.
-using GetWindowDpi = UINT(WINAPI*)(HWND);
-using GetMetricAt = int(WINAPI*)(int, UINT);
-using AdjustAt = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
-
-template <class Function>
-Function Find(const char* name) {
-  const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32"), name);
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(found));
-}
-
-ui::Extent SizeOf(const RECT& area) {
-  return {static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
-}
-
-}  // namespace
 
 int SystemDpi() {
   const OwnedDc screen(CreateCompatibleDC(nullptr));
