@@ -7,12 +7,8 @@
 #include <map>
 
 #include "windows/com/wide_text.h"
-#include "windows/ui/field_peers.h"
-#include "windows/ui/list_view_peer.h"
-#include "windows/ui/picture_peer.h"
-#include "windows/ui/simple_peers.h"
+#include "windows/ui/peers.h"
 #include "windows/ui/tabs_peer.h"
-#include "windows/ui/web_view_peer.h"
 
 namespace windows {
 
@@ -129,34 +125,31 @@ void ControlSet::MakePages(const ui::Box& box, Surface& parent) {
 std::unique_ptr<NativePeer> ControlSet::MakePeer(ui::Control& control, Surface& parent, bool nested) {
   switch (control.kind()) {
     case Kind::TextField:
-      return std::make_unique<TextFieldPeer>(*this, parent, static_cast<ui::TextField&>(control));
+      return MakeTextField(*this, parent, control);
     case Kind::ChoiceList:
-      return std::make_unique<ChoiceListPeer>(*this, parent, static_cast<ui::ChoiceList&>(control));
+      return MakeChoiceList(*this, parent, control);
     case Kind::Label:
-      return std::make_unique<LabelPeer>(*this, parent, static_cast<ui::Label&>(control));
+      return MakeLabel(*this, parent, control);
     case Kind::Button:
-      return std::make_unique<ButtonPeer>(*this, parent, static_cast<ui::Button&>(control),
-                                          form_.default_button == &control);
+      return MakeButton(*this, parent, control, form_.default_button == &control);
     case Kind::OptionButton:
-      return std::make_unique<ToggleButtonPeer>(*this, parent, static_cast<ui::OptionButton&>(control));
     case Kind::CheckBox:
-      return std::make_unique<ToggleButtonPeer>(*this, parent, static_cast<ui::CheckBox&>(control));
+      return MakeToggleButton(*this, parent, control);
     case Kind::Frame:
-      return std::make_unique<FramePeer>(*this, parent, static_cast<ui::Frame&>(control), nested);
+      return MakeFrame(*this, parent, control, nested);
     case Kind::Tabs:
-      return std::make_unique<TabsPeer>(*this, parent, static_cast<ui::Tabs&>(control));
+      return std::make_unique<TabsPeer>(*this, parent, control);
     case Kind::ListView:
-      return std::make_unique<ListViewPeer>(*this, parent, static_cast<ui::ListView&>(control));
+      return MakeListView(*this, parent, control);
     case Kind::StatusBar:
-      return std::make_unique<StatusBarPeer>(
-          *this, parent, static_cast<ui::StatusBar&>(control),
-          (GetWindowLongW(window_.handle(), GWL_STYLE) & WS_THICKFRAME) != 0);
+      return MakeStatusBar(*this, parent, control,
+                           (GetWindowLongW(window_.handle(), GWL_STYLE) & WS_THICKFRAME) != 0);
     case Kind::WebView:
-      return std::make_unique<WebViewPeer>(*this, parent, static_cast<ui::WebView&>(control));
+      return MakeWebView(*this, parent, control);
     case Kind::Picture:
-      return std::make_unique<PicturePeer>(*this, parent, static_cast<ui::Picture&>(control));
+      return MakePicture(*this, parent, control);
     case Kind::AnimationHost:
-      return std::make_unique<AnimationHostPeer>(*this, parent, static_cast<ui::AnimationHost&>(control));
+      return MakeAnimationHost(*this, parent, control);
   }
   return nullptr;
 }
@@ -177,14 +170,12 @@ ui::Extent ControlSet::PreferredSize(const ui::Control& control) const {
 }
 
 ui::Insets ControlSet::FrameInsets(const ui::Control& frame, bool) const {
-  ui::Insets insets = static_cast<const FramePeer*>(by_control_.at(&frame))->FrameInsets();
+  ui::Insets insets = by_control_.at(&frame)->Insets();
   if (is_tight_) insets = {insets.left / 2, insets.top, insets.right / 2, insets.bottom / 2};
   return insets;
 }
 
-ui::Insets ControlSet::TabInsets(const ui::Control& tabs) const {
-  return static_cast<const TabsPeer*>(by_control_.at(&tabs))->TabInsets();
-}
+ui::Insets ControlSet::TabInsets(const ui::Control& tabs) const { return by_control_.at(&tabs)->Insets(); }
 
 void ControlSet::Arrange(ui::Extent room) {
   room_ = room;

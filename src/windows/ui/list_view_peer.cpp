@@ -1,169 +1,201 @@
-#include "windows/ui/list_view_peer.h"
-
 #include <windows.h>
 
 #include <commctrl.h>
 
 #include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/peers.h"
 #include "windows/ui/picture_peer.h"
 #include "windows/ui/shell_services.h"
 
 namespace windows {
+namespace {
 
-void ListViewPeer::MakeWindow() {
-  Create(WC_LISTVIEWW, L"", LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
-         WS_EX_CLIENTEDGE);
-  const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER;
-  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
-  MakeColumns();
-}
+/// A report list that asks the control for the rows it shows, so that a long list costs no more than a short
+/// one. Each column is as wide as the widest text that it has held since it was empty.
+class ListViewPeer final : public NativePeer {
+ public:
+  using NativePeer::NativePeer;
 
-void ListViewPeer::Rescale() {
-  NativePeer::Rescale();
-  MakeImages();
-  for (std::size_t column = 0; column < columns_.size(); ++column) Fit(column);
-  const bool first = columns_.empty();
-  if (first) ForgetRows();
-  MeasureRows();
-  if (first) CatchUpWhenSeen();
-}
+  ui::Extent PreferredSize() const override { return {theme().Scaled(560), theme().Scaled(260)}; }
 
-void ListViewPeer::MakeImages() {
-  if (!list().small_icons) return;
-  std::vector<Picture> pictures;
-  for (const ui::ImageList::Image& image : list().small_icons->Images())
-    pictures.push_back(image.picture == ui::ImageList::Picture::GreenMark ? Picture::GreenMark
-                                                                          : Picture::RedMark);
-  // The list view destroys the last one with itself.
-  const HIMAGELIST images = DrawPictures(pictures, theme().Scaled(16)).release();
-  const OwnedImages former(
-      reinterpret_cast<HIMAGELIST>(Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images))));
-}
-
-void ListViewPeer::MakeColumns() {
-  const auto& headers = list().Headers();
-  answered_.resize(headers.size());
-  for (std::size_t column = 0; column < headers.size(); ++column) {
-    std::wstring text = ToWide(headers[column]);
-    LVCOLUMNW description{};
-    description.mask = LVCF_TEXT;
-    description.pszText = text.data();
-    Send(LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&description));
-  }
-}
-
-void ListViewPeer::ForgetRows() {
-  const auto& headers = list().Headers();
-  rows_measured_ = 0;
-  columns_.assign(headers.size(), {});
-  for (std::size_t column = 0; column < headers.size(); ++column) Widen(column, ToWide(headers[column]), 24);
-}
-
-ui::Extent ListViewPeer::PreferredSize() const { return {theme().Scaled(560), theme().Scaled(260)}; }
-
-void ListViewPeer::Widen(std::size_t column, const std::wstring& text, int room) {
-  if (theme().TextSize(text).width + theme().Scaled(room) <= columns_[column].width) return;
-  columns_[column] = {0, text, room};
-  Fit(column);
-}
-
-/// Measures the widest text alone: there may be a million others.
-void ListViewPeer::Fit(std::size_t column) {
-  auto& [width, widest, room] = columns_[column];
-  width = theme().TextSize(widest).width + theme().Scaled(room);
-  Send(LVM_SETCOLUMNWIDTH, column, width);
-}
-
-void ListViewPeer::MeasureRows() {
-  const auto& rows = list().Rows();
-  if (rows.size() < rows_measured_) ForgetRows();
-  constexpr int kPadding = 14, kMark = 20;
-  for (; rows_measured_ < rows.size(); ++rows_measured_) {
-    const auto& cells = rows[rows_measured_].cells;
-    for (std::size_t column = 0; column < std::min(cells.size(), columns_.size()); ++column)
-      Widen(column, ToWide(cells[column]), column == 0 ? kPadding + kMark : kPadding);
-  }
-}
-
-void ListViewPeer::CatchUp() {
-  const auto& rows = list().Rows();
-  Send(LVM_SETITEMCOUNT, rows.size(), rows.empty() ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-  if (!rows.empty()) Send(LVM_ENSUREVISIBLE, rows.size() - 1, FALSE);
-}
-
-void ListViewPeer::Show(ui::Aspect aspect) {
-  if (aspect != ui::Aspect::Rows) return NativePeer::Show(aspect);
-  MeasureRows();
-  CatchUpWhenSeen();
-}
-
-LRESULT ListViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
-  switch (message) {
-    case WM_KEYDOWN: {
-      if (HeldKeys() != ui::kCtrl) break;
-      if (wparam == 'A') return SelectAll(), 0;
-      if (wparam == 'C' || wparam == VK_INSERT) return Copy(), 0;
-      break;
+  LRESULT Notify(NMHDR& header) override {
+    if (header.code != LVN_GETDISPINFOW) return 0;
+    LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
+    const auto row = static_cast<std::size_t>(item.iItem), column = static_cast<std::size_t>(item.iSubItem);
+    if (row >= list().Rows().size()) return 0;
+    const ui::ListView::Row& shown = list().Rows()[row];
+    if (item.mask & LVIF_IMAGE) item.iImage = ImageOf(shown.icon);
+    if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
+      answered_[column] = ToWide(list().ShownText(row, column));
+      item.pszText = answered_[column].data();
     }
-    case WM_SYSCOLORCHANGE: {
-      // Not every system's list takes a new background by itself.
-      const LRESULT result = NativePeer::Handle(message, wparam, lparam);
-      Send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
-      return result;
+    return 0;
+  }
+
+ protected:
+  void MakeWindow() override {
+    Create(WC_LISTVIEWW, L"", LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+           WS_EX_CLIENTEDGE);
+    const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
+    MakeColumns();
+  }
+
+  void Rescale() override {
+    NativePeer::Rescale();
+    MakeImages();
+    for (std::size_t column = 0; column < columns_.size(); ++column) Fit(column);
+    const bool first = columns_.empty();
+    if (first) ForgetRows();
+    MeasureRows();
+    if (first) CatchUpWhenSeen();
+  }
+
+  void Show(ui::Aspect aspect) override {
+    if (aspect != ui::Aspect::Rows) return NativePeer::Show(aspect);
+    MeasureRows();
+    CatchUpWhenSeen();
+  }
+
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override {
+    switch (message) {
+      case WM_KEYDOWN: {
+        if (HeldKeys() != ui::kCtrl) break;
+        if (wparam == 'A') return SelectAll(), 0;
+        if (wparam == 'C' || wparam == VK_INSERT) return Copy(), 0;
+        break;
+      }
+      case WM_SYSCOLORCHANGE: {
+        // Not every system's list takes a new background by itself.
+        const LRESULT result = NativePeer::Handle(message, wparam, lparam);
+        Send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
+        return result;
+      }
+      case WM_CHAR:  // of the keys above; letters look for a row
+        if (wparam < L' ') return 0;
+        break;
+      case WM_CONTEXTMENU:
+        // The menu of the column headers would be another one.
+        if (reinterpret_cast<HWND>(wparam) == handle()) return OfferMenu(lparam), 0;
+        break;
+      default:
+        break;
     }
-    case WM_CHAR:  // of the keys above; letters look for a row
-      if (wparam < L' ') return 0;
-      break;
-    case WM_CONTEXTMENU:
-      // The menu of the column headers would be another one.
-      if (reinterpret_cast<HWND>(wparam) == handle()) return OfferMenu(lparam), 0;
-      break;
-    default:
-      break;
+    return NativePeer::Handle(message, wparam, lparam);
   }
-  return NativePeer::Handle(message, wparam, lparam);
-}
 
-void ListViewPeer::SelectAll() const {
-  LVITEMW selected{};
-  selected.state = selected.stateMask = LVIS_SELECTED;
-  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&selected));
-}
-
-void ListViewPeer::Copy() const {
-  std::vector<std::size_t> rows;
-  for (LRESULT row = -1; (row = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED)) != -1;)
-    rows.push_back(static_cast<std::size_t>(row));
-  list().UserCopies(rows);
-}
-
-void ListViewPeer::OfferMenu(LPARAM where) const {
-  const auto chosen = ChooseFromMenu(
-      handle(), where,
-      {{L"&Copy\tCtrl+C", Send(LVM_GETSELECTEDCOUNT) > 0}, {L"Select &All\tCtrl+A", !list().Rows().empty()}});
-  if (!chosen || !alive()) return;
-  *chosen == 0 ? Copy() : SelectAll();
-}
-
-int ListViewPeer::ImageOf(ui::ListView::Icon icon) const {
-  const auto place = list().small_icons ? list().small_icons->Find(ui::ListView::KeyOf(icon)) : std::nullopt;
-  return place ? static_cast<int>(*place) : I_IMAGENONE;
-}
-
-LRESULT ListViewPeer::Notify(NMHDR& header) {
-  if (header.code != LVN_GETDISPINFOW) return 0;
-  LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
-  const auto row = static_cast<std::size_t>(item.iItem), column = static_cast<std::size_t>(item.iSubItem);
-  if (row >= list().Rows().size()) return 0;
-  const ui::ListView::Row& shown = list().Rows()[row];
-  if (item.mask & LVIF_IMAGE) item.iImage = ImageOf(shown.icon);
-  if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
-    answered_[column] = ToWide(list().ShownText(row, column));
-    item.pszText = answered_[column].data();
+  void CatchUp() override {
+    const auto& rows = list().Rows();
+    Send(LVM_SETITEMCOUNT, rows.size(), rows.empty() ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    if (!rows.empty()) Send(LVM_ENSUREVISIBLE, rows.size() - 1, FALSE);
   }
-  return 0;
+
+ private:
+  const ui::ListView& list() const { return static_cast<const ui::ListView&>(control()); }
+
+  void SelectAll() const {
+    LVITEMW selected{};
+    selected.state = selected.stateMask = LVIS_SELECTED;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&selected));
+  }
+
+  void Copy() const {
+    std::vector<std::size_t> rows;
+    for (LRESULT row = -1; (row = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED)) != -1;)
+      rows.push_back(static_cast<std::size_t>(row));
+    list().UserCopies(rows);
+  }
+
+  void OfferMenu(LPARAM where) const {
+    const auto chosen = ChooseFromMenu(handle(), where,
+                                       {{L"&Copy\tCtrl+C", Send(LVM_GETSELECTEDCOUNT) > 0},
+                                        {L"Select &All\tCtrl+A", !list().Rows().empty()}});
+    if (!chosen || !alive()) return;
+    *chosen == 0 ? Copy() : SelectAll();
+  }
+
+  void MakeImages() {
+    if (!list().small_icons) return;
+    std::vector<Picture> pictures;
+    for (const ui::ImageList::Image& image : list().small_icons->Images())
+      pictures.push_back(image.picture == ui::ImageList::Picture::GreenMark ? Picture::GreenMark
+                                                                            : Picture::RedMark);
+    // The list view destroys the last one with itself.
+    const HIMAGELIST images = DrawPictures(pictures, theme().Scaled(16)).release();
+    const OwnedImages former(
+        reinterpret_cast<HIMAGELIST>(Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images))));
+  }
+
+  int ImageOf(ui::ListView::Icon icon) const {
+    const auto place =
+        list().small_icons ? list().small_icons->Find(ui::ListView::KeyOf(icon)) : std::nullopt;
+    return place ? static_cast<int>(*place) : I_IMAGENONE;
+  }
+
+  void MakeColumns() {
+    const auto& headers = list().Headers();
+    answered_.resize(headers.size());
+    for (std::size_t column = 0; column < headers.size(); ++column) {
+      std::wstring text = ToWide(headers[column]);
+      LVCOLUMNW description{};
+      description.mask = LVCF_TEXT;
+      description.pszText = text.data();
+      Send(LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&description));
+    }
+  }
+
+  void ForgetRows() {
+    const auto& headers = list().Headers();
+    rows_measured_ = 0;
+    columns_.assign(headers.size(), {});
+    for (std::size_t column = 0; column < headers.size(); ++column)
+      Widen(column, ToWide(headers[column]), 24);
+  }
+
+  void MeasureRows() {
+    const auto& rows = list().Rows();
+    if (rows.size() < rows_measured_) ForgetRows();
+    constexpr int kPadding = 14, kMark = 20;
+    for (; rows_measured_ < rows.size(); ++rows_measured_) {
+      const auto& cells = rows[rows_measured_].cells;
+      for (std::size_t column = 0; column < std::min(cells.size(), columns_.size()); ++column)
+        Widen(column, ToWide(cells[column]), column == 0 ? kPadding + kMark : kPadding);
+    }
+  }
+
+  /// `room` is what the text does not take of the column, for 96 dots per inch.
+  void Widen(std::size_t column, const std::wstring& text, int room) {
+    if (theme().TextSize(text).width + theme().Scaled(room) <= columns_[column].width) return;
+    columns_[column] = {0, text, room};
+    Fit(column);
+  }
+
+  /// Measures the widest text alone: there may be a million others.
+  void Fit(std::size_t column) {
+    auto& [width, widest, room] = columns_[column];
+    width = theme().TextSize(widest).width + theme().Scaled(room);
+    Send(LVM_SETCOLUMNWIDTH, column, width);
+  }
+
+  struct Column {
+    int width = 0;
+    std::wstring widest;
+    int room = 0;
+  };
+  std::size_t rows_measured_ = 0;
+  std::vector<Column> columns_;
+  std::vector<std::wstring> answered_;  // the texts last handed to the system, a column each
+};
+
+}  // namespace
+
+std::unique_ptr<NativePeer> MakeListView(PeerHost& host, Surface& parent, ui::Control& control) {
+  return std::make_unique<ListViewPeer>(host, parent, control);
 }
 
 }  // namespace windows

@@ -79,6 +79,8 @@ class NativePeer : public ui::ControlPeer {
   /// Takes over the window's theme; at first, and when the theme has become another one. Place comes next.
   void TakeTheme();
   virtual ui::Extent PreferredSize() const = 0;
+  /// What surrounds the content of a frame or a page.
+  virtual ui::Insets Insets() const { return {}; }
   /// The rectangle is in the form's client area; the batch, of the parent's children, moves many at once.
   void Place(const ui::Rectangle& rectangle, HDWP& batch);
   const ui::Rectangle& place() const { return place_; }

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "windows/ui/peers.h"
+
 namespace windows {
 namespace {
 
@@ -165,6 +167,47 @@ OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
   return scaled;
 }
 
+/// A bitmap on the window's background, which shows through where the bitmap is transparent. A program
+/// without the bitmap shows nothing in its place.
+class PicturePeer final : public NativePeer {
+ public:
+  using NativePeer::NativePeer;
+  ui::Extent PreferredSize() const override { return size_; }
+
+  void Draw(const DRAWITEMSTRUCT& item) override {
+    FillRect(item.hDC, &item.rcItem, GetSysColorBrush(backdrop()));
+    if (!scaled_) return;
+    const HDC dc = CreateCompatibleDC(item.hDC);
+    {
+      const Selected in(dc, scaled_.get());
+      AlphaBlend(item.hDC, 0, 0, size_.width, size_.height, dc, 0, 0, size_.width, size_.height,
+                 {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA});
+    }
+    DeleteDC(dc);
+  }
+
+ protected:
+  void MakeWindow() override { Create(L"STATIC", L"", SS_OWNERDRAW); }
+
+  void Measure() override {
+    const auto& picture = static_cast<const ui::Picture&>(control());
+    const auto pixels = [&](double twips) {
+      return static_cast<int>(std::lround(twips * theme().dpi() / 1440));
+    };
+    size_ = {pixels(picture.width), pixels(picture.height)};
+  }
+
+  void Rescale() override {
+    if (std::exchange(scaled_to_, size_) == size_) return;
+    scaled_ =
+        LoadScaled(host().ui_thread().instance(), static_cast<const ui::Picture&>(control()).resource, size_);
+  }
+
+ private:
+  ui::Extent size_, scaled_to_;
+  OwnedBitmap scaled_;
+};
+
 }  // namespace
 
 OwnedIcon DrawPicture(Picture picture, int size) {
@@ -193,34 +236,8 @@ OwnedImages DrawPictures(std::span<const Picture> pictures, int size) {
   return images;
 }
 
-void PicturePeer::MakeWindow() { Create(L"STATIC", L"", SS_OWNERDRAW); }
-
-void PicturePeer::Measure() {
-  const auto& picture = static_cast<const ui::Picture&>(control());
-  const auto pixels = [&](double twips) {
-    return static_cast<int>(std::lround(twips * theme().dpi() / 1440));
-  };
-  size_ = {pixels(picture.width), pixels(picture.height)};
-}
-
-void PicturePeer::Rescale() {
-  if (std::exchange(scaled_to_, size_) == size_) return;
-  scaled_ =
-      LoadScaled(host().ui_thread().instance(), static_cast<const ui::Picture&>(control()).resource, size_);
-}
-
-ui::Extent PicturePeer::PreferredSize() const { return size_; }
-
-void PicturePeer::Draw(const DRAWITEMSTRUCT& item) {
-  FillRect(item.hDC, &item.rcItem, GetSysColorBrush(backdrop()));
-  if (!scaled_) return;
-  const HDC dc = CreateCompatibleDC(item.hDC);
-  {
-    const Selected in(dc, scaled_.get());
-    AlphaBlend(item.hDC, 0, 0, size_.width, size_.height, dc, 0, 0, size_.width, size_.height,
-               {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA});
-  }
-  DeleteDC(dc);
+std::unique_ptr<NativePeer> MakePicture(PeerHost& host, Surface& parent, ui::Control& control) {
+  return std::make_unique<PicturePeer>(host, parent, control);
 }
 
 }  // namespace windows

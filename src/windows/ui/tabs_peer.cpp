@@ -46,7 +46,7 @@ void TabsPeer::Rescale() {
   NativePeer::Rescale();
 }
 
-ui::Insets TabsPeer::TabInsets() const {
+ui::Insets TabsPeer::Insets() const {
   RECT page{0, 0, 1000, 1000};
   Send(TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&page));
   return {static_cast<int>(page.left), static_cast<int>(page.top), static_cast<int>(1000 - page.right),
@@ -62,7 +62,7 @@ ui::Extent TabsPeer::PreferredSize() const {
 }
 
 void TabsPeer::OnPlaced() {
-  const ui::Insets insets = TabInsets();
+  const ui::Insets insets = Insets();
   for (const auto& page : pages_) {
     page->origin = {place().left + insets.left, place().top + insets.top};
     SetWindowPos(page->handle(), nullptr, insets.left, insets.top, place().width - insets.left - insets.right,

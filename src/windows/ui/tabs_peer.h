@@ -16,7 +16,7 @@ class TabsPeer final : public NativePeer {
   ~TabsPeer() override;
 
   Surface& page(std::size_t index) const { return *pages_.at(index); }
-  ui::Insets TabInsets() const;
+  ui::Insets Insets() const override;
   void MakeFrontPage() const;
 
   ui::Extent PreferredSize() const override;

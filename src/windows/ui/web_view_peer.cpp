@@ -1,8 +1,8 @@
-#include "windows/ui/web_view_peer.h"
-
 #include <windows.h>
 
 #include "windows/com/wide_text.h"
+#include "windows/ui/embedded_browser.h"
+#include "windows/ui/peers.h"
 #include "windows/ui/theme.h"
 
 namespace windows {
@@ -27,121 +27,141 @@ bool ScrollsOrCopies(WPARAM key) {
          (GetKeyState(VK_CONTROL) < 0 && (key == 'A' || key == 'C' || key == VK_INSERT));
 }
 
+/// Shows the page's text, to be scrolled and copied, and in front of it the page itself as soon as the
+/// system's browser has it. The browser is not made before the text is first seen; one that does not have the
+/// page within a moment goes again.
+class WebViewPeer final : public NativePeer {
+ public:
+  using NativePeer::NativePeer;
+  ui::Extent PreferredSize() const override { return {theme().Scaled(320), theme().Scaled(200)}; }
+
+  HBRUSH Colors(HDC dc) override {
+    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(dc, GetSysColor(COLOR_WINDOW));
+    return GetSysColorBrush(COLOR_WINDOW);
+  }
+
+  /// The page has nothing to enter or to leave for: keys scroll and copy, or lead about in the window.
+  bool UseKey(MSG& message) override {
+    if (!page_shown_) return false;
+    switch (message.message) {
+      case WM_KEYDOWN:
+        if (host().NavigationKey(message.wParam)) return true;
+        return !ScrollsOrCopies(message.wParam) || browser_->UseKey(message);
+      case WM_SYSKEYDOWN:
+        host().ShowKeyboardCues();
+        return false;
+      case WM_SYSCHAR:
+        return host().AcceleratorKey(static_cast<char32_t>(message.wParam));
+      default:
+        return false;
+    }
+  }
+
+ protected:
+  void MakeWindow() override {
+    Create(L"EDIT", WithLineEnds(control().Text()), ES_MULTILINE | ES_READONLY | WS_CLIPCHILDREN,
+           WS_EX_CLIENTEDGE);
+  }
+
+  void Rescale() override {
+    NativePeer::Rescale();
+    const auto margin = static_cast<WORD>(theme().Scaled(8));
+    Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
+    FitScrollBar();
+  }
+
+  void Show(ui::Aspect aspect) override {
+    if (aspect != ui::Aspect::Text) return NativePeer::Show(aspect);
+    SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
+    FitScrollBar();
+  }
+
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override {
+    switch (message) {
+      case WM_PAINT:
+        if (!asked_ && !static_cast<const ui::WebView&>(control()).url.empty()) {
+          asked_ = true;
+          SetTimer(handle(), kTimer, kWaitMilliseconds, nullptr);
+        }
+        break;
+      case WM_TIMER:
+        if (wparam != kTimer) break;
+        WaitForPage();
+        return 0;
+      case WM_SIZE: {
+        const LRESULT result = NativePeer::Handle(message, wparam, lparam);
+        page_shown_ ? FitPage() : FitScrollBar();
+        return result;
+      }
+      case WM_SETFOCUS: {
+        const LRESULT result = NativePeer::Handle(message, wparam, lparam);
+        if (alive() && page_shown_ && GetFocus() == handle()) browser_->TakeFocus();
+        return result;
+      }
+      case WM_MOUSEWHEEL:  // the page has not used it: it has no more to scroll
+        if (page_shown_) return 0;
+        break;
+      default:
+        break;
+    }
+    return NativePeer::Handle(message, wparam, lparam);
+  }
+
+  void Destroying() override { browser_.reset(); }
+
+ private:
+  void FitScrollBar() {
+    RECT room;
+    GetClientRect(handle(), &room);
+    const bool needed = Send(EM_GETLINECOUNT) * theme().TextHeight() > room.bottom;
+    const bool shown = (GetWindowLongW(handle(), GWL_STYLE) & WS_VSCROLL) != 0;
+    if (needed != shown) ShowScrollBar(handle(), SB_VERT, needed);
+  }
+
+  void WaitForPage() {
+    using enum EmbeddedBrowser::State;
+    if (!browser_) {
+      KillTimer(handle(), kTimer);  // messages may run while the browser is made
+      browser_ = std::make_unique<EmbeddedBrowser>(
+          handle(), ToWide(static_cast<const ui::WebView&>(control()).url), [this] {
+            host().ui_thread().Dispatch([this]() -> LRESULT {
+              if (alive()) host().Arrived(*this);
+              return 0;
+            });
+          });
+      SetTimer(handle(), kTimer, kWaitMilliseconds, nullptr);
+      return;
+    }
+    const EmbeddedBrowser::State state = browser_->state();
+    if (state == Loading && ++waits_ < kMostWaits) return;
+    KillTimer(handle(), kTimer);
+    if (state == Ready)
+      ShowPage();
+    else
+      browser_.reset();
+  }
+
+  void ShowPage() {
+    page_shown_ = true;
+    ShowScrollBar(handle(), SB_VERT, FALSE);
+    FitPage();
+    if (GetFocus() == handle()) browser_->TakeFocus();
+  }
+
+  /// The browser knows the program's resolution, but not that of the screen.
+  void FitPage() { browser_->Show(MulDiv(100, theme().dpi(), SystemDpi())); }
+
+  std::unique_ptr<EmbeddedBrowser> browser_;
+  bool asked_ = false;
+  bool page_shown_ = false;
+  int waits_ = 0;
+};
+
 }  // namespace
 
-void WebViewPeer::MakeWindow() {
-  Create(L"EDIT", WithLineEnds(control().Text()), ES_MULTILINE | ES_READONLY | WS_CLIPCHILDREN,
-         WS_EX_CLIENTEDGE);
-}
-
-void WebViewPeer::Rescale() {
-  NativePeer::Rescale();
-  const auto margin = static_cast<WORD>(theme().Scaled(8));
-  Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
-  FitScrollBar();
-}
-
-ui::Extent WebViewPeer::PreferredSize() const { return {theme().Scaled(320), theme().Scaled(200)}; }
-
-void WebViewPeer::Show(ui::Aspect aspect) {
-  if (aspect != ui::Aspect::Text) return NativePeer::Show(aspect);
-  SetWindowTextW(handle(), WithLineEnds(control().Text()).c_str());
-  FitScrollBar();
-}
-
-void WebViewPeer::FitScrollBar() {
-  RECT room;
-  GetClientRect(handle(), &room);
-  const bool needed = Send(EM_GETLINECOUNT) * theme().TextHeight() > room.bottom;
-  const bool shown = (GetWindowLongW(handle(), GWL_STYLE) & WS_VSCROLL) != 0;
-  if (needed != shown) ShowScrollBar(handle(), SB_VERT, needed);
-}
-
-HBRUSH WebViewPeer::Colors(HDC dc) {
-  SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-  SetBkColor(dc, GetSysColor(COLOR_WINDOW));
-  return GetSysColorBrush(COLOR_WINDOW);
-}
-
-LRESULT WebViewPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
-  switch (message) {
-    case WM_PAINT:
-      if (!asked_ && !static_cast<const ui::WebView&>(control()).url.empty()) {
-        asked_ = true;
-        SetTimer(handle(), kTimer, kWaitMilliseconds, nullptr);
-      }
-      break;
-    case WM_TIMER:
-      if (wparam != kTimer) break;
-      WaitForPage();
-      return 0;
-    case WM_SIZE: {
-      const LRESULT result = NativePeer::Handle(message, wparam, lparam);
-      page_shown_ ? FitPage() : FitScrollBar();
-      return result;
-    }
-    case WM_SETFOCUS: {
-      const LRESULT result = NativePeer::Handle(message, wparam, lparam);
-      if (alive() && page_shown_ && GetFocus() == handle()) browser_->TakeFocus();
-      return result;
-    }
-    case WM_MOUSEWHEEL:  // the page has not used it: it has no more to scroll
-      if (page_shown_) return 0;
-      break;
-    default:
-      break;
-  }
-  return NativePeer::Handle(message, wparam, lparam);
-}
-
-void WebViewPeer::WaitForPage() {
-  using enum EmbeddedBrowser::State;
-  if (!browser_) {
-    KillTimer(handle(), kTimer);  // messages may run while the browser is made
-    browser_ = std::make_unique<EmbeddedBrowser>(
-        handle(), ToWide(static_cast<const ui::WebView&>(control()).url), [this] {
-          host().ui_thread().Dispatch([this]() -> LRESULT {
-            if (alive()) host().Arrived(*this);
-            return 0;
-          });
-        });
-    SetTimer(handle(), kTimer, kWaitMilliseconds, nullptr);
-    return;
-  }
-  const EmbeddedBrowser::State state = browser_->state();
-  if (state == Loading && ++waits_ < kMostWaits) return;
-  KillTimer(handle(), kTimer);
-  if (state == Ready)
-    ShowPage();
-  else
-    browser_.reset();
-}
-
-/// The browser knows the program's resolution, but not that of the screen.
-void WebViewPeer::FitPage() { browser_->Show(MulDiv(100, theme().dpi(), SystemDpi())); }
-
-void WebViewPeer::ShowPage() {
-  page_shown_ = true;
-  ShowScrollBar(handle(), SB_VERT, FALSE);
-  FitPage();
-  if (GetFocus() == handle()) browser_->TakeFocus();
-}
-
-/// The page has nothing to enter or to leave for: keys scroll and copy, or lead about in the window.
-bool WebViewPeer::UseKey(MSG& message) {
-  if (!page_shown_) return false;
-  switch (message.message) {
-    case WM_KEYDOWN:
-      if (host().NavigationKey(message.wParam)) return true;
-      return !ScrollsOrCopies(message.wParam) || browser_->UseKey(message);
-    case WM_SYSKEYDOWN:
-      host().ShowKeyboardCues();
-      return false;
-    case WM_SYSCHAR:
-      return host().AcceleratorKey(static_cast<char32_t>(message.wParam));
-    default:
-      return false;
-  }
+std::unique_ptr<NativePeer> MakeWebView(PeerHost& host, Surface& parent, ui::Control& control) {
+  return std::make_unique<WebViewPeer>(host, parent, control);
 }
 
 }  // namespace windows
