@@ -14,53 +14,66 @@
 
 namespace windows::com {
 
-HRESULT CollectionEnumerator::Next(ULONG wanted, VARIANT* items, ULONG* fetched) {
-  if (!items) return E_POINTER;
-  const std::int32_t start = passed_;
-  ULONG count = 0;
-  try {
-    for (; count < wanted && passed_ < Count(); ++count) {
-      const platform::Value index = passed_ + 1;
-      items[count] =
-          ToVariant(collection_->Invoke({"Item"}, platform::CallKind::GetOrMethod, {&index, 1})).Detach();
-      ++passed_;
+namespace {
+
+/// "For Each" over a published collection: Item(1) to Item(Count), each read when the client reaches it.
+/// Items removed meanwhile shorten the walk.
+class CollectionEnumerator final : public Implements<IEnumVARIANT> {
+ public:
+  explicit CollectionEnumerator(std::shared_ptr<automation::Published> collection, std::int32_t passed = 0)
+      : collection_(std::move(collection)), passed_(passed) {}
+
+  HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* items, ULONG* fetched) override {
+    if (!items) return E_POINTER;
+    const std::int32_t start = passed_;
+    ULONG count = 0;
+    try {
+      for (; count < wanted && passed_ < Count(); ++count) {
+        const platform::Value index = passed_ + 1;
+        items[count] =
+            ToVariant(collection_->Invoke({"Item"}, platform::CallKind::GetOrMethod, {&index, 1})).Detach();
+        ++passed_;
+      }
+    } catch (...) {
+      while (count > 0) VariantClear(&items[--count]);
+      passed_ = start;
+      if (fetched) *fetched = 0;
+      return ReportAsResult();
     }
+    if (fetched) *fetched = count;
+    return count == wanted ? S_OK : S_FALSE;
+  }
+
+  HRESULT STDMETHODCALLTYPE Skip(ULONG count) override try {
+    const auto left = static_cast<ULONG>(std::max(0, Count() - passed_));
+    passed_ += static_cast<std::int32_t>(std::min(count, left));
+    return count <= left ? S_OK : S_FALSE;
   } catch (...) {
-    while (count > 0) VariantClear(&items[--count]);
-    passed_ = start;
-    if (fetched) *fetched = 0;
     return ReportAsResult();
   }
-  if (fetched) *fetched = count;
-  return count == wanted ? S_OK : S_FALSE;
-}
 
-HRESULT CollectionEnumerator::Skip(ULONG count) try {
-  const auto left = static_cast<ULONG>(std::max(0, Count() - passed_));
-  passed_ += static_cast<std::int32_t>(std::min(count, left));
-  return count <= left ? S_OK : S_FALSE;
-} catch (...) {
-  return ReportAsResult();
-}
+  HRESULT STDMETHODCALLTYPE Reset() override {
+    passed_ = 0;
+    return S_OK;
+  }
 
-HRESULT CollectionEnumerator::Reset() {
-  passed_ = 0;
-  return S_OK;
-}
+  HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override try {
+    if (!copy) return E_POINTER;
+    *copy = Make<CollectionEnumerator>(collection_, passed_).Detach();
+    return S_OK;
+  } catch (...) {
+    return ReportAsResult();
+  }
 
-HRESULT CollectionEnumerator::Clone(IEnumVARIANT** copy) try {
-  if (!copy) return E_POINTER;
-  *copy = Make<CollectionEnumerator>(collection_, passed_).Detach();
-  return S_OK;
-} catch (...) {
-  return ReportAsResult();
-}
+ private:
+  std::int32_t Count() const {
+    return automation::ToInteger(collection_->Invoke({"Count"}, platform::CallKind::GetOrMethod, {}));
+  }
 
-std::int32_t CollectionEnumerator::Count() const {
-  return automation::ToInteger(collection_->Invoke({"Count"}, platform::CallKind::GetOrMethod, {}));
-}
-
-namespace {
+  ServerUse use_;
+  std::shared_ptr<automation::Published> collection_;
+  std::int32_t passed_;
+};
 
 using platform::CallKind;
 

@@ -57,6 +57,66 @@ bool WantsSiteFirst(IOleObject& object) {
          (traits & OLEMISC_SETCLIENTSITEFIRST) != 0;
 }
 
+/// The site of a control that is never shown. It has no container; its ambient properties are run time,
+/// alive, and the user's language.
+class ControlSite final : public CalledByNumber<ClientSite<IOleControlSite, IDispatch>> {
+ public:
+  HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** control) override {
+    return None(control, E_NOTIMPL);
+  }
+  HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override { return S_FALSE; }
+  HRESULT STDMETHODCALLTYPE OnFocus(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID ambient, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
+                                   EXCEPINFO*, UINT*) override {
+    if (!result || !(flags & DISPATCH_PROPERTYGET)) return DISP_E_MEMBERNOTFOUND;
+    VariantInit(result);
+    switch (ambient) {
+      case DISPID_AMBIENT_USERMODE:
+      case DISPID_AMBIENT_UIDEAD:
+        result->boolVal = ambient == DISPID_AMBIENT_USERMODE ? VARIANT_TRUE : VARIANT_FALSE;
+        result->vt = VT_BOOL;
+        return S_OK;
+      case DISPID_AMBIENT_LOCALEID:
+        result->lVal = static_cast<LONG>(GetUserDefaultLCID());
+        result->vt = VT_I4;
+        return S_OK;
+      default:
+        return DISP_E_MEMBERNOTFOUND;
+    }
+  }
+};
+
+/// A control that runs in this process without a window: initialised, given a site, and closed at the end. An
+/// object that is not a control needs none of this.
+class HostedControl final : public DispatchObject {
+ public:
+  /// Refusals are harmless here; if the control needs something, its calls fail.
+  explicit HostedControl(ComPtr<IDispatch> control)
+      : DispatchObject(std::move(control)), object_(dispatch().As<IOleObject>()) {
+    const bool site_first = object_ && WantsSiteFirst(*object_.get());
+    if (!site_first) Initialise(dispatch());
+    if (object_) object_->SetClientSite(Make<ControlSite>().get());
+    if (site_first) Initialise(dispatch());
+  }
+
+  HostedControl(const HostedControl&) = delete;
+  HostedControl& operator=(const HostedControl&) = delete;
+
+  ~HostedControl() override {
+    if (!object_) return;
+    object_->Close(OLECLOSE_NOSAVE);
+    object_->SetClientSite(nullptr);
+  }
+
+ private:
+  ComPtr<IOleObject> object_;
+};
+
 }  // namespace
 
 platform::Value DispatchObject::Invoke(const platform::Member& member, CallKind kind,
@@ -120,49 +180,6 @@ platform::LateBoundPtr CreateObject(std::string_view prog_id) {
 void AllowForeground(const platform::LateBound& object) {
   if (const auto* remote = dynamic_cast<const DispatchObject*>(&object))
     CoAllowSetForegroundWindow(remote->dispatch().get(), nullptr);
-}
-
-HRESULT ControlSite::GetExtendedControl(IDispatch** control) { return None(control, E_NOTIMPL); }
-HRESULT ControlSite::GetTypeInfo(UINT, LCID, ITypeInfo** type_info) { return None(type_info, E_NOTIMPL); }
-
-HRESULT ControlSite::GetTypeInfoCount(UINT* count) {
-  if (!count) return E_POINTER;
-  *count = 0;
-  return S_OK;
-}
-
-HRESULT ControlSite::Invoke(DISPID ambient, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
-                            EXCEPINFO*, UINT*) {
-  if (!result || !(flags & DISPATCH_PROPERTYGET)) return DISP_E_MEMBERNOTFOUND;
-  VariantInit(result);
-  switch (ambient) {
-    case DISPID_AMBIENT_USERMODE:
-    case DISPID_AMBIENT_UIDEAD:
-      result->boolVal = ambient == DISPID_AMBIENT_USERMODE ? VARIANT_TRUE : VARIANT_FALSE;
-      result->vt = VT_BOOL;
-      return S_OK;
-    case DISPID_AMBIENT_LOCALEID:
-      result->lVal = static_cast<LONG>(GetUserDefaultLCID());
-      result->vt = VT_I4;
-      return S_OK;
-    default:
-      return DISP_E_MEMBERNOTFOUND;
-  }
-}
-
-/// Refusals are harmless here; if the control needs something, its calls fail.
-HostedControl::HostedControl(ComPtr<IDispatch> control)
-    : DispatchObject(std::move(control)), object_(dispatch().As<IOleObject>()) {
-  const bool site_first = object_ && WantsSiteFirst(*object_.get());
-  if (!site_first) Initialise(dispatch());
-  if (object_) object_->SetClientSite(Make<ControlSite>().get());
-  if (site_first) Initialise(dispatch());
-}
-
-HostedControl::~HostedControl() {
-  if (!object_) return;
-  object_->Close(OLECLOSE_NOSAVE);
-  object_->SetClientSite(nullptr);
 }
 
 }  // namespace windows::com

@@ -73,38 +73,4 @@ class ClientSite : public Implements<IOleClientSite, Others...> {
   HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
 };
 
-/// The site of a control that is never shown. It has no container; its ambient properties are run time,
-/// alive, and the user's language.
-class ControlSite final : public ClientSite<IOleControlSite, IDispatch> {
- public:
-  HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** control) override;
-  HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override { return S_FALSE; }
-  HRESULT STDMETHODCALLTYPE OnFocus(BOOL) override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
-
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** type_info) override;
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID ambient, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
-                                   EXCEPINFO*, UINT*) override;
-};
-
-/// A control that runs in this process without a window: initialised, given a site, and closed at the end. An
-/// object that is not a control needs none of this.
-class HostedControl final : public DispatchObject {
- public:
-  explicit HostedControl(ComPtr<IDispatch> control);
-  HostedControl(const HostedControl&) = delete;
-  HostedControl& operator=(const HostedControl&) = delete;
-  ~HostedControl() override;
-
- private:
-  ComPtr<IOleObject> object_;
-};
-
 }  // namespace windows::com

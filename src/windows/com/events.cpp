@@ -63,7 +63,7 @@ namespace {
 
 /// Has the events' own interface and IDispatch, as sources ask for one or the other. Events from other
 /// threads wait until the listener's thread handles messages, and no later event overtakes them.
-class EventSink final : public Implements<IDispatch> {
+class EventSink final : public CalledByNumber<Implements<IDispatch>> {
  public:
   EventSink(const IID& events, platform::EventHandler handler)
       : events_(events), handler_(std::make_shared<platform::EventHandler>(std::move(handler))) {}
@@ -72,15 +72,6 @@ class EventSink final : public Implements<IDispatch> {
   void Close() {
     handler_.reset();
     waiting_.Close();
-  }
-
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    if (count) *count = 0;
-    return count ? S_OK : E_POINTER;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
   }
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
@@ -94,7 +85,7 @@ class EventSink final : public Implements<IDispatch> {
 
  protected:
   void* Find(REFIID id) noexcept override {
-    return id == events_ ? static_cast<IDispatch*>(this) : Implements::Find(id);
+    return id == events_ ? static_cast<IDispatch*>(this) : CalledByNumber::Find(id);
   }
 
  private:

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <oaidl.h>
 #include <unknwn.h>
 
 #include <atomic>
@@ -111,6 +112,23 @@ class Implements : public First, public More... {
  private:
   std::atomic<ULONG> references_ = 1;
   const HomeThread home_;
+};
+
+/// IDispatch of an object that is called by number only, such as a sink of events.
+template <class Base>
+class CalledByNumber : public Base {
+ public:
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    if (count) *count = 0;
+    return count ? S_OK : E_POINTER;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** type_info) override {
+    if (type_info) *type_info = nullptr;
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
 };
 
 #pragma GCC diagnostic pop

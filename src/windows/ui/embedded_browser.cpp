@@ -1,74 +1,155 @@
 #include "windows/ui/embedded_browser.h"
 
 #include <exdispid.h>
+#include <mshtmhst.h>
+
+#include <utility>
+
+#include "windows/com/dispatch_object.h"
+#include "windows/com/home_thread.h"
 
 namespace windows {
 
 using com::None;
 
-HRESULT BrowserFrame::GetWindow(HWND* window) {
-  if (!window) return E_POINTER;
-  *window = window_;
-  return window_ ? S_OK : E_FAIL;
-}
+// What the system's web browser needs from the window around it. The browser may keep these objects after the
+// page has gone; Close cuts them off first.
 
-void BrowserSite::Close() {
-  frame_->Close();
-  window_ = nullptr;
-  entered_ = nullptr;
-}
+/// The window as the browser's frame: without menus, tools and a status line to lend.
+class BrowserFrame final : public com::Implements<IOleInPlaceFrame> {
+ public:
+  explicit BrowserFrame(HWND window) : window_(window) {}
+  void Close() { window_ = nullptr; }
 
-HRESULT BrowserSite::GetOptionKeyPath(LPOLESTR* key, DWORD) { return None(key, E_NOTIMPL); }
-HRESULT BrowserSite::GetExternal(IDispatch** object) { return None(object, E_NOTIMPL); }
-HRESULT BrowserSite::TranslateUrl(DWORD, LPWSTR, LPWSTR* url) { return None(url, S_FALSE); }
-HRESULT BrowserSite::FilterDataObject(IDataObject*, IDataObject** data) { return None(data, S_FALSE); }
+  HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
+    if (!window) return E_POINTER;
+    *window = window_;
+    return window_ ? S_OK : E_FAIL;
+  }
 
-HRESULT BrowserSite::OnUIActivate() {
-  if (entered_) entered_();
-  return S_OK;
-}
+  HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE GetBorder(RECT*) override { return INPLACE_E_NOTOOLSPACE; }
+  HRESULT STDMETHODCALLTYPE RequestBorderSpace(const BORDERWIDTHS*) override { return INPLACE_E_NOTOOLSPACE; }
+  HRESULT STDMETHODCALLTYPE SetBorderSpace(const BORDERWIDTHS*) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject*, LPCOLESTR) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE InsertMenus(HMENU, OLEMENUGROUPWIDTHS*) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, WORD) override { return S_FALSE; }
 
-HRESULT BrowserSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, RECT* place,
-                                      RECT* clip, OLEINPLACEFRAMEINFO* info) {
-  if (!frame || !document || !place || !clip || !info) return E_POINTER;
-  *frame = com::ComPtr<IOleInPlaceFrame>(frame_.get()).Detach();
-  *document = nullptr;
-  *place = *clip = place_;
-  info->fMDIApp = FALSE;
-  info->hwndFrame = window_;
-  info->haccel = nullptr;
-  info->cAccelEntries = 0;
-  return S_OK;
-}
+ private:
+  HWND window_;
+};
 
-HRESULT BrowserSite::GetHostInfo(DOCHOSTUIINFO* info) {
-  if (!info) return E_POINTER;
-  info->dwFlags = DOCHOSTUIFLAG_NO3DBORDER | DOCHOSTUIFLAG_NO3DOUTERBORDER | DOCHOSTUIFLAG_THEME |
-                  DOCHOSTUIFLAG_DPI_AWARE | DOCHOSTUIFLAG_DISABLE_HELP_MENU;
-  info->dwDoubleClick = DOCHOSTUIDBLCLK_DEFAULT;
-  return S_OK;
-}
+/// The place in the window, and how the page behaves there: no context menu, no border, text at the screen's
+/// resolution.
+class BrowserSite final : public com::ClientSite<IOleInPlaceSite, IDocHostUIHandler> {
+ public:
+  /// `entered` is called when the page gets the keyboard focus.
+  BrowserSite(HWND window, const RECT& place, std::function<void()> entered)
+      : window_(window),
+        place_(place),
+        entered_(std::move(entered)),
+        frame_(com::Make<BrowserFrame>(window)) {}
+  void MoveTo(const RECT& place) { place_ = place; }
 
-HRESULT BrowserEvents::GetTypeInfoCount(UINT* count) {
-  if (!count) return E_POINTER;
-  *count = 0;
-  return S_OK;
-}
+  void Close() {
+    frame_->Close();
+    window_ = nullptr;
+    entered_ = nullptr;
+  }
 
-HRESULT BrowserEvents::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*, EXCEPINFO*,
-                              UINT*) {
-  if (event == DISPID_NAVIGATEERROR) failed = true;
-  const bool leads_away = event == DISPID_NEWWINDOW2 || event == DISPID_NAVIGATEERROR ||
-                          (event == DISPID_BEFORENAVIGATE2 && stay);
-  // In all of them the last argument, which comes first, cancels.
-  if (leads_away && parameters && parameters->cArgs > 0 && parameters->rgvarg[0].vt == (VT_BYREF | VT_BOOL))
-    *parameters->rgvarg[0].pboolVal = VARIANT_TRUE;
-  return S_OK;
-}
+  HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override { return frame_->GetWindow(window); }
+  HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return window_ ? S_OK : S_FALSE; }
+  HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return S_OK; }
 
-void* BrowserEvents::Find(REFIID id) noexcept {
-  return id == __uuidof(DWebBrowserEvents2) ? static_cast<IDispatch*>(this) : Implements::Find(id);
-}
+  HRESULT STDMETHODCALLTYPE OnUIActivate() override {
+    if (entered_) entered_();
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                             RECT* place, RECT* clip, OLEINPLACEFRAMEINFO* info) override {
+    if (!frame || !document || !place || !clip || !info) return E_POINTER;
+    *frame = com::ComPtr<IOleInPlaceFrame>(frame_.get()).Detach();
+    *document = nullptr;
+    *place = *clip = place_;
+    info->fMDIApp = FALSE;
+    info->hwndFrame = window_;
+    info->haccel = nullptr;
+    info->cAccelEntries = 0;
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return S_FALSE; }
+  HRESULT STDMETHODCALLTYPE OnUIDeactivate(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE OnPosRectChange(const RECT*) override { return S_OK; }
+
+  HRESULT STDMETHODCALLTYPE ShowContextMenu(DWORD, POINT*, IUnknown*, IDispatch*) override { return S_OK; }
+
+  HRESULT STDMETHODCALLTYPE GetHostInfo(DOCHOSTUIINFO* info) override {
+    if (!info) return E_POINTER;
+    info->dwFlags = DOCHOSTUIFLAG_NO3DBORDER | DOCHOSTUIFLAG_NO3DOUTERBORDER | DOCHOSTUIFLAG_THEME |
+                    DOCHOSTUIFLAG_DPI_AWARE | DOCHOSTUIFLAG_DISABLE_HELP_MENU;
+    info->dwDoubleClick = DOCHOSTUIDBLCLK_DEFAULT;
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE ShowUI(DWORD, IOleInPlaceActiveObject*, IOleCommandTarget*, IOleInPlaceFrame*,
+                                   IOleInPlaceUIWindow*) override {
+    return S_FALSE;
+  }
+  HRESULT STDMETHODCALLTYPE HideUI() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE UpdateUI() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE OnDocWindowActivate(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE ResizeBorder(const RECT*, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, const GUID*, DWORD) override { return S_FALSE; }
+  HRESULT STDMETHODCALLTYPE GetOptionKeyPath(LPOLESTR* key, DWORD) override { return None(key, E_NOTIMPL); }
+  HRESULT STDMETHODCALLTYPE GetDropTarget(IDropTarget*, IDropTarget**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetExternal(IDispatch** object) override { return None(object, E_NOTIMPL); }
+  HRESULT STDMETHODCALLTYPE TranslateUrl(DWORD, LPWSTR, LPWSTR* url) override { return None(url, S_FALSE); }
+  HRESULT STDMETHODCALLTYPE FilterDataObject(IDataObject*, IDataObject** data) override {
+    return None(data, S_FALSE);
+  }
+
+ private:
+  HWND window_;
+  RECT place_;
+  std::function<void()> entered_;
+  com::ComPtr<BrowserFrame> frame_;
+};
+
+/// Hears the addresses that the browser is about to open, and refuses all once its page is there.
+class BrowserEvents final : public com::CalledByNumber<com::Implements<IDispatch>> {
+ public:
+  bool stay = false;
+  /// The page could not be had; the browser shows one of its own instead.
+  bool failed = false;
+
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
+                                   EXCEPINFO*, UINT*) override {
+    if (event == DISPID_NAVIGATEERROR) failed = true;
+    const bool leads_away = event == DISPID_NEWWINDOW2 || event == DISPID_NAVIGATEERROR ||
+                            (event == DISPID_BEFORENAVIGATE2 && stay);
+    // In all of them the last argument, which comes first, cancels.
+    if (leads_away && parameters && parameters->cArgs > 0 && parameters->rgvarg[0].vt == (VT_BYREF | VT_BOOL))
+      *parameters->rgvarg[0].pboolVal = VARIANT_TRUE;
+    return S_OK;
+  }
+
+ protected:
+  void* Find(REFIID id) noexcept override {
+    return id == __uuidof(DWebBrowserEvents2) ? static_cast<IDispatch*>(this) : CalledByNumber::Find(id);
+  }
+};
 
 EmbeddedBrowser::EmbeddedBrowser(HWND window, const std::wstring& url, std::function<void()> entered)
     : window_(window), events_(com::Make<BrowserEvents>()) {
