@@ -196,7 +196,6 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   void ReadDevice();
   void ReadAllPoints();
   void ReadPoint(model::CNvCpTable& point, std::size_t left);
-  void InitializeAllBindings();
   void ShowValues();
   std::optional<Failure> ShowAllValues();
   void BlankTemperatures(bool others_editable);

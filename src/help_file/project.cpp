@@ -7,6 +7,7 @@
 #include <tuple>
 #include <utility>
 
+#include "model/catalogue.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -14,28 +15,20 @@ namespace help_file {
 namespace {
 
 using model::Unit;
+using text::Escaped;
 
 std::string FromTo(double least, double most, const std::string& unit) {
   return text::ShortestText(least) + "&nbsp;to&nbsp;" + text::ShortestText(most) +
          (unit.empty() ? "" : "&nbsp;" + unit);
 }
 
+/// Empty for temperatures, whose unit the user chooses.
 std::string UnitInWords(Unit unit) {
-  switch (unit) {
-    case Unit::None:
-    case Unit::Temperature:
-    case Unit::TemperatureDifference:
-      return {};
-    case Unit::Percent:
-      return "%";
-    case Unit::Seconds:
-      return "seconds";
-    case Unit::Minutes:
-      return "minutes";
-    case Unit::Hours:
-      return "hours";
-  }
-  return {};
+  using Words = std::pair<Unit, const char*>;
+  static constexpr Words kWords[] = {
+      {Unit::Percent, "%"}, {Unit::Seconds, "seconds"}, {Unit::Minutes, "minutes"}, {Unit::Hours, "hours"}};
+  const auto* const found = std::ranges::find(kWords, unit, &Words::first);
+  return found != std::end(kWords) ? found->second : "";
 }
 
 /// Where the device keeps the value: the network variable and, if it has several fields, the field.
@@ -48,20 +41,13 @@ std::string Fact(const std::string& name, const std::string& value) {
   return "<tr><th>" + name + "</th><td>" + value + "</td></tr>\n";
 }
 
-constexpr const char* kTitle = "QM5R-FC PIR Configure Help";
-constexpr const char* kCompiledFile = "QM5R-FCConfigure.chm";
+constexpr const char *kTitle = "QM5R-FC PIR Configure Help", *kCompiledFile = "QM5R-FCConfigure.chm";
 
 // The viewer's window: contents, index and search beside the topic, and its own buttons.
 constexpr int kThreePanes = 0x20, kFollowsTopic = 0x100 | 0x200, kSearch = 0x400, kKeepsPlace = 0x40000;
 constexpr int kHide = 0x2, kBack = 0x4, kForward = 0x8, kHome = 0x40, kOptions = 0x1000, kPrint = 0x2000;
 constexpr int kContentsWidth = 260;
 constexpr const char* kBounds = "[120,80,1000,720]";
-
-std::string Hex(int number) {
-  std::ostringstream out;
-  out << "0x" << std::hex << number;
-  return out.str();
-}
 
 std::string FileOf(model::ControlRef control) {
   std::string name = text::ToLower(NameOf(control));
@@ -81,6 +67,77 @@ std::string SiteMapObject(const std::string& name, const std::string& file) {
 std::string SiteMap(const std::string& entries) {
   return "<!DOCTYPE HTML PUBLIC \"-//IETF//DTD HTML//EN\">\n<HTML>\n<HEAD></HEAD>\n<BODY>\n<UL>\n" + entries +
          "</UL>\n</BODY>\n</HTML>\n";
+}
+
+/// The frame of a field; null for those above the tabs.
+const model::FramePlace* FrameOf(model::ControlRef control) {
+  for (const model::FramePlace& frame : model::Frames())
+    if (std::ranges::count(frame.fields, control, &model::FieldRow::control) != 0) return &frame;
+  return nullptr;
+}
+
+/// The field's frame and label.
+std::string TitleOf(model::ControlRef control) {
+  if (control.array == model::ScreenArray::lbModel) return "Thermostat model";
+  if (control.array == model::ScreenArray::lbHvacType) return "HVAC type";
+  const std::string frame = text::WithoutAccelerator(FrameOf(control)->caption);
+  const std::string label(model::FieldOf(control)->label);
+  return label.empty() ? frame : frame + ": " + label;
+}
+
+/// Null if the catalogue does not have the field.
+const model::CatalogueRow* RowOf(model::ControlRef control) {
+  const auto rows = model::Catalogue();
+  const auto row = std::ranges::find(rows, control, &model::CatalogueRow::control);
+  return row != rows.end() ? &*row : nullptr;
+}
+
+/// The range in both unit systems, or once if they agree; empty for a field without limits.
+std::string TopicRange(model::ControlRef control) {
+  const model::CatalogueRow* const row = RowOf(control);
+  if (!row || !row->limits) return {};
+  const model::CatalogueLimits& limits = *row->limits;
+  const Unit unit = model::FieldOf(control)->unit;
+  if (unit != Unit::Temperature && unit != Unit::TemperatureDifference)
+    return FromTo(limits.si_min, limits.si_max, UnitInWords(unit));
+  return FromTo(limits.si_min, limits.si_max, "&deg;C") + ", or " +
+         FromTo(limits.us_min, limits.us_max, "&deg;F");
+}
+
+/// The rows of the field's table of facts: range, rounding, names in messages and in the device.
+std::string FactsOf(const FieldSource& field) {
+  std::string facts;
+  if (const model::FramePlace* const frame = FrameOf(field.control))
+    facts +=
+        Fact("On the screen",
+             Escaped("tab " +
+                     text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(frame->page)]) +
+                     ", frame " + text::WithoutAccelerator(frame->caption)));
+  if (const std::string range = TopicRange(field.control); !range.empty()) facts += Fact("Range", range);
+  const model::CatalogueRow* const row = RowOf(field.control);
+  if (!row) return facts;
+  if (row->round_step != 0)
+    facts += Fact("Shown", "rounded to steps of " + text::ShortestText(row->round_step) + " degree");
+  if (row->offset_value)
+    facts += Fact("At a limit",
+                  "a value exactly at a limit is stored 0.05&nbsp;&deg;C or 0.025&nbsp;&deg;F inside it");
+  if (!row->description.empty())
+    facts += Fact("In messages", "&ldquo;" + Escaped(row->description) + "&rdquo;");
+  return facts + Fact("In the device", "<code>" + Escaped(NameInDevice(*row)) + "</code>");
+}
+
+/// The table of the list's items; empty for other fields. Throws SourceError if the source lacks an item's
+/// meaning.
+std::string ChoicesOf(const FieldSource& field) {
+  if (field.control.array != model::ScreenArray::cbNvi) return {};
+  std::string choices = "<h2>Choices</h2>\n<table class=\"choices\">\n";
+  for (const std::string_view item : model::ListItems(field.control.index)) {
+    const auto meaning = field.items.find(item);
+    if (meaning == field.items.end())
+      throw SourceError(NameOf(field.control) + ": no meaning for " + std::string(item));
+    choices += Fact("<code>" + Escaped(item) + "</code>", meaning->second);
+  }
+  return choices + "</table>\n";
 }
 
 class Project {
@@ -207,8 +264,9 @@ class Project {
             "States)\nTitle="
          << kTitle << "\n\n[WINDOWS]\nmain=\"" << kTitle << "\",\"" << kContentsFile << "\",\"" << kIndexFile
          << "\",\"" << start << "\",\"" << start << "\",,,,,"
-         << Hex(kThreePanes | kFollowsTopic | kSearch | kKeepsPlace) << ',' << kContentsWidth << ','
-         << Hex(kHide | kBack | kForward | kHome | kOptions | kPrint) << ',' << kBounds
+         << "0x" << std::hex << (kThreePanes | kFollowsTopic | kSearch | kKeepsPlace) << std::dec << ','
+         << kContentsWidth << ',' << "0x" << std::hex
+         << (kHide | kBack | kForward | kHome | kOptions | kPrint) << std::dec << ',' << kBounds
          << ",,,,,,,0\n\n[FILES]\n";
     // The compiler maps contexts in the order of the files, so these come by number and the others last.
     std::set<std::string> listed;
@@ -236,94 +294,6 @@ class Project {
 };
 
 }  // namespace
-
-Place PlaceOf(model::ControlRef control) {
-  for (const model::FramePlace& frame : model::Frames())
-    for (const model::FieldRow& field : frame.fields)
-      if (field.control == control)
-        return {frame.page, text::WithoutAccelerator(frame.caption), std::string(field.label)};
-  return {};
-}
-
-std::string TitleOf(model::ControlRef control) {
-  if (control.array == model::ScreenArray::lbModel) return "Thermostat model";
-  if (control.array == model::ScreenArray::lbHvacType) return "HVAC type";
-  const Place place = PlaceOf(control);
-  return place.label.empty() ? place.frame : place.frame + ": " + place.label;
-}
-
-const model::CatalogueRow* RowOf(model::ControlRef control) {
-  const auto rows = model::Catalogue();
-  const auto row = std::ranges::find(rows, control, &model::CatalogueRow::control);
-  return row != rows.end() ? &*row : nullptr;
-}
-
-std::string TopicRange(model::ControlRef control) {
-  const model::CatalogueRow* const row = RowOf(control);
-  if (!row || !row->limits) return {};
-  const model::CatalogueLimits& limits = *row->limits;
-  const Unit unit = model::FieldOf(control)->unit;
-  if (unit != Unit::Temperature && unit != Unit::TemperatureDifference)
-    return FromTo(limits.si_min, limits.si_max, UnitInWords(unit));
-  return FromTo(limits.si_min, limits.si_max, "&deg;C") + ", or " +
-         FromTo(limits.us_min, limits.us_max, "&deg;F");
-}
-
-std::string FactsOf(const FieldSource& field) {
-  std::string facts;
-  const Place place = PlaceOf(field.control);
-  if (place.page >= 0) {
-    const std::string tab =
-        text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(place.page)]);
-    facts += Fact("On the screen", Escaped("tab " + tab + ", frame " + place.frame));
-  }
-  if (const std::string range = TopicRange(field.control); !range.empty()) facts += Fact("Range", range);
-  const model::CatalogueRow* const row = RowOf(field.control);
-  if (!row) return facts;
-  if (row->round_step != 0)
-    facts += Fact("Shown", "rounded to steps of " + text::ShortestText(row->round_step) + " degree");
-  if (row->offset_value)
-    facts += Fact("At a limit",
-                  "a value exactly at a limit is stored 0.05&nbsp;&deg;C or 0.025&nbsp;&deg;F inside it");
-  if (!row->description.empty())
-    facts += Fact("In messages", "&ldquo;" + Escaped(row->description) + "&rdquo;");
-  return facts + Fact("In the device", "<code>" + Escaped(NameInDevice(*row)) + "</code>");
-}
-
-std::string ChoicesOf(const FieldSource& field) {
-  if (field.control.array != model::ScreenArray::cbNvi) return {};
-  std::string choices = "<h2>Choices</h2>\n<table class=\"choices\">\n";
-  for (const std::string_view item : model::ListItems(field.control.index)) {
-    const auto meaning = field.items.find(item);
-    if (meaning == field.items.end())
-      throw SourceError(NameOf(field.control) + ": no meaning for " + std::string(item));
-    choices += Fact("<code>" + Escaped(item) + "</code>", meaning->second);
-  }
-  return choices + "</table>\n";
-}
-
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped;
-}
 
 std::vector<File> MakeProject(const std::vector<File>& sources) { return Project(sources).Make(); }
 

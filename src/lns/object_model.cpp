@@ -26,10 +26,10 @@ platform::LateBoundPtr Object::Target() const {
   return object_;
 }
 
-platform::Value Object::Invoke(const platform::Member& member, CallKind kind,
-                               platform::Arguments arguments) const {
+Object::Result Object::Invoke(const platform::Member& member, CallKind kind,
+                              platform::Arguments arguments) const {
   try {
-    return Target()->Invoke(member, kind, arguments);
+    return Result(Target()->Invoke(member, kind, arguments));
   } catch (const platform::Error& error) {
     if (error.number() != platform::ObjectServerError(members::kFeatureNotAvailable)) throw;
     throw platform::Error(error.number(), error.source(), error.description() + kDemonstration);

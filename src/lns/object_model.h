@@ -29,56 +29,56 @@ class Object {
   const platform::LateBoundPtr& reference() const { return object_; }
   friend bool operator==(const Object&, const Object&) = default;
 
-  std::string Name() const { return Get<std::string>(members::kName); }
-  std::int32_t ClassId() const { return Get<std::int32_t>(members::kClassId); }
+  std::string Name() const { return Get(members::kName); }
+  std::int32_t ClassId() const { return Get(members::kClassId); }
   /// The object through which this one was reached.
-  Object Parent() const { return Get<Object>(members::kParent); }
+  Object Parent() const { return Get(members::kParent); }
 
  protected:
-  /// A property as a text, number, flag, or one of the objects below.
-  template <class T>
-  T Get(const platform::Member& member) const {
-    return As<T>(Invoke(member, platform::CallKind::Get));
-  }
+  /// What a member returned, to be taken as a text, number, flag, or one of the objects below.
+  class Result {
+   public:
+    explicit Result(platform::Value value) : value_(std::move(value)) {}
+    template <class T>
+    operator T() const {
+      if constexpr (std::same_as<T, std::string>)
+        return automation::ToText(value_);
+      else if constexpr (std::same_as<T, std::int32_t>)
+        return automation::ToInteger(value_);
+      else if constexpr (std::same_as<T, bool>)
+        return automation::ToBoolean(value_);
+      else
+        return T(automation::ToObject(value_));
+    }
+
+   private:
+    platform::Value value_;
+  };
+  Result Get(const platform::Member& member) const { return Invoke(member, platform::CallKind::Get); }
   void Put(const platform::Member& member, platform::Value value) const;
-  template <class T = void, class... Values>
-  T Call(const platform::Member& member, const Values&... values) const {
+  template <class... Values>
+  Result Call(const platform::Member& member, const Values&... values) const {
     const std::array<platform::Value, sizeof...(Values)> arguments{values...};
-    if constexpr (std::is_void_v<T>)
-      Invoke(member, platform::CallKind::Method, arguments);
-    else
-      return As<T>(Invoke(member, platform::CallKind::Method, arguments));
+    return Invoke(member, platform::CallKind::Method, arguments);
   }
   /// The caller holds it: calls that arrive during its own may drop the last reference to the object.
   platform::LateBoundPtr Target() const;
-  platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
-                         platform::Arguments arguments = {}) const;
-  template <class T>
-  static T As(const platform::Value& value) {
-    if constexpr (std::same_as<T, std::string>)
-      return automation::ToText(value);
-    else if constexpr (std::same_as<T, std::int32_t>)
-      return automation::ToInteger(value);
-    else if constexpr (std::same_as<T, bool>)
-      return automation::ToBoolean(value);
-    else
-      return T(automation::ToObject(value));
-  }
+  Result Invoke(const platform::Member& member, platform::CallKind kind,
+                platform::Arguments arguments = {}) const;
 
  private:
   platform::LateBoundPtr object_;
 };
 
-class CollectionBase : public Object {
- public:
+struct CollectionBase : Object {
   using Object::Object;
-  std::int32_t Count() const { return Get<std::int32_t>(members::kCount); }
+  std::int32_t Count() const { return Get(members::kCount); }
   void Remove(std::int32_t ordinal) const { Call(members::kRemove, ordinal); }
   void Remove(const std::string& name) const { Call(members::kRemove, name); }
 
  protected:
   platform::LateBoundPtr ItemAt(platform::Value key) const {
-    return As<platform::LateBoundPtr>(Invoke(members::kItem, platform::CallKind::GetOrMethod, {&key, 1}));
+    return Invoke(members::kItem, platform::CallKind::GetOrMethod, {&key, 1});
   }
 };
 
@@ -117,183 +117,154 @@ class Collection : public CollectionBase {
   Entries Items() const { return {*this, Count()}; }
 };
 
-class NetworkInterface : public Object {
- public:
+struct NetworkInterface : Object {
   using Object::Object;
 };
 
 /// A command of a plug-in, as directors find it on an object.
-class ComponentApp : public Object {
- public:
+struct ComponentApp : Object {
   using Object::Object;
-  std::int32_t CommandId() const { return Get<std::int32_t>(members::kCommandId); }
+  std::int32_t CommandId() const { return Get(members::kCommandId); }
   void SetCommandId(std::int32_t command) const { Put(members::kCommandId, command); }
   /// The class of the objects that the command works on.
-  std::int32_t ComponentClassId() const { return Get<std::int32_t>(members::kComponentClassId); }
-  bool DefaultAppFlag() const { return Get<bool>(members::kDefaultAppFlag); }
+  std::int32_t ComponentClassId() const { return Get(members::kComponentClassId); }
+  bool DefaultAppFlag() const { return Get(members::kDefaultAppFlag); }
   void SetDefaultAppFlag(bool is_default) const { Put(members::kDefaultAppFlag, is_default); }
   void SetDescription(const std::string& description) const { Put(members::kDescription, description); }
   /// The ProgID of the plug-in's automation class.
-  std::string RegisteredServer() const { return Get<std::string>(members::kRegisteredServer); }
-  std::string VersionNumber() const { return Get<std::string>(members::kVersionNumber); }
+  std::string RegisteredServer() const { return Get(members::kRegisteredServer); }
+  std::string VersionNumber() const { return Get(members::kVersionNumber); }
   void SetVersionNumber(const std::string& version) const { Put(members::kVersionNumber, version); }
 };
 
-class ComponentApps : public Collection<ComponentApp> {
- public:
+struct ComponentApps : Collection<ComponentApp> {
   using Collection::Collection;
   /// The result may refer to nothing.
   ComponentApp Add(const std::string& name, const std::string& registered_server,
                    std::int32_t class_id) const {
-    return Call<ComponentApp>(members::kAdd, name, registered_server, class_id);
+    return Call(members::kAdd, name, registered_server, class_id);
   }
 };
 
-class NetworkVariable : public Object {
- public:
+struct NetworkVariable : Object {
   using Object::Object;
   void SetAccessOption(std::int32_t option) const { Put(members::kSourceOptions, option); }
-  std::string FormatType() const { return Get<std::string>(members::kDsFormatType); }
+  std::string FormatType() const { return Get(members::kDsFormatType); }
   void SetFormatType(const std::string& format) const { Put(members::kDsFormatType, format); }
   /// Polls the device and renders the value in the current format.
-  std::string Value() const { return Get<std::string>(members::kValue); }
+  std::string Value() const { return Get(members::kValue); }
   /// Parses the text in the current format and sends the value to the device.
   void SetValue(const std::string& text) const { Put(members::kValue, text); }
 };
 
-class LonMarkObject : public Object {
- public:
+struct LonMarkObject : Object {
   using Object::Object;
   /// The scope of the resource file that defines the object, from 0 (standard) to 6 (one model of one maker).
-  std::int32_t Mode() const { return Get<std::int32_t>(members::kMode); }
+  std::int32_t Mode() const { return Get(members::kMode); }
   void SetMode(std::int32_t scope) const { Put(members::kMode, scope); }
-  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
+  lns::ComponentApps ComponentApps() const { return Get(members::kComponentApps); }
 };
 
-class Interface : public Object {
- public:
+struct Interface : Object {
   using Object::Object;
-  Collection<NetworkVariable> NetworkVariables() const {
-    return Get<Collection<NetworkVariable>>(members::kNetworkVariables);
-  }
-  Collection<LonMarkObject> LonMarkObjects() const {
-    return Get<Collection<LonMarkObject>>(members::kLonMarkObjects);
-  }
+  Collection<NetworkVariable> NetworkVariables() const { return Get(members::kNetworkVariables); }
+  Collection<LonMarkObject> LonMarkObjects() const { return Get(members::kLonMarkObjects); }
   /// Copies the device's configuration to the network database.
   void UploadConfigProperties() const { Call(members::kUploadConfigProperties, members::kAllProperties); }
   /// Copies the network database's configuration to the device.
   void DownloadConfigProperties() const { Call(members::kDownloadConfigProperties, members::kAllProperties); }
 };
 
-class DeviceTemplate : public Object {
- public:
+struct DeviceTemplate : Object {
   using Object::Object;
-  std::string ProgramId() const { return Get<std::string>(members::kProgramId); }
+  std::string ProgramId() const { return Get(members::kProgramId); }
   /// The interface of the devices of this type; its variables have no values.
-  lns::Interface Interface() const { return Get<lns::Interface>(members::kInterface); }
-  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
+  lns::Interface Interface() const { return Get(members::kInterface); }
+  lns::ComponentApps ComponentApps() const { return Get(members::kComponentApps); }
   /// Takes the interface from an external interface file, in text or binary form. The object server must
   /// reach it.
   void Import(const std::string& path) const { Call(members::kImport, path); }
 };
 
-class DeviceTemplates : public Collection<DeviceTemplate> {
- public:
+struct DeviceTemplates : Collection<DeviceTemplate> {
   using Collection::Collection;
-  DeviceTemplate Add(const std::string& name) const { return Call<DeviceTemplate>(members::kAdd, name); }
+  DeviceTemplate Add(const std::string& name) const { return Call(members::kAdd, name); }
 };
 
-class TemplateLibrary : public Object {
- public:
+struct TemplateLibrary : Object {
   using Object::Object;
-  lns::DeviceTemplates DeviceTemplates() const {
-    return Get<lns::DeviceTemplates>(members::kDeviceTemplates);
-  }
+  lns::DeviceTemplates DeviceTemplates() const { return Get(members::kDeviceTemplates); }
 };
 
-class AppDevice : public Object {
- public:
+struct AppDevice : Object {
   using Object::Object;
-  lns::DeviceTemplate DeviceTemplate() const { return Get<lns::DeviceTemplate>(members::kDeviceTemplate); }
-  lns::Interface Interface() const { return Get<lns::Interface>(members::kInterface); }
-  std::int32_t AttachmentStatus() const { return Get<std::int32_t>(members::kAttachmentStatus); }
-  bool HasBeenCommissioned() const { return Get<bool>(members::kHasBeenCommissioned); }
+  lns::DeviceTemplate DeviceTemplate() const { return Get(members::kDeviceTemplate); }
+  lns::Interface Interface() const { return Get(members::kInterface); }
+  std::int32_t AttachmentStatus() const { return Get(members::kAttachmentStatus); }
+  bool HasBeenCommissioned() const { return Get(members::kHasBeenCommissioned); }
   /// Asks the device; members::kTestGood if it answers correctly.
-  std::int32_t Test() const { return Call<std::int32_t>(members::kTest); }
-  std::int32_t State() const { return Get<std::int32_t>(members::kState); }
-  std::string ProgramId() const { return Get<std::string>(members::kProgramId); }
-  std::string NeuronId() const { return Get<std::string>(members::kNeuronId); }
+  std::int32_t Test() const { return Call(members::kTest); }
+  std::int32_t State() const { return Get(members::kState); }
+  std::string ProgramId() const { return Get(members::kProgramId); }
+  std::string NeuronId() const { return Get(members::kNeuronId); }
 };
 
-class Subsystem : public Object {
- public:
+struct Subsystem : Object {
   using Object::Object;
-  Collection<Subsystem> Subsystems() const { return Get<Collection<Subsystem>>(members::kSubsystems); }
-  Collection<AppDevice> AppDevices() const { return Get<Collection<AppDevice>>(members::kAppDevices); }
+  Collection<Subsystem> Subsystems() const { return Get(members::kSubsystems); }
+  Collection<AppDevice> AppDevices() const { return Get(members::kAppDevices); }
 };
 
-class NetworkServiceDevice : public Object {
- public:
+struct NetworkServiceDevice : Object {
   using Object::Object;
   /// Nothing in engineered mode.
-  lns::NetworkInterface NetworkInterface() const {
-    return Get<lns::NetworkInterface>(members::kNetworkInterface);
-  }
+  lns::NetworkInterface NetworkInterface() const { return Get(members::kNetworkInterface); }
   void SetNetworkInterface(const lns::NetworkInterface& network_interface) const {
     Put(members::kNetworkInterface, network_interface.reference());
   }
 };
 
-class System : public Object {
- public:
+struct System : Object {
   using Object::Object;
   void Open() const { Call(members::kOpen); }
   void Close() const { Call(members::kClose); }
-  bool IsOpen() const { return Get<bool>(members::kIsOpen); }
-  Collection<Subsystem> Subsystems() const { return Get<Collection<Subsystem>>(members::kSubsystems); }
-  lns::NetworkServiceDevice NetworkServiceDevice() const {
-    return Get<lns::NetworkServiceDevice>(members::kNetworkServiceDevice);
-  }
-  lns::TemplateLibrary TemplateLibrary() const {
-    return Get<lns::TemplateLibrary>(members::kTemplateLibrary);
-  }
-  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
-  std::string LdrfCatalogPath() const { return Get<std::string>(members::kLdrfCatalogPath); }
+  bool IsOpen() const { return Get(members::kIsOpen); }
+  Collection<Subsystem> Subsystems() const { return Get(members::kSubsystems); }
+  lns::NetworkServiceDevice NetworkServiceDevice() const { return Get(members::kNetworkServiceDevice); }
+  lns::TemplateLibrary TemplateLibrary() const { return Get(members::kTemplateLibrary); }
+  lns::ComponentApps ComponentApps() const { return Get(members::kComponentApps); }
+  std::string LdrfCatalogPath() const { return Get(members::kLdrfCatalogPath); }
   void SetDsPause(bool paused) const { Put(members::kDsPause, paused); }
   void SetDsMode(std::int32_t mode) const { Put(members::kDsMode, mode); }
   void BeginNssIdleEvent(std::int32_t milliseconds) const { Call(members::kBeginNssIdleEvent, milliseconds); }
 };
 
-class Network : public Object {
- public:
+struct Network : Object {
   using Object::Object;
   void Open() const { Call(members::kOpen); }
   void Close() const { Call(members::kClose); }
-  bool IsOpen() const { return Get<bool>(members::kIsOpen); }
-  Collection<System> Systems() const { return Get<Collection<System>>(members::kSystems); }
+  bool IsOpen() const { return Get(members::kIsOpen); }
+  Collection<System> Systems() const { return Get(members::kSystems); }
 };
 
-class ObjectServer : public Object {
- public:
+struct ObjectServer : Object {
   using Object::Object;
   void Open() const { Call(members::kServerOpen); }
   void Close() const { Call(members::kServerClose); }
-  bool IsOpen() const { return Get<bool>(members::kServerIsOpen); }
+  bool IsOpen() const { return Get(members::kServerIsOpen); }
   /// Its process or the connection to it has ended: none of its objects will answer again.
   bool IsLost() const;
-  bool RemoteFlag() const { return Get<bool>(members::kRemoteFlag); }
+  bool RemoteFlag() const { return Get(members::kRemoteFlag); }
   void SetRemoteFlag(bool remote) const { Put(members::kRemoteFlag, remote); }
-  std::int32_t Flags() const { return Get<std::int32_t>(members::kFlags); }
+  std::int32_t Flags() const { return Get(members::kFlags); }
   void SetFlags(std::int32_t flags) const { Put(members::kFlags, flags); }
   void SetOpenOption(bool value) const { Put(members::kOpenOption, value); }
-  Collection<Network> Networks() const { return Get<Collection<Network>>(members::kNetworks); }
-  lns::ComponentApps ComponentApps() const { return Get<lns::ComponentApps>(members::kComponentApps); }
-  Collection<NetworkInterface> NetworkInterfaces() const {
-    return Get<Collection<NetworkInterface>>(members::kNetworkInterfaces);
-  }
+  Collection<Network> Networks() const { return Get(members::kNetworks); }
+  lns::ComponentApps ComponentApps() const { return Get(members::kComponentApps); }
+  Collection<NetworkInterface> NetworkInterfaces() const { return Get(members::kNetworkInterfaces); }
   /// Newer object servers may not know it; they list all interfaces in NetworkInterfaces.
   Collection<NetworkInterface> RemoteNetworkInterfaces() const {
-    return Get<Collection<NetworkInterface>>(members::kRemoteNetworkInterfaces);
+    return Get(members::kRemoteNetworkInterfaces);
   }
   void SetActiveRemoteNI(const NetworkInterface& network_interface) const {
     Put(members::kActiveRemoteNI, network_interface.reference());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <string>
@@ -163,11 +164,10 @@ struct DeviceKey {
 };
 
 /// The item with that name, or null.
-template <class T>
-T* FindByName(std::vector<T>& items, const std::string& name) {
-  for (T& item : items)
-    if (item.name == name) return &item;
-  return nullptr;
+template <class Items>
+auto* FindByName(Items& items, std::string_view name) {
+  const auto found = std::ranges::find_if(items, [name](const auto& item) { return item.name == name; });
+  return found != items.end() ? &*found : nullptr;
 }
 
 /// The names of the items. They live only as long as the items.

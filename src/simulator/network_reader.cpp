@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <limits>
 #include <set>
 
@@ -25,8 +24,7 @@ std::string Name(JsonReader& reader, const std::vector<T>& earlier, std::string_
   if (name.empty()) reader.Refuse("name", "must not be empty");
   if (name.find_first_of(forbidden) != std::string::npos)
     reader.Refuse("name", "must not contain any of the characters " + std::string(forbidden));
-  for (const T& item : earlier)
-    if (item.name == name) reader.Refuse("name", "\"" + name + "\" is already taken");
+  if (FindByName(earlier, name)) reader.Refuse("name", "\"" + name + "\" is already taken");
   return name;
 }
 
@@ -97,7 +95,7 @@ std::vector<LonMarkObject> ReadObjects(JsonReader& owner, const std::vector<Vari
     object.mode_locked = reader.Boolean("modeLocked", false);
     if (reader.Has("variables")) object.variables = reader.Texts("variables");
     for (const std::string& name : object.variables.value_or(std::vector<std::string>()))
-      if (std::none_of(variables.begin(), variables.end(), [&](const Variable& v) { return v.name == name; }))
+      if (!FindByName(variables, name))
         reader.Refuse("variables", "the template has no variable \"" + name + "\"");
     object.component_apps = ReadApps(reader);
     objects.push_back(object);
@@ -129,8 +127,7 @@ struct DeviceContext {
 
 void ReadValues(JsonReader& reader, const DeviceTemplate& type, Device& device) {
   const auto find = [&](const std::string& name) -> const Variable& {
-    for (const Variable& variable : type.variables)
-      if (variable.name == name) return variable;
+    if (const Variable* found = FindByName(type.variables, name)) return *found;
     throw FileError("the template has no variable \"" + name + "\"");
   };
   const auto read_values = [&](const char* key, std::map<std::string, Bytes>& values) {
@@ -162,11 +159,8 @@ Device ReadDevice(JsonReader& reader, const std::vector<Device>& earlier, Device
   Device device;
   device.name = Name(reader, earlier);
   device.template_name = reader.Text("template");
-  const auto& types = context.system.templates;
-  const auto type = std::find_if(types.begin(), types.end(), [&](const DeviceTemplate& each) {
-    return each.name == device.template_name;
-  });
-  if (type == types.end()) reader.Refuse("template", "unknown template \"" + device.template_name + "\"");
+  const DeviceTemplate* const type = FindByName(context.system.templates, device.template_name);
+  if (!type) reader.Refuse("template", "unknown template \"" + device.template_name + "\"");
   while (context.handles.contains(context.next_handle)) ++context.next_handle;
   device.handle = reader.Integer("handle", context.next_handle, 1, 32767);
   if (!context.handles.insert(device.handle).second) reader.Refuse("handle", "is already taken");
@@ -209,9 +203,7 @@ std::vector<Subsystem> ReadSubsystems(JsonReader& owner, DeviceContext& context,
 
 void CheckInterface(const JsonReader& reader, std::string_view key, const std::string& name,
                     const Installation& installation) {
-  for (const Interface& interface : installation.interfaces)
-    if (interface.name == name) return;
-  reader.Refuse(key, "unknown interface \"" + name + "\"");
+  if (!FindByName(installation.interfaces, name)) reader.Refuse(key, "unknown interface \"" + name + "\"");
 }
 
 System ReadSystem(JsonReader& reader, const std::string& network, const Installation& installation) {
@@ -265,13 +257,6 @@ Fault ReadFault(JsonReader& reader, Installation& installation) {
   return fault;
 }
 
-Latency ReadLatency(JsonReader& reader) {
-  Latency latency;
-  for (const auto& [kind, milliseconds] : kLatencies)
-    latency.*milliseconds = reader.Integer(kind, 0, 0, Latency::kMost);
-  return latency;
-}
-
 Strictness ReadStrictness(JsonReader& reader) {
   Strictness strict = reader.Boolean("all", false) ? Strictness::All() : Strictness();
   for (const auto& [key, flag] : kStrictFlags) strict.*flag = reader.Boolean(key, strict.*flag);
@@ -293,15 +278,17 @@ stored::Installation ReadInstallation(std::string_view text, const std::string& 
   Installation installation;
   installation.auto_save = reader.Boolean("autoSave", true);
   reader.Each("interfaces", [&](JsonReader& row) {
-    const std::string name = Name(row, installation.interfaces);
-    installation.interfaces.push_back({name, row.Boolean("inUse", false)});
+    installation.interfaces.push_back({Name(row, installation.interfaces), row.Boolean("inUse", false)});
   });
   installation.component_apps = ReadApps(reader);
   if (!reader.Has("networks")) reader.Refuse("networks", "is required");
   reader.Each("networks",
               [&](JsonReader& row) { installation.networks.push_back(ReadNetwork(row, installation)); });
   if (reader.Has("latency"))
-    reader.Object("latency", [&](JsonReader& row) { installation.latency = ReadLatency(row); });
+    reader.Object("latency", [&](JsonReader& row) {
+      for (const auto& [kind, milliseconds] : kLatencies)
+        installation.latency.*milliseconds = row.Integer(kind, 0, 0, Latency::kMost);
+    });
   if (reader.Has("strict"))
     reader.Object("strict", [&](JsonReader& row) { installation.strict = ReadStrictness(row); });
   reader.Each("faults",

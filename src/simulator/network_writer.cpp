@@ -75,9 +75,7 @@ Json WriteTemplate(const DeviceTemplate& type) {
 }
 
 Json WriteDevice(const Device& device, const System& system) {
-  const DeviceTemplate* type = nullptr;
-  for (const DeviceTemplate& each : system.templates)
-    if (each.name == device.template_name) type = &each;
+  const DeviceTemplate* const type = FindByName(system.templates, device.template_name);
   Json json = {{"name", device.name}, {"template", device.template_name}};
   json["handle"] = device.handle;
   json["neuronId"] = device.neuron_id;

@@ -1,6 +1,7 @@
 #include "text/strings.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace text {
 namespace {
@@ -81,6 +82,17 @@ HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter) {
   const auto found = ToLower(text).find(ToLower(delimiter));
   if (found == std::string::npos) return {std::string(text), {}};
   return {std::string(text.substr(0, found)), Trim(text.substr(std::min(found + 1, text.size())))};
+}
+
+std::string Escaped(std::string_view text) {
+  using Entity = std::pair<char, const char*>;
+  static constexpr Entity kEntities[] = {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};
+  std::string escaped;
+  for (const char c : text) {
+    const auto* const entity = std::ranges::find(kEntities, c, &Entity::first);
+    escaped += entity != std::end(kEntities) ? entity->second : std::string(1, c);
+  }
+  return escaped;
 }
 
 }  // namespace text

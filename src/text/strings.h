@@ -39,4 +39,7 @@ struct HeadAndRest {
 /// and is trimmed. Without a delimiter the head is the whole text.
 HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter);
 
+/// For HTML, in text and in attributes.
+std::string Escaped(std::string_view text);
+
 }  // namespace text
