@@ -39,6 +39,13 @@ struct MemberRow {
     row.since = release;
     return row;
   }
+  /// With a setter.
+  template <void (T::*kSet)(const platform::Value& value)>
+  constexpr MemberRow Set() const {
+    MemberRow row = *this;
+    row.put = [](T& self, const platform::Value& value) { (self.*kSet)(value); };
+    return row;
+  }
 };
 
 /// A published object whose members are one table: `static std::span<const MemberRow<T>> Members()` of T.

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "platform/error.h"
-#include "plugin/contact_page.h"
 #include "session/session.h"
 #include "startup/identity.h"
 #include "text/numbers.h"
@@ -17,6 +16,11 @@ using platform::IgnoreFailure;
 constexpr const char* kRefuseToStart = "Refuse to start";
 constexpr const char* kDisplayUnits = "DisplayUnits";
 constexpr const char* kSettings = "Settings";  // among the user's own
+
+/// The page about the program, about.htm, as plain text.
+constexpr const char* kContactPageText =
+#include "contact_page_text.inc"
+    ;
 
 }  // namespace
 
@@ -116,8 +120,8 @@ void fMain::OnLoad() {
   screen.txtMinorVersion.SetText(std::to_string(version.minor));
   GetDisplayUnits();
   GetDebug();
-  screen.WebBrowser1.SetText(ContactPageText());
-  screen.WebBrowser1.url = ContactPageAddress(services_.program);
+  screen.WebBrowser1.SetText(kContactPageText);
+  screen.WebBrowser1.url = "res://" + services_.program.Path() + "/about.htm";
   resource_files_ = lonworks::ResourceFiles(services_.registry, services_.program);
   IgnoreFailure([this] { lcaOS(); });
 }

@@ -60,11 +60,6 @@ stored::ComponentApp& ComponentApp::Data() {
   return *found;
 }
 
-stored::ComponentApp& ComponentApp::Change() {
-  session().simulation().MarkChanged();
-  return Data();
-}
-
 void ComponentApp::SetName(const Value& value) {
   const std::string name = automation::ToText(value);
   stored::ComponentApp& renamed = Data();
@@ -79,9 +74,7 @@ void ComponentApp::SetName(const Value& value) {
 std::span<const MemberRow<ComponentApp>> ComponentApp::Members() {
   using App = stored::ComponentApp;
   static const Row kRows[] = {
-      Property(
-          0, "Name", [](ComponentApp& self) { return self.Data().name; },
-          [](ComponentApp& self, const Value& value) { self.SetName(value); }),
+      Stored<&App::name>(0, "Name").Set<&ComponentApp::SetName>(),
       Setting<&App::command_id>(1, "CommandId"),
       Setting<&App::class_id>(2, "ComponentClassId"),
       Setting<&App::is_default>(3, "DefaultAppFlag"),

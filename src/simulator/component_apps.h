@@ -42,7 +42,6 @@ class ComponentApp : public Simulated<ComponentApp> {
 
   /// Throws 17096 if the command was removed.
   stored::ComponentApp& Data();
-  stored::ComponentApp& Change();
 
  private:
   void SetName(const Value& value);

@@ -136,9 +136,7 @@ std::span<const MemberRow<AppDevice>> AppDevice::Members() {
   using Self = AppDevice;
   static const Row kRows[] = {
       Stored<&Device::name>(0, "Name"),
-      Property(
-          1, "State", [](Self& self) { return self.Data().state; },
-          [](Self& self, const Value& value) { self.SetState(value); }),
+      Stored<&Device::state>(1, "State").Set<&Self::SetState>(),
       Stored<&Device::attachment>(2, "AttachmentStatus").Since(300),
       Stored<&Device::commission_status>(3, "CommissionStatus"),
       Stored<&Device::commissioned>(4, "HasBeenCommissioned"),
@@ -251,9 +249,7 @@ std::span<const MemberRow<LonMarkObject>> LonMarkObject::Members() {
       Stored<&Object::programmatic_name>(1, "ProgrammaticName"),
       Stored<&Object::index>(2, "Index"),
       Stored<&Object::type_index>(3, "TypeIndex"),
-      Property(
-          4, "Mode", [](Self& self) { return self.Data().mode; },
-          [](Self& self, const Value& value) { self.SetMode(value); }),
+      Stored<&Object::mode>(4, "Mode").Set<&Self::SetMode>(),
       PutOnly(5, "Request", [](Self& self, const Value& value) { self.Request(value); }),
       Property(6, "NetworkVariables", Of<&Self::Variables>),
       Property(7, "ComponentApps", Of<&Self::Apps>),

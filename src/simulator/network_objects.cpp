@@ -43,11 +43,6 @@ stored::System& System::Data() {
   return stored::NetworkOf(installation(), network_).system;
 }
 
-stored::System& System::Change() {
-  session().simulation().MarkChanged();
-  return Data();
-}
-
 Value System::ServiceDevice() {
   Data();
   return Make<NetworkServiceDevice>(PartPlace("NetworkServiceDevice"), network_);
@@ -143,8 +138,7 @@ void NetworkServiceDevice::SetInterface(const Value& value) {
 std::span<const MemberRow<NetworkServiceDevice>> NetworkServiceDevice::Members() {
   using Self = NetworkServiceDevice;
   static const Row kRows[] = {
-      Property(1, "NetworkInterface", Of<&Self::Interface>,
-               [](Self& self, const Value& value) { self.SetInterface(value); }),
+      Property(1, "NetworkInterface", Of<&Self::Interface>).Set<&Self::SetInterface>(),
       ClassRow<Class::NetworkServiceDevice>(2),
       ParentRow(3),
   };

@@ -26,7 +26,6 @@ class System : public Simulated<System> {
 
   /// Throws 17004 if the network is not open.
   stored::System& Data();
-  stored::System& Change();
 
  private:
   Value ServiceDevice();

@@ -78,10 +78,8 @@ std::span<const MemberRow<NetworkVariable>> NetworkVariable::Members() {
   using Self = NetworkVariable;
   static const Row kRows[] = {
       Property(0, "Name", [](Self& self) { return self.name_; }),
-      Property(1, "Value", Of<&Self::ReadValue>,
-               [](Self& self, const Value& value) { self.WriteValue(value); }),
-      Property(2, "DsFormatType", Of<&Self::FormatName>,
-               [](Self& self, const Value& value) { self.SetFormat(value); }),
+      Property(1, "Value", Of<&Self::ReadValue>).Set<&Self::WriteValue>(),
+      Property(2, "DsFormatType", Of<&Self::FormatName>).Set<&Self::SetFormat>(),
       Property(
           3, "SourceOptions", [](Self& self) { return self.source_options_; },
           [](Self& self, const Value& value) { self.source_options_ = WholeNumber(value, 0, 2); }),

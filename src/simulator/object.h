@@ -119,19 +119,21 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   static constexpr Row Stored(std::int32_t number, std::string_view name) {
     return Property(number, name, [](T& self) { return self.Data().*kField; });
   }
-  /// A property that can also be set, through T::Change(); whole numbers must be within the bounds.
+  /// A property that can also be set, whole numbers must be within the bounds.
   template <auto kField, std::int32_t kLeast = 0,
             std::int32_t kMost = std::numeric_limits<std::int32_t>::max()>
   static constexpr Row Setting(std::int32_t number, std::string_view name) {
     Row row = Stored<kField>(number, name);
     row.put = [](T& self, const Value& value) {
-      using Field = std::remove_cvref_t<decltype(self.Data().*kField)>;
+      auto& field = self.Data().*kField;
+      using Field = std::remove_reference_t<decltype(field)>;
       if constexpr (std::is_same_v<Field, bool>)
-        self.Change().*kField = automation::ToBoolean(value);
+        field = automation::ToBoolean(value);
       else if constexpr (std::is_same_v<Field, std::string>)
-        self.Change().*kField = automation::ToText(value);
+        field = automation::ToText(value);
       else
-        self.Change().*kField = WholeNumber(value, kLeast, kMost);
+        field = WholeNumber(value, kLeast, kMost);
+      self.session().simulation().MarkChanged();
     };
     return row;
   }

@@ -204,11 +204,9 @@ std::span<const MemberRow<ObjectServer>> ObjectServer::Members() {
           [](Self& self, const Value& value) {
             self.session().ChangeSettings().remote = automation::ToBoolean(value);
           }),
-      Property(10, "ActiveRemoteNI", Of<&Self::ActiveRemoteInterface>,
-               [](Self& self, const Value& value) { self.SetActiveRemoteInterface(value); }),
-      Property(
-          11, "Flags", [](Self& self) { return self.session().settings().flags; },
-          [](Self& self, const Value& value) { self.SetFlags(value); }),
+      Property(10, "ActiveRemoteNI", Of<&Self::ActiveRemoteInterface>).Set<&Self::SetActiveRemoteInterface>(),
+      Property(11, "Flags", [](Self& self) { return self.session().settings().flags; })
+          .Set<&Self::SetFlags>(),
       Function(12, "Close", [](Self& self) { self.session().Close(); }),
       Function(13, "Open", [](Self& self) { self.session().Open(); }),
       Property(14, "NetworkInterfaces", [](Self& self) { return self.Interfaces("NetworkInterfaces"); }),

@@ -68,11 +68,6 @@ void DeviceTemplates::Remove(const std::string& name) {
   templates.erase(type);
 }
 
-stored::DeviceTemplate& DeviceTemplate::Change() {
-  session().simulation().MarkChanged();
-  return Data();
-}
-
 void DeviceTemplate::SetName(const Value& value) {
   const std::string name = automation::ToText(value);
   stored::Network& network_data = stored::NetworkOf(installation(), network());
@@ -123,9 +118,7 @@ void DeviceTemplate::Import(const std::string& path) {
 std::span<const MemberRow<DeviceTemplate>> DeviceTemplate::Members() {
   using Self = DeviceTemplate;
   static const Row kRows[] = {
-      Property(
-          0, "Name", [](Self& self) { return self.Data().name; },
-          [](Self& self, const Value& value) { self.SetName(value); }),
+      Stored<&stored::DeviceTemplate::name>(0, "Name").Set<&Self::SetName>(),
       Stored<&stored::DeviceTemplate::program_id>(1, "ProgramId"),
       Setting<&stored::DeviceTemplate::xif_path>(2, "XifPath"),
       Property(3, "ComponentApps", Of<&Self::Apps>),

@@ -37,7 +37,6 @@ class DeviceTemplate : public Simulated<DeviceTemplate> {
 
   /// Throws 17096 if the template was removed.
   stored::DeviceTemplate& Data() { return stored::TemplateOf(installation(), network(), name_); }
-  stored::DeviceTemplate& Change();
 
  private:
   void SetName(const Value& value);

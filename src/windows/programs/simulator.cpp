@@ -9,10 +9,10 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "registry/registry.h"
 #include "simulator/object_server.h"
-#include "simulator/options.h"
 #include "simulator/simulation.h"
 #include "text/strings.h"
 #include "windows/com/adapter.h"
@@ -23,8 +23,6 @@
 #include "windows/system/registry.h"
 
 namespace {
-
-using simulator::Options;
 
 // {3E262784-4C3E-4FCB-82AF-C50F1F0A3046} and {7F0E19D8-CCED-4AEC-95D9-60669FC214D2}
 constexpr CLSID kClassId = {0x3E262784, 0x4C3E, 0x4FCB, {0x82, 0xAF, 0xC5, 0x0F, 0x1F, 0x0A, 0x30, 0x46}};
@@ -45,6 +43,48 @@ constexpr const char* kHelp =
     "LnsSimulator.exe /regserver /network <file> /makedefault  the same, and plug-ins use it\n"
     "LnsSimulator.exe /unregserver                             undoes both\n"
     "LnsSimulator.exe /version\n";
+
+/// The simulator's own command line, besides the switches of all COM servers.
+struct Options {
+  std::string network_file;
+  /// Make this simulator the object server that plug-ins use.
+  bool make_default = false;
+  bool help = false;
+  bool version = false;
+};
+
+std::string SwitchOf(const std::string& word) {
+  const bool is_switch = word.size() > 1 && (word[0] == '/' || word[0] == '-');
+  return is_switch ? text::ToLower(word.substr(1)) : std::string();
+}
+
+bool IsServerSwitch(const std::string& name) {
+  return name == "regserver" || name == "unregserver" || name == "embedding" || name == "automation";
+}
+
+/// Reads "/network <file>", "/makedefault", "/help" (also "/?") and "/version". Switches begin with "-" or
+/// "/", in any letter case. Throws std::invalid_argument for a missing file and for anything unknown.
+Options ParseOptions(const std::vector<std::string>& words) {
+  Options options;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string name = SwitchOf(words[i]);
+    if (name == "network") {
+      if (++i == words.size()) throw std::invalid_argument("/network needs a file");
+      options.network_file = words[i];
+    } else if (name == "makedefault") {
+      options.make_default = true;
+    } else if (name == "help" || name == "-help" || name == "?") {
+      options.help = true;
+    } else if (name == "version" || name == "-version") {
+      options.version = true;
+    } else if (!IsServerSwitch(name)) {
+      throw std::invalid_argument("'" + words[i] +
+                                  "' is not understood; use /network <file>, /makedefault, /regserver, "
+                                  "/unregserver, /help, /version");
+    }
+  }
+  return options;
+}
 
 std::string VersionText() {
   const auto version = windows::WindowsProgram().FileVersion();
@@ -150,7 +190,9 @@ int Serve(const Options& options, bool by_com) {
 }
 
 int Run(const std::string& arguments) {
-  const Options options = simulator::ParseOptions(arguments);
+  std::vector<std::string> words;
+  for (int i = 1; i < __argc; ++i) words.push_back(windows::ToUtf8(__wargv[i]));
+  const Options options = ParseOptions(words);
   if (options.help || options.version) return Print(options.help ? kHelp : VersionText());
   switch (windows::com::ServerStartOf(arguments)) {
     case windows::com::ServerStart::Register:
