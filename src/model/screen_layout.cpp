@@ -83,7 +83,7 @@ constexpr FieldRow kDehumidification[] = {
 constexpr FieldRow kDisplayHumidity[] = {
     {"", cbNvi(9), None, None, "Whether the thermostat displays the relative humidity."},
 };
-// A humidity offset under a temperature label and unit: deliberate, the screen has always read so.
+// The temperature label and unit of this humidity offset are deliberate.
 constexpr FieldRow kHumidityCalibration[] = {
     {"Room sensor offset", txtNvi(10), Temperature, Percent, "Correction of the relative humidity that the sensor measures, in percent."},
 };
@@ -93,7 +93,7 @@ constexpr FieldRow kTimers[] = {
     {"Unoccupied Timer", txtNvi(21), None, None, "Delay of the PIR sensor before the room becomes unoccupied."},
 };
 
-// "Trottle" is spelled so deliberately.
+// The spelling "Trottle" is deliberate.
 constexpr FieldRow kOutput[] = {
     {"Heartbeat", txtNvi(39), Seconds, Seconds, "Longest time between two sendings of an output value, in seconds."},
     {"Trottle", txtNvi(40), Seconds, Seconds, "Shortest time between two sendings of an output value, in seconds."},
@@ -146,7 +146,7 @@ constexpr FramePlace kFrames[] = {
     {3, "", "Display relative humidity", "", kDisplayHumidity},
     {3, "", "RH sensor calibration", "", kHumidityCalibration},
     {4, "", "&Timers", "", kTimers},
-    {4, "", "", "", {}},  // a frame without caption that stays empty
+    {4, "", "", "", {}},  // deliberately empty, without caption
     {5, "", "Output", "", kOutput},
     {5, "", "Input", "", kInput},
     {7, "", "Version Information", "", {}},
