@@ -198,7 +198,7 @@ class ImageList {
 /// A report list whose rows are only appended or cleared; the window asks for the rows it shows.
 class ListView : public Control {
  public:
-  /// A row's icon; also the key of its picture.
+  /// A row's icon; KeyOf is the key of its picture.
   enum class Icon { Green, Red };
   static std::string_view KeyOf(Icon icon) { return icon == Icon::Green ? "Green" : "Red"; }
   /// The pictures; null for none. Set before the window is created.

@@ -79,7 +79,7 @@ bool ScrollBars::RevealSpan(HWND window, int bar, int from, int to) {
   const Axis& axis = axes_[static_cast<std::size_t>(bar)];
   if (axis.page >= axis.content) return false;
   if (from < 0) return MoveTo(window, bar, axis.position + from);
-  // Of what is longer than the window its beginning.
+  // For a place longer than the window, show its beginning.
   return to > axis.page && MoveTo(window, bar, axis.position + std::min(from, to - axis.page));
 }
 
