@@ -155,7 +155,7 @@ void AddSimulatorCommands(CLI::App& app, Options& options) {
   });
 }
 
-/// Names the command that was given, not only the program.
+/// Names the given command, not only the program.
 std::string FailureText(const CLI::App* app, const CLI::Error& error) {
   std::string name = app->get_name(), reason = error.what();
   for (; !app->get_subcommands().empty(); name += ' ' + app->get_name()) app = app->get_subcommands().front();

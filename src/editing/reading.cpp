@@ -152,7 +152,7 @@ void OpenDevice::Stoppable(const std::function<void()>& reading) {
   try {
     reading();
   } catch (const Stopped&) {
-    LogCommand("Refreshing", "Stopped by the user. The values shown are the former ones.");
+    LogCommand("Refreshing", "Stopped by the user. The screen shows the previous values.");
   }
 }
 

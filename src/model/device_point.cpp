@@ -53,8 +53,8 @@ std::vector<std::string> CNvCpTable::SplitValue(const std::string& value) const 
   std::vector<std::string> fields = text::Split(value, Separator);
   if (MostFields != 0 && fields.size() > MostFields)
     throw Error(platform::ObjectServerError(kFormatFailed), "CNvCpTable",
-                "The value '" + value + "' has " + std::to_string(fields.size()) + " fields where " +
-                    std::to_string(MostFields) + " are the most.");
+                "The value '" + value + "' has " + std::to_string(fields.size()) + " fields; the most are " +
+                    std::to_string(MostFields) + ".");
   return fields;
 }
 

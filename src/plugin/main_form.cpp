@@ -60,7 +60,7 @@ fMain::fMain(const session::Services& services)
   cmdViewLog.SetAccessibleName("Activity log");
   cmdViewLog.SetToolTip("Activity log");
   cmdApply.SetToolTip("Writes the changed fields to the thermostat.");
-  cmdCancel.SetToolTip("Puts the changed fields back to what the thermostat holds.");
+  cmdCancel.SetToolTip("Resets the changed fields to the values of the thermostat.");
   cmdRefresh.SetToolTip("Reads all values from the thermostat again. Changed fields keep their text.");
   cmdExit.SetToolTip("Ends the plug-in.");
   for (std::size_t i = 0; i < obUnits.size(); ++i) {
@@ -71,7 +71,7 @@ fMain::fMain(const session::Services& services)
   cmdDebug.SetAccessibleName("Set up the screen");
   cmdDebug.SetToolTip("Sets the screen up for the model number beside it.");
   txtDebug.SetAccessibleName("Model number");
-  txtDebug.SetToolTip("Model number for which the screen is to be set up.");
+  txtDebug.SetToolTip("Model number to set the screen up for.");
   cmdDebug.SetVisible(false);
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };

@@ -14,9 +14,9 @@ struct Options {
   bool version = false;
 };
 
-/// Reads "/network <file>", "/makedefault", "/help" (also "/?") and "/version". Switches begin with "-" or
-/// "/", in any letter case; a file with blanks needs double quotes. Throws std::invalid_argument for a
-/// missing file and for anything unknown.
+/// Parses "/network <file>", "/makedefault", "/help" (also "/?") and "/version". Switches begin with "-" or
+/// "/", in any letter case; a path with blanks needs double quotes. Throws std::invalid_argument for a
+/// missing file and for unknown words.
 Options ParseOptions(std::string_view arguments);
 
 }  // namespace simulator

@@ -153,7 +153,7 @@ TEST(ConfigureRoad, ReportsValuesThatDoNotFit) {
       {std::int32_t{42}, "nciSetPts has no value number 4"},
       {std::monostate{}, "nciSetPts has no value number 4"},
       {platform::LateBoundPtr(), "Overflow"},
-      {std::string("23,5,25,0,28,0,21,0,19,0,16,0"), "has 12 fields where 6 are the most"},
+      {std::string("23,5,25,0,28,0,21,0,19,0,16,0"), "has 12 fields; the most are 6"},
   };
   for (const Case& c : cases) {
     World world;

@@ -34,8 +34,8 @@ constexpr const char* kProgId = "LnsSimulator.LcaObjectServer";
 constexpr const char* kObjectServerKey = "SOFTWARE\\LonWorks\\LCA";
 constexpr const char* kObjectServerValue = "Object Server";
 
-/// How long a simulator that COM started stays after its last client, so that faults set by one program still
-/// apply to the next.
+/// How long a simulator that COM started stays after its last client, so that one program's faults still
+/// apply to the next program.
 constexpr std::chrono::seconds kLinger{5};
 
 constexpr const char* kHelp =
@@ -70,7 +70,7 @@ windows::com::ServerRegistration RegistrationFor(const Options& options) {
   return registration;
 }
 
-/// Taken from the computer's plug-in entries.
+/// The version in the plug-in's entry on this computer.
 std::string PlugInVersion(const std::string& server) {
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "");
@@ -105,7 +105,7 @@ void Register(const Options& options) {
 void Unregister(const Options& options) {
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "");
-  // Only our own entry is removed: an empty text names no object server.
+  // Removes only our own entry: an empty text names no object server.
   if (settings.MachineSetting(kObjectServerKey, kObjectServerValue) == kProgId)
     settings.SetMachineSetting(kObjectServerKey, kObjectServerValue, "");
   windows::com::UnregisterServer(RegistrationFor(options));
@@ -116,13 +116,13 @@ int Serve(const Options& options, bool by_com) {
   windows::com::LocalServer* running = nullptr;
   const auto load = [&] {
     simulation = LoadNetwork(options);
-    // COM takes events only from this thread and brings them to the thread that subscribed.
+    // COM accepts events only from this thread and delivers them on the subscriber's thread.
     simulation->event_thread = [](const std::function<void()>& raise) { raise(); };
     simulation->on_stop = [&running] { running->Leave(); };
   };
   if (!by_com) load();
   const windows::com::Apartment apartment;
-  // Nobody sees the output of a program that COM started, so its clients get the error. Each client tries
+  // Nobody sees the output of a program that COM started, so its clients get the error. Each new client tries
   // again.
   const auto make = [&]() -> std::shared_ptr<automation::Published> {
     try {
@@ -170,7 +170,7 @@ int Run(const std::string& arguments) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-  // A windowless program writes to the console that started it, or else shows its errors.
+  // Without its own console it writes to that of its starter, or else shows errors in a message box.
   bool console = GetStdHandle(STD_ERROR_HANDLE) != nullptr;
   if (!console && AttachConsole(ATTACH_PARENT_PROCESS))
     console = freopen("CONOUT$", "w", stderr) && freopen("CONOUT$", "w", stdout);

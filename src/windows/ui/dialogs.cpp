@@ -116,7 +116,7 @@ bool ShowDialog(const char* dialog, OPENFILENAMEW& ask) {
                         : nullptr;
   if (!show)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
-                          "No file dialog can be shown.");
+                          "The file dialog cannot be shown.");
   return show(&ask) != FALSE;
 }
 

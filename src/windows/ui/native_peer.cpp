@@ -74,7 +74,7 @@ void NativePeer::Create(const wchar_t* window_class, const std::wstring& text, D
                             host_.ui_thread().instance(), nullptr);
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
-                          "No window can be made for the control " + control_->name() + ".");
+                          "No window can be created for the control " + control_->name() + ".");
   Peers()[handle_] = this;
   class_procedure_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));

@@ -16,7 +16,7 @@ void PutOnClipboard(const std::wstring& text);
 
 /// An item without a caption is a separator.
 struct MenuItem {
-  std::wstring caption;  // "&" marks the letter; a key follows a tab
+  std::wstring caption;  // "&" marks the accelerator; a key follows a tab
   bool enabled = true;
 };
 

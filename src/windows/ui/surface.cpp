@@ -123,7 +123,7 @@ void Surface::Create(const wchar_t* caption, DWORD style, DWORD extended_style, 
                   parent, nullptr, ui_thread_.instance(), this);
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
-                          "No window can be made; is there a display?");
+                          "No window can be created; is there a display?");
 }
 
 void Surface::Destroy() {

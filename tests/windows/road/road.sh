@@ -27,7 +27,7 @@ done
 "$wine" "$programs/director.exe" journal >"$work/journal.txt" 2>&1
 reads=$(grep -cE 'Thermostat 102/nci[A-Za-z]+ (SourceOptions=0|DsFormatType=|Value)' "$work/journal.txt")
 [ "$reads" = 33 ] || [ "$demands" = strict ] || { fail "$reads operations on variables instead of 33"; cat "$work/journal.txt"; }
-[ "$demands" != strict ] || expect "$work/screen.txt" 'no access option; unit system behind the type'
+[ "$demands" != strict ] || expect "$work/screen.txt" 'no access option; unit system after the type'
 "$wine" "$programs/director.exe" close || fail "close"
 expect_gone QM5RFcPirConfigure "closing the window"
 
