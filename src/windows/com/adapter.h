@@ -38,7 +38,7 @@ class LiveAdapter {
 
   const std::shared_ptr<automation::Published>& object() const { return object_; }
 
-  /// Makes the adapter unfindable, before it ends.
+  /// Removes the adapter from the list, before it ends.
   void Unlist() noexcept;
   /// Releases the object, which then no longer counts as used and ends if nobody else owns it.
   void Disconnect() noexcept;
@@ -129,7 +129,7 @@ class DispatchAdapter final : public Adapter<IDispatch, IConnectionPointContaine
   void* Find(REFIID id) noexcept override;
 
  private:
-  /// Before the handlers end with the adapter, which they must not find.
+  /// Handlers that end with the adapter must not find it.
   ~DispatchAdapter() override { Unlist(); }
 
   const std::optional<IID> events_;
