@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A binding on a point that holds three setpoints.
+/// A binding on a point with three setpoints.
 struct Bound {
   Bound() {
     point.Separator = ",";

@@ -15,7 +15,7 @@ std::vector<std::string> LoggedActions(const World& world, ui::ListView::Icon ic
   return actions;
 }
 
-/// An object server whose members answer otherwise.
+/// An object server with altered members.
 class AlteredObject : public headless::ForwardingObject {
  public:
   /// Changes the answer of a member of an object.

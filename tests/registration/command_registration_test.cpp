@@ -44,7 +44,7 @@ TEST_F(CommandRegistration, AddsEachCommandOnceAndRemovesIt) {
       kObjectCommand, server, 28, 13, false, start + "LonMarks Object", "", "1.2.3"};
   world.desktop.answers = {ui::Answer::Yes};
   System("Demo Quarry").catalog_path = "E:\\On another computer\\Types";
-  // Failures of objects that are not needed.
+  // Failures of unrelated objects.
   Fault("Demo Wall Switch [demo]", "Name")();
   world.simulation->faults().Add({"", "Demo Quarry", "Item", 2, 17008});
   for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Orchard", "Demo Islands"}) {
@@ -149,7 +149,7 @@ TEST_F(CommandRegistration, LogsEachStepWithItsPlace) {
   }
 }
 
-/// For each step that can fail: the message, that nothing is left half done, and that the next try works.
+/// For each step that can fail: shows the message, leaves nothing half done, and the next try works.
 TEST_F(CommandRegistration, ShowsAFailureAndSucceedsOnTheNextTry) {
   struct Case {
     const char* network;
@@ -218,7 +218,7 @@ TEST_F(CommandRegistration, AddsMissingResourceFilesToTheCatalogue) {
     return "!" + unable + "|" + folder + ": The tool " + why;
   };
   auto& tool = world.shell;
-  // What the tool does before, at its start and in each round; and the log row, empty if it does not run.
+  // The tool's behaviour before, at its start and in each round; and the log row, empty if it does not run.
   const std::pair<std::function<void()>, std::string> cases[] = {
       {[&] { tool.running = false; }, "Adding resource files to the catalog|" + folder},
       {[&] { tool.running = tool.succeeded = false; }, failed("failed.")},

@@ -147,7 +147,7 @@ TEST_F(PlugInRegistration, EachButtonOfTheWindowActsOnce) {
   EXPECT_EQ(ended, 3);
 }
 
-/// What a user without an administrator's rights sees, step by step. The machine's keys do not change.
+/// A user without administrator rights, step by step. The machine's keys do not change.
 TEST(StandardUser, CanWorkAndIsAskedForRightsIfNeeded) {
   Opened user(kFirstThermostat, "1");
   user.registry.SetMachineSetting("SOFTWARE\\Classes", "", "");

@@ -9,7 +9,7 @@ using platform::CallKind;
 using platform::LateBoundPtr;
 using platform::Value;
 
-/// Undoes the program's adaptation to its object server by changing a call.
+/// Changes a call to undo the program's adaptation to its object server.
 using Undo = void (*)(std::string& member, CallKind kind, Value& value);
 
 class Undoing : public headless::ForwardingObject {

@@ -33,7 +33,7 @@ TEST(NetworkSession, OpensALocalSessionInOrder) {
   Director director;
   director.world.simulation->journal().Clear();
   director.Open("Demo Tower");
-  // The first question finds out whether the object server still answers.
+  // The first call checks whether the object server still answers.
   std::vector<std::string> expected = {" IsOpen",
                                        " RemoteFlag",
                                        " IsOpen",
@@ -101,8 +101,7 @@ TEST(NetworkSession, ClosesTheFormerNetworkOnlyIfTheNewOneExists) {
 }
 
 TEST(NetworkSession, RecoversFromAFailedRemoteWrite) {
-  // The first question finds out whether the object server still answers; system and network close before
-  // it.
+  // The first call checks whether the object server still answers; system and network close before it.
   const std::pair<const char*, int> cases[] = {{"IsOpen", 2}, {"Close", 3}, {"RemoteFlag", 1}, {"Open", 1}};
   for (const auto& [operation, failing] : cases) {
     Director director;

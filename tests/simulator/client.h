@@ -37,7 +37,7 @@ inline const std::string kDeviceA = kSystem + ".Subsystems(F).AppDevices(A)";
 inline const std::string kVariablesOfA = kDeviceA + ".Interface.NetworkVariables";
 
 /// Follows members from the object: "Member", "Member(argument)"; the last may be "Member=value". Arguments
-/// are whole numbers, texts, "nothing", or "@" and such a line; ";" separates them.
+/// are whole numbers, texts, "nothing", or "@" and another such line; ";" separates them.
 Value Do(const LateBoundPtr& object, const std::string& line);
 inline LateBoundPtr Reach(const LateBoundPtr& object, const std::string& line) {
   return automation::ToObject(Do(object, line));

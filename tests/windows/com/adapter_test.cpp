@@ -129,7 +129,7 @@ TEST(Adapter, HandlesEveryFormOfCall) {
   EXPECT_EQ(bad, 1u);
 }
 
-/// Another maker's client: its sink has only IDispatch and returns a fixed result for every event.
+/// Another manufacturer's client: its sink has only IDispatch and returns a fixed result for every event.
 struct Answering final : Adapter<IDispatch> {
   explicit Answering(HRESULT result) : Adapter(std::make_shared<SampleItems>()), answer(result) {}
   HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,

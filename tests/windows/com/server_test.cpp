@@ -24,11 +24,11 @@ std::intptr_t RunProgram(const char* program, const char* arguments) {
   return _spawnlp(_P_WAIT, program, program, arguments, nullptr);
 }
 
-/// Registers the sample server while this lives. The server is next to the tests, which run in their own
+/// Registers the sample server while this exists. The server is beside the tests, which run in their own
 /// folder.
 struct RegisteredSample {
   RegisteredSample() {
-    // An earlier test's server may be ending; Wine fails a client that finds its class then.
+    // An earlier test's server may be ending, and in Wine a client that finds its class then fails.
     while (const HANDLE serving = OpenMutexW(SYNCHRONIZE, FALSE, Sample::kServing)) {
       CloseHandle(serving);
       Sleep(20);
@@ -47,7 +47,7 @@ struct Server : testing::Test {
       static_cast<DWORD>(automation::ToInteger(sample->Invoke({"ProcessId"}, CallKind::Get, {}))));
 };
 
-/// What holds for every late-bound object, near or remote.
+/// The behaviour of every late-bound object, local or remote.
 struct LateBoundContract : testing::TestWithParam<LateBoundPtr (*)()> {
   Value Call(const platform::Member& member, CallKind kind, const std::vector<Value>& arguments = {}) {
     return sample_->Invoke(member, kind, arguments);

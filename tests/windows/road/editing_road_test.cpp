@@ -1,4 +1,4 @@
-// Editing in the real program, by real keys and the mouse, on the simulated network.
+// Editing in the real program with real keys and the mouse, on the simulated network.
 
 #include "plug_in_user.h"
 

@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# The road of a configure command through the real programs: registered, driven by a script and by director.exe, seen on
-# the screen, and nothing left running.
-#
-#   road.sh <folder of the programs> in-wine|in-wine32 [strict]
+# A configure command in the real programs: registered, driven by a script and by director.exe, shown on the
+# screen, and nothing left running.
 . "$(dirname "$0")/common.sh"
 
 use_network network.json
@@ -10,7 +8,7 @@ cp "$work/network.json" "$work/before.json"
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
 
 for script in director.vbs director.js; do
-  # The script host takes a path that begins with "/" for a switch.
+  # The script host treats a path that begins with "/" as a switch.
   "$wine" wine cscript //nologo "Z:${here//\//\\}\\$script" >"$work/director.txt" 2>&1 || fail "$script ended with $?"
   expect "$work/director.txt" "checks passed"
   grep FAILED "$work/director.txt" && failed=1
