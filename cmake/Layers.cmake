@@ -1,6 +1,5 @@
-# One folder of src/ is one layer and one target. A layer is included as "layer/file.h", through an include
-# directory that contains only this layer. So a layer can include only the layers it names under USES, and
-# those that they use.
+# One folder of src/ is one layer and one target. A layer is included as "layer/file.h", through its own include directory,
+# so it can include only the layers it names under USES, and those that they use.
 
 set(QM5R_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
