@@ -1,5 +1,3 @@
-// Tests for every window of the program.
-
 #include <array>
 #include <set>
 

@@ -10,7 +10,6 @@ const std::string kDeviceCommand = "Korvell QM5R-FC PIR Device Configure";
 const std::string kObjectCommand = "Korvell QM5R-FC PIR LonMarkObject Configure";
 
 struct CommandRegistration : testing::Test {
-  /// The error number of a command; 0 if it succeeds.
   int Send(std::int32_t command) {
     const platform::Error error = ErrorOf([&] { world.Send(*api, command, 0, ""); });
     EXPECT_EQ(error.description(), error.number() ? "Unable to register Supported Commands" : "");
@@ -208,8 +207,7 @@ TEST_F(CommandRegistration, ShowsAFailureAndSucceedsOnTheNextTry) {
   }
 }
 
-/// The tool may be missing, fail or hang: registration continues, and no box keeps a director waiting if all
-/// commands are registered.
+/// If the tool fails, registration continues; no box delays a director if all commands are registered.
 TEST_F(CommandRegistration, AddsMissingResourceFilesToTheCatalogue) {
   const std::string types = "C:\\LonWorks\\Types", folder = types + "\\User\\Korvell";
   const std::string unable = "Unable to add the resources listed in the ResourceTable to the catalog";

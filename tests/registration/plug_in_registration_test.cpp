@@ -98,7 +98,6 @@ TEST(Names, OfTypesAndCommands) {
   EXPECT_EQ(command(70) + command(24) + command(-1), "Security LevelCustom command 24Custom command -1");
 }
 
-/// Each button acts once and closes the window.
 TEST_F(PlugInRegistration, EachButtonOfTheWindowActsOnce) {
   int ended = 0, class_registered = 0;
   registration::MMain::Process process = world.ByHand([&] { ++class_registered; });

@@ -26,7 +26,6 @@ struct RegistrationWorld : World {
     };
   }
 
-  /// The file's content.
   std::string Saved() const { return simulator::WriteInstallation(simulation->installation()); }
 
   std::vector<std::string> statuses;

@@ -125,7 +125,6 @@ struct FaultsAtADevice : FaultSweep {
         texts.push_back(control->Text());
     return texts;
   }
-  /// One critical message was shown and is in the log.
   bool FailureShown() const {
     std::ptrdiff_t critical = 0, red = 0;
     for (const auto& shown : world.desktop.messages) critical += shown.message.icon == ui::Icon::Critical;

@@ -41,7 +41,6 @@ struct Incoming {
 /// A user at the first thermostat whose passes are interrupted whenever the process waits: before a call of
 /// the object server, at a box, and when the message loop runs.
 struct InterruptedUser : World, User {
-  /// The result of a pass.
   struct Result {
     std::vector<std::string> moments;
     int tried_writes = 0, values_after = 0, failures = 0;
@@ -193,7 +192,6 @@ struct InterruptedUser : World, User {
     EXPECT_TRUE(!closed || Message().text.starts_with("The network of this device has been closed."));
     EXPECT_TRUE(!desktop.messages.empty() || (Operations("Value").size() == 11 && AllLocked(false)));
   }
-  /// A director's next command, to a new process if the previous one has ended.
   void Recover() {
     ValuesOf("Thermostat 101").clear();
     if (std::exchange(desktop.ended, false)) api.reset();

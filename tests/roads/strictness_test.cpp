@@ -35,7 +35,6 @@ void ReplaceAll(Value& value, char from, char to) {
   std::ranges::replace(std::get<std::string>(value), from, to);
 }
 
-/// Reads a thermostat, changes a setpoint by a fraction and applies it.
 bool Configures(World& world, const char* interface_name) {
   const auto api = world.CreateApi();
   if (*interface_name) World::Put(*api, "Remote", true);

@@ -4,7 +4,6 @@
 
 namespace {
 
-/// A director with its object of the plug-in.
 struct Director {
   explicit Director(bool server_missing = false) {
     world.object_server_missing = server_missing;
@@ -63,8 +62,7 @@ TEST(NetworkSession, TheRemoteFlagDecidesWhatInternetMeans) {
     EXPECT_TRUE(director.Asked(operation)) << operation;
   EXPECT_FALSE(director.Asked("RemoteNetworkInterfaces"));
 
-  // The write that switches the server to remote does not set the flags, and looks up even "Internet" by
-  // name.
+  // The switch to remote does not set the flags, and looks up even "Internet" by name.
   Director late;
   late.UseInterface("Internet");
   late.ExpectRefused("Demo Annex");

@@ -21,7 +21,6 @@ using platform::Value;
 /// the subsystem "F", C in "F.West" and D discovered; and a network "U" on the interface L2.
 extern const char kWorld[];
 
-/// A new client with the system of the network "T" open.
 LateBoundPtr OpenSystem(simulator::Simulation& simulation);
 
 struct World {
@@ -46,7 +45,6 @@ inline std::string Text(const LateBoundPtr& object, const std::string& line) {
   return automation::ToText(Do(object, line));
 }
 
-/// Tests that start with everything open.
 struct OpenWorld : testing::Test {
   World world;
   LateBoundPtr root = world.Open();
@@ -65,10 +63,8 @@ void Play(const LateBoundPtr& object, const std::vector<std::string>& lines);
 
 std::string Contents(const std::filesystem::path& path);
 
-/// The text with `from` replaced by `to`, once.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);
 
-/// Turns single quotes into double ones, for readable tables.
 std::string Quoted(std::string text);
 
 }  // namespace client

@@ -9,8 +9,7 @@
 #include "headless/plug_in.h"
 #include "support/error_of.h"
 
-/// The plug-in on a simulated network, by default the demo network, with the device's resource files and in
-/// Celsius.
+/// The plug-in in Celsius on a simulated network, by default the demo, with the device's resource files.
 class World : public headless::PlugIn {
  public:
   explicit World(const std::string& network_file = {});
@@ -21,13 +20,11 @@ class World : public headless::PlugIn {
     return strict.formats || strict.regional || strict.missing.contains("SourceOptions");
   }
 
-  /// Calls a member by name, as a director does.
   static platform::Value Get(platform::LateBound& api, std::string_view property);
   static void Put(platform::LateBound& api, std::string_view property, platform::Value value);
   static void Send(platform::LateBound& api, std::int32_t command, std::int32_t type,
                    const std::string& path);
 
-  /// Acts as a director: creates an object, opens the network, sends the configure command.
   std::shared_ptr<plugin::LNSPlugInAPI> Configure(const std::string& path,
                                                   std::int32_t type = session::kAppDeviceType);
 

@@ -11,7 +11,6 @@ using ui::Box;
 using ui::Control;
 using ui::Direction;
 
-/// A window with two pages and a strip of buttons below them.
 struct KeyboardWindow {
   ui::Tabs tabs{"tabs", {"&Heating", "&Hardware", "C&ontact"}};
   ui::Label first_label{"first_label", "&Setpoint"};

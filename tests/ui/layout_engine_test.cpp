@@ -16,7 +16,6 @@ using ui::Control;
 using ui::Extent;
 using ui::Rectangle;
 
-/// A font of 6 by 12 pixels.
 class FakeMetrics : public ui::Metrics {
  public:
   Extent PreferredSize(const Control& control) const override {
@@ -58,8 +57,7 @@ bool Overlap(const Rectangle& one, const Rectangle& other) {
          other.top < one.bottom();
 }
 
-/// Checks that all controls of a box are inside the box and that siblings do not overlap; returns the
-/// controls directly in it.
+/// Checks that siblings in a box do not overlap or leave the box; returns the controls directly in it.
 std::vector<const Control*> ExpectTidy(const Box& box, const Places& places, Rectangle around) {
   if (box.control) {
     const Rectangle own = places.at(box.control);

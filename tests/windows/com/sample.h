@@ -32,7 +32,6 @@ class Sample final : public automation::PublishedTable<Sample> {
   std::vector<std::weak_ptr<platform::EventHandler>> handlers_;
 };
 
-/// A collection of texts, by position from 1 or by the text itself.
 class SampleItems final : public automation::PublishedTable<SampleItems> {
  public:
   static std::span<const automation::MemberRow<SampleItems>> Members();

@@ -37,7 +37,6 @@ class PlugInAdapter : public testing::Test {
   com::ComPtr<ILNSPlugInAPI> adapter_ = MakePlugInAdapter(plug_in_).As<ILNSPlugInAPI>();
 };
 
-/// Every accessor, called through its slot in the type library, reaches the member with its name.
 TEST_F(PlugInAdapter, EveryMethodReachesItsMember) {
   static constexpr std::array kMembers{
       "SendCommand", "Visible", "networkName", "NetworkInterfaceName", "Remote",           "Height",

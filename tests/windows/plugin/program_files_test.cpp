@@ -1,5 +1,3 @@
-// The resources of the shipped files.
-
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -16,7 +14,6 @@
 
 namespace {
 
-/// A program file, opened for its resources.
 class ProgramFile {
  public:
   explicit ProgramFile(const wchar_t* name)

@@ -1,5 +1,3 @@
-// A user without a mouse, from opening the window to its end, with real keys.
-
 #include <windows.h>
 
 #include <commctrl.h>

@@ -46,7 +46,6 @@ class PlugInUser : public testing::Test {
     Knobs().ClearJournal();
   }
 
-  /// Ends the plug-in as a user does: Exit, and Yes.
   void TearDown() override {
     if (IsWindow(window_)) {
       Key(VK_MENU, 'E');
@@ -74,7 +73,6 @@ class PlugInUser : public testing::Test {
     EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
   }
 
-  /// Waits until the plug-in has processed everything sent so far.
   void Settle() const {
     std::this_thread::sleep_for(std::chrono::milliseconds(120));
     DWORD_PTR result = 0;
@@ -135,7 +133,6 @@ class PlugInUser : public testing::Test {
     Settle();
   }
 
-  /// Chooses an item of the open menu by its letter.
   void ChooseFromMenu(WORD letter) {
     const auto open = [] {
       const HWND menu = FindWindowW(L"#32768", nullptr);
@@ -156,7 +153,6 @@ class PlugInUser : public testing::Test {
     return copied;
   }
 
-  /// Waits for the message box with the caption; null if none appears.
   HWND Box(const wchar_t* caption) const {
     HWND box = nullptr;
     // It is ready when it is visible with its texts and buttons.

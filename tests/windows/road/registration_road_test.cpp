@@ -18,7 +18,6 @@ class RegistrationRoad : public PlugInUser {
   void SetUp() override {}
   void TearDown() override { EXPECT_FALSE(FindWindowW(nullptr, kCaption)) << "a window stayed open"; }
 
-  /// Starts a program of the build with exactly this command line after its name.
   static HANDLE Start(const std::wstring& program, const std::wstring& arguments) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -50,8 +49,7 @@ class RegistrationRoad : public PlugInUser {
     ClickWindow(FindWindowExW(window_, nullptr, L"Button", caption));
   }
 
-  /// Registers with director.exe and answers the plug-in's box, which begins with `text` and has these
-  /// buttons.
+  /// Registers with director.exe and answers the box, which begins with `text` and has these buttons.
   void RegisterCommands(const std::wstring& network, const std::string& text, const std::string& buttons,
                         WORD answer, DWORD exit_code) {
     const HANDLE director = Start(L"director.exe", L" register \"" + network + L"\"");

@@ -29,7 +29,6 @@ class Controls : public WindowsUiTest {
     ListView_GetItem(List(), &item);
     return item.iImage;
   }
-  /// The combo box whose first item is this one.
   HWND Combo(const std::wstring& first) const {
     for (const HWND combo : Children(WindowOf(form), L"ComboBox"))
       if (Item(combo, 0) == first) return combo;

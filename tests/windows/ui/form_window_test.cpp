@@ -94,8 +94,7 @@ TEST_F(FormWindow, KeepsTheUserAboveTheMinimumSize) {
   EXPECT_EQ(form.Width(), best);
 }
 
-// The ways in which a form can lose its window during a control's event: the event that closes it, and the
-// message that causes the event.
+// How a form can lose its window in a control's event: that event, and the message that causes it.
 using Event = std::function<void()>* (*)(ScreenForm&);
 const std::tuple<const char*, Event, const wchar_t*, UINT, WPARAM> kClosing[] = {
     {"button", [](ScreenForm& f) { return &f.apply.on_click; }, L"&Apply", BM_CLICK, 0},

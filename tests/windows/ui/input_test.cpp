@@ -1,11 +1,8 @@
-// The keyboard and the mouse, with real input.
-
 #include "ui/keyboard.h"
 #include "windows_under_test.h"
 
 namespace {
 
-/// Presses the button of the dialog, once it is open.
 bool box_was_topmost = false;
 
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
@@ -19,7 +16,6 @@ void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
 bool menu_was_up = false;
 WORD menu_key = VK_ESCAPE;
 
-/// Presses a key in an open menu.
 void CALLBACK AnswerMenu(HWND, UINT, UINT_PTR, DWORD) {
   GUITHREADINFO thread{};
   thread.cbSize = sizeof thread;

@@ -21,7 +21,6 @@ HWND TipsOf(HWND window) {
   return tips;
 }
 
-/// The own measures of some kinds of windows.
 const std::tuple<std::wstring, UINT, WPARAM> kMeasures[] = {{L"ComboBox", CB_GETITEMHEIGHT, 0},
                                                             {L"Edit", EM_GETMARGINS, 0},
                                                             {L"SysListView32", LVM_GETCOLUMNWIDTH, 0},
@@ -60,7 +59,6 @@ std::string LookOf(HWND window) {
   return look.str();
 }
 
-/// Receives the messages sent to the windows of this thread.
 std::function<void(const CWPSTRUCT& sent)> hear;
 LRESULT CALLBACK Hear(int code, WPARAM wparam, LPARAM lparam) {
   hear(*reinterpret_cast<const CWPSTRUCT*>(lparam));
@@ -71,7 +69,6 @@ struct Hearing {
   ~Hearing() { UnhookWindowsHookEx(hook); }
 };
 
-/// A window created at this resolution.
 struct Made {
   explicit Made(int dpi) : desktop({dpi}) {
     form.Load();

@@ -1,5 +1,4 @@
-// No text of the configuration screen is cut at any resolution: measures every caption, label and list item
-// against its control's real size.
+// Measures each text of the configuration screen against its control's real size, at several resolutions.
 
 #include <windows.h>
 
@@ -26,7 +25,6 @@ RECT ClientOnScreen(HWND window) {
   return client;
 }
 
-/// A text of a control and its available width.
 struct Text {
   std::wstring text;
   LONG room;

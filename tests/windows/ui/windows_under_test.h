@@ -13,7 +13,6 @@
 #include "windows/com/wide_text.h"
 #include "windows/ui/desktop.h"
 
-/// The configuration screen in a window, with a strip of buttons below it.
 class ScreenForm : public ui::Form {
  public:
   explicit ScreenForm(ui::Desktop& screen_desktop);
@@ -41,12 +40,10 @@ class ScreenForm : public ui::Form {
   bool OnEscape() override { return on_escape && (on_escape(), true); }
 };
 
-/// A desktop at one resolution, and helpers for its windows.
 class WindowsUiTest : public testing::Test {
  public:
   /// The descendants with this class, in order; all if it is empty.
   static std::vector<HWND> Children(HWND parent, const std::wstring& window_class = L"");
-  /// The window with this text; null if there is none.
   static HWND Child(HWND parent, const std::wstring& text);
 
  protected:
@@ -56,9 +53,7 @@ class WindowsUiTest : public testing::Test {
   bool Until(const std::function<bool()>& condition);
   void Settle() { desktop.Yield(); }
 
-  /// The window of a form, even if hidden; null if there is none.
   HWND WindowOf(const ui::Form& form) const;
-  /// Brings the window to the front for real input.
   bool Activate(ui::Form& form);
   void Press(const std::vector<WORD>& keys, bool first_let_go = false) {
     PressKeys(keys, first_let_go);
