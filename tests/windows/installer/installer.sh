@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
 # The life of an installation. Compares the whole state of the computer after each step.
+#
+#   installer.sh <folder of the programs> in-wine|in-wine32
 set -u
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../../.." && pwd)

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # The object server is a control in the plug-in's own process and requires all that controls can require: a
 # director configures a thermostat, the user changes a value, and the network file contains it.
+#
+#   control.sh <folder of the programs> in-wine|in-wine32
 . "$(dirname "$0")/common.sh"
 
 registry() { local what=$1; shift; "$wine" wine reg "$what" "$@" /reg:32; }

@@ -1,5 +1,10 @@
 #!/usr/bin/env bash
 # Processes that end while they work: the object server, directors.
+#
+#   faults.sh <folder of the programs> in-wine|in-wine32
+#
+# Unlike Windows, Wine keeps the class of a killed server in its table and never releases the references of a
+# killed client, so every case ends its Wine and starts in a new one.
 . "$(dirname "$0")/common.sh"
 . "$root/scripts/common.sh"
 

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # The program's own registration, on the demo file of many networks: afterwards the network file is the same
 # as before, except for the interfaces of the visited systems.
+#
+#   registration.sh <folder of the programs> in-wine|in-wine32 [strict]
 . "$(dirname "$0")/common.sh"
 
 use_network many-networks.json

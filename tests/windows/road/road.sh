@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # A configure command in the real programs: registered, driven by a script and by director.exe, shown on the
 # screen, and nothing left running.
+#
+#   road.sh <folder of the programs> in-wine|in-wine32 [strict]
 . "$(dirname "$0")/common.sh"
 
 use_network network.json
