@@ -45,6 +45,8 @@ enum KeyState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
 
 /// A control without a window: it holds its state and notifies its peer of changes. The form that owns it
 /// sets the handlers; the peer calls them when the user acts.
+///
+/// Owned by its form, used from the user-interface thread.
 class Control : public HasWindow {
  public:
   enum class Kind {
