@@ -1,6 +1,6 @@
-// Compares a configure command and what follows it with a bare client that only makes the same calls of the
-// object server. The object server is the simulation in this process, without latency, so this measures the
-// plug-in's own time.
+// Compares a configure command and the steps after it with a bare client that only makes the same calls of
+// the object server. The object server is the simulation in this process, without latency, so this measures
+// the plug-in's own time.
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-// The time of one log entry when the log already has some, and the memory of the rows.
+// The time of one log entry in a log with many rows, and the memory of the rows.
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -24,7 +24,7 @@ void LogEntry(benchmark::State& state) {
   for (std::int64_t row = 0; row < state.range(0); ++row) add();
   const auto held = static_cast<double>(BytesInUse() - before);
   state.counters["MB"] = held / 1e6;
-  // Adds few rows compared with those that exist.
+  // Adds few rows compared with the existing ones.
   for (auto _ : state) add();
 }
 BENCHMARK(LogEntry)->Arg(10)->Arg(10'000)->Arg(1'000'000)->Iterations(2000);

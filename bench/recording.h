@@ -17,13 +17,13 @@ class Recording {
 
   std::size_t size() const { return calls_.size(); }
 
-  /// A client that only makes the calls. It keeps all objects that it gets.
+  /// A client that only makes the calls. It keeps all objects it gets.
   class Player {
    public:
     Player(const Recording& recording, platform::LateBoundPtr object_server)
         : recording_(recording), objects_{{0, std::move(object_server)}} {}
-    /// Makes the calls from `first` up to, but not including, `last`. Ignores failures, which were recorded
-    /// too.
+    /// Makes the calls from `first` up to, but not including, `last`. Ignores failures, which were also
+    /// recorded.
     void Play(std::size_t first, std::size_t last);
 
    private:

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kWanted = "8000D3550004041D";
 
-/// This computer's files by Windows paths: "\" means "/".
+/// This computer's files under Windows paths: "\" means "/".
 class DiskFiles : public platform::Files {
  public:
   std::optional<Folder> ReadFolder(const std::string& path) const override {
@@ -53,7 +53,7 @@ class DiskFiles : public platform::Files {
   }
 };
 
-/// A tree of interface files like those of device makers, some 6 kB each, 100 per folder. Made once.
+/// A tree of interface files like those of manufacturers, about 6 kB each, 100 per folder. Created once.
 fs::path Tree(std::int64_t files) {
   const fs::path tree = fs::temp_directory_path() / ("qm5r-bench-" + std::to_string(files));
   if (fs::exists(tree / "complete")) return tree;
@@ -73,7 +73,7 @@ fs::path Tree(std::int64_t files) {
   return tree;
 }
 
-/// Empties the system's cache, if the user may, so that the disk is read.
+/// Empties the system's cache if the user may, so that the disk is read.
 bool ForgetCache() {
   sync();
   std::ofstream caches("/proc/sys/vm/drop_caches");

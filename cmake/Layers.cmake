@@ -1,5 +1,5 @@
-# One folder of src/ is one layer and one target. A layer is included as "layer/file.h", through an include directory
-# that holds only this layer. So a layer can include only the layers it names under USES, and those that they use.
+# One folder of src/ is one layer and one target. A layer is included as "layer/file.h", through its own include directory,
+# so it can include only the layers it names under USES, and those that they use.
 
 set(QM5R_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
@@ -21,16 +21,16 @@ if(WIN32)
   target_compile_definitions(qm5r_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
   target_compile_options(qm5r_options INTERFACE -ffunction-sections -fdata-sections)
   target_link_options(qm5r_options INTERFACE -Wl,--gc-sections)
-  # The programs need Windows 7. For older subsystem versions, parts of Windows behave as they did before it.
+  # The programs need Windows 7. For older subsystem versions, Windows simulates some of its older behaviour.
   foreach(part os subsystem)
     target_link_options(qm5r_options INTERFACE -Wl,--major-${part}-version=6,--minor-${part}-version=1)
   endforeach()
-  # The same sources produce the same program, wherever and whenever they are built.
+  # The same sources produce the same program, in any folder and at any time.
   target_compile_options(qm5r_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
   target_link_options(qm5r_options INTERFACE -Wl,--no-insert-timestamp)
 endif()
 
-# The targets of layers that are already declared, which are the lower ones.
+# The targets of layers declared so far, which are the lower ones.
 function(layer_targets result)
   set(targets)
   foreach(path ${ARGN})
@@ -86,7 +86,7 @@ function(program name source)
   target_link_libraries(${name} PRIVATE ${used} ${ARG_LIBRARIES} qm5r_options)
 endfunction()
 
-# A header-only library of the build machine. The rest of its include folder stays hidden.
+# A header-only library of the build machine, without the rest of its include folder.
 function(header_only_library name header)
   find_path(${name}_DIR ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   get_filename_component(folder ${header} DIRECTORY)

@@ -54,8 +54,8 @@ function(file_version target description)
   target_sources(${target} PRIVATE ${QM5R_GENERATED}/${target}_version.rc)
 endfunction()
 
-# For a program that shows the plug-in's windows: their icon, which is also the program's only icon, the clip of the
-# progress window, also for higher resolutions, and the picture in the main window's heading.
+# For a program that shows the plug-in's windows: their icon, which is also the program's only icon, the clip
+# of the progress window, also for higher resolutions, and the picture in the main window's heading.
 function(window_pictures target)
   embed_drawn(${target} "WINDOW ICON" window.ico)
   embed_drawn(${target} "201 AVI" progress.avi)

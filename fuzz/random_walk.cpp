@@ -1,9 +1,9 @@
-// A user, a director and a failing network act at random, checked by a small model of what an observer knows:
-// what the device reported, what was typed, and what is marked.
+// A user, a director and a failing network act at random, checked by a small model of an observer's
+// knowledge: what the device reported, what was typed, and what is marked.
 //
 //   random_walk [first walk] [how many] [steps of each]
 //
-// The same number repeats the same walk. A walk that fails ends the program with its steps.
+// The same number repeats the same walk. A walk that fails ends the program and prints its steps.
 
 #include <cmath>
 #include <iostream>
@@ -43,7 +43,7 @@ struct Chance {
   }
 };
 
-/// A random walk: actions at rest and while the plug-in runs messages, and the model to check them.
+/// A random walk: actions at rest and while the plug-in processes messages, and the model to check them.
 class Walk : Chance, World, User {
  public:
   explicit Walk(unsigned seed) : Chance{std::mt19937(seed)}, User(static_cast<World&>(*this)) {
@@ -62,7 +62,7 @@ class Walk : Chance, World, User {
   }
   ~Walk() { desktop.on_yield = nullptr; }
 
-  /// The steps and then what went wrong; empty if nothing did.
+  /// The steps and the fault; empty if there is none.
   string Go(int steps) {
     for (int step = 1; step <= steps && wrong_.empty(); ++step) {
       story_ += "\n" + std::to_string(step);
@@ -82,7 +82,7 @@ class Walk : Chance, World, User {
   }
   void Wrong(const string& what) { wrong_ += what + "\n"; }
 
-  // What happens.
+  // Actions.
 
   static constexpr int kActs = 30, kActsOfOthers = 7;
   void Act(int what) {
@@ -201,7 +201,7 @@ class Walk : Chance, World, User {
     const bool agrees = Below(3) != 0, yes_no = message.buttons == ui::Buttons::YesNo;
     story_ += "\n   box \"" + message.text.substr(0, message.text.find('\r')) + (agrees ? "\" yes" : "\" no");
     const bool failure = message.icon == ui::Icon::Critical;
-    // A failed switch of units has read some points, in the former units, which are back in force.
+    // A failed switch of units has read some points in the previous units, which are in force again.
     if (failure && step_.switches && !step_.complete) TakeRead(step_.failures == 1);
     step_.explained = step_.explained || failure || says("network tool") || says("must be numerical");
     step_.edited = step_.edited || leaves_;
@@ -213,7 +213,7 @@ class Walk : Chance, World, User {
     desktop.answers = {static_cast<ui::Answer>(2 * yes_no + !agrees)};  // of Ok, Cancel, Yes, No
   }
 
-  // What an observer knows.
+  // The observer's knowledge.
 
   /// 0 for SI, 1 for US, by caption or format; -1 for a format without units.
   int Caption() const { return main.screen.txtTempUnits()[0]->Text() == "\u00BAF"; }
@@ -233,7 +233,7 @@ class Walk : Chance, World, User {
     for (std::size_t i = 0; i < journal.Count(); ++i) Hear(journal.At(i));
     journal.Clear();
     if (!StatusPanel(2).empty()) return;
-    known_ = {};  // another device takes the screen
+    known_ = {};  // another device takes over the screen
     step_ = {};
     refused_ = nullptr;
   }
@@ -246,7 +246,7 @@ class Walk : Chance, World, User {
     if (operation.member != "Value") return;
     const bool on_screen = !device.empty() && StatusPanel(2).starts_with(device);
     if (put && !on_screen) Wrong("not on the screen: " + entry.Text());
-    if (!on_screen) return;  // it began before another device took the screen
+    if (!on_screen) return;  // it began before another device took over the screen
     const int units = UnitsOf(format_[path]);
     const auto values = text::Split(put ? operation.value : result, item == "nciSetPts" ? "," : " ");
     if (put && units == !Caption()) Wrong("in other units: " + entry.Text());

@@ -3,10 +3,10 @@
 
     check_docs.py
 
-Files named by links, pictures and code with a "/" exist in the project's root, in the document's folder, or in src/, there
-also without their extension. Build results (build/...) are not checked. Headings in links exist, and a document shows every
-picture of docs/pictures. Blocks of code are marked sh, json or text. The programs, subcommands, options, presets and targets
-of commands, in blocks and in the text, exist; tests/documents runs the commands that can be run.
+Files in links, pictures and code with a "/" must exist in the project's root, in the document's folder, or in src/, there
+also without extension. Build results (build/...) are not checked. Headings in links must exist, every picture in
+docs/pictures must be shown, and blocks of code must be marked sh, json or text. The programs, subcommands, options, presets
+and targets of commands must exist. tests/documents runs the commands that can be run.
 """
 import json
 import pathlib

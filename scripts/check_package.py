@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Checks installation packages as far as possible without Windows: check_package.py <package>...
 
-If Windows Installer's own validation has the same check, its number is given (ICE03 and so on). docs/installing.md lists
-the intended findings of that validation.
+Findings name the rule of Windows Installer's own validation, if it has the same check (ICE03 and so on).
+docs/installing.md lists the intended findings of that validation.
 """
 import pathlib
 import re
@@ -94,14 +94,14 @@ def check_references(package):
         table, name = column.split(".")
         for row in package.tables.get(table, []):
             if row[name] and row[name] not in package.keys(target):
-                yield f"ICE03: {column} names {row[name]}, which {target} does not have"
+                yield f"ICE03: {column} names {row[name]}, which is not in {target}"
     properties = package.mapping("Property", "Value")
     if properties.get("ARPPRODUCTICON") not in package.keys("Icon"):
-        yield "ICE36: ARPPRODUCTICON names no icon of the package"
+        yield "ICE36: ARPPRODUCTICON names a missing icon"
     for row in package.tables["CustomAction"]:
         source = {1: "Binary", 18: "File"}.get(int(row["Type"]) & KIND)
         if source and row["Source"] not in package.keys(source):
-            yield f"ICE03: the action {row['Action']} names {row['Source']}, which {source} does not have"
+            yield f"ICE03: the action {row['Action']} names {row['Source']}, which is not in {source}"
 
 
 def check_codes(package):
@@ -127,14 +127,14 @@ def check_components(package):
     owners = package.mapping("File", "Component_")
     for component, key in components.items():
         if owners.get(key) != component:
-            yield f"ICE02: the key file of {component} is {key or 'missing'}, which is no file of it"
+            yield f"ICE02: the key file of {component} is {key or 'missing'}, which is not its file"
         if component not in [row["Component_"] for row in package.tables["FeatureComponents"]]:
             yield f"ICE21: {component} belongs to no feature"
     for key in repeated(components.values()):
         yield f"{key} is the key file of two components"
     (media,) = package.tables["Media"]
     if sorted(int(row["Sequence"]) for row in files) != list(range(1, int(media["LastSequence"]) + 1)):
-        yield "ICE04: the files are not numbered as Media says"
+        yield "ICE04: the numbers of the files do not match Media"
     if media["Cabinet"].lstrip("#") not in package.streams:
         yield "the cabinet is missing"
     for row in files:  # ICE60
@@ -151,7 +151,7 @@ def check_names(package):
     for _, name in names:
         short, _, long = name.partition("|")
         if not SHORT_NAME.fullmatch(short) or re.search(r'[\\?|<>:/*"]', long):
-            yield f"ICE03: {name} is no name"
+            yield f"ICE03: {name} is not a valid name"
     for folder, name in repeated((folder, part.lower()) for folder, name in names for part in set(name.split("|"))):
         yield f"ICE30: {name} is in {folder} twice"
 
@@ -162,7 +162,7 @@ def check_sequences(package):
         for row in package.tables[table]:
             known = STANDARD_ACTIONS + package.keys("CustomAction") + ["ExecuteAction", "InstallAdminPackage"]
             if row["Action"] not in known:
-                yield f"ICE03: {table} has {row['Action']}, which is no action"
+                yield f"ICE03: {table} has {row['Action']}, which is not an action"
     rows = sorted(package.tables["InstallExecuteSequence"], key=lambda row: int(row["Sequence"]))
     for number in repeated(row["Sequence"] for row in rows):
         yield f"ICE82: two actions have the number {number}"
@@ -180,7 +180,7 @@ def check_actions(package):
     types = {action: int(kind) for action, kind in package.mapping("CustomAction", "Type").items()}
     for action, condition, how in OWN_SEQUENCE:
         if conditions.get(action) != condition:
-            yield f"{action} has the condition {conditions.get(action)!r} and not {condition!r}"
+            yield f"{action} has the condition {conditions.get(action)!r} instead of {condition!r}"
         if how is not None and types.get(action, KIND) & ~KIND != how:
             yield f"{action} would run at another time or with other rights: {types.get(action)}"
     for action in types.keys() - {action for action, _, _ in OWN_SEQUENCE}:
@@ -222,5 +222,5 @@ def findings(path):
 
 if __name__ == "__main__":
     found = [f"{path}: {finding}" for path in usage.arguments(__doc__, 1, 99) for finding in findings(path)]
-    print("\n".join(found) if found else "The packages are in order.")
+    print("\n".join(found) if found else "The packages have no errors.")
     sys.exit(bool(found))

@@ -72,7 +72,7 @@ make_prefix() {
   rm -rf "$prefix"
   mkdir -p "$prefix"
   "$@" wineboot -i >"$prefix.log" 2>&1 || { cat "$prefix.log"; exit 1; }
-  # Wine does not find its own fonts in Debian's folder: the system's dialog font and the symbols of the caption.
+  # Wine does not find its fonts in Debian's folder: the system's dialog font and the symbols of the caption.
   cp /usr/share/wine/fonts/{marlett,tahoma,tahomabd}.ttf "$prefix/drive_c/windows/Fonts/" 2>/dev/null || true
   "$@" wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d qm5r /f >/dev/null
   "$@" wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v qm5r /d 1280x1024 /f >/dev/null
@@ -80,7 +80,7 @@ make_prefix() {
   touch "$prefix/ready"
 }
 
-# Keeps Wine running: a program started while Wine itself is starting may not run at all.
+# Keeps Wine running, because a program started while Wine is starting may not run at all.
 start_wine() {
   "$@" wineserver -p >/dev/null 2>&1 || true  # it may already run
   "$@" wine cmd /c exit >/dev/null 2>&1
@@ -95,8 +95,8 @@ need_display() {
 }
 end_display() { [ -z "${xvfb_pid:-}" ] || kill "$xvfb_pid" 2>/dev/null || true; }
 
-# Provides a display for a command in Wine: the user's, or one in memory that later commands share and that ends with the
-# last window.   share_display <Wine prefix>
+# Provides a display for a command in Wine: the user's, or one in memory that later commands share. It ends with the last
+# window.   share_display <Wine prefix>
 share_display() {
   [ -z "${DISPLAY:-}" ] && [ -d "$1" ] && command -v Xvfb >/dev/null || return 0
   local lock

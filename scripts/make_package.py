@@ -3,8 +3,8 @@
 
     make_package.py <folder of the programs> <folder of the packages>
 
-Version and architecture are those of the program. They determine the package's codes, so the same version is the same
-product wherever it is built. The same programs of the same commit produce the same package, byte for byte.
+Version and architecture are those of the program. They determine the package's codes, so a version is the same product
+wherever it is built. The same programs of the same commit produce the same package, byte for byte.
 
 If the environment variable QM5R_SIGN contains a command, it signs each program file before packing, and the package at the
 end. The command gets the file's path as its last argument and signs the file in place.
@@ -38,7 +38,7 @@ ARCHITECTURES = {
     0x014C: {"name": "x86", "template": "Intel;1033", "folder": "ProgramFilesFolder", "win64": "no", "tools": "i686"},
     0x8664: {"name": "x64", "template": "x64;1033", "folder": "ProgramFiles64Folder", "win64": "yes", "tools": "x86_64"},
 }
-# Run installed programs and the library of actions as the system, ignoring results: in the rollback or at the end.
+# Actions that run installed programs or the library as the system and ignore results: in the rollback or at the end.
 PROGRAM_TYPE, LIBRARY_TYPE, ROLLBACK, COMMIT = 18, 1, 0x40 | 0x100 | 0x400 | 0x800, 0x40 | 0x200 | 0x400 | 0x800
 ACTION_TYPES = {
     "WaitAfterUndoing": LIBRARY_TYPE | ROLLBACK,
@@ -163,7 +163,7 @@ def make_package(programs, packages):
         write_summary(package, version, architecture["template"], code("package", content))
         findings = check_package.findings(package)
         if findings:
-            sys.exit("\n".join([f"{result.name} is not in order:", *findings]))
+            sys.exit("\n".join([f"{result.name} has errors:", *findings]))
         sign(package)
         packages.mkdir(parents=True, exist_ok=True)
         shutil.copy(package, result)

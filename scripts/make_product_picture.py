@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the product picture of the main window's heading: the thermostat on its wall.
+"""Draws the product picture of the main window's heading: the thermostat on a wall.
 
 Usage: make_product_picture.py OUTPUT.bmp
 

@@ -1,6 +1,6 @@
-// The comparison for the plug-in's start and memory: an automation server with "Version" and "ShowWindow"
-// (width, height), which shows an empty window and holds an object server. "/window <width> <height>" shows
-// the same window without automation.
+// Compared with the plug-in's start and memory: an automation server with "Version" and "ShowWindow" (width,
+// height), which shows an empty window and holds an object server. "/window <width> <height>" shows the same
+// window without automation.
 
 #include <windows.h>
 

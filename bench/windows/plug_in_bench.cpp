@@ -61,7 +61,7 @@ class Script {
     plug_in_.in_between = [this](const LateBoundPtr&) {
       return recording_.Watch(windows::com::CreateObject(kSimulator));
     };
-    // As for the plug-in's process.
+    // As on the plug-in's computer.
     plug_in_.files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.typ", "");
     plug_in_.files.Write("C:\\LonWorks\\Types\\User\\Korvell\\QM5R.fmt", "");
     plug_in_.registry.SetMachineSetting("SOFTWARE\\LonWorks", "LonWorks Path", "C:\\LonWorks");
@@ -194,7 +194,7 @@ struct FirstAnswer {
   double time = 0, processor_time = 0;  // milliseconds
 };
 
-/// Of a running server, as Wine takes a second or two to find one that is just starting.
+/// The first answer of a running server, as Wine takes a second or two to find one that is just starting.
 FirstAnswer AskFirst(const char* prog_id, const wchar_t* program) {
   const bench::StartedProgram server(program, L"-Embedding");
   Sleep(1500);  // until it offers its class

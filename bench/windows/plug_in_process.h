@@ -15,7 +15,7 @@ struct Holdings {
 };
 Holdings HoldingsOf(DWORD process);
 
-/// A program next to this one, started without waiting for it.
+/// A program beside this one, started without waiting for it.
 class StartedProgram {
  public:
   StartedProgram(const std::wstring& program, const std::wstring& arguments);

@@ -9,7 +9,7 @@
 /// kTypeMismatch if the value cannot be converted, and with kOverflow if the number does not fit.
 namespace automation {
 
-/// Gives numbers as their shortest decimal text, Booleans as "True" and "False", the empty value as "".
+/// Numbers become their shortest decimal text, Booleans "True" and "False", the empty value "".
 std::string ToText(const platform::Value& value);
 
 /// Booleans are -1 and 0; fractions round half to even; texts must be numeric.

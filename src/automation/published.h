@@ -13,14 +13,14 @@
 
 namespace automation {
 
-/// An object that this process offers to others, who can look up its members by name.
+/// An object that this process offers to clients, which look up its members by name.
 class Published : public platform::LateBound {
  public:
-  /// The number of a member. Letter case does not matter, as in every script language.
+  /// The number of a member. Letter case does not matter, as in script languages.
   virtual std::optional<std::int32_t> MemberNumber(std::string_view name) const = 0;
 };
 
-/// One member of a published class; PublishedTable makes it. A null accessor does not exist.
+/// One member of a published class, made by PublishedTable. A null accessor does not exist.
 template <class T>
 struct MemberRow {
   std::int32_t number;
@@ -28,7 +28,7 @@ struct MemberRow {
   platform::Value (*get)(T& self, platform::Arguments indices) = nullptr;
   void (*put)(T& self, const platform::Value& value) = nullptr;
   platform::Value (*method)(T& self, platform::Arguments arguments) = nullptr;
-  /// How many indices (of a get) or arguments (of a method) the member takes.
+  /// The number of indices (of a get) or arguments (of a method).
   std::size_t least = 0;
   std::size_t most = 0;
   /// The release of the class that added the member, 320 for 3.20; 0 if every release has it.
@@ -50,7 +50,7 @@ struct MemberRow {
 
 /// A published object whose members are one table: `static std::span<const MemberRow<T>> Members()` of T.
 ///
-/// A property that takes no index but gets one passes it to the default member of the object it returns, so
+/// A property without indices that gets one passes it to the default member of the object it returns, so
 /// `server.Networks("name")` works in one call.
 template <class T>
 class PublishedTable : public Published {
@@ -58,7 +58,7 @@ class PublishedTable : public Published {
   using Row = MemberRow<T>;
   using Put = void (*)(T& self, const platform::Value& value);
 
-  /// A function of T for the rows: a member, or a free one that takes a T.
+  /// A function of T for the rows: a member, or a free function that takes a T.
   template <auto kWork>
   struct Invoking {
     template <class... Given>
@@ -99,7 +99,7 @@ class PublishedTable : public Published {
     return Invoke(Find(member), member, kind, arguments);
   }
 
-  /// Whether the member exists now, and whether it can be set. T may hide these.
+  /// The member exists now; it can be set. T may hide these functions.
   bool Offers(const Row&) const { return true; }
   bool OffersPut(const Row& row) const { return row.put != nullptr; }
 

@@ -107,7 +107,7 @@ void AddFaultCommands(CLI::App& app, Options& options) {
                   "Variable, or network, template, LonMark object, interface or command; any if not given");
   add->add_option("--operation", options.fault.operation, "read, write or a member's name; any if not given");
   CLI::Option* occurrence = add->add_option("--occurrence", options.fault.occurrence,
-                                            "Which matching operation, counted from now; 0 for all")
+                                            "Which matching operation fails, counted from now; 0 for all")
                                 ->check(CLI::Range(0, std::numeric_limits<std::int32_t>::max()))
                                 ->capture_default_str();
   add->add_option("--code", options.fault.code,
@@ -155,7 +155,7 @@ void AddSimulatorCommands(CLI::App& app, Options& options) {
   });
 }
 
-/// Names the command that was given, not only the program.
+/// Names the given command, not only the program.
 std::string FailureText(const CLI::App* app, const CLI::Error& error) {
   std::string name = app->get_name(), reason = error.what();
   for (; !app->get_subcommands().empty(); name += ' ' + app->get_name()) app = app->get_subcommands().front();

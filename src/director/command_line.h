@@ -33,31 +33,31 @@ enum class Command {
   Stop
 };
 
-/// What the director's command line asks for.
+/// The options of the director's command line.
 struct Options {
   director::Command command = Command::Networks;
   std::string network;
   std::string path;
   /// A network's name or a device's path.
   std::string place;
-  /// The interface to set, empty for none; nothing to show the present one.
+  /// The interface to set, empty for none; without a value the current one is shown.
   std::optional<std::string> interface_name;
   ConfigureRequest configure;
   /// The ProgID of the plug-in to start.
   std::string plug_in = "QM5RFcPirConfigure.LNSPlugInAPI";
   /// Stay until the user closes the plug-in's window.
   bool wait = false;
-  /// The answer to the plug-in's questions; nothing to leave them to the user.
+  /// The answer to the plug-in's questions; without a value the user answers.
   std::optional<bool> answer;
   SimulatorKnobs::Fault fault;
   std::string device;
   std::string latency_kind = "any";
-  /// Nothing to show the present one.
+  /// Without a value the current one is shown.
   std::optional<int> latency_milliseconds;
   bool clear = false;
 };
 
-/// The result of reading a command line: options, or a text for the user and the exit code.
+/// The parsed command line: options, or a text for the user and the exit code.
 struct ParsedCommandLine {
   bool run = false;
   Options options;
@@ -69,7 +69,7 @@ struct ParsedCommandLine {
 ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std::string& version = {});
 
 /// "director: object server error 18200 (LNS Simulator): ..." with the platform's code, a plug-in's plain
-/// number or the system's hexadecimal one.
+/// number or the system's hexadecimal number.
 std::string ErrorText(const platform::Error& error);
 
 }  // namespace director

@@ -100,7 +100,7 @@ void PrintNetworkTemplates(const OpenedNetwork& opened, std::ostream& out) {
         << '\n';
 }
 
-/// Runs the step with the network's service device, without opening the system.
+/// Runs the step with the network service device; does not open the system.
 template <class Step>
 void WithServiceDevice(const lns::ObjectServer& server, const std::string& network_name, const Step& step) {
   const OpenedNetwork opened(server, network_name, OpenedNetwork::Depth::Network);

@@ -34,7 +34,7 @@ class OpenedNetwork {
 /// The address of the network's system.
 std::string SystemPath(const OpenedNetwork& opened);
 
-/// Opens one network or, for an empty name, each in turn. If one of several does not open, the list says why.
+/// Opens one network or, for an empty name, each in turn. If one of several does not open, prints the reason.
 void ForEachNetwork(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out,
                     const std::function<void(const OpenedNetwork&)>& print);
 
@@ -47,8 +47,8 @@ void PrintNetworks(const lns::ObjectServer& server, std::ostream& out);
 /// Prints each device's path, state code and template: of one network or, for an empty name, of all.
 void PrintDevices(const lns::ObjectServer& server, const std::string& network_name, std::ostream& out);
 
-/// Prints every variable of the device, formatted and as raw bytes, or why it cannot be read. Throws 20005 if
-/// the path names no device.
+/// Prints every variable of the device, formatted and as raw bytes, or the reason if it cannot be read.
+/// Throws 20005 if the path names no device.
 void PrintDevice(const lns::ObjectServer& server, const std::string& path, std::ostream& out);
 
 /// Download sends the network database's configuration to the device, upload the device's to the database.
@@ -80,7 +80,7 @@ struct Registration {
 Registration RegistrationOf(const lns::ObjectServer& server, const std::string& network_name,
                             const std::string& plug_in);
 
-/// The network interface of a network's system; empty for engineered mode. It can be set only while nobody
+/// The network interface of a network's system; empty for engineered mode. It can be set only while no client
 /// has the system open.
 std::string InterfaceOf(const lns::ObjectServer& server, const std::string& network_name);
 void SetInterface(const lns::ObjectServer& server, const std::string& network_name,

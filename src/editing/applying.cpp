@@ -1,4 +1,4 @@
-// The passes of a device that bring edits to it, or throw them away.
+// The passes of a device that write or discard edits.
 
 #include "editing/open_device.h"
 #include "platform/error.h"
@@ -72,10 +72,10 @@ bool OpenDevice::PropagateChanges() {
   return true;
 }
 
-/// An attempted write is logged and reported even if the device has gone meanwhile.
+/// Logs and reports an attempted write even if the device is no longer the current one.
 bool OpenDevice::WritePoint(model::CNvCpTable& point) {
   const bool written = WriteAndReport(point);
-  // The device that has taken the screen may be the same one, read before this came to it.
+  // The device now on the screen may be the same one, read before this write.
   if (standing_ == Standing::Superseded)
     context_.read_again();
   else if (written)
@@ -94,7 +94,7 @@ bool OpenDevice::WriteAndReport(model::CNvCpTable& point) {
   return true;
 }
 
-/// A field edited again while its point was written keeps its mark.
+/// A field that was edited again during the write of its point keeps its mark.
 void OpenDevice::UnmarkWritten(const model::CNvCpTable& point) {
   for (const CNvCtrlTable& binding : bindings_) {
     if (binding.NvCpTable != &point || !HoldsEdit(binding)) continue;
@@ -117,10 +117,10 @@ void OpenDevice::PutBack(const ui::Control& field) {
 void OpenDevice::PutBack(const CNvCtrlTable& binding) {
   binding.DropChange();
   if (!HoldsEdit(binding)) return;
-  // A field of a point that was never read has no value to go back to but none.
+  // A field of a point that was never read becomes empty.
   binding.TheControl->SetText(platform::ValueOr(std::string(), [&] { return binding.Value(); }));
   context_.pending.Unmark(*binding.TheControl);
-  // If the field has the focus, an entry that is refused later goes back to this.
+  // If the field has the focus, a later refused entry returns to this text.
   context_.pending.Keep(*binding.TheControl);
 }
 

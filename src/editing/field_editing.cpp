@@ -9,14 +9,14 @@
 namespace editing {
 namespace {
 
-// Whole numbers only. Field 18 is one of them and its neighbour 19 is not, deliberately.
+// Accept whole numbers only. Field 18 does and its neighbour 19 does not, deliberately.
 constexpr std::array kWholeNumberFields = {7, 8, 9, 17, 18};
 
 constexpr int kPageUp = 33;
 constexpr int kPageDown = 34;
 
 constexpr const char* kDeadBandSentence = "The deadband limitation was not respected.";
-// Shown for the cooling minimum as well; there is no other sentence. Deliberate.
+// Deliberately also shown for the cooling minimum.
 constexpr const char* kLimitSentence = "Heating maximum limit was not respected.";
 
 double StepFor(int state) {
@@ -74,8 +74,8 @@ bool FieldEditing::KeyDown(ui::TextField& field, int key, int state) {
   return true;
 }
 
-/// A refused character marks the field all the same: the mark, not the text, decides what is applied.
-/// Deliberate.
+/// Deliberately marks the field even for a refused character: the mark, not the text, decides what is
+/// applied.
 bool FieldEditing::KeyPress(int index, ui::TextField& field, char32_t character) {
   constexpr char32_t kBackspace = 8;
   if (field.Locked()) return false;
@@ -86,7 +86,7 @@ bool FieldEditing::KeyPress(int index, ui::TextField& field, char32_t character)
   return accepted;
 }
 
-/// A text that was not changed is not refused, whatever it is.
+/// Never refuses an unchanged text.
 void FieldEditing::Validate(ui::TextField& field) {
   if (field.Locked() || field.Text() == field.Tag() || text::IsNumeric(field.Text())) return;
   device_->WhileItStands([this, &field, device = device_] {

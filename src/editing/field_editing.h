@@ -7,14 +7,14 @@
 
 namespace editing {
 
-/// What happens while the user edits the numeric fields txtNvi(i): which keys are accepted, how an edit is
-/// marked, how an entry that is no number is refused, and the rules between setpoints, dead band and limits,
-/// which repair the other field when a field is left. And in the choice lists cbNvi(i): opening one or
-/// pressing a key in it marks it, Enter applies all pending edits. A marked field can be put back from its
-/// menu, but not during an operation. Handlers of a locked field do nothing.
+/// Reacts to the user's edits. In the numeric fields txtNvi(i): filters keys, marks edits, refuses entries
+/// that are not numbers and, when a field is left, applies the rules between setpoints, dead band and limits,
+/// which adjust the other field. In the choice lists cbNvi(i): opening a list or pressing a key in it marks
+/// it, and Enter applies all pending edits. The menu of a marked field resets it, but not during an
+/// operation. Handlers of a locked field do nothing.
 class FieldEditing {
  public:
-  /// `device` is the window's one, which changes with each command.
+  /// `device` refers to the window's pointer, which changes with each command.
   FieldEditing(model::ConfigurationScreen& screen, PendingEdits& pending,
                const std::shared_ptr<OpenDevice>& device, std::function<void()> apply,
                std::function<bool()> is_busy);

@@ -57,7 +57,7 @@ void OpenDevice::FinishPass() {
   context_.show_device();
 }
 
-/// Points tell which of them failed, and doing what, in front of the platform's own words; nobody else does.
+/// Errors of points begin with a line that names the point and the action; other errors do not.
 OpenDevice::Failure OpenDevice::FailureOf(const std::string& action, const platform::Error& error) {
   const std::string text =
       error.description().empty() ? "Error " + std::to_string(error.number()) : error.description();

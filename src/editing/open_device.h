@@ -18,8 +18,7 @@
 
 namespace editing {
 
-/// What the main window lends to the device that it shows. The window owns all of it; it outlives the
-/// devices.
+/// What the main window lends to the device it shows. The window owns all of it and outlives the devices.
 struct Context {
   ui::Desktop& desktop;
   activity::fLog& log;
@@ -27,41 +26,40 @@ struct Context {
   const std::string& plug_in_name;
   model::ConfigurationScreen& screen;
   PendingEdits& pending;
-  /// That of the object server in use.
+  /// The dialect of the object server in use.
   const std::shared_ptr<lns::Dialect>& dialect;
   /// The units in force: 0 SI (Celsius), 1 US (Fahrenheit).
   std::int16_t& DisplayUnits;
   ui::Button& refresh_button;
-  /// The window's part of what is shown of the units in force, and of the device.
+  /// Updates what the window shows of the units in force, and of the device.
   std::function<void()> show_units;
   std::function<void()> show_device;
   std::function<bool()> is_visible;
-  /// Sets the screen up for the model number of a device that has been read.
+  /// Prepares the screen for the model number of a device that was read.
   std::function<void(int)> set_up_screen;
   std::function<bool()> object_server_is_lost;
   /// Reads the device on the screen again if it has been read.
   std::function<void()> read_again;
 
-  /// Devices are numbered, so that the log knows whose its last row is.
+  /// Counts the devices. Their numbers show which device the log's last row is about.
   int devices = 0;
 };
 
-/// What the status bar says of a device, and whether it counts as online.
+/// The status bar's text for a device, and whether the device counts as online.
 struct DeviceState {
   std::string text;
   bool online = false;
 };
 
-/// The device of one configure command: what it is on the network, its points and bindings, and the passes
+/// The device of one configure command: its objects on the network, its points and bindings, and the passes
 /// that read, show, write and cancel them.
 ///
-/// The message loop runs within every call that leaves the process, and with it other commands, the user and
-/// the end of the network. After each such call the device checks whether it is still the current one
-/// (Outside). If not, the pass ends there; what it has done to the device by then has been logged and
-/// reported.
+/// The message loop runs within every call that leaves the process, so other commands, the user or the end of
+/// the network can interrupt it. After each such call the device checks whether it is still the current one
+/// (Outside). If not, the pass ends; its changes to the device have been logged and reported.
 class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
  public:
-  /// The device, or the LonMark object whose device it is; without either there is no device.
+  /// Without a device and without a LonMark object there is no device.
   OpenDevice(Context& context, std::string path, lns::AppDevice device, lns::LonMarkObject object)
       : context_(context),
         number_(++context.devices),
@@ -71,13 +69,13 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
 
   /// Empties the screen for this device, which has not been read yet.
   void TakeScreen();
-  /// Another device takes the screen.
+  /// Another device takes over the screen.
   void Supersede() { standing_ = Standing::Superseded; }
-  /// Its network goes. What is typed stays on the screen, and nothing can be done to the device any more.
+  /// The network closes. Texts stay on the screen; the device can no longer be read or written.
   void Close();
   /// There is no device.
   bool IsNone() const { return standing_ == Standing::Current && !device_ && !object_; }
-  /// Tells the user that there is no device, or that it was closed. False if there is one.
+  /// Informs the user if there is no device or if it was closed. False otherwise.
   bool SaysItIsGone() const;
 
   const lns::AppDevice& device() const { return device_; }
@@ -85,30 +83,30 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   const lns::Interface& interface() const { return interface_; }
   const model::BindingList& bindings() const { return bindings_; }
   const DeviceState& state() const { return state_; }
-  /// What is being read or written and how much is left; empty while nothing is.
+  /// The value being read or written, and how many are left; empty if none.
   const std::string& doing() const { return doing_; }
-  /// Empty until its variables have been found.
+  /// Empty until the variables of the device have been found.
   std::string path() const { return points_.empty() ? "" : path_; }
-  /// Every point holds what was read in the units in force; nothing may be applied before.
+  /// Every point was read in the units in force. Nothing may be applied before.
   bool IsComplete() const { return points_.IsReadIn(context_.DisplayUnits); }
 
-  /// Runs a step that asks the user or the network, and ends it if the device is no longer the current one.
+  /// Runs a step that asks the user or the network; it ends if the device is no longer the current one.
   template <class Step>
   void WhileItStands(Step&& step) {
     const std::shared_ptr<OpenDevice> keep = shared_from_this();
     try {
       step();
     } catch (const Ended&) {
-      // What came in has put everything in order.
+      // The event that ended the step has put everything in order.
     }
   }
-  /// Runs a pass: a step with its progress, and the one place that logs and reports its failure, except that
-  /// of a write, which WriteAndReport does. `action` names a failure that has no name of its own.
+  /// Runs a step with its progress, and logs and reports its failure. Reads log their own failures, writes
+  /// also report them. `action` names a failure that does not name its own action.
   void Pass(const std::string& action, const std::function<void()>& step);
 
-  // The following are called within a step or a pass.
+  // Called only within a step or a pass:
 
-  /// Makes a call that leaves the process. The step ends here if the device is no longer the current one.
+  /// Makes a call that leaves the process. Ends the step if the device is no longer the current one.
   template <class Call>
   auto Outside(Call&& call) {
     try {
@@ -130,42 +128,41 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   }
   void SayNotNumerical() { Ask({"Value must be numerical", "Invalid value", ui::Icon::Exclamation}); }
 
-  /// The device that owns the LonMark object. A failure reaches the pass.
+  /// Finds the device that owns the LonMark object.
   void FindOwner();
-  /// Builds points and bindings, finds out the state, and reads and shows everything for the first time.
+  /// Builds points and bindings, determines the state, and reads and shows everything for the first time.
   void Load();
-  /// Reads everything again and shows it, but in no field that holds an edit. One that fails or is stopped
-  /// changes nothing.
+  /// Reads everything again and shows it, except in marked fields. A failed or stopped refresh changes
+  /// nothing.
   void Refresh();
-  /// Runs a reading that the user may stop.
+  /// Runs a read that the user may stop.
   void Stoppable(const std::function<void()>& reading);
-  /// Ends a running refresh at its next step. False if none runs.
+  /// Stops a running refresh at its next step. False if none runs.
   bool StopRefresh();
-  /// Reads and shows everything in other units; asks first if edits are pending. If reading fails, the former
-  /// units come back, and nothing can be applied until all points have been read in them again.
+  /// Reads and shows everything in other units; asks first if edits are pending. If a read fails, restores
+  /// the previous units; nothing can be applied until all points have been read in them again.
   void SwitchUnits(std::int16_t units);
-  /// Sends the pending edits to the device: collects the marked fields into their points, clamping numbers to
-  /// the limits of the units in force, writes the points that changed, and unmarks what was written.
+  /// Collects the marked fields into their points, clamps numbers to the limits of the units in force, writes
+  /// the changed points, and unmarks the written fields.
   ///
-  /// An entry out of range is never refused: it is set to the limit and the user is informed. A text that is
-  /// no number is left out. A write that fails ends the pass; its fields and those of later points stay
-  /// marked, and applying again writes them. So does a field that was edited while the others were being
-  /// written.
+  /// An entry out of range is not refused: it is set to the limit, and a message says so. A text that is not
+  /// a number is skipped. A failed write ends the pass; its fields and those of later points stay marked, and
+  /// applying again writes them. A field edited during the writes also stays marked.
   void Apply();
-  /// Writes every changed point, in list order, and logs each. False when a write failed, which ends it and
-  /// has been logged and shown.
+  /// Writes the changed points in list order and logs each write. A failed write ends it, is logged and
+  /// shown, and returns false.
   bool PropagateChanges();
-  /// Throws the unapplied edits away: what the device is known to hold goes back into the points and the
-  /// marked fields. Nothing is read from the device.
+  /// Discards pending edits: the points and the marked fields return to the values last known from the
+  /// device. Reads nothing.
   void Cancel();
-  /// The same for one field.
+  /// Cancels the edit of one field.
   void PutBack(const ui::Control& field);
-  /// "changed, was 21": what a marked field would show of the value that the device is known to hold.
-  /// Without the value if that is not known in the units in force; empty for an unmarked field.
+  /// "changed, was 21": the value last known from the device, as the field shows it. Only "changed" if that
+  /// is not known in the units in force; empty for an unmarked field.
   std::string ChangeOf(const ui::Control& field) const;
 
-  /// Log an operation, or a message as activity::fLog takes it; the rows of a device follow a row
-  /// that names it.
+  /// Logs an operation, or a failure in the form that activity::fLog takes. A row that names the device
+  /// precedes its rows.
   void LogCommand(const std::string& action, const std::string& results);
   void LogError(const std::string& message);
 
@@ -173,7 +170,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   enum class Standing { Current, Superseded, Closed };
   struct Ended {};
   struct Stopped {};
-  /// A step that failed: for the log as action and result, for the user as a text.
+  /// A failed step: action and result for the log, a text for the user.
   struct Failure {
     std::string action;
     std::string result;
@@ -221,7 +218,7 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   enum class Stop { NotOffered, Offered, Wanted } stop_ = Stop::NotOffered;
   std::string doing_;
   bool screen_is_set_up_ = false;
-  /// The marked fields with their texts, as the running apply has collected them.
+  /// The marked fields and the texts that the running apply has collected from them.
   std::vector<std::pair<ui::Control*, std::string>> collected_;
 };
 

@@ -8,8 +8,8 @@
 
 namespace editing {
 
-/// The window's changes-pending flag and the two buttons that go with it. The pending edits are in the
-/// fields themselves: a field whose text is pure red holds an edit that has not been applied.
+/// The window's flag for pending edits, and its Apply and Cancel buttons. The fields themselves hold the
+/// edits: pure red text is an edit that has not been applied.
 class PendingEdits {
  public:
   PendingEdits(const model::ConfigurationScreen& screen, ui::Button& apply, ui::Button& cancel)
@@ -17,17 +17,17 @@ class PendingEdits {
     Lower();
   }
 
-  /// Called whenever a mark may have come or gone.
+  /// Called after marks may have changed.
   std::function<void()> on_change;
 
   static bool IsMarked(const ui::Control& field) { return field.ForeColor() == ui::Color::ModifiedMark; }
-  /// How many fields hold an edit.
+  /// The number of marked fields.
   std::ptrdiff_t Count() const {
     return std::ranges::count_if(screen_.EditableFields(),
                                  [](const ui::Field* each) { return IsMarked(*each); });
   }
 
-  /// The pages that hold them.
+  /// The pages with marked fields.
   std::set<std::size_t> Pages() const {
     std::set<std::size_t> pages;
     for (const model::FramePlace& frame : model::Frames())
@@ -36,7 +36,6 @@ class PendingEdits {
     return pages;
   }
 
-  /// Marks the field as edited.
   void Mark(ui::Control& field) {
     field.SetForeColor(ui::Color::ModifiedMark);
     Set(true);
@@ -46,7 +45,7 @@ class PendingEdits {
     Changed();
   }
 
-  /// Keeps the field's text, with the mark that belongs to it, for an entry that is refused later.
+  /// Keeps the field's text and mark, to restore them if a later entry is refused.
   void Keep(ui::Control& field) {
     field.SetTag(field.Text());
     if (IsMarked(field))
@@ -54,12 +53,12 @@ class PendingEdits {
     else
       kept_with_mark_.erase(&field);
   }
-  /// Keeps what the device was found to hold, unless an edit is kept. The field may hold another one by now.
+  /// Keeps the device's value, unless an edit is kept. The field may already hold another edit.
   void KeepRead(ui::Control& field, const std::string& text) {
     if (!IsMarked(field)) kept_with_mark_.erase(&field);
     if (!kept_with_mark_.contains(&field)) field.SetTag(text);
   }
-  /// Puts back what was kept.
+  /// Restores the kept text and mark.
   void PutBack(ui::Control& field) {
     field.SetText(field.Tag());
     if (!kept_with_mark_.contains(&field)) Unmark(field);
@@ -67,7 +66,7 @@ class PendingEdits {
 
   bool Raised() const { return raised_; }
   void Lower() { Set(false); }
-  /// Forgets everything: the fields show another device.
+  /// Forgets everything, for another device.
   void Drop() {
     kept_with_mark_.clear();
     Lower();

@@ -11,7 +11,7 @@ namespace {
 constexpr const char* kPreparing = "Preparing the device";
 constexpr const char* kUnknown = "?";
 
-/// The program's reading of the attachment value; networks report 0 for an attached device.
+/// The attachment value that means "not on the network"; networks report 0 for an attached device.
 constexpr std::int32_t kOffnet = 1;
 constexpr std::int32_t kOnline = 4;
 constexpr std::pair<std::int32_t, const char*> kStates[] = {{2, "Unconfigured"},      {3, "App'less"},
@@ -47,10 +47,10 @@ void OpenDevice::Load() {
   ShowValues();
 }
 
-/// A test or a state that fails leaves "?"; errors of the first two questions reach the pass.
+/// If the test or the state fails, leaves "?". Failures of the first two calls throw.
 void OpenDevice::FindState() {
   DeviceState found{kUnknown};
-  std::optional<std::int32_t> attachment;  // object servers of older releases do not know it
+  std::optional<std::int32_t> attachment;  // members of newer object servers only
   lns::SkipIfUnknown([&] { attachment = Outside([this] { return device_.AttachmentStatus(); }); });
   if (attachment == kOffnet) {
     found.text = "Offnet";
@@ -82,7 +82,7 @@ void OpenDevice::ReadDevice() {
 void OpenDevice::ReadAllPoints() {
   const ui::BusyPointer busy(context_.desktop);
   const auto log_findings = [this] {
-    // An object server that needs nothing special leaves no row.
+    // No row for an object server without differences.
     if (const std::string findings = context_.dialect->TakeFindings(); !findings.empty())
       LogCommand("Object server", findings);
   };
@@ -101,7 +101,7 @@ void OpenDevice::ReadPoint(model::CNvCpTable& point, std::size_t left) {
     point.GetNetworkValue(context_.DisplayUnits, [this] { return standing_ == Standing::Current; });
   } catch (const platform::Error& error) {
     Failure failure = FailureOf("Error reading " + point.Name, error);
-    // At once: what follows may end the pass without a word.
+    // Logged at once, as the next check may end the pass silently.
     LogFailure(failure);
     EndUnlessItStands();
     failure.is_logged = true;
@@ -118,7 +118,7 @@ void OpenDevice::ShowValues() {
   if (const auto failure = ShowAllValues()) throw *failure;
 }
 
-/// A value that cannot be shown keeps no other from its field; the first such failure is the result.
+/// A value that cannot be shown does not stop the others. Returns the first such failure.
 std::optional<OpenDevice::Failure> OpenDevice::ShowAllValues() {
   std::optional<Failure> failure;
   for (const model::CNvCtrlTable& binding : bindings_) {
@@ -127,7 +127,7 @@ std::optional<OpenDevice::Failure> OpenDevice::ShowAllValues() {
     try {
       const std::string value = binding.Value();
       if (!PendingEdits::IsMarked(*control)) control->SetText(value);
-      // The field may have the focus already.
+      // The field may already have the focus.
       context_.pending.KeepRead(*control, value);
     } catch (const platform::Error& error) {
       if (!failure) failure = FailureOf("Showing the values", error);
@@ -140,7 +140,7 @@ void OpenDevice::Refresh() {
   auto held = points_.Held();
   try {
     ReadDevice();
-  } catch (...) {  // also if the user stops it or the network goes meanwhile
+  } catch (...) {  // also if the user stops it or the network closes
     points_.PutBack(std::move(held));
     throw;
   }
@@ -152,7 +152,7 @@ void OpenDevice::Stoppable(const std::function<void()>& reading) {
   try {
     reading();
   } catch (const Stopped&) {
-    LogCommand("Refreshing", "Stopped by the user. The values shown are the former ones.");
+    LogCommand("Refreshing", "Stopped by the user. The screen shows the previous values.");
   }
 }
 
@@ -181,7 +181,7 @@ void OpenDevice::SwitchUnits(std::int16_t units) {
   ShowValues();
 }
 
-/// No number is shown or typed beside the caption of other units.
+/// No number may appear beside the caption of other units, or be typed there.
 void OpenDevice::BlankTemperatures(bool others_editable) {
   LetEdit(false, others_editable);
   for (ui::TextField* const field : context_.screen.TemperatureFields()) {
@@ -191,7 +191,7 @@ void OpenDevice::BlankTemperatures(bool others_editable) {
   }
 }
 
-/// No text may be shown, clamped or written in other units than it was read in.
+/// No text may be shown, clamped or written in other units than those in which it was read.
 void OpenDevice::GoBackTo(std::int16_t units, bool read_them) {
   context_.DisplayUnits = units;
   context_.show_units();
@@ -200,7 +200,7 @@ void OpenDevice::GoBackTo(std::int16_t units, bool read_them) {
     for (std::size_t i = 0; i < points_.size(); ++i)
       if (!points_[i].IsReadIn(units)) ReadPoint(points_[i], points_.size() - 1 - i);
   } catch (const Failure&) {
-    // The log has it; the user is shown the failure that led here.
+    // It is in the log; the user sees the first failure.
   }
   ShowAllValues();
 }

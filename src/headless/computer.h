@@ -26,12 +26,12 @@ class MemoryRegistry : public platform::Registry {
   };
   std::map<std::string, Key> machine;  // by full path; a key exists with all its parents
   std::map<std::string, Key> user;
-  /// The user is no administrator: the machine's keys are read-only.
+  /// Without administrator rights the machine's keys are read-only.
   bool standard_user = false;
-  /// Asked before each operation; true makes it fail.
+  /// Called before each operation; true makes it fail.
   std::function<bool()> fails;
   bool Fails() const { return fails && fails(); }
-  /// A key that refuses to be deleted.
+  /// A key that cannot be deleted.
   std::string undeletable;
 
   std::unique_ptr<platform::RegistryKey> Open(Hive hive, const std::string& path, Access access) override;
@@ -60,23 +60,23 @@ class BuiltInProgram : public platform::Program {
   Version version_;
 };
 
-/// A file system in memory with Windows paths; the letter case of ASCII letters does not matter. A folder
-/// lists its entries in the order of their creation.
+/// A file system in memory with Windows paths. The case of ASCII letters does not matter. A folder lists its
+/// entries in the order of their creation.
 class MemoryFiles : public platform::Files {
  public:
   void MakeFolder(const std::string& path);
   /// Gives a folder a second path.
   void Link(const std::string& path, const std::string& folder);
-  /// Nobody may read or write the file or list the folder from now on; paths through it still work.
+  /// From now on the file cannot be read or written, or the folder listed; paths through it still work.
   void Lock(const std::string& path);
 
   std::optional<Folder> ReadFolder(const std::string& path) const override;
   std::string ReadStart(const std::string& path, std::size_t bytes) const override;
   bool FileExists(const std::string& path) const override;
-  /// Makes the folders above the file as well.
+  /// Also creates the folders above the file.
   void Write(const std::string& path, std::string_view content) override;
 
-  /// Asked before each read; true makes it find nothing.
+  /// Called before each read; true makes it find nothing.
   std::function<bool()> fails;
 
  private:
@@ -93,12 +93,12 @@ class MemoryFiles : public platform::Files {
   Node& Make(std::string_view path);
   static void Enter(Node& folder, std::string_view name, Node& entry);
 
-  // Links make the tree a graph, so no node owns another. The first one holds the drives.
+  // Links make the tree a graph, so no node owns another. The first node contains the drives.
   std::deque<Node> nodes_ = std::deque<Node>(1);
 };
 
-/// A computer whose other programs follow a script: starts are recorded, and the hooks play the started
-/// program, which opens and closes windows and ends.
+/// Scripted other programs: starts are recorded, and the hooks act for the started program, which opens and
+/// closes windows and ends.
 class ScriptedShell : public platform::Shell {
  public:
   struct Launch {
@@ -108,12 +108,12 @@ class ScriptedShell : public platform::Shell {
   };
   std::vector<Launch> launches;  // including refused ones
   std::vector<Launch> elevated;
-  /// The user refuses an administrator's rights.
+  /// The user refuses administrator rights.
   bool declines = false;
   bool refuses = false;
-  /// Asked before each start; true refuses it.
+  /// Called before each start; true refuses it.
   std::function<bool()> fails;
-  /// The started programs still run.
+  /// The started programs are still running.
   bool running = false;
   /// The started programs ended with exit code 0.
   bool succeeded = true;

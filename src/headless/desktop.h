@@ -15,7 +15,7 @@
 
 namespace headless {
 
-/// A screen without pixels. It answers message boxes from a script and records what was shown.
+/// A screen without pixels, which answers message boxes from a script and records what is shown.
 class Desktop : public ui::Desktop {
  public:
   struct Shown {
@@ -29,15 +29,15 @@ class Desktop : public ui::Desktop {
   std::function<void()> on_yield;
   std::function<void(const ui::Message&)> on_message;
   int windows = 0;
-  /// The forms that have a window, the newest last.
+  /// The forms with a window, newest last.
   std::vector<ui::Form*> forms;
   int repaints = 0;
-  /// How often a window was brought to the front.
+  /// The number of times a window was brought to the front.
   int raised = 0;
   bool ended = false;
   double twips_per_pixel = 15;
   bool can_animate = true;
-  /// There is no display: windows cannot be made.
+  /// Without a display no windows can be created.
   bool has_display = true;
 
   std::unique_ptr<ui::FormWindow> MakeWindow(ui::Form& form) override {
@@ -121,7 +121,7 @@ class Desktop : public ui::Desktop {
     for (auto step = Waiting(); step; step = Waiting()) step();
     if (on_yield) on_yield();
   }
-  /// Runs a step on the thread of the forms: at once if called there, otherwise when that thread handles
+  /// Runs a step on the forms' thread: at once if called there, otherwise when that thread processes
   /// messages.
   void RunAtHome(std::function<void()> step) {
     if (std::this_thread::get_id() == home_) return step();

@@ -75,7 +75,7 @@ bool Faults::Strikes(std::string_view operation, const LateBoundPtr& object, int
   ++seen_;
   const std::size_t length = failure_.reach == Reach::Server ? ~first_ : failure_.length;
   if (first_ == 0 || seen_ < first_ || seen_ - first_ >= length) return false;
-  // The machine does not die with the object server.
+  // The machine still works without the object server.
   if (!object && failure_.reach != Reach::Operations) return false;
   if (struck_.empty()) struck_ = operation;
   if (failure_.reach == Reach::Object) dead_ = object;

@@ -19,27 +19,27 @@ struct Failure {
   const char* name;
   std::int32_t number;
   Reach reach = Reach::Operations;
-  std::size_t length = 1;  // how many operations fail in a row
-  bool done = false;       // the operation is done; only its answer fails
+  std::size_t length = 1;  // the number of consecutive operations that fail
+  bool done = false;       // the operation takes effect; only its answer fails
 };
 
-/// Sits between a plug-in and its surroundings, counts the plug-in's operations, and makes the n-th fail.
+/// Placed between a plug-in and its surroundings: counts the plug-in's operations and makes the n-th fail.
 class Faults {
  public:
   explicit Faults(PlugIn& plug_in);
   Faults(const Faults&) = delete;
   Faults& operator=(const Faults&) = delete;
 
-  /// Counts from here. Operations count from 1; if `first` is 0, none fails.
+  /// Starts counting, from 1. If `first` is 0, no operation fails.
   void Begin(const Failure& failure, std::size_t first);
   void End();
-  /// Releases dead objects and former object servers.
+  /// Releases dead objects and previous object servers.
   void Forget();
 
   std::size_t seen() const { return seen_; }
   /// The first operation that failed: the name of its member, or "machine"; empty if none failed.
   const std::string& struck() const { return struck_; }
-  /// How many of the object server's objects the plug-in holds.
+  /// The number of the object server's objects that the plug-in holds.
   int held() const { return held_; }
   bool object_is_dead() const { return dead_ != nullptr; }
 
@@ -52,10 +52,10 @@ class Faults {
   bool counts_ = false;
   std::size_t seen_ = 0;
   std::string struck_;
-  int server_ = 0;  // how many were lost before this one
+  int server_ = 0;  // the number of servers lost before this one
   platform::LateBoundPtr dead_;
   int held_ = 0;
-  // Kept to show what the plug-in left open.
+  // Kept to find what the plug-in left open.
   std::vector<platform::LateBoundPtr> object_servers_;
 };
 

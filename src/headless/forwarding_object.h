@@ -7,9 +7,9 @@
 
 namespace headless {
 
-/// Passes every call to another object: the base of what watches, delays or fails calls between the plug-in
-/// and an object server. One subclass covers the whole object model: objects in an answer or an event are
-/// wrapped too, and unwrapped when they are passed back.
+/// Passes every call to another object: the base of classes that watch, delay or fail calls between the
+/// plug-in and an object server. One subclass covers the whole object model: objects in an answer or an event
+/// are wrapped too, and unwrapped when they are passed back.
 ///
 /// An object reached twice has two wrappers.
 class ForwardingObject : public platform::LateBound, public std::enable_shared_from_this<ForwardingObject> {
@@ -21,7 +21,7 @@ class ForwardingObject : public platform::LateBound, public std::enable_shared_f
  protected:
   explicit ForwardingObject(platform::LateBoundPtr inner) : inner_(std::move(inner)) {}
 
-  /// A subclass overrides these to add its work to each call.
+  /// Subclasses override these to add their work to each call.
   virtual platform::Value Forward(const platform::Member& member, platform::CallKind kind,
                                   platform::Arguments arguments) {
     return inner_->Invoke(member, kind, arguments);

@@ -7,7 +7,7 @@ namespace headless {
 
 namespace {
 
-/// Delivers events on the thread of the forms, as the COM adapter does.
+/// Delivers events on the forms' thread, as the COM adapter does.
 class HeardAtHome : public platform::LateBound {
  public:
   HeardAtHome(platform::LateBoundPtr inner, Desktop& desktop) : inner_(std::move(inner)), desktop_(desktop) {}

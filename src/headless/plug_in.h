@@ -10,7 +10,7 @@
 
 namespace headless {
 
-/// A computer without COM, registry, files and screen, whose object server is a simulated network.
+/// A computer without COM, registry, files and screen. Its object server is a simulated network.
 struct Computer {
   Computer(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version)
       : program(version), simulation(std::move(network)) {}
@@ -21,22 +21,21 @@ struct Computer {
   ScriptedShell shell;
   MemoryRegistry machine;
   std::shared_ptr<simulator::Simulation> simulation;
-  /// No object server can be made.
+  /// No object server can be created.
   bool object_server_missing = false;
-  /// Wraps the object server, to watch it or to make it fail; empty if nothing does.
+  /// Wraps the object server to watch it or make it fail; may be empty.
   std::function<platform::LateBoundPtr(platform::LateBoundPtr)> in_between;
 
  protected:
   platform::LateBoundPtr MakeObjectServer();
 };
 
-/// The plug-in as the real program runs it, on such a computer: for the preview without Windows and for the
-/// tests.
+/// The plug-in as in the real program, on such a computer: for the preview and for tests.
 class PlugIn : public Computer, public plugin::PlugIn {
  public:
   PlugIn(std::shared_ptr<simulator::Simulation> network, platform::Program::Version version);
 
-  /// Puts the device's resource files and their catalogue on the computer, as LNS installs them.
+  /// Installs the device's resource files and their catalogue, as LNS does.
   void InstallResourceFiles();
 };
 

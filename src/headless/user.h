@@ -10,8 +10,8 @@
 
 namespace headless {
 
-/// A user at the main window of a plug-in who moves the focus, types, and presses keys and buttons. Events
-/// come in the order of a real window.
+/// A user at the main window of a plug-in, who moves the focus, types, and presses keys and buttons. Events
+/// arrive in the same order as in a real window.
 class User {
  public:
   explicit User(PlugIn& plug_in) : plug_in_(plug_in), focus_(plug_in.main, [](ui::Control&) {}) {
@@ -47,7 +47,7 @@ class User {
     }
   }
 
-  /// Pastes after the text.
+  /// Pastes at the end of the text.
   void Paste(int index, const std::string& text) {
     ui::TextField& field = Field(index);
     GoTo(field);
@@ -60,13 +60,13 @@ class User {
                                std::max(field.Text().size(), static_cast<std::size_t>(field.most_typed))));
     if (text_now != field.Text()) field.UserChangesText(text_now);
   }
-  /// Presses a key that enters nothing, such as Page Up.
+  /// Presses a key that enters no character, such as Page Up.
   void Key(ui::Field& field, int key, int state = 0) {
     GoTo(field);
     field.on_key_down(key, state);
   }
 
-  /// Types, then goes to a list, which has no rules to check.
+  /// Types, then goes to a list, which has no rules.
   void Enter(int index, const std::string& text) {
     Type(index, text);
     GoTo(List(0));
@@ -78,13 +78,13 @@ class User {
     List(index).UserChooses(item);
   }
 
-  /// Chooses the entry in the field's menu.
+  /// Chooses the menu item that resets the field.
   void PutBack(ui::Field& field) {
     GoTo(field);
     field.UserPutsBack();
   }
 
-  /// If leaving the field shows a message, the button is not pressed.
+  /// If leaving the field shows a message, does not press the button.
   void Press(ui::Button& button) {
     const std::size_t messages = plug_in_.desktop.messages.size();
     GoTo(button);

@@ -31,7 +31,7 @@ std::string UnitInWords(Unit unit) {
   return found != std::end(kWords) ? found->second : "";
 }
 
-/// Where the device keeps the value: the network variable and, if it has several fields, the field.
+/// The place of the value in the device: the network variable and, if it has several fields, the field.
 std::string NameInDevice(const model::CatalogueRow& row) {
   const std::string point(row.point), name(row.name);
   return name == point || name.starts_with(point + ".") ? name : point + "." + name;
@@ -85,14 +85,14 @@ std::string TitleOf(model::ControlRef control) {
   return label.empty() ? frame : frame + ": " + label;
 }
 
-/// Null if the catalogue does not have the field.
+/// Null if the field is not in the catalogue.
 const model::CatalogueRow* RowOf(model::ControlRef control) {
   const auto rows = model::Catalogue();
   const auto row = std::ranges::find(rows, control, &model::CatalogueRow::control);
   return row != rows.end() ? &*row : nullptr;
 }
 
-/// The range in both unit systems, or once if they agree; empty for a field without limits.
+/// The range in both unit systems, or once if they are equal; empty for a field without limits.
 std::string TopicRange(model::ControlRef control) {
   const model::CatalogueRow* const row = RowOf(control);
   if (!row || !row->limits) return {};
@@ -256,7 +256,7 @@ class Project {
   std::string ProjectText() const {
     const std::string start = topics_.front().file;
     std::ostringstream text;
-    // The viewer reads the plain index; the compiler's binary index would differ in each build.
+    // The viewer reads the plain index; the compiler's binary index would differ with each build.
     text << "[OPTIONS]\nCompatibility=1.1 or later\nCompiled file=" << kCompiledFile
          << "\nContents file=" << kContentsFile << "\nIndex file=" << kIndexFile
          << "\nDefault topic=" << start
@@ -268,7 +268,7 @@ class Project {
          << kContentsWidth << ',' << "0x" << std::hex
          << (kHide | kBack | kForward | kHome | kOptions | kPrint) << std::dec << ',' << kBounds
          << ",,,,,,,0\n\n[FILES]\n";
-    // The compiler maps contexts in the order of the files, so these come by number and the others last.
+    // The compiler maps contexts in the order of the files: by number, then files without a context.
     std::set<std::string> listed;
     const auto list = [&](const std::string& file) {
       if (listed.insert(file).second) text << file << '\n';
@@ -287,8 +287,7 @@ class Project {
   std::map<std::string, const FieldSource*, std::less<>> fields_;
   std::vector<File> files_;
   std::map<int, std::string> contexts_;
-  /// Sorted as the viewer searches it, without letter case: the keyword in lower case, the keyword, its
-  /// topic.
+  /// In the viewer's search order, without letter case: the keyword in lower case, the keyword, its topic.
   std::set<std::tuple<std::string, std::string, std::string>> index_;
   std::string contents_;
 };

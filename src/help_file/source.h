@@ -21,7 +21,7 @@ std::vector<File> ReadFolder(const std::filesystem::path& folder);
 /// Throws if a file cannot be written.
 void WriteFolder(const std::filesystem::path& folder, const std::vector<File>& files);
 
-/// A mistake in the sources; the text says where.
+/// A mistake in the sources; the text includes its place.
 struct SourceError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
@@ -52,7 +52,7 @@ struct TopicSource {
   /// 0 for none.
   int context = 0;
   std::vector<std::string> keywords;
-  /// kFieldsMark stands for the table of the fields.
+  /// kFieldsMark marks the place of the table of fields.
   std::string text;
   std::vector<FieldSource> fields;
 };

@@ -15,8 +15,8 @@ constexpr char kUnknownSign = 0;
 constexpr const char* kListSeparator = ";";  // of the regions with a decimal comma
 constexpr const char* kUserType = "UNVT_";
 
-/// True if the object server looked at the format and does not know it. A device that does not answer or a
-/// lost connection says nothing about formats.
+/// True if the object server checked the format and does not know it. An unreachable device or a lost
+/// connection proves nothing about formats.
 bool RefusesFormat(const Error& error) {
   const std::int64_t code = std::int64_t{error.number()} - platform::kObjectServerErrorBase;
   return code >= 0 && code <= 0xFFFF && code != members::kNoCommunication;
@@ -37,7 +37,7 @@ char DecimalSignOf(const std::string& field) {
   return kUnknownSign;
 }
 
-/// True for numbers with blanks between them; a blank beside a comma separates nothing.
+/// True for numbers separated by blanks; a blank beside a comma is not a separator.
 bool SeparatesByBlanks(const std::string& text) {
   const auto is_number = [](const std::string& field) {
     return text::IsNumeric(field) || DecimalSignOf(field) == ',';
@@ -45,7 +45,7 @@ bool SeparatesByBlanks(const std::string& text) {
   return text.find(' ') != std::string::npos && std::ranges::all_of(text::Split(text, " "), is_number);
 }
 
-/// What separates the fields in this text, if the point has this separator.
+/// The separator of the fields in this text, if the point has this separator.
 std::string SeparatorIn(const std::string& text, const std::string& separator) {
   const auto has = [&](const char* sign) { return text.find(sign) != std::string::npos; };
   if (separator == ",")
@@ -95,7 +95,7 @@ void Dialect::SetFormat(const NetworkVariable& variable, const std::string& form
       if (!refusal) refusal = error;
       continue;
     }
-    if (form != format) Note(form.starts_with('#') ? "fully qualified types" : "unit system behind the type");
+    if (form != format) Note(form.starts_with('#') ? "fully qualified types" : "unit system after the type");
     accepted_formats_[format] = form;
     return;
   }
@@ -135,9 +135,9 @@ void Dialect::SetValue(const NetworkVariable& variable, const std::string& text,
     if (decimal_sign_ == kUnknownSign && other_region)
       FailFormat("No value has shown the decimal sign of the object server: '" + field +
                  "' cannot be written.");
-    // Its fraction would be read as the next field.
+    // Otherwise its fraction would be read as the next field.
     if (decimal_sign_ == ',' && used == ",")
-      FailFormat("The object server has one sign for fractions and between values: '" + field +
+      FailFormat("The object server uses one sign in fractions and between values: '" + field +
                  "' cannot be written.");
     if (decimal_sign_ != ',') continue;
     // "3." and ".5" are numbers here, but not in every region.

@@ -4,15 +4,15 @@
 
 #include "platform/late_bound.h"
 
-/// The names and numbers of the platform's object model that the program uses: for another release of LNS,
+/// The names and numbers of the platform's object model that the program uses. For another release of LNS,
 /// edit this file. The texts for all class and command codes are in registration/names.cpp.
 ///
-/// A member that has a number is called by it and the name only explains it; the others are looked up by
+/// A member with a number is called by number and the name only explains it; the others are looked up by
 /// name.
 ///
 /// Remarks: "documented" is in the platform's manuals, with the release that added it if they name one;
-/// "inferred" follows from neighbouring documentation and has not been seen in it; "chosen" is our own choice
-/// among several that fit, and nothing fails if an object server does not know it.
+/// "inferred" follows from neighbouring documentation; "chosen" is our choice among several that fit, and
+/// nothing fails if an object server does not know it.
 namespace lns::members {
 
 using platform::Member;
@@ -56,12 +56,11 @@ inline constexpr Member kClose{"Close"};            // inferred
 inline constexpr Member kIsOpen{"IsOpen"};          // documented; on the system inferred
 inline constexpr Member kSystems{"Systems"};        // documented
 inline constexpr Member kSubsystems{"Subsystems"};  // documented
-// An Internet session pauses the data server, sets its mode to 0 and lets it run again. Only the mode's name
-// is documented: the meaning of 0 is chosen, and an object server that refuses it goes on as it was.
+// An Internet session pauses the data server, sets its mode to 0 and resumes it. Only the mode's name is
+// documented: the meaning of 0 is chosen, and an object server that refuses it continues unchanged.
 inline constexpr Member kDsPause{"DsPause"};  // documented; on the system inferred
 inline constexpr Member kDsMode{"DsMode"};    // documented by name
-// Asks for the periodic event, in milliseconds: chosen as the system's setting for it, and skipped if
-// unknown.
+// Requests the periodic event, in milliseconds: chosen as a setting of the system; skipped if unknown.
 inline constexpr Member kBeginNssIdleEvent{"BeginNssIdleEvent"};  // documented
 inline constexpr std::int32_t kIdleEventMilliseconds = 200;
 
@@ -69,7 +68,7 @@ inline constexpr std::int32_t kIdleEventMilliseconds = 200;
 inline constexpr Member kNetworkServiceDevice{"NetworkServiceDevice"};  // documented
 inline constexpr Member kNetworkInterface{"NetworkInterface"};          // documented
 
-// The resource catalogue: the only folder of the LonWorks installation that a system names.
+// The resource catalogue: the only folder of the LonWorks installation in a system's properties.
 inline constexpr Member kLdrfCatalogPath{"LdrfCatalogPath"};  // documented, 3.0
 
 // Templates.

@@ -59,7 +59,7 @@ bool IsUnknownMember(const platform::Error& error) {
 }
 
 AppDevice OwningDevice(const Object& object) {
-  // Object, its collection, the interface, the device: a longer walk leads elsewhere.
+  // Object, collection, interface, device: a longer walk leads elsewhere.
   constexpr int kMostSteps = 6;
   Object at = object;
   for (int step = 0; step < kMostSteps && at; ++step) {

@@ -16,8 +16,8 @@
 /// The object server's objects, one class for each role, over late-bound objects. An instance is a reference
 /// as in a script: it may refer to nothing, copies share the object, and the last copy releases it.
 ///
-/// Every operation is one call of the platform and throws its platform::Error. A call through a reference to
-/// nothing throws 91, as in automation.
+/// Every operation is one call of the platform and throws its platform::Error. A call through an empty
+/// reference throws 91, as in automation.
 namespace lns {
 
 class Object {
@@ -61,7 +61,7 @@ class Object {
     const std::array<platform::Value, sizeof...(Values)> arguments{values...};
     return Invoke(member, platform::CallKind::Method, arguments);
   }
-  /// The caller holds it: calls that arrive during its own may drop the last reference to the object.
+  /// The caller holds it: calls that arrive meanwhile may drop the last reference to the object.
   platform::LateBoundPtr Target() const;
   Result Invoke(const platform::Member& member, platform::CallKind kind,
                 platform::Arguments arguments = {}) const;
@@ -90,7 +90,7 @@ class Collection : public CollectionBase {
   T Item(std::int32_t ordinal) const { return T(ItemAt(ordinal)); }
   T Item(const std::string& name) const { return T(ItemAt(name)); }
 
-  /// A place in the collection, and the iterator over its places. Converting it fetches the item, so a loop
+  /// A position in the collection, and the iterator over positions. Converting it fetches the item, so a loop
   /// can continue past an item that cannot be fetched.
   class Entry {
    public:
@@ -113,7 +113,7 @@ class Collection : public CollectionBase {
     Entry end() const { return {&all, std::max(count, 0) + 1}; }
   };
 
-  /// The items in order: `for (const AppDevice device : devices.Items())`. Counts once.
+  /// The items in order: `for (const AppDevice device : devices.Items())`. Reads Count once.
   Entries Items() const { return {*this, Count()}; }
 };
 
@@ -121,7 +121,7 @@ struct NetworkInterface : Object {
   using Object::Object;
 };
 
-/// A command of a plug-in, as directors find it on an object.
+/// A plug-in's command, as directors find it on an object.
 struct ComponentApp : Object {
   using Object::Object;
   std::int32_t CommandId() const { return Get(members::kCommandId); }
@@ -139,7 +139,7 @@ struct ComponentApp : Object {
 
 struct ComponentApps : Collection<ComponentApp> {
   using Collection::Collection;
-  /// The result may refer to nothing.
+  /// The result may be an empty reference.
   ComponentApp Add(const std::string& name, const std::string& registered_server,
                    std::int32_t class_id) const {
     return Call(members::kAdd, name, registered_server, class_id);
@@ -151,7 +151,7 @@ struct NetworkVariable : Object {
   void SetAccessOption(std::int32_t option) const { Put(members::kSourceOptions, option); }
   std::string FormatType() const { return Get(members::kDsFormatType); }
   void SetFormatType(const std::string& format) const { Put(members::kDsFormatType, format); }
-  /// Polls the device and renders the value in the current format.
+  /// Reads the value from the device as text in the current format.
   std::string Value() const { return Get(members::kValue); }
   /// Parses the text in the current format and sends the value to the device.
   void SetValue(const std::string& text) const { Put(members::kValue, text); }
@@ -181,8 +181,8 @@ struct DeviceTemplate : Object {
   /// The interface of the devices of this type; its variables have no values.
   lns::Interface Interface() const { return Get(members::kInterface); }
   lns::ComponentApps ComponentApps() const { return Get(members::kComponentApps); }
-  /// Takes the interface from an external interface file, in text or binary form. The object server must
-  /// reach it.
+  /// Takes the interface from an external interface file, in text or binary form, which the object server
+  /// must be able to read.
   void Import(const std::string& path) const { Call(members::kImport, path); }
 };
 
@@ -202,7 +202,7 @@ struct AppDevice : Object {
   lns::Interface Interface() const { return Get(members::kInterface); }
   std::int32_t AttachmentStatus() const { return Get(members::kAttachmentStatus); }
   bool HasBeenCommissioned() const { return Get(members::kHasBeenCommissioned); }
-  /// Asks the device; members::kTestGood if it answers correctly.
+  /// Tests the device; members::kTestGood if it answers correctly.
   std::int32_t Test() const { return Call(members::kTest); }
   std::int32_t State() const { return Get(members::kState); }
   std::string ProgramId() const { return Get(members::kProgramId); }
@@ -252,7 +252,7 @@ struct ObjectServer : Object {
   void Open() const { Call(members::kServerOpen); }
   void Close() const { Call(members::kServerClose); }
   bool IsOpen() const { return Get(members::kServerIsOpen); }
-  /// Its process or the connection to it has ended: none of its objects will answer again.
+  /// Its process or the connection has ended: none of its objects will answer again.
   bool IsLost() const;
   bool RemoteFlag() const { return Get(members::kRemoteFlag); }
   void SetRemoteFlag(bool remote) const { Put(members::kRemoteFlag, remote); }
@@ -262,7 +262,7 @@ struct ObjectServer : Object {
   Collection<Network> Networks() const { return Get(members::kNetworks); }
   lns::ComponentApps ComponentApps() const { return Get(members::kComponentApps); }
   Collection<NetworkInterface> NetworkInterfaces() const { return Get(members::kNetworkInterfaces); }
-  /// Newer object servers may not know it; they list all interfaces in NetworkInterfaces.
+  /// Newer object servers may lack it; they list all interfaces in NetworkInterfaces.
   Collection<NetworkInterface> RemoteNetworkInterfaces() const {
     return Get(members::kRemoteNetworkInterfaces);
   }
@@ -275,7 +275,7 @@ struct ObjectServer : Object {
 /// The error says that the object has no such member.
 bool IsUnknownMember(const platform::Error& error);
 
-/// For a member that an object server may not know. Other failures still throw.
+/// For a member that an object server may lack. Other failures still throw.
 template <class Call>
 void SkipIfUnknown(Call&& call) {
   try {
@@ -285,7 +285,7 @@ void SkipIfUnknown(Call&& call) {
   }
 }
 
-/// The device that an object belongs to, found through its parents; nothing if there is none.
+/// The device that an object belongs to, found through its parents; may be nothing.
 AppDevice OwningDevice(const Object& object);
 
 }  // namespace lns

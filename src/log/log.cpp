@@ -87,7 +87,7 @@ void fLog::LogError(const std::string& message) {
 }
 
 void fLog::Append(ui::ListView::Icon mark, const std::string& action, const std::string& results) {
-  // Without a display there is no window, and what is logged goes on.
+  // Without a display there is no window, but logging continues.
   platform::IgnoreFailure([this] { Load(); });
   subject = 0;
   lstActivity.Append({mark, {program_.TimeOfDay(), action, results}});
@@ -115,8 +115,8 @@ void fLog::Save() {
   }
 }
 
-/// Quotes inside a text are not doubled, deliberately. Other programs need a byte-order mark to read letters
-/// beyond ASCII; plain text goes without.
+/// Deliberately does not double quotes inside a text. Starts with a byte-order mark only if the text goes
+/// beyond ASCII, because other programs need it then.
 std::string fLog::RowsAsCsv() const {
   std::string lines;
   for (const ui::ListView::Row& row : lstActivity.Rows()) {

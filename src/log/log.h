@@ -13,12 +13,12 @@
 
 namespace activity {
 
-/// A failure's message for LogError: action and result, each on one line, with CR LF between them. Line
-/// breaks in the platform's texts therefore cannot split it wrongly.
+/// A failure's message for LogError: action and result, each on one line, separated by CR LF, so that line
+/// breaks in the platform's texts cannot split it.
 std::string ErrorMessage(const std::string& action, const std::string& result);
 
 /// The activity log: a window that lists every network operation with its time, action and result. It is only
-/// in memory. Rows are appended, or all cleared.
+/// in memory; rows can be appended or all cleared.
 class fLog : public ui::Form {
  public:
   fLog(ui::Desktop& desktop, const platform::Program& program, platform::Files& files);
@@ -26,7 +26,7 @@ class fLog : public ui::Form {
   /// Appends a row with a green mark.
   void LogCommand(const std::string& action, const std::string& results);
 
-  /// Appends a row with a red mark. ErrorMessage makes the message. Deliberately, further lines are dropped,
+  /// Appends a row with a red mark for a message from ErrorMessage. Deliberately, further lines are dropped,
   /// and a message without a line break shows only time and mark.
   void LogError(const std::string& message);
 
@@ -36,7 +36,7 @@ class fLog : public ui::Form {
     subject = 0;
   }
 
-  /// What the last row is about, as its writer says; 0 for nothing in particular.
+  /// The subject of the last row, numbered by its writer; 0 for none.
   int subject = 0;
 
   ui::ImageList ImageList1{{"Green", ui::ImageList::Picture::GreenMark},
@@ -65,8 +65,8 @@ class fLog : public ui::Form {
   platform::Files& files_;
 };
 
-/// Runs a step that the procedure can do without. If it fails, returns false and logs the failure with its
-/// subject, if any. A subject that takes time to name can be a function, called only on failure.
+/// Runs an optional step. If it fails, returns false and logs the failure with its subject, if any. A subject
+/// that takes time to name can be a function, called only on failure.
 template <class Subject, class Step>
 bool LogAndGoOn(fLog& log, const std::string& action, const Subject& subject, Step&& step) {
   try {

@@ -15,7 +15,7 @@ bool AnyHasExtension(const std::vector<std::string>& names, std::string_view ext
 
 constexpr const char* kCatalogName = "ldrf.cat";
 constexpr Tool kCatalogTool{"LDRFCAT"};
-/// Far more than the names of all makers' files need.
+/// Far more than the names of all manufacturers' files need.
 constexpr std::size_t kMostBytes = std::size_t{16} << 20;
 
 bool EndsWithItsName(std::string_view path) {
@@ -46,7 +46,7 @@ std::vector<std::string> ResourceFiles::Names(const platform::Files& files) cons
 }
 
 std::int32_t ResourceFiles::Scope() const {
-  // Digits of a program ID: 1 format, 5 maker, 4 class, 2 usage, 2 channel, 2 model.
+  // Digits of a program ID: 1 format, 5 manufacturer, 4 class, 2 usage, 2 channel, 2 model.
   switch (program_id_prefix_.size()) {
     case 6:
       return 3;

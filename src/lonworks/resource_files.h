@@ -13,9 +13,9 @@
 namespace lonworks {
 
 /// The device's resource files on this computer: type and format files in their own folder below the LonWorks
-/// folder, for the program IDs that begin with the maker's prefix.
+/// folder, for the program IDs that begin with the manufacturer's prefix.
 ///
-/// They come with the device; the plug-in installs none. Registration adds those it finds to the platform's
+/// They come with the device; the plug-in installs none. Registration adds existing ones to the platform's
 /// catalogue. Configuring needs at least one type file and one format file.
 class ResourceFiles {
  public:
@@ -28,7 +28,7 @@ class ResourceFiles {
   /// The names of the type, profile and format files.
   std::vector<std::string> Names(const platform::Files& files) const;
 
-  /// The scope of the files, from the length of the program-ID prefix: 3 one maker, 4 one class of its
+  /// The scope of the files, from the length of the program-ID prefix: 3 one manufacturer, 4 one class of its
   /// devices, 5 one subclass, 6 one model; 0 (standard) for any other length.
   std::int32_t Scope() const;
 
@@ -42,24 +42,23 @@ class ResourceFiles {
   std::string program_id_prefix_;
 };
 
-/// The LonWorks folder of a catalogue, from a path with or without the catalogue's file name; empty if the
-/// path shows none.
+/// The LonWorks folder of a catalogue path with or without a file name; empty if the path contains none.
 std::string FolderAboveCatalog(std::string_view catalog_path);
 
-/// The platform's catalogue of resource files, where it finds the types and formats of devices.
+/// The platform's catalogue of resource files, in which it finds the types and formats of devices.
 ///
-/// No manual that we have describes its format or the tool that adds to it. This class alone chooses: the
-/// file names in it are readable, in letters of one or two bytes, and the tool is `bin\LDRFCAT "<catalogue>"
+/// No manual that we have describes its format or the tool that adds to it. Only this class chooses: the file
+/// names in it are readable, in letters of one or two bytes, and the tool is `bin\LDRFCAT "<catalogue>"
 /// "<folder>"`, which ends with exit code 0 once the folder's files are in it.
 class ResourceCatalog {
  public:
-  /// `reported` is the open system's path of it. That may be a path on another computer; if there is no such
-  /// file here, the catalogue is the one in the LonWorks folder.
+  /// `reported` is its path according to the open system, possibly on another computer. If there is no such
+  /// file here, uses the catalogue in the LonWorks folder.
   ResourceCatalog(const std::string& reported, const std::string& lonworks_folder,
                   const platform::Files& files);
 
-  /// One of the files is not in it. A catalogue that cannot be read, for example while another program writes
-  /// to it, counts as complete.
+  /// One of the files is missing from it. A catalogue that cannot be read, for example because another
+  /// program is writing to it, counts as complete.
   bool Lacks(const std::vector<std::string>& file_names) const;
 
   /// Runs the tool to add all files of the folder.

@@ -26,7 +26,7 @@ Tools::Outcome Tools::Run(const Tool& tool, const std::string& arguments) {
   return outcome;
 }
 
-/// Its window may take a moment to come up.
+/// Its window may take a moment to appear.
 Tools::Outcome Tools::Await(const Tool& tool, const platform::StartedProgram& started) {
   for (int round = 0; started.Running(); ++round) {
     if (tool.finished_title && shell_.WindowExists(tool.finished_title)) return Outcome::Finished;

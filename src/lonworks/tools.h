@@ -11,8 +11,8 @@ namespace lonworks {
 /// A program in the folder "bin" of the LonWorks installation.
 struct Tool {
   const char* name;
-  // The titles of its window while it works and when it has finished, when it waits to be closed; null for a
-  // tool without a window.
+  // The titles of its window while it works, and when it has finished and waits to be closed; null for a tool
+  // without a window.
   const char* working_title = nullptr;
   const char* finished_title = nullptr;
 };
@@ -45,7 +45,7 @@ class Tools {
   const registry::CRegistry& registry_;
 };
 
-/// A path as an argument on a command line.
+/// A path as a command-line argument.
 std::string Quoted(const std::string& path);
 
 }  // namespace lonworks

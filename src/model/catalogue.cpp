@@ -7,9 +7,9 @@ constexpr ControlRef kNoControl{};
 constexpr ControlRef kLbModel{ScreenArray::lbModel};
 constexpr ControlRef kLbHvacType{ScreenArray::lbHvacType};
 
-// Meant as they stand: the setpoint structure puts cooling first while the heating rows come first here; the
-// standby setpoints round to whole degrees and take no offset; "Dehumidifiacation" and "trottle" are spelled
-// so; the model is shown twice and read a third time as raw bytes.
+// These oddities are deliberate: in the setpoint structure cooling comes first, here heating; the standby
+// setpoints round to whole degrees and take no offset; "Dehumidifiacation" and "trottle"; the model appears
+// twice, and a third time as raw bytes.
 // clang-format off
 constexpr CatalogueRow kCatalogue[] = {
     // name, description, control, point, index, display rounding, offset, limits: lowest and highest in SI, then in US

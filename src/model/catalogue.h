@@ -6,8 +6,8 @@
 
 #include "model/screen_layout.h"
 
-/// The configurable fields of the device, defined here once: which field of which point each control edits,
-/// how it is rounded for display, and its limits in SI and US units.
+/// The configurable fields of the device: which field of which point each control edits, how it is rounded
+/// for display, and its limits in SI and US units.
 namespace model {
 
 struct CatalogueLimits {

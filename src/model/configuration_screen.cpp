@@ -9,7 +9,7 @@
 namespace model {
 namespace {
 
-/// Grids of one page share their column widths, so that fields are in line across frames.
+/// Grids of one page share their column widths, so fields are aligned across frames.
 constexpr int kFieldGroup = 1;
 
 constexpr int kMostTyped = 64;
@@ -18,7 +18,7 @@ std::string ArrayName(const char* array, int index) {
   return std::string(array) + "(" + std::to_string(index) + ")";
 }
 
-/// "Heating, Occupied": unlike a label alone, no two fields are called the same.
+/// "Heating, Occupied": unlike labels, these names are unique.
 std::string SpokenName(const FramePlace& frame, const FieldRow& field) {
   std::string name(frame.caption);
   std::erase(name, '&');
@@ -26,7 +26,7 @@ std::string SpokenName(const FramePlace& frame, const FieldRow& field) {
   return name;
 }
 
-/// "4.5 to 32 ºC" on a line of its own; empty if the field has no limits.
+/// "4.5 to 32 ºC" on its own line; empty if the field has no limits.
 std::string TipRange(const FieldRow& field, int display_units) {
   const auto rows = Catalogue();
   const auto row = std::ranges::find(rows, field.control, &CatalogueRow::control);

@@ -12,13 +12,13 @@
 
 namespace model {
 
-/// The controls of the configuration screen, made from its table: the control arrays by their indices, the
-/// frames and labels around them, and the tab control that holds the pages.
+/// The controls of the configuration screen, built from its table: the control arrays by index, the frames
+/// and labels, and the tab control that holds the pages.
 class ConfigurationScreen {
  public:
   ConfigurationScreen();
 
-  /// Indices of txtNvi lie below this; not every one has a field.
+  /// Indices of txtNvi are below this; not every index has a field.
   static constexpr int kTextFieldCount = 42;
   /// Null if the array has no such element.
   ui::TextField* txtNvi(int index) const;
@@ -26,9 +26,9 @@ class ConfigurationScreen {
   /// Null for ScreenArray::None and for elements that do not exist.
   ui::Control* Find(ControlRef ref) const;
 
-  /// The fields and lists of the device that can be edited, in the order of the screen.
+  /// The editable fields and lists of the device, in screen order.
   const std::vector<ui::Field*>& EditableFields() const { return editable_fields_; }
-  /// Those with the unit of temperatures beside them.
+  /// The fields with the temperature unit beside them.
   const std::vector<ui::TextField*>& TemperatureFields() const { return temperature_fields_; }
 
   const std::vector<std::unique_ptr<ui::Label>>& txtTempUnits() const { return temperature_units_; }
@@ -41,10 +41,10 @@ class ConfigurationScreen {
   ui::Label lbHvacType{"lbHvacType"};
   ui::WebView WebBrowser1{"WebBrowser1"};
 
-  /// Puts the texts of the layout back: empty fields and lists, the labels' initial texts, no marks.
+  /// Restores the texts of the layout: empty fields and lists, initial labels, no marks.
   void ShowInitialTexts();
 
-  /// The tab control with its pages, to be placed in a window.
+  /// The tab control with its pages, for a window's layout.
   ui::Box Layout();
 
  private:
@@ -65,9 +65,8 @@ class ConfigurationScreen {
   std::vector<std::unique_ptr<ui::Frame>> frames_;
 };
 
-/// Explains each field in its tooltip: what it means and, if it takes a number, the range in these display
-/// units (0 Celsius, 1 Fahrenheit) with the unit that the screen shows. The note about the field, if
-/// any, follows on its own line.
+/// Sets each field's tooltip: its meaning and, for a number, its range in these display units (0 Celsius, 1
+/// Fahrenheit) with the unit that the screen shows. A note about the field, if any, follows on its own line.
 void ShowFieldTips(ConfigurationScreen& screen, int display_units,
                    const std::function<std::string(const ui::Control&)>& note);
 

@@ -12,8 +12,8 @@
 
 namespace model {
 
-/// Ties one field of one device point to the control that shows it, with the field's texts, display rounding
-/// and limits. It holds no copy of the value: bindings of one point see each other's changes.
+/// Binds one field of a device point to the control that shows it, with the field's texts, display rounding
+/// and limits. Holds no copy of the value, so bindings of one point see each other's changes.
 ///
 /// Owned by the binding list; point and control are shared and outlive it.
 class CNvCtrlTable {
@@ -33,28 +33,28 @@ class CNvCtrlTable {
   /// A value exactly on a limit is stored a little inside it.
   bool OffsetValue = false;
 
-  /// Limits as text, by unit index (0 SI, 1 US); any other index throws 9, text that is no number throws 13.
+  /// Limits as text, by unit index (0 SI, 1 US). Another index throws 9, text that is no number throws 13.
   std::string MaxLimit(int units) const;
   void SetMaxLimit(int units, const std::string& text);
   std::string MinLimit(int units) const;
   void SetMinLimit(int units, const std::string& text);
   model::Range Range(int units) const { return {MinLimit(units), MaxLimit(units), OffsetValue}; }
 
-  /// The format of the point's network variable on the object server.
+  /// The format of the point's network variable.
   std::string DsFormatType() const { return NvCpTable->MyNetworkVariable.FormatType(); }
   void SetDsFormatType(const std::string& text) { NvCpTable->MyNetworkVariable.SetFormatType(text); }
 
   std::string NvString() const { return NvCpTable->NvAsString(); }
 
-  /// The field's text for display, rounded to the step where the field rounds. Throws 9 if the point has
-  /// no such field, for example before it was read.
+  /// The field's text for display, rounded to the step, if any. Throws 9 if the point has no such field, for
+  /// example before it was read.
   std::string Value() const;
-  /// The same of what the device is known to hold.
+  /// The same for the value last known from the device.
   std::string KnownValue() const;
-  /// Stores the text in the field and marks the point changed. Throws 9 if the point has no such field,
-  /// and 13 for a text with the point's separator in it, which would shift every later value by a field.
+  /// Stores the text in the field and marks the point as changed. Throws 9 if the point has no such field,
+  /// and 13 for a text that contains the point's separator, which would shift all later fields.
   void SetValue(const std::string& text);
-  /// Puts what the device is known to hold back into the field.
+  /// Restores the value last known from the device.
   void DropChange() const { NvCpTable->DropChange(static_cast<std::size_t>(ItemArrayIndex)); }
 
   /// Clears the point's changed flag.
@@ -62,7 +62,7 @@ class CNvCtrlTable {
 
  private:
   using Limits = std::array<double, 2>;
-  /// The field among those of its point.
+  /// The position of the field in its point.
   std::size_t Place() const;
   std::string Rounded(const std::string& field) const;
 
@@ -70,11 +70,11 @@ class CNvCtrlTable {
   Limits upper_{};
 };
 
-/// The fields of the catalogue, each tied to its point and its control.
+/// The catalogue's fields, each bound to its point and control.
 using BindingList = std::vector<CNvCtrlTable>;
 
-/// One binding a row, in row order. Throws 5 for a point that the list does not hold and 340 for a control
-/// that the screen does not have.
+/// One binding per row, in row order. Throws 5 for a point that is not in the list and 340 for a control that
+/// is not on the screen.
 BindingList MakeBindings(const PointList& points, const ConfigurationScreen& screen);
 
 }  // namespace model

@@ -30,9 +30,8 @@ const char* TextOf(std::int16_t code) {
   }
 }
 
-/// The object server's code inside an error number. An error that is not the object server's has none and
-/// overflows, as automation's 16-bit arithmetic does: that overflow then takes the place of the composed
-/// error, which it keeps as its cause.
+/// The object server's code in an error number. Any other error overflows, as in automation's 16-bit
+/// arithmetic: error 6 then replaces the composed error and keeps it as its cause.
 std::int16_t CodeOf(const Error& error) {
   constexpr std::int32_t kOverflow = 6;
   const std::int64_t code = std::int64_t{error.number()} - platform::kObjectServerErrorBase;
@@ -54,8 +53,8 @@ std::vector<std::string> CNvCpTable::SplitValue(const std::string& value) const 
   std::vector<std::string> fields = text::Split(value, Separator);
   if (MostFields != 0 && fields.size() > MostFields)
     throw Error(platform::ObjectServerError(kFormatFailed), "CNvCpTable",
-                "The value '" + value + "' has " + std::to_string(fields.size()) + " fields where " +
-                    std::to_string(MostFields) + " are the most.");
+                "The value '" + value + "' has " + std::to_string(fields.size()) + " fields; the most are " +
+                    std::to_string(MostFields) + ".");
   return fields;
 }
 
@@ -66,7 +65,7 @@ bool CNvCpTable::SendNetworkValue() {
   } catch (const Error& error) {
     const std::int16_t code = CodeOf(error);
     const bool known = code == kWriteFailed || code == kFormatFailed;
-    // No blank after "updating" if the code is not known; deliberate.
+    // Deliberately no blank after "updating" for an unknown code.
     throw Error(error.number(), "SendNetworkValue",
                 known ? "Error updating " + Name + " \r\n" + TextOf(code)
                       : "Error updating" + Name + " \r\n" + error.description());
@@ -83,7 +82,7 @@ void CNvCpTable::GetNetworkValue(int display_units, const std::function<bool()>&
     Dialect->SetFormat(MyNetworkVariable, format);
     NvAsArray = SplitValue(Dialect->Value(MyNetworkVariable, Separator));
   } catch (const Error& error) {
-    // If even this fails, the object may have another format than the fields: they count as not read.
+    // If this fails too, the object may have another format than the fields: they count as not read.
     if (!format_read_.empty() && format_read_ != format && still_ours() && !platform::ValueOr(false, [this] {
           return Dialect->SetFormat(MyNetworkVariable, format_read_), true;
         }))

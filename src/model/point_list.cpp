@@ -20,14 +20,13 @@ struct PointRow {
   std::string_view relative;
 };
 
-/// The setpoint structure is the one whose fields are separated by what may be a decimal sign.
+/// The number of fields of the setpoint structure, whose separator may also be a decimal sign.
 constexpr std::size_t kSetpoints = 6;
 
 constexpr std::string_view kObject0 = "Network Variables:0";
 constexpr std::string_view kObject4 = "Network Variables:4";
 
-// The last row is a second view of nciSccModel: the same variable once formatted by its type and once as raw
-// bytes.
+// The last row shows nciSccModel a second time, as raw bytes.
 // clang-format off
 constexpr PointRow kPoints[] = {
     {"nciSetPts",      "nciSetPts",         "Heating / Cooling Setpoints", "nciSetPts",   "SNVT_temp_setpt",      ",",  true,  kObject0},
@@ -44,7 +43,7 @@ constexpr PointRow kPoints[] = {
 };
 // clang-format on
 
-/// None of them has the name. False also if they cannot be read.
+/// None has the name. False also if they cannot be read.
 bool Lacks(const lns::Collection<lns::NetworkVariable>& variables, std::string_view name) {
   return platform::ValueOr(false, [&] {
     for (const lns::NetworkVariable variable : variables.Items())
@@ -53,7 +52,7 @@ bool Lacks(const lns::Collection<lns::NetworkVariable>& variables, std::string_v
   });
 }
 
-/// Says beside the platform's words what a user can do about it: most likely this is another device.
+/// Adds to the platform's text what is most likely: this is another type of device.
 lns::NetworkVariable Find(const lns::Collection<lns::NetworkVariable>& variables, const std::string& name) {
   try {
     return variables.Item(name);

@@ -8,13 +8,13 @@
 
 namespace model {
 
-/// The device's eleven points in the order in which they are read and written, each under its key.
+/// The device's eleven points by key, in the order in which they are read and written.
 class PointList {
  public:
   PointList() = default;
 
-  /// Looks up the network variable of every point by name. Throws the platform's error for a variable that
-  /// the device lacks; no value is read.
+  /// Looks up the network variable of every point by name; reads no values. Throws the platform's error for a
+  /// missing variable.
   PointList(const lns::Collection<lns::NetworkVariable>& variables,
             const std::shared_ptr<lns::Dialect>& dialect);
 
@@ -23,14 +23,14 @@ class PointList {
   CNvCpTable& operator[](std::size_t position) const { return *points_[position].point; }
   std::string_view KeyAt(std::size_t position) const { return points_[position].key; }
 
-  /// Every point holds what was read in these units; false for an empty list.
+  /// Every point was read in these units; false for an empty list.
   bool IsReadIn(int display_units) const;
 
-  /// What all points hold, to be put back when a reading of them does not get to its end.
+  /// The readings of all points, to restore if a later read fails.
   std::vector<CNvCpTable::Reading> Held() const;
   void PutBack(std::vector<CNvCpTable::Reading> held) const;
 
-  /// Throws 5 for a key that the list does not hold.
+  /// Throws 5 for an unknown key.
   CNvCpTable& Item(std::string_view key) const;
 
  private:

@@ -21,7 +21,7 @@ enum Field : int {
 
 using enum CrossRule::Relation;
 
-// The standby setpoints take part in none. Deliberate.
+// Deliberately without the standby setpoints.
 constexpr CrossRule kRules[] = {{kOccupiedHeat, kOccupiedCool, kOccupiedHeat, DeadBandAbove},
                                 {kUnoccupiedHeat, kUnoccupiedCool, kUnoccupiedHeat, DeadBandAbove},
                                 {kHeatMax, kOccupiedHeat, kHeatMax, AtMost},
@@ -33,7 +33,7 @@ constexpr CrossRule kRules[] = {{kOccupiedHeat, kOccupiedCool, kOccupiedHeat, De
                                 {kDeadBand, kOccupiedHeat, kOccupiedCool, DeadBandBelow},
                                 {kDeadBand, kUnoccupiedHeat, kUnoccupiedCool, DeadBandBelow}};
 
-// Two constants, not one converted into the other. Deliberate.
+// Deliberately not one converted into the other.
 double OffsetStep(int units) { return units == 0 ? 0.05 : 0.025; }
 
 double Rounded(double value) { return text::RoundToDecimals(value, 6); }
@@ -84,7 +84,7 @@ std::optional<Repair> RepairOf(const CrossRule& rule, const std::function<std::s
   static const double kTooLarge = std::pow(10.0, text::kMostComputedDigits);
   if (!(std::abs(wanted) < kTooLarge)) return Repair{};
   const std::string text = text::ComputedText(wanted);
-  // Shortened to its digits it may be too near again, and the two fields would call each other for ever.
+  // With fewer digits it may violate the rule again, and the two fields would adjust each other forever.
   return Holds(rule.relation, text::LeadingNumber(text), against, band) ? Repair{text} : Repair{};
 }
 

@@ -9,19 +9,19 @@ using enum Unit;
 
 // clang-format off
 constexpr FieldRow kHeating[] = {
-    {"Occupied", txtNvi(0), Temperature, Temperature, "Room temperature that heating keeps while the room is occupied."},
-    {"StandBy", txtNvi(18), Temperature, Temperature, "Room temperature that heating keeps while the room is on standby."},
-    {"Unoccupied", txtNvi(1), Temperature, Temperature, "Room temperature that heating keeps while the room is unoccupied."},
+    {"Occupied", txtNvi(0), Temperature, Temperature, "Room temperature that heating maintains while the room is occupied."},
+    {"StandBy", txtNvi(18), Temperature, Temperature, "Room temperature that heating maintains while the room is on standby."},
+    {"Unoccupied", txtNvi(1), Temperature, Temperature, "Room temperature that heating maintains while the room is unoccupied."},
     {"Maximum limit", txtNvi(2), Temperature, Temperature, "Highest heating setpoint allowed."},
 };
 constexpr FieldRow kCooling[] = {
-    {"Occupied", txtNvi(3), Temperature, Temperature, "Room temperature that cooling keeps while the room is occupied."},
-    {"Standby", txtNvi(19), Temperature, Temperature, "Room temperature that cooling keeps while the room is on standby."},
-    {"Unoccupied", txtNvi(4), Temperature, Temperature, "Room temperature that cooling keeps while the room is unoccupied."},
+    {"Occupied", txtNvi(3), Temperature, Temperature, "Room temperature that cooling maintains while the room is occupied."},
+    {"Standby", txtNvi(19), Temperature, Temperature, "Room temperature that cooling maintains while the room is on standby."},
+    {"Unoccupied", txtNvi(4), Temperature, Temperature, "Room temperature that cooling maintains while the room is unoccupied."},
     {"Minimum limit", txtNvi(5), Temperature, Temperature, "Lowest cooling setpoint allowed."},
 };
 constexpr FieldRow kSetpointOptions[] = {
-    {"Setpoint type", cbNvi(0), None, None, "Whether a setpoint changed at the thermostat stays or holds only for a time."},
+    {"Setpoint type", cbNvi(0), None, None, "Whether a setpoint changed at the thermostat is permanent or temporary."},
 };
 constexpr FieldRow kCommonOptions[] = {
     {"Cycle Per Hour", cbNvi(1), None, None, "Control cycles per hour."},
@@ -29,13 +29,13 @@ constexpr FieldRow kCommonOptions[] = {
 };
 
 constexpr FieldRow kFanMode[] = {
-    {"", cbNvi(16), None, None, "How the fan runs: at one speed, automatically, or on."},
+    {"", cbNvi(16), None, None, "How the fan runs: at a fixed speed, automatically, or on."},
 };
 constexpr FieldRow kSystemType[] = {
     {"", cbNvi(11), None, None, "Whether the fan coil has two or four pipes."},
 };
 constexpr FieldRow kTemporaryOccTime[] = {
-    {"Hours", txtNvi(17), None, Hours, "How long a temporary occupation lasts, in hours."},
+    {"Hours", txtNvi(17), None, Hours, "How long a temporary occupancy lasts, in hours."},
 };
 constexpr FieldRow kFanSequence[] = {
     {"", cbNvi(10), None, None, "Which fan modes the fan menu of the thermostat offers, and in which order."},
@@ -43,7 +43,7 @@ constexpr FieldRow kFanSequence[] = {
 constexpr FieldRow kDisplay[] = {
     {"Auto Function", cbNvi(14), None, None, "Whether the automatic function of the thermostat is on."},
     {"Menu Scroll", cbNvi(13), None, None, "Whether the menu on the display of the thermostat scrolls."},
-    {"Scale", cbNvi(12), None, None, "Temperature scale on the display of the thermostat itself."},
+    {"Scale", cbNvi(12), None, None, "Temperature scale of the thermostat's own display."},
 };
 constexpr FieldRow kSequence[] = {
     {"", cbNvi(15), None, None, "Which of heating, cooling and reheat the thermostat controls."},
@@ -56,7 +56,7 @@ constexpr FieldRow kBinaryInput2[] = {
     {"", cbNvi(3), None, None, "What the contact at binary input 2 is used for."},
 };
 constexpr FieldRow kSensorCalibration[] = {
-    {"Room sensor offset", txtNvi(6), Temperature, TemperatureDifference, "Correction of the room temperature that the sensor measures."},
+    {"Room sensor offset", txtNvi(6), Temperature, TemperatureDifference, "Correction of the measured room temperature."},
 };
 constexpr FieldRow kUniversalInput[] = {
     {"", cbNvi(4), None, None, "What is connected to universal input 3."},
@@ -65,27 +65,27 @@ constexpr FieldRow kActuatorTiming[] = {
     {"Min", txtNvi(14), None, Minutes, "Running time of a floating actuator, in minutes."},
 };
 constexpr FieldRow kControlType[] = {
-    {"", cbNvi(5), None, None, "How the outputs control: on and off, or floating."},
+    {"", cbNvi(5), None, None, "How the outputs control: on/off or floating."},
 };
 constexpr FieldRow kReverseAction[] = {
     {"", cbNvi(6), None, None, "Whether the analogue outputs act in reverse."},
 };
 constexpr FieldRow kAuxiliaryContacts[] = {
     {"", cbNvi(7), None, None, "What the auxiliary contact is used for."},
-    {"Reheat time base", cbNvi(8), None, None, "Time base of the reheat."},
+    {"Reheat time base", cbNvi(8), None, None, "Time base of reheat."},
 };
 
 constexpr FieldRow kDehumidification[] = {
-    {"Setpoint", txtNvi(7), Percent, Percent, "Relative humidity at which dehumidification is to keep the room."},
-    {"Hysteresis", txtNvi(8), Percent, Percent, "Hysteresis of the dehumidification, in percent relative humidity."},
+    {"Setpoint", txtNvi(7), Percent, Percent, "Relative humidity that dehumidification maintains in the room."},
+    {"Hysteresis", txtNvi(8), Percent, Percent, "Hysteresis of dehumidification, in percent relative humidity."},
     {"Max Cooling output", txtNvi(9), Percent, Percent, "Highest cooling output while the thermostat dehumidifies."},
 };
 constexpr FieldRow kDisplayHumidity[] = {
     {"", cbNvi(9), None, None, "Whether the thermostat displays the relative humidity."},
 };
-// A humidity offset under a temperature label and unit: deliberate, the screen has always read so.
+// The temperature label and unit of this humidity offset are deliberate.
 constexpr FieldRow kHumidityCalibration[] = {
-    {"Room sensor offset", txtNvi(10), Temperature, Percent, "Correction of the relative humidity that the sensor measures, in percent."},
+    {"Room sensor offset", txtNvi(10), Temperature, Percent, "Correction of the measured relative humidity, in percent."},
 };
 
 constexpr FieldRow kTimers[] = {
@@ -93,10 +93,10 @@ constexpr FieldRow kTimers[] = {
     {"Unoccupied Timer", txtNvi(21), None, None, "Delay of the PIR sensor before the room becomes unoccupied."},
 };
 
-// "Trottle" is spelled so deliberately.
+// The spelling "Trottle" is deliberate.
 constexpr FieldRow kOutput[] = {
-    {"Heartbeat", txtNvi(39), Seconds, Seconds, "Longest time between two sendings of an output value, in seconds."},
-    {"Trottle", txtNvi(40), Seconds, Seconds, "Shortest time between two sendings of an output value, in seconds."},
+    {"Heartbeat", txtNvi(39), Seconds, Seconds, "Longest time between two transmissions of an output value, in seconds."},
+    {"Trottle", txtNvi(40), Seconds, Seconds, "Shortest time between two transmissions of an output value, in seconds."},
 };
 constexpr FieldRow kInput[] = {
     {"Heartbeat", txtNvi(41), Seconds, Seconds, "Longest time that the thermostat waits for an input value, in seconds."},
@@ -146,7 +146,7 @@ constexpr FramePlace kFrames[] = {
     {3, "", "Display relative humidity", "", kDisplayHumidity},
     {3, "", "RH sensor calibration", "", kHumidityCalibration},
     {4, "", "&Timers", "", kTimers},
-    {4, "", "", "", {}},  // a frame without caption that stays empty
+    {4, "", "", "", {}},  // deliberately empty, without caption
     {5, "", "Output", "", kOutput},
     {5, "", "Input", "", kInput},
     {7, "", "Version Information", "", {}},

@@ -8,8 +8,8 @@
 #include <vector>
 
 /// The configuration screen as data: its pages, frames, labels, fields and list items, in the order in which
-/// they are shown and walked by the keyboard. Captions, labels and list items are the product's own, letter
-/// for letter.
+/// they are shown and Tab visits them. Captions, labels and list items are the product's own, letter for
+/// letter.
 namespace model {
 
 enum class ScreenArray { None, txtNvi, cbNvi, txtMajorVersion, txtMinorVersion, lbModel, lbHvacType };
@@ -23,19 +23,18 @@ struct ControlRef {
 constexpr ControlRef txtNvi(int index) { return {ScreenArray::txtNvi, index}; }
 constexpr ControlRef cbNvi(int index) { return {ScreenArray::cbNvi, index}; }
 
-/// What a number counts. A difference of temperatures is another thing than a temperature: 1 K is 1.8
-/// \u00BAF.
+/// What a number measures. A temperature difference has its own unit: 1 K is 1.8 \u00BAF.
 enum class Unit { None, Temperature, TemperatureDifference, Percent, Seconds, Minutes, Hours };
 
 /// Everything about one field.
 struct FieldRow {
   std::string_view label;
   ControlRef control;
-  /// The text beside it on the screen, which is not always what is meant.
+  /// The unit beside the field on the screen, which is not always the unit of its value.
   Unit unit_label;
-  /// None also if nothing says which it is.
+  /// The unit of the value; None also if it is not known.
   Unit unit;
-  /// What the field means, in the words of a commissioning engineer: one sentence, without the range.
+  /// The field's meaning for a commissioning engineer: one sentence, without the range.
   std::string_view meaning;
 
   consteval FieldRow(std::string_view field_label, ControlRef field_control, Unit shown, Unit meant,
@@ -63,7 +62,7 @@ inline constexpr std::array<std::string_view, 8> kPageCaptions = {
 inline constexpr std::array kPageTopics = {1004, 1002, 1003, 1006, 1005, 1001, 1000, 0};
 static_assert(kPageTopics.size() == kPageCaptions.size());
 
-/// The help topic of one control; every control of the screen has its own. Numbers once shipped stay.
+/// The help topic of a control; each control of the screen has its own. Shipped numbers never change.
 constexpr int HelpContextOf(ControlRef control) {
   switch (control.array) {
     case ScreenArray::None:
@@ -77,24 +76,24 @@ constexpr int HelpContextOf(ControlRef control) {
   }
 }
 
-/// The page that shows the contact page instead of fields, and the one with a heading of its own.
+/// The page that shows the contact page, and the page with its own heading.
 inline constexpr int kContactPage = 6;
 inline constexpr int kHardwarePage = 2;
 inline constexpr std::string_view kHardwarePageHeading = "Configuration";
 
-/// Frames on a page fill two columns, row by row; frames inside a frame are below each other.
+/// Frames on a page fill two columns, row by row; frames in a frame are below each other.
 inline constexpr int kFrameColumns = 2;
 std::span<const FramePlace> Frames();
 
-/// All fields: those over the tabs, then those of the frames.
+/// All fields: those above the tabs, then those of the frames.
 std::vector<FieldRow> Fields();
-/// Nothing for a control that is no field.
+/// Nothing for a control that is not a field.
 std::optional<FieldRow> FieldOf(ControlRef control);
 
 /// A unit as the screen shows it, in these display units (0 Celsius, 1 Fahrenheit); empty for none.
 std::string UnitText(Unit unit, int display_units);
-/// The unit shown beside temperatures. It begins with the masculine ordinal indicator (U+00BA) in place of
-/// the degree sign, deliberately.
+/// The unit beside temperatures. Deliberately begins with the masculine ordinal indicator (U+00BA) instead of
+/// the degree sign.
 std::string TemperatureUnit(int units);
 
 /// The items of cbNvi(index), in list order.
@@ -102,7 +101,7 @@ std::span<const std::string_view> ListItems(int index);
 
 inline constexpr int kChoiceListCount = 17;
 
-/// The text fields that only show what the device reports.
+/// Text fields that only show what the device reports.
 constexpr bool IsReadOnlyField(int txt_nvi_index) {
   return (txt_nvi_index >= 11 && txt_nvi_index <= 13) || txt_nvi_index == 15;
 }

@@ -7,10 +7,10 @@
 
 namespace platform {
 
-/// An error as automation knows it: a number, the name of what raised it, and a text for people.
+/// An error as in automation: a number, the name of what raised it, and a text for people.
 ///
-/// The COM adapters make one from an HRESULT and EXCEPINFO, and turn one that escapes from an automation
-/// object back into these. Our own code throws it for refusals that have numbers.
+/// The COM adapters create one from an HRESULT and EXCEPINFO, and convert one that leaves an automation
+/// object back. Our own code throws it for numbered refusals.
 class Error : public std::exception {
  public:
   /// `cause` is the text of the error that this one replaces, for the log.

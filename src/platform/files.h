@@ -19,15 +19,15 @@ class Files {
     bool is_folder = false;
   };
   struct Folder {
-    /// Unique to the folder, and the same by every path that leads to it: links can make loops.
+    /// Unique to the folder, and the same for every path to it: links can make loops.
     std::string identity;
     /// In directory order, without "." and "..".
     std::vector<Entry> entries;
   };
-  /// Nothing if there is no such folder or it may not be read. The path may end in a backslash.
+  /// Nothing if the folder is missing or must not be read. The path may end with a backslash.
   virtual std::optional<Folder> ReadFolder(const std::string& path) const = 0;
 
-  /// At most the first `bytes` bytes of a file; empty if it cannot be read.
+  /// Up to `bytes` bytes from the start of a file; empty if it cannot be read.
   virtual std::string ReadStart(const std::string& path, std::size_t bytes) const = 0;
 
   /// False for a folder of that name.

@@ -30,20 +30,20 @@ struct Member {
 /// The default member of automation objects (DISPID_VALUE).
 constexpr std::int32_t kDefaultMember = 0;
 
-/// GetOrMethod is a script's call: a script cannot tell a property from a method.
+/// GetOrMethod is how scripts call: a script cannot distinguish a property from a method.
 enum class CallKind { Get, Put, PutReference, Method, GetOrMethod };
 
-/// Keeps an event handler connected until it is destroyed. It may outlive the object that raises the events.
+/// Keeps an event handler connected while it exists. It may outlive the object that raises the events.
 class Subscription {
  public:
   virtual ~Subscription() = default;
 };
 
-/// Receives the event's number and its arguments in the order of their declaration. It runs on the thread
-/// that connected it, whatever thread raises the event.
+/// Receives the event's number, and its arguments in the order of their declaration. Runs on the thread that
+/// connected it, whichever thread raises the event.
 using EventHandler = std::function<void(std::int32_t event, Arguments)>;
 
-/// An object known only by the names and numbers of its members. The programs reach the object server's
+/// An object known only by the names and numbers of its members. The programs access the object server's
 /// objects over COM, the portable tests directly.
 ///
 /// Used from one thread. Every failure is a platform::Error with the number that the object raised.

@@ -4,12 +4,12 @@
 
 namespace platform {
 
-/// The running program's file: its resources, version and place.
+/// The running program's file: resources, version and path.
 class Program {
  public:
   virtual ~Program() = default;
 
-  /// A text of the string table; empty if the table has no such number.
+  /// A text of the string table; empty for an unknown number.
   virtual std::string StringResource(int number) const = 0;
 
   struct Version {

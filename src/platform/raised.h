@@ -2,7 +2,7 @@
 
 namespace platform {
 
-/// Raises a flag while it lives, then restores the flag's former value.
+/// Sets a flag while it exists, then restores the previous value.
 class Raised {
  public:
   explicit Raised(bool& flag) : flag_(flag), former_(flag) { flag = true; }

@@ -20,7 +20,7 @@ constexpr const char* kReadOnly = "Attempt to write to read-only property";
 LNSPlugInAPI::LNSPlugInAPI(const session::Services& services, fMain& main)
     : services_(services), main_(main) {
   session::Session& session = services_.session;
-  // Counted before the window is loaded: other directors may come and go meanwhile.
+  // Counted before the window is loaded: other directors may connect or disconnect meanwhile.
   if (session.InstanceCount++ != 0) return;
   session.SupportedCommands = session::MakeSupportedCommands(services_.program);
   session.NetworkOpen = false;
@@ -120,7 +120,7 @@ void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
     return;
   }
   services_.progress.DisplayStatus("Registering plug-in . . .");
-  // The progress window stays when this fails, deliberately: it shows the command that did.
+  // On failure the progress window deliberately stays, as it names the failed command.
   if (!registration::RegisterCommands(services_)) Raise(20000, kNotRegistered);
 }
 
@@ -136,12 +136,12 @@ void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::str
     main_.ProcessDeviceCommand(lns::AppDevice(object.reference()));
 }
 
-/// A program that has ended shows nothing any more.
+/// A program that has ended shows nothing.
 void LNSPlugInAPI::SetVisible(bool visible) {
   if (main_.HasEnded()) return;
   const bool covered = main_.Visible() && visible && main_.State() != ui::WindowState::Minimized;
   main_.SetVisible(visible);
-  // A director that shows the next device in the same window wants it seen.
+  // A director that shows the next device in the same window wants the user to see it.
   if (covered) main_.BringToFront();
 }
 
@@ -203,7 +203,7 @@ void LNSPlugInAPI::SetPixelsOf(Side side, std::int32_t pixels) {
 
 void LNSPlugInAPI::SetMinimized(bool minimized) {
   main_.SetState(minimized ? ui::WindowState::Minimized : ui::WindowState::Normal);
-  // "minimzed" and "invisble" are spelled so deliberately.
+  // The spellings "minimzed" and "invisble" are deliberate.
   if (!main_.Visible())
     Raise(20006,
           "Can not modify the minimzed property when invisble. The property will be applied the next time "

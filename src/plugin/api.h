@@ -11,8 +11,8 @@
 namespace plugin {
 
 /// The public automation class through which a director drives the plug-in: it names the network, places the
-/// window and sends commands. Objects share the process's session and window and are counted; the last one to
-/// go while the window is hidden ends the plug-in.
+/// window and sends commands. Objects share the process's session and window and are counted; when the last
+/// one is released while the window is hidden, the plug-in ends.
 ///
 /// Raises plain numbers with the plug-in's name as source: 20000 and 20002 to 20006 with their fixed texts.
 class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
@@ -36,7 +36,7 @@ class LNSPlugInAPI : public automation::PublishedTable<LNSPlugInAPI> {
   void Dispatch(const session::SupportedCommand& row, const std::string& path);
   [[noreturn]] void Raise(std::int32_t number, const std::string& text) const;
 
-  /// The window's place and size, in pixels of the screen.
+  /// The window's position and size, in pixels of the screen.
   enum class Side { Left, Top, Width, Height };
   double TwipsPerPixel(Side side) const;
   std::int32_t PixelsOf(Side side) const;

@@ -12,12 +12,12 @@ namespace {
 
 using platform::IgnoreFailure;
 
-// A start-up stage marks a window that must not be used with this tag.
+// The tag of a window that start-up has marked as unusable.
 constexpr const char* kRefuseToStart = "Refuse to start";
 constexpr const char* kDisplayUnits = "DisplayUnits";
-constexpr const char* kSettings = "Settings";  // among the user's own
+constexpr const char* kSettings = "Settings";  // of the user
 
-/// The page about the program, about.htm, as plain text.
+/// The contact page, about.htm, as lines of plain text.
 constexpr const char* kContactPageText =
 #include "contact_page_text.inc"
     ;
@@ -64,18 +64,18 @@ fMain::fMain(const session::Services& services)
   cmdViewLog.SetAccessibleName("Activity log");
   cmdViewLog.SetToolTip("Activity log");
   cmdApply.SetToolTip("Writes the changed fields to the thermostat.");
-  cmdCancel.SetToolTip("Puts the changed fields back to what the thermostat holds.");
+  cmdCancel.SetToolTip("Resets the changed fields to the values of the thermostat.");
   cmdRefresh.SetToolTip("Reads all values from the thermostat again. Changed fields keep their text.");
   cmdExit.SetToolTip("Ends the plug-in.");
   for (std::size_t i = 0; i < obUnits.size(); ++i) {
-    const std::string caption = obUnits[i].Text().substr(1);  // behind its "&"
+    const std::string caption = obUnits[i].Text().substr(1);  // without "&"
     obUnits[i].SetAccessibleName(frmUnits.Text() + ", " + caption);
     obUnits[i].SetToolTip("Shows temperatures in " + model::TemperatureUnit(static_cast<int>(i)) + ".");
   }
   cmdDebug.SetAccessibleName("Set up the screen");
   cmdDebug.SetToolTip("Sets the screen up for the model number beside it.");
   txtDebug.SetAccessibleName("Model number");
-  txtDebug.SetToolTip("Model number for which the screen is to be set up.");
+  txtDebug.SetToolTip("Model number to set the screen up for.");
   cmdDebug.SetVisible(false);
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };
@@ -134,11 +134,11 @@ lns::ObjectServer fMain::lcaOS() {
 }
 
 void fMain::TakeObjectServer(const lns::ObjectServer& made) {
-  // While it was made another director may have had one made as well, or the program may have ended.
+  // Meanwhile another director may have created one, or the program may have ended.
   if (object_server_ || ending_ == Ending::ForGood) return;
   object_server_ = made;
   services_.session.Dialect = std::make_shared<lns::Dialect>(resource_files_.UserTypeOwner());
-  // Without events everything works, only less lively.
+  // Events are optional.
   activity::LogAndGoOn(services_.log, "Error subscribing to events", "Object Server", [this] {
     subscription_ = object_server_.Advise(
         [this](std::int32_t event, platform::Arguments arguments) { events_.Handle(event, arguments); });
@@ -175,7 +175,7 @@ bool fMain::OnQueryUnload(ui::CloseReason reason) {
   return false;
 }
 
-/// Asked at once, also while an operation runs; that ends at its next step then, and the program with it.
+/// Asks at once, even during an operation, which then ends at its next step and ends the program.
 void fMain::ConfirmExit() {
   if (services_.session.InstanceCount != 0) {
     const ui::Answer answer =
@@ -196,21 +196,20 @@ void fMain::EndSoon() {
 void fMain::OnUnload() {
   services_.log.Unload();
   services_.progress.Close();
-  // A window that closes by itself ends the plug-in just the same.
   EndPlugIn();
 }
 
 void fMain::EndPlugIn() {
   if (ending_ != Ending::No) return;
-  // Calls come in during everything that follows, also while objects are let go.
+  // Calls may arrive during all that follows, even while objects are released.
   ending_ = services_.session.InstanceCount == 0 ? Ending::Unused : Ending::ForGood;
-  // A director that comes and goes meanwhile leaves its network open.
+  // A director that connected and disconnected meanwhile leaves its network open.
   do {
     device_->Close();
     Open({}, {}, {});
     ReleaseObjectServer();
   } while (object_server_ && services_.session.InstanceCount == 0);
-  // One that has come to stay is served.
+  // A director that stays connected is served.
   if (ending_ == Ending::Unused && services_.session.InstanceCount != 0) {
     ending_ = Ending::No;
     exit_wanted_ = false;

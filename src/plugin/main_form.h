@@ -16,26 +16,25 @@
 namespace plugin {
 
 /// The plug-in's configuration window. It is loaded hidden with the first automation object, prepares the
-/// screen for the device of a configure command, and owns the ending of the whole plug-in.
+/// screen for the device of a configure command, and decides when the plug-in ends.
 class fMain : public ui::Form {
  public:
   explicit fMain(const session::Services& services);
 
-  /// Shows the device's state and values. Questions and failures are shown to the user here.
+  /// Shows the device's state and values, and questions and failures to the user.
   void ProcessDeviceCommand(const lns::AppDevice& device);
-  /// The same for the device that owns the object; without an owner no device is shown at all.
+  /// The same for the device that owns the object; without an owner it shows no device.
   void ProcessLonMarkObjectCommand(const lns::LonMarkObject& object);
 
-  /// Closes everything that the object server has open, unloads all windows and ends the process. No failure
-  /// stops it. A director that arrives meanwhile does, if there was none before.
+  /// Closes everything on the object server, unloads all windows and ends the process. Failures do not stop
+  /// it; a director that arrives meanwhile does, if there was none before.
   void EndPlugIn();
   bool HasEnded() const { return ending_ == Ending::ForGood; }
-  /// Ends the plug-in when no automation object is left and the window is hidden, or the user has asked for
-  /// it; while an operation runs, at its end.
+  /// Ends the plug-in if no automation object is left and the window is hidden, or if the user has asked for
+  /// it; during an operation, at its end.
   void EndIfWanted();
 
-  /// A long operation that runs, for as long as it lives. The message loop runs inside it, so that calls and
-  /// clicks come in.
+  /// Exists while a long operation runs. The message loop runs in it, so calls and clicks arrive.
   class Operation {
    public:
     explicit Operation(fMain& main) : main_(main) { ++main_.running_operations_; }
@@ -54,12 +53,12 @@ class fMain : public ui::Form {
   /// The number of the bitmap that shows the thermostat.
   static constexpr int kProductPicture = 301;
 
-  /// The process's object server. Made at load, and again on demand if there is none or if it has ended;
-  /// throws if none can be had. None once the program has ended: nobody would close what it opens.
+  /// The process's object server. Created at load, and again on demand if there is none or it has ended;
+  /// throws if that fails. None once the program has ended, as nobody would close what it opens.
   lns::ObjectServer lcaOS();
 
-  /// The help topic of the control that has the focus, or had it before the help button was pressed; if it
-  /// has none, that of the page in front; 0 if that has none either.
+  /// The help topic of the control that has the focus or had it before the help button; if it has none, the
+  /// topic of the page in front; 0 if that has none either.
   int HelpContext() const;
 
   bool DeviceOnline() const { return device_->state().online; }
@@ -78,7 +77,7 @@ class fMain : public ui::Form {
   ui::Label lblDeviceTemplate{"lblDeviceTemplate"};
   ui::Picture Picture1{"Picture1", kProductPicture, 72 * 15, 48 * 15};
   ui::Frame frmUnits{"frmUnits", "Plug-In Display Units"};
-  // Indexed by the display units: 0 Celsius, 1 Fahrenheit.
+  // By display units: 0 Celsius, 1 Fahrenheit.
   std::array<ui::OptionButton, 2> obUnits{ui::OptionButton{"obUnits(0)", "&Metric"},
                                           ui::OptionButton{"obUnits(1)", "&Imperial"}};
   ui::Button cmdApply{"cmdApply", "&Apply"};
@@ -101,15 +100,15 @@ class fMain : public ui::Form {
 
  private:
   ui::Box MakeLayout();
-  // Settings in the plug-in's machine key: units are 0 only for the stored text "0", else 1; the debug mode
-  // is 1 if the stored number rounds to 1, else 0.
+  // Settings in the plug-in's machine key: the units are 0 only for the stored text "0", else 1; the debug
+  // mode is 1 if the stored number rounds to 1, else 0.
   void GetDisplayUnits();
   void SetDisplayUnits();
   void GetDebug();
   void TakeObjectServer(const lns::ObjectServer& made);
   void ReleaseObjectServer();
   void ConfirmExit();
-  /// At once, or when the operation that runs has come to its next step.
+  /// At once, or at the next step of a running operation.
   void EndSoon();
   void ConnectEditing();
   void Run(const std::string& action, const std::function<void(editing::OpenDevice&)>& pass);
@@ -132,13 +131,13 @@ class fMain : public ui::Form {
   lns::ObjectServer object_server_;
   int running_operations_ = 0;
   bool exit_wanted_ = false;
-  /// Unused: it ends unless a director arrives meanwhile. ForGood: the user ends it.
+  /// Unused: ends unless a director arrives meanwhile. ForGood: ends in any case.
   enum class Ending { No, Unused, ForGood } ending_ = Ending::No;
   lonworks::ResourceFiles resource_files_;
 
   editing::PendingEdits pending_;
   editing::Context editing_context_;
-  /// One without a device while none is open.
+  /// Never null; an empty device if none is open.
   std::shared_ptr<editing::OpenDevice> device_;
   editing::FieldEditing fields_;
   ObjectServerEvents events_;

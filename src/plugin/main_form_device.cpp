@@ -1,5 +1,5 @@
-// What is done with the device on the screen: a director's configure command brings it there, from the object
-// that was named to the values in their fields; buttons and unit choice run its passes.
+// The device on the screen: from the object that a director's configure command names to the values in their
+// fields, and the passes that buttons and unit choice start.
 
 #include <span>
 
@@ -15,14 +15,14 @@ namespace {
 using editing::OpenDevice;
 
 constexpr const char* kPreparing = "Preparing the device";
-// "formating" is spelled so deliberately.
+// The spelling "formating" is deliberate.
 constexpr const char* kResourceFilesMissing =
     "The resource files required for this device are not present on this computer. Browsing and data "
     "formating capabilities might be restricted to standard types and standard functional profile templates. "
     "Do you want to continue?";
 constexpr const char* kModeFailed = "Unable to set the Mode for the LonMark Objects, do you want to proceed?";
 
-/// The fields that a model does not have. No model lacks any today; a row is added for one that does.
+/// The fields that a model lacks. Today no model lacks any; add a row for one that does.
 struct ModelRow {
   int model_number;
   std::span<const model::ControlRef> missing;
@@ -41,7 +41,7 @@ void fMain::Configure(const lns::AppDevice& device, const lns::LonMarkObject& ob
   opened->Pass(kPreparing, [&] { PrepareAndLoad(*opened); });
 }
 
-/// Nothing of the former device may be shown as, or written to, the next one.
+/// Nothing of the previous device may be shown for the next one or written to it.
 void fMain::Open(const std::string& path, const lns::AppDevice& device, const lns::LonMarkObject& object) {
   if (device_) device_->Supersede();
   device_ = std::make_shared<OpenDevice>(editing_context_, path, device, object);
@@ -56,8 +56,8 @@ void fMain::PrepareAndLoad(OpenDevice& device) {
   device.Load();
 }
 
-/// Prepares the device's blocks for the resource files. False if the user does not want to go on without
-/// them.
+/// Prepares the device's LonMark objects for the resource files. False if the user does not want to continue
+/// without them.
 bool fMain::PrepareLonMarkObjects(OpenDevice& device) {
   const auto ask_to_go_on = [&](const char* question) {
     services_.progress.Close();
@@ -70,10 +70,8 @@ bool fMain::PrepareLonMarkObjects(OpenDevice& device) {
   return SetLonMarkObjectModes(device) || ask_to_go_on(kModeFailed);
 }
 
-/// Sets every LonMark object of the device to the resource files that define it, so that the platform formats
-/// their members: objects that have another mode get the files' scope. This is a setting of the network's
-/// database; nothing is sent to the device, whose blocks go on running or stay disabled as they are. False if
-/// that fails.
+/// Sets the mode of each LonMark object to the scope of the resource files, so that the platform can format
+/// its members. Changes only the network database and sends nothing to the device. False on failure.
 bool fMain::SetLonMarkObjectModes(OpenDevice& device) {
   const std::int32_t scope = resource_files_.Scope();
   try {
@@ -108,7 +106,7 @@ void fMain::ConnectEditing() {
     };
 }
 
-/// Before any device is open there is nothing to read.
+/// Without a device there is nothing to read.
 void fMain::SwitchUnits(std::int16_t units) {
   if (device_->IsNone())
     DisplayUnits = units;
@@ -120,7 +118,7 @@ void fMain::Apply() {
   Run("Applying the changes", [](OpenDevice& device) { device.Apply(); });
 }
 
-/// One operation at a time: what the user starts while one runs is not started.
+/// Runs one operation at a time and ignores others that the user starts meanwhile.
 void fMain::Run(const std::string& action, const std::function<void(OpenDevice&)>& pass) {
   if (Busy() || device_->SaysItIsGone()) return;
   const Operation running(*this);
@@ -128,8 +126,7 @@ void fMain::Run(const std::string& action, const std::function<void(OpenDevice&)
   device->Pass(action, [&] { pass(*device); });
 }
 
-/// A device that has not been read completely is prepared again: the failure may be anywhere on that
-/// road.
+/// Prepares a device again that has not been read completely, as any step of that may have failed.
 void fMain::Refresh() {
   const bool complete = device_->IsComplete();
   Run(complete ? "Refreshing" : kPreparing, [this, complete](OpenDevice& device) {
@@ -151,7 +148,7 @@ void fMain::ShowUnits() {
   ShowDevice();
 }
 
-/// State, path, and what is being done or, when nothing is, how much waits for Apply; and what has changed.
+/// Shows state, path, the running action or the number of pending edits, and the changed fields.
 void fMain::ShowDevice() {
   const auto edits = pending_.Count();
   const std::string waiting = edits == 0   ? ""
@@ -160,14 +157,14 @@ void fMain::ShowDevice() {
   StatusBar.SetPanel(1, device_->state().text);
   StatusBar.SetPanel(2, device_->path());
   StatusBar.SetPanel(3, device_->doing().empty() ? waiting : device_->doing());
-  // A pass changes many marks; the tabs are drawn again once, at its end.
+  // A pass changes many marks; redraw the tabs only once, at its end.
   if (!device_->doing().empty()) return;
   screen.tabData.SetMarked(pending_.Pages());
   model::ShowFieldTips(screen, DisplayUnits,
                        [this](const ui::Control& field) { return device_->ChangeOf(field); });
 }
 
-/// Every known model has all fields, and so has one that is not known.
+/// Unknown models have all fields, as every known one does today.
 void fMain::SetUpScreen(int model_number) {
   for (ui::Field* const field : screen.EditableFields()) field->SetEnabled(true);
   for (const ModelRow& row : kModels)

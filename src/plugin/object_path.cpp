@@ -9,14 +9,14 @@ namespace {
 
 enum Component : std::size_t { kNetwork, kSystemAndSubsystems, kDevice, kLonMarkObject };
 
-/// The name without the prefix of its class. Only the class's own prefix is one: names may contain colons.
+/// The name without its class prefix. Other prefixes are part of the name, as names may contain colons.
 std::string WithoutPrefix(const std::string& component, std::string_view class_name) {
   const std::string prefix = "Lca" + std::string(class_name) + ":";
   const bool has_prefix = text::EqualIgnoringCase(component.substr(0, prefix.size()), prefix);
   return has_prefix ? component.substr(prefix.size()) : component;
 }
 
-/// The item with the name; nothing for an empty one.
+/// The item with the name; nothing for an empty name.
 template <class T>
 T Find(const lns::Collection<T>& collection, const std::string& name) {
   return name.empty() ? T{} : collection.Item(name);

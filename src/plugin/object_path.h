@@ -13,12 +13,12 @@ namespace plugin {
 ///
 ///   network / system.subsystem[.subsystem...] / device [/ LonMark object]
 ///
-/// A component may carry the prefix of its class and ":" ("LcaAppDevice:Room 101").
+/// A component may have the prefix of its class and ":" ("LcaAppDevice:Room 101").
 std::vector<std::string> SplitObjectPath(std::string_view path);
 
-/// The application device or LonMark object that the path names on the open network, as the object type asks
-/// for; nothing if the path does not have that many components, names another network or system, or if
-/// any step of the look-up fails. Network and system are copies: another one may be opened meanwhile.
+/// The application device or LonMark object that the path names on the open network, depending on the object
+/// type; nothing if the path has too few components, names another network or system, or if a look-up fails.
+/// Network and system are copies, as another network may be opened meanwhile.
 lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
                           lns::Network network, lns::System system);
 

@@ -31,7 +31,7 @@ void ObjectServerEvents::ShowUpdate(platform::Arguments arguments) {
   });
 }
 
-/// The text has no line break, so the row shows only its time and the red mark; deliberate.
+/// Deliberately logs a text without a line break: the row shows only its time and the red mark.
 void ObjectServerEvents::LogUpdateError(platform::Arguments arguments) {
   if (arguments.empty()) return;
   const std::int32_t tag = automation::ToInteger(arguments[0]);

@@ -8,12 +8,11 @@
 
 namespace plugin {
 
-/// What the program does with the object server's events, by their numbers: a periodic notification keeps the
-/// screen painted, an update shows the new value of a monitored field, an error goes into the log. All others
-/// are ignored.
+/// Handles the object server's events, by number: a periodic notification repaints the screen, an update
+/// shows the new value of a monitored field, an error goes into the log. Ignores all others.
 ///
-/// Events come in whenever the message loop runs, also in the middle of a pass; a binding's tag is its row
-/// number, and tag 0 belongs to none.
+/// Events arrive whenever the message loop runs, also during a pass. A binding's tag is its row number; no
+/// binding has tag 0.
 class ObjectServerEvents {
  public:
   ObjectServerEvents(ui::Desktop& desktop, const std::shared_ptr<editing::OpenDevice>& device)
@@ -26,7 +25,7 @@ class ObjectServerEvents {
   void LogUpdateError(platform::Arguments arguments);
 
   ui::Desktop& desktop_;
-  /// The one of the window, which changes with each command.
+  /// The window's pointer, which changes with each command.
   const std::shared_ptr<editing::OpenDevice>& device_;
 };
 

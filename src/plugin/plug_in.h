@@ -21,28 +21,28 @@
 
 namespace plugin {
 
-/// The computer that the plug-in runs on. It outlives the plug-in.
+/// The computer on which the plug-in runs. It outlives the plug-in.
 struct Computer {
   ui::Desktop& desktop;
   const platform::Program& program;
   platform::Files& files;
   platform::Shell& shell;
   platform::Registry& registry;
-  /// Makes an object server; throws if none can be had.
+  /// Creates an object server; throws on failure.
   std::function<platform::LateBoundPtr()> make_object_server;
 };
 
-/// The whole plug-in, put together for one computer. How it is started is left to the program.
+/// The whole plug-in, assembled for one computer. The program decides how to start it.
 class PlugIn {
  public:
   explicit PlugIn(const Computer& computer);
   PlugIn(const PlugIn&) = delete;
   PlugIn& operator=(const PlugIn&) = delete;
 
-  /// What a director gets when it creates the plug-in's class.
+  /// The object for a director that creates the plug-in's class.
   std::shared_ptr<LNSPlugInAPI> CreateApi();
 
-  /// What the registration window and the switches of the command line do to this process.
+  /// How the registration window and the command-line switches act on this process.
   registration::MMain::Process ByHand(std::function<void()> register_class);
 
   const startup::Identity identity;

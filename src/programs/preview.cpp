@@ -1,4 +1,4 @@
-// preview: shows what the plug-in shows for a device in a network file, without Windows. For authors of
+// preview: shows the plug-in's window for a device in a network file as text, without Windows. For authors of
 // network files.
 
 #include <chrono>

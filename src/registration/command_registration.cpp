@@ -21,7 +21,7 @@ using session::SupportedCommand;
 
 const std::string kErrorAdding = "Error adding command ";
 
-// The kinds of template that a command can name. Only device templates have a program ID.
+// The kinds of templates that a command can name. Only device templates have a program ID.
 enum TemplateKind : std::int32_t {
   kHardwareTemplate = 1,
   kBuildTemplate = 2,
@@ -48,14 +48,14 @@ class Run {
     const bool known = LogAndGoOn(services_.log, "Error reading the remote flag", "", [this] {
       services_.session.RegistrationRemote = services_.session.ObjectServer.RemoteFlag();
     });
-    // Before templates are made, as that is when the platform looks for the types of their variables.
+    // Before templates are created, because then the platform looks for the types of their variables.
     const bool resources = !known || services_.session.RegistrationRemote || AddResources(services_, system_);
     bool all = true;
     for (SupportedCommand& command : services_.session.SupportedCommands)
       all = Try(command, [&] { RegisterEverywhere(command); }) && all;
     const SupportedCommand mark = SystemMark();
     all = all && Try(mark, [&] { AddOnce(system_, Place(system_), mark); });
-    // Directors register at each start: if no command is missing, no box keeps them waiting. The log has the
+    // Directors register at each start. If no command is missing, no box keeps them waiting; the log has the
     // failure.
     if (!resources && user_is_there_) Show(kResourcesNotAdded, ui::Icon::Exclamation);
     return all;
@@ -64,8 +64,8 @@ class Run {
  private:
   using Finish = std::function<void(const lns::ComponentApp&)>;
 
-  /// Runs a step of adding the command; logs and shows why it failed. A reason that several commands share,
-  /// such as a missing template, is shown once.
+  /// Runs a step of adding the command; logs and shows its failure. Shows a reason that several commands
+  /// share, such as a missing template, only once.
   bool Try(const SupportedCommand& command, const std::function<void()>& step) {
     const std::string action = kErrorAdding + command.CommandName;
     std::string reason, result, cause;
@@ -103,7 +103,7 @@ class Run {
       AddToDevices(command);
       return;
     }
-    // Read before the command exists, so only the user's answer comes between the command and its flag.
+    // Read before the command exists, so that only the user's answer comes between the command and its flag.
     const std::string& template_name = place.Name();
     AddOnce(device_template, place, command, [&](const lns::ComponentApp& added) {
       if (AskForDefault(command, template_name)) added.SetDefaultAppFlag(true);
@@ -128,7 +128,7 @@ class Run {
     }
   }
 
-  /// Rows of one program ID share its template and its failure: the user is asked for a file once.
+  /// Rows of one program ID share its template and its failure, so the user is asked for a file only once.
   lns::DeviceTemplate TemplateOf(const SupportedCommand& command) {
     if (const auto known = failed_.find(command.ProgramId); known != failed_.end()) throw known->second;
     try {
@@ -139,7 +139,7 @@ class Run {
     }
   }
 
-  /// For a step that one place's command can do without.
+  /// For an optional step of one command at one place.
   template <class Step>
   void GoOn(const std::string& action, const Place& place, Step&& step) const {
     LogAndGoOn(
@@ -150,7 +150,7 @@ class Run {
     return text::EqualIgnoringCase(app.RegisteredServer(), services_.identity.PlugInProgID);
   }
 
-  /// Finds the command by what it does, or by its name if an earlier try did not finish. A command that
+  /// Finds the command by number and class, or by name if an earlier try did not finish. A command that
   /// cannot be read counts as another plug-in's.
   lns::ComponentApp Find(const lns::ComponentApps& apps, const Place& place,
                          const SupportedCommand& command) const {
@@ -168,7 +168,7 @@ class Run {
     return app.CommandId() == command.CommandId && app.ComponentClassId() == command.ObjectType;
   }
 
-  /// Adds the command to the owner's if it is missing.
+  /// Adds a missing command to the owner's.
   template <class Owner>
   void AddOnce(const Owner& owner, const Place& place, const SupportedCommand& command,
                const Finish& finish = {}) const {
@@ -181,7 +181,7 @@ class Run {
     if (!done.empty()) services_.log.LogCommand(done + command.CommandName, place.Text());
   }
 
-  /// What was done, in the log's words; empty if the command was there already.
+  /// What was done, for the log; empty if the command was already there.
   std::string AddTo(const lns::ComponentApps& apps, const Place& place, const SupportedCommand& command,
                     const Finish& finish) const {
     const lns::ComponentApp found = Find(apps, place, command);
@@ -190,21 +190,21 @@ class Run {
     return "Adding command ";
   }
 
-  /// Makes the command, or completes one that was left without its number.
+  /// Creates the command, or completes one without a number.
   void Complete(const lns::ComponentApps& apps, const Place& place, lns::ComponentApp app,
                 const SupportedCommand& command, const Finish& finish) const {
     try {
       if (!app) app = apps.Add(command.CommandName, services_.identity.PlugInProgID, command.ObjectType);
       if (!app) throw Failure("ComponentApp was not created.");
       app.SetDescription(command.CommandDescription);
-      // Last, as it shows the next try that nothing is missing.
+      // Last, because it shows the next try that nothing is missing.
       app.SetCommandId(command.CommandId);
       GoOn("writing the version of command " + command.CommandName, place, [&] {
         if (HasOtherVersion(app)) app.SetVersionNumber(services_.identity.PlugInVersion);
       });
       if (finish) finish(app);
     } catch (const std::exception&) {
-      // A command without its number would be offered and do nothing. If a complete one is removed, the next
+      // A command without a number would be offered and do nothing. If a complete one is removed, the next
       // try asks again.
       if (app)
         GoOn("removing command " + command.CommandName, place, [&] { apps.Remove(command.CommandName); });
@@ -212,8 +212,8 @@ class Run {
     }
   }
 
-  /// The manual calls the version read-only, set when the command is added. If it is, only the system's mark
-  /// is added anew: directors compare its version alone and register until it matches, and other commands
+  /// The manual calls the version read-only, set when the command is added. In that case only the system's
+  /// mark is added anew: directors compare only its version and register until it matches, and other commands
   /// would lose their default flag.
   std::string Update(const lns::ComponentApps& apps, const Place& place, const lns::ComponentApp& app,
                      const SupportedCommand& command) const {
@@ -226,7 +226,7 @@ class Run {
     if (updated) return "Updating command ";
     if (command.CommandId != session::kRegisterCommand) return "";
     GoOn("removing command " + command.CommandName, place, [&] { apps.Remove(app.Name()); });
-    if (Find(apps, place, command)) return "";  // better an older mark than none
+    if (Find(apps, place, command)) return "";  // an older mark is better than none
     Complete(apps, place, {}, command, {});
     return "Adding command ";
   }
@@ -253,11 +253,11 @@ class Run {
   }
 
   const session::Services& services_;
-  lns::System system_;  // of the network open at the start; a command may open another
+  lns::System system_;  // of the network open at the start; a director may open another
   PlugInTemplates library_;
   std::map<std::string, Failure> failed_;  // by program ID
   std::set<std::string> logged_, shown_;
-  bool user_is_there_ = false;  // this run has shown a box that was answered
+  bool user_is_there_ = false;  // the user has answered a box during this run
 };
 
 }  // namespace

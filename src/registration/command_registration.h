@@ -9,9 +9,9 @@ namespace registration {
 /// to the LonMark objects of their interfaces and devices. A "register" command on the system shows directors
 /// that this version is registered.
 ///
-/// Registering again changes nothing. False if no network is open or if a command could not be registered.
-/// The user has then seen the failure, the other commands are registered, and the next try does the rest. The
-/// activity log lists what was added, updated and what failed.
+/// Registering again changes nothing. False if no network is open or if a command could not be registered. In
+/// the latter case the user has seen the failure, the other commands are registered, and the next try does
+/// the rest. The activity log lists what was added and updated, and what failed.
 bool RegisterCommands(const session::Services& services);
 
 }  // namespace registration

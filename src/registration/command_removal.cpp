@@ -28,7 +28,7 @@ class Visit {
       Show("Deregister commands...");
       Try("Error removing commands", [&] { RemoveCommandsAndTemplates(services_, exhaustive_, first); });
     }
-    // They may refuse to close if they did not open.
+    // They may fail to close if they did not open.
     IgnoreFailure([this] { session_.CurrentSystem.Close(); });
     IgnoreFailure([this] { session_.CurrentNetwork.Close(); });
     session_.CurrentSystem = {};
@@ -41,7 +41,7 @@ class Visit {
     lns::NetworkInterface former;
     Try("Error finding the system",
         [&] { session_.CurrentSystem = session_.CurrentNetwork.Systems().Item(1); });
-    // An interface that cannot be read could not be restored, so it is not removed.
+    // If the interface cannot be read, it cannot be restored, so it is not removed.
     const bool known = Try("Error reading the network interface", [&] {
       device = session_.CurrentSystem.NetworkServiceDevice();
       former = device.NetworkInterface();
@@ -102,7 +102,7 @@ class Removal {
   void From(const Owner& owner, const Place& place) const {
     Try("commands", place, [&] {
       const lns::ComponentApps apps = owner.ComponentApps();
-      // Backwards, as the commands after a removed one move up.
+      // Backwards, because the commands after a removed one move up.
       for (std::int32_t ordinal = apps.Count(); ordinal >= 1; --ordinal) {
         lns::ComponentApp app;
         std::string server;
@@ -118,7 +118,7 @@ class Removal {
     });
   }
 
-  /// Runs a step of the removal; logs why it failed.
+  /// Runs a step of the removal; logs its failure.
   template <class Step>
   bool Try(const std::string& what, const Place& place, Step&& step) const {
     return LogAndGoOn(
@@ -170,7 +170,7 @@ void RemovePlugInFromNetworks(const session::Services& services, bool exhaustive
 }
 
 void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network) {
-  // The message loop may run in here, and a director may open another network.
+  // The message loop may run here, and a director may open another network.
   const lns::System system = services.session.CurrentSystem;
   const lns::ObjectServer server = services.session.ObjectServer;
   const PlugInTemplates library(services);

@@ -8,10 +8,10 @@
 namespace registration {
 
 /// Removes the plug-in's commands from the open system and, for the first network, from the object server
-/// that all networks share. Skips what fails. The activity log lists what was removed and what failed.
+/// that all networks share. Skips failing steps. The activity log lists what was removed and what failed.
 ///
 /// Exhaustive also removes unused device templates: each after a question if `Interactive` is set, otherwise
-/// only those that the plug-in made.
+/// only those that the plug-in created.
 void RemoveCommandsAndTemplates(const session::Services& services, bool exhaustive, bool first_network);
 
 /// Removes the plug-in's commands from every network of the object server in turn: opens it in engineered

@@ -15,7 +15,7 @@ using platform::Shell;
 constexpr std::int16_t kFlagOff = -1;
 constexpr std::int16_t kFlagOn = 1;
 
-// Flags are stored as the texts "-1" and "1", never as numbers, deliberately.
+// Flags are deliberately stored as the texts "-1" and "1", never as numbers.
 std::string FlagText(std::int16_t flag) { return std::to_string(ForceInRange(kFlagOff, kFlagOn, flag)); }
 
 void ShowInformation(const session::Services& services, const std::string& text) {
@@ -93,7 +93,7 @@ void RegisterPlugIn(const session::Services& services, bool interactive,
       activity::LogAndGoOn(services.log, "Error registering the automation class", identity.PlugInProgID,
                            [&] { register_class ? register_class() : RegisterClassByChild(services); });
   if (!class_registered && interactive) {
-    // No blank before "registration", deliberately.
+    // Deliberately no blank before "registration".
     ShowFailure(services, "Plug-in " + identity.PlugInProgID + "registration as COM server failed");
     return;
   }
@@ -107,7 +107,7 @@ void RegisterPlugIn(const session::Services& services, bool interactive,
 void UnregisterPlugIn(const session::Services& services, bool interactive) {
   const startup::Identity& identity = services.identity;
   try {
-    // Only the file name, unlike for registration, deliberately.
+    // Deliberately only the file name, unlike for registration.
     services.shell.Start(services.program.ExecutableName() + ".exe", "/unregserver",
                          Shell::Show::MinimizedWithoutFocus);
   } catch (const platform::Error& failure) {
@@ -146,7 +146,7 @@ std::optional<int> MMain::Main(std::string_view command_line) {
 }
 
 void MMain::OpenWindow(const Asked& asked, bool registers_class) {
-  // A second copy without these rights tries all the same and shows why it fails.
+  // A second copy without these rights still tries and shows why it fails.
   const bool elevates = !asked.in_window && !MayRegister(services_);
   const auto elevated = [this](const std::string& switches) {
     return services_.shell.StartElevated(services_.program.Path(),

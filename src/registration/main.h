@@ -23,43 +23,43 @@ bool MayRegister(const session::Services& services);
 /// A sentence that says whether the plug-in is registered on this computer, and in which version.
 std::string RegisteredAs(const session::Services& services);
 
-/// Makes the plug-in's entry in the catalogue of plug-ins: the COM class and a machine key of ten text
-/// values. Skips what fails, except that an interactive run ends if the class is refused. Shows results only
-/// if `interactive` is set.
+/// Creates the plug-in's entry in the catalogue of plug-ins: the COM class and a machine key with ten text
+/// values. Skips failing steps, but an interactive run ends if the class is refused. Shows results only if
+/// `interactive` is set.
 ///
-/// `register_class` registers the class in this process and throws if that is refused; if it is empty, a
-/// second copy of the program does this.
+/// `register_class` registers the class in this process and throws on refusal; if it is empty, a second copy
+/// of the program does this.
 ///
-/// A registered newer version, by major and minor number, stays.
+/// Keeps a registered newer version, by major and minor number.
 void RegisterPlugIn(const session::Services& services, bool interactive,
                     const std::function<void()>& register_class = {});
 
-/// Removes both. The key stays if the COM removal does not start.
+/// Removes both. Keeps the key if the COM removal does not start.
 void UnregisterPlugIn(const session::Services& services, bool interactive);
 
-/// What the program does when it is started by hand: registers or removes itself silently, or opens the
+/// The program's work if it is started by hand: registers or removes itself silently, or opens the
 /// registration window.
 class MMain {
  public:
   struct Process {
-    /// The object server of the process; throws if none can be made.
+    /// The object server of the process; throws if none can be created.
     std::function<lns::ObjectServer()> object_server;
     /// Closes everything and ends the program.
     std::function<void()> end_plug_in;
-    /// Registers the automation class in this process; throws if that is refused.
+    /// Registers the automation class in this process; throws on refusal.
     std::function<void()> register_class;
   };
   MMain(const session::Services& services, Process process)
       : services_(services), process_(std::move(process)) {}
 
-  /// The exit code if the user may not register: the system's number for denied access.
+  /// The exit code without the rights to register: the system's number for denied access.
   static constexpr int kAccessDenied = 5;
 
-  /// The program's exit code when all is done, or nothing if the registration window is open and the program
-  /// runs until it is closed. Failures are silent, except that it throws if the window cannot be made.
+  /// The program's exit code, or nothing while the registration window is open; the program then runs until
+  /// the user closes it. Failures are silent, but it throws if the window cannot be created.
   std::optional<int> Main(std::string_view command_line);
 
-  /// Modes 0 and 1 visit every network first; others only remove the plug-in from this computer.
+  /// Modes 0 and 1 visit every network first; any other only removes the plug-in from this computer.
   void DeregisterPlugIn(std::int32_t mode, bool interactive);
 
   fRegisterPlugIn* window() { return window_.get(); }

@@ -11,7 +11,7 @@
 namespace registration {
 namespace {
 
-// By code. Code 49 has no name, deliberately.
+// By code. Code 49 deliberately has no name.
 constexpr std::array<const char*, 53> kObjectTypes = {"Object Server",
                                                       "Network",
                                                       "Networks",
@@ -103,7 +103,7 @@ Version SplitVersion(std::string_view version) {
   const auto [major, rest] = text::SplitAtFirst(version, ".");
   std::string minor = text::SplitAtFirst(rest, " ").head;
   minor = text::SplitAtFirst(minor, ".").head;
-  // A lone digit gets a zero in front of it; its value stays.
+  // A single digit gets a leading zero; its value does not change.
   if (minor.size() == 1) minor.insert(0, "0");
   return {Number(major), Number(minor)};
 }

@@ -23,18 +23,17 @@ struct Version {
   auto operator<=>(const Version&) const = default;
 };
 
-/// Takes the numbers from a text like "1.0.0" or "2.5 beta". What is not a number counts as 0; a number
-/// beyond 16 bits as the nearest that fits.
+/// Parses a text such as "1.0.0" or "2.5 beta". A part that is not a number counts as 0; a number beyond 16
+/// bits becomes the nearest that fits.
 Version SplitVersion(std::string_view text);
 
-/// An object that has commands, as the activity log names it. Its name is read once, on demand, and need not
-/// be readable.
+/// An object that has commands, as the activity log names it. Its name is read on demand, only once.
 class Place {
  public:
   explicit Place(const lns::DeviceTemplate& device_template) : Place("Device Template", device_template) {}
   explicit Place(const lns::AppDevice& device) : Place("Application Device", device) {}
   explicit Place(const lns::System& system) : Place("System", system) {}
-  /// There is only one, and it has no name.
+  /// The only one, without a name.
   explicit Place(const lns::ObjectServer&) : kind_("Object Server"), name_("") {}
   /// `owner`, a template or a device, must outlive this.
   Place(const lns::LonMarkObject& object, const Place& owner) : Place("LonMark Object", object) {

@@ -29,7 +29,7 @@ std::string InAscii(const std::string& name) {
   return ascii;
 }
 
-/// A failed call may still have added the template; an empty one is removed.
+/// A failed call may still have added the template; removes an empty one.
 lns::DeviceTemplate Add(const lns::DeviceTemplates& templates, const std::string& name) {
   try {
     return templates.Add(name);
@@ -97,8 +97,8 @@ std::string PlugInTemplates::FindInterfaceFile(const std::string& program_id) {
 void PlugInTemplates::SetSearchFolder() {
   // A remote object server's folders are on another computer.
   if (services_.session.RegistrationRemote) return;
-  // By convention interface files are in the Import folder beside the Types folder, which holds the
-  // catalogue. A database from another computer may name a folder of that one.
+  // By convention interface files are in the Import folder beside the Types folder, which contains the
+  // catalogue. A database from another computer may name a folder there.
   std::string above = platform::ValueOr(
       std::string(), [&] { return lonworks::FolderAboveCatalog(system_.LdrfCatalogPath()); });
   if (above.empty() || !services_.files.ReadFolder(above + "\\Import"))
@@ -128,15 +128,15 @@ std::string PlugInTemplates::Remembered(const std::string& template_name) const 
 }
 
 void PlugInTemplates::Remember(const std::string& template_name, const std::string& program_id) const {
-  // If this is refused, the template stays when the plug-in is removed.
-  activity::LogAndGoOn(services_.log, "Error noting the device template", template_name, [&] {
+  // If this fails, the template stays when the plug-in is removed.
+  activity::LogAndGoOn(services_.log, "Error recording the device template", template_name, [&] {
     services_.registry.Remember(OwnTemplatesKey(), kOwnTemplates, NoteOf(template_name), program_id);
   });
 }
 
 void PlugInTemplates::Forget(const std::string& template_name) const {
-  activity::LogAndGoOn(services_.log, "Error forgetting the device template", template_name, [&] {
-    // An empty note without a former one would create the key of a plug-in that is not registered.
+  activity::LogAndGoOn(services_.log, "Error removing the record of the device template", template_name, [&] {
+    // An empty value would create the key of a plug-in that is not registered.
     if (!Remembered(template_name).empty()) Remember(template_name, "");
   });
 }

@@ -8,7 +8,7 @@
 
 namespace registration {
 
-/// A failing step of command registration, with the text for the user.
+/// A failed step of command registration, with the text for the user.
 class Failure : public std::exception {
  public:
   explicit Failure(std::string text) : text_(std::move(text)) {}
@@ -18,9 +18,8 @@ class Failure : public std::exception {
   std::string text_;
 };
 
-/// The device templates of the network that is open when this is made, whatever a director opens later.
-/// Remembers in the registry which templates the plug-in made, as only those are ever removed without a
-/// question.
+/// The device templates of the network that is open on construction, whatever a director opens later. Records
+/// in the registry which templates the plug-in created: only these are ever removed without a question.
 class PlugInTemplates {
  public:
   explicit PlugInTemplates(const session::Services& services)
@@ -28,14 +27,14 @@ class PlugInTemplates {
         network_(services.session.CurrentNetwork),
         system_(services.session.CurrentSystem) {}
 
-  /// The template of the command's program ID. If the system has none, makes it from the device's external
-  /// interface file, which it searches on disk and then asks for. On failure throws a Failure and leaves
+  /// The template of the command's program ID. If the system has none, creates it from the device's external
+  /// interface file, for which it searches the disk and then asks. On failure throws a Failure and leaves
   /// nothing behind.
   lns::DeviceTemplate FindOrMake(const session::SupportedCommand& command);
 
   enum class Unused { Ask, RemoveOwn };
   /// Removes templates that no device of the system uses: each after a question or, silently, those that this
-  /// plug-in made. Removes none and throws if a device's template cannot be read.
+  /// plug-in created. Removes none and throws if a device's template cannot be read.
   void RemoveUnused(Unused which) const;
 
  private:
@@ -49,7 +48,7 @@ class PlugInTemplates {
   std::string OwnTemplatesKey() const { return services_.identity.PlugInKey() + "\\" + kOwnTemplates; }
   /// The template's name in the registry.
   std::string NoteOf(const std::string& template_name) const;
-  /// The program ID with which the plug-in made the template; empty if another made it.
+  /// The program ID with which the plug-in created the template; empty if another program did.
   std::string Remembered(const std::string& template_name) const;
   void Remember(const std::string& template_name, const std::string& program_id) const;
   bool IsOwn(const lns::DeviceTemplate& device_template) const;

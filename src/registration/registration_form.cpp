@@ -95,7 +95,7 @@ void fRegisterPlugIn::Do(const std::function<bool()>& action) {
     const ui::BusyPointer busy(desktop());
     done = action();
   } catch (...) {
-    LockControls(false);  // after a failure the window can be closed
+    LockControls(false);  // so that the user can close the window
     throw;
   }
   LockControls(false);
@@ -108,7 +108,7 @@ void fRegisterPlugIn::LockControls(bool locked) {
 }
 
 bool fRegisterPlugIn::OnQueryUnload(ui::CloseReason reason) {
-  // What a button started finishes first.
+  // Not during the action of a button.
   return reason != ui::CloseReason::User || bExit.Enabled();
 }
 

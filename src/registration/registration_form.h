@@ -8,16 +8,16 @@
 
 namespace registration {
 
-/// The window of a user who starts the program by hand: register, deregister in a chosen mode, or exit. Each
-/// button then closes the window and ends the program.
+/// The window for a user who starts the program by hand: register, deregister in a chosen mode, or exit. Each
+/// button closes the window when done, which ends the program.
 class fRegisterPlugIn : public ui::Form {
  public:
   struct Actions {
-    /// False if the user refused the rights it needs: nothing is done and the window stays.
+    /// False if the user refused the necessary rights: nothing is done and the window stays open.
     std::function<bool()> register_plug_in;
     /// Modes: -1 minimal, 0 complete, 1 exhaustive.
     std::function<bool(std::int32_t mode)> deregister_plug_in;
-    /// The system asks the user for an administrator's rights.
+    /// The system asks the user for administrator rights.
     bool needs_elevation = false;
     std::string registered_as;
     std::function<void()> end_plug_in;
@@ -26,7 +26,7 @@ class fRegisterPlugIn : public ui::Form {
   };
   fRegisterPlugIn(ui::Desktop& desktop, std::string plug_in_name, Actions actions);
 
-  /// Chooses the mode and presses the button.
+  /// Chooses the mode and presses Deregister.
   void PressDeregister(std::int32_t mode);
 
   ui::Button bRegister{"bRegister", "&Register"};
@@ -35,7 +35,7 @@ class fRegisterPlugIn : public ui::Form {
   ui::Frame Frame1{"Frame1", "Deregistration Mode"};
   ui::ChoiceList cmbDeregMode{"cmbDeregMode"};
   ui::Label lblRegistered{"lblRegistered"};
-  /// What the chosen mode does.
+  /// Explains the chosen mode.
   ui::Label lblMode{"lblMode"};
 
  protected:

@@ -30,8 +30,7 @@ void Write(Registry& registry, Registry::Hive hive, const std::string& path, con
 
 std::string CutAtNul(const std::string& name) { return name.substr(0, name.find('\0')); }
 
-/// Always takes the subkey at index 0, as each deletion moves the others up; stops at one that cannot be
-/// deleted.
+/// Always deletes the subkey at index 0, as the others then move up; stops at one that cannot be deleted.
 bool EmptyKey(Registry& registry, const std::string& path) {
   for (;;) {
     const auto key = registry.Open(LocalMachine, path, Registry::Access::Full);
@@ -82,7 +81,7 @@ void CRegistry::SetMachineSetting(const std::string& path, const std::string& va
 bool CRegistry::MayWriteMachineKey(const std::string& path) const {
   for (std::string at = path;; at.resize(at.find('\\') == std::string::npos ? 0 : at.rfind('\\'))) {
     if (registry_.Open(LocalMachine, at, Registry::Access::Write)) return true;
-    // An existing key that is not writable decides; for a missing key its parent does.
+    // If the key exists, it decides; otherwise its parent.
     if (at.empty() || registry_.Open(LocalMachine, at, Registry::Access::Read)) return false;
   }
 }

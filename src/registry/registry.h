@@ -9,11 +9,10 @@
 namespace registry {
 
 /// All registry work of the program: machine settings by full key path below HKEY_LOCAL_MACHINE, the user's
-/// settings below the plug-in's own key, deletion of a machine key and all below it, and the names of
-/// subkeys.
+/// settings below the plug-in's own key, deletion of a machine key and all below it, and names of subkeys.
 ///
-/// Key paths have no hive and no leading backslash. Reads never fail: a missing value and one of another type
-/// than string are empty. Text ends at its first NUL.
+/// Key paths have no hive and no leading backslash. Reads never fail: a missing value, or one that is not a
+/// string, is empty. Text ends at its first NUL.
 class CRegistry {
  public:
   CRegistry(platform::Registry& registry, std::string plug_in_name)
@@ -25,18 +24,18 @@ class CRegistry {
   std::string GetNextMachineKey();
 
   std::string AppSetting(const std::string& section, const std::string& value_name) const;
-  /// Throws 0x80040201 if the key cannot be made or the value cannot be set.
+  /// Throws 0x80040201 if the key cannot be created or the value cannot be set.
   void SetAppSetting(const std::string& section, const std::string& value_name, const std::string& value);
 
   /// An empty value name means the key's default value.
   std::string MachineSetting(const std::string& path, const std::string& value_name) const;
-  /// Throws 0x80040201 if the key cannot be made or the value cannot be set.
+  /// Throws 0x80040201 if the key cannot be created or the value cannot be set.
   void SetMachineSetting(const std::string& path, const std::string& value_name, const std::string& value);
-  /// This user may write to the machine key or, if it is missing, create it.
+  /// The user may write to the machine key or, if it is missing, create it.
   bool MayWriteMachineKey(const std::string& path) const;
 
-  /// What the plug-in remembers: in the machine key for all users or, for a user who may not write there,
-  /// among that user's own settings.
+  /// A value that the plug-in remembers: in the machine key for all users, or in the user's own settings if
+  /// the user may not write there.
   std::string Remembered(const std::string& path, const std::string& section,
                          const std::string& value_name) const;
   /// Throws 0x80040201 like the other writes.

@@ -16,7 +16,7 @@
 
 namespace session {
 
-/// What the parts of the plug-in share: one of each in the process, and all outlive the parts.
+/// What the parts of the plug-in share: one of each per process. All outlive the parts.
 struct Services {
   ui::Desktop& desktop;
   const platform::Program& program;
@@ -28,7 +28,7 @@ struct Services {
   ui::Progress& progress;
   xif::InterfaceFiles& interface_files;
   activity::fLog& log;
-  /// Makes an object server; throws if none can be had.
+  /// Creates an object server; throws on failure.
   std::function<platform::LateBoundPtr()> make_object_server;
 };
 

@@ -32,7 +32,7 @@ using platform::IgnoreFailure;
 
 constexpr const char* kInternet = "Internet";
 
-/// Closes what is open or does not say whether it is.
+/// Closes the object, unless it is known to be closed.
 template <class T>
 void CloseIfOpen(const T& object) {
   if (object && platform::ValueOr(true, [&] { return object.IsOpen(); }))
@@ -45,14 +45,14 @@ void CloseServer(Session& session) {
   session.ObjectServer.Close();
 }
 
-/// An object server takes it only while it is closed.
+/// An object server accepts the flag only while it is closed.
 void ChangeRemoteFlag(Session& session, bool remote) {
   if (session.ObjectServer.IsOpen()) CloseServer(session);
   session.ObjectServer.SetRemoteFlag(remote);
 }
 
-/// Opens the object server. True for a session over the Internet, which only an object server that was
-/// already remote can have: the order of these checks is deliberate.
+/// Opens the object server. True for an Internet session, which is only possible if the object server was
+/// already remote. The order of these checks is deliberate.
 bool OpenServer(Session& session, const std::string& interface_name, bool was_remote) {
   const lns::ObjectServer& server = session.ObjectServer;
   if (server.IsOpen()) CloseServer(session);
@@ -68,7 +68,7 @@ bool OpenServer(Session& session, const std::string& interface_name, bool was_re
   return internet;
 }
 
-/// Separate steps, as an object server that refuses one works without it.
+/// Separate steps, because an object server that refuses one works without it.
 void PrepareInternetSystem(const lns::System& system) {
   IgnoreFailure([&] { system.SetDsPause(true); });
   IgnoreFailure([&] { system.SetDsMode(0); });
@@ -82,7 +82,7 @@ lns::NetworkInterface RemoteInterface(Session& session, const std::string& name)
     if (!lns::IsUnknownMember(error)) throw;
   }
   lns::NetworkInterface found = session.ObjectServer.NetworkInterfaces().Item(name);
-  session.Dialect->Note("remote interfaces among all");
+  session.Dialect->Note("remote interfaces in the list of all interfaces");
   return found;
 }
 
@@ -99,8 +99,8 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
     server.SetActiveRemoteNI(RemoteInterface(session, interface_name));
 
   const lns::Network network = server.Networks().Item(network_name);
-  // The former network stays open until the new one is, unless it may be the same under a name in other
-  // letter case.
+  // The previous network stays open until the new one is open, unless both may be the same network in
+  // different letter case.
   const bool keeps_former =
       session.NetworkOpen && !text::EqualIgnoringCase(network_name, session.CurrentNetworkName);
   if (!keeps_former) CloseNetwork(session);
@@ -115,13 +115,13 @@ void OpenNetwork(Session& session, const std::string& network_name, const std::s
   SkipIfUnknown([&] { system.BeginNssIdleEvent(lns::members::kIdleEventMilliseconds); });
   // A director may have closed the object server during these calls.
   if (session.CurrentNetwork != network)
-    throw platform::Error(0, "Session", "The network was closed while it was opened.");
+    throw platform::Error(0, "Session", "The network was closed while it was being opened.");
   session.NetworkOpen = true;
 }
 
 void CloseNetwork(Session& session) {
   if (session.CurrentNetwork && session.network_closes) session.network_closes();
-  // The director's calls may arrive while these wait for answers.
+  // A director's calls may arrive during these.
   const lns::System system = std::exchange(session.CurrentSystem, {});
   const lns::Network network = std::exchange(session.CurrentNetwork, {});
   session.NetworkOpen = false;

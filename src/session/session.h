@@ -13,7 +13,7 @@
 
 namespace session {
 
-/// Command and object-type codes as directors send them.
+/// Command and object-type codes that directors send.
 using lns::members::kConfigureCommand;
 using lns::members::kDeregisterCommand;
 using lns::members::kRegisterCommand;
@@ -33,7 +33,7 @@ struct SupportedCommand {
   std::string CommandText;
 };
 
-/// Rows 2 and 3 repeat rows 0 and 1 for the second program ID, even if the two program IDs are equal.
+/// Rows 2 and 3 repeat rows 0 and 1 for the second program ID, even if the two are equal.
 using SupportedCommands = std::array<SupportedCommand, 4>;
 
 SupportedCommands MakeSupportedCommands(const platform::Program& program);
@@ -54,35 +54,34 @@ struct Session {
   std::string CurrentObjectPath;
   std::string DevelopmentProgramIdValue;
   session::SupportedCommands SupportedCommands;
-  /// The object server's remote flag at this process's last registration of commands; false before the first.
+  /// The object server's remote flag at this process's last registration of commands; initially false.
   bool RegistrationRemote = false;
-  /// A user at a window asked for deregistration and sees its progress and questions.
+  /// A user at a window asked for deregistration, and sees its progress and questions.
   bool Interactive = false;
 
-  /// A network is being opened, or commands are being registered: each can run only once at a time.
+  /// A network is being opened, or commands are being registered: neither can start again meanwhile.
   bool Opening = false;
   bool Registering = false;
 
-  /// Called before a network closes: its objects are useless afterwards.
+  /// Called before a network closes, after which its objects are useless.
   std::function<void()> network_closes;
 };
 
-/// Opens the object server and a network. An empty interface name means a local session, "Internet" (in these
-/// letters) a lightweight client, any other name a full client through that interface. Closes a former
-/// network once the new one is open, or before that if the remote flag must change, which closes the object
-/// server.
+/// Opens the object server and a network. An empty interface name means a local session, exactly "Internet" a
+/// lightweight client, any other name a full client through that interface. Closes a previous network once
+/// the new one is open, or before that if the remote flag must change, which closes the object server.
 ///
 /// Does nothing if the network is already open under exactly this name. Throws the platform's error;
-/// NetworkOpen is then false if the former network is already closed.
+/// NetworkOpen is then false if the previous network is already closed.
 void OpenNetwork(Session& session, const std::string& network_name, const std::string& interface_name);
 
 /// Closes system and network, ignoring failures, and forgets them.
 void CloseNetwork(Session& session);
 
-/// Closes network and object server. Forgets them first, so that calls that arrive meanwhile can open others.
+/// Closes network and object server. Forgets them first, so calls that arrive meanwhile can open others.
 void CloseSession(Session& session);
 
-/// Sets the remote flag, for which an open object server is closed and opened again; an open network stays
+/// Sets the remote flag; an open object server is closed for this and opened again, and its network stays
 /// closed.
 void SetRemote(Session& session, bool remote);
 

@@ -13,8 +13,8 @@
 
 namespace simulator {
 
-/// One client of the object server: its settings, what it has open, and its event handlers. It ends with the
-/// last of its objects, and then closes everything.
+/// One client of the object server: its settings, what it has open, and its event handlers. It ends with its
+/// last object, and then closes everything.
 class ClientSession : public std::enable_shared_from_this<ClientSession> {
  public:
   /// The bits of the flags word that the session uses.
@@ -51,7 +51,7 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   /// The networks that this kind of session can reach, by name.
   stored::Names ReachableNetworks();
 
-  /// Opening an open object does nothing. Closing a network closes its system.
+  /// Has no effect on an open object. Closing a network closes its system.
   void OpenNetwork(const std::string& network);
   void CloseNetwork(const std::string& network);
   bool IsNetworkOpen(const std::string& network) const { return networks_.contains(network); }
@@ -63,12 +63,12 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   void RequireSystem(const std::string& network) const;
 
   /// Pauses the data server of an open network. If the installation is strict about pausing, values cannot be
-  /// read or written then.
+  /// read or written meanwhile.
   void Pause(const std::string& network, bool paused);
   bool IsPaused(const std::string& network) const { return paused_.contains(network); }
   void RequirePaused(const std::string& network) const;
 
-  /// The open system can reach its devices; in engineered mode it cannot.
+  /// The open system can reach its devices; false in engineered mode.
   bool IsAttached(const std::string& network) const;
 
   /// Raises event 9 at this interval during longer operations; 0 switches it off.
@@ -81,8 +81,8 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   /// The key of an object: its parent, which it keeps alive, and its address.
   using Key = std::pair<const platform::LateBound*, std::string>;
 
-  /// The live object of that key, or a new one from `make`, so that the same path always leads to the same
-  /// object.
+  /// The live object of that key, or else a new one from `make`, so that the same path always leads to the
+  /// same object.
   platform::LateBoundPtr Shared(const Key& key, const std::function<platform::LateBoundPtr()>& make);
   void Move(const Key& from, const Key& to);
 

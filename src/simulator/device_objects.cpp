@@ -195,7 +195,7 @@ std::span<const MemberRow<Interface>> Interface::Members() {
       Property(2, "LonMarkObjects", Of<&Self::Objects>),
       ClassRow<Class::Interface>(3),
       ParentRow(4),
-      // Their options select properties; here always all.
+      // Their options select properties; here they always mean all.
       Function(5, "UploadConfigProperties", Of<&Self::Upload>, 0, 1),
       Function(6, "DownloadConfigProperties", Of<&Self::Download>, 0, 1),
   };

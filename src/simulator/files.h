@@ -23,11 +23,11 @@ void ReplaceFile(const std::filesystem::path& path, const std::string& text);
 /// The contents of the file at a UTF-8 path; nothing if it cannot be read.
 using FileReader = std::function<std::optional<std::string>(const std::string& path)>;
 
-// An external interface file has its program ID on the fourth line, or on the fifth if the fourth is blank:
-// eight pairs of hexadecimal digits with one character between them.
+// An external interface file has its program ID in the fourth line, or in the fifth if the fourth is blank:
+// eight pairs of hexadecimal digits, separated by one character.
 
-/// 16 upper-case hexadecimal digits from a text file (.XIF). Throws 17008 for any other file, and if it
-/// cannot be read or has no program ID.
+/// 16 upper-case hexadecimal digits from a text file (.XIF). Throws 17008 for any other file, or if it cannot
+/// be read or has no program ID.
 std::string ProgramIdOfXif(const FileReader& read, const std::string& path);
 
 /// The same for an import, which also accepts a binary file (.XFB) and then reads the .XIF beside it.

@@ -10,8 +10,8 @@ namespace simulator {
 /// without it.
 enum class Quantity { Plain, Temperature, Difference };
 
-/// One field of a structured value. A field with choices is shown as the name of its value; the first name is
-/// that of `first_choice`.
+/// One field of a structured value. A field with choices shows its value's name; the first name is that of
+/// `first_choice`.
 struct Field {
   std::string_view name;
   std::size_t bytes;

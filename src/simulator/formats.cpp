@@ -158,7 +158,7 @@ std::size_t DigitsOfScope(char scope) {
   }
 }
 
-/// Removes "#<program ID>[<scope>]." from the name; false if it does not fit the device.
+/// Removes "#<program ID>[<scope>]." from the name; false if it does not match the device.
 bool TakeOwner(std::string_view& name, std::string_view program_id) {
   constexpr std::size_t kIdEnd = 17, kLength = 21;  // "#8000D3550004041D[3]."
   if (name.size() <= kLength || program_id.size() != kIdEnd - 1 || name.front() != '#' ||

@@ -9,7 +9,7 @@
 
 namespace simulator {
 
-/// The look of numbers and lists: the regional settings of the computer that formats them, and the precision.
+/// How numbers and lists are formatted: the regional settings of the computer, and the precision.
 struct TextStyle {
   bool regional = false;  // decimal "," and, instead of ",", the separator ";"
   bool coarse = false;    // temperatures in tenths
@@ -25,12 +25,11 @@ class Format {
   /// Nothing for an unknown name.
   static std::optional<Format> Find(std::string_view name);
 
-  /// Only the documented forms: "#SI" or "#US" after the name; makers' types ("UNVT_") as
-  /// "#<program ID>[<scope>].<name>", where the program ID has the device's digits as far as the scope covers
-  /// them.
+  /// Only the documented forms: "#SI" or "#US" after the name; manufacturers' types ("UNVT_") as "#<program
+  /// ID>[<scope>].<name>", whose program ID has the device's digits as far as the scope covers them.
   static std::optional<Format> FindDocumented(std::string_view name, std::string_view program_id);
 
-  /// Both throw 18035 if bytes or text do not fit the format.
+  /// Both throw 18035 if bytes or text do not match the format.
   std::string Render(const Bytes& bytes, const TextStyle& style = {}) const;
   Bytes Parse(std::string_view text, std::size_t size, const TextStyle& style = {}) const;
 

@@ -12,7 +12,7 @@
 #include "simulator/bytes.h"
 #include "simulator/strictness.h"
 
-/// What a network file describes: plain values that the objects change in place and the file writer writes.
+/// The contents of a network file: plain values that the objects change in place and the file writer writes.
 /// Names are unique among siblings. Objects find their data by name at each call, so a reload never leaves a
 /// dangling reference.
 namespace simulator::stored {
@@ -37,7 +37,7 @@ struct LonMarkObject {
   int type_index = 0;
   int mode = 0;
   bool mode_locked = false;
-  std::optional<std::vector<std::string>> variables;  // all of the device's if not given
+  std::optional<std::vector<std::string>> variables;  // if missing, all of the device's
   ComponentApps component_apps;
   bool operator==(const LonMarkObject&) const = default;
 };
@@ -145,7 +145,7 @@ struct Installation {
   std::vector<Interface> interfaces;
   ComponentApps component_apps;
   std::vector<Network> networks;
-  std::unordered_map<std::string, std::size_t> network_places;  // by name, where each was last found
+  std::unordered_map<std::string, std::size_t> network_places;  // by name: the last position of each
   Latency latency;
   Strictness strict;
   std::vector<Fault> faults;
@@ -170,7 +170,7 @@ auto* FindByName(Items& items, std::string_view name) {
   return found != items.end() ? &*found : nullptr;
 }
 
-/// The names of the items. They live only as long as the items.
+/// The names of the items, valid only while the items exist.
 using Names = std::vector<std::string_view>;
 template <class T>
 Names NamesOf(const std::vector<T>& items) {
@@ -192,7 +192,7 @@ std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain);
 /// The LonMark objects of a device that lists none: the template's, without their commands.
 std::vector<LonMarkObject> ObjectsOfDevices(const DeviceTemplate& type);
 
-/// The template's list of commands for a device's object: that of the template's object with the same
+/// The template's list of commands for a device's object, from the template's object with the same
 /// programmatic name. Null if there is none.
 ComponentApps* SharedApps(DeviceTemplate& type, const LonMarkObject& object);
 

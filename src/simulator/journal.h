@@ -11,7 +11,7 @@
 
 namespace simulator {
 
-/// Where an operation happens: the object's address, and the device and item (variable, LonMark object,
+/// The place of an operation: the object's address, and the device and item (variable, LonMark object,
 /// network) that faults match.
 struct Place {
   std::string path;
@@ -42,7 +42,7 @@ class Journal {
  public:
   static constexpr std::size_t kMost = 100000;
 
-  /// Returns the number for Finish or Fail.
+  /// Returns the number to pass to Finish or Fail.
   std::size_t Begin(const Operation& operation);
   void Finish(std::size_t number, const std::string& result);
   void Fail(std::size_t number, std::int32_t error);
@@ -63,7 +63,7 @@ class Journal {
 enum class OperationClass { Other, Read, Write, Open, Test };
 OperationClass ClassOf(const Operation& operation);
 
-/// The wrong key of a fault, and what is wrong with it.
+/// The wrong key of a fault, and the reason.
 struct FaultMistake {
   const char* key;
   std::string reason;
@@ -78,11 +78,11 @@ class Faults {
   void Add(const stored::Fault& fault);
   void Clear() { armed_.clear(); }
   std::size_t Count() const { return armed_.size(); }
-  /// One fault per line, separated by tabs: device, item, operation, which matching operation fails and how
-  /// many were seen, and the code.
+  /// One fault per line, separated by tabs: device, item, operation, which matching operation fails, how many
+  /// have matched, and the code.
   std::string Text() const;
 
-  /// Counts the operation and returns the code of the first fault that is due; 0 if the device vanishes.
+  /// Counts the operation and returns the code of the first fault that is due; 0 makes the device vanish.
   std::optional<int> Strike(const Operation& operation);
 
  private:

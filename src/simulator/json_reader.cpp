@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kDeepest = 64;
 
-/// Passes the text to the parser and counts lines. The last character passed does not count: after a number
+/// Passes the text to the parser and counts lines. Does not count the last character passed: after a number
 /// the parser has already taken the character that ends it.
 class CountingIterator {
  public:

@@ -29,8 +29,8 @@ struct JsonMember {
   JsonNode value;
 };
 
-/// Throws a FileError "file:line:column: ..." if the text is not JSON, "file:line: ..." if a key is given
-/// twice.
+/// Throws a FileError "file:line:column: ..." if the text is not JSON, or "file:line: ..." for a duplicate
+/// key.
 JsonNode ParseJson(std::string_view text, const std::string& file);
 
 /// Reads the members of one JSON object by key. Throws a FileError "file:line: path.key: reason" for a wrong
@@ -55,7 +55,7 @@ class JsonReader {
   void EachText(std::string_view key,
                 const std::function<void(const std::string& name, const std::string& text)>& read);
 
-  /// Throws the error for a member of this object, or for the object itself if it has no such key.
+  /// Throws the error for a member of this object, or for the object if it has no such key.
   [[noreturn]] void Refuse(std::string_view key, const std::string& reason) const;
 
   void Finish() const;

@@ -7,7 +7,7 @@
 
 namespace simulator {
 
-/// A network of the installation. Its name and IsOpen always work; everything else needs it open.
+/// A network of the installation. Its name and IsOpen always work; all other members need an open network.
 class Network : public Simulated<Network> {
  public:
   Network(Origin origin, std::string name) : Simulated(std::move(origin)), name_(std::move(name)) {}
@@ -61,8 +61,8 @@ class NetworkInterface : public Simulated<NetworkInterface> {
   std::string name_;
 };
 
-/// The name of an interface object, which may come from another process; empty for nothing. Throws 17006 if
-/// the installation has no such interface.
+/// The name of an interface object, possibly from another process; empty for nothing. Throws 17006 for an
+/// unknown interface.
 std::string InterfaceName(stored::Installation& installation, const LateBoundPtr& object);
 
 /// The devices of a subsystem; for "ALL", of the network.

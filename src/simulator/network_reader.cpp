@@ -118,7 +118,7 @@ DeviceTemplate ReadTemplate(JsonReader& reader, const std::vector<DeviceTemplate
   return type;
 }
 
-/// What reading the devices of one network shares.
+/// Shared by the devices of one network while they are read.
 struct DeviceContext {
   const System& system;
   std::set<int> handles;

@@ -47,7 +47,7 @@ enum class Class : std::int32_t {
   NetworkServiceDevice = 40
 };
 
-/// What every object of a session has.
+/// The common data of all objects of a session.
 struct Origin {
   std::shared_ptr<ClientSession> session;
   LateBoundPtr parent;  // the object that led to this one
@@ -97,7 +97,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     });
   }
 
-  /// The place of a part of this object without its own address.
+  /// The place of a part of this object that has no address.
   Place PartPlace(const std::string& part) const {
     Place part_place = origin_.place;
     part_place.path += ":" + part;
@@ -114,12 +114,12 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     session().Move(former, {origin_.parent.get(), path});
   }
 
-  /// A property from the network file: a member of what T::Data() returns.
+  /// A property from the network file: a member of T::Data()'s result.
   template <auto kField>
   static constexpr Row Stored(std::int32_t number, std::string_view name) {
     return Property(number, name, [](T& self) { return self.Data().*kField; });
   }
-  /// A property that can also be set, whole numbers must be within the bounds.
+  /// A property that can also be set. Whole numbers must be within the limits.
   template <auto kField, std::int32_t kLeast = 0,
             std::int32_t kMost = std::numeric_limits<std::int32_t>::max()>
   static constexpr Row Setting(std::int32_t number, std::string_view name) {
@@ -172,7 +172,7 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
 /// The position of an item by name (case-sensitive) or ordinal from 1. Throws 17006 if there is none.
 std::size_t FindItem(const stored::Names& names, Arguments arguments);
 
-/// What every collection has. T lists its items' names and makes an item from its name.
+/// The common part of all collections. T lists its items' names and creates an item from its name.
 template <class T>
 class NamedItems : public Simulated<T> {
  public:
@@ -196,7 +196,7 @@ class NamedItems : public Simulated<T> {
   }
 };
 
-/// A collection that clients can change. T adds what the arguments describe and returns its name.
+/// A collection that clients can change. T adds an item from the arguments and returns its name.
 template <class T>
 class EditableCollection : public NamedItems<T> {
  public:
@@ -229,7 +229,7 @@ class EditableCollection : public NamedItems<T> {
   }
 };
 
-/// A read-only collection. `names` lists its items and `make` makes them.
+/// A read-only collection. `names` lists its items and `make` creates them.
 class Collection : public NamedItems<Collection> {
  public:
   using NameItems = std::function<stored::Names(Collection&)>;

@@ -54,11 +54,11 @@ class ObjectServer : public Simulated<ObjectServer> {
   LateBoundPtr control_;
 };
 
-/// A root whose members all throw 17008 with the reason: for clients of a simulator that COM started with an
+/// A root whose members all throw 17008 with the reason, for clients of a simulator that COM started with an
 /// unusable network file.
 std::shared_ptr<automation::Published> MakeUnusableServer(std::string reason);
 
-/// Some object of the platform has a member of that name, in any letter case.
+/// An object of the platform has a member of that name, in any letter case.
 bool IsMember(std::string_view name);
 
 }  // namespace simulator

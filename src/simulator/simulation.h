@@ -28,7 +28,7 @@ using Sleeper = std::function<void(std::chrono::milliseconds)>;
 /// The simulated platform: one installation with its networks, shared by all sessions of the process.
 ///
 /// Used from one thread. Live objects keep it alive. If the installation came from a file with "autoSave" on,
-/// each operation that changes it saves it. A failed save does not fail the operation; `SaveError` has the
+/// each operation that changes it saves it. A failed save does not fail the operation: `SaveError` has the
 /// reason, and the next change tries again.
 class Simulation : public std::enable_shared_from_this<Simulation> {
  public:
@@ -36,7 +36,7 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   static std::shared_ptr<Simulation> FromFile(const std::filesystem::path& path, Sleeper sleeper);
   static std::shared_ptr<Simulation> FromText(std::string_view text, Sleeper sleeper);
 
-  /// A new client: a root object with its own settings and open networks.
+  /// A root object for a new client, with its own settings and open networks.
   std::shared_ptr<automation::Published> CreateObjectServer();
 
   Journal& journal() { return journal_; }
@@ -46,7 +46,7 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   const std::filesystem::path& path() const { return path_; }
 
   /// Takes a device off the network until it is restored. `device` is an address or a name; throws 17006 if
-  /// there is none. Neither is saved.
+  /// it is unknown. The state is not saved.
   void Vanish(const std::string& device);
   void Restore(const std::string& device);
   bool HasVanished(const std::string& device_path) const { return vanished_.contains(device_path); }
@@ -54,11 +54,11 @@ class Simulation : public std::enable_shared_from_this<Simulation> {
   /// Raises an event in every session.
   void RaiseEvent(std::int32_t event, platform::Arguments arguments);
 
-  /// Run by the knob "Stop", to end the program that serves the simulation; may be empty.
+  /// Ends the program that serves the simulation, for the knob "Stop"; may be empty.
   std::function<void()> on_stop;
 
-  /// Runs what raises events if the installation is strict about threads; by default on a new thread each
-  /// time.
+  /// Runs the function that raises events if the installation is strict about threads; by default on a new
+  /// thread each time.
   std::function<void(const std::function<void()>&)> event_thread;
 
   /// The version with which a plug-in is registered on the computer; empty if unknown. A new command gets it

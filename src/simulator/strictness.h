@@ -8,8 +8,8 @@
 
 namespace simulator {
 
-/// Where the object server is as strict as its documentation; real ones often allow more. By default it
-/// allows everything.
+/// The points on which the object server is as strict as its documentation; real ones often allow more. By
+/// default it allows everything.
 struct Strictness {
   /// Format names only as documented: the unit system after a standard type, user types fully qualified.
   bool formats = false;
@@ -17,7 +17,7 @@ struct Strictness {
   bool regional = false;
   /// Less precision: temperatures in tenths.
   bool coarse = false;
-  /// The data server's settings change only while it is paused, and values can be read and written only while
+  /// The data server's settings can change only while it is paused, values can be read and written only while
   /// it is not.
   bool pausing = false;
   /// Events are raised on another thread.
@@ -38,7 +38,7 @@ struct Strictness {
     return since <= release && !missing.contains(member);
   }
 
-  /// Everything at once.
+  /// All points.
   static Strictness All() {
     return {true,
             true,

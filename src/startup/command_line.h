@@ -6,22 +6,22 @@
 
 namespace startup {
 
-/// What the command line asks for when the program is started by hand.
+/// The request in the command line of a program started by hand.
 struct CommandLine {
   enum class Role { RegisterPlugIn, DeregisterPlugIn, RegistrationWindow };
   Role role = Role::RegistrationWindow;
   /// The deregistration mode: -1 minimal, 0 complete, 1 exhaustive.
   std::int32_t deregistration_mode = -1;
-  /// The registration window does it at once and shows its messages. The window asks this of a second copy of
-  /// the program that has an administrator's rights.
+  /// The registration window acts at once and shows its messages. The window starts a second copy of the
+  /// program with this, with administrator rights.
   bool in_window = false;
 };
 
-/// The switch before the others in that case.
+/// In that case the first switch.
 inline constexpr std::string_view kInWindow = "/window ";
 
-/// Trims the arguments and compares them as one text without letter case: a known switch with anything more,
-/// an unknown mode or a second blank opens the registration window.
+/// Trims the arguments and compares them as one text without letter case. A known switch followed by anything
+/// else, an unknown mode or a second blank opens the registration window.
 CommandLine ParseCommandLine(std::string_view arguments);
 
 }  // namespace startup

@@ -6,8 +6,8 @@
 
 namespace startup {
 
-/// Context numbers of the help file's topics that are not about a field or page of the configuration screen.
-/// Shipped numbers never change.
+/// Context numbers of help topics that are not about a field or page of the configuration screen. Shipped
+/// numbers never change.
 enum HelpTopic : int {
   kStartTopic = 0,  // where the help file opens
   kUnitsTopic = 1201,
@@ -42,7 +42,7 @@ enum StringResource : int {
 /// The default caption of message boxes.
 inline constexpr const char* kProgramTitle = "QM5R-FC PIR LNS Device Plug-in";
 
-/// The plug-in's names and version. Loaded first at start-up and only read afterwards.
+/// The plug-in's names and version. Loaded first at start-up, then read-only.
 struct Identity {
   std::string PlugInProgID;
   std::string PlugInName;

@@ -11,7 +11,7 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// The leading number of a text, without blanks and "+" as the library's parser needs it, and where it ends.
+/// The leading number of a text, without blanks and "+" as the library's parser requires, and its end.
 struct Scan {
   std::string_view digits;
   std::size_t end = 0;

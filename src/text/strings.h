@@ -16,7 +16,7 @@ bool EndsWithIgnoringCase(std::string_view text, std::string_view end);
 /// Without leading and trailing blanks (spaces only).
 std::string Trim(std::string_view text);
 
-/// The pieces between the separators: one for a text without separators, none for an empty text.
+/// The parts between the separators: one for a text without separators, none for an empty text.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 std::string Join(const std::vector<std::string>& pieces, std::string_view separator);
 
@@ -26,7 +26,7 @@ std::string WithoutAccelerator(std::string_view caption);
 /// The number of characters (code points) in the text.
 std::size_t CharacterCount(std::string_view text);
 
-/// The folder of a Windows path, empty if it has none; and a folder without the backslashes at its end.
+/// The folder of a Windows path, empty if it has none; a folder without trailing backslashes.
 std::string FolderOf(std::string_view path);
 std::string WithoutBackslash(std::string_view folder);
 

@@ -7,17 +7,17 @@
 
 namespace ui {
 
-/// A form or a control: what has a window of the system while it is shown.
+/// A form or a control, which has a window of the system while it is shown.
 class HasWindow {
  public:
-  /// The window's handle; 0 while there is none.
+  /// The window's handle; 0 without a window.
   virtual std::uintptr_t hwnd() const = 0;
 
  protected:
   ~HasWindow() = default;
 };
 
-/// A colour as the controls know it: 0x00BBGGRR, or a system colour with the top bit set.
+/// A colour: 0x00BBGGRR, or a system colour with the top bit set.
 enum class Color : std::uint32_t {
   ModifiedMark = 0x000000FF,  // pure red: the field holds an edit that has not been applied
   ButtonText = 0x80000012,    // the normal text colour
@@ -25,26 +25,26 @@ enum class Color : std::uint32_t {
   ButtonFace = 0x8000000F,
 };
 
-/// What of a control changed, for the window that shows it.
+/// The part of a control that changed, for the window that shows it.
 enum class Aspect { Text, Colors, Enabled, Visible, Locked, Items, Selection, ToolTip, Rows, Clip, Marks };
 
-/// Shows one control. The window system makes it and keeps it as long as the control's window exists.
+/// Shows one control. The window system creates it; it exists as long as the control's window.
 class ControlPeer {
  public:
   virtual ~ControlPeer() = default;
   virtual void Update(Aspect aspect) = 0;
   virtual void TakeFocus() = 0;
-  /// A caller that asks for the window needs it now.
+  /// May create the window, for a caller that needs it at once.
   virtual std::uintptr_t hwnd() { return 0; }
   /// The control is being destroyed before its window.
   virtual void ControlGone() {}
 };
 
-/// The keys held down with another key, as the platform numbers them.
+/// The keys held down with another key, in the platform's numbers.
 enum KeyState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
 
-/// A control without a window: it holds its state and notifies its peer of changes. The handlers are what the
-/// form that owns it wants to know; the peer calls them when the user does something.
+/// A control without a window: it holds its state and notifies its peer of changes. The form that owns it
+/// sets the handlers; the peer calls them when the user acts.
 ///
 /// Owned by its form, used from the user-interface thread.
 class Control : public HasWindow {
@@ -90,14 +90,14 @@ class Control : public HasWindow {
   bool Visible() const { return visible_; }
   void SetVisible(bool visible) { Set(visible_, visible, Aspect::Visible); }
 
-  /// A tooltip of one or more lines, with CR LF between them; to screen readers it describes the control.
+  /// A tooltip of one or more lines, separated by CR LF; for screen readers it describes the control.
   const std::string& ToolTip() const { return tool_tip_; }
   void SetToolTip(std::string text) { Set(tool_tip_, std::move(text), Aspect::ToolTip); }
-  /// What a screen reader calls the control; set before the window is made.
+  /// The control's name for screen readers; set before the window is created.
   const std::string& AccessibleName() const { return accessible_name_; }
   void SetAccessibleName(std::string name) { accessible_name_ = std::move(name); }
 
-  /// The topic of the help file that explains the control; 0 if the window's own does.
+  /// The help topic of the control; 0 for the window's.
   int help_context = 0;
 
   const std::string& Tag() const { return tag_; }
@@ -112,7 +112,7 @@ class Control : public HasWindow {
   std::function<void()> on_got_focus;
   std::function<void()> on_lost_focus;
 
-  /// The peer is set when the window is made and cleared before it goes.
+  /// The peer is set when the window is created and cleared before it is destroyed.
   void Attach(ControlPeer* peer) { peer_ = peer; }
 
  protected:
@@ -125,7 +125,7 @@ class Control : public HasWindow {
   void Notify(Aspect aspect) {
     if (peer_) peer_->Update(aspect);
   }
-  /// Takes over what the user made of the text, without telling the window that shows it already.
+  /// Stores the text that the user entered, without notifying the window that already shows it.
   void TakeUserText(std::string text) { text_ = std::move(text); }
 
  private:

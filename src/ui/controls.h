@@ -19,16 +19,16 @@ namespace ui {
 /// A control that the user edits.
 class Field : public Control {
  public:
-  /// A locked field shows its text, which can be selected and copied, and takes no input.
+  /// A locked field takes no input, but its text can be selected and copied.
   bool Locked() const { return locked_; }
   void SetLocked(bool locked) { Set(locked_, locked, Aspect::Locked); }
 
-  /// The user changed the text, which is the new one already.
+  /// The user changed the text; Text() is already the new one.
   std::function<void()> on_change;
-  /// A key went down: virtual key code and KeyState bits. True when the key has been dealt with.
+  /// A key went down: virtual key code and KeyState bits. True if the handler used the key.
   std::function<bool(int key, int state)> on_key_down;
-  /// The user resets this field from its menu. The entry is enabled while can_put_back is true; without a
-  /// handler there is none.
+  /// The user resets this field from its menu. The menu item is enabled while can_put_back is true; without a
+  /// handler there is no such item.
   std::function<void()> on_put_back;
   std::function<bool()> can_put_back;
   bool CanBePutBack() const { return can_put_back && can_put_back(); }
@@ -51,22 +51,21 @@ class TextField : public Field {
  public:
   explicit TextField(std::string name) : Field(Kind::TextField, std::move(name)) {}
 
-  /// The width to show, in digits; 0 leaves it to the layout.
+  /// The visible width in digits; 0 leaves it to the layout.
   int columns = 8;
-  /// The most characters to which typing and pasting can bring the text; a text that the program sets may be
-  /// longer. 0 leaves it to the system. Set before the window is made.
+  /// The maximum number of characters after typing and pasting; texts that the program sets may be longer. 0
+  /// leaves it to the system. Set before the window is created.
   int most_typed = 0;
 
-  /// The user changed the text to this one.
+  /// The user changed the text.
   void UserChangesText(std::string text) { TakeChange(std::move(text)); }
   /// A character is about to be entered. False refuses it.
   std::function<bool(char32_t character)> on_key_press;
-  /// The focus is about to leave for another control of the window.
+  /// The focus is about to move to another control of the window.
   std::function<void()> on_validate;
 };
 
-/// A drop-down list. Its text need not be one of the items: a value that the device reports is shown as it
-/// is.
+/// A drop-down list. Its text need not be one of the items: a value from the device is shown as it is.
 class ChoiceList : public Field {
  public:
   explicit ChoiceList(std::string name) : Field(Kind::ChoiceList, std::move(name)) {}
@@ -88,13 +87,12 @@ class Label : public Control {
   }
   enum class Weight { Normal, Heading };
   Weight weight = Weight::Normal;
-  /// A label that shows what the device reports rather than what a field is called: its text is no
-  /// accelerator.
+  /// The label shows a value from the device and not a caption, so "&" is no accelerator.
   bool shows_data = false;
-  /// Room to keep for texts to come, in digits; a longer text is cut with an ellipsis. 0 is as wide as its
-  /// text.
+  /// The room to keep for later texts, in digits; a longer text is cut with an ellipsis. 0 means the width of
+  /// the text.
   int columns = 0;
-  /// Room to keep for so many lines: of more than one, long ones are broken.
+  /// The number of lines to keep room for; with more than one, long lines wrap.
   int lines = 1;
 };
 
@@ -106,7 +104,7 @@ class Button : public Control {
   }
 
   Picture picture = Picture::None;
-  /// Marks what needs an administrator's rights. Set before the window is made.
+  /// Shows the shield of actions that need administrator rights. Set before the window is created.
   bool shield = false;
   std::function<void()> on_click;
   void UserClicks() {
@@ -114,7 +112,7 @@ class Button : public Control {
   }
 };
 
-/// One of a group of which one is selected; the group is the frame around it.
+/// One of the option buttons in the same frame, of which one is selected.
 class OptionButton : public Control {
  public:
   OptionButton(std::string name, std::string caption) : Control(Kind::OptionButton, std::move(name)) {
@@ -160,7 +158,7 @@ class Tabs : public Control {
 
   const std::vector<std::string>& Captions() const { return captions_; }
   std::size_t Selected() const { return selected_; }
-  /// Brings a page to the front, by the program or by the user alike.
+  /// Brings a page to the front, for the program and the user alike.
   void Select(std::size_t page) {
     if (page == selected_ || page >= captions_.size()) return;
     selected_ = page;
@@ -169,7 +167,7 @@ class Tabs : public Control {
   }
   std::function<void()> on_select;
 
-  /// The pages whose tabs carry a mark.
+  /// The pages whose tabs have a mark.
   const std::set<std::size_t>& Marked() const { return marked_; }
   void SetMarked(std::set<std::size_t> pages) { Set(marked_, std::move(pages), Aspect::Marks); }
 
@@ -179,7 +177,7 @@ class Tabs : public Control {
   std::size_t selected_ = 0;
 };
 
-/// Pictures under keys, from which a list shows its icons; the window system draws them for its resolution.
+/// Pictures by key, as icons for a list; the window system draws them for its resolution.
 class ImageList {
  public:
   enum class Picture { GreenMark, RedMark };
@@ -197,15 +195,15 @@ class ImageList {
   std::vector<Image> images_;
 };
 
-/// A report list whose rows are only ever appended or cleared; the window asks for the rows it shows.
+/// A report list whose rows are only appended or cleared; the window asks for the rows it shows.
 class ListView : public Control {
  public:
-  /// A row's icon, by the key of its picture.
+  /// A row's icon; KeyOf is the key of its picture.
   enum class Icon { Green, Red };
   static std::string_view KeyOf(Icon icon) { return icon == Icon::Green ? "Green" : "Red"; }
-  /// The source of the pictures; null for none. Set before the window is made.
+  /// The pictures; null for none. Set before the window is created.
   const ImageList* small_icons = nullptr;
-  /// The texts of a row, held as one, since rows come by the million. A text ends at a NUL character.
+  /// The texts of a row in one string, as there may be a million rows. A text ends at a NUL character.
   class Cells {
    public:
     Cells(std::initializer_list<std::string> texts);
@@ -225,7 +223,7 @@ class ListView : public Control {
 
   const std::vector<std::string>& Headers() const { return headers_; }
   const std::deque<Row>& Rows() const { return rows_; }
-  /// What a cell shows: tabs and line breaks, which the list has no sign for, as blanks.
+  /// The cell's text with blanks for tabs and line breaks, which the list cannot show.
   std::string ShownText(std::size_t row, std::size_t column) const;
   void Append(Row row) {
     rows_.push_back(std::move(row));
@@ -235,7 +233,7 @@ class ListView : public Control {
     rows_.clear();
     Notify(Aspect::Rows);
   }
-  /// The user copies these rows: their cells as shown, with tabs between them and CR LF after each row.
+  /// Copies rows for the user: cells as shown, tabs between them, CR LF after each row.
   void UserCopies(std::span<const std::size_t> rows) const;
   std::function<void(const std::string& text)> on_copy;
 
@@ -246,14 +244,14 @@ class ListView : public Control {
 
 class StatusBar : public Control {
  public:
-  /// Room for each panel but the last, which takes the rest, in digits; empty shares the room evenly.
+  /// Widths of the panels but the last, which takes the rest, in digits; if empty, all are equally wide.
   std::vector<int> columns;
 
   StatusBar(std::string name, std::size_t panels)
       : Control(Kind::StatusBar, std::move(name)), panels_(panels) {}
 
   const std::vector<std::string>& Panels() const { return panels_; }
-  /// Panels count from 1, as in the program's own numbering.
+  /// Panels count from 1.
   void SetPanel(std::size_t number, std::string text) {
     Set(panels_.at(number - 1), std::move(text), Aspect::Text);
   }
@@ -262,8 +260,7 @@ class StatusBar : public Control {
   std::vector<std::string> panels_;
 };
 
-/// Shows a page; its text is what a window without an HTML engine shows instead. Both are set before the
-/// window is first seen.
+/// Shows a page, or its text if there is no HTML engine. Both are set before the window is first shown.
 class WebView : public Control {
  public:
   explicit WebView(std::string name) : Control(Kind::WebView, std::move(name)) {}

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-// A system header has a macro of this name, for a call that is no longer needed.
+// A system header defines an obsolete macro with this name.
 #undef Yield
 
 namespace ui {
@@ -22,29 +22,29 @@ struct Message {
   std::string caption;
   Icon icon = Icon::None;
   Buttons buttons = Buttons::Ok;
-  /// The button that Enter presses is the second one.
+  /// Enter presses the second button.
   bool second_is_default = false;
 };
 
 struct SaveDialog {
   std::string title;
   std::string file_name;
-  /// As "*.csv".
+  /// In the form "*.csv".
   std::string default_extension;
-  /// Descriptions and patterns in turn, with "|" between them.
+  /// Descriptions and patterns in turn, separated by "|".
   std::string filter;
 };
 
-/// Asks for a file that exists.
+/// Asks for an existing file.
 struct OpenDialog {
   std::string title;
-  /// Descriptions and patterns in turn, with "|" between them; the first one is chosen.
+  /// Descriptions and patterns in turn, separated by "|"; the first is selected.
   std::string filter;
-  /// The folder in which the dialog opens; empty leaves that to the system.
+  /// The initial folder; if empty, the system chooses it.
   std::string folder;
 };
 
-/// Shows one form. It reports to the form what the user does to the window.
+/// Shows one form and reports the user's actions to it.
 class FormWindow {
  public:
   virtual ~FormWindow() = default;
@@ -52,31 +52,31 @@ class FormWindow {
   virtual void UpdateBounds() = 0;
   /// Visibility and window state (normal, minimised, maximised).
   virtual void UpdateState() = 0;
-  /// Makes a shown window the one that the user works with.
+  /// Makes a shown window the active one.
   virtual void Activate() = 0;
   virtual void Repaint() = 0;
   virtual std::uintptr_t hwnd() const = 0;
-  /// The form is unloaded, and keeps the window: nobody finds it until the form is loaded again.
+  /// Hides the window of an unloaded form, so that nobody finds it, until the form is loaded again.
   virtual void Rest() = 0;
   virtual void Wake() = 0;
-  /// The smallest outer size, in twips at the window's own resolution, in which nothing of the layout is cut,
-  /// at which a fixed window is made.
+  /// The smallest outer size that cuts nothing of the layout, in twips at the window's own resolution. Fixed
+  /// windows open at this size.
   struct Size {
     double width = 0;
     double height = 0;
   };
   virtual Size BestSize() const = 0;
-  /// What one of these twips is in the form's bounds: not 1 on a screen whose resolution is not the
+  /// Converts these twips to those of the form's bounds; not 1 if the screen's resolution differs from the
   /// program's.
   virtual double BoundsScale() const { return 1; }
 };
 
-/// An animation control's window, as long as it exists.
+/// The window of an animation control.
 class AnimationWindow {
  public:
   virtual ~AnimationWindow() = default;
   enum class Opened { Yes, ModuleMissing, ClipMissing };
-  /// Opens a clip resource of a program file; an empty path is this program.
+  /// Opens a clip resource of a program file; an empty path means this program.
   virtual Opened OpenResource(const std::string& module_path, std::int32_t resource) = 0;
   virtual Opened OpenFile(const std::string& path) = 0;
   virtual void Show() = 0;
@@ -85,7 +85,7 @@ class AnimationWindow {
   virtual void Close() = 0;
   virtual std::int32_t Width() const = 0;
   virtual std::int32_t Height() const = 0;
-  /// 0 when the window around it has taken it along.
+  /// 0 if the window around it has been destroyed.
   virtual std::uintptr_t hwnd() const = 0;
 };
 
@@ -97,38 +97,35 @@ struct AnimationStyle {
 
 /// The user's screen: windows, message boxes, pointer, and the message loop.
 ///
-/// One for the process, used from the user-interface thread; the portable tests use a fake.
+/// One per process, used from the user-interface thread; the portable tests use a fake.
 class Desktop {
  public:
   virtual ~Desktop() = default;
 
-  /// Makes the window of a form, hidden, with all controls of its layout.
+  /// Creates the hidden window of a form, with all controls of its layout.
   virtual std::unique_ptr<FormWindow> MakeWindow(Form& form) = 0;
 
-  /// Makes an animation control inside a window; null if the system has none.
+  /// Creates an animation control in a window; null if the system has none.
   virtual std::unique_ptr<AnimationWindow> MakeAnimation(std::uintptr_t owner,
                                                          const AnimationStyle& style) = 0;
 
-  /// Shows a modal message box and returns the button pressed. Closing it gives Cancel, No, or Ok if it is
-  /// alone.
+  /// Shows a modal message box and returns the pressed button. Closing it returns Cancel or No, or Ok if that
+  /// is the only button.
   virtual Answer ShowMessage(const Message& message) = 0;
 
-  /// Asks for a file to save to; the path chosen, nothing when cancelled. The dialog asks nothing about files
-  /// that exist.
+  /// Asks for a path to save to; nothing if cancelled. Does not ask before replacing a file.
   virtual std::optional<std::string> AskSaveFile(const SaveDialog& dialog) = 0;
 
-  /// Asks for a file to read, without the choice to open it read-only; the path chosen, nothing when
-  /// cancelled.
+  /// Asks for a file to read, without an option for read-only; nothing if cancelled.
   virtual std::optional<std::string> AskOpenFile(const OpenDialog& dialog) = 0;
 
-  /// Puts a text on the clipboard. Throws while another program keeps hold of it.
+  /// Copies a text to the clipboard. Throws while another program keeps the clipboard open.
   virtual void CopyText(const std::string& text) = 0;
 
-  /// Opens a help file at the topic of a context number, or at its first one for 0. False if the file
-  /// cannot be shown.
+  /// Opens a help file at the topic of a context number, or at its first topic for 0. False on failure.
   virtual bool ShowHelp(const std::string& file, int context) = 0;
 
-  /// Lets pending messages run: windows repaint, calls of the director and of the object server come in.
+  /// Processes waiting messages: windows repaint, calls of the director and of the object server arrive.
   virtual void Yield() = 0;
 
   virtual void SetPointer(Pointer pointer) = 0;
@@ -139,17 +136,17 @@ class Desktop {
   virtual double TwipsPerPixelX() const = 0;
   virtual double TwipsPerPixelY() const = 0;
 
-  /// The part of the primary screen that windows may cover, in twips.
+  /// The work area of the primary screen, in twips.
   struct Area {
     double left = 0, top = 0, width = 0, height = 0;
   };
   virtual Area WorkArea() const = 0;
 
-  /// Ends the message loop and with it the program, when the running event has been dealt with.
+  /// Ends the message loop and so the program, after the current event.
   virtual void EndProgram() = 0;
 };
 
-/// The hourglass for as long as it lives.
+/// Shows the hourglass while it exists.
 class BusyPointer {
  public:
   explicit BusyPointer(Desktop& desktop) : desktop_(desktop) { desktop_.SetPointer(Pointer::Hourglass); }

@@ -10,7 +10,7 @@
 
 namespace ui {
 
-/// Numbered as the platform numbers a window's border.
+/// In the platform's numbers of window borders.
 enum class BorderStyle {
   None = 0,
   FixedSingle = 1,
@@ -24,11 +24,11 @@ enum class WindowState { Normal = 0, Minimized = 1, Maximized = 2 };
 /// Who asks a window to close.
 enum class CloseReason { User, Code, SystemShutdown };
 
-/// A window of the program without its Windows part: it owns its controls and handles their events.
+/// The portable part of a window: it owns its controls and handles their events.
 ///
-/// Life: made, loaded (its window exists, hidden), shown and hidden any number of times, unloaded. Positions
-/// and sizes are in twips of the outer window; the window keeps whole pixels. A pixel has as many twips on
-/// every screen.
+/// It is constructed, loaded (its window exists, hidden), shown and hidden any number of times, and unloaded.
+/// Bounds are in twips and include the border; the window uses whole pixels. A pixel has the same number of
+/// twips on every screen.
 class Form : public HasWindow {
  public:
   Form(Desktop& desktop, std::string name, BorderStyle border);
@@ -39,11 +39,11 @@ class Form : public HasWindow {
   const std::string& name() const { return name_; }
   BorderStyle border_style() const { return border_; }
 
-  /// Makes the window if there is none yet. Other members that need the window load it by themselves.
+  /// Creates the window if there is none. Members that need the window do this themselves.
   void Load();
   bool Loaded() const { return window_ != nullptr; }
   std::uintptr_t hwnd() const override { return window_ ? window_->hwnd() : 0; }
-  /// Closes the window from the program: the form may not refuse.
+  /// Closes the window; the form cannot refuse.
   void Unload();
 
   const std::string& Caption() const { return caption_; }
@@ -55,7 +55,7 @@ class Form : public HasWindow {
   void SetVisible(bool visible);
   void Show() { SetVisible(true); }
   void Hide() { SetVisible(false); }
-  /// Shows the window in front of all others, also one that is covered or minimised.
+  /// Shows the window in front of all others, even if it was covered or minimised.
   void BringToFront();
 
   WindowState State() const { return state_; }
@@ -65,12 +65,12 @@ class Form : public HasWindow {
   double Top() const { return top_; }
   double Width() const { return width_; }
   double Height() const { return height_; }
-  /// One rectangle for all four, so that a window is moved once.
+  /// Sets all four at once, so that the window moves only once.
   void SetBounds(double left, double top, double width, double height);
 
   void Repaint();
 
-  /// The control with the focus, or null. The window keeps it up to date.
+  /// The control with the focus, or null.
   Control* ActiveControl() const { return active_control_; }
   /// The control that had the focus before, or null.
   Control* FormerControl() const { return former_control_; }
@@ -80,16 +80,16 @@ class Form : public HasWindow {
   void WindowStateChanged(WindowState state) { state_ = state; }
   void WindowActivated() { OnActivate(); }
   void FocusMoved(Control* control) { former_control_ = std::exchange(active_control_, control); }
-  /// The window is asked to close. False refuses.
+  /// Asks the form to close the window; false refuses.
   bool CloseRequested(CloseReason reason);
   void HelpRequested() { OnHelp(); }
-  /// Escape, if no button answers to it: true if the form has dealt with it.
+  /// Escape without a cancel button. True if the form used it.
   bool EscapePressed() { return OnEscape(); }
-  /// A key with Alt: true when the form has dealt with it (accelerators that the controls cannot know).
+  /// A key with Alt, for accelerators that no control has. True if the form used it.
   virtual bool HandleAccelerator(char32_t character);
 
   const Box& layout() const { return layout_; }
-  /// The button that Enter, and the one that Escape presses; null for none.
+  /// The buttons that Enter and Escape press; null for none.
   Control* default_button = nullptr;
   Control* cancel_button = nullptr;
   bool always_on_top = false;
@@ -98,12 +98,12 @@ class Form : public HasWindow {
   Desktop& desktop() { return desktop_; }
   void SetLayout(Box layout) { layout_ = std::move(layout); }
 
-  /// The size in which the window opens, in the middle of the screen, in twips at the window's own
-  /// resolution; it becomes no larger than the screen.
+  /// The size of the window when it opens, in the middle of the screen, in twips at the window's own
+  /// resolution; at most the size of the screen.
   virtual FormWindow::Size FirstSize(FormWindow::Size best) { return best; }
 
-  /// A form that comes and goes often: the system's window stays when the form is unloaded, hidden and
-  /// without a caption, for the next time that it is loaded.
+  /// For a form that is loaded often: unloading hides its window and removes the caption, and the next load
+  /// uses it again.
   void KeepWindow() { keeps_window_ = true; }
 
   virtual void OnLoad() {}
@@ -112,12 +112,11 @@ class Form : public HasWindow {
   /// The user or the system asks to close; false refuses.
   virtual bool OnQueryUnload(CloseReason) { return true; }
   virtual void OnUnload() {}
-  /// The user pressed F1.
   virtual void OnHelp() {}
-  /// The user pressed Escape, and there is no cancel button.
+  /// The user pressed Escape and there is no cancel button. True if the form used it.
   virtual bool OnEscape() { return false; }
 
-  /// Opens the help file at a topic; a message says if it cannot be shown.
+  /// Opens the help file at a topic; shows a message if that fails.
   void ShowHelp(const std::string& file, int context, const std::string& title);
 
  private:

@@ -5,10 +5,10 @@
 namespace ui {
 namespace {
 
-/// One control as the keyboard meets it.
+/// One control in the order of the keyboard.
 struct Stop {
   Control* control;
-  const Control* frame;  // the nearest frame around
+  const Control* frame;  // the innermost frame around the control
 };
 
 char32_t Lower(char32_t letter) { return letter >= U'A' && letter <= U'Z' ? letter + 32 : letter; }
@@ -43,7 +43,7 @@ bool HasCaption(const Control& control) {
   }
 }
 
-/// What can be seen and used, and `also`, which need not be usable.
+/// Collects the visible and enabled controls, and `also`, which need not be either.
 void Collect(const Box& box, const Control* frame, const Control* also, std::vector<Stop>& stops) {
   if (box.control && ((box.control->Visible() && box.control->Enabled()) || box.control == also))
     stops.push_back({box.control, frame});
@@ -66,7 +66,6 @@ OptionButton* AsOption(const Stop& stop) {
                                                              : nullptr;
 }
 
-/// Whether the Tab key stops here.
 bool IsTabStop(const std::vector<Stop>& stops, const Stop& stop) {
   const OptionButton* option = AsOption(stop);
   if (!option) return TakesFocus(*stop.control);
@@ -82,7 +81,7 @@ bool IsTabStop(const std::vector<Stop>& stops, const Stop& stop) {
   return first->control == stop.control;
 }
 
-/// True if the control is in the box; the path then holds the pages down to it.
+/// True if the control is in the box; the path then has the pages that lead to it.
 bool FindPages(const Box& box, const Control& control, std::vector<PagePlace>& path) {
   if (box.control == &control) return true;
   for (std::size_t i = 0; i < box.children.size(); ++i) {
@@ -147,7 +146,7 @@ std::optional<Accelerator> FindAccelerator(const Box& layout, char32_t letter, c
   letter = Lower(letter);
   const std::vector<Stop> stops = Usable(layout);
   std::vector<Accelerator> answers;
-  std::size_t after = 0;  // the answer that follows the active control or, before any of its own, the page
+  std::size_t after = 0;  // the answer after the active control or else after the page in front
   for (std::size_t i = 0; i < stops.size(); ++i) {
     Control* const control = stops[i].control;
     if (control->kind() == Control::Kind::Tabs) {

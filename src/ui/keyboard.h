@@ -12,27 +12,27 @@
 
 namespace ui {
 
-/// Follows the keyboard focus inside one window and notifies its controls in a fixed order: the control that
-/// is left is validated, then notified that it lost the focus; then the window's active control changes, then
-/// the new one is notified.
+/// Follows the keyboard focus in one window and notifies its controls in a fixed order: validates the control
+/// that loses the focus, notifies it of the loss, changes the window's active control, then notifies the new
+/// one.
 ///
-/// Only a move to another control of the window counts; the window system reports nothing when a message box
-/// or another program comes to the front. What a handler does to the focus takes effect when the handler has
-/// ended, and a control which the focus only passed through hears nothing.
+/// Only moves to another control of the window count; the window system reports nothing when a message box or
+/// another program comes to the front. If a handler moves the focus, the move takes effect when the handler
+/// has ended. A control that the focus only passed through is not notified.
 class FocusTracker {
  public:
-  /// `prepare` runs before a control is notified that it has the focus.
+  /// `prepare` runs before a control is notified that it got the focus.
   FocusTracker(Form& form, std::function<void(Control&)> prepare)
       : form_(form), prepare_(std::move(prepare)) {}
 
-  /// This control has the focus.
+  /// The control got the focus.
   void Arrived(Control& control) {
     wanted_ = &control;
     Settle();
   }
 
-  /// The user is about to go to another control: validates the present one first, so that a message comes
-  /// before the key or button press takes effect, then lets `move` set the focus.
+  /// The user is about to go to another control: validates the current one first, so that its message appears
+  /// before the key or button press takes effect, then calls `move` to set the focus.
   template <class Move>
   void LeaveFor(Control& target, Move move) {
     if (!busy_ && current_ && current_ != &target) {
@@ -47,7 +47,7 @@ class FocusTracker {
 
   Control* current() const { return current_; }
 
-  /// The window goes: no more notifications.
+  /// The window closes: no more notifications.
   void Stop() {
     stopped_ = true;
     current_ = wanted_ = nullptr;
@@ -91,36 +91,36 @@ class FocusTracker {
   bool stopped_ = false;
 };
 
-// How the keyboard walks a window, in the order of the layout: a tab control before its pages. Only controls
-// that can be seen and used take part: visible, enabled, and on the page in front.
+// The keyboard's order is that of the layout, with a tab control before its pages. Only controls that are
+// visible, enabled and on the page in front count.
 
-/// The letter after the single "&" of a caption, in lower case; 0 for none.
+/// The letter after the single "&" of a caption, in lower case; 0 if there is none.
 char32_t AcceleratorOf(const std::string& caption);
 
-/// The control to which the Tab key leads from another one; from null to the first. Of a group of option
-/// buttons only the selected one, or the first if none is selected. Null if there is none.
+/// The control to which Tab leads from another one, or from null to the first. Option buttons of a group
+/// count as one: the selected button, or else the first. Null if there is none.
 enum class Direction { Forward, Backward };
 Control* NextControl(const Box& layout, const Control* from, Direction direction);
 
-/// The option button before or after one in its frame, going round.
+/// The next or previous option button in the frame, cyclically.
 OptionButton* NextOption(const Box& layout, const OptionButton& from, Direction direction);
-/// The option buttons in the same frame, itself included.
+/// All option buttons in the same frame.
 std::vector<OptionButton*> OptionsAround(const Box& layout, const OptionButton& option);
 
-/// What a letter pressed with Alt leads to.
+/// The effect of a letter pressed with Alt.
 struct Accelerator {
-  /// The control that takes the focus or is pressed. A label and a frame lead to the next control that takes
-  /// the focus.
+  /// The control that gets the focus or is pressed. Labels and frames lead to the next control that takes the
+  /// focus.
   Control* control = nullptr;
-  /// The page to bring to the front, if the control is a tab control.
+  /// The page to bring to the front if the control is a tab control.
   std::optional<std::size_t> page;
-  /// Nothing else answers to the letter, so that a button is pressed and not just focused.
+  /// No other control has the letter, so a button is pressed and not just focused.
   bool only_one = true;
 };
-/// If several captions share a letter, the one after the active control or the page in front.
+/// If several captions share a letter, chooses the one after the active control or the page in front.
 std::optional<Accelerator> FindAccelerator(const Box& layout, char32_t letter, const Control* active);
 
-/// The pages that must come to the front, outermost first, for a control to be seen.
+/// The pages to bring to the front, outermost first, to show a control.
 struct PagePlace {
   Tabs* tabs;
   std::size_t page;

@@ -10,24 +10,24 @@
 
 namespace ui {
 
-/// The place in which a form puts one of its controls itself, in twips of the client area.
+/// The place of a control that the form computes itself, in twips of the client area.
 struct Spot {
   Control* control;
   double left, top, width, height;
 };
 
-/// How the controls of a window are arranged: a tree of rows, columns, grids, frames and tab pages, with the
-/// controls as its leaves. Sizes follow from the texts and the font, so nothing is cut off at any resolution.
+/// The arrangement of a window's controls: a tree of rows, columns, grids, frames and tab pages, with
+/// controls as leaves. Sizes follow from the texts and the font, so nothing is cut off at any resolution.
 struct Box {
   enum class Kind {
     Leaf,    // one control
-    Empty,   // a grid cell with nothing in it
+    Empty,   // an empty grid cell
     Row,     // children side by side
     Column,  // children below each other
     Grid,    // children row by row in `columns` columns; columns of grids of one `group` are equally wide
     Frame,   // a Frame control around its only child
-    Pages,   // a Tabs control; one child a page, all the same size
-    Placed,  // the form says where each of its children stands; only at the root
+    Pages,   // a Tabs control; one child per page, all of the same size
+    Placed,  // the form computes the places of the children; only at the root
   };
 
   Kind kind = Kind::Empty;
@@ -35,11 +35,11 @@ struct Box {
   std::vector<Box> children = {};
   int columns = 0;
   int group = 0;
-  /// Takes the room that is left over in the direction of the parent, or across it.
+  /// Takes part of the room left over in that direction.
   bool stretch_width = false;
   bool stretch_height = false;
-  /// Of placed children: the rule for a window of an outer width and height, and the smallest client area
-  /// that it is made for; all in twips.
+  /// For placed children: computes their places for a window of an outer width and height, and the smallest
+  /// client area that it supports; all in twips.
   using Rule = std::function<std::vector<Spot>(double width, double height)>;
   Rule place = nullptr;
   double least_width = 0;
@@ -47,10 +47,10 @@ struct Box {
 
   bool IsHidden() const { return kind == Kind::Leaf && !control->Visible(); }
   bool IsGroup() const { return kind == Kind::Frame || kind == Kind::Pages; }
-  /// A text field or list. Fields are as wide as their column, so their edges are in line.
+  /// A text field or list. Fields are as wide as their column, so their edges are aligned.
   bool IsField() const;
-  /// Of a grid: its number of columns, and the first of the empty cells that a field covers; its own column
-  /// if there is none.
+  /// For a grid: the number of columns, and the first of the empty cells that a field covers, or else its own
+  /// column.
   std::size_t ColumnCount() const { return columns < 1 ? 1 : static_cast<std::size_t>(columns); }
   std::size_t FirstColumn(std::size_t index) const;
 
@@ -91,8 +91,7 @@ struct Box {
   }
 };
 
-/// The texts about the device outside of fields, as the window shows them now: those of its data labels and
-/// the panels of its status bar. Empty ones are left out.
+/// The non-empty texts about the device outside of fields, as shown now: data labels and status bar panels.
 std::vector<std::string> DataTexts(const Box& layout);
 
 }  // namespace ui

@@ -14,8 +14,8 @@ Rectangle Inside(const Rectangle& outer, const Insets& insets) {
           outer.height - insets.top - insets.bottom};
 }
 
-/// A child in its cell: stretched across, or at its own size; single controls are in the middle of their
-/// row, so that a label is level with the field beside it.
+/// A child in its cell: stretched or at its own size. A single control is centred in its row, so a label is
+/// level with the field beside it.
 Rectangle InCell(const Box& box, Extent size, Rectangle cell) {
   if (!box.stretch_width && !box.IsField()) cell.width = std::min(cell.width, size.width);
   if (!box.stretch_height) {
@@ -70,7 +70,7 @@ bool LayoutEngine::EndsWithStatusBar() const {
   return last && last->kind() == Control::Kind::StatusBar;
 }
 
-/// Between a child of a row or column and the one before it; what takes no room has no gaps.
+/// The gap between a child of a row or column and the one before it; a child without size has no gap.
 int LayoutEngine::GapBefore(const Node& line, std::size_t index) const {
   const Node& child = line.children[index];
   if (child.size.height == 0) return 0;

@@ -24,27 +24,26 @@ struct Rectangle {
   friend bool operator==(const Rectangle&, const Rectangle&) = default;
 };
 
-/// What a layout needs to know of the font and the resolution. All answers are in pixels.
+/// What a layout needs to know of the font and the resolution, in pixels.
 class Metrics {
  public:
   virtual ~Metrics() = default;
 
-  /// The size in which nothing of the control is cut. For a frame that of its caption, for tabs that of the
-  /// row of captions.
+  /// The smallest size that cuts nothing. For frames the size of the caption, for tabs that of the row of
+  /// captions.
   virtual Extent PreferredSize(const Control& control) const = 0;
-  /// Border, caption and padding of a frame on a page or window, or inside another frame.
+  /// Border, caption and padding of a frame on a page or window, or in another frame.
   virtual Insets FrameInsets(const Control& frame, bool nested) const = 0;
-  /// From the tab control's edges to its page.
+  /// From the edges of the tab control to its page.
   virtual Insets TabInsets(const Control& tabs) const = 0;
   /// Around the content of a window or page.
   virtual int Margin() const = 0;
   /// Between two controls.
   virtual int ControlGap() const = 0;
-  /// Between two of which one is a frame or a tab control.
+  /// Between two children if one is a frame or a tab control.
   virtual int GroupGap() const = 0;
-  /// How many twips a pixel has.
   virtual double TwipsPerPixel() const = 0;
-  /// What the window has around its client area.
+  /// The window's borders outside its client area.
   virtual Extent Frame() const { return {}; }
 };
 
@@ -55,17 +54,16 @@ struct Placement {
 
 /// Computes the places of a layout's controls.
 ///
-/// It measures once, when it is made, and arranges for any size; it is made anew when a text has changed. The
-/// layout and the metrics must outlive it. The rules:
-/// - A hidden control and the gap beside it take no room.
-/// - Nothing is made smaller than it was measured: in a window below the minimum the right and the bottom are
-///   cut.
-/// - Left-over width is shared by the stretching children of a row; of a grid's stretching columns the narrow
-///   ones get it until all are equally wide. Left-over height goes to the last stretching child of a column,
-///   so that columns side by side stay in line.
-/// - Grids of one group share their column widths when they are on the same page. A text field or list is
-/// as wide as its column, and takes in empty cells before it.
-/// - A status bar at the end of the window's column lies along the window's edge, outside the margin.
+/// It measures once, when constructed, and arranges for any size; construct it again when a text has changed.
+/// The layout and the metrics must outlive it. The rules:
+/// - A hidden control and its gap take no room.
+/// - Nothing gets smaller than its measured size: a window below the minimum cuts the right and the bottom.
+/// - The stretching children of a row share the width left over; in a grid the narrowest stretching columns
+///   get it first. Height left over goes to the last stretching child of a column, so that columns side by
+///   side stay aligned.
+/// - Grids of one group on the same page share their column widths. A text field or list is as wide as its
+///   column and covers empty cells before it.
+/// - A status bar at the end of the window's column is at the window's edge, outside the margin.
 class LayoutEngine {
  public:
   LayoutEngine(const Box& layout, const Metrics& metrics);
@@ -73,20 +71,20 @@ class LayoutEngine {
   /// The smallest client area that cuts nothing.
   Extent Minimum() const { return minimum_; }
 
-  /// All controls in layout order, a frame and a tab control before their content, in coordinates of
-  /// the client area. Controls on all pages are placed.
+  /// All controls in layout order, a frame or tab control before its content, in coordinates of the client
+  /// area. Includes controls on hidden pages.
   std::vector<Placement> Arrange(Extent client) const;
 
  private:
-  /// Grids with equal keys share their columns: group and page.
+  /// Grids with equal keys (group and page) share their columns.
   using GroupKey = std::pair<int, int>;
   struct Node {
     const Box* box = nullptr;
     Extent size;
     GroupKey key;
-    bool nested = false;  // inside a frame
+    bool nested = false;  // in a frame
     std::vector<Node> children;
-    std::vector<int> columns;  // of a grid: the widths
+    std::vector<int> columns;  // widths of a grid's columns
   };
   struct Around {
     int page = 0;

@@ -58,7 +58,7 @@ void fProgress::OnLoad() {
   SetCaption(plug_in_name_);
   desktop().SetPointer(Pointer::Hourglass);
   animation_.SetOwner(picResAnim);
-  // A clip that cannot play must not stop the operation whose progress it decorates.
+  // A clip that cannot play must not stop the operation.
   platform::IgnoreFailure([this] { animation_.StartPlay(); });
 }
 
@@ -82,7 +82,7 @@ void Progress::Show() {
 
 void Progress::DisplayStatus(const std::string& status) {
   Open().Status.SetText(status);
-  // What runs now may close the window.
+  // What runs here may close the window.
   desktop_.Yield();
 }
 

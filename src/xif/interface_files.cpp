@@ -9,12 +9,12 @@ namespace xif {
 namespace {
 
 constexpr lonworks::Tool kConverter{"XIF32BIN", "XIF32BIN", "Finished - XIF32BIN"};
-constexpr int kMostFileRounds = 1000;  // after the converter
+constexpr int kMostFileRounds = 1000;  // after the converter has ended
 
 }  // namespace
 
 std::string InterfaceFiles::FindXifForProgramId(const std::string& program_id) {
-  // An empty folder would be the root of the drive.
+  // An empty folder would mean the root of the drive.
   if (folder.empty()) return {};
   std::string wanted = program_id;
   std::string path = FindXifFile(files_, folder + '\\', wanted);
@@ -29,7 +29,7 @@ std::string InterfaceFiles::LocateXifByDialog(const std::string& program_id) {
   std::string path = hidden.AskXif().value_or("");
   hidden.Unload();
   if (path.empty()) return {};
-  // The root of a drive does not become the search folder.
+  // The root of a drive does not become the folder to search.
   if (const std::string chosen = text::FolderOf(path); chosen.find('\\') != std::string::npos)
     folder = chosen;
   return ExportXfb(path);

@@ -12,7 +12,7 @@
 
 namespace xif {
 
-/// A window that is never shown and owns the dialog that asks for an interface file.
+/// The owner of the dialog that asks for an interface file; never shown.
 class fHidden : public ui::Form {
  public:
   explicit fHidden(ui::Desktop& desktop) : Form(desktop, "fHidden", ui::BorderStyle::FixedSingle) {}
@@ -26,8 +26,8 @@ class fHidden : public ui::Form {
   }
 };
 
-/// External interface files of devices on this computer: finds the one of a program ID, and runs the LonWorks
-/// tool XIF32BIN to make its binary form (XFB), which the object server imports, beside it.
+/// External interface files of devices on this computer: finds the file of a program ID, and runs the
+/// LonWorks tool XIF32BIN to create its binary form (XFB) beside it, which the object server imports.
 ///
 /// One per process, used from the user-interface thread. Failures return empty text. The message loop runs
 /// while the tool works.
@@ -40,15 +40,15 @@ class InterfaceFiles {
   /// The folder to search, without a backslash at the end; empty if it is unknown.
   std::string folder;
 
-  /// Searches the folder and all folders below it. Returns the file's path if its binary form is there or can
-  /// be made.
+  /// Searches the folder and all folders below it. Returns the file's path if its binary form exists or can
+  /// be created.
   std::string FindXifForProgramId(const std::string& program_id);
 
   /// Asks the user for the file; its folder becomes `folder`.
   std::string LocateXifByDialog(const std::string& program_id);
 
-  /// Makes the file's binary form if it is missing, which may take a minute. Shows a message on failure.
-  /// Returns the path, which becomes empty on failure, also in the caller's variable.
+  /// Creates a missing binary form, which may take a minute. Shows a message on failure. Returns the path,
+  /// which becomes empty on failure, also in the caller's variable.
   std::string ExportXfb(std::string& xif_path);
 
  private:

@@ -19,7 +19,7 @@ import documents  # noqa: E402
 import usage  # noqa: E402
 
 BUILDS = re.compile(r"cmake |ctest |\./package|\./test")
-# They would start this again, or need Windows, a certificate, or hours.
+# They would run this script again, or need Windows, a certificate, or hours.
 ELSEWHERE = re.compile(r"\./test|msiexec|cat >sign\.sh|QM5R_SIGN=")
 # What must be on the screen after a command that shows something.
 SHOWN = re.compile(r'director\.exe configure ".*/(.*?)"')
@@ -48,7 +48,7 @@ def commands_of(name):
 
 def run(command, folder, environment):
     print("$", command, flush=True)
-    # A file: the plug-in stays, and holds on to where it was started from.
+    # A file and not a pipe: the plug-in stays open and keeps the output of its starter open.
     with tempfile.TemporaryFile() as output:
         code = subprocess.run(command, shell=True, cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=output,
                               stderr=subprocess.STDOUT, timeout=3000, executable="/bin/bash").returncode
@@ -63,7 +63,7 @@ def run_document(name, folder, environment, builds):
     for command in commands_of(name):
         if ELSEWHERE.match(command) or (BUILDS.match(command) and not builds):
             continue
-        # Written for Windows, where the program needs no path.
+        # These are for Windows, where the program needs no path.
         run(re.sub(r"^director\.exe", "scripts/in-wine build/windows-x64/director.exe", command), folder, environment)
         shown = SHOWN.search(command)
         if shown and shown.group(1) not in run("scripts/in-wine build/windows-x64/director.exe screen", folder, environment):

@@ -76,7 +76,7 @@ TEST(FieldEditing, RefusesAnEntryThatIsNotANumber) {
     EXPECT_FALSE(opened.IsMarked(opened.Field(0)));
     EXPECT_EQ(opened.Focused(), &opened.List(0)) << "the focus may always leave";
   }
-  // Another device takes the screen while the field has the focus.
+  // Another device takes over the screen while the field has the focus.
   Opened opened;
   opened.GoTo(opened.Field(0));
   World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
@@ -91,12 +91,12 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
   struct Case {
     int left;
     const char* typed;
-    std::map<int, const char*> changed;  // besides the field that was left
+    std::map<int, const char*> changed;  // except the field that was left
     std::vector<std::string> messages;
-    int focused;  // -1: the control that the user went to
+    int focused;  // -1: the control to which the user went
     const char* units = "0";
   };
-  // The screen before: heating 21 and 16, at most 32; cooling 23 and 28, at least 12; dead band 1.5.
+  // Initially: heating 21 and 16, at most 32; cooling 23 and 28, at least 12; dead band 1.5.
   const Case cases[] = {
       {0, "21.4", {}, {}, -1},
       {0, "21.5", {}, {}, -1},
@@ -170,7 +170,7 @@ TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
   EXPECT_FALSE(opened.main.cmdCancel.Enabled());
 }
 
-// The field then holds what is not applied, and must say so and be cancelled.
+// The field then holds an unapplied edit; it must be marked, and Cancel must work.
 TEST(FieldEditing, ARefusedEntryGoesBackWithTheMarkOfTheFormerText) {
   Opened opened;
   opened.Enter(0, "22");  // repairs the cooling setpoint
@@ -216,7 +216,7 @@ TEST(FieldEditing, TheSecondHalfOfARuleLeavesTheNextDeviceAlone) {
   opened.desktop.on_message = [&](const ui::Message&) {
     opened.desktop.on_message = nullptr;
     World::Send(*opened.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Thermostat 102");
-    opened.Field(16).SetText("20");  // so that its second half would find something to repair
+    opened.Field(16).SetText("20");  // otherwise its second rule would find something to adjust
   };
   opened.Enter(16, "12.5");
   EXPECT_EQ(opened.Field(1).Text(), "15");

@@ -28,7 +28,7 @@ TEST(HelpFile, TopicsShowLimitsAndMeanings) {
   Texts made = Made(Sources());
   const std::pair<const char*, const char*> cases[] = {
       {"txtnvi0.html", "4.5&nbsp;to&nbsp;32&nbsp;&deg;C, or 40&nbsp;to&nbsp;90&nbsp;&deg;F"},
-      {"txtnvi0.html", "Room temperature that heating keeps while the room is occupied."},
+      {"txtnvi0.html", "Room temperature that heating maintains while the room is occupied."},
       {"txtnvi6.html", "-2.5&nbsp;to&nbsp;2.5&nbsp;&deg;C, or -5&nbsp;to&nbsp;5&nbsp;&deg;F"},
       {"txtnvi8.html", "&ldquo;Dehumidifiacation hysteresis&rdquo;"},
       {"cbnvi5.html", "<code>FLOATING</code></th><td>The outputs drive floating actuators."}};

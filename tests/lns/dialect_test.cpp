@@ -9,7 +9,6 @@ namespace {
 using platform::CallKind;
 using platform::Value;
 
-/// A variable that returns the last text put.
 struct Variable : platform::LateBound {
   Value Invoke(const platform::Member& member, CallKind kind, platform::Arguments arguments) override {
     if (kind != CallKind::Put) return text;

@@ -6,7 +6,6 @@
 
 namespace {
 
-/// A binding on a point that holds three setpoints.
 struct Bound {
   Bound() {
     point.Separator = ",";

@@ -3,7 +3,6 @@
 
 namespace {
 
-/// The points of a simulated thermostat.
 struct Device : Opened {
   Device() { setpoints.GetNetworkValue(0); }
   void Fail(const char* operation, int code) { simulation->faults().Add({"", "", operation, 1, code}); }

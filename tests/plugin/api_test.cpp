@@ -106,7 +106,7 @@ TEST(Api, RefusedCommandsAndWrites) {
   }
 }
 
-// Directors have been built against these numbers.
+// Compiled directors use these numbers.
 TEST(Api, NamesKeepTheirNumbers) {
   const char* members[] = {
       "SendCommand", "Visible", "networkName", "NetworkInterfaceName", "Remote",           "Height",

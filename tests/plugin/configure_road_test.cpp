@@ -15,7 +15,7 @@ std::vector<std::string> LoggedActions(const World& world, ui::ListView::Icon ic
   return actions;
 }
 
-/// An object server whose members answer otherwise.
+/// An object server with altered members.
 class AlteredObject : public headless::ForwardingObject {
  public:
   /// Changes the answer of a member of an object.
@@ -44,8 +44,7 @@ TEST(ContactPage, IsAProgramResourceAndHasTheSamePlainText) {
   const startup::Identity& identity = world.identity;
   EXPECT_TRUE(
       page.Text().starts_with(identity.PlugInName + "\n\n" + identity.PlugInManufacturerName + ", version "));
-  EXPECT_NE(page.Text().find("\n\n" + identity.PlugInDescription + ".\n\nHelp\nThe key F1 "),
-            std::string::npos);
+  EXPECT_NE(page.Text().find("\n\n" + identity.PlugInDescription + ".\n\nHelp\nF1 "), std::string::npos);
   EXPECT_EQ(page.Text().find_first_of("<>{}"), std::string::npos);
 }
 
@@ -153,7 +152,7 @@ TEST(ConfigureRoad, ReportsValuesThatDoNotFit) {
       {std::int32_t{42}, "nciSetPts has no value number 4"},
       {std::monostate{}, "nciSetPts has no value number 4"},
       {platform::LateBoundPtr(), "Overflow"},
-      {std::string("23,5,25,0,28,0,21,0,19,0,16,0"), "has 12 fields where 6 are the most"},
+      {std::string("23,5,25,0,28,0,21,0,19,0,16,0"), "has 12 fields; the most are 6"},
   };
   for (const Case& c : cases) {
     World world;

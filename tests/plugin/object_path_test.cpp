@@ -5,7 +5,7 @@
 namespace {
 
 TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
-  // What is found is empty for nothing.
+  // Empty text means that nothing is found.
   const std::tuple<std::int32_t, const char*, const char*> cases[] = {
       {7, "Demo Tower/Demo Tower.Floor 1/Thermostat 101", "Thermostat 101"},
       {7, "Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110", "Thermostat 110"},

@@ -1,5 +1,3 @@
-// What holds for every window of the program.
-
 #include <array>
 #include <set>
 
@@ -31,7 +29,7 @@ void ExpectToldApart(const ui::Box& box, std::set<std::string>& names) {
   EXPECT_NE(explains_itself, !control.ToolTip().empty()) << control.name();
 }
 
-/// The letters to which more than one control answers while some page is in front.
+/// The letters that more than one control has while the same page is in front.
 std::set<char> Clashes(const ui::Box& layout, ui::Tabs* tabs) {
   std::set<char> clashes;
   for (std::size_t page = 0; page < (tabs ? tabs->Captions().size() : 1); ++page) {

@@ -10,7 +10,6 @@ const std::string kDeviceCommand = "Korvell QM5R-FC PIR Device Configure";
 const std::string kObjectCommand = "Korvell QM5R-FC PIR LonMarkObject Configure";
 
 struct CommandRegistration : testing::Test {
-  /// The error number of a command; 0 if it succeeds.
   int Send(std::int32_t command) {
     const platform::Error error = ErrorOf([&] { world.Send(*api, command, 0, ""); });
     EXPECT_EQ(error.description(), error.number() ? "Unable to register Supported Commands" : "");
@@ -44,7 +43,7 @@ TEST_F(CommandRegistration, AddsEachCommandOnceAndRemovesIt) {
       kObjectCommand, server, 28, 13, false, start + "LonMarks Object", "", "1.2.3"};
   world.desktop.answers = {ui::Answer::Yes};
   System("Demo Quarry").catalog_path = "E:\\On another computer\\Types";
-  // Failures of objects that are not needed.
+  // Failures of unrelated objects.
   Fault("Demo Wall Switch [demo]", "Name")();
   world.simulation->faults().Add({"", "Demo Quarry", "Item", 2, 17008});
   for (const std::string network : {"Demo Harbour", "Demo Quarry", "Demo Orchard", "Demo Islands"}) {
@@ -149,7 +148,7 @@ TEST_F(CommandRegistration, LogsEachStepWithItsPlace) {
   }
 }
 
-/// For each step that can fail: the message, that nothing is left half done, and that the next try works.
+/// For each step that can fail: shows the message, leaves nothing half done, and the next try works.
 TEST_F(CommandRegistration, ShowsAFailureAndSucceedsOnTheNextTry) {
   struct Case {
     const char* network;
@@ -208,8 +207,7 @@ TEST_F(CommandRegistration, ShowsAFailureAndSucceedsOnTheNextTry) {
   }
 }
 
-/// The tool may be missing, fail or hang: registration continues, and no box keeps a director waiting if all
-/// commands are registered.
+/// If the tool fails, registration continues; no box delays a director if all commands are registered.
 TEST_F(CommandRegistration, AddsMissingResourceFilesToTheCatalogue) {
   const std::string types = "C:\\LonWorks\\Types", folder = types + "\\User\\Korvell";
   const std::string unable = "Unable to add the resources listed in the ResourceTable to the catalog";
@@ -218,7 +216,7 @@ TEST_F(CommandRegistration, AddsMissingResourceFilesToTheCatalogue) {
     return "!" + unable + "|" + folder + ": The tool " + why;
   };
   auto& tool = world.shell;
-  // What the tool does before, at its start and in each round; and the log row, empty if it does not run.
+  // The tool's behaviour before, at its start and in each round; and the log row, empty if it does not run.
   const std::pair<std::function<void()>, std::string> cases[] = {
       {[&] { tool.running = false; }, "Adding resource files to the catalog|" + folder},
       {[&] { tool.running = tool.succeeded = false; }, failed("failed.")},

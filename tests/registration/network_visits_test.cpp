@@ -6,7 +6,7 @@
 namespace {
 
 struct NetworkVisits : testing::Test {
-  /// A command for all networks, from an older version.
+  /// An older version's command for all networks.
   static simulator::stored::ComponentApp Leftover(const std::string& server) {
     simulator::stored::ComponentApp app;
     app.name = "Old";
@@ -24,7 +24,8 @@ struct NetworkVisits : testing::Test {
   void Deregister(std::int32_t mode, bool interactive) {
     world.desktop.messages.clear();
     world.statuses.clear();
-    if (world.desktop.has_display) world.main.Load();  // as in a new process after the registering director's
+    if (world.desktop.has_display)
+      world.main.Load();  // as in a process after that of the registering director
     registration::MMain(world.services, world.by_hand).DeregisterPlugIn(mode, interactive);
     EXPECT_FALSE(world.session.ObjectServer);
     EXPECT_FALSE(world.session.CurrentNetwork);
@@ -46,7 +47,7 @@ TEST_F(NetworkVisits, RemoveEveryCommandFromEveryNetworkThatOpens) {
   world.desktop.answers = {ui::Answer::No};  // keeps the first offered template
   Deregister(1, true);
   EXPECT_EQ(world.Saved().find("QM5RFcPirConfigure"), std::string::npos);
-  // For each network: how many ways to open it are tried, and whether it opens.
+  // For each network: the number of tries to open it, and whether it opens.
   const std::tuple<std::string, std::size_t, bool> visits[] = {
       {"Empty Shell", 2, true}, {"Harbour", 2, true}, {"Quarry", 2, true},
       {"Orchard", 2, true},     {"Foundry", 3, true}, {"Ruin", 3, false},
@@ -73,7 +74,7 @@ TEST_F(NetworkVisits, RemoveEveryCommandFromEveryNetworkThatOpens) {
       << "removing the template creates no key";
 }
 
-/// The documents and the window warn of this.
+/// The documents and the window warn about this.
 TEST_F(NetworkVisits, LeaveSystemsInEngineeredMode) {
   Deregister(0, false);
   EXPECT_EQ(InterfaceOf("Demo Harbour") + InterfaceOf("Demo Foundry"), "DEMO-LOCAL-2");
@@ -87,7 +88,7 @@ TEST_F(NetworkVisits, LeaveSystemsInEngineeredMode) {
     EXPECT_NE(text.find("without a network interface"), std::string::npos) << text;
 }
 
-/// No failure of the object server may stop the removal of the plug-in itself.
+/// No failure of the object server may prevent the removal of the plug-in itself.
 TEST_F(NetworkVisits, SkipWhatFails) {
   Register("Demo Harbour");
   const std::string key = world.identity.PlugInKey();

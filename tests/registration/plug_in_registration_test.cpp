@@ -98,7 +98,6 @@ TEST(Names, OfTypesAndCommands) {
   EXPECT_EQ(command(70) + command(24) + command(-1), "Security LevelCustom command 24Custom command -1");
 }
 
-/// Each button acts once and closes the window.
 TEST_F(PlugInRegistration, EachButtonOfTheWindowActsOnce) {
   int ended = 0, class_registered = 0;
   registration::MMain::Process process = world.ByHand([&] { ++class_registered; });
@@ -147,7 +146,7 @@ TEST_F(PlugInRegistration, EachButtonOfTheWindowActsOnce) {
   EXPECT_EQ(ended, 3);
 }
 
-/// What a user without an administrator's rights sees, step by step. The machine's keys do not change.
+/// A user without administrator rights, step by step. The machine's keys do not change.
 TEST(StandardUser, CanWorkAndIsAskedForRightsIfNeeded) {
   Opened user(kFirstThermostat, "1");
   user.registry.SetMachineSetting("SOFTWARE\\Classes", "", "");

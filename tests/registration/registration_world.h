@@ -8,7 +8,7 @@
 #include "simulator/files.h"
 #include "support/world.h"
 
-/// The plug-in with the demo database of many networks and the thermostat's interface file.
+/// The plug-in with the demo file of many networks and the thermostat's interface file.
 struct RegistrationWorld : World {
   static constexpr const char* kXif = "C:\\LonWorks\\Import\\Korvell\\QM5R.XIF";
 
@@ -26,7 +26,6 @@ struct RegistrationWorld : World {
     };
   }
 
-  /// The content of the database's file.
   std::string Saved() const { return simulator::WriteInstallation(simulation->installation()); }
 
   std::vector<std::string> statuses;

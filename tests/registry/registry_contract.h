@@ -7,7 +7,7 @@
 #include "platform/error.h"
 #include "registry/registry.h"
 
-/// What CRegistry promises for every registry. Works below one key and leaves nothing behind.
+/// The behaviour of CRegistry with any registry. Works below one key and leaves nothing behind.
 class RegistryContract {
  public:
   explicit RegistryContract(platform::Registry& registry) : settings_(registry, "QM5R Contract") {}

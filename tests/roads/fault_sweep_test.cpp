@@ -25,7 +25,7 @@ constexpr headless::Failure kFailures[] = {
     {"fails twice", ObjectServerError(17008), Operations, 2},
     {"kills all objects", kGone, Server}};
 
-/// Keeps only these networks, with one device in each subsystem: each operation takes a walk.
+/// Keeps only these networks, with one device in each subsystem, because each operation takes a run.
 void KeepNetworks(World& world, const std::vector<std::string>& names) {
   auto& networks = world.simulation->installation().networks;
   std::erase_if(networks, [&](const auto& each) { return std::ranges::count(names, each.name) == 0; });
@@ -34,9 +34,9 @@ void KeepNetworks(World& world, const std::vector<std::string>& names) {
       if (subsystem.devices.size() > 1) subsystem.devices = {subsystem.devices.back()};
 }
 
-/// Makes every operation of a procedure fail, in turn and in every way.
+/// Makes every operation of a procedure fail, one after the other, in every way.
 struct FaultSweep : testing::Test {
-  /// The step calls Fail() for the part that fails, then checks what is left and that the next try works.
+  /// The step calls Fail() before the part that fails, then checks the state and that the next try works.
   void Walk(const std::string& road, const std::function<void()>& step) {
     const auto installation = world.simulation->installation();
     const auto machine = world.machine.machine;
@@ -64,7 +64,7 @@ struct FaultSweep : testing::Test {
   bool Recovers() const { return failure.reach == Operations; }
   bool FailsAgain() const { return failure.length > 1 || !Recovers(); }
 
-  /// The plug-in ends and leaves nothing open, unless the closing itself fails.
+  /// The plug-in ends and leaves nothing open, unless closing itself fails.
   void End() {
     api.reset();
     world.main.EndPlugIn();
@@ -79,7 +79,7 @@ struct FaultSweep : testing::Test {
     faults.Forget();
   }
   platform::Error Send(std::int32_t command, const std::string& path) {
-    if (faults.object_is_dead()) End();  // a director notices only the death of all
+    if (faults.object_is_dead()) End();  // a director notices only the loss of the whole object server
     if (!api) api = world.CreateApi();
     ClearReports();
     return ErrorOf([&] {
@@ -117,7 +117,7 @@ struct FaultsAtADevice : FaultSweep {
   simulator::stored::Device& Device() {
     return stored::DeviceOf(world.simulation->installation(), {"Demo Islands", {"South"}, "Thermostat I3"});
   }
-  /// All texts except the heartbeat's, which the user edits.
+  /// All texts except that of the heartbeat, which the user edits.
   std::vector<std::string> Shown() const {
     std::vector<std::string> texts;
     for (const auto& row : model::Catalogue())
@@ -125,7 +125,6 @@ struct FaultsAtADevice : FaultSweep {
         texts.push_back(control->Text());
     return texts;
   }
-  /// One critical message was shown and is in the log.
   bool FailureShown() const {
     std::ptrdiff_t critical = 0, red = 0;
     for (const auto& shown : world.desktop.messages) critical += shown.message.icon == ui::Icon::Critical;
@@ -212,7 +211,7 @@ TEST_F(FaultsAtADevice, UnitsAreNeverMixed) {
     EXPECT_EQ(units == 0, FailureShown());
     EXPECT_TRUE(world.main.obUnits[static_cast<std::size_t>(units)].Selected());
     EXPECT_EQ(world.main.screen.txtTempUnits().back()->Text(), units ? "\u00BAF" : "\u00BAC");
-    // If the way back fails too, nothing can be edited until all is read.
+    // If restoring the units fails too, nothing can be edited until everything is read.
     if (Shown() != full[units]) {
       EXPECT_TRUE(FailsAgain() && user.Field(0).Locked());
       world.main.cmdRefresh.UserClicks();
@@ -250,7 +249,7 @@ TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
       if (first == 0) registered = world.Saved();
       const auto red =
           std::ranges::count(world.log.lstActivity.Rows(), ui::ListView::Icon::Red, &ui::ListView::Row::icon);
-      // Only reads with a default and a network that does not open leave no row.
+      // Only reads with a default, and a network that does not open, leave no row.
       const std::string defaulted[] = {"",       "machine",   "Advise",          "DeviceTemplate",
                                        "IsOpen", "ProgramId", "LdrfCatalogPath", "Name"};
       EXPECT_TRUE(red != 0 || error.number() == 20006 ||
@@ -262,8 +261,7 @@ TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
       else
         EXPECT_TRUE(error.source() == world.identity.PlugInName && error.number() / 10 == 2000);
       EXPECT_EQ(Send(50, network).number(), 0);
-      // If cleaning up fails too, a command stays without its default flag or a template without its
-      // interface.
+      // If cleaning up fails too, a command keeps no default flag, or a template no interface.
       const std::string untidy[] = {"DefaultAppFlag", "VersionNumber", "Import", "machine"};
       EXPECT_TRUE((FailsAgain() && std::ranges::count(untidy, faults.struck())) ||
                   world.Saved() == registered);
@@ -287,7 +285,7 @@ TEST_F(FaultSweep, DeregistrationAlwaysCompletes) {
     Fail(deregister);
     if (first == 0) removed = world.Saved();
     const auto& foundry = stored::NetworkOf(world.simulation->installation(), "Demo Foundry").system;
-    // The interface is restored once; after a failure the user chooses it again in the network tool.
+    // The interface is restored once; after a failure the user selects it again in the network tool.
     const bool restored = foundry.interface == "DEMO-LOCAL-2";
     EXPECT_TRUE(FailsAgain() || restored || faults.struck() == "NetworkInterface");
     deregister();

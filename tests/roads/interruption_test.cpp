@@ -12,14 +12,15 @@ namespace {
 using Texts = std::map<const ui::Control*, std::string>;
 using Values = std::map<std::string, simulator::Bytes>;
 
-const std::string kFirst = std::string(kFirstThermostat) + "/Thermostat";  // an object of it
+const std::string kFirst =
+    std::string(kFirstThermostat) + "/Thermostat";  // an object of the first thermostat
 const std::string kSecond = "Demo Tower/Demo Tower.Floor 1/Thermostat 102";
 const std::string kSilent = "Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110";
 constexpr int kList = -1;
 
 std::int32_t TypeOf(const std::string& path) { return path == kFirst ? 28 : 7; }
 
-/// What the user or the director does with the device on the screen after these edits.
+/// The action of the user or the director on the device on the screen, after these edits.
 struct Pass {
   const char* name;
   std::vector<std::pair<int, const char*>> edits;
@@ -27,7 +28,7 @@ struct Pass {
   bool by_director = false, keeps_edits = true;
 };
 
-/// What interrupts a pass, and the outcome for the device on the screen.
+/// The outcome of an interrupted pass for the device on the screen.
 enum class Outcome { Untouched, Replaced, Unreadable, Closed, ServerLost, Ended, EndedAfterThePass };
 using enum Outcome;
 struct Incoming {
@@ -40,7 +41,6 @@ struct Incoming {
 /// A user at the first thermostat whose passes are interrupted whenever the process waits: before a call of
 /// the object server, at a box, and when the message loop runs.
 struct InterruptedUser : World, User {
-  /// What a pass did and left.
   struct Result {
     std::vector<std::string> moments;
     int tried_writes = 0, values_after = 0, failures = 0;
@@ -117,7 +117,7 @@ struct InterruptedUser : World, User {
     const simulator::stored::DeviceKey key{"Demo Tower", {"Floor 1"}, device};
     return simulator::stored::DeviceOf(simulation->installation(), key).values;
   }
-  /// What an undisturbed plug-in shows for the device now; the initial texts for no path.
+  /// What an undisturbed plug-in shows for the device now; without a path, the initial texts.
   const Texts& TextsOf(const std::string& path) {
     Texts& texts = texts_of[{path, main.DisplayUnits, ValuesOf("Thermostat 101")}];
     if (!texts.empty()) return texts;
@@ -192,7 +192,6 @@ struct InterruptedUser : World, User {
     EXPECT_TRUE(!closed || Message().text.starts_with("The network of this device has been closed."));
     EXPECT_TRUE(!desktop.messages.empty() || (Operations("Value").size() == 11 && AllLocked(false)));
   }
-  /// A director's next command, to a new process if the former has ended.
   void Recover() {
     ValuesOf("Thermostat 101").clear();
     if (std::exchange(desktop.ended, false)) api.reset();
@@ -206,7 +205,7 @@ struct InterruptedUser : World, User {
 
   void Walk(const Pass& pass, std::size_t moment) {
     now = {};
-    // Each walk starts with the same knowledge of the object server.
+    // Each run starts with the same knowledge of the object server.
     if (!known) known = *session.Dialect;
     *session.Dialect = *known;
     for (const auto& [index, text] : pass.edits) index == kList ? Choose(0, text) : Type(index, text);
@@ -246,7 +245,7 @@ struct InterruptedUser : World, User {
       return;
     }
     CheckThatTextsBelongToDeviceAndUnits();
-    // The director of the pass, or the next, may act after the interruption.
+    // The director of the pass, or the next one, may act after the interruption.
     const bool comes_later =
         pass.by_director && (heard != 0 || ShowsAllOf(kFirst) || IsClosed() || StatusPanel(2).empty());
     const bool is_untouched = now.screen == undisturbed.screen;

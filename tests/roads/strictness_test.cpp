@@ -9,7 +9,7 @@ using platform::CallKind;
 using platform::LateBoundPtr;
 using platform::Value;
 
-/// Undoes the program's adaptation to its object server by changing a call.
+/// Changes a call to undo the program's adaptation to its object server.
 using Undo = void (*)(std::string& member, CallKind kind, Value& value);
 
 class Undoing : public headless::ForwardingObject {
@@ -35,7 +35,6 @@ void ReplaceAll(Value& value, char from, char to) {
   std::ranges::replace(std::get<std::string>(value), from, to);
 }
 
-/// Reads a thermostat, changes a setpoint by a fraction and applies it.
 bool Configures(World& world, const char* interface_name) {
   const auto api = world.CreateApi();
   if (*interface_name) World::Put(*api, "Remote", true);

@@ -4,7 +4,6 @@
 
 namespace {
 
-/// A director with its object of the plug-in.
 struct Director {
   explicit Director(bool server_missing = false) {
     world.object_server_missing = server_missing;
@@ -33,7 +32,7 @@ TEST(NetworkSession, OpensALocalSessionInOrder) {
   Director director;
   director.world.simulation->journal().Clear();
   director.Open("Demo Tower");
-  // The first question finds out whether the object server still answers.
+  // The first call checks whether the object server still answers.
   std::vector<std::string> expected = {" IsOpen",
                                        " RemoteFlag",
                                        " IsOpen",
@@ -63,8 +62,7 @@ TEST(NetworkSession, TheRemoteFlagDecidesWhatInternetMeans) {
     EXPECT_TRUE(director.Asked(operation)) << operation;
   EXPECT_FALSE(director.Asked("RemoteNetworkInterfaces"));
 
-  // The write that switches the server to remote does not set the flags, and looks up even "Internet" by
-  // name.
+  // The switch to remote does not set the flags, and looks up even "Internet" by name.
   Director late;
   late.UseInterface("Internet");
   late.ExpectRefused("Demo Annex");
@@ -101,8 +99,7 @@ TEST(NetworkSession, ClosesTheFormerNetworkOnlyIfTheNewOneExists) {
 }
 
 TEST(NetworkSession, RecoversFromAFailedRemoteWrite) {
-  // The first question finds out whether the object server still answers; system and network close before
-  // it.
+  // The first call checks whether the object server still answers; system and network close before it.
   const std::pair<const char*, int> cases[] = {{"IsOpen", 2}, {"Close", 3}, {"RemoteFlag", 1}, {"Open", 1}};
   for (const auto& [operation, failing] : cases) {
     Director director;

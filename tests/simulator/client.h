@@ -21,7 +21,6 @@ using platform::Value;
 /// the subsystem "F", C in "F.West" and D discovered; and a network "U" on the interface L2.
 extern const char kWorld[];
 
-/// A new client with the system of the network "T" open.
 LateBoundPtr OpenSystem(simulator::Simulation& simulation);
 
 struct World {
@@ -37,7 +36,7 @@ inline const std::string kDeviceA = kSystem + ".Subsystems(F).AppDevices(A)";
 inline const std::string kVariablesOfA = kDeviceA + ".Interface.NetworkVariables";
 
 /// Follows members from the object: "Member", "Member(argument)"; the last may be "Member=value". Arguments
-/// are whole numbers, texts, "nothing", or "@" and such a line; ";" separates them.
+/// are whole numbers, texts, "nothing", or "@" and another such line; ";" separates them.
 Value Do(const LateBoundPtr& object, const std::string& line);
 inline LateBoundPtr Reach(const LateBoundPtr& object, const std::string& line) {
   return automation::ToObject(Do(object, line));
@@ -46,7 +45,6 @@ inline std::string Text(const LateBoundPtr& object, const std::string& line) {
   return automation::ToText(Do(object, line));
 }
 
-/// Tests that start with everything open.
 struct OpenWorld : testing::Test {
   World world;
   LateBoundPtr root = world.Open();
@@ -65,10 +63,8 @@ void Play(const LateBoundPtr& object, const std::vector<std::string>& lines);
 
 std::string Contents(const std::filesystem::path& path);
 
-/// The text with `from` replaced by `to`, once.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);
 
-/// Turns single quotes into double ones, for readable tables.
 std::string Quoted(std::string text);
 
 }  // namespace client

@@ -24,7 +24,7 @@ TEST(Formats, RenderAndParse) {
       {"SNVT_temp_setpt", {{"08FC09C40AF00834076C0640", "23,25,28,21,19,16"}}},
       {"#SISNVT_temp_setpt", {{"08FDFFFF7FFF800000000001", "23.01,-0.01,327.67,-327.68,0,0.01"}}},
       {"#USSNVT_temp_setpt", {{"08FC09C40AF00834076C0640", "73.4,77,82.4,69.8,66.2,60.8"}}},
-      // Whole degrees stay whole, even those that are 69.998; ties go to the even hundredth.
+      // Whole degrees stay whole, even 69.998; ties go to the even hundredth.
       {"SNVT_temp_p#US", {{"083F", "70"}, {"0BB8", "86"}, {"0000", "32", "32.009"}}},
       {"SNVT_temp_p", {{"0834", "21", "21.005"}, {"0836", "21.02", "21.015"}}},
       {"SNVT_temp_p", {{"0834", "21", "21.0"}, {"0834", "21", "+21"}, {"0000", "0", "-0.005"}}},
@@ -56,7 +56,7 @@ TEST(Formats, RefuseWhatDoesNotFit) {
   const std::tuple<const char*, std::size_t, std::vector<std::string>> cases[] = {
       {"SNVT_temp_setpt", 12, {"23,25,28,21,19", "23,25,28,21,19,16,", "23 25 28 21 19 16", ""}},
       {"SNVT_temp_p", 2, {"", "327.68", "-327.69", "21C", "1e1", "21;5", endless}},
-      // A value that has a name must be written as it.
+      // A value with a name must be written by name.
       {"UNVT_rh_model", 5, {"1 50 5 60 0", "on 50 5 60 0", "2.5 50 5 60 0", "256 50 5 60 0"}},
       {"SNVT_hvac_type", 1, {"HVT_OTHER", "1", "128"}},
       {"INT", 1, {"128"}},
@@ -82,7 +82,7 @@ TEST(Formats, EveryRawValueSurvives) {
                                                        {"#USUNVT_fc_pir_gen_opts", 28}};
   for (const auto& [name, size] : cases) {
     const Format format = *Format::Find(name);
-    // With several fields, each takes all its choices, with and without a name.
+    // With several fields, each field takes all its values, with and without names.
     for (int raw = 0; raw < 65536; raw += size == 2 ? 1 : 0x101) {
       Bytes bytes(size, static_cast<std::uint8_t>(raw & 255));
       bytes[0] = static_cast<std::uint8_t>(raw >> 8);

@@ -8,7 +8,6 @@ namespace {
 using namespace client;
 namespace fs = std::filesystem;
 
-/// A network file in its own folder.
 struct Saving : testing::Test {
   Saving() {
     fs::create_directories(folder_);

@@ -44,7 +44,6 @@ TEST(Strictness, EachSettingDemandsWhatIsDocumented) {
         interface + ".DownloadConfigProperties(0)", points + ".Value -> 23,25,28,21,19,16",
         points + ".Value=24,26,28,22,19,16", interface + ".UploadConfigProperties(0)",
         interface + ".DownloadConfigProperties(0)", points + ".Value -> 24,26,28,22,19,16"}},
-      // Not strict.
       {"'all': false",
        {points + ".Value=24,26,28,21,19,16", interface + ".DownloadConfigProperties(0)",
         points + ".Value -> 24,26,28,21,19,16", kSystem + ".DsMode=1", kSystem + ".DsMode -> 1",

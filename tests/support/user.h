@@ -5,7 +5,6 @@
 
 using headless::User;
 
-/// A user with a device that a director opened.
 struct Opened : World, User {
   explicit Opened(const std::string& path = kFirstThermostat, const char* units = "0")
       : User(static_cast<headless::PlugIn&>(*this)) {
@@ -17,7 +16,6 @@ struct Opened : World, User {
 
   /// Every attempt to write a value, in order: "nciSetPts Value=<text>".
   std::vector<std::string> Writes() const { return Operations(" Value="); }
-  /// The bytes of a variable.
   std::string Raw(const char* variable) {
     const auto found = main.CurrentDevice().Interface().NetworkVariables().Item(variable);
     const std::string format = found.FormatType();

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Three fields that record their events. One event may set off an action.
+/// Three fields that record their events. One event may start an action.
 class FocusWindow : public ui::Form {
  public:
   FocusWindow(ui::Desktop& screen, std::string event, std::string action)
@@ -25,7 +25,7 @@ class FocusWindow : public ui::Form {
     }
   }
 
-  /// "a": the user goes there; "=a": the focus arrives there; "?a": the user's move does not come off.
+  /// "a": the user goes there; "=a": the focus arrives there; "?a": the user's move fails.
   void Act(const std::string& action) {
     ui::TextField& field = action.back() == 'a' ? a : action.back() == 'b' ? b : c;
     if (action == "stop") return focus.Stop();
@@ -48,7 +48,7 @@ class FocusWindow : public ui::Form {
   std::string event_, action_;
 };
 
-// Name; moves, one of their events and the action that it sets off; the journal and who has the focus then.
+// Name; moves, one event and the action it starts; the journal and the field with the focus.
 const std::array<const char*, 6> kCases[] = {
     {"first focus", "a", "", "", "got a", "a"},
     {"the user moves", "a b", "", "", "got a, check a, lost a, got b", "b"},

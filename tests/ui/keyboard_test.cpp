@@ -11,7 +11,6 @@ using ui::Box;
 using ui::Control;
 using ui::Direction;
 
-/// A window with two pages and a strip below them.
 struct KeyboardWindow {
   ui::Tabs tabs{"tabs", {"&Heating", "&Hardware", "C&ontact"}};
   ui::Label first_label{"first_label", "&Setpoint"};
@@ -38,7 +37,7 @@ struct KeyboardWindow {
   }
 };
 
-/// The names on the way from the tab control round to it, in the order of the way forward.
+/// The names from the tab control through the whole cycle, in forward order.
 std::string Walk(const KeyboardWindow& window, Direction direction) {
   std::string way;
   const Control* at = &window.tabs;
@@ -71,7 +70,7 @@ TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
 
 TEST(Keyboard, FindsTheTargetOfAnAccelerator) {
   KeyboardWindow window;
-  // The target with the page of a tab control, and with "?" if others answer to the letter too.
+  // The target, with its page if it is a tab control, and with "?" if other controls have the letter too.
   const std::tuple<const char*, char32_t, std::size_t, const Control*, std::string> rows[] = {
       {"a button, in either case", U'A', 0, nullptr, "apply"},
       {"a label leads to its field", U's', 0, nullptr, "first"},

@@ -16,7 +16,6 @@ using ui::Control;
 using ui::Extent;
 using ui::Rectangle;
 
-/// A font of 6 by 12 pixels.
 class FakeMetrics : public ui::Metrics {
  public:
   Extent PreferredSize(const Control& control) const override {
@@ -58,8 +57,7 @@ bool Overlap(const Rectangle& one, const Rectangle& other) {
          other.top < one.bottom();
 }
 
-/// Checks that all controls of a box lie inside what surrounds them and that siblings keep apart; returns the
-/// controls that lie next to each other in it.
+/// Checks that siblings in a box do not overlap or leave the box; returns the controls directly in it.
 std::vector<const Control*> ExpectTidy(const Box& box, const Places& places, Rectangle around) {
   if (box.control) {
     const Rectangle own = places.at(box.control);
@@ -74,7 +72,7 @@ std::vector<const Control*> ExpectTidy(const Box& box, const Places& places, Rec
   std::vector<const Control*> inside;
   for (const Box& child : box.children) {
     const auto added = ExpectTidy(child, places, around);
-    if (box.kind == Box::Kind::Pages) continue;  // pages lie on top of each other
+    if (box.kind == Box::Kind::Pages) continue;  // pages overlap
     for (const Control* one : inside)
       for (const Control* other : added)
         EXPECT_FALSE(Overlap(places.at(one), places.at(other))) << one->name() << " and " << other->name();
@@ -104,7 +102,7 @@ TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
       {screen.txtNvi(0), screen.cbNvi(0), true},    // frames below each other
       {screen.txtNvi(3), screen.txtNvi(16), true}, {screen.txtNvi(3), screen.cbNvi(1), true},
       {screen.txtNvi(14), screen.cbNvi(8), true},   // frames inside a frame
-      {screen.txtNvi(14), screen.cbNvi(7), false},  // takes in the room of the label that it has not
+      {screen.txtNvi(14), screen.cbNvi(7), false},  // covers the missing label's cell
       {screen.cbNvi(5), screen.cbNvi(7), true},    {screen.txtNvi(11), screen.txtNvi(15), true},
   };
   for (const auto& [one, other, same_left] : pairs) {
@@ -112,7 +110,7 @@ TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
     EXPECT_EQ(places.at(one).right(), places.at(other).right());
     EXPECT_EQ(places.at(one).left == places.at(other).left, same_left);
   }
-  // Frames side by side are equal; another page makes these columns no wider.
+  // Frames side by side have equal columns; another page does not widen them.
   EXPECT_EQ(places.at(screen.txtNvi(0)).width, places.at(screen.txtNvi(3)).width);
   EXPECT_NE(places.at(screen.txtNvi(0)).left, places.at(screen.txtNvi(6)).left);
 }
@@ -123,7 +121,7 @@ struct StretchWindow {
   ui::StatusBar bar{"bar", 1};
 };
 
-// The places are "left,top widthxheight" in layout order.
+// Places as "left,top widthxheight", in layout order.
 const std::tuple<const char*, Box (*)(StretchWindow&), Extent, const char*> kStretchCases[] = {
     {"a row shares its width",
      [](StretchWindow& w) {

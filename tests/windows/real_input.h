@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-/// Presses keys together and releases the last first or, as fast fingers do, the first.
+/// Presses keys together and releases the last one first or, as fast typists do, the first one.
 inline void PressKeys(const std::vector<WORD>& keys, bool first_let_go = false) {
   std::vector<INPUT> inputs(2 * keys.size());
   for (std::size_t i = 0; i < keys.size(); ++i)
@@ -35,8 +35,8 @@ inline void MoveMouse(LONG x, LONG y) {
   SendInput(1, &input, sizeof input);
 }
 
-/// Moves the mouse unless it is there. The real mouse may report an older place later and move it back, so
-/// repeat this until the expected effect appears.
+/// Moves the mouse unless it is already there. The real mouse may later report an older place and move it
+/// back, so repeat this until the expected effect appears.
 inline void KeepMouseAt(LONG x, LONG y) {
   POINT at{};
   if (!GetCursorPos(&at) || at.x != x || at.y != y) MoveMouse(x, y);

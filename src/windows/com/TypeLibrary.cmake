@@ -1,6 +1,6 @@
-# type_library(<target> <interface.idl>): compiles an interface description to a header and to a type library that
-# programs carry as their resource 1. Link <target> to the program that carries it, <target>_header to the code that
-# implements it. Type libraries differ between 32 and 64 bits, so each build has its own.
+# type_library(<target> <interface.idl>): compiles an interface description to a header and to a type library
+# that programs contain as resource 1. Link <target> to the program that contains it, <target>_header to the
+# code that implements it. Type libraries differ between 32 and 64 bits, so each build has its own.
 
 set(QM5R_WIDL "widl" CACHE STRING "Compiler of interface descriptions")
 file(GLOB wine_folders /usr/lib/*/wine/x86_64-windows)
@@ -12,7 +12,7 @@ function(type_library target idl)
   cmake_path(GET idl STEM name)
   set(out ${CMAKE_CURRENT_BINARY_DIR}/${target})
   file(MAKE_DIRECTORY ${out})
-  # What the base description declares, C++ finds in the system's header.
+  # C++ takes the declarations of the base description from the system's header.
   file(CONFIGURE OUTPUT ${out}/automation_base.h CONTENT "#include <oaidl.h>\n")
   file(CONFIGURE OUTPUT ${out}/${name}.rc CONTENT "1 TYPELIB \"${name}.tlb\"\n")
   set(compile ${CMAKE_SOURCE_DIR}/scripts/compile_type_library.py)

@@ -16,8 +16,8 @@ namespace windows::com {
 
 namespace {
 
-/// "For Each" over a published collection: Item(1) to Item(Count), each read when the client reaches it.
-/// Items removed meanwhile shorten the walk.
+/// "For Each" over a published collection: Item(1) to Item(Count), each read when the client reaches it. If
+/// items are removed meanwhile, there are fewer steps.
 class CollectionEnumerator final : public Implements<IEnumVARIANT> {
  public:
   explicit CollectionEnumerator(std::shared_ptr<automation::Published> collection, std::int32_t passed = 0)
@@ -78,7 +78,7 @@ class CollectionEnumerator final : public Implements<IEnumVARIANT> {
 using platform::CallKind;
 
 std::optional<CallKind> KindOf(WORD flags) {
-  // If the caller allows both kinds of put, it gets the plain one.
+  // If the caller allows both kinds of put, the plain one is used.
   if (flags & DISPATCH_PROPERTYPUT) return CallKind::Put;
   if (flags & DISPATCH_PROPERTYPUTREF) return CallKind::PutReference;
   const bool get = (flags & DISPATCH_PROPERTYGET) != 0;
@@ -181,7 +181,7 @@ void LiveAdapter::Unlist() noexcept {
 
 void LiveAdapter::Disconnect() noexcept {
   Unlist();
-  // An object that ends may check the uses, and calls may arrive meanwhile.
+  // The object's end may check the uses, and calls may arrive meanwhile.
   use_.reset();
   std::exchange(object_, nullptr).reset();
 }

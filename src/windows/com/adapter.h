@@ -17,7 +17,7 @@ namespace windows::com {
 
 // IDispatch for a published object. These calls never throw.
 
-/// IDispatch::GetIDsOfNames. Only the first name can be found: members have no named parameters.
+/// IDispatch::GetIDsOfNames. Finds only the first name, as members have no named parameters.
 HRESULT FindNumbers(const automation::Published& object, LPOLESTR* names, UINT count,
                     DISPID* numbers) noexcept;
 
@@ -27,8 +27,8 @@ HRESULT CallPublished(const std::shared_ptr<automation::Published>& object, DISP
                       UINT* bad_argument) noexcept;
 
 /// One of this thread's live adapters. An object has at most one, so that clients see one identity. An
-/// adapter that returns as an argument is recognised by its address, as COM passes it into its own apartment
-/// without a proxy.
+/// adapter that returns as an argument is recognised by its address, because COM passes it into its own
+/// apartment without a proxy.
 class LiveAdapter {
  public:
   LiveAdapter(std::shared_ptr<automation::Published> object, IDispatch* adapter);
@@ -38,7 +38,7 @@ class LiveAdapter {
 
   const std::shared_ptr<automation::Published>& object() const { return object_; }
 
-  /// The adapter is no longer found. For adapters that are about to end.
+  /// Removes the adapter from the list, before it ends.
   void Unlist() noexcept;
   /// Releases the object, which then no longer counts as used and ends if nobody else owns it.
   void Disconnect() noexcept;
@@ -49,7 +49,7 @@ class LiveAdapter {
   std::optional<ServerUse> use_{std::in_place};
 };
 
-/// Closes the adapters that clients still hold when the apartment is left. Nobody can call them any more.
+/// When the apartment is left: disconnects the adapters that clients still hold but can no longer call.
 void DisconnectAllAdapters() noexcept;
 
 /// The adapter of an object; null if it has none.
@@ -114,7 +114,7 @@ struct AdapterTraits {
 /// The adapter of an object without a dual interface.
 class DispatchAdapter final : public Adapter<IDispatch, IConnectionPointContainer, IProvideClassInfo2> {
  public:
-  /// The object's adapter of any kind; a new one if it has none.
+  /// The object's adapter, of any kind; a new one if it has none.
   static ComPtr<IDispatch> For(const std::shared_ptr<automation::Published>& object,
                                const AdapterTraits& traits = {});
 

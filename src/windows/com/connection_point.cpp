@@ -129,7 +129,7 @@ void ConnectionPoint::Deliver(const std::shared_ptr<Connection>& connection, std
   DISPPARAMS parameters = call.Parameters(false);
   const HRESULT result = sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                                       nullptr, nullptr, nullptr);
-  // Other failures of the sink do not concern the source.
+  // The source ignores other failures of the sink.
   if (!SinkIsGone(result)) return;
   connection->sink.Reset();
   connection->subscription.reset();

@@ -16,12 +16,12 @@ namespace windows::com {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// Where clients connect their sinks to the events of a published object. A part of its adapter, which counts
-/// its references.
+/// Connects clients' sinks to the events of a published object. A part of its adapter, which counts its
+/// references.
 ///
 /// Every connection has its own subscription to the object. Events are delivered within the call that raises
-/// them. A sink whose process has ended is dropped at the first event that it misses. Handlers may come and
-/// go while the object raises an event.
+/// them. A sink whose process has ended is dropped at the first event that it misses. Handlers may connect
+/// and disconnect while the object raises an event.
 class ConnectionPoint final : public IConnectionPoint {
  public:
   ConnectionPoint(IConnectionPointContainer& adapter, platform::LateBound& source, const IID& events)

@@ -20,7 +20,7 @@ WORD FlagsOf(CallKind kind) {
       return DISPATCH_PROPERTYPUTREF;
     case CallKind::Method:
       return DISPATCH_METHOD;
-    // As Visual Basic does; some objects accept a read in no other form.
+    // As in Visual Basic; some objects accept reads only in this form.
     case CallKind::Get:
     case CallKind::GetOrMethod:
       return DISPATCH_METHOD | DISPATCH_PROPERTYGET;
@@ -43,7 +43,7 @@ HRESULT CreateInProcess(const CLSID& class_id, ComPtr<IDispatch>& object) {
   return factory->CreateInstanceLic(nullptr, nullptr, __uuidof(IDispatch), key.get(), object.ReceiveVoid());
 }
 
-/// As newly made, not loaded.
+/// Initialises the control as new, not loaded.
 void Initialise(const ComPtr<IDispatch>& control) {
   if (const auto stream = control.As<IPersistStreamInit>())
     stream->InitNew();
@@ -91,11 +91,11 @@ class ControlSite final : public CalledByNumber<ClientSite<IOleControlSite, IDis
   }
 };
 
-/// A control that runs in this process without a window: initialised, given a site, and closed at the end. An
-/// object that is not a control needs none of this.
+/// A control that runs in this process without a window: initialised, given a site, and closed at the end.
+/// Objects that are not controls need none of this.
 class HostedControl final : public DispatchObject {
  public:
-  /// Refusals are harmless here; if the control needs something, its calls fail.
+  /// Ignores refusals; if the control needs one of these steps, its calls fail.
   explicit HostedControl(ComPtr<IDispatch> control)
       : DispatchObject(std::move(control)), object_(dispatch().As<IOleObject>()) {
     const bool site_first = object_ && WantsSiteFirst(*object_.get());
@@ -160,7 +160,7 @@ std::unique_ptr<platform::Subscription> DispatchObject::Advise(platform::EventHa
   return SubscribeToDefaultEvents(object_.get(), std::move(handler));
 }
 
-/// Only objects of this process can be controls to host; asking others would be a call each time. If this
+/// Only objects of this process can be controls to host; asking others would cost a call each time. If this
 /// process has the class, other processes are not tried: COM might start one to host the control.
 platform::LateBoundPtr CreateObject(std::string_view prog_id) {
   const std::string attempt = "Cannot create the object \"" + std::string(prog_id) + "\"";

@@ -20,7 +20,7 @@ namespace windows::com {
 /// An object reached through IDispatch, in this process or another. Used on the thread that received it;
 /// other calls may arrive while one of its own waits.
 ///
-/// The numbers of its members are looked up once per object. Objects do not share them: a name has different
+/// Looks up the numbers of its members once per object. Objects do not share them: a name has different
 /// numbers in different classes, and a wrong number may be that of another member.
 class DispatchObject : public platform::LateBound {
  public:
@@ -41,15 +41,15 @@ class DispatchObject : public platform::LateBound {
   std::map<std::string, DISPID, std::less<>> numbers_;
 };
 
-/// A new object of a registered class, a control in this process or an object in another. Throws an Error
-/// with the system's number and text. A class that needs a licence gets its own key if the computer has one.
+/// Creates an object of a registered class, a control in this process or an object in another. Throws an
+/// Error with the system's number and text. Uses the class's licence key if the computer has one.
 platform::LateBoundPtr CreateObject(std::string_view prog_id);
 
 /// Lets the program that serves an object put its windows in front of this one's, which the system otherwise
 /// refuses. No effect for this program's own objects.
 void AllowForeground(const platform::LateBound& object);
 
-/// For something that COM asks for and that does not exist: sets it to null and returns the answer.
+/// Answers a request of COM for something that does not exist: sets the result to null.
 template <class T>
 HRESULT None(T** result, HRESULT answer) {
   if (!result) return E_POINTER;

@@ -14,7 +14,7 @@ EventQueue::Argument::Argument(const VARIANT& argument) {
   Check(VariantCopyInd(value_.get(), const_cast<VARIANT*>(&argument)));
   const bool object = value_->vt == VT_DISPATCH || value_->vt == VT_UNKNOWN;
   if (!object || !value_->punkVal) return;
-  // What cannot be marshalled, for example on a thread without an apartment, is passed unchanged.
+  // An object that cannot be marshalled, for example on a thread without an apartment, is passed unchanged.
   if (SUCCEEDED(CoMarshalInterThreadInterfaceInStream(__uuidof(IDispatch), value_->punkVal, way_.Receive())))
     value_ = Variant();
 }
@@ -62,13 +62,13 @@ void EventQueue::Close() {
 namespace {
 
 /// Has the events' own interface and IDispatch, as sources ask for one or the other. Events from other
-/// threads wait until the listener's thread handles messages, and no later event overtakes them.
+/// threads wait until the listener's thread processes messages, and no later event overtakes them.
 class EventSink final : public CalledByNumber<Implements<IDispatch>> {
  public:
   EventSink(const IID& events, platform::EventHandler handler)
       : events_(events), handler_(std::make_shared<platform::EventHandler>(std::move(handler))) {}
 
-  /// After this the sink ignores events, however long the source keeps it.
+  /// Makes the sink ignore later events.
   void Close() {
     handler_.reset();
     waiting_.Close();
@@ -146,7 +146,7 @@ class EventSubscription final : public platform::Subscription {
   DWORD cookie_ = 0;
 };
 
-/// Every control also has this source of property changes, which is no IDispatch.
+/// Every control also has this source of property changes, which is not an IDispatch.
 bool AreEvents(const IID& source) { return source != __uuidof(IPropertyNotifySink); }
 
 ComPtr<IConnectionPoint> DefaultPoint(IDispatch* object, IConnectionPointContainer& container) {

@@ -16,13 +16,13 @@
 
 namespace windows::com {
 
-/// Events on their way from the threads that raise them to the one that listens. They are copies: a source
+/// Events on their way from the threads that raise them to the listener. They are copies, because a source
 /// may free the arguments when its call returns.
 class EventQueue {
  public:
   struct Event {
     DISPID number;
-    /// As in DISPPARAMS, the last first.
+    /// In the order of DISPPARAMS: the last first.
     std::vector<Variant> arguments;
   };
 
@@ -36,7 +36,7 @@ class EventQueue {
   void Close();
 
  private:
-  /// An argument or, if it is an object of the raiser's apartment, a marshalled reference to it.
+  /// An argument or, for an object of the source's apartment, a marshalled reference to it.
   class Argument {
    public:
     explicit Argument(const VARIANT& argument);
@@ -59,9 +59,9 @@ class EventQueue {
   bool closed_ = false;
 };
 
-/// Connects a handler to the object's default source interface, or to its first if it names none. The handler
-/// runs on this thread, also while a call waits. What it throws reaches the source as a failure. Events that
-/// the source raises on other threads reach the handler in order when this thread handles messages.
+/// Connects a handler to the object's default source interface, or to its first if none is the default. The
+/// handler runs on this thread, also while a call waits. Its exceptions reach the source as failures. Events
+/// that the source raises on other threads reach the handler in order when this thread processes messages.
 ///
 /// The subscription may outlive the object and its process. Throws kUnknownInterface if the object raises no
 /// events.

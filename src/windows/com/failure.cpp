@@ -53,8 +53,8 @@ void Check(HRESULT result, std::string_view attempt) {
 
 platform::Error CallError(HRESULT result, const ExceptionInfo& info) {
   if (result != DISP_E_EXCEPTION) return {result, std::string(kAutomation), SystemText(result)};
-  // An object may supply a function that fills in the rest later. Its address is meaningless if the object is
-  // in another process, so it is never called.
+  // An object may supply a function that fills in the rest later. It is never called, because its address is
+  // meaningless if the object is in another process.
   std::int32_t number = info->wCode ? info->wCode : info->scode;
   if (number == 0) number = result;
   if (HRESULT_SEVERITY(number) && HRESULT_FACILITY(number) == FACILITY_CONTROL) number = HRESULT_CODE(number);
@@ -83,9 +83,9 @@ HRESULT ReportToInvoke(EXCEPINFO* info) noexcept try {
   if (IsRefusal(error.number())) return error.number();
   if (info) {
     *info = {};
-    // The number is in scode, as some clients ignore wCode. A small number goes into the facility of
-    // controls: scripts and Visual Basic show it unchanged, and a number that is not a failure would confuse
-    // other clients.
+    // The number is in scode, as some clients ignore wCode. A small number gets the facility of controls:
+    // scripts and Visual Basic show it unchanged, and a number that is not a failure would confuse other
+    // clients.
     info->scode = error.number() ? ResultOf(error.number()) : E_FAIL;
     Bstr source(error.source());
     info->bstrDescription = Bstr(error.description()).Detach();

@@ -13,7 +13,7 @@
 /// Converts errors to and from results and EXCEPINFO.
 namespace windows::com {
 
-/// The source of errors that no object raised under its own name.
+/// The source of errors without an object's own source.
 inline constexpr std::string_view kAutomation = "Automation";
 
 /// The system's text for a result, or the number if it has none.
@@ -22,14 +22,14 @@ std::string SystemText(HRESULT result);
 /// Throws a failure as an Error with the system's text, prefixed with `attempt` if it is given.
 void Check(HRESULT result, std::string_view attempt = {});
 
-/// The error of a failed Invoke: the object's own if it filled one in, else the result's.
+/// The error of a failed Invoke: the object's own if it supplied one, otherwise the result's.
 platform::Error CallError(HRESULT result, const ExceptionInfo& info);
 
 /// The exception being handled, whatever its type. Call it in a catch clause.
 platform::Error CaughtError();
 
-// Numbers that are not failure results (20003) leave in the facility of controls (0x800A4E23), as from Visual
-// Basic's classes, and arrive unchanged.
+// Numbers that are not failure results (20003) are sent in the facility of controls (0x800A4E23), as by
+// Visual Basic's classes, and arrive unchanged.
 
 /// Reports the exception being handled to a late-bound caller. Automation's own refusals become the result,
 /// all other numbers an exception. `info` may be null.

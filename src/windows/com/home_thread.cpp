@@ -16,7 +16,7 @@ using Work = std::function<void()>;
 
 thread_local HWND window_of_this_thread = nullptr;
 
-/// A window, as the loops of message boxes and menus deliver a window's messages but lose a thread's.
+/// A window, because the loops of message boxes and menus deliver a window's messages but lose a thread's.
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == kRelease)
     reinterpret_cast<IUnknown*>(lparam)->Release();
@@ -59,8 +59,8 @@ void HomeThread::Do(Work work) const {
 
 bool HomeThread::TakesOver(IUnknown* reference) const noexcept {
   if (!IsAway()) return false;
-  // If the home thread has ended, the reference is leaked: our code must not run on COM's threads. The
-  // object's resources ended with the apartment.
+  // If the home thread has ended, this leaks the reference, because our code must not run on COM's threads.
+  // The object's resources ended with the apartment.
   PostMessageW(window_, kRelease, 0, reinterpret_cast<LPARAM>(reference));
   return true;
 }

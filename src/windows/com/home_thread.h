@@ -10,7 +10,7 @@
 
 namespace windows::com {
 
-/// The thread that made an object and on which it works and ends, as do the objects it uses.
+/// The thread that created an object, and on which the object and all it uses work and end.
 ///
 /// COM may release the last reference on its own thread; Wine does so if a client releases an object within
 /// that object's call. Controls may raise events on their own threads.
@@ -19,19 +19,19 @@ class HomeThread {
   /// The current thread.
   HomeThread() noexcept;
 
-  /// The current thread is another one. Objects made outside an Apartment are at home everywhere.
+  /// The current thread is another one. Always false for objects created outside an Apartment.
   bool IsAway() const noexcept { return window_ && GetCurrentThreadId() != thread_; }
 
-  /// Runs the work, which must not throw, on the home thread when that handles messages, at the latest when
-  /// it leaves its apartment. If the home thread has ended, the work is dropped.
+  /// Runs the work, which must not throw, when the home thread processes messages, at the latest when it
+  /// leaves its apartment. If the home thread has ended, drops the work.
   void Do(std::function<void()> work) const;
 
-  /// Takes over a reference from another thread; the home thread releases it when it handles messages, at the
-  /// latest when it leaves its apartment. False if the caller must release it: at home, and for objects made
-  /// outside an Apartment.
+  /// Takes over a reference from another thread, for the home thread to release when it processes messages,
+  /// at the latest when it leaves its apartment. False if the caller must release it: on the home thread, and
+  /// for objects created outside an Apartment.
   bool TakesOver(IUnknown* reference) const noexcept;
 
-  /// Makes a thread a home while its owner, the Apartment, lives.
+  /// Makes a thread a home while its owner, the Apartment, exists.
   class Window {
    public:
     Window();
@@ -52,7 +52,7 @@ class HomeThread {
   HWND window_;
 };
 
-/// Keeps this process in use: every adapter and every enumeration holds one.
+/// Keeps this process in use; every adapter and every enumeration has one.
 class ServerUse {
  public:
   ServerUse();
@@ -66,12 +66,12 @@ class ServerUse {
   static void WhenUnused(std::function<void()> notify);
 };
 
-// COM's interfaces have no virtual destructor: their objects are only released.
+// COM's interfaces have no virtual destructor; their objects are only released.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
 /// A reference-counted COM object with these interfaces; the first is its identity. It ends on the thread
-/// that made it.
+/// that created it.
 template <class First, class... More>
 class Implements : public First, public More... {
  public:

@@ -13,7 +13,7 @@
 namespace windows::com {
 namespace {
 
-/// A thread's timer has no context, and clients may hold the class longer than the server lives.
+/// A thread's timer has no context, and clients may hold the class longer than the server exists.
 LocalServer* running_server = nullptr;
 
 }  // namespace
@@ -138,7 +138,7 @@ void LocalServer::Enter(State next) {
   offered ? Offer() : Withdraw();
   state_ = next;
   if (timer_) KillTimer(nullptr, std::exchange(timer_, 0));
-  // A timer, not a posted message: the loops of message boxes and menus lose a thread's messages.
+  // A timer, not a posted message, because the loops of message boxes and menus lose a thread's messages.
   if (const auto time = TimeIn(state_))
     timer_ = SetTimer(nullptr, 0, static_cast<UINT>(time->count()), &OnTimer);
   if (state_ == State::Gone) PostQuitMessage(0);
@@ -172,7 +172,7 @@ void CALLBACK LocalServer::OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   try {
     running_server->TimePassed();
   } catch (...) {
-    // A timer has no caller for the failure. Clients with objects are still served.
+    // A timer has no caller to report to. Clients with objects are still served.
   }
 }
 

@@ -16,7 +16,7 @@
 
 namespace windows::com {
 
-/// Makes this thread a single-threaded apartment for OLE controls and the home of the objects made on it.
+/// Makes this thread a single-threaded apartment for OLE controls and the home of the objects created on it.
 /// Leaving it disconnects the clients that still hold objects, which ends those objects.
 class Apartment {
  public:
@@ -29,7 +29,7 @@ class Apartment {
   HomeThread::Window home_;
 };
 
-/// What the command line's switches ask an automation server to do.
+/// What the command-line switches ask an automation server to do.
 enum class ServerStart { ByHand, ByCom, Register, Unregister };
 
 /// `arguments` is the command line without the program. Switches begin with "-" or "/", in any letter case.
@@ -39,18 +39,18 @@ ServerStart ServerStartOf(std::string_view arguments);
 /// The public class of a server program.
 struct ServedClass {
   CLSID id;
-  /// Makes a new object for a client, who gets what it throws.
+  /// Creates a new object for a client, which gets its exceptions.
   std::function<std::shared_ptr<automation::Published>()> make;
-  /// Makes the adapter of a new object; if empty, a plain DispatchAdapter.
+  /// Creates the adapter of a new object; if empty, a plain DispatchAdapter.
   std::function<ComPtr<IUnknown>(const std::shared_ptr<automation::Published>&)> open = {};
 };
 
 /// The life of a server; docs/architecture.md has it as a table.
 struct ServerLifetime {
-  /// The server leaves once clients have released all objects; otherwise only its owner ends it.
+  /// The server leaves after clients have released all objects; otherwise only its owner ends it.
   bool leaves_when_unused = true;
-  /// How long the server stays after its last client: clients often return at once, and creating an object
-  /// may fail while the server leaves.
+  /// How long the server stays after its last client, because clients often return at once, and creating an
+  /// object may fail while the server leaves.
   std::chrono::milliseconds linger{1000};
   /// How long a client that has found the class may take to get its object.
   std::chrono::milliseconds grace{250};
@@ -73,12 +73,11 @@ class LocalServer {
   ~LocalServer();
 
   /// Runs the message loop until the server ends or WM_QUIT is posted; returns that message's code.
-  /// `translate` sees every message first and returns true for those that it handled (dialog keys,
-  /// accelerators).
+  /// `translate` gets every message first and returns true for those it handled (dialog keys, accelerators).
   int Run(const std::function<bool(MSG&)>& translate = {});
 
-  /// The owner's work is done. If clients hold objects, they are cut off and the message loop ends. Otherwise
-  /// it ends a little later, unless a new client arrives, which is served.
+  /// The owner's work is done. If clients hold objects, cuts them off and ends the message loop. Otherwise
+  /// the loop ends a little later, unless a new client arrives, which is served.
   void Leave();
 
  private:
@@ -97,7 +96,7 @@ class LocalServer {
   const ServerLifetime lifetime_;
   ComPtr<IClassFactory> factory_;
   State state_ = State::Waiting;
-  /// Arriving clients: objects being made, and locks on the class.
+  /// The number of arriving clients: objects being created, and locks on the class.
   int making_ = 0;
   int locks_ = 0;
   DWORD registration_ = 0;

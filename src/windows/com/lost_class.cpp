@@ -9,7 +9,7 @@
 namespace windows::com {
 namespace {
 
-/// Null if there is no such key. `view` is KEY_WOW64_32KEY or KEY_WOW64_64KEY; a system with only one view
+/// Null if the key is missing. `view` is KEY_WOW64_32KEY or KEY_WOW64_64KEY; a system with only one view
 /// ignores it.
 Key Open(HKEY parent, const std::wstring& path, REGSAM view) {
   HKEY opened = nullptr;
@@ -39,13 +39,13 @@ std::vector<std::wstring> NamesBelow(const Key& key) {
   }
 }
 
-/// The program in a registered command line; empty without quotes, as its end is then unclear.
+/// The program in a registered command line; empty without quotes, because its end is then unclear.
 std::wstring ProgramIn(const std::wstring& command) {
   const std::size_t end = command.find(L'"', 1);
   return command.starts_with(L'"') && end != std::wstring::npos ? command.substr(1, end - 1) : std::wstring();
 }
 
-/// Files on other drives than the computer's own may exist although this user cannot see them.
+/// Files on drives other than the computer's own may exist although this user cannot see them.
 bool IsLost(const std::wstring& file) {
   if (file.size() < 3 || GetDriveTypeW(file.substr(0, 3).c_str()) != DRIVE_FIXED) return false;
   if (GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES) return false;

@@ -21,7 +21,7 @@ struct HandleCloser {
   void operator()(HANDLE handle) const noexcept { CloseHandle(handle); }
 };
 
-/// Owns a system handle; null if the call that should make it failed.
+/// Owns a system handle; null if its creation failed.
 using Handle = std::unique_ptr<void, HandleCloser>;
 
 inline Handle Own(HANDLE made) noexcept { return Handle(made == INVALID_HANDLE_VALUE ? nullptr : made); }
@@ -50,7 +50,7 @@ class ComPtr {
   }
   ~ComPtr() { Reset(); }
 
-  /// Takes over a reference that the caller owns.
+  /// Takes over the caller's reference.
   static ComPtr Adopt(T* owned) noexcept {
     ComPtr pointer;
     pointer.pointer_ = owned;
@@ -68,7 +68,7 @@ class ComPtr {
   /// Releases ownership of the reference.
   [[nodiscard]] T* Detach() noexcept { return std::exchange(pointer_, nullptr); }
 
-  /// For a call to store the reference that it returns.
+  /// For a call to store the reference it returns.
   [[nodiscard]] T** Receive() noexcept {
     Reset();
     return &pointer_;
@@ -87,7 +87,7 @@ class ComPtr {
   T* pointer_ = nullptr;
 };
 
-/// A new object of one of our COM classes, which start with one reference.
+/// Creates an object of one of our COM classes, which start with one reference.
 template <class T, class... Arguments>
 ComPtr<T> Make(Arguments&&... arguments) {
   return ComPtr<T>::Adopt(new T(std::forward<Arguments>(arguments)...));

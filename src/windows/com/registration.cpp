@@ -147,8 +147,8 @@ void WriteAll(const ServerRegistration& server, const std::string& program, ITyp
   Check(RegisterTypeLib(library, path.data(), nullptr), "Cannot register the type library of " + program);
 }
 
-/// The present state of what the registration writes, without the library's interfaces: these are the same in
-/// all its versions.
+/// The state of what the registration writes, without the library's interfaces, which are the same in all its
+/// versions.
 class Former {
  public:
   Former(const ServerRegistration& server, ITypeLib* library) : library_(library) {
@@ -166,7 +166,7 @@ class Former {
   void Take(const std::string& class_key) { keys_.emplace_back(ToWide(std::string(kClasses) + class_key)); }
 
   ITypeLib* library_;
-  std::vector<FormerKey> keys_;  // that of the library last
+  std::vector<FormerKey> keys_;  // the library's key is last
 };
 
 }  // namespace

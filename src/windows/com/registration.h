@@ -18,8 +18,8 @@ struct KeyCloser {
 /// Owns an open key of the registry.
 using Key = std::unique_ptr<HKEY, KeyCloser>;
 
-/// The state of a machine key and all below it when this was made, to restore it if a registration fails
-/// half-way.
+/// The state of a machine key and all below it on construction, to restore it if a registration fails
+/// halfway.
 class FormerKey {
  public:
   /// The path below HKEY_LOCAL_MACHINE.
@@ -47,13 +47,13 @@ class FormerKey {
   std::optional<Branch> former_;
 };
 
-/// An event interface that clients in other processes implement. Automation's own marshalling serves it.
+/// An event interface that clients in other processes implement. It uses automation's own marshalling.
 struct EventInterface {
   IID id;
   std::string name;
 };
 
-/// What the system needs to know about a server program so that others can create its class by name.
+/// What the system needs to know about a server program, so that others can create its class by name.
 struct ServerRegistration {
   CLSID class_id;
   std::string prog_id;
@@ -68,14 +68,14 @@ struct ServerRegistration {
   std::vector<EventInterface> events = {};
 };
 
-/// Registers for all users of the machine. If the system refuses a step, restores the former state and throws
-/// an Error that names the step.
+/// Registers for all users of the machine. If the system refuses a step, restores the previous state and
+/// throws an Error that names the step.
 void RegisterServer(const ServerRegistration& server);
 
 /// Removes what it can, then throws the first failure if there was one. Missing entries are no failure.
 void UnregisterServer(const ServerRegistration& server);
 
-/// The number means that one of these failed for lack of rights.
+/// The number means that one of these failed because of missing rights.
 bool IsAccessDenied(std::int32_t number);
 
 /// The full path of the running program.

@@ -9,19 +9,18 @@
 #include "platform/late_bound.h"
 #include "windows/com/owners.h"
 
-/// Converts automation's values and ours. An object of another process is a DispatchObject here; an object
-/// that this process publishes leaves as its adapter and returns as the object itself.
+/// Converts between automation's values and ours. An object of another process becomes a DispatchObject. An
+/// object that this process publishes leaves as its adapter and returns as the object itself.
 namespace windows::com {
 
 /// Follows references. Integers beyond 32 bits, currency and dates become numbers; "no value", null and
-/// omitted parameters become the empty value. Throws kTypeMismatch for what cannot be converted, such as
-/// arrays.
+/// omitted parameters become the empty value. Throws kTypeMismatch for anything else, such as arrays.
 platform::Value FromVariant(const VARIANT& variant);
 
 /// Throws kTypeMismatch for an object that cannot leave this process.
 Variant ToVariant(const platform::Value& value);
 
-/// Null for null.
+/// Null becomes null.
 platform::LateBoundPtr FromDispatch(const ComPtr<IDispatch>& object);
 ComPtr<IDispatch> ToDispatch(const platform::LateBoundPtr& object);
 
@@ -36,7 +35,7 @@ class CallArguments {
   CallArguments(const CallArguments&) = delete;
   CallArguments& operator=(const CallArguments&) = delete;
 
-  /// For a put, the last argument is named as the new value.
+  /// For a put, names the last argument as the new value.
   DISPPARAMS Parameters(bool put) noexcept;
 
  private:

@@ -102,7 +102,7 @@ class OpenBox {
     if (due && !reported_) std::cerr << director::Report(box(), answer) << std::flush;
     reported_ = reported_ || due;
     if (!answer) return;
-    // Each time, as a new box may not listen yet.
+    // Repeated, as a new box may not accept messages yet.
     const int button = box().ButtonFor(*answer);
     PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(button),
                  reinterpret_cast<LPARAM>(GetDlgItem(window_, button)));

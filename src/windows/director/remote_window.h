@@ -10,8 +10,8 @@
 
 namespace windows {
 
-// Windows of another program, read from outside as a screen reader does. To read lists, tabs and status
-// bars, whose messages carry addresses, the other program must have the same bitness.
+// Reads windows of another program from outside, as a screen reader does. For lists, tabs and status bars,
+// whose messages contain addresses, the other program must have the same bitness.
 
 std::string TextOf(HWND window);
 std::wstring ClassOf(HWND window);
@@ -24,9 +24,9 @@ std::vector<std::string> StatusTexts(HWND status_bar);
 /// The cells of a report list, row by row.
 std::vector<std::vector<std::string>> ListRows(HWND list);
 
-/// Watches for the plug-in's message boxes on its own thread while a command runs: the command ends only when
-/// they are answered. With an answer it presses their buttons at once. Without one it prints after some
-/// seconds what the plug-in waits for, since perhaps nobody sees its display.
+/// Watches for the plug-in's message boxes on its own thread during a command, which ends only when they are
+/// answered. With an answer it presses their buttons at once. Without one it prints after some seconds what
+/// the plug-in waits for, since perhaps nobody sees its display.
 class BoxWatch {
  public:
   explicit BoxWatch(std::optional<bool> answer);

@@ -82,7 +82,7 @@ void PrintLines(std::vector<Element> elements, const std::string& indent, std::o
   }
 }
 
-/// The frames and the other elements among a window's children.
+/// A window's children, divided into frames and other elements.
 struct Panel {
   std::vector<Element> frames;
   std::vector<Element> elements;
@@ -130,7 +130,7 @@ void PrintInside(const Panel& panel, int frame, const std::string& indent, std::
 }
 
 void PrintPlace(HWND window, std::ostream& out) {
-  // The plug-in makes a page only when it is first shown.
+  // The plug-in creates a page only when it is first shown.
   SendMessageW(window, RegisterWindowMessageW(L"FormSurface.MakeAllWindows"), 0, 0);
   RECT place{};
   GetWindowRect(window, &place);
@@ -139,7 +139,7 @@ void PrintPlace(HWND window, std::ostream& out) {
       << place.top << '\n';
 }
 
-/// A tab control's pages are its children, in the order of the tabs.
+/// The pages of a tab control are its children, in the order of the tabs.
 void PrintPages(HWND window, std::ostream& out) {
   for (HWND tab : ChildrenOf(window)) {
     if (!Is(tab, WC_TABCONTROLW)) continue;

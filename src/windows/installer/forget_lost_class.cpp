@@ -1,5 +1,5 @@
-// Runs at the end of an installation, when it can no longer be rolled back: the class of a removed program of
-// the other architecture would keep directors from the installed one.
+// Runs at the end of an installation, when it can no longer be rolled back: otherwise directors would find
+// the class of a removed program of the other architecture.
 
 #include <windows.h>
 

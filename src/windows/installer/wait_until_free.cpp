@@ -18,12 +18,12 @@ constexpr wchar_t kWaiting[] = L"Waiting until Korvell QM5R-FC PIR Configure is 
 constexpr wchar_t kInUse[] =
     L"Korvell QM5R-FC PIR Configure is in use. Close its windows and the network tool that uses it, then try "
     L"again.";
-/// If only copies of the program are waited for.
+/// Without data the action waits only for copies of the program.
 constexpr unsigned long kSecondsWithoutData = 30;
 constexpr DWORD kPollMilliseconds = 200;
 
 /// Returns the user's answer, or 0 if there is none. A message shows its first field; the start of an action
-/// has its name there and its text in the second.
+/// has its name there and its text in the second field.
 int Show(MSIHANDLE install, int kind, const wchar_t* text) {
   PMSIHANDLE record = MsiCreateRecord(2);
   MsiRecordSetStringW(record, 0, L"[1]");
@@ -42,7 +42,7 @@ std::wstring Property(MSIHANDLE install, const wchar_t* name) {
   return value;
 }
 
-/// In any session, from any folder: all share the class.
+/// In any session and any folder, as all share the class.
 bool IsRunning() {
   const windows::Handle processes = windows::Own(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
   PROCESSENTRY32W process{};
@@ -54,8 +54,8 @@ bool IsRunning() {
   return false;
 }
 
-/// A director may hold the file for its type library after the program has ended. This cannot be seen without
-/// write access to the file; the elevated actions have it.
+/// A director may hold the file for its type library after the program has ended. Detecting this requires
+/// write access to the file, which the elevated actions have.
 bool IsHeld(const std::wstring& file) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   const windows::Handle opened = windows::Own(
@@ -65,8 +65,8 @@ bool IsHeld(const std::wstring& file) {
 
 }  // namespace
 
-/// Returns when no process runs the program or holds its file. After the given time it asks the user whether
-/// to keep waiting; if nobody can be asked, the installation fails. Its data are "seconds;path of the file":
+/// Returns when no process runs the program or holds its file. After the given time asks the user whether to
+/// keep waiting; if nobody can be asked, the installation fails. Its data are "seconds;path of the file":
 /// before the installation a property, in the deferred action its data.
 extern "C" UINT __stdcall WaitUntilFree(MSIHANDLE install) {
   const bool elevated = MsiGetMode(install, MSIRUNMODE_SCHEDULED) || MsiGetMode(install, MSIRUNMODE_ROLLBACK);

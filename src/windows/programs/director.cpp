@@ -51,7 +51,7 @@ int RunConfigure(const Options& options) {
     try {
       director::Configure(*plug_in, options.configure);
     } catch (const platform::Error&) {
-      lns::ObjectServer(ObjectServer()).IsOpen();  // an unusable one says why; the plug-in does not
+      lns::ObjectServer(ObjectServer()).IsOpen();  // throws the reason if it is unusable
       throw;
     }
     read = !boxes.SawFailure();

@@ -44,8 +44,8 @@ struct WindowsComputer {
   windows::WindowsRegistry registry;
 };
 
-/// Serves directors until the plug-in ends; docs/architecture.md describes the server's life. The apartment
-/// is left before the window's state is destroyed: leaving it ends the automation objects that directors
+/// Serves directors until the plug-in ends; docs/architecture.md describes the server's life. Leaves the
+/// apartment before the window's state is destroyed: leaving it ends the automation objects that directors
 /// still hold, and these use the window. References to the object server are released by then.
 int Serve(const platform::Program& program) {
   std::optional<windows::com::LocalServer> server;
@@ -93,9 +93,9 @@ int Run() {
   return 0;
 }
 
-/// The program's exit code. A program that COM starts or that registers shows no message: perhaps nobody sees
-/// it, and its starter waits for its end. The director gets COM's error. A program started by hand shows the
-/// reason.
+/// The program's exit code. A program that COM starts, or that registers, shows no message: perhaps nobody
+/// sees it, and its starter waits for its end. The director gets COM's error. A program started by hand shows
+/// the reason.
 int CannotRun(const std::exception& failure) {
   using Role = startup::CommandLine::Role;
   const std::string arguments = windows::CommandLineArguments();
@@ -103,7 +103,7 @@ int CannotRun(const std::exception& failure) {
   if (windows::com::ServerStartOf(arguments) != ServerStart::ByHand)
     return refused && windows::com::IsAccessDenied(refused->number()) ? registration::MMain::kAccessDenied
                                                                       : 1;
-  if (startup::ParseCommandLine(arguments).role != Role::RegistrationWindow) return 0;  // as these always end
+  if (startup::ParseCommandLine(arguments).role != Role::RegistrationWindow) return 0;  // these always end
   windows::ShowFatalFailure(startup::kProgramTitle, failure.what());
   return 1;
 }

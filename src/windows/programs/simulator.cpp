@@ -32,8 +32,8 @@ constexpr const char* kProgId = "LnsSimulator.LcaObjectServer";
 constexpr const char* kObjectServerKey = "SOFTWARE\\LonWorks\\LCA";
 constexpr const char* kObjectServerValue = "Object Server";
 
-/// How long a simulator that COM started stays after its last client, so that faults set by one program still
-/// apply to the next.
+/// How long a simulator that COM started stays after its last client, so that one program's faults still
+/// apply to the next program.
 constexpr std::chrono::seconds kLinger{5};
 
 constexpr const char* kHelp =
@@ -62,8 +62,8 @@ bool IsServerSwitch(const std::string& name) {
   return name == "regserver" || name == "unregserver" || name == "embedding" || name == "automation";
 }
 
-/// Reads "/network <file>", "/makedefault", "/help" (also "/?") and "/version". Switches begin with "-" or
-/// "/", in any letter case. Throws std::invalid_argument for a missing file and for anything unknown.
+/// Parses "/network <file>", "/makedefault", "/help" (also "/?") and "/version". Switches begin with "-" or
+/// "/", in any letter case. Throws std::invalid_argument for a missing file and for unknown words.
 Options ParseOptions(const std::vector<std::string>& words) {
   Options options;
   for (std::size_t i = 0; i < words.size(); ++i) {
@@ -110,7 +110,7 @@ windows::com::ServerRegistration RegistrationFor(const Options& options) {
   return registration;
 }
 
-/// Taken from the computer's plug-in entries.
+/// The version in the plug-in's entry on this computer.
 std::string PlugInVersion(const std::string& server) {
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "");
@@ -145,7 +145,7 @@ void Register(const Options& options) {
 void Unregister(const Options& options) {
   windows::WindowsRegistry machine;
   registry::CRegistry settings(machine, "");
-  // Only our own entry is removed: an empty text names no object server.
+  // Removes only our own entry: an empty text names no object server.
   if (settings.MachineSetting(kObjectServerKey, kObjectServerValue) == kProgId)
     settings.SetMachineSetting(kObjectServerKey, kObjectServerValue, "");
   windows::com::UnregisterServer(RegistrationFor(options));
@@ -156,13 +156,13 @@ int Serve(const Options& options, bool by_com) {
   windows::com::LocalServer* running = nullptr;
   const auto load = [&] {
     simulation = LoadNetwork(options);
-    // COM takes events only from this thread and brings them to the thread that subscribed.
+    // COM accepts events only from this thread and delivers them on the subscriber's thread.
     simulation->event_thread = [](const std::function<void()>& raise) { raise(); };
     simulation->on_stop = [&running] { running->Leave(); };
   };
   if (!by_com) load();
   const windows::com::Apartment apartment;
-  // Nobody sees the output of a program that COM started, so its clients get the error. Each client tries
+  // Nobody sees the output of a program that COM started, so its clients get the error. Each new client tries
   // again.
   const auto make = [&]() -> std::shared_ptr<automation::Published> {
     try {
@@ -212,7 +212,7 @@ int Run(const std::string& arguments) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-  // A windowless program writes to the console that started it, or else shows its errors.
+  // Without its own console it writes to that of its starter, or else shows errors in a message box.
   bool console = GetStdHandle(STD_ERROR_HANDLE) != nullptr;
   if (!console && AttachConsole(ATTACH_PARENT_PROCESS))
     console = freopen("CONOUT$", "w", stderr) && freopen("CONOUT$", "w", stdout);

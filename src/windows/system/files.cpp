@@ -12,8 +12,8 @@
 namespace windows {
 namespace {
 
-/// The path in a form that the system accepts. Longer paths need a prefix, and a prefix needs the full path.
-/// The limit leaves a folder room for the names in it.
+/// The path in a form that the system accepts. Longer paths need a prefix, which requires a full path. The
+/// limit leaves room for the names in a folder.
 std::wstring SystemPath(const std::string& path) {
   constexpr std::size_t kLongestPlain = MAX_PATH - 14;
   const std::wstring wide = ToWide(path);
@@ -33,7 +33,7 @@ std::string IdentityOf(const std::wstring& folder) {
   const Handle opened = Open(folder, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
   BY_HANDLE_FILE_INFORMATION about{};
   if (!opened || !GetFileInformationByHandle(opened.get(), &about)) return {};
-  // Some network shares have no file numbers; the path must do.
+  // Some network shares have no file numbers; use the path instead.
   if (about.nFileIndexHigh == 0 && about.nFileIndexLow == 0) return ToUtf8(folder);
   return std::to_string(about.dwVolumeSerialNumber) + ":" + std::to_string(about.nFileIndexHigh) + ":" +
          std::to_string(about.nFileIndexLow);
@@ -91,7 +91,7 @@ void WindowsFiles::Write(const std::string& path, std::string_view content) {
                     nullptr));
     content.remove_prefix(written);
   }
-  // Buffered data may fail to be written only now.
+  // Buffered data may not be written until now.
   check(CloseHandle(file.release()));
 }
 

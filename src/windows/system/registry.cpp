@@ -67,7 +67,7 @@ class OpenKey : public platform::RegistryKey {
 
   bool WriteText(const std::string& value_name, const std::string& text) override {
     const std::string data = ToAnsi(text);
-    // The ANSI call also stores a NUL that follows the data; another byte there prevents this.
+    // The ANSI call also stores a NUL that follows the data; another byte after the data prevents this.
     const std::string guarded = data + '.';
     return RegSetValueExA(key_, ToAnsi(value_name).c_str(), 0, REG_SZ,
                           reinterpret_cast<const BYTE*>(guarded.data()),
@@ -91,7 +91,7 @@ class OpenKey : public platform::RegistryKey {
   REGSAM view_;
 };
 
-// Inferred from the name of the control's class; no manual has it.
+// Inferred from the name of the control's class; not in any manual.
 constexpr const char* kPlatformProgId = "LcaObjectServer.LcaObjectServer";
 
 }  // namespace

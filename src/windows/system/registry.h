@@ -8,7 +8,7 @@
 namespace windows {
 
 /// The real registry. Both builds use the machine keys of 32-bit programs, so that they share them with
-/// directors. Texts go through the machine's ANSI code page.
+/// directors. Texts are converted with the machine's ANSI code page.
 class WindowsRegistry : public platform::Registry {
  public:
   std::unique_ptr<platform::RegistryKey> Open(Hive hive, const std::string& path, Access access) override;
@@ -20,7 +20,7 @@ class WindowsRegistry : public platform::Registry {
 /// can name a simulated one, or else the platform's own.
 std::string ObjectServerProgId(platform::Registry& registry);
 
-/// Makes the object server of this process. Throws if it is not installed or does not start.
+/// Creates the object server of this process. Throws if it is not installed or does not start.
 platform::LateBoundPtr MakeObjectServer(platform::Registry& registry);
 
 }  // namespace windows

@@ -56,7 +56,7 @@ bool WindowsShell::StartElevated(const std::string& program, const std::string& 
   const std::wstring file = ProgramFile(program), parameters = ToWide(arguments);
   SHELLEXECUTEINFOW start{};
   start.cbSize = sizeof start;
-  // Without it, this program might end before the system asks the user.
+  // Otherwise this program might end before the system asks the user.
   start.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
   start.hwnd = GetActiveWindow();
   start.lpVerb = L"runas";

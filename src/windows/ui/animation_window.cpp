@@ -24,7 +24,7 @@ class SystemAnimation final : public ui::AnimationWindow {
     SetWindowSubclass(window, Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
   }
   ~SystemAnimation() override {
-    // The window around it may have taken it along.
+    // The window may have been destroyed with the one around it.
     if (IsWindow(window_)) DestroyWindow(window_);
   }
 
@@ -80,7 +80,7 @@ class SystemAnimation final : public ui::AnimationWindow {
         SendMessageW(window_, ACM_OPENW, reinterpret_cast<WPARAM>(module_), reinterpret_cast<LPARAM>(clip));
     return opened ? Opened::Yes : Opened::ClipMissing;
   }
-  /// The name of the clip that is drawn for this resolution or the next lower one; empty for the clip itself.
+  /// The name of the clip for this resolution or the next lower one; empty for the clip itself.
   std::wstring DrawnFor(int dpi) const {
     for (const int drawn : {192, 144}) {
       std::wstring name = L"AT" + std::to_wstring(drawn) + L"_" + std::to_wstring(resource_);
@@ -88,7 +88,7 @@ class SystemAnimation final : public ui::AnimationWindow {
     }
     return {};
   }
-  /// The control keeps the background on which it has opened a clip, and never scales one.
+  /// Opens the clip again, because the control never scales it and keeps the first background.
   void OpenAgain() {
     if (Open() == Opened::Yes) Play();
   }
@@ -127,7 +127,7 @@ std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(const UiThread& ui_thre
   const HWND window = CreateWindowExW(0, ANIMATE_CLASSW, nullptr, flags, 0, 0, 0, 0, area, nullptr,
                                       GetModuleHandleW(nullptr), nullptr);
   if (!window) return nullptr;
-  // A transparent clip needs what its parent paints below it.
+  // A transparent clip shows what its parent paints below it.
   if (style.transparent)
     SetWindowLongW(area, GWL_STYLE, GetWindowLongW(area, GWL_STYLE) & ~static_cast<LONG>(WS_CLIPCHILDREN));
   return std::make_unique<SystemAnimation>(ui_thread, window);

@@ -9,9 +9,8 @@
 
 namespace windows {
 
-/// Makes an animation control in a window; null if the system has none. A clip of a program's resources
-/// may be there once more, drawn for higher resolutions: that of 201 for 144 dots per inch is named
-/// "AT144_201".
+/// Creates an animation control in a window; null if the system has none. The resources may also contain the
+/// clip for higher resolutions, for example "AT144_201" for clip 201 at 144 dots per inch.
 std::unique_ptr<ui::AnimationWindow> MakeAnimationWindow(const UiThread& ui_thread, HWND area,
                                                          const ui::AnimationStyle& style);
 

@@ -46,7 +46,7 @@ class ButtonPeer final : public NativePeer {
     const Picture picture = button().picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
     OwnedIcon drawn = DrawPicture(picture, theme().Scaled(16));
     Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(drawn.get()));
-    picture_ = std::move(drawn);  // only now nobody shows the former one
+    picture_ = std::move(drawn);  // frees the previous picture, which the button no longer shows
   }
 
  private:
@@ -89,7 +89,7 @@ class ToggleButtonPeer final : public NativePeer {
  protected:
   void MakeWindow() override {
     Create(L"BUTTON", ToWide(control().Text()), static_cast<DWORD>(option() ? BS_RADIOBUTTON : BS_CHECKBOX));
-    if (option()) Send(BM_SETDONTCLICK, TRUE);  // the focus alone chooses nothing
+    if (option()) Send(BM_SETDONTCLICK, TRUE);  // getting the focus selects nothing
     ShowMark();
   }
 

@@ -15,8 +15,8 @@ namespace {
 
 constexpr int kMostVisibleItems = 12;
 
-/// A drop-down list, drawn by the program so that its text shows the field's colour in every style of the
-/// system. A text that is no item is an extra item at the end until another text is set.
+/// A drop-down list, drawn by the program so that its text has the field's colour in every style of the
+/// system. A text that is not an item becomes an extra last item until another text is set.
 class ChoiceListPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -31,7 +31,7 @@ class ChoiceListPeer final : public NativePeer {
 
   void Command(WORD notification) override {
     if (notification == CBN_DROPDOWN && list().on_drop_down) list().on_drop_down();
-    // While it is open, the list may still be left without a choice.
+    // The user may still leave an open list without a choice.
     if (notification == CBN_CLOSEUP || (notification == CBN_SELCHANGE && !DroppedDown())) TellChoice();
   }
 
@@ -77,7 +77,7 @@ class ChoiceListPeer final : public NativePeer {
 
   void OnPlaced() override {
     Send(CB_SETITEMHEIGHT, 0, theme().TextHeight() + theme().Scaled(4));
-    // The field is higher than its item by the border, whose width the system does not tell.
+    // The border adds to the height; measure it, as the system does not report it.
     Send(CB_SETITEMHEIGHT, WPARAM(-1), static_cast<LPARAM>(place().height));
     RECT field;
     GetWindowRect(handle(), &field);
@@ -91,7 +91,7 @@ class ChoiceListPeer final : public NativePeer {
     } else if (aspect == ui::Aspect::Text) {
       CatchUpWhenSeen();
     } else if (aspect == ui::Aspect::Locked) {
-      // What is chosen in an open list is no longer wanted.
+      // A choice in an open list is discarded.
       if (list().Locked() && DroppedDown()) Send(CB_SHOWDROPDOWN, FALSE);
       CatchUp();
     } else {
@@ -108,13 +108,13 @@ class ChoiceListPeer final : public NativePeer {
         host().ShowKeyboardCues();
         if (!list().Locked() && (wparam == VK_DOWN || wparam == VK_UP)) Default(message, wparam, lparam);
         return TakenKey(message, wparam, lparam);
-      case WM_CHAR:  // a letter chooses nothing
+      case WM_CHAR:  // letters choose nothing
         return 0;
       case WM_CONTEXTMENU:
         OfferMenu(lparam);
         return 0;
       case WM_MOUSEWHEEL:
-        // A closed list keeps its item; what is around it may scroll.
+        // A closed list keeps its item; the window around it may scroll.
         if (DroppedDown()) break;
         return SendMessageW(GetParent(handle()), message, wparam, lparam);
       case WM_LBUTTONDOWN:
@@ -156,7 +156,7 @@ class ChoiceListPeer final : public NativePeer {
     CatchUp();
   }
 
-  /// Reports the selection to the list, if it has changed.
+  /// Reports a changed selection to the list.
   void TellChoice() {
     const LRESULT selected = Send(CB_GETCURSEL);
     if (selected == CB_ERR || list().Locked()) return;
@@ -166,7 +166,7 @@ class ChoiceListPeer final : public NativePeer {
 
   std::optional<LRESULT> KeyDown(WPARAM key) {
     if (key == VK_ESCAPE && DroppedDown()) return Default(WM_KEYDOWN, key, 0);
-    if (key == VK_RETURN && DroppedDown()) Default(WM_KEYDOWN, key, 0);  // takes the item under the bar
+    if (key == VK_RETURN && DroppedDown()) Default(WM_KEYDOWN, key, 0);  // takes the highlighted item
     if (!alive()) return 0;
     const bool locked = list().Locked();
     if (!locked && list().on_key_down && list().on_key_down(static_cast<int>(key), HeldKeys())) return 0;

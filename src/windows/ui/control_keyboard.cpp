@@ -1,5 +1,5 @@
-// The focus and the keyboard among the controls of a window. ui/keyboard.h decides which key leads to which
-// control.
+// The focus and the keyboard among the controls of a window. ui/keyboard.h determines which key leads to
+// which control.
 
 #include "windows/ui/control_set.h"
 
@@ -17,7 +17,7 @@ bool ControlSet::MoveFocus(NativePeer& peer) {
 bool ControlSet::MoveFocus(ui::Control* control) {
   NativePeer* const peer = control ? PeerOf(*control) : nullptr;
   if (!peer || !MoveFocus(*peer)) return false;
-  // The mouse finds only what can be seen.
+  // The mouse reaches only visible controls.
   Reveal(*peer);
   return true;
 }
@@ -32,7 +32,7 @@ void ControlSet::TakeFocus(NativePeer& peer) {
   NeedWindow(peer);
   saved_focus_ = peer.handle();
   Reveal(peer);
-  // In a hidden or minimised window the focus is taken when the window comes up.
+  // A hidden or minimised window takes the focus when it is shown.
   if (IsWindowVisible(peer.handle()) && !IsIconic(window_.handle())) SetFocus(peer.handle());
 }
 
@@ -56,7 +56,7 @@ void ControlSet::RestoreFocus() {
     return;
   }
   ui::Control* first = ui::NextControl(form_.layout(), nullptr, ui::Direction::Forward);
-  // The first field, rather than its tab.
+  // The first field, not its tab.
   if (first && first->kind() == ui::Control::Kind::Tabs)
     first = ui::NextControl(form_.layout(), first, ui::Direction::Forward);
   MoveFocus(first);
@@ -133,7 +133,7 @@ bool ControlSet::TurnPage(int step) {
 }
 
 void ControlSet::BringToFront(ui::Tabs& tabs, std::size_t page) {
-  // The field on the page that goes is left first; what it has to say may keep the page in front.
+  // First leave the field on the current page; its message may keep that page in front.
   const bool to_first_field = focus_.current() != &tabs;
   if (!MoveFocus(&tabs)) return;
   tabs.Select(page);

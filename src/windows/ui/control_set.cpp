@@ -80,7 +80,7 @@ void ControlSet::MakeAllWindows() {
 }
 
 void ControlSet::TakeTheme(std::shared_ptr<const Theme> theme) {
-  const auto former = std::exchange(theme_, std::move(theme));  // until nothing uses its fonts
+  const auto former = std::exchange(theme_, std::move(theme));  // keeps its fonts while they are in use
   for (const auto& peer : peers_) peer->TakeTheme();
   if (tool_tips_) FitToolTips();
   MeasureLayout();
@@ -103,7 +103,7 @@ void ControlSet::MeasureLayout() {
 }
 
 void ControlSet::MakePeers(const ui::Box& box, Surface& parent, bool nested) {
-  // A frame is below its content: the system puts each new window under its older siblings.
+  // A frame is below its content, because the system puts new windows under their older siblings.
   if (box.kind == ui::Box::Kind::Frame) MakePeers(box.children.at(0), parent, true);
   if (box.control) {
     peers_.push_back(MakePeer(*box.control, parent, nested));
@@ -116,7 +116,7 @@ void ControlSet::MakePeers(const ui::Box& box, Surface& parent, bool nested) {
 }
 
 void ControlSet::MakePages(const ui::Box& box, Surface& parent) {
-  MakeWindowsOn(parent);  // the tab control's among them, which carries the pages and knows its measures
+  MakeWindowsOn(parent);  // including the tab control, which contains the pages and has their measures
   const auto& tabs = *static_cast<const TabsPeer*>(by_control_.at(box.control));
   for (std::size_t index = 0; index < box.children.size(); ++index)
     MakePeers(box.children[index], tabs.page(index), false);
@@ -179,9 +179,9 @@ ui::Insets ControlSet::TabInsets(const ui::Control& tabs) const { return by_cont
 
 void ControlSet::Arrange(ui::Extent room) {
   room_ = room;
-  if (fitting_bars_) return;  // a bar that comes or goes changes the client area
+  if (fitting_bars_) return;  // showing or hiding a bar changes the client area
   fitting_bars_ = true;
-  // A form that places its controls itself makes do with any size.
+  // A form that places its controls itself accepts any size.
   const bool placed = form_.layout().kind == ui::Box::Kind::Placed;
   bars_.Fit(window_.handle(), placed ? ui::Extent{} : Minimum(), room, theme().Scaled(12));
   fitting_bars_ = false;
@@ -192,7 +192,7 @@ void ControlSet::PlaceAll() {
   RECT client;
   GetClientRect(window_.handle(), &client);
   const POINT scrolled = bars_.position();
-  // One batch moves children of one parent only.
+  // A batch only moves children of one parent.
   std::map<const Surface*, HDWP> batches;
   const ui::Extent size{static_cast<int>(client.right), static_cast<int>(client.bottom)};
   for (const ui::Placement& placement : engine_->Arrange(size)) {
@@ -264,7 +264,7 @@ void ControlSet::FitToolTips() const {
 void ControlSet::ShowToolTip(NativePeer& peer) {
   MakeToolTips();
   std::wstring text = ToWide(peer.control().ToolTip());
-  // One tool is the control; the other its place, because the mouse goes through a disabled control.
+  // One tool is the control, the other its place, because the mouse passes through a disabled control.
   for (TTTOOLINFOW tool : {ControlTool(peer), PlaceTool(peer)}) {
     tool.lpszText = text.data();
     SendMessageW(tool_tips_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));

@@ -14,40 +14,38 @@
 
 namespace windows {
 
-/// The controls of one form's window: their peers, their places, the focus among them and the keyboard's way
-/// through them.
+/// The controls of one form's window: their peers, places, focus and keyboard order.
 class ControlSet final : public PeerHost, private ui::Metrics {
  public:
   ControlSet(Surface& window, ui::Form& form);
   ~ControlSet() override;
 
-  /// Finds out about sizes. The controls' windows are made when they are first looked at.
+  /// Measures the controls. Their windows are created when they are first shown.
   void Create();
   /// The form's window is about to be shown.
   void Appear();
-  /// Makes all windows, for programs that read them from outside.
+  /// Creates all windows, for programs that read them from outside.
   void MakeAllWindows();
-  /// Shows them with another theme. They are arranged by the next call of Arrange.
+  /// Shows the controls with another theme. The next call of Arrange arranges them.
   void TakeTheme(std::shared_ptr<const Theme> theme);
-  /// A message about the system's colours, fonts or theme, for all windows in the form's and its
-  /// tooltips.
+  /// Passes a message about the system's colours, fonts or theme to all child windows and the tooltips.
   void HandOn(UINT message, WPARAM wparam, LPARAM lparam) const;
   ui::Extent Minimum() const { return engine_->Minimum(); }
-  /// The room in which they were last arranged.
+  /// The size for which they were last arranged.
   ui::Extent room() const { return room_; }
-  /// Arranges the controls in a window that has so much room inside its frame; what does not fit is scrolled.
+  /// Arranges the controls in a window with this room inside its frame; what does not fit can be scrolled.
   void Arrange(ui::Extent room);
   void Scroll(int bar, WORD request);
   void TurnWheel(int delta);
-  /// Controls forget their peers; from now on the form hears nothing.
+  /// Detaches the peers from the controls. The form gets no more notifications.
   void Close();
 
-  /// The window becomes active or is left by another window.
+  /// For a window that becomes active, or is left for another window.
   void RestoreFocus();
   void SaveFocus();
 
   NativePeer* PeerOf(const ui::Control& control) const;
-  /// A mouse message for the window or one in it.
+  /// A mouse message for the window or one of its children.
   void RelayToToolTips(MSG& message) const;
 
   // PeerHost
@@ -82,7 +80,7 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   void MakePages(const ui::Box& box, Surface& parent);
   std::unique_ptr<NativePeer> MakePeer(ui::Control& control, Surface& parent, bool nested);
   void MakeWindowsOn(const Surface& surface);
-  /// A gap in pixels that is given for 96 dots per inch.
+  /// A gap in pixels at 96 dots per inch.
   int Gap(int pixels) const { return theme().Scaled(is_tight_ ? pixels / 2 : pixels); }
   void MakeToolTips();
   void FitToolTips() const;
@@ -102,7 +100,7 @@ class ControlSet final : public PeerHost, private ui::Metrics {
   std::shared_ptr<const Theme> theme_;
   bool closed_ = false;
   bool appeared_ = false;
-  /// The screen is too small for the usual gaps.
+  /// The screen is too small for the normal gaps.
   bool is_tight_ = false;
   ui::FocusTracker focus_;
   std::vector<std::unique_ptr<NativePeer>> peers_;

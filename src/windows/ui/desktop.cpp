@@ -29,7 +29,7 @@ WindowsDesktop::WindowsDesktop() : WindowsDesktop(Settings{}) {}
 
 WindowsDesktop::WindowsDesktop(Settings settings) : end_program_(std::move(settings.end_program)) {
   InitialiseControls();
-  // The system would put a dead picture over a window whose object server takes more than five seconds.
+  // The system would cover a window with a dead picture while its object server takes more than five seconds.
   DisableProcessWindowsGhosting();
   if (!settings.on_failure)
     settings.on_failure = [this](const std::exception& failure) {
@@ -58,7 +58,7 @@ void WindowsDesktop::Yield() {
   ui_thread_->Loop([&] {
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
       if (message.message == WM_QUIT) {
-        // It is the outermost loop's.
+        // For the outermost loop.
         PostQuitMessage(static_cast<int>(message.wParam));
         return;
       }
@@ -100,7 +100,7 @@ bool WindowsDesktop::ShowHelp(const std::string& file, int context) {
 void WindowsDesktop::SetPointer(ui::Pointer pointer) {
   const bool hourglass = pointer == ui::Pointer::Hourglass;
   if (std::exchange(ui_thread_->hourglass, hourglass) == hourglass) return;
-  // The system asks again only when the mouse moves.
+  // The system asks for the pointer again only when the mouse moves.
   POINT at;
   GetCursorPos(&at);
   const HWND under = WindowFromPoint(at);

@@ -12,16 +12,16 @@ class UiThread;
 
 /// The user's screen on Windows.
 ///
-/// Made and used on the user-interface thread, before any form. It outlives the forms' windows. What a
-/// handler of a form throws is caught at the window procedure and given to `on_failure`; the program goes on.
+/// Created and used on the user-interface thread, before any form; outlives the forms' windows. Exceptions of
+/// a form's handlers are caught at the window procedure and passed to `on_failure`; the program continues.
 class WindowsDesktop final : public ui::Desktop {
  public:
   struct Settings {
-    /// Dots per inch for twips, and for fonts and gaps of windows as they are made; 0 is the system's.
+    /// Dots per inch for twips, and for fonts and gaps of new windows; 0 for the system's.
     int dpi = 0;
-    /// Shows a failure in a message box if nothing else is given.
+    /// Called for a failure; if empty, a message box shows it.
     std::function<void(const std::exception&)> on_failure = nullptr;
-    /// Ends the program in place of ending the message loop.
+    /// Ends the program; if empty, the message loop ends.
     std::function<void()> end_program = nullptr;
   };
   WindowsDesktop();

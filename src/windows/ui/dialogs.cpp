@@ -80,7 +80,7 @@ ui::Answer AnswerOf(int pressed, ui::Buttons buttons) {
   }
 }
 
-/// The title of a message that has none of its own: the program's name.
+/// The program's name, as the title of a message without its own title.
 std::wstring ProgramName() {
   wchar_t path[MAX_PATH];
   const std::wstring file(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
@@ -90,8 +90,7 @@ std::wstring ProgramName() {
 
 constexpr std::size_t kLongestPath = 32768;
 
-/// Descriptions and patterns as the dialog takes them: each ended by a NUL, patterns without the blanks
-/// around them.
+/// Descriptions and patterns in the dialog's form: each ends with a NUL, patterns have no blanks.
 std::wstring DialogFilter(const std::string& filter) {
   std::wstring result;
   bool is_pattern = false;
@@ -107,9 +106,8 @@ std::wstring DialogFilter(const std::string& filter) {
   }
 }
 
-/// Shows one of the system's dialogs; false when the user cancels it. Their library is loaded only here, and
-/// stays: under Wine the libraries for printing that come with it were an eighth of the plug-in's
-/// memory.
+/// Shows one of the system's dialogs; false if cancelled. Loads their library only when needed, because under
+/// Wine its printing libraries are an eighth of the plug-in's memory. Never unloads it.
 bool ShowDialog(const char* dialog, OPENFILENAMEW& ask) {
   using Function = BOOL(WINAPI*)(OPENFILENAMEW*);
   const HMODULE library = LoadLibraryW(L"comdlg32.dll");
@@ -118,7 +116,7 @@ bool ShowDialog(const char* dialog, OPENFILENAMEW& ask) {
                         : nullptr;
   if (!show)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
-                          "No file dialog can be shown.");
+                          "The file dialog cannot be shown.");
   return show(&ask) != FALSE;
 }
 
@@ -127,7 +125,7 @@ bool ShowDialog(const char* dialog, OPENFILENAMEW& ask) {
 ui::Answer ShowMessageBox(const ui::Message& message, const UiThread& ui_thread) {
   const Modal modal(ui_thread);
   const std::wstring caption = message.caption.empty() ? ProgramName() : ToWide(message.caption);
-  // Without an owner it would come up behind the window of the director, which waits for the answer: this
+  // Without an owner it would appear behind the window of the director, which waits for the answer. This
   // modality makes it topmost.
   const UINT flags = FlagsOf(message) | (modal.owner() ? 0 : MB_SYSTEMMODAL | MB_SETFOREGROUND);
   return AnswerOf(MessageBoxW(modal.owner(), ToWide(message.text).c_str(), caption.c_str(), flags),

@@ -10,8 +10,8 @@ namespace windows {
 
 class UiThread;
 
-/// Lets none of the program's windows be used while a dialog of the system is up. The dialog itself sees to
-/// its owner: it gives it the focus back.
+/// Disables the program's windows while a system dialog is shown, except its owner: the dialog disables that
+/// one itself and returns the focus to it.
 class Modal {
  public:
   explicit Modal(const UiThread& ui_thread);
@@ -29,7 +29,7 @@ class Modal {
 
 class UiThread;
 
-/// Shows a message box over the program's active window; none of its windows can be used meanwhile.
+/// Shows a message box over the program's active window and disables its windows meanwhile.
 ui::Answer ShowMessageBox(const ui::Message& message, const UiThread& ui_thread);
 
 }  // namespace windows

@@ -12,10 +12,10 @@ namespace windows {
 
 using com::None;
 
-// What the system's web browser needs from the window around it. The browser may keep these objects after the
-// page has gone; Close cuts them off first.
+// The objects that the system's web browser needs from its window. The browser may keep them after the page
+// has closed, so Close disconnects them first.
 
-/// The window as the browser's frame: without menus, tools and a status line to lend.
+/// The window as the browser's frame, without menus, toolbars and a status line.
 class BrowserFrame final : public com::Implements<IOleInPlaceFrame> {
  public:
   explicit BrowserFrame(HWND window) : window_(window) {}
@@ -43,7 +43,7 @@ class BrowserFrame final : public com::Implements<IOleInPlaceFrame> {
   HWND window_;
 };
 
-/// The place in the window, and how the page behaves there: no context menu, no border, text at the screen's
+/// The browser's site in the window. The page has no context menu and no border, and uses the screen's
 /// resolution.
 class BrowserSite final : public com::ClientSite<IOleInPlaceSite, IDocHostUIHandler> {
  public:
@@ -127,11 +127,11 @@ class BrowserSite final : public com::ClientSite<IOleInPlaceSite, IDocHostUIHand
   com::ComPtr<BrowserFrame> frame_;
 };
 
-/// Hears the addresses that the browser is about to open, and refuses all once its page is there.
+/// Receives the addresses that the browser is about to open, and refuses all once its page is shown.
 class BrowserEvents final : public com::CalledByNumber<com::Implements<IDispatch>> {
  public:
   bool stay = false;
-  /// The page could not be had; the browser shows one of its own instead.
+  /// The page could not be opened; the browser shows its own error page.
   bool failed = false;
 
   HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
@@ -139,7 +139,7 @@ class BrowserEvents final : public com::CalledByNumber<com::Implements<IDispatch
     if (event == DISPID_NAVIGATEERROR) failed = true;
     const bool leads_away = event == DISPID_NEWWINDOW2 || event == DISPID_NAVIGATEERROR ||
                             (event == DISPID_BEFORENAVIGATE2 && stay);
-    // In all of them the last argument, which comes first, cancels.
+    // In all of these events the last argument, which is first in the array, cancels.
     if (leads_away && parameters && parameters->cArgs > 0 && parameters->rgvarg[0].vt == (VT_BYREF | VT_BOOL))
       *parameters->rgvarg[0].pboolVal = VARIANT_TRUE;
     return S_OK;

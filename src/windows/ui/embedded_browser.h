@@ -17,14 +17,14 @@ namespace windows {
 class BrowserEvents;
 class BrowserSite;
 
-/// The system's web browser inside a window, on one page, which the user cannot leave. It goes before its
-/// window does.
+/// The system's web browser in a window, with one page, which the user cannot leave. Destroy it before the
+/// window.
 ///
-/// All of this was tried under Wine without its HTML engine, in which no page ever becomes ready: what
-/// follows from State::Ready has only been run with the state forced and the browser's window blank.
+/// Tested only under Wine without its HTML engine, in which no page ever becomes ready: the code after
+/// State::Ready has only run with the state forced and the browser's window blank.
 class EmbeddedBrowser {
  public:
-  /// Begins to load the page, out of sight beside the window's client area. `entered` is called when the page
+  /// Starts to load the page, invisibly beside the window's client area. `entered` is called when the page
   /// gets the keyboard focus.
   EmbeddedBrowser(HWND window, const std::wstring& url, std::function<void()> entered);
   ~EmbeddedBrowser();
@@ -34,17 +34,17 @@ class EmbeddedBrowser {
   enum class State { Loading, Ready, Failed };
   State state() const;
 
-  /// Fills the window's client area, in hundredths of the size that the page has at the program's resolution.
+  /// Fills the window's client area with the page; zoom in percent of the size at the program's resolution.
   void Show(int zoom);
   void TakeFocus();
-  /// A key for one of the browser's windows. True when the browser has used it.
+  /// A key for one of the browser's windows. True if the browser used it.
   bool UseKey(MSG& message);
 
  private:
   RECT Area() const;
   void ListenToEvents();
 
-  const com::Apartment apartment_;  // holds OLE until the browser is gone
+  const com::Apartment apartment_;  // keeps OLE initialised until the browser is destroyed
   HWND window_;
   com::ComPtr<IWebBrowser2> browser_;
   com::ComPtr<IOleObject> object_;

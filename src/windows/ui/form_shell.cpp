@@ -13,13 +13,13 @@
 namespace windows {
 namespace {
 
-/// What a program sends that reads the whole window, as tests do.
+/// Sent by programs that read the whole window, such as the director.
 UINT MakeAllWindowsMessage() {
   static const UINT message = RegisterWindowMessageW(L"FormSurface.MakeAllWindows");
   return message;
 }
 
-// Of a form's border, in the order of ui::BorderStyle.
+// Window styles in the order of ui::BorderStyle.
 constexpr DWORD kTitled = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU;
 constexpr struct {
   DWORD style, extended;
@@ -126,7 +126,7 @@ LRESULT FormShell::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CLOSE:
       form_.CloseRequested(ui::CloseReason::User);
       return 0;
-    case WM_QUERYENDSESSION:  // the end of Windows is not kept waiting for unapplied edits
+    case WM_QUERYENDSESSION:  // Windows does not wait for unapplied edits
       return TRUE;
     case WM_ENDSESSION:
       if (wparam) form_.CloseRequested(ui::CloseReason::SystemShutdown);
@@ -191,13 +191,13 @@ LRESULT FormShell::Activated(WPARAM wparam, LPARAM lparam) {
 }
 
 void FormShell::LimitSize(MINMAXINFO& limits) const {
-  // The program may make a window as small or large as it likes.
+  // The program may set any size.
   if (program_moves_) {
     limits.ptMinTrackSize = {1, 1};
     limits.ptMaxTrackSize = {SHRT_MAX, SHRT_MAX};
     return;
   }
-  // On a small screen the user scrolls what is too large for it.
+  // On a screen smaller than the content, the user can scroll.
   const ui::Extent minimum = OuterMinimum(), screen = WorkAreaAround(handle());
   limits.ptMinTrackSize = {std::min(minimum.width, screen.width), std::min(minimum.height, screen.height)};
 }
@@ -225,7 +225,7 @@ void FormShell::Refit(int dpi, RECT place) {
   const ui::Extent room = controls_.room(), former = controls_.Minimum();
   controls_.TakeTheme(ui_thread().ThemeFor(dpi));
   const ui::Extent minimum = OuterMinimum(), screen = WorkAreaAround(handle());
-  // Fonts do not grow in proportion: a side that cut nothing, and was as short as that allows, does so again.
+  // Fonts do not scale in proportion: a side at its minimum stays there, and none starts to cut.
   const auto fit = [](LONG from, LONG& to, int had, int needed, int needs) {
     if (had >= needed) to = from + (had == needed ? needs : std::max<LONG>(needs, to - from));
   };
@@ -234,7 +234,7 @@ void FormShell::Refit(int dpi, RECT place) {
     fit(place.top, place.bottom, room.height, former.height, std::min(minimum.height, screen.height));
   }
   if (!IsIconic(handle())) {
-    // If the program moves the window to another screen, the window gets the size that the program says.
+    // If the program moves the window to another screen, the program sets its size.
     if (!program_moves_) {
       const platform::Raised moves(program_moves_);
       MoveTo(handle(), place);
@@ -249,7 +249,7 @@ void FormShell::RedrawLater() {
   RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
-/// Most controls hear of it from their parents alone.
+/// Passes the message on, as most controls get it only from their parents.
 void FormShell::SystemChanged(UINT message, WPARAM wparam, LPARAM lparam) {
   controls_.HandOn(message, wparam, lparam);
   const int dpi = theme().dpi();
@@ -273,7 +273,7 @@ void FormShell::TellBounds() {
                     (actual.bottom - actual.top) * scale);
 }
 
-/// The texts outside of fields can be copied as well, also without the mouse.
+/// Offers to copy the texts outside of fields, also by keyboard.
 bool FormShell::OfferDataTexts(LPARAM where) const {
   POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
   RECT client;
@@ -282,7 +282,7 @@ bool FormShell::OfferDataTexts(LPARAM where) const {
   return inside && OfferToCopy(handle(), where, ui::DataTexts(form_.layout()));
 }
 
-/// Controls ask their window before they show a pointer of their own.
+/// Controls ask their parent before they show their own pointer.
 bool FormShell::ShowHourglass(LPARAM lparam) const {
   if (!ui_thread().hourglass || LOWORD(lparam) != HTCLIENT) return false;
   SetCursor(LoadCursorW(nullptr, IDC_WAIT));

@@ -9,17 +9,17 @@
 
 namespace windows {
 
-/// The top-level window of a form. The form's bounds are twips and stay as they were written; the window
-/// is on the nearest whole pixels, and reports to the form only what the user or the system made of it.
+/// The top-level window of a form. The form keeps its bounds in twips exactly; the window uses the nearest
+/// whole pixels, and reports only changes by the user or the system.
 ///
-/// Owned by the ui_thread, which outlives the form's hold on it (see there how a window goes).
+/// Owned by the UiThread, which outlives the form's hold on it and describes how a window is destroyed.
 class FormShell final : public Surface {
  public:
   FormShell(UiThread& ui_thread, ui::Form& form);
   ~FormShell() override;
 
   void Create();
-  /// The form lets go of its window.
+  /// The form releases its window.
   void Close();
   bool closed() const { return controls_.closed(); }
 
@@ -40,15 +40,14 @@ class FormShell final : public Surface {
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
-  /// The pixels on which the form's bounds lie.
+  /// The form's bounds in pixels.
   RECT FormBounds() const;
   ui::Extent OuterMinimum() const;
   void LimitSize(MINMAXINFO& limits) const;
   void TellBounds();
   void Sized(WPARAM how);
   void ArrangeInside();
-  /// Shows everything at a resolution, with the system's font as it is now, in a window that goes to this
-  /// place.
+  /// Shows everything at a resolution, with the system's current font, in a window that moves to this place.
   void Refit(int dpi, RECT place);
   void RedrawLater();
   void SystemChanged(UINT message, WPARAM wparam, LPARAM lparam);
@@ -63,7 +62,7 @@ class FormShell final : public Surface {
   WindowIcons icons_;
 };
 
-/// What the form holds of its window; letting it go closes the window.
+/// A form's hold on its window; destroying it closes the window.
 class FormWindowPeer final : public ui::FormWindow {
  public:
   explicit FormWindowPeer(FormShell& shell) : shell_(shell) {}

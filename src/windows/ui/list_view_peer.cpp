@@ -15,8 +15,8 @@
 namespace windows {
 namespace {
 
-/// A report list that asks the control for the rows it shows, so that a long list costs no more than a short
-/// one. Each column is as wide as the widest text that it has held since it was empty.
+/// A report list that asks the control for the rows it shows, so that long lists cost no more than short
+/// ones. Each column is as wide as its widest text since the list was last empty.
 class ListViewPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -71,16 +71,16 @@ class ListViewPeer final : public NativePeer {
         break;
       }
       case WM_SYSCOLORCHANGE: {
-        // Not every system's list takes a new background by itself.
+        // Some systems' lists do not take a new background themselves.
         const LRESULT result = NativePeer::Handle(message, wparam, lparam);
         Send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
         return result;
       }
-      case WM_CHAR:  // of the keys above; letters look for a row
+      case WM_CHAR:  // from the keys above; letters find a row
         if (wparam < L' ') return 0;
         break;
       case WM_CONTEXTMENU:
-        // The menu of the column headers would be another one.
+        // Not for the column headers.
         if (reinterpret_cast<HWND>(wparam) == handle()) return OfferMenu(lparam), 0;
         break;
       default:
@@ -125,7 +125,7 @@ class ListViewPeer final : public NativePeer {
     for (const ui::ImageList::Image& image : list().small_icons->Images())
       pictures.push_back(image.picture == ui::ImageList::Picture::GreenMark ? Picture::GreenMark
                                                                             : Picture::RedMark);
-    // The list view destroys the last one with itself.
+    // The list view destroys its last image list itself.
     const HIMAGELIST images = DrawPictures(pictures, theme().Scaled(16)).release();
     const OwnedImages former(
         reinterpret_cast<HIMAGELIST>(Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images))));
@@ -168,14 +168,14 @@ class ListViewPeer final : public NativePeer {
     }
   }
 
-  /// `room` is what the text does not take of the column, for 96 dots per inch.
+  /// `room` is the part of the column's width that is not text, at 96 dots per inch.
   void Widen(std::size_t column, const std::wstring& text, int room) {
     if (theme().TextSize(text).width + theme().Scaled(room) <= columns_[column].width) return;
     columns_[column] = {0, text, room};
     Fit(column);
   }
 
-  /// Measures the widest text alone: there may be a million others.
+  /// Measures only the widest text, as there may be a million rows.
   void Fit(std::size_t column) {
     auto& [width, widest, room] = columns_[column];
     width = theme().TextSize(widest).width + theme().Scaled(room);
@@ -189,7 +189,7 @@ class ListViewPeer final : public NativePeer {
   };
   std::size_t rows_measured_ = 0;
   std::vector<Column> columns_;
-  std::vector<std::wstring> answered_;  // the texts last handed to the system, a column each
+  std::vector<std::wstring> answered_;  // the texts last passed to the system, one per column
 };
 
 }  // namespace

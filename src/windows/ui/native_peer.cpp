@@ -9,8 +9,8 @@
 namespace windows {
 namespace {
 
-// The system's own ways, window properties and SetWindowSubclass, look things up for each message, which
-// under Wine costs more than most messages do.
+// Faster than window properties and SetWindowSubclass, whose look-up for each message costs more under Wine
+// than most messages do.
 std::unordered_map<HWND, NativePeer*>& Peers() {
   static std::unordered_map<HWND, NativePeer*> peers;
   return peers;
@@ -30,7 +30,6 @@ bool TakesFocus(const ui::Control& control) {
   }
 }
 
-/// The size does not follow from the text.
 bool FixedInSize(const ui::Control& control) {
   return control.kind() == ui::Control::Kind::TextField || control.kind() == ui::Control::Kind::ChoiceList;
 }
@@ -75,7 +74,7 @@ void NativePeer::Create(const wchar_t* window_class, const std::wstring& text, D
                             host_.ui_thread().instance(), nullptr);
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
-                          "No window can be made for the control " + control_->name() + ".");
+                          "No window can be created for the control " + control_->name() + ".");
   Peers()[handle_] = this;
   class_procedure_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
@@ -91,7 +90,7 @@ void NativePeer::Make() {
 }
 
 void NativePeer::TakeTheme() {
-  place_ = {};  // a place that is the same means something else now
+  place_ = {};  // the same place has another meaning now
   Measure();
   if (handle_) Rescale();
 }
@@ -160,11 +159,11 @@ HBRUSH NativePeer::Colors(HDC dc) {
 
 LRESULT CALLBACK NativePeer::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
   NativePeer* const found = Of(window);
-  // A procedure above this one may pass on what comes after the last message.
+  // A procedure above this one may pass on later messages.
   if (!found) return DefWindowProcW(window, message, wparam, lparam);
   NativePeer& peer = *found;
   if (message == WM_NCDESTROY) {
-    // Messages may follow this one, of which the peer hears nothing any more.
+    // The peer must not get messages after this one.
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(peer.class_procedure_));
     Peers().erase(window);
     peer.handle_ = nullptr;
@@ -204,7 +203,7 @@ LRESULT NativePeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_KEYDOWN:
       if (host_.NavigationKey(wparam)) return 0;
       break;
-    case WM_CHAR:  // of the keys by which one gets around
+    case WM_CHAR:  // from the navigation keys
       if (wparam == VK_TAB || wparam == VK_RETURN || wparam == VK_ESCAPE) return 0;
       break;
     case WM_SYSKEYDOWN:

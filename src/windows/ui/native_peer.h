@@ -13,44 +13,44 @@ namespace windows {
 class NativePeer;
 class Surface;
 
-/// What a control's window needs from the window around it.
+/// The interface of a form's window to its controls' windows.
 class PeerHost {
  public:
   virtual ~PeerHost() = default;
   virtual UiThread& ui_thread() const = 0;
-  /// Fonts and measures of the window; another one after a change of resolution or font.
+  /// Fonts and measures of the window; replaced after a change of resolution or font.
   virtual const Theme& theme() const = 0;
-  /// The form has closed; neither it nor its controls may be touched.
+  /// The form has closed; neither the form nor its controls may be used.
   virtual bool closed() const = 0;
 
   virtual void Arrived(NativePeer& peer) = 0;
-  /// A mouse press on a control: moves the focus to it first. False when that brought up a message or moved
-  /// the focus elsewhere, so that the press does nothing.
+  /// A mouse press on a control: moves the focus to it first. False if this showed a message or moved the
+  /// focus elsewhere, so that the press must have no effect.
   virtual bool PressMayGoOn(NativePeer& peer) = 0;
   virtual void TakeFocus(NativePeer& peer) = 0;
   /// The control cannot keep the focus.
   virtual void MoveOn(NativePeer& peer) = 0;
 
-  /// Keys by which the user gets around in the window. True when the key has been used.
+  /// Handles a navigation key. True if it was used.
   virtual bool NavigationKey(WPARAM key) = 0;
   virtual bool AcceleratorKey(char32_t letter) = 0;
   virtual void ShowKeyboardCues() = 0;
 
   virtual void Selected(ui::OptionButton& option) = 0;
   virtual void ShowToolTip(NativePeer& peer) = 0;
-  /// A text may have outgrown its control.
+  /// A text may no longer fit its control.
   virtual void Relayout() = 0;
   /// A page comes to the front; the controls on it need their windows now.
   virtual void PageAppears(Surface& page) = 0;
-  /// The control needs its window, though nobody looks at it yet.
+  /// The control needs its window although it is not visible yet.
   virtual void NeedWindow(NativePeer& peer) = 0;
 };
 
-/// Shows one portable control in a window of the system, and reports to the control what the user does. One
-/// class for each kind of control derives from it; none holds a rule of the program.
+/// Shows one portable control in a system window and reports the user's actions to it. Each kind of control
+/// has its own derived class; none contains rules of the program.
 ///
-/// The window is made when it is first looked at. Until then the peer knows the control's size and
-/// place, and what changes waits in the control.
+/// The window is created when it is first shown. Until then the peer knows only size and place; all other
+/// state is in the control.
 ///
 /// Owned by the form's shell, which destroys the window first.
 class NativePeer : public ui::ControlPeer {
@@ -63,25 +63,25 @@ class NativePeer : public ui::ControlPeer {
   /// The peer of a control's window; null for other windows.
   static NativePeer* Of(HWND window);
 
-  /// Makes the window, once, and shows in it what the control holds.
+  /// Creates the window, if necessary, and shows the control's state in it.
   void Make();
-  /// Null before the window is made.
+  /// Null before the window is created.
   HWND handle() const { return handle_; }
   Surface& parent() const { return parent_; }
   ui::Control& control() const { return *control_; }
-  /// The control exists, and its form is open.
+  /// The control exists and its form is open.
   bool alive() const { return control_ && !host_.closed(); }
   void Detach();
 
-  /// The color of what lies behind the control.
+  /// The colour behind the control.
   void StandOn(int system_color) { backdrop_ = system_color; }
 
-  /// Takes over the window's theme; at first, and when the theme has become another one. Place comes next.
+  /// Uses the window's theme, initially and after it was replaced. A call of Place follows.
   void TakeTheme();
   virtual ui::Extent PreferredSize() const = 0;
   /// What surrounds the content of a frame or a page.
   virtual ui::Insets Insets() const { return {}; }
-  /// The rectangle is in the form's client area; the batch, of the parent's children, moves many at once.
+  /// The rectangle is in the form's client area. The batch moves several children of one parent at once.
   void Place(const ui::Rectangle& rectangle, HDWP& batch);
   const ui::Rectangle& place() const { return place_; }
 
@@ -93,45 +93,44 @@ class NativePeer : public ui::ControlPeer {
     return reinterpret_cast<std::uintptr_t>(handle_);
   }
 
-  // What the parent hands on.
+  // Messages that the parent passes on.
   virtual void Command(WORD) {}
   virtual LRESULT Notify(NMHDR&) { return 0; }
   virtual void Draw(const DRAWITEMSTRUCT&) {}
   virtual HBRUSH Colors(HDC dc);
 
-  /// The focus has come from another control of the window.
+  /// The focus has moved here from another control of the window.
   virtual void Prepare() {}
-  /// A key for a window inside the control's own, which does not pass on those by which one gets around. True
-  /// when it has been used.
+  /// A key for a child of the control's window that does not pass on navigation keys. True if it was used.
   virtual bool UseKey(MSG&) { return false; }
-  /// Acts as if pressed; for accelerators and the keys of the default buttons.
+  /// Acts like a press of the button, for accelerators and default keys.
   virtual void Press() {}
 
  protected:
   virtual void MakeWindow() = 0;
   void Create(const wchar_t* window_class, const std::wstring& text, DWORD style, DWORD extended_style = 0);
-  /// Finds out by the theme what PreferredSize needs beside it.
+  /// Measures with the theme what PreferredSize needs.
   virtual void Measure() {}
-  /// Gives the window what follows from the theme alone.
+  /// Updates what depends only on the theme.
   virtual void Rescale();
-  /// Gives the window what follows from its place, and from the theme with it.
+  /// Updates what depends on the place, or on place and theme.
   virtual void OnPlaced() {}
-  /// Shows what has changed in the window.
+  /// Shows a changed part of the control in the window.
   virtual void Show(ui::Aspect aspect);
   virtual LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam);
-  /// For what changes often: calls CatchUp now if the window can be seen, and otherwise, as on another page,
-  /// before the window gets its next message: to paint, for example, or to return its text.
+  /// For frequent changes: calls CatchUp now if the window is visible, or otherwise before the window handles
+  /// its next message, such as one to paint or to return its text.
   void CatchUpWhenSeen();
   virtual void CatchUp() {}
-  /// The window is about to go with its content; the control may be gone already.
+  /// The window is about to be destroyed with its content; the control may no longer exist.
   virtual void Destroying() {}
   LRESULT Default(UINT message, WPARAM wparam, LPARAM lparam);
-  /// For a key that is not for the control: with Alt the system has to hear of it all the same, or it takes
-  /// Alt for pressed alone and brings up the window's menu.
+  /// The result for a key that the control does not handle. The system must still get Alt combinations;
+  /// otherwise it treats Alt as pressed alone and activates the window's menu.
   LRESULT TakenKey(UINT message, WPARAM wparam, LPARAM lparam) const;
   LRESULT Send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
   virtual Theme::Weight weight() const { return Theme::Weight::Normal; }
-  /// The colour of text on a background: the normal one, or the control's mark.
+  /// The text colour on a background: the normal one, or the control's mark.
   COLORREF TextColor(int background) const;
   std::wstring WindowText() const;
 
@@ -140,7 +139,7 @@ class NativePeer : public ui::ControlPeer {
   int backdrop() const { return backdrop_; }
 
  private:
-  /// The control may need another place in the window.
+  /// The control may need another place or size.
   bool Outgrown(ui::Aspect aspect) const;
   POINT Position() const;
   void CatchUpNow();
@@ -156,7 +155,7 @@ class NativePeer : public ui::ControlPeer {
   ui::Rectangle place_;
 };
 
-/// The platform's KeyState bits of the keys held down now.
+/// The KeyState bits of the keys held down now.
 int HeldKeys();
 
 }  // namespace windows

@@ -13,7 +13,7 @@
 namespace windows {
 namespace {
 
-// Shapes are predicates on the unit square, the origin at the top left.
+// Shapes are predicates on the unit square, with the origin at the top left.
 using Shape = bool (*)(double x, double y);
 struct Layer {
   std::uint32_t color;  // 0xRRGGBB
@@ -41,7 +41,7 @@ bool QuestionMark(double x, double y) {
          InDisc(x, y, 0.5, 0.735, 0.062);
 }
 
-/// In sixteenths: the edges of the list are on whole pixels at the usual resolution.
+/// In sixteenths, so that the edges are on whole pixels at the usual resolution.
 bool InBox(double x, double y, double left, double top, double right, double bottom) {
   return 16 * x >= left && 16 * x <= right && 16 * y >= top && 16 * y <= bottom;
 }
@@ -72,7 +72,7 @@ constexpr Layer kList[] = {
     {kGrey, Sheet}, {kWhite, Paper}, {kGrey, Lines}, {kGreen, GreenBullets}, {kRed, RedBullet}};
 constexpr Layer kGreenMark[] = {{kGreen, Mark}, {kWhite, Tick}};
 constexpr Layer kRedMark[] = {{kRed, Mark}, {kWhite, Cross}};
-// The rim shows on dark backgrounds.
+// The rim is visible on dark backgrounds.
 constexpr Layer kEdit[] = {{kWhite, Rim}, {kRed, Dot}};
 
 std::span<const Layer> LayersOf(Picture picture) {
@@ -93,7 +93,7 @@ std::span<const Layer> LayersOf(Picture picture) {
   return {};
 }
 
-/// The colour of one pixel, 0xAARRGGBB, from samples spread over it.
+/// The colour of one pixel, 0xAARRGGBB, averaged over samples.
 std::uint32_t PixelAt(std::span<const Layer> layers, int column, int row, int size) {
   constexpr int kSamples = 6;
   int covered = 0, red = 0, green = 0, blue = 0;
@@ -115,7 +115,7 @@ std::uint32_t PixelAt(std::span<const Layer> layers, int column, int row, int si
   return alpha << 24 | channel(red) << 16 | channel(green) << 8 | channel(blue);
 }
 
-/// Red, green and blue times opacity, and opacity; all from 0 to 255.
+/// Red, green and blue multiplied by opacity, and opacity; all from 0 to 255.
 struct Color {
   double blue = 0, green = 0, red = 0, opacity = 0;
 
@@ -132,7 +132,7 @@ struct Color {
   }
 };
 
-/// Calls with each source index that one of `count` equal parts of the range touches, and how much of it.
+/// Calls `take` with each source index that this one of `count` equal parts touches, and the covered share.
 template <class Take>
 void ForEachIn(int part, int count, int range, Take take) {
   const double begin = static_cast<double>(part) * range / count;
@@ -141,8 +141,8 @@ void ForEachIn(int part, int count, int range, Take take) {
     take(index, (std::min(end, index + 1.0) - std::max(begin, static_cast<double>(index))) * count / range);
 }
 
-/// The bitmap at another size, for AlphaBlend. Every pixel is the mean of what it covers, so that edges which
-/// fall on whole pixels stay sharp. Null if there is no such bitmap with 32 bits a pixel.
+/// The bitmap at another size, for AlphaBlend. Each pixel is the mean of the area it covers, so edges on
+/// whole pixels stay sharp. Null if there is no such 32-bit bitmap.
 OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
   const OwnedBitmap source(static_cast<HBITMAP>(
       LoadImageW(instance, MAKEINTRESOURCEW(resource), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
@@ -155,7 +155,7 @@ OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
   if (!scaled) return {};
   const auto* pixels = static_cast<const std::uint32_t*>(from.dsBm.bmBits);
   auto* pixel = static_cast<std::uint32_t*>(bits);
-  for (int row = 0; row < size.height; ++row)  // both have their bottom row first
+  for (int row = 0; row < size.height; ++row)  // both start with the bottom row
     for (int column = 0; column < size.width; ++column) {
       Color color;
       ForEachIn(row, size.height, from.dsBm.bmHeight, [&](int y, double height) {
@@ -167,8 +167,8 @@ OwnedBitmap LoadScaled(HINSTANCE instance, int resource, ui::Extent size) {
   return scaled;
 }
 
-/// A bitmap on the window's background, which shows through where the bitmap is transparent. A program
-/// without the bitmap shows nothing in its place.
+/// A bitmap on the window's background, which is visible where the bitmap is transparent. Without the bitmap
+/// it shows only the background.
 class PicturePeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -215,8 +215,8 @@ OwnedIcon DrawPicture(Picture picture, int size) {
   info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   void* bits = nullptr;
   const OwnedBitmap colors(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  // Rows of a mask are whole words; all zero shows the colours everywhere. If all colours are
-  // transparent, Windows takes them for opaque and only the mask hides them.
+  // Rows of a mask are whole words; all zero shows the colours everywhere. If all colours are transparent,
+  // Windows treats them as opaque and only the mask hides them.
   const std::vector<BYTE> hidden(static_cast<std::size_t>((size + 15) / 16 * 2 * size),
                                  picture == Picture::Blank ? 0xFF : 0);
   const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, hidden.data()));

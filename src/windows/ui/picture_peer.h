@@ -7,11 +7,10 @@
 
 namespace windows {
 
-/// The small pictures of the program. They are described as shapes and drawn for the size asked for, with
-/// smooth edges.
+/// The small pictures of the program, described as shapes and drawn at any size with smooth edges.
 enum class Picture { Help, List, GreenMark, RedMark, Edit, Blank };
 
-/// The size is the edge of the square, in pixels.
+/// `size` is the edge of the square, in pixels.
 OwnedIcon DrawPicture(Picture picture, int size);
 /// An image list of these pictures, in this order.
 OwnedImages DrawPictures(std::span<const Picture> pictures, int size);

@@ -12,7 +12,7 @@
 namespace windows {
 namespace {
 
-/// The clipboard for as long as this lives. Another program may have it open for a moment.
+/// The open clipboard. Another program may have it open for a moment, so it tries again.
 class Opened {
  public:
   explicit Opened(HWND owner) {
@@ -48,7 +48,7 @@ struct MenuDestroy {
 };
 using OwnedMenu = std::unique_ptr<std::remove_pointer_t<HMENU>, MenuDestroy>;
 
-/// Shows "&" as such, and cuts what would make the menu too wide.
+/// Shows "&" literally and shortens a text that would make the menu too wide.
 std::wstring MenuText(std::wstring text) {
   constexpr std::size_t kLongest = 80;
   if (text.size() > kLongest) text.replace(kLongest, std::wstring::npos, L"\x2026");
@@ -76,7 +76,7 @@ std::wstring ClipboardText(HWND owner) {
 }
 
 void PutOnClipboard(const std::wstring& text) {
-  // A clipboard without an owner takes no data.
+  // A clipboard without an owner accepts no data.
   const HWND owner = GetActiveWindow() ? GetActiveWindow() : GetDesktopWindow();
   const Opened clipboard(owner);
   if (clipboard && EmptyClipboard()) {
@@ -96,7 +96,7 @@ std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::
     AppendMenuW(menu.get(), kind | state, i + 1, items[i].caption.c_str());
   }
   POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
-  if (where == -1) {  // by the keyboard
+  if (where == -1) {  // by keyboard
     RECT place;
     GetWindowRect(window, &place);
     at = {place.left, place.top};
@@ -117,12 +117,12 @@ bool OfferToCopy(HWND window, LPARAM where, const std::vector<std::string>& text
 
 bool HtmlHelp::ShowContext(const std::wstring& file, DWORD context) {
   if (!call_) {
-    // Never freed: the viewer's windows run its code until the program ends.
+    // Never unloaded: the viewer's windows run its code until the program ends.
     const HMODULE viewer = LoadLibraryW(L"hhctrl.ocx");
     if (viewer)
       call_ = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpW")));
   }
-  // Some viewers ask the user for a file that is not there.
+  // Some viewers ask the user for a missing file.
   if (!call_ || GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES) return false;
   return call_(nullptr, file.c_str(), context == 0 ? kDisplayTopic : kHelpContext, context) != nullptr;
 }

@@ -15,10 +15,10 @@
 namespace windows {
 namespace {
 
-/// In digits: a longer caption of a field takes two lines.
+/// In digits. A longer field caption takes two lines.
 constexpr int kLongestLine = 24;
 
-/// What a control answers that draws all of itself; nothing to messages that have nothing to do with that.
+/// The answers of a control that paints itself completely; nothing for messages unrelated to painting.
 template <class Paint>
 std::optional<LRESULT> DrawnBy(Paint paint, HWND window, UINT message, WPARAM wparam) {
   switch (message) {
@@ -38,8 +38,8 @@ std::optional<LRESULT> DrawnBy(Paint paint, HWND window, UINT message, WPARAM wp
   }
 }
 
-/// A caption, or a text from the network. The latter is drawn here if it has room for some lines, so that one
-/// that is too long keeps its end.
+/// A caption, or a text from the network. The latter is painted here if it has room for several lines, so
+/// that a long text keeps its end.
 class LabelPeer final : public NativePeer {
  public:
   LabelPeer(PeerHost& host, Surface& parent, ui::Control& label)
@@ -52,7 +52,7 @@ class LabelPeer final : public NativePeer {
     if (caption && size.width > kLongestLine * theme().DigitWidth())
       size = theme().WrappedSize(text, weight(), size.width * 2 / 3, true);
     if (label().columns > 0) size.width = label().columns * theme().DigitWidth();
-    // What a device reports may be of any length and must not make the window grow.
+    // Texts from the device can have any length and must not make the window grow.
     if (label().shows_data && label().columns == 0) size.width = first_width_;
     if (label().lines > 1) size.height = label().lines * theme().TextHeight();
     return size;
@@ -60,7 +60,7 @@ class LabelPeer final : public NativePeer {
 
  protected:
   void MakeWindow() override {
-    // A text that ends in an ellipsis has one line. SS_NOTIFY lets the mouse find it, for a tooltip.
+    // A label that ends in an ellipsis has one line. SS_NOTIFY lets the mouse find it, for a tooltip.
     const bool data = (label().shows_data || label().columns > 0) && label().lines == 1;
     Create(L"STATIC", ToWide(label().Text()),
            static_cast<DWORD>(SS_LEFT | (data ? SS_ENDELLIPSIS : 0) |
@@ -68,7 +68,7 @@ class LabelPeer final : public NativePeer {
   }
 
   void Measure() override { first_width_ = theme().TextSize(first_text_, weight()).width; }
-  /// The system keeps what stood there when a label only grows.
+  /// Otherwise the system keeps the old pixels of a label that only grows.
   void OnPlaced() override { InvalidateRect(handle(), nullptr, TRUE); }
 
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override {
@@ -91,7 +91,7 @@ class LabelPeer final : public NativePeer {
     const std::wstring text = theme().ShortenedTo(ToWide(label().Text()), weight(), room);
     const Selected font(dc, theme().Font(weight()));
     SetBkMode(dc, TRANSPARENT);
-    // A single line is close to what is below.
+    // A single line is at the bottom, close to the next control.
     area.top = std::max(0L, area.bottom - theme().WrappedSize(text, weight(), room.width).height);
     DrawTextW(dc, text.c_str(), -1, &area, DT_WORDBREAK | DT_NOPREFIX);
   }
@@ -106,7 +106,7 @@ class LabelPeer final : public NativePeer {
   int first_width_ = 0;
 };
 
-/// A frame: on a page a thin border with a bold caption; inside another frame a caption and a line.
+/// A frame: on a page a thin border with a bold caption; in another frame a caption and a line.
 class FramePeer final : public NativePeer {
  public:
   FramePeer(PeerHost& host, Surface& parent, ui::Control& frame, bool nested)
@@ -159,7 +159,7 @@ class FramePeer final : public NativePeer {
     const OwnedPen pen(CreatePen(PS_SOLID, std::max(1, theme().dpi() / 96), Quiet(backdrop(), 22)));
     const Selected in_pen(dc, pen.get());
     const Selected in_brush(dc, GetStockObject(NULL_BRUSH));
-    const int middle = theme().TextHeight() / 2;  // of the caption, also if there is none
+    const int middle = theme().TextHeight() / 2;  // of the caption, even without one
     if (nested_) {
       MoveToEx(dc, area.left, middle, nullptr);
       LineTo(dc, area.right, middle);
@@ -198,7 +198,7 @@ class StatusBarPeer final : public NativePeer {
     }
     right_edges.push_back(-1);
     Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
-    shown_.clear();  // what was sent before there were parts is lost
+    shown_.clear();  // texts sent before the parts were set are lost
     ShowTexts();
   }
 
@@ -209,7 +209,7 @@ class StatusBarPeer final : public NativePeer {
       NativePeer::Show(aspect);
   }
 
-  /// Programs that read the bar get the whole texts.
+  /// Programs that read the bar get the full texts.
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override {
     if ((message != SB_GETTEXTW && message != SB_GETTEXTLENGTHW) || wparam >= bar().Panels().size())
       return NativePeer::Handle(message, wparam, lparam);
@@ -222,7 +222,7 @@ class StatusBarPeer final : public NativePeer {
  private:
   ui::StatusBar& bar() const { return static_cast<ui::StatusBar&>(control()); }
 
-  /// Texts that do not fit are shortened; the tooltip has them in full.
+  /// Shortens texts that do not fit; the tooltip has the full texts.
   void ShowTexts() {
     const std::vector<std::string>& panels = bar().Panels();
     std::string cut;
@@ -242,11 +242,11 @@ class StatusBarPeer final : public NativePeer {
     control().SetToolTip(cut);
   }
 
-  /// The place of the text of a part.
+  /// The rectangle for the text of a part.
   RECT RoomOf(std::size_t part) const {
     RECT room{};
     Send(SB_GETRECT, part, reinterpret_cast<LPARAM>(&room));
-    // The last part reaches to the edge; its rectangle is right only after the bar has been moved.
+    // The last part extends to the edge; its rectangle is correct only after the bar has moved.
     if (part + 1 == bar().Panels().size())
       room.right = place().width - (grip_ ? SystemMetric(SM_CXVSCROLL, handle()) : 0);
     InflateRect(&room, -theme().Scaled(3), -1);
@@ -257,18 +257,18 @@ class StatusBarPeer final : public NativePeer {
   std::vector<std::wstring> shown_;
 };
 
-/// A plain area; an animation becomes its child.
+/// A plain area, the parent of an animation.
 class AnimationHostPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
-  // A little more than the clip, which is drawn for some resolutions.
+  // Slightly larger than the clip.
   ui::Extent PreferredSize() const override { return {theme().Scaled(320), theme().Scaled(80)}; }
 
  protected:
   void MakeWindow() override { Create(L"STATIC", L"", SS_LEFT); }
 
   LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override {
-    // The animation asks for the background it is to be transparent on.
+    // The animation asks for the background behind its transparent parts.
     if (message == WM_CTLCOLORSTATIC) return reinterpret_cast<LRESULT>(Colors(reinterpret_cast<HDC>(wparam)));
     if (message == WM_SIZE)
       if (const HWND animation = GetWindow(handle(), GW_CHILD))

@@ -79,7 +79,7 @@ bool ScrollBars::RevealSpan(HWND window, int bar, int from, int to) {
   const Axis& axis = axes_[static_cast<std::size_t>(bar)];
   if (axis.page >= axis.content) return false;
   if (from < 0) return MoveTo(window, bar, axis.position + from);
-  // Of what is longer than the window its beginning.
+  // For a place longer than the window, show its beginning.
   return to > axis.page && MoveTo(window, bar, axis.position + std::min(from, to - axis.page));
 }
 
@@ -123,7 +123,7 @@ void Surface::Create(const wchar_t* caption, DWORD style, DWORD extended_style, 
                   parent, nullptr, ui_thread_.instance(), this);
   if (!handle_)
     throw platform::Error(static_cast<std::int32_t>(GetLastError()), "Windows",
-                          "No window can be made; is there a display?");
+                          "No window can be created; is there a display?");
 }
 
 void Surface::Destroy() {

@@ -12,18 +12,18 @@ namespace windows {
 /// The scroll bars of a window that is smaller than its content. Sizes and places are in pixels.
 class ScrollBars {
  public:
-  /// Shows the bars that content of this size needs; `room` is the client area of the window without bars,
-  /// `line` how far an arrow or a part of a wheel's turn moves the content.
+  /// Shows the bars that content of this size needs. `room` is the client area without bars, `line` the step
+  /// of an arrow or of a third of a wheel notch.
   void Fit(HWND window, ui::Extent content, ui::Extent room, int line);
 
-  /// How far the content is moved to the left and up.
+  /// How far the content has moved left and up.
   POINT position() const { return {axes_[SB_HORZ].position, axes_[SB_VERT].position}; }
 
-  // These move the content; true when it has moved.
-  /// As WM_HSCROLL and WM_VSCROLL ask for: the bar is SB_HORZ or SB_VERT.
+  // These move the content and return true if it has moved.
+  /// Handles WM_HSCROLL and WM_VSCROLL; the bar is SB_HORZ or SB_VERT.
   bool Request(HWND window, int bar, WORD request);
   bool Turn(HWND window, int wheel_delta);
-  /// As far as needed to show a place of the client area.
+  /// Scrolls as far as needed to show a place of the client area.
   bool Reveal(HWND window, const ui::Rectangle& place);
 
  private:
@@ -40,7 +40,7 @@ class ScrollBars {
   std::array<Axis, 2> axes_;
 };
 
-/// The icons of a window at its resolution, of another size than those of its class.
+/// The icons of a window at its resolution, if it differs from that of its class's icons.
 class WindowIcons {
  public:
   void Take(HWND window, HINSTANCE instance);
@@ -51,8 +51,8 @@ class WindowIcons {
 
 class NativePeer;
 
-/// A window of our own class that carries controls: the form itself, a tab page, the area of an animation. It
-/// fills its background with a system colour and hands what its controls tell to their peers.
+/// A window of our own class that contains controls: a form, a tab page, or the area of an animation. It
+/// fills its background with a system colour and passes its controls' notifications to their peers.
 class Surface {
  public:
   Surface(UiThread& ui_thread, int system_color) : ui_thread_(ui_thread), color_(system_color) {}
@@ -60,14 +60,14 @@ class Surface {
   Surface(const Surface&) = delete;
   Surface& operator=(const Surface&) = delete;
 
-  /// Raises an error if no window can be made, for example without a display.
+  /// Throws if no window can be created, for example without a display.
   void Create(const wchar_t* caption, DWORD style, DWORD extended_style, HWND parent);
 
   HWND handle() const { return handle_; }
   UiThread& ui_thread() const { return ui_thread_; }
   int color() const { return color_; }
 
-  /// The surface's place in the client area of the form.
+  /// The position of the surface in the client area of the form.
   POINT origin{};
 
  protected:

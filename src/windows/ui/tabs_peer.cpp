@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kPageColor = COLOR_WINDOW;
 
-// A tab without a mark has a blank image, so that tabs do not move when a mark appears.
+// Unmarked tabs have a blank image, so that tabs do not move when a mark appears.
 constexpr std::array kImages = {Picture::Blank, Picture::Edit};
 
 }  // namespace
@@ -38,11 +38,11 @@ void TabsPeer::MakeWindow() {
 TabsPeer::~TabsPeer() = default;
 
 void TabsPeer::Rescale() {
-  // The padding has no effect before the control hears of its font.
+  // The padding takes effect only when the font is set.
   Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(5), theme().Scaled(4)));
   OwnedImages images = DrawPictures(kImages, theme().Scaled(8));
   Send(TCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
-  images_ = std::move(images);  // only now nobody shows the former one
+  images_ = std::move(images);  // frees the previous images, which are no longer shown
   NativePeer::Rescale();
 }
 
@@ -85,7 +85,7 @@ void TabsPeer::ShowMarks() const {
     TCITEMW item{};
     item.mask = TCIF_IMAGE;
     Send(TCM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
-    // The control lays out all its tabs again for each one that is set.
+    // The control lays out all its tabs for each changed item.
     if (std::exchange(item.iImage, image) != image)
       Send(TCM_SETITEMW, index, reinterpret_cast<LPARAM>(&item));
   }
@@ -101,7 +101,7 @@ void TabsPeer::ShowPage() {
   ShowWindow(pages_.at(front)->handle(), SW_SHOWNA);
   for (std::size_t index = 0; index < pages_.size(); ++index) {
     if (index == front) continue;
-    // The focus may not stay on a page that goes out of sight.
+    // The focus must not stay on a hidden page.
     if (focus && IsChild(pages_[index]->handle(), focus)) ::SetFocus(handle());
     ShowWindow(pages_[index]->handle(), SW_HIDE);
   }

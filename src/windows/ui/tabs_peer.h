@@ -8,8 +8,7 @@
 
 namespace windows {
 
-/// A tab control with one window for each page, of which one is shown. The content of a page is made when the
-/// page is first shown.
+/// A tab control with one window per page. The content of a page is created when the page is first shown.
 class TabsPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;

@@ -15,11 +15,11 @@
 namespace windows {
 namespace {
 
-constexpr WPARAM kSelectAll = 1;  // Ctrl+A, as a character
+constexpr WPARAM kSelectAll = 1;  // the character of Ctrl+A
 constexpr WPARAM kFirstPrintable = 0x20;
 
-/// A one-line EDIT. Every way of entering text - typing, pasting, the context menu - goes through the field's
-/// key filter, and every change is reported to the field.
+/// A one-line EDIT. All text input (typing, pasting, the context menu) passes the field's key filter, and
+/// every change is reported to the field.
 class TextFieldPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -31,7 +31,7 @@ class TextFieldPeer final : public NativePeer {
 
   void Command(WORD notification) override {
     if (notification != EN_CHANGE || telling_) return;
-    // Some systems tell of a change when all is selected.
+    // Some systems report a change when all text is selected.
     const std::wstring text = WindowText();
     if (text != ToWide(field().Text())) field().UserChangesText(ToUtf8(text));
   }
@@ -51,10 +51,10 @@ class TextFieldPeer final : public NativePeer {
   void MakeWindow() override {
     Create(L"EDIT", ToWide(field().Text()), ES_LEFT | ES_AUTOHSCROLL | (field().Locked() ? ES_READONLY : 0),
            WS_EX_CLIENTEDGE);
-    // No field takes more than numbers, and an input method would hold them back.
+    // Fields accept only numbers, which an input method would hold back.
     ImmAssociateContext(handle(), nullptr);
     if (field().most_typed > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(field().most_typed));
-    // It was measured before it asked here for the place of its line.
+    // Measure again, as the first measurement did not ask this procedure for the place of the line.
     SetWindowPos(handle(), nullptr, 0, 0, 0, 0,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   }
@@ -74,7 +74,7 @@ class TextFieldPeer final : public NativePeer {
         if (field().on_key_down && field().on_key_down(static_cast<int>(wparam), HeldKeys()))
           return TakenKey(message, wparam, lparam);
         if (!alive()) return 0;
-        // Not every system pastes by WM_PASTE then.
+        // Not every system turns this into WM_PASTE.
         if (message == WM_KEYDOWN && wparam == VK_INSERT && (HeldKeys() & ui::kShift)) return Paste(), 0;
         break;
       case WM_CHAR:
@@ -126,7 +126,7 @@ class TextFieldPeer final : public NativePeer {
       Send(EM_SETSEL, 0, -1);
       return 0;
     }
-    // The other control characters are commands such as copy and undo; Backspace alone enters something.
+    // The other control characters are commands such as copy and undo; only Backspace changes text.
     const bool enters = !field().Locked() && (character >= kFirstPrintable || character == VK_BACK);
     if (enters && field().on_key_press && !field().on_key_press(static_cast<char32_t>(character))) return 0;
     return alive() ? NativePeer::Handle(WM_CHAR, character, lparam) : 0;
@@ -173,7 +173,7 @@ class TextFieldPeer final : public NativePeer {
     return {start, end};
   }
 
-  /// The system puts the line at the top of the field; it belongs in the middle, level with its label.
+  /// The system puts the line at the top of the field. This centres it, level with the label.
   void CentreLine(RECT& client) const {
     const LONG line = theme().TextHeight() + 2, spare = client.bottom - client.top - line;
     if (spare <= 0) return;
@@ -202,7 +202,7 @@ class TextFieldPeer final : public NativePeer {
 
   COLORREF BackColor() const { return ToColorRef(Closed() ? ui::Color::ButtonFace : field().BackColor()); }
 
-  bool telling_ = false;  // the program itself changes the text
+  bool telling_ = false;  // the program changes the text
   bool select_on_release_ = false;
 };
 

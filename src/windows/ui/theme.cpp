@@ -11,7 +11,7 @@ OwnedDc MeasuringDc(HFONT font) {
   return dc;
 }
 
-/// As few characters as possible less, from the middle, so that it fits.
+/// Removes as few characters as possible from the middle, so that the text fits.
 template <class Fits>
 std::wstring WithoutMiddle(const std::wstring& text, Fits fits) {
   if (fits(text)) return text;

@@ -35,7 +35,7 @@ using OwnedDc = std::unique_ptr<std::remove_pointer_t<HDC>, DcDelete>;
 using OwnedIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDelete>;
 using OwnedImages = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, ImagesDelete>;
 
-/// Puts an object into a device context for a while.
+/// Selects an object into a device context while this exists.
 class Selected {
  public:
   Selected(HDC dc, HGDIOBJ object) : dc_(dc), former_(SelectObject(dc, object)) {}
@@ -56,21 +56,21 @@ class Theme {
 
   int dpi() const { return dpi_; }
   bool IsIn(const LOGFONTW& font) const;
-  /// A length that is given for 96 dots per inch.
+  /// Converts a length at 96 dots per inch.
   int Scaled(int pixels) const { return MulDiv(pixels, dpi_, 96); }
 
   enum class Weight { Normal, Bold };
   HFONT Font(Weight weight = Weight::Normal) const;
   int TextHeight() const { return text_height_; }
   int DigitWidth() const { return digit_width_; }
-  /// The size of a text of one or more lines; with `caption` a "&" marks the accelerator and takes no room.
+  /// The size of a text of one or more lines. In a caption, "&" marks the accelerator and takes no room.
   ui::Extent TextSize(const std::wstring& text, Weight weight = Weight::Normal, bool caption = false) const;
-  /// The size of a text that is broken between words to be no wider than this, in pixels.
+  /// The size of a text that wraps between words at this width in pixels.
   ui::Extent WrappedSize(const std::wstring& text, Weight weight, int width, bool caption = false) const;
-  /// The text, or as much of its beginning and its end as fits into this width with an ellipsis between them:
-  /// the end of a path distinguishes rooms.
+  /// The text, shortened in the middle with an ellipsis if it is wider than this: the end of a path
+  /// distinguishes rooms.
   std::wstring Shortened(const std::wstring& text, int width) const;
-  /// The same for a text that is broken between words, in this room.
+  /// The same for a text that wraps between words, for this size.
   std::wstring ShortenedTo(const std::wstring& text, Weight weight, ui::Extent room) const;
   /// The height of text fields and lists.
   int FieldHeight() const { return text_height_ + Scaled(8); }
@@ -82,35 +82,34 @@ class Theme {
   LOGFONTW font_;
   OwnedFont normal_;
   OwnedFont bold_;
-  // A text measures as on the screen. Each has its font for good: to select one can cost more than to
-  // measure.
+  // Each context keeps its font, because selecting a font can cost more than measuring a text.
   OwnedDc normal_text_;
   OwnedDc bold_text_;
   int text_height_ = 0;
   int digit_width_ = 0;
 };
 
-/// The system's font for what programs tell, at a resolution.
+/// The system's font for messages at a resolution.
 LOGFONTW MessageFont(int dpi);
 
 COLORREF ToColorRef(ui::Color color);
-/// The system colour of text on one of its backgrounds: schemes change both together.
+/// The system's text colour for one of its backgrounds: colour schemes change both together.
 int TextOn(int background);
-/// A quiet colour on a system colour: so much of its text's, in hundredths. With high contrast all of it.
+/// A muted colour: this percentage of the text colour, the rest background. In high contrast all text colour.
 COLORREF Quiet(int background, int percent);
 
-/// Resolutions, in dots per inch, and what the system itself draws at them. A system that knows no other
-/// gives all windows the resolution of the process.
+/// Resolutions in dots per inch, and the sizes that the system uses at them. A system without a resolution
+/// per screen reports that of the process.
 
-/// That of the process, which stays as it was at its start.
+/// The process's resolution, fixed at its start.
 int SystemDpi();
-/// That of the screen around a window.
+/// The resolution of the screen around a window.
 int DpiOf(HWND window);
-/// As GetSystemMetrics, for what the system draws in this window.
+/// GetSystemMetrics for the resolution of this window.
 int SystemMetric(int metric, HWND window);
-/// The width of both edges of a window, and the height, without scroll bars, whatever it has now.
+/// The total width and height of a window's edges without scroll bars, even if it has scroll bars now.
 ui::Extent FrameOf(HWND window);
-/// The part of a window's screen that windows may cover.
+/// The work area of the screen around a window.
 ui::Extent WorkAreaAround(HWND window);
 
 }  // namespace windows

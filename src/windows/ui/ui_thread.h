@@ -17,8 +17,8 @@ struct IAccPropServices;
 
 namespace windows {
 
-/// Gives screen readers the names and descriptions of controls. If the system has no such service,
-/// a control keeps the name that it has anyway.
+/// Gives screen readers the names and descriptions of controls. Without this system service a control keeps
+/// its default name.
 class AccessibleTexts {
  public:
   AccessibleTexts();
@@ -35,18 +35,17 @@ class FormShell;
 
 /// What all windows of the user-interface thread share.
 ///
-/// Every window procedure runs its body through Dispatch: nothing thrown leaves it, and the depth shows when
-/// it is safe to destroy windows. A form may close in the middle of an event of one of its own controls. Its
-/// window then goes in this order:
-///   1. its controls forget their peers, so that the form reaches no window any more;
-///   2. the window is hidden and hears nothing: a procedure of it that is still running ends without touching
-///      form or controls, which may be gone;
+/// Every window procedure runs its body through Dispatch, which lets no exception escape and counts the
+/// depth, so that windows are destroyed only when that is safe. A form may close during an event of one of
+/// its own controls. Its window then goes in this order:
+///   1. its controls forget their peers, so the form can no longer reach a window;
+///   2. the window is hidden and gets no messages: procedures that still run end without touching the form or
+///      its controls, which may no longer exist;
 ///   3. when no procedure runs any more, the windows are destroyed, then the peers, then the shell.
 class UiThread {
  public:
   using FailureHandler = std::function<void(const std::exception&)>;
-  /// A resolution that is given is that of the process and of all windows as they are made; 0 is the
-  /// system's.
+  /// A given resolution is that of the process and of all new windows; 0 means the system's.
   UiThread(int dpi, FailureHandler on_failure);
   ~UiThread();
   UiThread(const UiThread&) = delete;
@@ -54,13 +53,13 @@ class UiThread {
 
   HINSTANCE instance() const;
 
-  /// The same for all windows on all screens: a place that is written in pixels is read back unchanged.
+  /// The same for all windows on all screens, so that a place written in pixels is read back unchanged.
   double TwipsPerPixel() const { return 1440.0 / dpi_; }
-  /// The resolution at which a window is made.
+  /// The resolution at which a window is created.
   int FirstDpi(HWND window) const;
-  /// That at which a window, or the one around it, is shown.
+  /// The resolution at which a window, or the one around it, is shown.
   int ShownDpi(HWND window) const;
-  /// Made when it is first asked for, and again when the system's font has changed.
+  /// Created when first needed, and again after the system's font has changed.
   std::shared_ptr<const Theme> ThemeFor(int dpi);
 
   template <class Body>
@@ -76,29 +75,29 @@ class UiThread {
     return 0;
   }
 
-  /// Runs a message loop, counted, so that only the outermost destroys windows.
+  /// Runs and counts a message loop: only the outermost one destroys windows.
   template <class Body>
   void Loop(Body body) {
     const Count running(loops_);
     body();
   }
 
-  /// What a message loop does with a message: first to whom it matters beside its window, then to that.
+  /// Handles a message of a loop: passes it first to those who also need it, then to its window.
   void Deliver(MSG& message) noexcept;
 
   FormShell& Adopt(std::unique_ptr<FormShell> shell);
   const std::vector<std::unique_ptr<FormShell>>& shells() const { return shells_; }
-  /// Destroys the windows of closed forms if nothing of them can be running.
+  /// Destroys the windows of closed forms if none of their code can be running.
   void DestroyClosed() noexcept;
 
   HtmlHelp help;
   const AccessibleTexts accessible;
   bool hourglass = false;
-  /// How many message boxes have come up so far.
+  /// The number of message boxes shown so far.
   int messages_shown = 0;
 
  private:
-  /// A key for a window inside that of a control: true when the control has used it.
+  /// A key for a child of a control's window. True if the control used it.
   bool UseKey(MSG& message) noexcept;
 
   struct Count {

@@ -12,7 +12,7 @@ constexpr UINT_PTR kTimer = 0x5057;
 constexpr UINT kWaitMilliseconds = 100;
 constexpr int kMostWaits = 20;
 
-/// A text with the line ends that the system's controls want.
+/// The text with CR LF line ends, as the system's controls need.
 std::wstring WithLineEnds(const std::string& text) {
   std::string lines;
   for (const char character : text) {
@@ -27,9 +27,9 @@ bool ScrollsOrCopies(WPARAM key) {
          (GetKeyState(VK_CONTROL) < 0 && (key == 'A' || key == 'C' || key == VK_INSERT));
 }
 
-/// Shows the page's text, to be scrolled and copied, and in front of it the page itself as soon as the
-/// system's browser has it. The browser is not made before the text is first seen; one that does not have the
-/// page within a moment goes again.
+/// Shows the page's text, for scrolling and copying, and the page itself in front of it once the system's
+/// browser has loaded it. The browser is created when the text is first visible, and destroyed if it does not
+/// load the page soon.
 class WebViewPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -41,7 +41,7 @@ class WebViewPeer final : public NativePeer {
     return GetSysColorBrush(COLOR_WINDOW);
   }
 
-  /// The page has nothing to enter or to leave for: keys scroll and copy, or lead about in the window.
+  /// The page has no input fields or links, so keys scroll, copy, or navigate in the window.
   bool UseKey(MSG& message) override {
     if (!page_shown_) return false;
     switch (message.message) {
@@ -99,7 +99,7 @@ class WebViewPeer final : public NativePeer {
         if (alive() && page_shown_ && GetFocus() == handle()) browser_->TakeFocus();
         return result;
       }
-      case WM_MOUSEWHEEL:  // the page has not used it: it has no more to scroll
+      case WM_MOUSEWHEEL:  // the page did not use it, so it cannot scroll further
         if (page_shown_) return 0;
         break;
       default:
@@ -122,7 +122,7 @@ class WebViewPeer final : public NativePeer {
   void WaitForPage() {
     using enum EmbeddedBrowser::State;
     if (!browser_) {
-      KillTimer(handle(), kTimer);  // messages may run while the browser is made
+      KillTimer(handle(), kTimer);  // messages may arrive while the browser is created
       browser_ = std::make_unique<EmbeddedBrowser>(
           handle(), ToWide(static_cast<const ui::WebView&>(control()).url), [this] {
             host().ui_thread().Dispatch([this]() -> LRESULT {
@@ -149,7 +149,7 @@ class WebViewPeer final : public NativePeer {
     if (GetFocus() == handle()) browser_->TakeFocus();
   }
 
-  /// The browser knows the program's resolution, but not that of the screen.
+  /// The browser uses the program's resolution; the zoom adds the screen's.
   void FitPage() { browser_->Show(MulDiv(100, theme().dpi(), SystemDpi())); }
 
   std::unique_ptr<EmbeddedBrowser> browser_;

@@ -53,7 +53,6 @@ TEST(VariantConversion, ReadsWhatClientsSend) {
     EXPECT_EQ(Outcome([&sent = variant] { return FromVariant(sent); }), expected) << variant.vt;
 }
 
-/// Every existing or possible type, plain, by reference and as an array, in a real call.
 TEST(VariantConversion, SurvivesEveryType) {
   const auto adapter = ToDispatch(std::make_shared<Sample>());
   for (VARTYPE type = 0; type <= VT_CLSID + 8; ++type)
@@ -87,7 +86,6 @@ TEST(VariantConversion, ObjectsKeepTheirIdentity) {
 constexpr DISPID kValue = 1, kEcho = 2, kThrow = 4, kFire = 5;
 constexpr WORD kMethod = DISPATCH_METHOD, kGet = DISPATCH_PROPERTYGET, kPut = DISPATCH_PROPERTYPUT;
 
-/// Raw calls, and the caller's result or EXCEPINFO.
 TEST(Adapter, HandlesEveryFormOfCall) {
   const auto adapter = ToDispatch(std::make_shared<Sample>());
   const std::tuple<DISPID, WORD, std::vector<Value>, std::vector<DISPID>, HRESULT, const char*> cases[]{
@@ -129,7 +127,7 @@ TEST(Adapter, HandlesEveryFormOfCall) {
   EXPECT_EQ(bad, 1u);
 }
 
-/// Another maker's client: its sink has only IDispatch and returns a fixed result for every event.
+/// Another manufacturer's client: its sink has only IDispatch and returns a fixed result for every event.
 struct Answering final : Adapter<IDispatch> {
   explicit Answering(HRESULT result) : Adapter(std::make_shared<SampleItems>()), answer(result) {}
   HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,

@@ -10,7 +10,7 @@
 
 #include "automation/published.h"
 
-/// An object with one member of every kind, and a way to cause each kind of failure.
+/// An object with a member of every kind and a way to cause every kind of failure.
 class Sample final : public automation::PublishedTable<Sample> {
  public:
   static constexpr CLSID kClass{0x98c8dc5b, 0x9904, 0x4ce4, {0x92, 0x31, 0x20, 0x94, 0x66, 0x95, 0x3d, 0x91}};
@@ -18,12 +18,12 @@ class Sample final : public automation::PublishedTable<Sample> {
   /// The mutex of a running sample server.
   static constexpr const wchar_t* kServing = L"Qm5r.ComSample.Serving";
   static std::span<const automation::MemberRow<Sample>> Members();
-  /// How many ended on the threads that made them, and on others.
+  /// The number of objects that ended on the threads that created them, and on others.
   static inline std::atomic<int> ended_at_home, ended_elsewhere;
 
   ~Sample() override { ++(GetCurrentThreadId() == home_ ? ended_at_home : ended_elsewhere); }
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) override;
-  /// Returns how many handlers got the event.
+  /// Returns the number of handlers that got the event.
   std::int32_t Fire(std::int32_t event, platform::Arguments arguments = {});
 
  private:
@@ -32,7 +32,6 @@ class Sample final : public automation::PublishedTable<Sample> {
   std::vector<std::weak_ptr<platform::EventHandler>> handlers_;
 };
 
-/// A collection of texts, by position from 1 or by the text itself.
 class SampleItems final : public automation::PublishedTable<SampleItems> {
  public:
   static std::span<const automation::MemberRow<SampleItems>> Members();

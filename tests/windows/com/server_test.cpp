@@ -24,11 +24,10 @@ std::intptr_t RunProgram(const char* program, const char* arguments) {
   return _spawnlp(_P_WAIT, program, program, arguments, nullptr);
 }
 
-/// Registers the sample server while this lives. The server is next to the tests, which run in their own
-/// folder.
+/// Registers the sample server, in the tests' folder, while this exists.
 struct RegisteredSample {
   RegisteredSample() {
-    // An earlier test's server may be ending; Wine fails a client that finds its class then.
+    // An earlier test's server may be ending, and in Wine a client that finds its class then fails.
     while (const HANDLE serving = OpenMutexW(SYNCHRONIZE, FALSE, Sample::kServing)) {
       CloseHandle(serving);
       Sleep(20);
@@ -38,7 +37,6 @@ struct RegisteredSample {
   ~RegisteredSample() { EXPECT_EQ(RunProgram("windows_com_test_server.exe", "-unregserver"), 0); }
 };
 
-/// An object in another process, and that process.
 struct Server : testing::Test {
   RegisteredSample registered;
   LateBoundPtr sample = CreateObject("Qm5r.ComSample");
@@ -47,7 +45,6 @@ struct Server : testing::Test {
       static_cast<DWORD>(automation::ToInteger(sample->Invoke({"ProcessId"}, CallKind::Get, {}))));
 };
 
-/// What holds for every late-bound object, near or remote.
 struct LateBoundContract : testing::TestWithParam<LateBoundPtr (*)()> {
   Value Call(const platform::Member& member, CallKind kind, const std::vector<Value>& arguments = {}) {
     return sample_->Invoke(member, kind, arguments);
@@ -117,7 +114,6 @@ LateBoundPtr InAnotherProcess() { return CreateObject("Qm5r.ComSample"); }
 INSTANTIATE_TEST_SUITE_P(Ways, LateBoundContract,
                          testing::Values(Directly, ThroughItsAdapter, InAnotherProcess));
 
-/// The default value of a key of the machine's classes; empty if there is none.
 std::string MachineText(const std::string& key) {
   wchar_t text[300]{};
   LONG size = sizeof text;

@@ -1,6 +1,6 @@
-// The simulated object server as a control in its client's process. Its setting "Demands" has what it
+// The simulated object server as a control in its client's process. Its setting "Demands" lists what it
 // requires, as older controls do: "licence" ("no key" if there is none), "init", "site", "first" (the site
-// before InitNew), "basic" (calls as Visual Basic makes them) and "thread" (events on another thread).
+// before InitNew), "basic" (calls as in Visual Basic) and "thread" (events on another thread).
 
 #include "simulator/simulation.h"
 

@@ -16,7 +16,7 @@ using platform::CallKind;
 using platform::LateBoundPtr;
 using platform::Value;
 
-/// A client of the control in control.cpp, which is registered meanwhile.
+/// A client of the control in control.cpp, which stays registered meanwhile.
 struct InProcessControl : testing::Test {
   static constexpr const char* kSettings = "SOFTWARE\\Qm5r.TestControl";
   static void Register(const char* how) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The life of an installation. After each step the state of the computer is compared as a whole.
+# The life of an installation. Compares the whole state of the computer after each step.
 #
 #   installer.sh <folder of the programs> in-wine|in-wine32
 set -u
@@ -77,10 +77,10 @@ step repair 0 "$(installed "$new" 1)" /i "$(windows_path "$new")" REINSTALL=ALL 
 "$wine" wine cscript //nologo "$(windows_path "$here/hold_file.vbs")" "$program" "$(windows_path "$work/held")" &
 await "$work/held"
 step 'removal while the file is held' $refused "$(installed "$new" 1)" /x "$(code "$new")" WAITSECONDS=1
-# Wine does not tell the old version that it is removed by an upgrade, as Windows does with this property.
+# Wine does not inform the old version that an upgrade removes it, as Windows does with this property.
 step 'removal by an upgrade' 0 "$(installed "$new" 1 | grep -E '^(.Default|Debug|DisplayUnits|Version)'; echo "$no_object")" \
   /x "$(code "$new")" UPGRADINGPRODUCTCODE="$(code "$old")"
-# What an upgrade from the 32-bit package leaves. A 32-bit Wine has no second view to leave it in.
+# What an upgrade from the 32-bit package leaves. A 32-bit Wine has no second view for it.
 [ "$2" = in-wine32 ] || "$wine" wine reg add "$class\\LocalServer32" /ve /d "\"${program/Files/Files (x86)}\"" /f /reg:32 >/dev/null
 step 'installation after it' 0 "$(installed "$new" 1)" /i "$(windows_path "$new")"
 step removal 0 "$no_object" /x "$(code "$new")"

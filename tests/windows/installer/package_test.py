@@ -13,11 +13,11 @@ import check_package
 
 BREAKS = [  # a statement that breaks the package, and what is to be found
     ("UPDATE `File` SET `Component_` = 'Nobody' WHERE `File` = 'Help'", "File.Component_ names Nobody"),
-    ("UPDATE `File` SET `FileName` = 'QM5RFcPirConfigure.exe' WHERE `File` = 'Program'", "is no name"),
+    ("UPDATE `File` SET `FileName` = 'QM5RFcPirConfigure.exe' WHERE `File` = 'Program'", "is not a valid name"),
     ("UPDATE `File` SET `FileName` = 'README.TXT' WHERE `File` = 'Notices'", "ICE30"),
     ("UPDATE `File` SET `Sequence` = 1", "ICE04"),
     ("DELETE FROM `MsiFileHash` WHERE `File_` = 'Help'", "Help needs a version or a hash"),
-    ("UPDATE `Component` SET `KeyPath` = 'Program'", "DocumentsComponent is Program, which is no file of it"),
+    ("UPDATE `Component` SET `KeyPath` = 'Program'", "DocumentsComponent is Program, which is not its file"),
     ("UPDATE `Component` SET `ComponentId` = ''", "ProgramComponent has no code"),
     (f"UPDATE `Component` SET `Attributes` = {0 if sys.argv[1].endswith('x64') else 256}", "ICE80"),
     ("DELETE FROM `FeatureComponents` WHERE `Component_` = 'ProgramComponent'", "ICE21"),

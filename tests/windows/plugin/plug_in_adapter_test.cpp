@@ -37,7 +37,6 @@ class PlugInAdapter : public testing::Test {
   com::ComPtr<ILNSPlugInAPI> adapter_ = MakePlugInAdapter(plug_in_).As<ILNSPlugInAPI>();
 };
 
-/// Every accessor, called through its described slot, reaches the member of its name.
 TEST_F(PlugInAdapter, EveryMethodReachesItsMember) {
   static constexpr std::array kMembers{
       "SendCommand", "Visible", "networkName", "NetworkInterfaceName", "Remote",           "Height",

@@ -1,5 +1,3 @@
-// The resources of the shipped files.
-
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -16,7 +14,6 @@
 
 namespace {
 
-/// A program file opened for its resources.
 class ProgramFile {
  public:
   explicit ProgramFile(const wchar_t* name)
@@ -73,7 +70,7 @@ TEST(ProgramFiles, ShareOneVersionAndNeedNoElevation) {
   }
 }
 
-/// While this lives, a machine key refuses values, subkeys and its deletion, as for a standard user.
+/// While this exists, a machine key refuses values, subkeys and its deletion, as for a standard user.
 class RefusingKey {
  public:
   explicit RefusingKey(const wchar_t* path, REGSAM view = KEY_WOW64_32KEY) {

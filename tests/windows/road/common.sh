@@ -1,4 +1,4 @@
-# Sourced by the roads with their arguments: what they share.
+# Shared by the scenarios, which source it with their arguments.
 set -u
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../../.." && pwd)
@@ -9,7 +9,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failed=0
 
-# The object server's network file; "strict" as the third argument of a road makes it demand all that is documented.
+# The object server's network file; a third argument "strict" makes it require all that is documented.
 demands=${3:-}
 use_network() {  # <demo file>
   cp "$root/demo/$1" "$work/network.json"
@@ -18,7 +18,7 @@ use_network() {  # <demo file>
 
 fail() { printf 'FAILED: %s\n' "$*"; failed=1; }
 expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):"; cat "$1"; }; }
-# Processes are looked up from outside, by the folder and name of the program that COM starts, in this Wine only.
+# Finds processes from outside, by the folder and name of the program that COM starts, in this Wine only.
 running() {
   local process
   for process in $(pgrep -f "$(basename "$programs")[/\\\\]$1.exe"); do
@@ -41,5 +41,5 @@ expect_gone() {  # <program> <after what>
 settings='HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure'
 forget_settings() { "$wine" wine reg delete "$settings" /f /reg:32 >/dev/null 2>&1; }
 forget_settings
-# One that still serves the network file of another road would serve it here as well.
+# A simulator that still serves another scenario's network file would be used here too.
 expect_gone LnsSimulator "another road"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# An object server that is a control in the plug-in's own process and makes all demands that controls make: a director
-# configures a thermostat, the user changes a value, and the network file has it.
+# The object server is a control in the plug-in's own process and requires all that controls can require: a
+# director configures a thermostat, the user changes a value, and the network file contains it.
 #
 #   control.sh <folder of the programs> in-wine|in-wine32
 . "$(dirname "$0")/common.sh"
@@ -10,7 +10,7 @@ lca='HKLM\SOFTWARE\LonWorks\LCA' control='HKLM\SOFTWARE\Qm5r.TestControl'
 text_of() { registry query "$1" /v "$2" 2>/dev/null | tr -d '\r' | sed -n 's/.*REG_SZ *//p'; }
 put() { registry add "$1" /v "$2" /d "$3" /f >/dev/null; }
 
-# While it tests a device it raises events, on a thread of its own.
+# While it tests a device it raises events on its own thread.
 sed '1s/{/{"latency": {"test": 450},/' "$root/demo/network.json" >"$work/network.json"
 cp "$root/demo/network.json" "$work/simulator.json"
 "$root/scripts/install-demo" "$programs" "$work/simulator.json" "$2" || fail "install-demo"
@@ -22,7 +22,7 @@ put "$control" Network "Z:${work//\//\\}\\network.json"
 put "$lca" 'Object Server' Qm5r.TestControl
 put "$settings" DisplayUnits 0
 
-# Any case that edits, applies and reads again. It keeps an eye on the simulator, which is not what the plug-in uses.
+# Any case that edits, applies and reads again. It checks the simulator, which the plug-in does not use here.
 "$wine" "$programs/fault_road_tests.exe" --gtest_filter='*.ThePlugInsKeyIsDeletedMeanwhile' >"$work/tests.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/tests.txt" && ! grep -q FAILED "$work/tests.txt" || { fail "tests"; cat "$work/tests.txt"; }
 expect_gone QM5RFcPirConfigure "the tests"
@@ -47,7 +47,7 @@ put "$lca" 'Object Server' "$before"
 "$wine" wine regsvr32 /s /u "$dll" || fail "regsvr32 /u"
 forget_settings
 unregister QM5RFcPirConfigure
-unregister QM5RFcPirConfigure  # what is not there is no failure
+unregister QM5RFcPirConfigure  # a missing entry is no failure
 unregister LnsSimulator
 [ $failed = 0 ] && echo "control road: ok"
 exit $failed

@@ -1,5 +1,3 @@
-// Editing in the real program, by real keys and the mouse, on the simulated network.
-
 #include "plug_in_user.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// Processes that end unexpectedly. Each case runs in a Wine of its own: see faults.sh.
+// Processes that end unexpectedly. Each case runs in its own Wine: see faults.sh.
 
 #include "plug_in_user.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 class FaultRoad : public PlugInUser {
  protected:
-  /// By its id: no other simulator runs in this Wine.
+  /// By name: no other simulator runs in this Wine.
   static void KillSimulator() {
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
@@ -40,7 +40,7 @@ TEST_F(FaultRoad, TheObjectServerEndsDuringAnApply) {
   const HWND status_bar = FindWindowExW(window_, nullptr, L"msctls_statusbar32", nullptr);
   ASSERT_TRUE(Eventually([&] { return windows::StatusTexts(status_bar).back().starts_with("Updating "); }));
   KillSimulator();
-  for (int i = 0; i < 2; ++i) {  // and once more, when it has gone
+  for (int i = 0; i < 2; ++i) {  // again after it has ended
     const HWND box = Box(kCaption);
     ASSERT_TRUE(box);
     std::cout << "shown: " << Reads(box) << '\n';

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Processes that end in the middle of their work: the object server, directors.
+# Processes that end while they work: the object server, directors.
 #
 #   faults.sh <folder of the programs> in-wine|in-wine32
 #
-# Wine keeps the class of a killed server in its table and never takes the references of a killed client back, which
-# Windows does: every case ends its Wine and begins in a new one.
+# Unlike Windows, Wine keeps the class of a killed server in its table and never releases the references of a
+# killed client, so every case ends its Wine and starts in a new one.
 . "$(dirname "$0")/common.sh"
 . "$root/scripts/common.sh"
 
@@ -22,14 +22,14 @@ floor='Demo Tower/Demo Tower.Floor 1/Thermostat'
 
 for case in TheObjectServerEndsDuringAnApply ThePlugInsKeyIsDeletedMeanwhile; do
   timeout 60 "$wine" "$programs/fault_road_tests.exe" --gtest_filter="*.$case" >"$work/case.txt" 2>&1
-  grep -a told "$work/case.txt"
+  grep -a '^shown: ' "$work/case.txt"
   grep -q '\[  PASSED  \] 1 test' "$work/case.txt" && echo "$case: ok" || { fail "$case"; cat "$work/case.txt"; }
   expect_gone QM5RFcPirConfigure "$case"
   new_wine
 done
 
-# Two directors at once share one plug-in; the window shows one device or the other, not both. One of them may be refused
-# while the other one opens the network.
+# Two directors at once share one plug-in; the window shows one device or the other, not both. One of them may
+# be refused while the other one opens the network.
 director configure "$floor 101" & one=$!
 director configure "$floor 102" && second=done
 wait $one || [ "${second:-}" ] || fail "both directors were refused"
@@ -40,7 +40,7 @@ expect "$work/screen.txt" "status	$floor $status"
 director close
 expect_gone QM5RFcPirConfigure "two directors"
 
-# A director is killed in the middle of its command, which goes on; the window can be shown and closed by another one.
+# A director is killed during its command, which continues; another director can show and close the window.
 director latency read 300
 "$wine" wine "$programs/director.exe" configure "$floor 101" --hidden & one=$!
 sleep 2.5

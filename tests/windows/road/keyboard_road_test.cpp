@@ -1,5 +1,3 @@
-// A user without a mouse, from opening the window to its end, by real keys.
-
 #include <windows.h>
 
 #include <commctrl.h>
@@ -15,7 +13,7 @@ class KeyboardRoad : public PlugInUser {
   LRESULT Page() const {
     return SendMessageW(FindWindowExW(window_, nullptr, WC_TABCONTROLW, nullptr), TCM_GETCURSEL, 0, 0);
   }
-  /// The window in front, once it is not the one before.
+  /// The front window, once it is another one.
   static HWND NextFront(HWND before) {
     HWND front = nullptr;
     EXPECT_TRUE(Eventually([&] { return (front = GetForegroundWindow()) && front != before; }));
@@ -77,7 +75,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
   const HWND log = NextFront(window_);
   EXPECT_EQ(windows::TextOf(log), "Network activity logging");
   for (const int letter : {'A', 'C'}) Key(VK_CONTROL, letter);
-  // The device named, eleven points read four times, two written; perhaps what the object server demands.
+  // The device's name, eleven points read four times, two written; possibly the object server's requirements.
   const std::string rows = ExpectCopied("(.*\t.*\t.*\r\n){47,48}");
   Key(VK_END);
   Key(VK_SHIFT, VK_F10);
@@ -95,7 +93,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
 
   EXPECT_EQ(NextFront(log), window_);
   for (const int key : {VK_TAB, VK_RETURN}) Key(key);
-  NextFront(window_);  // the help, or the message in its place
+  NextFront(window_);  // the help, or the message instead
   Key(VK_MENU, VK_F4);
   EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
   Key(VK_SHIFT, VK_F10);

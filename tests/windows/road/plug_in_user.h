@@ -22,14 +22,14 @@
 #include "windows/director/remote_window.h"
 
 /// A director and a user of the real plug-in in another process: starts it through COM on the simulated
-/// network, works at its window with keys and the mouse, and looks at what the simulated device holds.
+/// network, operates its window with keys and the mouse, and reads the simulated device.
 class PlugInUser : public testing::Test {
  protected:
   static constexpr const char* kDevice = "Demo Tower/Demo Tower.Floor 1/Thermostat 101";
   static constexpr const wchar_t* kCaption = L"Korvell QM5R-FC PIR Configure";
   static constexpr const wchar_t* kTitle = L"QM5R-FC PIR LNS Device Plug-in";
 
-  /// One simulator for all tests: one that is just ending would not be the plug-in's.
+  /// One simulator for all tests: the plug-in would not use one that is ending.
   static void SetUpTestSuite() { simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer"); }
   static void TearDownTestSuite() { simulator_.reset(); }
 
@@ -46,7 +46,6 @@ class PlugInUser : public testing::Test {
     Knobs().ClearJournal();
   }
 
-  /// Ends the plug-in as a user does: Exit, and Yes.
   void TearDown() override {
     if (IsWindow(window_)) {
       Key(VK_MENU, 'E');
@@ -74,7 +73,6 @@ class PlugInUser : public testing::Test {
     EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
   }
 
-  /// Waits until the plug-in has dealt with everything sent so far.
   void Settle() const {
     std::this_thread::sleep_for(std::chrono::milliseconds(120));
     DWORD_PTR result = 0;
@@ -97,7 +95,7 @@ class PlugInUser : public testing::Test {
     return lstrcmpiW(windows::ClassOf(window).c_str(), window_class) == 0;
   }
 
-  /// The fields of the page in front, in the order in which Tab walks them: text fields and lists.
+  /// The fields of the page in front in tab order: text fields and lists.
   std::vector<HWND> Fields() const {
     std::vector<HWND> fields;
     for (HWND tab : windows::ChildrenOf(window_))
@@ -109,7 +107,7 @@ class PlugInUser : public testing::Test {
   }
   std::string Text(std::size_t field) const { return windows::TextOf(Fields().at(field)); }
 
-  /// Keys are dealt with some time after they were sent.
+  /// Keys take effect some time after they were sent.
   void ExpectText(std::size_t field, const std::string& text) const {
     Eventually([&] { return Text(field) == text; });
     EXPECT_EQ(Text(field), text);
@@ -121,7 +119,7 @@ class PlugInUser : public testing::Test {
     return info.hwndFocus;
   }
 
-  /// The system's button with the caption, anywhere in the window.
+  /// The standard button with the caption, anywhere in the window.
   void ExpectEnabled(const wchar_t* caption, bool enabled) const {
     const HWND button = FindWindowExW(window_, nullptr, L"Button", caption);
     ASSERT_TRUE(button);
@@ -135,7 +133,6 @@ class PlugInUser : public testing::Test {
     Settle();
   }
 
-  /// Takes an entry of the menu that has been opened, by its letter.
   void ChooseFromMenu(WORD letter) {
     const auto open = [] {
       const HWND menu = FindWindowW(L"#32768", nullptr);
@@ -156,10 +153,9 @@ class PlugInUser : public testing::Test {
     return copied;
   }
 
-  /// The message box with the caption, once it has come up; null if none does.
   HWND Box(const wchar_t* caption) const {
     HWND box = nullptr;
-    // It is shown when it has its texts and buttons.
+    // It is ready when it is visible with its texts and buttons.
     const bool shown =
         Eventually([&] { return (box = FindWindowW(L"#32770", caption)) && IsWindowVisible(box); });
     return shown ? box : nullptr;
@@ -198,7 +194,7 @@ class PlugInUser : public testing::Test {
   /// "nciSetPts " for every value written, in order.
   std::string Written() const { return Journalled("([^/\\n]+) Value="); }
 
-  /// What the pattern's group finds in the simulator's journal.
+  /// The matches of the pattern's group in the simulator's journal.
   std::string Journalled(const char* pattern) const {
     std::ostringstream journal;
     Knobs().PrintJournal(journal);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The road of the program's own registration, on the demo database of many networks: what the network file holds
-# afterwards is what it held before, but for the interfaces of the visited systems.
+# The program's own registration, on the demo file of many networks: afterwards the network file is the same
+# as before, except for the interfaces of the visited systems.
 #
 #   registration.sh <folder of the programs> in-wine|in-wine32 [strict]
 . "$(dirname "$0")/common.sh"

@@ -1,6 +1,5 @@
-// The program's own registration, as a user, an installer and a director bring it about: command lines, the
-// registration window by real clicks, and the director's commands. registration.sh makes the computer that
-// this works on.
+// The program's own registration by a user, an installer and a director: command lines, the registration
+// window with real clicks, and the director's commands. registration.sh prepares the computer.
 
 #include "platform/error.h"
 #include "plug_in_user.h"
@@ -19,7 +18,6 @@ class RegistrationRoad : public PlugInUser {
   void SetUp() override {}
   void TearDown() override { EXPECT_FALSE(FindWindowW(nullptr, kCaption)) << "a window stayed open"; }
 
-  /// Starts a program of the build with exactly this command line behind its name.
   static HANDLE Start(const std::wstring& program, const std::wstring& arguments) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -51,7 +49,7 @@ class RegistrationRoad : public PlugInUser {
     ClickWindow(FindWindowExW(window_, nullptr, L"Button", caption));
   }
 
-  /// As a director's user does, who answers the box that comes up: it begins and ends so.
+  /// Registers with director.exe and answers the box, which begins with `text` and has these buttons.
   void RegisterCommands(const std::wstring& network, const std::string& text, const std::string& buttons,
                         WORD answer, DWORD exit_code) {
     const HANDLE director = Start(L"director.exe", L" register \"" + network + L"\"");
@@ -110,7 +108,7 @@ TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
   ExpectRegistered(true);
 
   OpenWindow();
-  // The list has the focus. Without its items open, Escape would close the window.
+  // The list has the focus. If its items are not open, Escape closes the window.
   const HWND modes = FindWindowExW(window_, nullptr, L"ComboBox", nullptr);
   Key(VK_F4);
   ASSERT_TRUE(Eventually([&] { return SendMessageW(modes, CB_GETDROPPEDSTATE, 0, 0) != 0; }));
@@ -122,9 +120,9 @@ TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
   EXPECT_TRUE(Eventually([] { return !ClassRegistered(); }));
 }
 
-/// In Demo Quarry the template has to be made: file found, converted and imported. It goes with the plug-in.
+/// In Demo Quarry the template must be created: file found, converted and imported, and removed at the end.
 TEST_F(RegistrationRoad, CommandsAreAddedToANetworkAndRemovedWithThePlugIn) {
-  // The simulator of an earlier step may still be ending, and refuses then.
+  // The simulator of an earlier step may still be ending and refuse.
   ASSERT_TRUE(Eventually([this] {
     platform::IgnoreFailure(
         [this] { simulator_ = windows::com::CreateObject("LnsSimulator.LcaObjectServer"); });

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The road of a configure command through the real programs: registered, driven by a script and by director.exe, seen on
-# the screen, and nothing left running.
+# A configure command in the real programs: registered, driven by a script and by director.exe, shown on the
+# screen, and nothing left running.
 #
 #   road.sh <folder of the programs> in-wine|in-wine32 [strict]
 . "$(dirname "$0")/common.sh"
@@ -10,7 +10,7 @@ cp "$work/network.json" "$work/before.json"
 "$root/scripts/install-demo" "$programs" "$work/network.json" "$2" || fail "install-demo"
 
 for script in director.vbs director.js; do
-  # The script host takes a path that begins with "/" for a switch.
+  # The script host treats a path that begins with "/" as a switch.
   "$wine" wine cscript //nologo "Z:${here//\//\\}\\$script" >"$work/director.txt" 2>&1 || fail "$script ended with $?"
   expect "$work/director.txt" "checks passed"
   grep FAILED "$work/director.txt" && failed=1
@@ -27,7 +27,7 @@ done
 "$wine" "$programs/director.exe" journal >"$work/journal.txt" 2>&1
 reads=$(grep -cE 'Thermostat 102/nci[A-Za-z]+ (SourceOptions=0|DsFormatType=|Value)' "$work/journal.txt")
 [ "$reads" = 33 ] || [ "$demands" = strict ] || { fail "$reads operations on variables instead of 33"; cat "$work/journal.txt"; }
-[ "$demands" != strict ] || expect "$work/screen.txt" 'no access option; unit system behind the type'
+[ "$demands" != strict ] || expect "$work/screen.txt" 'no access option; unit system after the type'
 "$wine" "$programs/director.exe" close || fail "close"
 expect_gone QM5RFcPirConfigure "closing the window"
 

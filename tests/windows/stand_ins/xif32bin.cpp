@@ -1,4 +1,4 @@
-// The tests' XIF32BIN.exe: shows its window, writes the file of its second argument, and shows that it has
+// The tests' XIF32BIN.exe: shows its window, writes the file in its second argument, and shows that it has
 // finished until it is closed. XIF32BIN_DOES makes it "fail", "hang" or write "nothing". The file contains
 // the show command that it got.
 

@@ -29,7 +29,6 @@ class Controls : public WindowsUiTest {
     ListView_GetItem(List(), &item);
     return item.iImage;
   }
-  /// The combo box whose first item is this one.
   HWND Combo(const std::wstring& first) const {
     for (const HWND combo : Children(WindowOf(form), L"ComboBox"))
       if (Item(combo, 0) == first) return combo;
@@ -94,7 +93,7 @@ TEST_F(Controls, ChoiceListKeepsATextThatIsNoItem) {
     EXPECT_EQ(Tell(combo, CB_GETCOUNT), items) << text;
     EXPECT_EQ(list.Text(), text);
   }
-  // Opened and closed without a choice the text is still there.
+  // After opening and closing without a choice, the text is still there.
   int opened = 0;
   list.on_drop_down = [&] { ++opened; };
   form.Show();
@@ -152,7 +151,7 @@ TEST_F(Controls, WindowGrowsWithACaptionButNotWithWhatADeviceReports) {
   const RECT room = ScreenPlace(note);
   form.note.SetText("Nothing to report so far");
   const RECT same_room = ScreenPlace(note);
-  EXPECT_TRUE(EqualRect(&room, &same_room));  // it has kept room for more than its first text
+  EXPECT_TRUE(EqualRect(&room, &same_room));  // the room is larger than its first text needs
   form.heading.SetText(text + text + text);
   EXPECT_EQ(form.Width(), before);
   form.options.SetText(text.substr(0, 40));
@@ -173,7 +172,7 @@ TEST_F(Controls, ScreenReadersGetNameAndDescription) {
   self.vt = VT_I4;
   BSTR name = nullptr;
   ASSERT_EQ(field->get_accName(self, &name), S_OK);
-  // Wine does not pass on what a program calls its controls; there the label before the field has to do.
+  // Wine ignores a control's accessible name and uses the label before the field.
   const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll"), "wine_get_version") != nullptr;
   EXPECT_STREQ(name, wine ? L"Occupied" : L"Heating, Occupied");
   SysFreeString(name);
@@ -194,7 +193,7 @@ TEST_F(Controls, TheWholeWindowShowsTheHourglass) {
   for (const bool busy : {true, false}) {
     desktop.SetPointer(busy ? ui::Pointer::Hourglass : ui::Pointer::Default);
     for (const HWND each : all) {
-      if (ClassOf(each) == L"SysHeader32") continue;  // between columns it has a pointer of its own
+      if (ClassOf(each) == L"SysHeader32") continue;  // between columns it has its own pointer
       SetCursor(arrow);
       Tell(each, WM_SETCURSOR, reinterpret_cast<WPARAM>(each), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
       EXPECT_EQ(GetCursor() == hourglass, busy) << windows::ToUtf8(ClassOf(each));

@@ -94,8 +94,7 @@ TEST_F(FormWindow, KeepsTheUserAboveTheMinimumSize) {
   EXPECT_EQ(form.Width(), best);
 }
 
-// One entry for each way in which a form can lose its window while one of its controls is at work: the event
-// that closes it, and the message that sets it off.
+// How a form can lose its window in a control's event: that event, and the message that causes it.
 using Event = std::function<void()>* (*)(ScreenForm&);
 const std::tuple<const char*, Event, const wchar_t*, UINT, WPARAM> kClosing[] = {
     {"button", [](ScreenForm& f) { return &f.apply.on_click; }, L"&Apply", BM_CLICK, 0},
@@ -118,12 +117,12 @@ TEST_F(FormWindow, ClosesFromWithinItsOwnEvents) {
     const HWND window = WindowOf(closing);
     SendMessageW(control ? Child(window, control) : window, message, wparam, 0);
     EXPECT_FALSE(closing.Loaded());
-    EXPECT_TRUE(IsWindow(window));             // until the procedure that ran has certainly ended
-    for (const HWND child : Children(window))  // what still comes is heard by nobody
+    EXPECT_TRUE(IsWindow(window));             // until the running procedure has certainly ended
+    for (const HWND child : Children(window))  // nobody gets later messages
       for (const UINT late : {WM_SETFOCUS, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_CHAR, WM_NCPAINT, WM_PAINT})
         SendMessageW(child, late, 0, 0);
     EXPECT_TRUE(Until([&] { return !IsWindow(window); }));
-    closing.Show();  // and it can be loaded again
+    closing.Show();  // it can be loaded again
     EXPECT_TRUE(WindowOf(closing));
   }
   EXPECT_TRUE(failures.empty());

@@ -1,11 +1,8 @@
-// The keyboard and the mouse, by real input.
-
 #include "ui/keyboard.h"
 #include "windows_under_test.h"
 
 namespace {
 
-/// Presses the button of the dialog when it has come up.
 bool box_was_topmost = false;
 
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
@@ -19,7 +16,6 @@ void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
 bool menu_was_up = false;
 WORD menu_key = VK_ESCAPE;
 
-/// Presses a key in a menu that has come up.
 void CALLBACK AnswerMenu(HWND, UINT, UINT_PTR, DWORD) {
   GUITHREADINFO thread{};
   thread.cbSize = sizeof thread;
@@ -83,7 +79,7 @@ TEST_F(Input, MovesOnOnlyIfACheckShowsNoMessage) {
 
 TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
   first.on_lost_focus = [this] {
-    form.screen.txtNvi(7)->SetFocus();  // on a page behind
+    form.screen.txtNvi(7)->SetFocus();  // on a hidden page
     Ask();
   };
   ClickApply();
@@ -178,7 +174,7 @@ TEST_F(Input, EveryEntryPassesTheFilterOfItsField) {
   }
   first.SetFocus();
   journal.clear();
-  first.SetText(beyond);  // the program's own change: no entry, and no limit
+  first.SetText(beyond);  // set by the program: no input, so no limit
   Press({VK_END});
   Press({'9'});
   EXPECT_EQ(journal, "9");

@@ -1,4 +1,4 @@
-// Pages, the one with its browser as far as it goes without an HTML engine, and pictures.
+// Pages, pictures, and the browser's page as far as possible without an HTML engine.
 
 #include <winsock2.h>
 
@@ -71,7 +71,7 @@ class WebView : public WindowsUiTest {
   HWND view = nullptr;
 };
 
-/// A page that is asked for and never comes.
+/// A page that is requested and never arrives.
 class SilentServer {
  public:
   SilentServer() {
@@ -150,7 +150,7 @@ TEST(Picture, IsSharpAtEveryResolutionAndOnTheWindowsBackground) {
     form.Repaint();
     const HWND picture = GetWindow(FindWindowW(L"FormSurface", L"Picture under test"), GW_CHILD);
     const HDC dc = GetDC(picture);
-    // In pixels at 96 dots per inch: the glass of the display right beside its border, and a corner.
+    // In pixels at 96 dots per inch: the display's glass beside its border, and a corner.
     const auto at = [&](int x, int y) { return GetPixel(dc, MulDiv(x, dpi, 96), MulDiv(y, dpi, 96)); };
     EXPECT_EQ(at(10, 20), RGB(214, 226, 219)) << dpi;
     EXPECT_EQ(at(8, 20), RGB(92, 110, 130)) << dpi;

@@ -1,4 +1,4 @@
-// Windows whose screen or system becomes another one while they are there.
+// Open windows during a change of screen or system settings.
 
 #include <commctrl.h>
 
@@ -21,21 +21,20 @@ HWND TipsOf(HWND window) {
   return tips;
 }
 
-/// What some kinds of windows say of measures of their own.
 const std::tuple<std::wstring, UINT, WPARAM> kMeasures[] = {{L"ComboBox", CB_GETITEMHEIGHT, 0},
                                                             {L"Edit", EM_GETMARGINS, 0},
                                                             {L"SysListView32", LVM_GETCOLUMNWIDTH, 0},
                                                             {L"SysListView32", LVM_GETCOLUMNWIDTH, 2},
                                                             {TOOLTIPS_CLASSW, TTM_GETMAXTIPWIDTH, 0}};
 
-/// All that follows from the resolution, a line for each window in a window, and for its tooltips.
+/// All that depends on the resolution, one line per child window and for the tooltips.
 std::string LookOf(HWND window) {
   std::ostringstream look;
   std::vector<HWND> all = WindowsUiTest::Children(window);
   all.push_back(TipsOf(window));
   for (const HWND each : all) {
     const std::wstring kind = ClassOf(each);
-    // Arrows to scroll tabs, which a tab control keeps once it has needed them.
+    // The arrows to scroll tabs; a tab control keeps them once it has needed them.
     if (kind == UPDOWN_CLASSW && !IsWindowVisible(each)) continue;
     RECT place = ScreenPlace(each), client;
     GetClientRect(each, &client);
@@ -60,7 +59,6 @@ std::string LookOf(HWND window) {
   return look.str();
 }
 
-/// Hears what is sent to the windows of this thread.
 std::function<void(const CWPSTRUCT& sent)> hear;
 LRESULT CALLBACK Hear(int code, WPARAM wparam, LPARAM lparam) {
   hear(*reinterpret_cast<const CWPSTRUCT*>(lparam));
@@ -71,7 +69,6 @@ struct Hearing {
   ~Hearing() { UnhookWindowsHookEx(hook); }
 };
 
-/// A window at the resolution at which it is made.
 struct Made {
   explicit Made(int dpi) : desktop({dpi}) {
     form.Load();

@@ -1,5 +1,4 @@
-// No text of the configuration screen is cut, at any resolution: every caption, label and list item is
-// measured against the room that its control really has on the screen.
+// Measures each text of the configuration screen against its control's real size, at several resolutions.
 
 #include <windows.h>
 
@@ -26,7 +25,6 @@ RECT ClientOnScreen(HWND window) {
   return client;
 }
 
-/// A text of a control and the width it has there.
 struct Text {
   std::wstring text;
   LONG room;
@@ -89,7 +87,7 @@ void ExpectNothingIsCut(HWND window, int dpi) {
       ++measured;
     }
   }
-  EXPECT_GT(measured, 150);  // all of the screen has been looked at
+  EXPECT_GT(measured, 150);  // the whole screen was checked
 }
 
 TEST(TextFit, TheConfigurationScreenShowsItsTextsInFullAndInTheirSize) {

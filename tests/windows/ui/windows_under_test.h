@@ -13,7 +13,6 @@
 #include "windows/com/wide_text.h"
 #include "windows/ui/desktop.h"
 
-/// The configuration screen in a window, with a strip of buttons below it.
 class ScreenForm : public ui::Form {
  public:
   explicit ScreenForm(ui::Desktop& screen_desktop);
@@ -32,7 +31,7 @@ class ScreenForm : public ui::Form {
 
   std::function<bool(ui::CloseReason)> on_query_unload;
   std::function<void()> on_escape;
-  /// In which nothing is cut, even if the screen is smaller.
+  /// Cuts nothing, even if the screen is smaller.
   ui::FormWindow::Size best;
 
  protected:
@@ -41,24 +40,20 @@ class ScreenForm : public ui::Form {
   bool OnEscape() override { return on_escape && (on_escape(), true); }
 };
 
-/// A desktop at one resolution, and what tests do with its windows.
 class WindowsUiTest : public testing::Test {
  public:
-  /// The windows of one class below another, in their order.
+  /// The descendants with this class, in order; all if it is empty.
   static std::vector<HWND> Children(HWND parent, const std::wstring& window_class = L"");
-  /// The window that shows a text; null if there is none.
   static HWND Child(HWND parent, const std::wstring& text);
 
  protected:
   explicit WindowsUiTest(int dpi = 96);
 
-  /// Lets messages run until the condition holds. False when it does not within a few seconds.
+  /// Processes messages until the condition holds. False if it does not within a few seconds.
   bool Until(const std::function<bool()>& condition);
   void Settle() { desktop.Yield(); }
 
-  /// The window of a form, hidden ones included; null if it has none.
   HWND WindowOf(const ui::Form& form) const;
-  /// Brings the window to the front for real input.
   bool Activate(ui::Form& form);
   void Press(const std::vector<WORD>& keys, bool first_let_go = false) {
     PressKeys(keys, first_let_go);

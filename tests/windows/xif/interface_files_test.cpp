@@ -38,13 +38,13 @@ struct QuickShell : windows::WindowsShell {
 
 TEST(InterfaceFiles, AskTheUserForAFileAndConvertIt) {
   const fs::path lonworks = L"C:\\QM5R LonWorks";
-  // A new folder for each run, as the dialog remembers the last one.
+  // A new folder for each run, because the dialog remembers the last one.
   const fs::path folder = lonworks / (L"\u00C4\u03A9 " + std::to_wstring(GetCurrentProcessId())),
                  xif = folder / "A b.xif";
   std::error_code none_there;
   fs::remove_all(lonworks, none_there);
   for (const fs::path& made : {lonworks / "bin", folder}) fs::create_directories(made);
-  // A path without quotation marks would start the second one.
+  // Without quotation marks the second program would start.
   for (const fs::path& copy : {lonworks / "bin\\XIF32BIN.exe", fs::path("C:\\QM5R.exe")})
     fs::copy_file("XIF32BIN.exe", copy, fs::copy_options::overwrite_existing);
   std::ofstream(xif) << "File\n\n\n\n80:00:D3:55:00:04:04:1D\n";
