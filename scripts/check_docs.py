@@ -28,7 +28,7 @@ def texts(*patterns):
 
 DIRECTOR = texts("src/director/*.cpp")
 # Switches of the programs that COM starts.
-SWITCHES = texts("src/startup/*.cpp", "src/windows/com/*.cpp", "src/simulator/options.cpp").lower()
+SWITCHES = texts("src/startup/*.cpp", "src/windows/com/*.cpp", "src/windows/programs/simulator.cpp").lower()
 BUILD = texts("CMakeLists.txt", "*/CMakeLists.txt", "src/**/CMakeLists.txt", "tests/**/CMakeLists.txt")
 PRESETS = json.loads((ROOT / "CMakePresets.json").read_text())
 
