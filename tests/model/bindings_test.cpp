@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <set>
 
 #include "model/catalogue.h"
@@ -46,40 +45,6 @@ TEST(Binding, RefusesWhatWouldCorruptThePoint) {
   }
   EXPECT_EQ(bound.binding.NvString(), "23,25.5,28");
   EXPECT_FALSE(bound.point.ValueAsChanges);
-}
-
-TEST(Binding, LimitsAreTextsOfTwoUnitSystems) {
-  model::CNvCtrlTable binding;
-  binding.SetMaxLimit(0, "37.5");
-  binding.SetMinLimit(1, "-5");
-  EXPECT_EQ(binding.MaxLimit(0) + binding.MinLimit(1) + binding.MaxLimit(1) + binding.MinLimit(0),
-            "37.5-500");
-  for (const int units : {-1, 2}) EXPECT_EQ(ErrorOf([&] { binding.MaxLimit(units); }).number(), 9);
-  EXPECT_EQ(ErrorOf([&] { binding.SetMinLimit(0, "cold"); }).number(), 13);
-}
-
-TEST(Catalogue, EveryRowHasItsOwnControlAndOnlyEditableFieldsHaveLimits) {
-  ASSERT_EQ(model::Catalogue().size(), 45u);
-  std::set<std::pair<int, int>> controls;
-  for (const model::CatalogueRow& row : model::Catalogue()) {
-    const bool shown = row.control.array != model::ScreenArray::None;
-    EXPECT_TRUE(!shown || controls.insert({static_cast<int>(row.control.array), row.control.index}).second)
-        << row.name;
-    const bool editable =
-        row.control.array == model::ScreenArray::txtNvi && !model::IsReadOnlyField(row.control.index);
-    EXPECT_EQ(row.limits.has_value(), editable) << row.name;
-    EXPECT_TRUE(!editable ||
-                (row.limits->si_min < row.limits->si_max && row.limits->us_min < row.limits->us_max))
-        << row.name;
-  }
-}
-
-TEST(Screen, EveryListHoldsWhatTheDeviceReports) {
-  Opened world;
-  for (int i = 0; i < model::kChoiceListCount; ++i) {
-    const ui::ChoiceList& list = world.List(i);
-    EXPECT_EQ(std::ranges::count(list.Items(), list.Text()), 1) << i << ' ' << list.Text();
-  }
 }
 
 TEST(Screen, TooltipsNameTheFieldAndItsUnit) {

@@ -16,15 +16,6 @@ struct Device : Opened {
   model::CNvCpTable& setpoints = points.Item("nciSetPts");
 };
 
-TEST(PointList, KeysAndTheSecondViewOfTheModel) {
-  Device device;
-  EXPECT_EQ(device.points.size(), 11u);
-  const model::CNvCpTable& raw = device.points.Item("nciSccModelRaw");
-  EXPECT_EQ(raw.Name, "nciSccModel (Raw)");
-  EXPECT_EQ(raw.MyNetworkVariable, device.points.Item("nciSccModel").MyNetworkVariable);
-  EXPECT_THROW(device.points.Item("nciSccModel (Raw)"), platform::Error);
-}
-
 TEST(DevicePoint, FailuresKeepTheNumberAndNameThePoint) {
   const std::string own = "A fault was set for this operation.";
   struct Case {

@@ -1,6 +1,5 @@
 #include "registration/main.h"
 
-#include "registration/names.h"
 #include "support/user.h"
 
 namespace {
@@ -89,13 +88,6 @@ TEST_F(PlugInRegistration, RemovalShowsItsResult) {
   EXPECT_EQ(world.shell.launches.back().arguments, "/unregserver");
   registration::UnregisterPlugIn(world.services, false);
   EXPECT_EQ(TakeMessage(), "");
-}
-
-TEST(Names, OfTypesAndCommands) {
-  const auto type = registration::ObjectTypeName;
-  EXPECT_EQ(type(0) + type(48) + type(49), "Object ServerDetail InfoCustom ID = 49");
-  const auto command = registration::CommandName;
-  EXPECT_EQ(command(70) + command(24) + command(-1), "Security LevelCustom command 24Custom command -1");
 }
 
 TEST_F(PlugInRegistration, EachButtonOfTheWindowActsOnce) {
@@ -214,12 +206,6 @@ TEST(StandardUser, CanWorkAndIsAskedForRightsIfNeeded) {
   EXPECT_EQ(elevated, self + "/regplugin;" + self + "/regplugin;" + self + "/deregplugin /deregmode:-1;");
   EXPECT_EQ(std::pair(ended, class_registered), std::pair(4, 1));
   EXPECT_EQ(user.MessageTexts().size(), 3u) << "from each second copy and from Exit";
-}
-
-TEST(ForceInRange, ReturnsOneOutsideTheBounds) {
-  std::vector<std::int16_t> values = {-2, -1, 0, 1, 2};
-  for (std::int16_t& value : values) EXPECT_EQ(registration::ForceInRange(-1, 1, value), value);
-  EXPECT_EQ(values, (std::vector<std::int16_t>{1, -1, 0, 1, 1}));
 }
 
 }  // namespace

@@ -81,16 +81,6 @@ TEST_F(Control, FaultsMustNameExistingItems) {
     EXPECT_EQ(CodeOf(control, "AddFault(" + fault + ";1;7)"), 17006) << fault;
 }
 
-TEST_F(Control, FaultsOfTheFileAreSet) {
-  World armed(Replaced(kWorld, "\"networks\"",
-                       R"("faults": [{"item": "T", "operation": "open", "occurrence": 2, "code": 17008},
-                                     {"operation": "Mode=", "occurrence": 0, "code": 17119}], "networks")"));
-  Play(armed.simulation->CreateObjectServer(),
-       {"Open", "Networks(T).Open", kSystem + ".Open ! 17008", kSystem + ".Open",
-        kDeviceA + ".Interface.LonMarkObjects(1).Mode=0 ! 17119",
-        kDeviceA + ".Interface.LonMarkObjects(1).Mode -> 0", "Simulator.FaultCount -> 2"});
-}
-
 TEST_F(Control, LatencyDelaysCallsAndLongOnesRaiseEvents) {
   const LateBoundPtr variable = Reach(root, kVariablesOfA + "(nciMajVer)");
   std::vector<int> events;

@@ -9,31 +9,6 @@ const std::string kDeviceC = kSystem + ".Subsystems(F).Subsystems(West).AppDevic
 const std::string kDeviceB = kSystem + ".Subsystems(F).AppDevices(B)";
 const std::string kLamp = kSystem + ".Subsystems(F).Subsystems(West).AppDevices(Lamp).Interface";
 
-TEST_F(Devices, MembersReturnTheFilesValues) {
-  Play(root, {"NetworkInterfaces.Count -> 4", "RemoteNetworkInterfaces(4).Name -> Busy",
-              "Networks(T).IsOpen -> True", "Networks(U).Open", "Networks(U).Systems(1).Name -> U"});
-  Play(Reach(root, kSystem),
-       {"DiscoveryInterval -> 180", "Subsystems.Count -> 3", "Subsystems(ALL).AppDevices.Count -> 5",
-        "Subsystems(ALL).AppDevices(3).Name -> C", "Subsystems(ALL).Subsystems.Count -> 0",
-        "Subsystems(Discovered).AppDevices(D).HasBeenCommissioned -> False",
-        "Subsystems(Discovered).AppDevices(D).Test -> 1", "Subsystems(F).Parent.Parent.Name -> S",
-        "TemplateLibrary.DeviceTemplates(QM [demo]).ProgramId -> 8000D3550004041D",
-        "TemplateLibrary.DeviceTemplates(1).ComponentApps(Configure).CommandId -> 13"});
-  Play(device, {"NeuronId -> 00DE00000001", "ProgramId -> 8000D3550004041D", "Test -> 0",
-                "Interface.LonMarkObjects(Thermostat).Index -> 1", "Interface.LonMarkObjects.Count -> 2",
-                "Interface.LonMarkObjects(2).Parent.Parent.Parent.Name -> A",
-                "Interface.LonMarkObjects(2).NetworkVariables.Count -> 10"});
-  Play(Reach(root, kVariablesOfA + "(nciHvacType)"),
-       {"Index -> 4", "DsFormatType -> SNVT_hvac_type", "Parent.Parent.Parent.Name -> A"});
-  Play(
-      Reach(root, kDeviceC),
-      {"State -> 12", "Handle -> 3", "Subsystems(1).Name -> West", "Subsystems(West).Parent.Parent.Name -> C",
-       "Interface.LonMarkObjects(1).NetworkVariables(1).Name -> nciSetPts",
-       "Interface.LonMarkObjects(1).NetworkVariables.Count -> 1", "Interface.NetworkVariables.Count -> 9"});
-  Play(Reach(root, kLamp), {"LonMarkObjects.Count -> 0", "NetworkVariables(nvoLamp).Direction -> 1",
-                            "NetworkVariables(nvoLamp).Value -> 100 1"});
-}
-
 TEST_F(Devices, FailuresHaveThePlatformsCodes) {
   Play(Reach(root, kSystem + ".Subsystems"),
        {"Item(Nowhere) ! 17006", "Item(F).AppDevices(C) ! 17006",

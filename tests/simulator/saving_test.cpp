@@ -1,7 +1,6 @@
 #include <fstream>
 
 #include "simulator/client.h"
-#include "simulator/errors.h"
 
 namespace {
 
@@ -55,15 +54,6 @@ TEST_F(Saving, WritesEachChangeAtOnceAndOnlyChanges) {
   EXPECT_EQ(Contents(file_), "edited by hand") << "saved changes are not saved again";
 }
 
-TEST_F(Saving, WaitsForARequestWithoutAutoSave) {
-  const std::string by_hand = Replaced(kWorld, "\"interfaces\"", "\"autoSave\": false, \"interfaces\"");
-  Write(by_hand);
-  Play(root_, {"Simulator.Reload", kVariablesOfA + "(nciMajVer).Value=9"});
-  EXPECT_EQ(Contents(file_), by_hand);
-  Do(root_, "Simulator.Save");
-  EXPECT_NE(Contents(file_).find("\"09\""), std::string::npos);
-}
-
 TEST_F(Saving, AFailedSaveDoesNotFailTheWrite) {
   fs::remove_all(folder_);
   Play(root_, {kVariablesOfA + "(nciMajVer).Value=9", "Simulator.Save ! 17008"});
@@ -88,12 +78,6 @@ TEST_F(Saving, ReloadReadsTheFileAndKeepsTheSessions) {
   Do(root_, "Simulator.Reload");
   EXPECT_EQ(Text(variable, "Value"), "8");
   EXPECT_EQ(CodeOf(lamp, "State"), 17096);
-}
-
-TEST_F(Saving, RefusesUnusableFiles) {
-  EXPECT_THROW(simulator::Simulation::FromFile(folder_ / "none.json", {}), simulator::FileError);
-  EXPECT_THROW(simulator::Simulation::FromFile(folder_, {}), simulator::FileError);
-  EXPECT_EQ(CodeOf(World().Open(), "Simulator.Reload"), 17008);
 }
 
 }  // namespace

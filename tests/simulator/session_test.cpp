@@ -65,19 +65,4 @@ TEST(Session, EngineeredModeReachesNoDevices) {
        {interface + "=@NetworkInterfaces(L1)", kSystem + ".Open", kVariablesOfA + "(nciMajVer).Value -> 1"});
 }
 
-TEST(Session, ObjectsOfAClosedSystemFail) {
-  for (const char* close : {"Close", "Networks(T).Close", "Networks(T).Systems(1).Close"}) {
-    SCOPED_TRACE(close);
-    World world;
-    const LateBoundPtr root = world.Open();
-    const LateBoundPtr network = Reach(root, "Networks(T)"), system = Reach(root, kSystem);
-    const LateBoundPtr device = Reach(root, kDeviceA), variable = Reach(root, kVariablesOfA + "(nciSetPts)");
-    Do(root, close);
-    Play(device, {"State ! 17004", "Interface ! 17004"});
-    Play(variable, {"Value ! 17004", "SourceOptions=0 ! 17004"});
-    Play(system, {"IsOpen -> False", "Close"});
-    Play(network, {"Name -> T", "Close", "IsOpen -> False"});
-  }
-}
-
 }  // namespace
