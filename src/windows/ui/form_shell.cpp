@@ -278,7 +278,9 @@ bool FormShell::OfferDataTexts(LPARAM where) const {
   POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
   RECT client;
   GetClientRect(handle(), &client);
-  const bool inside = where == -1 || (ScreenToClient(handle(), &at) && PtInRect(&client, at));
+  const bool by_keyboard = where == -1;
+  const bool inside = by_keyboard || (ScreenToClient(handle(), &at) && PtInRect(&client, at));
+  if (by_keyboard) where = PlaceIn(handle(), {0, 0});
   return inside && OfferToCopy(handle(), where, ui::DataTexts(form_.layout()));
 }
 

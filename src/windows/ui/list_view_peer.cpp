@@ -111,7 +111,19 @@ class ListViewPeer final : public NativePeer {
     list().UserCopies(rows);
   }
 
+  /// Where the keyboard opens a menu: below the row in use, or below the headers if that is out of sight.
+  LPARAM MenuPlace() const {
+    RECT view, row{}, headers{};
+    GetClientRect(handle(), &view);
+    GetClientRect(reinterpret_cast<HWND>(Send(LVM_GETHEADER)), &headers);
+    const LRESULT used = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+    if (used != -1) Send(LVM_GETITEMRECT, static_cast<WPARAM>(used), reinterpret_cast<LPARAM>(&row));
+    const bool in_sight = row.top >= headers.bottom && row.bottom <= view.bottom;
+    return PlaceIn(handle(), {0, in_sight ? row.bottom : headers.bottom});
+  }
+
   void OfferMenu(LPARAM where) const {
+    if (where == -1) where = MenuPlace();
     const auto chosen = ChooseFromMenu(handle(), where,
                                        {{L"&Copy\tCtrl+C", Send(LVM_GETSELECTEDCOUNT) > 0},
                                         {L"Select &All\tCtrl+A", !list().Rows().empty()}});

@@ -96,15 +96,23 @@ std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::
     AppendMenuW(menu.get(), kind | state, i + 1, items[i].caption.c_str());
   }
   POINT at{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
-  if (where == -1) {  // by keyboard
-    RECT place;
-    GetWindowRect(window, &place);
-    at = {place.left, place.top};
+  TPMPARAMS beside{};
+  beside.cbSize = sizeof beside;
+  const bool by_keyboard = where == -1;
+  if (by_keyboard) {
+    GetWindowRect(window, &beside.rcExclude);
+    at = {beside.rcExclude.left, beside.rcExclude.bottom};
   }
-  const int chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, static_cast<int>(at.x),
-                                    static_cast<int>(at.y), 0, window, nullptr);
+  const int chosen =
+      TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON | TPM_VERTICAL, static_cast<int>(at.x),
+                       static_cast<int>(at.y), window, by_keyboard ? &beside : nullptr);
   if (chosen <= 0) return std::nullopt;
   return static_cast<std::size_t>(chosen - 1);
+}
+
+LPARAM PlaceIn(HWND window, POINT point) {
+  ClientToScreen(window, &point);
+  return MAKELPARAM(point.x, point.y);
 }
 
 bool OfferToCopy(HWND window, LPARAM where, const std::vector<std::string>& texts) {

@@ -20,9 +20,12 @@ struct MenuItem {
   bool enabled = true;
 };
 
-/// Shows a menu at the place in WM_CONTEXTMENU: the pointer or, for the keyboard, the corner of the window.
-/// Returns the index of the chosen item, or nothing.
+/// Shows a menu at the place in WM_CONTEXTMENU: the pointer or, for the keyboard, below the window, so that
+/// the text of a field stays in view. Returns the index of the chosen item, or nothing.
 std::optional<std::size_t> ChooseFromMenu(HWND window, LPARAM where, const std::vector<MenuItem>& items);
+
+/// Such a place at a point of the window.
+LPARAM PlaceIn(HWND window, POINT point);
 
 /// Shows such a menu with one item per text and copies the chosen text. False if there are no texts.
 bool OfferToCopy(HWND window, LPARAM where, const std::vector<std::string>& texts);

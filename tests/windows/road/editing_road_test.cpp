@@ -44,7 +44,7 @@ TEST_F(EditingRoad, AFieldIsPutBackFromItsMenu) {
   Type("29");
   ExpectEnabled(L"&Apply", true);
   Key(VK_SHIFT, VK_F10);
-  ChooseFromMenu('B');
+  ChooseFromMenuBelow(Fields().at(kOccupiedCool), 'B');
   ExpectText(kOccupiedCool, held);
   ExpectEnabled(L"&Apply", false);
 }

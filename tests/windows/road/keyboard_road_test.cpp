@@ -79,7 +79,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
   const std::string rows = ExpectCopied("(.*\t.*\t.*\r\n){47,48}");
   Key(VK_END);
   Key(VK_SHIFT, VK_F10);
-  ChooseFromMenu('C');
+  ChooseFromMenuBelow(FindWindowExW(Focused(), nullptr, L"SysHeader32", nullptr), 'C');
   ExpectCopied(".*\tReading nciSccModel \\(Raw\\)\t.*\r\n");
   Key(VK_MENU, 'S');
   const HWND dialog = NextFront(log);

@@ -133,12 +133,14 @@ class PlugInUser : public testing::Test {
     Settle();
   }
 
-  void ChooseFromMenu(WORD letter) {
-    const auto open = [] {
+  void ChooseFromMenuBelow(HWND control, WORD letter) {
+    RECT menu_place{}, place{};
+    const auto open = [&] {
       const HWND menu = FindWindowW(L"#32768", nullptr);
-      return menu && IsWindowVisible(menu);
+      return menu && IsWindowVisible(menu) && GetWindowRect(menu, &menu_place);
     };
     EXPECT_TRUE(Eventually(open));
+    EXPECT_TRUE(GetWindowRect(control, &place) && menu_place.top >= place.bottom);
     Key(letter);
     EXPECT_TRUE(Eventually([&] { return !open(); }));
   }
