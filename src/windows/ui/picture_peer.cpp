@@ -87,8 +87,6 @@ std::span<const Layer> LayersOf(Picture picture) {
       return kRedMark;
     case Picture::Edit:
       return kEdit;
-    case Picture::Blank:
-      return {};
   }
   return {};
 }
@@ -215,10 +213,8 @@ OwnedIcon DrawPicture(Picture picture, int size) {
   info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   void* bits = nullptr;
   const OwnedBitmap colors(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  // Rows of a mask are whole words; all zero shows the colours everywhere. If all colours are transparent,
-  // Windows treats them as opaque and only the mask hides them.
-  const std::vector<BYTE> hidden(static_cast<std::size_t>((size + 15) / 16 * 2 * size),
-                                 picture == Picture::Blank ? 0xFF : 0);
+  // Rows of a mask are whole words; all zero shows the colours everywhere.
+  const std::vector<BYTE> hidden(static_cast<std::size_t>((size + 15) / 16 * 2 * size));
   const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, hidden.data()));
   if (!colors || !mask) return {};
   auto* pixel = static_cast<std::uint32_t*>(bits);

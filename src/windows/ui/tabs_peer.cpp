@@ -4,9 +4,6 @@
 
 #include <commctrl.h>
 
-#include <array>
-#include <utility>
-
 #include "windows/com/wide_text.h"
 #include "windows/ui/picture_peer.h"
 
@@ -15,8 +12,10 @@ namespace {
 
 constexpr int kPageColor = COLOR_WINDOW;
 
-// Unmarked tabs have a blank image, so that tabs do not move when a mark appears.
-constexpr std::array kImages = {Picture::Blank, Picture::Edit};
+// A mark is in the room beside the caption, so that tabs do not move when it appears.
+constexpr int kMark = 8, kBesideCaption = 10;
+
+using OwnedRegion = std::unique_ptr<std::remove_pointer_t<HRGN>, GdiDelete>;
 
 }  // namespace
 
@@ -25,8 +24,7 @@ void TabsPeer::MakeWindow() {
   for (std::size_t index = 0; index < tabs().Captions().size(); ++index) {
     std::wstring caption = ToWide(tabs().Captions()[index]);
     TCITEMW item{};
-    item.mask = TCIF_TEXT | TCIF_IMAGE;
-    item.iImage = tabs().Marked().contains(index);
+    item.mask = TCIF_TEXT;
     item.pszText = caption.data();
     Send(TCM_INSERTITEMW, index, reinterpret_cast<LPARAM>(&item));
     pages_.push_back(std::make_unique<Surface>(host().ui_thread(), kPageColor));
@@ -39,10 +37,8 @@ TabsPeer::~TabsPeer() = default;
 
 void TabsPeer::Rescale() {
   // The padding takes effect only when the font is set.
-  Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(5), theme().Scaled(4)));
-  OwnedImages images = DrawPictures(kImages, theme().Scaled(8));
-  Send(TCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
-  images_ = std::move(images);  // frees the previous images, which are no longer shown
+  Send(TCM_SETPADDING, 0, MAKELPARAM(theme().Scaled(kBesideCaption), theme().Scaled(4)));
+  mark_ = DrawPicture(Picture::Edit, theme().Scaled(kMark));
   NativePeer::Rescale();
 }
 
@@ -54,10 +50,7 @@ ui::Insets TabsPeer::Insets() const {
 }
 
 ui::Extent TabsPeer::PreferredSize() const {
-  RECT last{};
-  Send(TCM_GETITEMRECT, pages_.size() - 1, reinterpret_cast<LPARAM>(&last));
-  RECT first{};
-  Send(TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
+  const RECT first = PlaceOfTab(0), last = PlaceOfTab(pages_.size() - 1);
   return {static_cast<int>(last.right - first.left) + theme().Scaled(8), static_cast<int>(last.bottom)};
 }
 
@@ -74,21 +67,44 @@ void TabsPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Selection)
     ShowPage();
   else if (aspect == ui::Aspect::Marks)
-    ShowMarks();
+    InvalidateRect(handle(), nullptr, TRUE);
   else
     NativePeer::Show(aspect);
 }
 
-void TabsPeer::ShowMarks() const {
-  for (std::size_t index = 0; index < pages_.size(); ++index) {
-    const int image = tabs().Marked().contains(index);
-    TCITEMW item{};
-    item.mask = TCIF_IMAGE;
-    Send(TCM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
-    // The control lays out all its tabs for each changed item.
-    if (std::exchange(item.iImage, image) != image)
-      Send(TCM_SETITEMW, index, reinterpret_cast<LPARAM>(&item));
+RECT TabsPeer::PlaceOfTab(std::size_t index) const {
+  RECT place{};
+  Send(TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&place));
+  return place;
+}
+
+void TabsPeer::PaintMarks(HDC dc) const {
+  const int size = theme().Scaled(kMark);
+  for (const std::size_t index : tabs().Marked()) {
+    const RECT tab = PlaceOfTab(index);
+    const int left = static_cast<int>(tab.left) + theme().Scaled(kBesideCaption - kMark) / 2;
+    // The tab in front is drawn a little higher.
+    const int raised = index == tabs().Selected() ? theme().Scaled(2) : 0;
+    const int top = static_cast<int>(tab.top + tab.bottom - size) / 2 - raised;
+    DrawIconEx(dc, left, top, mark_.get(), size, size, 0, nullptr, DI_NORMAL);
   }
+}
+
+/// The control draws itself; the marks go on top, each time only where it has drawn.
+LRESULT TabsPeer::Handle(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message != WM_PAINT && message != WM_PRINTCLIENT) return NativePeer::Handle(message, wparam, lparam);
+  const OwnedRegion drawn(CreateRectRgn(0, 0, 0, 0));
+  GetUpdateRgn(handle(), drawn.get(), FALSE);
+  const LRESULT result = NativePeer::Handle(message, wparam, lparam);
+  if (message == WM_PRINTCLIENT) {
+    PaintMarks(reinterpret_cast<HDC>(wparam));
+    return result;
+  }
+  const HDC dc = GetDC(handle());
+  SelectClipRgn(dc, drawn.get());
+  PaintMarks(dc);
+  ReleaseDC(handle(), dc);
+  return result;
 }
 
 void TabsPeer::MakeFrontPage() const { host().PageAppears(*pages_.at(tabs().Selected())); }

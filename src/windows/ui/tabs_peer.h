@@ -26,14 +26,16 @@ class TabsPeer final : public NativePeer {
   void Rescale() override;
   void OnPlaced() override;
   void Show(ui::Aspect aspect) override;
+  LRESULT Handle(UINT message, WPARAM wparam, LPARAM lparam) override;
 
  private:
   ui::Tabs& tabs() const { return static_cast<ui::Tabs&>(control()); }
   void ShowPage();
-  void ShowMarks() const;
+  RECT PlaceOfTab(std::size_t index) const;
+  void PaintMarks(HDC dc) const;
 
   std::vector<std::unique_ptr<Surface>> pages_;
-  OwnedImages images_;
+  OwnedIcon mark_;
 };
 
 }  // namespace windows
