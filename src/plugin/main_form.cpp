@@ -54,8 +54,9 @@ fMain::fMain(const session::Services& services)
   lblDeviceTemplate.weight = ui::Label::Weight::Heading;
   lblDeviceTemplate.shows_data = true;
   lblDeviceTemplate.lines = 2;
-  constexpr int kStateColumns = 24;
-  StatusBar.columns = {kStateColumns};
+  // Enough for every state and for every step; the path can be of any length.
+  constexpr int kStateColumns = 22, kPathColumns = 0, kStepColumns = 35;
+  StatusBar.columns = {kStateColumns, kPathColumns, kStepColumns};
   Picture1.SetAccessibleName("The thermostat");
   cmdHelp.picture = ui::Button::Picture::Help;
   cmdHelp.SetAccessibleName("Help");

@@ -244,7 +244,7 @@ class ListView : public Control {
 
 class StatusBar : public Control {
  public:
-  /// Widths of the panels but the last, which takes the rest, in digits; if empty, all are equally wide.
+  /// Widths of the panels in digits; 0 takes the rest. If empty, all are equally wide.
   std::vector<int> columns;
 
   StatusBar(std::string name, std::size_t panels)

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <numeric>
 #include <optional>
 #include <vector>
 
@@ -187,16 +188,16 @@ class StatusBarPeer final : public NativePeer {
   }
 
   void OnPlaced() override {
-    const auto count = static_cast<int>(bar().Panels().size());
-    std::vector<int> right_edges;
-    for (int panel = 1; panel < count; ++panel) {
-      const bool told = static_cast<std::size_t>(panel) <= bar().columns.size();
-      right_edges.push_back(told ? (panel > 1 ? right_edges.back() : 0) +
-                                       bar().columns[static_cast<std::size_t>(panel) - 1] *
-                                           theme().DigitWidth()
-                                 : place().width * panel / count);
-    }
-    right_edges.push_back(-1);
+    const std::size_t count = bar().Panels().size();
+    std::vector<int> widths(count, place().width / static_cast<int>(count));
+    for (std::size_t panel = 0; panel < bar().columns.size(); ++panel)
+      widths[panel] = bar().columns[panel] * theme().DigitWidth();
+    // What is left goes to the panel that names no room.
+    const int rest = place().width - std::accumulate(widths.begin(), widths.end(), 0);
+    if (const auto open = std::ranges::find(widths, 0); open != widths.end()) *open = std::max(0, rest);
+    std::vector<int> right_edges(count);
+    std::partial_sum(widths.begin(), widths.end(), right_edges.begin());
+    right_edges.back() = -1;
     Send(SB_SETPARTS, right_edges.size(), reinterpret_cast<LPARAM>(right_edges.data()));
     shown_.clear();  // texts sent before the parts were set are lost
     ShowTexts();
