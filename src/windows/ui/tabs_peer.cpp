@@ -67,7 +67,7 @@ void TabsPeer::Show(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Selection)
     ShowPage();
   else if (aspect == ui::Aspect::Marks)
-    InvalidateRect(handle(), nullptr, TRUE);
+    InvalidateMarks();
   else
     NativePeer::Show(aspect);
 }
@@ -78,15 +78,29 @@ RECT TabsPeer::PlaceOfTab(std::size_t index) const {
   return place;
 }
 
+RECT TabsPeer::PlaceOfMark(std::size_t index) const {
+  const int size = theme().Scaled(kMark);
+  const RECT tab = PlaceOfTab(index);
+  const LONG left = tab.left + theme().Scaled(kBesideCaption - kMark) / 2;
+  // The tab in front is drawn a little higher.
+  const LONG top = (tab.top + tab.bottom - size) / 2 - (index == tabs().Selected() ? theme().Scaled(2) : 0);
+  return {left, top, left + size, top + size};
+}
+
+/// Only the marks: the system takes long to draw all tabs.
+void TabsPeer::InvalidateMarks() const {
+  for (std::size_t index = 0; index < pages_.size(); ++index) {
+    const RECT place = PlaceOfMark(index);
+    InvalidateRect(handle(), &place, TRUE);
+  }
+}
+
 void TabsPeer::PaintMarks(HDC dc) const {
   const int size = theme().Scaled(kMark);
   for (const std::size_t index : tabs().Marked()) {
-    const RECT tab = PlaceOfTab(index);
-    const int left = static_cast<int>(tab.left) + theme().Scaled(kBesideCaption - kMark) / 2;
-    // The tab in front is drawn a little higher.
-    const int raised = index == tabs().Selected() ? theme().Scaled(2) : 0;
-    const int top = static_cast<int>(tab.top + tab.bottom - size) / 2 - raised;
-    DrawIconEx(dc, left, top, mark_.get(), size, size, 0, nullptr, DI_NORMAL);
+    const RECT place = PlaceOfMark(index);
+    DrawIconEx(dc, static_cast<int>(place.left), static_cast<int>(place.top), mark_.get(), size, size, 0,
+               nullptr, DI_NORMAL);
   }
 }
 

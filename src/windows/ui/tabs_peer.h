@@ -32,6 +32,8 @@ class TabsPeer final : public NativePeer {
   ui::Tabs& tabs() const { return static_cast<ui::Tabs&>(control()); }
   void ShowPage();
   RECT PlaceOfTab(std::size_t index) const;
+  RECT PlaceOfMark(std::size_t index) const;
+  void InvalidateMarks() const;
   void PaintMarks(HDC dc) const;
 
   std::vector<std::unique_ptr<Surface>> pages_;
