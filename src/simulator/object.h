@@ -126,10 +126,10 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
     Row row = Stored<kField>(number, name);
     row.put = [](T& self, const Value& value) {
       auto& field = self.Data().*kField;
-      using Field = std::remove_reference_t<decltype(field)>;
-      if constexpr (std::is_same_v<Field, bool>)
+      using Type = std::remove_reference_t<decltype(field)>;
+      if constexpr (std::is_same_v<Type, bool>)
         field = automation::ToBoolean(value);
-      else if constexpr (std::is_same_v<Field, std::string>)
+      else if constexpr (std::is_same_v<Type, std::string>)
         field = automation::ToText(value);
       else
         field = WholeNumber(value, kLeast, kMost);

@@ -15,7 +15,7 @@ TEST(Apply, ClampsEveryFieldToItsLimitsAndSaysSo) {
       opened.simulation->journal().Clear();
       opened.Field(row.control.index).UserChangesText(typed);
       opened.main.cmdApply.UserClicks();
-      EXPECT_FALSE(opened.IsMarked(opened.Field(row.control.index)) || opened.main.cmdApply.Enabled());
+      EXPECT_PRED2(Both, !opened.IsMarked(opened.Field(row.control.index)), !opened.main.cmdApply.Enabled());
       const auto writes = opened.Writes();
       EXPECT_EQ(writes.size(), 1u) << "only the variable that changed is written";
       const auto values =
@@ -81,7 +81,7 @@ TEST(Apply, KeepsAnEditMadeMeanwhile) {
   opened.Apply();
   opened.desktop.on_yield = nullptr;
   EXPECT_FALSE(opened.IsMarked(opened.Field(0)));
-  EXPECT_TRUE(opened.IsMarked(opened.Field(39)) && opened.IsMarked(opened.Field(40)));
+  EXPECT_PRED2(Both, opened.IsMarked(opened.Field(39)), opened.IsMarked(opened.Field(40)));
   EXPECT_TRUE(opened.main.cmdApply.Enabled());
   opened.Apply();
   EXPECT_EQ(opened.Writes().back(), "nciMinOutTm Value=7");
@@ -109,8 +109,8 @@ TEST(Apply, SkipsTextsThatAreNotNumbers) {
     EXPECT_EQ(opened.Message().text, "Value must be numerical");
     EXPECT_EQ(opened.Writes(),
               (std::vector<std::string>{"nciSetPts Value=23,25,28,21,19,15", "nciSndHrtBt Value=90"}));
-    EXPECT_TRUE(opened.IsMarked(opened.Field(0)) && opened.main.cmdApply.Enabled());
-    EXPECT_FALSE(opened.IsMarked(opened.Field(1)) || opened.IsMarked(opened.Field(39)));
+    EXPECT_PRED2(Both, opened.IsMarked(opened.Field(0)), opened.main.cmdApply.Enabled());
+    EXPECT_PRED2(Both, !opened.IsMarked(opened.Field(1)), !opened.IsMarked(opened.Field(39)));
     opened.main.cmdCancel.UserClicks();
     EXPECT_EQ(opened.Field(0).Text(), "21");
   }
@@ -130,15 +130,16 @@ TEST(PutBack, DropsTheChangeOfOneFieldAndKeepsTheOthersOfItsPoint) {
   EXPECT_TRUE(opened.Field(1).ToolTip().ends_with("\r\nchanged, was 16"));
   opened.PutBack(opened.Field(0));
   EXPECT_EQ(opened.Field(0).Text() + " " + opened.Field(1).Text(), "21 15");
-  EXPECT_TRUE(!opened.IsMarked(opened.Field(0)) && !has_change(0));
-  EXPECT_TRUE(opened.IsMarked(opened.Field(1)) && has_change(1) && opened.main.cmdApply.Enabled());
+  EXPECT_PRED2(Both, !opened.IsMarked(opened.Field(0)), !has_change(0));
+  EXPECT_PRED2(Both, opened.IsMarked(opened.Field(1)), has_change(1));
+  EXPECT_TRUE(opened.main.cmdApply.Enabled());
   opened.Type(0, "1:30");
   opened.GoTo(opened.List(0));
   EXPECT_EQ(opened.Field(0).Text(), "21") << "a refused entry does not bring the edit back";
   opened.Apply();
   EXPECT_EQ(opened.Writes().back(), "nciSetPts Value=23,25,28,21,19,15 !");
   opened.PutBack(opened.Field(1));
-  EXPECT_FALSE(opened.main.cmdApply.Enabled() || opened.main.cmdCancel.Enabled());
+  EXPECT_PRED2(Both, !opened.main.cmdApply.Enabled(), !opened.main.cmdCancel.Enabled());
   opened.Key(opened.List(0), 13);
   EXPECT_EQ(opened.Writes().size(), 2u) << "nothing is left to write";
   EXPECT_EQ(opened.Raw("nciSetPts"), bytes);
@@ -157,14 +158,14 @@ TEST(PutBack, ShowsTheDevicesValueAndAnnouncesItInTheTooltip) {
     ui::Field& field = *shown;
     const std::string tip = field.ToolTip();
     opened.Key(field, kMenuKey);
-    EXPECT_FALSE(opened.IsMarked(field) || field.CanBePutBack());
+    EXPECT_PRED2(Both, !opened.IsMarked(field), !field.CanBePutBack());
     c.list < 0 ? opened.Type(0, c.edit) : opened.Choose(c.list, c.edit);
     EXPECT_EQ(field.ToolTip(), tip + "\r\nchanged, was " + c.was);
     EXPECT_EQ(opened.main.screen.tabData.Marked(), std::set{static_cast<std::size_t>(c.page)});
     opened.PutBack(field);
     EXPECT_EQ(field.Text(), c.was);
     EXPECT_EQ(field.ToolTip(), tip);
-    EXPECT_TRUE(opened.main.screen.tabData.Marked().empty() && !opened.main.cmdApply.Enabled());
+    EXPECT_PRED2(Both, opened.main.screen.tabData.Marked().empty(), !opened.main.cmdApply.Enabled());
   }
 }
 

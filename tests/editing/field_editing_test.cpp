@@ -18,7 +18,7 @@ TEST(FieldEditing, KeysAreFilteredAndAlwaysMark) {
     EXPECT_FALSE(opened.IsMarked(field));
     EXPECT_EQ(field.on_key_press(character), accepted) << index << ' ' << static_cast<unsigned>(character);
     EXPECT_TRUE(opened.IsMarked(field)) << "a refused key marks as well";
-    EXPECT_TRUE(opened.main.cmdApply.Enabled() && opened.main.cmdCancel.Enabled());
+    EXPECT_PRED2(Both, opened.main.cmdApply.Enabled(), opened.main.cmdCancel.Enabled());
   }
 }
 
@@ -58,7 +58,7 @@ TEST(FieldEditing, PageKeysStep) {
   EXPECT_FALSE(field.on_key_down(13, 0)) << "Enter does nothing";
   EXPECT_FALSE(opened.IsMarked(field));
   for (const int locked : {11, 12, 13, 15}) {
-    EXPECT_FALSE(opened.Field(locked).on_key_down(kUp, 0) || opened.Field(locked).on_key_press(U'1'))
+    EXPECT_PRED2(Both, !opened.Field(locked).on_key_down(kUp, 0), !opened.Field(locked).on_key_press(U'1'))
         << locked;
     EXPECT_FALSE(opened.IsMarked(opened.Field(locked)));
   }
@@ -220,7 +220,7 @@ TEST(FieldEditing, TheSecondHalfOfARuleLeavesTheNextDeviceAlone) {
   };
   opened.Enter(16, "12.5");
   EXPECT_EQ(opened.Field(1).Text(), "15");
-  EXPECT_FALSE(opened.IsMarked(opened.Field(1)) || opened.main.cmdApply.Enabled());
+  EXPECT_PRED2(Both, !opened.IsMarked(opened.Field(1)), !opened.main.cmdApply.Enabled());
 }
 
 TEST(Lists, OpeningAndKeysMarkAndEnterApplies) {

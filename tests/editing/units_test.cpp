@@ -53,7 +53,7 @@ TEST(Units, AsksAboutPendingEdits) {
   opened.Switch(1);
   EXPECT_EQ(opened.Chosen(), 1);
   EXPECT_EQ(opened.Field(0).Text(), "70");
-  EXPECT_FALSE(opened.IsMarked(opened.Field(0)) || opened.main.cmdApply.Enabled());
+  EXPECT_PRED2(Both, !opened.IsMarked(opened.Field(0)), !opened.main.cmdApply.Enabled());
 }
 
 }  // namespace

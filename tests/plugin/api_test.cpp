@@ -68,7 +68,7 @@ TEST(Api, ADirectorIsServedWhileTheObjectServerOfAnotherOneIsMade) {
     first.reset();
     World::Put(*second, "Visible", true);
     EXPECT_EQ(world.Shown(model::txtNvi(0)), "20.5") << stays;
-    EXPECT_TRUE(!world.desktop.ended && world.main.lcaOS().IsOpen()) << stays;
+    EXPECT_PRED2(Both, !world.desktop.ended, world.main.lcaOS().IsOpen()) << stays;
     world.main.cmdExit.UserClicks();
     EXPECT_TRUE(world.desktop.ended);
     for (const auto& session : world.simulation->Sessions()) EXPECT_FALSE(session->IsOpen());
@@ -151,7 +151,7 @@ TEST(Api, AVisiblePlugInOutlivesItsObjectsAndClosesWithoutAQuestion) {
   world.api.reset();
   EXPECT_FALSE(world.desktop.ended);
   world.main.CloseRequested(ui::CloseReason::User);
-  EXPECT_TRUE(world.desktop.ended && world.desktop.messages.empty());
+  EXPECT_PRED2(Both, world.desktop.ended, world.desktop.messages.empty());
 }
 
 TEST(Api, ExitAsksWhileObjectsAreHeld) {

@@ -118,7 +118,7 @@ TEST(ConfigureRoad, UnitsComeFromTheStoredSetting) {
   Opened world(kFirstThermostat, "2");
   EXPECT_EQ(world.Shown(txtNvi(0)), "70");  // 69.8 °F, shown in steps of a half
   EXPECT_EQ(world.main.screen.txtTempUnits().front()->Text(), "\u00BAF");
-  EXPECT_TRUE(world.main.obUnits[1].Selected() && !world.main.obUnits[0].Selected());
+  EXPECT_PRED2(Both, world.main.obUnits[1].Selected(), !world.main.obUnits[0].Selected());
 }
 
 TEST(ConfigureRoad, ShowsTheDevicesState) {

@@ -196,7 +196,7 @@ TEST_F(CommandRegistration, ShowsAFailureAndSucceedsOnTheNextTry) {
     ASSERT_EQ(messages.size(), 1u);
     EXPECT_TRUE(messages[0].starts_with("Error adding command " + c.message)) << messages[0];
     world.simulation->faults().Clear();
-    EXPECT_TRUE(!c.leaves_nothing || world.Saved() == before);
+    EXPECT_PRED2(Implies, c.leaves_nothing, world.Saved() == before);
     for (const auto& type : System(c.network).templates)
       for (const auto& app : type.component_apps) EXPECT_NE(app.command_id, 0) << app.name;
     c.mends();

@@ -121,7 +121,7 @@ TEST_F(NetworkVisits, RemoveSharedCommandsOnlyAtTheFirstNetwork) {
   installation.networks[0].opens = true;
   world.log.Clear();
   Deregister(1, false);
-  EXPECT_TRUE(world.statuses.empty() && world.desktop.messages.empty()) << "a command line is silent";
+  EXPECT_PRED2(Both, world.statuses.empty(), world.desktop.messages.empty()) << "a command line is silent";
   EXPECT_EQ(shared(), 1u);
   EXPECT_EQ(std::ranges::count(world.log.lstActivity.Rows(), "Object Server",
                                [](const auto& row) { return row.cells[2]; }),

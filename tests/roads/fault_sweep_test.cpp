@@ -68,8 +68,9 @@ struct FaultSweep : testing::Test {
   void End() {
     api.reset();
     world.main.EndPlugIn();
-    EXPECT_TRUE(world.desktop.windows == 0 && world.desktop.pointers.back() == ui::Pointer::Default);
-    EXPECT_FALSE(faults.held() || world.main.Busy() || world.session.InstanceCount);
+    EXPECT_PRED2(Both, world.desktop.windows == 0, world.desktop.pointers.back() == ui::Pointer::Default);
+    EXPECT_PRED2(Both, !faults.held(), !world.main.Busy());
+    EXPECT_EQ(world.session.InstanceCount, 0);
     int open = 0;
     const auto& journal = world.simulation->journal();
     for (std::size_t i = 0; i < journal.Count(); ++i)
@@ -129,7 +130,7 @@ struct FaultsAtADevice : FaultSweep {
     std::ptrdiff_t critical = 0, red = 0;
     for (const auto& shown : world.desktop.messages) critical += shown.message.icon == ui::Icon::Critical;
     for (const auto& row : world.log.lstActivity.Rows()) red += row.icon == ui::ListView::Icon::Red;
-    EXPECT_TRUE(critical <= 1 && critical <= red);
+    EXPECT_PRED2(Both, critical <= 1, critical <= red);
     return critical == 1;
   }
 
@@ -142,7 +143,7 @@ TEST_F(FaultsAtADevice, ConfigureShowsAllOrNothing) {
     platform::Error error(0, "", "");
     Fail([&] { error = Configure(); });
     const bool failed = FailureShown() || error.number() != 0;
-    EXPECT_TRUE(Shown() == full[world.main.DisplayUnits] || (failed && Shown() == initial));
+    EXPECT_PRED2(Implies, Shown() != full[world.main.DisplayUnits], failed && Shown() == initial);
     if (world.main.CurrentDevice() && Shown() == initial && Recovers()) {
       user.Enter(39, "90");
       EXPECT_FALSE(User::IsMarked(user.Field(39))) << "an edit that could not be applied";
@@ -173,8 +174,8 @@ TEST_F(FaultsAtADevice, ApplyLosesNoEdit) {
         const ui::Control& edited = name == "nciGenOpts"  ? static_cast<ui::Control&>(user.List(0))
                                     : name == "nciSetPts" ? user.Field(0)
                                                           : user.Field(39);
-        EXPECT_TRUE(held[name] == bytes || (held[name].empty() && pending && User::IsMarked(edited)));
-        EXPECT_TRUE(pending || !User::IsMarked(edited));
+        EXPECT_PRED2(Implies, held[name] != bytes, held[name].empty() && pending && User::IsMarked(edited));
+        EXPECT_PRED2(Implies, !pending, !User::IsMarked(edited));
       }
       EXPECT_EQ(held.size(), 3u) << "others are not written";
     };
@@ -196,9 +197,9 @@ TEST_F(FaultsAtADevice, RefreshShowsAllOrNothingAndKeepsEdits) {
     if (first == 0) fresh = Shown();
     EXPECT_EQ(Shown(), FailureShown() ? full[0] : fresh);
     world.main.cmdRefresh.UserClicks();
-    EXPECT_TRUE(!Recovers() || Shown() == fresh);
-    EXPECT_TRUE(user.Field(39).Text() == "90" && User::IsMarked(user.Field(39)));
-    EXPECT_TRUE(world.main.cmdApply.Enabled() && Device().values.size() == 1);
+    EXPECT_PRED2(Implies, Recovers(), Shown() == fresh);
+    EXPECT_PRED2(Both, user.Field(39).Text() == "90", User::IsMarked(user.Field(39)));
+    EXPECT_PRED2(Both, world.main.cmdApply.Enabled(), Device().values.size() == 1);
   });
 }
 
@@ -213,16 +214,16 @@ TEST_F(FaultsAtADevice, UnitsAreNeverMixed) {
     EXPECT_EQ(world.main.screen.txtTempUnits().back()->Text(), units ? "\u00BAF" : "\u00BAC");
     // If restoring the units fails too, nothing can be edited until everything is read.
     if (Shown() != full[units]) {
-      EXPECT_TRUE(FailsAgain() && user.Field(0).Locked());
+      EXPECT_PRED2(Both, FailsAgain(), user.Field(0).Locked());
       world.main.cmdRefresh.UserClicks();
     }
-    EXPECT_TRUE(Shown() == full[units] || !Recovers());
+    EXPECT_PRED2(Implies, Shown() != full[units], !Recovers());
     user.Enter(0, units ? "68.9" : "20.5");
     world.main.cmdApply.UserClicks();
-    EXPECT_TRUE(Device().values.empty() || Device().values == wanted);
+    EXPECT_PRED2(Implies, !Device().values.empty(), Device().values == wanted);
     world.main.cmdRefresh.UserClicks();
     world.main.cmdApply.UserClicks();
-    EXPECT_TRUE(Device().values == wanted || (Device().values.empty() && !Recovers()));
+    EXPECT_PRED2(Implies, Device().values != wanted, Device().values.empty() && !Recovers());
   });
 }
 
@@ -255,16 +256,16 @@ TEST_F(FaultSweep, RegistrationIsCompletedByTheNextTry) {
       EXPECT_TRUE(red != 0 || error.number() == 20006 ||
                   (error.number() == 0 && std::ranges::count(defaulted, faults.struck())))
           << "the log says what failed";
-      EXPECT_TRUE(red == 0 || first != 0);
-      if (error.number() == 0)
-        EXPECT_TRUE(faults.struck() == "VersionNumber" || world.Saved() == registered);
-      else
-        EXPECT_TRUE(error.source() == world.identity.PlugInName && error.number() / 10 == 2000);
+      EXPECT_PRED2(Implies, red != 0, first != 0);
+      EXPECT_PRED2(Implies, error.number() != 0,
+                   error.source() == world.identity.PlugInName && error.number() / 10 == 2000);
+      EXPECT_PRED2(Implies, error.number() == 0 && faults.struck() != "VersionNumber",
+                   world.Saved() == registered);
       EXPECT_EQ(Send(50, network).number(), 0);
       // If cleaning up fails too, a command keeps no default flag, or a template no interface.
       const std::string untidy[] = {"DefaultAppFlag", "VersionNumber", "Import", "machine"};
-      EXPECT_TRUE((FailsAgain() && std::ranges::count(untidy, faults.struck())) ||
-                  world.Saved() == registered);
+      EXPECT_PRED2(Implies, !FailsAgain() || !std::ranges::count(untidy, faults.struck()),
+                   world.Saved() == registered);
     });
   }
 }
@@ -278,8 +279,8 @@ TEST_F(FaultSweep, DeregistrationAlwaysCompletes) {
   Walk("deregister everything", [&] {
     const auto deregister = [&] {
       const auto code = registration::MMain(world.services, world.by_hand).Main("/deregplugin");
-      EXPECT_TRUE(code == 0 || faults.struck() == "machine");
-      EXPECT_TRUE(world.desktop.messages.empty() && !world.session.CurrentNetwork);
+      EXPECT_PRED2(Implies, code != 0, faults.struck() == "machine");
+      EXPECT_PRED2(Both, world.desktop.messages.empty(), !world.session.CurrentNetwork);
     };
     world.main.Load();
     Fail(deregister);
@@ -289,7 +290,7 @@ TEST_F(FaultSweep, DeregistrationAlwaysCompletes) {
     const bool restored = foundry.interface == "DEMO-LOCAL-2";
     EXPECT_TRUE(FailsAgain() || restored || faults.struck() == "NetworkInterface");
     deregister();
-    EXPECT_TRUE(!Recovers() || !restored || world.Saved() == removed);
+    EXPECT_PRED2(Implies, Recovers() && restored, world.Saved() == removed);
     EXPECT_EQ(world.registry.MachineSetting(world.identity.PlugInKey(), ""), "");
   });
 }

@@ -149,7 +149,7 @@ struct InterruptedUser : World, User {
       EXPECT_EQ(label->Text(), model::TemperatureUnit(main.DisplayUnits));
     const std::string path = StatusPanel(2), heading = main.lblDeviceTemplate.Text();
     const std::string named = heading.substr(heading.rfind('(') + 1, std::strlen("Thermostat 101"));
-    EXPECT_TRUE(path.empty() || path.find(named) != std::string::npos) << heading;
+    EXPECT_PRED2(Implies, !path.empty(), path.find(named) != std::string::npos) << heading;
     for (const auto& [control, text] : TextsOf(path))
       EXPECT_TRUE(IsMarked(*control) || control->Text() == text || control->Text() == TextsOf("").at(control))
           << control->name() << " shows " << control->Text() << " for " << path << ", which has " << text;
@@ -181,7 +181,7 @@ struct InterruptedUser : World, User {
               }));
     EXPECT_LE(now.tried_writes, static_cast<int>(logged.size()) + failed);
     const bool is_shown = incoming->outcome == Unreadable || incoming->outcome == ServerLost;
-    EXPECT_TRUE(failed <= now.failures && now.failures <= failed + undisturbed.failures + is_shown);
+    EXPECT_PRED2(Both, failed <= now.failures, now.failures <= failed + undisturbed.failures + is_shown);
   }
   void CheckThatRefreshReadsOrSaysWhyNot() {
     const bool closed = IsClosed();
@@ -190,13 +190,14 @@ struct InterruptedUser : World, User {
     main.cmdRefresh.UserClicks();
     CheckThatTextsBelongToDeviceAndUnits();
     EXPECT_TRUE(!closed || Message().text.starts_with("The network of this device has been closed."));
-    EXPECT_TRUE(!desktop.messages.empty() || (Operations("Value").size() == 11 && AllLocked(false)));
+    EXPECT_PRED2(Implies, desktop.messages.empty(), Operations("Value").size() == 11 && AllLocked(false));
   }
   void Recover() {
     ValuesOf("Thermostat 101").clear();
     if (std::exchange(desktop.ended, false)) api.reset();
     desktop.messages.clear();
-    EXPECT_TRUE(Configure(kFirst) == 0 && desktop.messages.empty());
+    EXPECT_EQ(Configure(kFirst), 0);
+    EXPECT_TRUE(desktop.messages.empty());
     main.Show();
     if (main.DisplayUnits != 0) main.obUnits[0].UserClicks();
     EXPECT_TRUE(ShowsAllOf(kFirst));
@@ -220,7 +221,8 @@ struct InterruptedUser : World, User {
     counts = false;
     simulation->faults().Clear();
     desktop.answers.clear();
-    EXPECT_TRUE(!main.Busy() && !progress.Shown() && desktop.pointers.back() == ui::Pointer::Default);
+    EXPECT_PRED2(Both, !main.Busy(), !progress.Shown());
+    EXPECT_EQ(desktop.pointers.back(), ui::Pointer::Default);
     for (const ui::Field* field : main.screen.EditableFields()) {
       now.texts[field] = field->Text();
       now.screen += field->Text() + (IsMarked(*field) ? "*" : "") + (field->Locked() ? "-" : "") + "|";
@@ -236,11 +238,12 @@ struct InterruptedUser : World, User {
     CheckThatOnlyAppliedValuesAreWrittenAndAllAreLogged(undisturbed);
     const Outcome outcome = incoming->outcome;
     const bool next_director_came = pass.by_director && api;
-    EXPECT_TRUE(pass.by_director || (outcome != Ended && outcome != Closed) || now.values_after <= 1);
+    EXPECT_PRED2(Implies, !pass.by_director && (outcome == Ended || outcome == Closed),
+                 now.values_after <= 1);
     EXPECT_EQ(now.ended,
               outcome == Ended || outcome == EndedAfterThePass || (undisturbed.ended && !next_director_came));
     if (now.ended) {
-      EXPECT_TRUE(desktop.forms.empty() || desktop.forms == std::vector<ui::Form*>{&log});
+      EXPECT_PRED2(Implies, !desktop.forms.empty(), desktop.forms == std::vector<ui::Form*>{&log});
       for (const auto& each : simulation->Sessions()) EXPECT_FALSE(each->IsOpen());
       return;
     }
@@ -249,16 +252,19 @@ struct InterruptedUser : World, User {
     const bool comes_later =
         pass.by_director && (heard != 0 || ShowsAllOf(kFirst) || IsClosed() || StatusPanel(2).empty());
     const bool is_untouched = now.screen == undisturbed.screen;
-    EXPECT_TRUE(outcome != Untouched || is_untouched);
+    EXPECT_PRED2(Implies, outcome == Untouched, is_untouched);
     EXPECT_TRUE(outcome != Replaced || ShowsAllOf(incoming->device) || comes_later);
-    EXPECT_TRUE(outcome != Unreadable || (StatusPanel(2) == kSilent && now.failures != 0) || comes_later);
-    EXPECT_TRUE(outcome != Closed || IsClosed() || comes_later);
-    EXPECT_TRUE(outcome != ServerLost || (IsClosed() && now.failures != 0) || is_untouched || comes_later);
+    EXPECT_PRED2(Implies, outcome == Unreadable && !comes_later,
+                 StatusPanel(2) == kSilent && now.failures != 0);
+    EXPECT_PRED2(Implies, outcome == Closed && !comes_later, IsClosed());
+    EXPECT_PRED2(Implies, outcome == ServerLost && !is_untouched && !comes_later,
+                 IsClosed() && now.failures != 0);
     const bool keeps_edits = pass.keeps_edits && outcome != Replaced && outcome != Unreadable;
     for (const auto& [field, text] : now.typed)
       EXPECT_TRUE(!keeps_edits || field->Text() == text || field->Text() == undisturbed.texts.at(field));
     const auto& rows = log.lstActivity.Rows();
-    EXPECT_TRUE(!std::exchange(stopped, false) || (!rows.empty() && rows.back().cells[1] == "Refreshing"));
+    EXPECT_PRED2(Implies, std::exchange(stopped, false),
+                 !rows.empty() && rows.back().cells[1] == "Refreshing");
     CheckThatRefreshReadsOrSaysWhyNot();
   }
 

@@ -66,7 +66,7 @@ TEST(NetworkSession, TheRemoteFlagDecidesWhatInternetMeans) {
   Director late;
   late.UseInterface("Internet");
   late.ExpectRefused("Demo Annex");
-  EXPECT_TRUE(late.Asked("RemoteFlag=True") && late.Asked("RemoteNetworkInterfaces"));
+  EXPECT_PRED2(Both, late.Asked("RemoteFlag=True"), late.Asked("RemoteNetworkInterfaces"));
   EXPECT_FALSE(late.Asked("Flags"));
 }
 
@@ -75,7 +75,7 @@ TEST(NetworkSession, ChangesToFullRemoteAndBackToLocal) {
   director.UseRemote();
   director.UseInterface("DEMO-REMOTE-1");
   director.Open("Demo Tower");
-  EXPECT_TRUE(director.Asked("Flags=32") && director.Asked("RemoteNetworkInterfaces"));
+  EXPECT_PRED2(Both, director.Asked("Flags=32"), director.Asked("RemoteNetworkInterfaces"));
   EXPECT_TRUE(director.Remote());
 
   director.UseInterface("");

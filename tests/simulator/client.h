@@ -10,6 +10,7 @@
 
 #include "automation/convert.h"
 #include "simulator/simulation.h"
+#include "support/conditions.h"
 
 /// A client of the simulated object server: each line is one line of a script.
 namespace client {

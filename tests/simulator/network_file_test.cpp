@@ -49,7 +49,8 @@ TEST(NetworkFile, ErrorsNameLineAndField) {
   };
   for (const auto& c : cases) {
     const std::string error = ErrorOf(Replaced(kWorld, Quoted(c.from), Quoted(c.to)));
-    EXPECT_TRUE(error.starts_with("n.json:" + c.line + ": ") && error.ends_with(Quoted(c.error))) << error;
+    EXPECT_PRED2(Both, error.starts_with("n.json:" + c.line + ": "), error.ends_with(Quoted(c.error)))
+        << error;
   }
 }
 

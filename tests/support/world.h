@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "headless/plug_in.h"
+#include "support/conditions.h"
 #include "support/error_of.h"
 
 /// The plug-in in Celsius on a simulated network, by default the demo, with the device's resource files.

@@ -136,7 +136,8 @@ TEST(Registration, WritesAndRemovesWhatClientsLookUp) {
     EXPECT_EQ(MachineText("Qm5r.ComSample\\CLSID"), id);
     EXPECT_EQ(MachineText(marshaller), "{00020420-0000-0000-C000-000000000046}");
     const std::string command = MachineText(server);
-    EXPECT_TRUE(command.starts_with('"') && command.ends_with("test_server.exe\" /automation")) << command;
+    EXPECT_PRED2(Both, command.starts_with('"'), command.ends_with("test_server.exe\" /automation"))
+        << command;
     expect_refusals();
     EXPECT_EQ(MachineText(server) + MachineText("Qm5r.ComSample\\CLSID"), command + id) << "unchanged";
   }
@@ -200,7 +201,7 @@ TEST(Apartment, EndsItsObjectsOnItsThread) {
     adapter = ToDispatch(std::exchange(second, nullptr));
     std::thread([&] { last.Reset(); }).join();
   }).join();
-  EXPECT_TRUE(handed_over.expired() && held.expired());
+  EXPECT_PRED2(Both, handed_over.expired(), held.expired());
   EXPECT_EQ(Sample::ended_elsewhere, 0);
 }
 
@@ -235,7 +236,8 @@ TEST_F(OwnedServer, EndsIfNoNewClientComes) {
   EXPECT_FALSE(GoesWithin(600)) << "a client came while it lingered";
   object.Reset();
   server.Leave();
-  EXPECT_FALSE(GoesWithin(200) || Class()) << "the class is withdrawn";
+  EXPECT_FALSE(GoesWithin(200));
+  EXPECT_FALSE(Class()) << "the class is withdrawn";
   EXPECT_EQ(Create(), S_OK);
   EXPECT_TRUE(Class()) << "the class is offered again";
   object.Reset();
@@ -250,7 +252,8 @@ TEST_F(OwnedServer, EndsIfNoNewClientComes) {
 TEST_F(OwnedServer, EndsAtOnceIfObjectsAreHeld) {
   Create();
   server.Leave();
-  EXPECT_TRUE(GoesWithin(50) && !Class());
+  EXPECT_TRUE(GoesWithin(50));
+  EXPECT_FALSE(Class());
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
+#include "support/conditions.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/wide_text.h"
 #include "windows/director/remote_window.h"
@@ -140,7 +141,8 @@ class PlugInUser : public testing::Test {
       return menu && IsWindowVisible(menu) && GetWindowRect(menu, &menu_place);
     };
     EXPECT_TRUE(Eventually(open));
-    EXPECT_TRUE(GetWindowRect(control, &place) && menu_place.top >= place.bottom);
+    EXPECT_TRUE(GetWindowRect(control, &place));
+    EXPECT_GE(menu_place.top, place.bottom);
     Key(letter);
     EXPECT_TRUE(Eventually([&] { return !open(); }));
   }

@@ -55,7 +55,7 @@ class RegistrationRoad : public PlugInUser {
     const HANDLE director = Start(L"director.exe", L" register \"" + network + L"\"");
     const HWND box = Box(kTitle);
     ASSERT_TRUE(box);
-    EXPECT_TRUE(Reads(box).starts_with(text) && Reads(box).ends_with(buttons)) << Reads(box);
+    EXPECT_PRED2(Both, Reads(box).starts_with(text), Reads(box).ends_with(buttons)) << Reads(box);
     Press(box, answer);
     EXPECT_EQ(Wait(director), exit_code);
   }

@@ -72,7 +72,7 @@ TEST_F(Controls, ListShowsWhatIsAppended) {
   EXPECT_EQ(Cell(500, 1), L"Write");
   EXPECT_GE(ListView_GetTopIndex(List()) + ListView_GetCountPerPage(List()), 501);
   EXPECT_GT(width(2), ListView_GetStringWidth(List(), L"A result that is wider than its heading \u00BAC"));
-  EXPECT_TRUE(Image(499) == 1 && Image(500) == 0) << "by their keys";
+  EXPECT_PRED2(Both, Image(499) == 1, Image(500) == 0) << "by their keys";
   EXPECT_EQ(ImageList_GetImageCount(ListView_GetImageList(List(), LVSIL_SMALL)), 2);
   form.log.Clear();
   EXPECT_EQ(ListView_GetItemCount(List()), 0);
@@ -136,7 +136,7 @@ TEST_F(Controls, OptionButtonsExcludeEachOther) {
   const HWND metric = Child(WindowOf(form), L"&Metric"), imperial = Child(WindowOf(form), L"&Imperial");
   form.metric.SetSelected(true);
   Tell(imperial, BM_CLICK);
-  EXPECT_TRUE(form.imperial.Selected() && !form.metric.Selected());
+  EXPECT_PRED2(Both, form.imperial.Selected(), !form.metric.Selected());
   EXPECT_EQ(Tell(metric, BM_GETCHECK), BST_UNCHECKED);
   form.metric.SetSelected(true);
   EXPECT_EQ(Tell(imperial, BM_GETCHECK), BST_UNCHECKED);
@@ -206,13 +206,14 @@ TEST_F(Controls, ATextThatIsTooLongKeepsItsEnds) {
   const std::wstring path = L"A long network/A long network.A long floor/Room 17 \xD83D\xDE00";
   for (const int width : {60, 100, 200}) {
     const std::wstring cut = theme.Shortened(path, width);
-    EXPECT_TRUE(theme.TextSize(cut).width <= width && theme.TextSize(cut).width > width - 30) << width;
-    EXPECT_TRUE(cut.starts_with(L"A l") && cut.find(L'\x2026') != cut.npos && cut.ends_with(L"\xD83D\xDE00"));
+    EXPECT_PRED2(Both, theme.TextSize(cut).width <= width, theme.TextSize(cut).width > width - 30) << width;
+    EXPECT_PRED2(Both, cut.starts_with(L"A l"), cut.ends_with(L"\xD83D\xDE00"));
+    EXPECT_NE(cut.find(L'\x2026'), cut.npos);
   }
   EXPECT_EQ(theme.Shortened(path, 2000), path);
   const std::wstring lines =
       theme.ShortenedTo(path, windows::Theme::Weight::Bold, {150, 2 * theme.TextHeight()});
-  EXPECT_TRUE(theme.TextSize(lines, windows::Theme::Weight::Bold).width > 150 && lines != path);
+  EXPECT_PRED2(Both, theme.TextSize(lines, windows::Theme::Weight::Bold).width > 150, lines != path);
 }
 
 TEST_F(Controls, StatusBarShowsALongTextInFullInItsTooltip) {

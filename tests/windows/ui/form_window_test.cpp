@@ -43,7 +43,8 @@ TEST_F(FormWindow, ThatIsKeptIsFoundByNobodyUntilItsFormIsLoadedAgain) {
   const HWND window = WindowOf(kept);
   ASSERT_TRUE(window);
   kept.Unload();
-  EXPECT_FALSE(WindowOf(kept) || IsWindowVisible(window) || kept.hwnd());
+  EXPECT_FALSE(WindowOf(kept));
+  EXPECT_PRED2(Both, !IsWindowVisible(window), !kept.hwnd());
   SendMessageW(window, WM_CLOSE, 0, 0);
   kept.Show();
   EXPECT_EQ(WindowOf(kept), window);
@@ -162,9 +163,9 @@ TEST_F(FormWindow, HoldsAnAnimationInItselfOrInAControl) {
       EXPECT_EQ(ClassOf(window), L"SysAnimate32");
       EXPECT_FALSE(GetWindowLongW(GetParent(window), GWL_STYLE) & WS_CLIPCHILDREN) << "it is transparent";
       EXPECT_EQ(reinterpret_cast<std::uintptr_t>(GetParent(window)), owner->hwnd());
-      EXPECT_TRUE(IsWindowVisible(window) && clip.Width() > 0);
+      EXPECT_PRED2(Both, IsWindowVisible(window), clip.Width() > 0);
       owner_goes ? form.Unload() : clip.StopPlay();
-      EXPECT_TRUE(!IsWindow(window) && clip.hwnd() == 0);
+      EXPECT_PRED2(Both, !IsWindow(window), clip.hwnd() == 0);
     }
   EXPECT_THROW(clip.StartPlay(), platform::Error) << "the owner is gone";
 }
@@ -192,8 +193,8 @@ TEST_F(LargeFormWindow, ScrollsToWhatTheKeyboardReachesOnASmallScreen) {
     MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
     const RECT place = ScreenPlace(focus);
     const bool whole = ClassOf(focus) != L"SysTabControl32" && ClassOf(focus) != L"SysListView32";
-    EXPECT_TRUE(place.left >= client.left && place.top >= client.top) << windows::ToUtf8(TextOf(focus));
-    EXPECT_TRUE(!whole || (place.right <= client.right && place.bottom <= client.bottom))
+    EXPECT_PRED2(Both, place.left >= client.left, place.top >= client.top) << windows::ToUtf8(TextOf(focus));
+    EXPECT_PRED2(Implies, whole, place.right <= client.right && place.bottom <= client.bottom)
         << windows::ToUtf8(TextOf(focus));
     seen.insert(focus);
   }

@@ -77,7 +77,8 @@ class SilentServer {
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     int size = sizeof address;
     auto* const place = reinterpret_cast<sockaddr*>(&address);
-    EXPECT_TRUE(bind(listener_, place, size) == 0 && listen(listener_, 5) == 0);
+    EXPECT_EQ(bind(listener_, place, size), 0);
+    EXPECT_EQ(listen(listener_, 5), 0);
     getsockname(listener_, place, &size);
     url = "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/";
   }
@@ -106,7 +107,7 @@ TEST_F(WebView, KeepsItsTextIfNoPageArrives) {
   form.screen.tabData.Select(model::kContactPage);
   form.screen.tabData.SetFocus();
   Settle();
-  EXPECT_TRUE(IsWindowVisible(view) && !HasBrowser());
+  EXPECT_PRED2(Both, IsWindowVisible(view), !HasBrowser());
   ASSERT_TRUE(Until([&] { return HasBrowser(); }));
   EXPECT_GE(ScreenPlace(Children(view).at(0)).left, ScreenPlace(view).right - 20);
   EXPECT_TRUE(Until([&] { return !HasBrowser(); }));
@@ -125,7 +126,7 @@ TEST_F(WebView, GoesWithItsWindowWhileThePageIsLoading) {
   const HWND browser = Children(view).at(0);
   form.Unload();
   Settle();
-  EXPECT_FALSE(IsWindow(browser) || IsWindow(view));
+  EXPECT_PRED2(Both, !IsWindow(browser), !IsWindow(view));
 }
 
 TEST(Picture, IsSharpAtEveryResolutionAndOnTheWindowsBackground) {

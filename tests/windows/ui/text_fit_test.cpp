@@ -79,8 +79,8 @@ void ExpectNothingIsCut(HWND window, int dpi) {
     if (!shown || ClassOf(child) == L"SysHeader32") continue;
     SCOPED_TRACE(windows::ToUtf8(ClassOf(child) + L" " + TextOf(child)));
     const RECT place = ScreenPlace(child), room = ClientOnScreen(GetParent(child));
-    EXPECT_TRUE(place.left >= room.left && place.right <= room.right);
-    EXPECT_TRUE(place.top >= room.top && place.bottom <= room.bottom);
+    EXPECT_PRED2(Both, place.left >= room.left, place.right <= room.right);
+    EXPECT_PRED2(Both, place.top >= room.top, place.bottom <= room.bottom);
     for (const Text& text : TextsOf(child, dpi)) {
       const SIZE size = TextSize(child, text.text, DT_SINGLELINE | text.format);
       EXPECT_LE(size.cx, text.room) << windows::ToUtf8(text.text);

@@ -8,6 +8,7 @@
 
 #include "../real_input.h"
 #include "model/configuration_screen.h"
+#include "support/conditions.h"
 #include "ui/form.h"
 #include "ui/progress.h"
 #include "windows/com/wide_text.h"
