@@ -6,6 +6,8 @@
 
 #include "ui/desktop.h"
 
+#undef Yield  // the system's macro
+
 namespace windows {
 
 class UiThread;

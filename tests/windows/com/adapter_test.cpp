@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "sample.h"
+#include "support/conditions.h"
 #include "windows/com/adapter.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/failure.h"

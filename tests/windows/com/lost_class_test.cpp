@@ -1,5 +1,9 @@
 #include "windows/com/lost_class.h"
 
+#include <windows.h>
+
+#include <objbase.h>
+
 #include <gtest/gtest.h>
 
 #include "windows/com/registration.h"

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "automation/published.h"
-#include "support/conditions.h"
 
 /// An object with a member of every kind and a way to cause every kind of failure.
 class Sample final : public automation::PublishedTable<Sample> {

@@ -5,6 +5,7 @@
 
 #include "automation/convert.h"
 #include "sample.h"
+#include "support/conditions.h"
 #include "windows/com/adapter.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/events.h"

@@ -12,12 +12,12 @@
 #include <string>
 #include <thread>
 
+#include "../../support/conditions.h"
 #include "../real_input.h"
 #include "automation/convert.h"
 #include "director/configure.h"
 #include "director/networks.h"
 #include "director/simulator_knobs.h"
-#include "support/conditions.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/wide_text.h"
 #include "windows/director/remote_window.h"

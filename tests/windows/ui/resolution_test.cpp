@@ -1,5 +1,7 @@
 // Open windows during a change of screen or system settings.
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <algorithm>
