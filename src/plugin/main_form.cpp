@@ -18,9 +18,11 @@ constexpr const char* kDisplayUnits = "DisplayUnits";
 constexpr const char* kSettings = "Settings";  // of the user
 
 /// The contact page, about.htm, as lines of plain text.
-constexpr const char* kContactPageText =
+const char* ContactPageText() {
+  return
 #include "contact_page_text.inc"
-    ;
+      ;
+}
 
 }  // namespace
 
@@ -121,7 +123,7 @@ void fMain::OnLoad() {
   screen.txtMinorVersion.SetText(std::to_string(version.minor));
   GetDisplayUnits();
   GetDebug();
-  screen.WebBrowser1.SetText(kContactPageText);
+  screen.WebBrowser1.SetText(ContactPageText());
   screen.WebBrowser1.url = "res://" + services_.program.Path() + "/about.htm";
   resource_files_ = lonworks::ResourceFiles(services_.registry, services_.program);
   IgnoreFailure([this] { lcaOS(); });
