@@ -15,6 +15,7 @@
 #include "platform/program.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
+#include "text/strings.h"
 
 namespace headless {
 
@@ -64,17 +65,43 @@ class BuiltInProgram : public platform::Program {
 /// entries in the order of their creation.
 class MemoryFiles : public platform::Files {
  public:
-  void MakeFolder(const std::string& path);
-  /// Gives a folder a second path.
-  void Link(const std::string& path, const std::string& folder);
-  /// From now on the file cannot be read or written, or the folder listed; paths through it still work.
-  void Lock(const std::string& path);
+  void MakeFolder(const std::string& path) { Make(path); }
 
-  std::optional<Folder> ReadFolder(const std::string& path) const override;
-  std::string ReadStart(const std::string& path, std::size_t bytes) const override;
-  bool FileExists(const std::string& path) const override;
+  /// Gives a folder a second path.
+  void Link(const std::string& path, const std::string& folder) {
+    const std::size_t name = path.find_last_of('\\') + 1;
+    Enter(Make(path.substr(0, name)), path.substr(name), Make(folder));
+  }
+
+  /// From now on the file cannot be read or written, or the folder listed; paths through it still work.
+  void Lock(const std::string& path) { Make(path).locked = true; }
+
+  std::optional<Folder> ReadFolder(const std::string& path) const override {
+    const Node* node = Asked(path);
+    if (path.empty() || !node || !node->is_folder || node->locked) return std::nullopt;
+    Folder folder{std::to_string(reinterpret_cast<std::uintptr_t>(node)), {}};
+    for (const std::string& name : node->names)
+      folder.entries.push_back({name, node->entries.find(text::ToUpper(name))->second->is_folder});
+    return folder;
+  }
+
+  std::string ReadStart(const std::string& path, std::size_t bytes) const override {
+    const Node* node = Asked(path);
+    return !node || node->is_folder || node->locked ? "" : node->content.substr(0, bytes);
+  }
+
+  bool FileExists(const std::string& path) const override {
+    const Node* node = Asked(path);
+    return node && !node->is_folder;
+  }
+
   /// Also creates the folders above the file.
-  void Write(const std::string& path, std::string_view content) override;
+  void Write(const std::string& path, std::string_view content) override {
+    Node& file = Make(path);
+    if (file.locked) throw platform::Error(5, "Windows", path + ": Access denied.");
+    file.is_folder = false;
+    file.content = content;
+  }
 
   /// Called before each read; true makes it find nothing.
   std::function<bool()> fails;
@@ -88,10 +115,44 @@ class MemoryFiles : public platform::Files {
     std::map<std::string, Node*, std::less<>> entries;  // by name in capitals
   };
   const Node* Asked(std::string_view path) const { return fails && fails() ? nullptr : Find(path); }
+
   /// Null if there is none.
-  const Node* Find(std::string_view path) const;
-  Node& Make(std::string_view path);
-  static void Enter(Node& folder, std::string_view name, Node& entry);
+  const Node* Find(std::string_view path) const {
+    const Node* node = &nodes_.front();
+    Walk(path, [&](std::string_view name) {
+      const auto found = node->entries.find(text::ToUpper(name));
+      node = found == node->entries.end() ? nullptr : found->second;
+      return node != nullptr;
+    });
+    return node;
+  }
+
+  Node& Make(std::string_view path) {
+    Node* node = &nodes_.front();
+    Walk(path, [&](std::string_view name) {
+      const auto found = node->entries.find(text::ToUpper(name));
+      if (found == node->entries.end()) Enter(*node, name, nodes_.emplace_back());
+      node = node->entries.find(text::ToUpper(name))->second;
+      return true;
+    });
+    return *node;
+  }
+
+  static void Enter(Node& folder, std::string_view name, Node& entry) {
+    folder.names.emplace_back(name);
+    folder.entries[text::ToUpper(name)] = &entry;
+  }
+
+  /// Calls `step` for each name of the path, first to last, until it returns false.
+  template <class Step>
+  static void Walk(std::string_view path, Step step) {
+    while (!path.empty()) {
+      const std::size_t end = path.find('\\');
+      const std::string_view name = path.substr(0, end);
+      if (!name.empty() && !step(name)) return;
+      path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
+    }
+  }
 
   // Links make the tree a graph, so no node owns another. The first node contains the drives.
   std::deque<Node> nodes_ = std::deque<Node>(1);

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "platform/late_bound.h"
 
@@ -15,8 +16,24 @@ namespace headless {
 class ForwardingObject : public platform::LateBound, public std::enable_shared_from_this<ForwardingObject> {
  public:
   platform::Value Invoke(const platform::Member& member, platform::CallKind kind,
-                         platform::Arguments arguments) final;
-  std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) final;
+                         platform::Arguments arguments) final {
+    std::vector<platform::Value> unwrapped(arguments.begin(), arguments.end());
+    for (platform::Value& value : unwrapped)
+      if (const auto* object = std::get_if<platform::LateBoundPtr>(&value))
+        if (const auto* forwarding = dynamic_cast<const ForwardingObject*>(object->get()))
+          value = platform::LateBoundPtr(forwarding->inner_);
+    return Wrapped(Forward(member, kind, unwrapped));
+  }
+  std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) final {
+    return ForwardAdvise([self = weak_from_this(), handler = std::move(handler)](
+                             std::int32_t event, platform::Arguments arguments) {
+      const auto object = self.lock();
+      if (!object) return;  // a subscription may outlive its object
+      std::vector<platform::Value> wrapped;
+      for (const platform::Value& value : arguments) wrapped.push_back(object->Wrapped(value));
+      handler(event, wrapped);
+    });
+  }
 
  protected:
   explicit ForwardingObject(platform::LateBoundPtr inner) : inner_(std::move(inner)) {}
@@ -35,7 +52,10 @@ class ForwardingObject : public platform::LateBound, public std::enable_shared_f
   const platform::LateBoundPtr& inner() const { return inner_; }
 
  private:
-  platform::Value Wrapped(const platform::Value& value);
+  platform::Value Wrapped(const platform::Value& value) {
+    const auto* object = std::get_if<platform::LateBoundPtr>(&value);
+    return object && *object ? platform::Value(Another(*object)) : value;
+  }
 
   platform::LateBoundPtr inner_;
 };

@@ -1,16 +1,8 @@
 #include "simulator/bytes.h"
 
+#include <charconv>
+
 namespace simulator {
-namespace {
-
-int DigitOf(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
-}
-
-}  // namespace
 
 std::string ToHex(const Bytes& bytes, std::string_view separator) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -27,10 +19,8 @@ std::optional<Bytes> FromHex(std::string_view text) {
   if (text.size() % 2 != 0) return std::nullopt;
   Bytes bytes;
   for (std::size_t i = 0; i < text.size(); i += 2) {
-    const int high = DigitOf(text[i]);
-    const int low = DigitOf(text[i + 1]);
-    if (high < 0 || low < 0) return std::nullopt;
-    bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
+    const char* const digits = text.data() + i;
+    if (std::from_chars(digits, digits + 2, bytes.emplace_back(), 16).ptr != digits + 2) return std::nullopt;
   }
   return bytes;
 }

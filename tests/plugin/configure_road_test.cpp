@@ -114,13 +114,6 @@ TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
   EXPECT_EQ(actions.back(), "Reading nciSccModel (Raw)");
 }
 
-TEST(ConfigureRoad, UnitsComeFromTheStoredSetting) {
-  Opened world(kFirstThermostat, "2");
-  EXPECT_EQ(world.Shown(txtNvi(0)), "70");  // 69.8 °F, shown in steps of a half
-  EXPECT_EQ(world.main.screen.txtTempUnits().front()->Text(), "\u00BAF");
-  EXPECT_PRED2(Both, world.main.obUnits[1].Selected(), !world.main.obUnits[0].Selected());
-}
-
 TEST(ConfigureRoad, ShowsTheDevicesState) {
   const std::tuple<const char*, const char*, bool> cases[] = {
       {"Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110", "Offnet", false},

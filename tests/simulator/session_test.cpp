@@ -47,22 +47,4 @@ TEST(Session, AnInterfaceServesOneNetworkAtATime) {
   EXPECT_EQ(world.simulation->Sessions().size(), 2u);
 }
 
-TEST(Session, EngineeredModeReachesNoDevices) {
-  World world;
-  const LateBoundPtr attached = world.Open();
-  const LateBoundPtr root = world.simulation->CreateObjectServer();
-  const std::string interface = kSystem + ".NetworkServiceDevice.NetworkInterface";
-  Play(root, {"Open", "Networks(T).Open", interface + "=nothing ! 17005"});
-  Do(attached, "Networks(T).Close");
-  Play(root, {interface + "=nothing", kSystem + ".Open", kDeviceA + ".State -> 4", kDeviceA + ".Test -> 1",
-              kVariablesOfA + "(nciSetPts).Value ! 18200", kSystem + ".Close"});
-  EXPECT_EQ(Reach(root, interface), nullptr);
-  const LateBoundPtr remote = world.simulation->CreateObjectServer();
-  Play(remote, {"RemoteFlag=1", "Flags=16", "Open", "Networks(T).Open", kSystem + ".Open"});
-  Play(root, {kSystem + ".Open ! 16501", interface + "=nothing ! 17005"});
-  Do(remote, "Close");
-  Play(root,
-       {interface + "=@NetworkInterfaces(L1)", kSystem + ".Open", kVariablesOfA + "(nciMajVer).Value -> 1"});
-}
-
 }  // namespace

@@ -102,7 +102,7 @@ int RunLatency(const Options& options) {
 
 int RunJournal(const Options& options) {
   director::SimulatorKnobs knobs(ObjectServer());
-  knobs.PrintJournal(std::cout);
+  std::cout << knobs.Journal();
   if (options.clear) knobs.ClearJournal();
   return 0;
 }
@@ -150,7 +150,7 @@ int Run(const Options& options) {
     case Command::FaultAdd:
       return knobs().AddFault(options.fault), 0;
     case Command::FaultList:
-      return knobs().PrintFaults(std::cout), 0;
+      return std::cout << knobs().Faults(), 0;
     case Command::FaultClear:
       return knobs().ClearFaults(), 0;
     case Command::FaultVanish:

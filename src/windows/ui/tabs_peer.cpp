@@ -64,12 +64,13 @@ void TabsPeer::OnPlaced() {
 }
 
 void TabsPeer::Show(ui::Aspect aspect) {
-  if (aspect == ui::Aspect::Selection)
-    ShowPage();
-  else if (aspect == ui::Aspect::Marks)
-    InvalidateMarks();
-  else
-    NativePeer::Show(aspect);
+  if (aspect == ui::Aspect::Selection) return ShowPage();
+  if (aspect != ui::Aspect::Marks) return NativePeer::Show(aspect);
+  // Only the marks: the system takes long to draw all tabs.
+  for (std::size_t index = 0; index < pages_.size(); ++index) {
+    const RECT place = PlaceOfMark(index);
+    InvalidateRect(handle(), &place, TRUE);
+  }
 }
 
 RECT TabsPeer::PlaceOfTab(std::size_t index) const {
@@ -85,14 +86,6 @@ RECT TabsPeer::PlaceOfMark(std::size_t index) const {
   // The tab in front is drawn a little higher.
   const LONG top = (tab.top + tab.bottom - size) / 2 - (index == tabs().Selected() ? theme().Scaled(2) : 0);
   return {left, top, left + size, top + size};
-}
-
-/// Only the marks: the system takes long to draw all tabs.
-void TabsPeer::InvalidateMarks() const {
-  for (std::size_t index = 0; index < pages_.size(); ++index) {
-    const RECT place = PlaceOfMark(index);
-    InvalidateRect(handle(), &place, TRUE);
-  }
 }
 
 void TabsPeer::PaintMarks(HDC dc) const {

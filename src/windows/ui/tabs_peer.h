@@ -33,7 +33,6 @@ class TabsPeer final : public NativePeer {
   void ShowPage();
   RECT PlaceOfTab(std::size_t index) const;
   RECT PlaceOfMark(std::size_t index) const;
-  void InvalidateMarks() const;
   void PaintMarks(HDC dc) const;
 
   std::vector<std::unique_ptr<Surface>> pages_;

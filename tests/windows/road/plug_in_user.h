@@ -8,7 +8,6 @@
 #include <chrono>
 #include <functional>
 #include <regex>
-#include <sstream>
 #include <string>
 #include <thread>
 
@@ -200,9 +199,7 @@ class PlugInUser : public testing::Test {
 
   /// The matches of the pattern's group in the simulator's journal.
   std::string Journalled(const char* pattern) const {
-    std::ostringstream journal;
-    Knobs().PrintJournal(journal);
-    const std::string lines = journal.str();
+    const std::string lines = Knobs().Journal();
     const std::regex wanted(pattern);
     std::string all;
     for (std::sregex_iterator found(lines.begin(), lines.end(), wanted), end; found != end; ++found)
