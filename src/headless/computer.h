@@ -1,7 +1,7 @@
 #pragma once
 
-#include <deque>
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
 #include <optional>
@@ -155,7 +155,7 @@ class MemoryFiles : public platform::Files {
   }
 
   // Links make the tree a graph, so no node owns another. The first node contains the drives.
-  std::deque<Node> nodes_ = std::deque<Node>(1);
+  std::list<Node> nodes_ = std::list<Node>(1);
 };
 
 /// Scripted other programs: starts are recorded, and the hooks act for the started program, which opens and
