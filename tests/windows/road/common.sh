@@ -6,7 +6,14 @@ programs=$1
 wine=$root/scripts/$2
 prefix=$("$wine" printenv WINEPREFIX)
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+# A window that a failed test left open would keep everybody waiting for its output.
+end_leftovers() {
+  local process
+  for process in $(pgrep -f QM5RFcPirConfigure.exe); do
+    grep -qzxF "WINEPREFIX=$prefix" "/proc/$process/environ" 2>/dev/null && kill "$process"
+  done
+}
+trap 'end_leftovers; rm -rf "$work"' EXIT
 failed=0
 
 # The object server's network file; a third argument "strict" makes it require all that is documented.

@@ -110,10 +110,16 @@ TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
   OpenWindow();
   // The list has the focus. If its items are not open, Escape closes the window.
   const HWND modes = FindWindowExW(window_, nullptr, L"ComboBox", nullptr);
+  const auto becomes = [&](UINT asked, LRESULT answer) {
+    return Eventually([&] { return SendMessageW(modes, asked, 0, 0) == answer; });
+  };
+  const LRESULT mode = SendMessageW(modes, CB_GETCURSEL, 0, 0);
   Key(VK_F4);
-  ASSERT_TRUE(Eventually([&] { return SendMessageW(modes, CB_GETDROPPEDSTATE, 0, 0) != 0; }));
+  ASSERT_TRUE(becomes(CB_GETDROPPEDSTATE, TRUE));
   Key(VK_ESCAPE);
+  ASSERT_TRUE(becomes(CB_GETDROPPEDSTATE, FALSE));
   Key(VK_UP);
+  ASSERT_TRUE(becomes(CB_GETCURSEL, mode - 1));
   ClickButton(L"&Deregister");
   ExpectBox(kCaption, "Plug-in Korvell QM5R-FC PIR Configure deregistered <OK>", IDOK);
   EXPECT_EQ(Wait(program_), 0u);
