@@ -66,7 +66,7 @@ TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
 TEST_F(EditingRoad, TheEndOfWindowsEndsARefreshAndClosesTheNetwork) {
   Click(Fields().at(kOccupiedCool));
   Type("29");
-  Knobs().SetLatency("read", 300);
+  Knobs().SetLatency("read", 1000);
   Key(VK_MENU, 'R');
   EXPECT_TRUE(Eventually([&] { return !Journalled("(nciSetPts) Value").empty(); }));
   EXPECT_EQ(SendMessageW(window_, WM_QUERYENDSESSION, 0, 0), TRUE);
