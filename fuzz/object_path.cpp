@@ -1,6 +1,6 @@
 // Paths of objects: an object that is found has at least three path components and a name.
 
-#include "plugin/object_path.h"
+#include "lns/object_path.h"
 #include "fuzz.h"
 #include "small_network.h"
 
@@ -25,9 +25,9 @@ struct OpenNetwork {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const OpenNetwork demo;
-  const auto components = plugin::SplitObjectPath(TextOf(data, size));
+  const auto components = lns::SplitObjectPath(TextOf(data, size));
   for (const std::int32_t type : {7, 28}) {
-    const lns::Object found = plugin::ResolveObject(type, components, demo.network, demo.system);
+    const lns::Object found = lns::ResolveObject(type, components, demo.network, demo.system);
     if (found) EXPECT_THAT(components.size() >= 3 && !found.Name().empty());
   }
   demo.simulation->journal().Clear();

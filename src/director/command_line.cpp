@@ -1,9 +1,6 @@
 #include "director/command_line.h"
 
-#include <CLI/CLI.hpp>
-#include <algorithm>
 #include <limits>
-#include <sstream>
 
 namespace director {
 namespace {
@@ -155,61 +152,19 @@ void AddSimulatorCommands(CLI::App& app, Options& options) {
   });
 }
 
-/// Names the given command, not only the program.
-std::string FailureText(const CLI::App* app, const CLI::Error& error) {
-  std::string name = app->get_name(), reason = error.what();
-  for (; !app->get_subcommands().empty(); name += ' ' + app->get_name()) app = app->get_subcommands().front();
-  if (app->get_require_subcommand_min() > 0) {
-    const std::vector<std::string> unknown = app->remaining();
-    reason = unknown.empty() ? "a command is required" : "there is no command \"" + unknown.front() + '"';
-    std::string choices;
-    for (const CLI::App* each : app->get_subcommands({}))
-      choices += (choices.empty() ? ": " : ", ") + each->get_name();
-    reason += choices;
-  }
-  return name + ": " + reason + "\nRun \"" + name + " --help\" for more information.\n";
-}
-
 }  // namespace
 
 ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std::string& version) {
   ParsedCommandLine parsed;
   CLI::App app("A small network tool: lists networks and devices and starts plug-ins.", "director");
-  app.require_subcommand(1);
   app.set_version_flag("--version", "director " + version);
-  app.failure_message(FailureText);
   AddNetworkCommands(app, parsed.options);
   AddConfigureCommand(app, parsed.options);
   AddRegistrationCommands(app, parsed.options);
   AddFaultCommands(app, parsed.options);
   AddSimulatorCommands(app, parsed.options);
-  std::reverse(arguments.begin(), arguments.end());
-  try {
-    app.parse(arguments);
-    parsed.run = true;
-  } catch (const CLI::ParseError& error) {
-    std::ostringstream out;
-    parsed.exit_code = app.exit(error, out, out) == 0 ? 0 : 1;
-    parsed.message = out.str();
-  }
+  static_cast<console::Parsed&>(parsed) = console::Parse(app, std::move(arguments));
   return parsed;
-}
-
-std::string ErrorText(const platform::Error& error) {
-  const auto number = static_cast<std::uint32_t>(error.number());
-  const auto code = number - static_cast<std::uint32_t>(platform::kObjectServerErrorBase);
-  // Lower codes are COM's own.
-  constexpr std::uint32_t kLeastCode = 0x200;
-  std::ostringstream text;
-  text << "director: ";
-  if (code >= kLeastCode && code <= 0xFFFF)
-    text << "object server error " << code;
-  else if (number < 0x80000000u)
-    text << "error " << number;
-  else
-    text << "error 0x" << std::hex << std::uppercase << number;
-  text << " (" << error.source() << "): " << error.description() << '\n';
-  return text.str();
 }
 
 }  // namespace director

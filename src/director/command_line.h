@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "console/command_line.h"
 #include "director/configure.h"
 #include "director/simulator_knobs.h"
 
@@ -57,19 +58,11 @@ struct Options {
   bool clear = false;
 };
 
-/// The parsed command line: options, or a text for the user and the exit code.
-struct ParsedCommandLine {
-  bool run = false;
-  Options options;
-  std::string message;
-  int exit_code = 0;
+struct ParsedCommandLine : console::Parsed {
+  director::Options options;
 };
 
 /// Takes the arguments in UTF-8, without the program. --version prints `version`.
 ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std::string& version = {});
-
-/// "director: object server error 18200 (LNS Simulator): ..." with the platform's code, a plug-in's plain
-/// number or the system's hexadecimal number.
-std::string ErrorText(const platform::Error& error);
 
 }  // namespace director

@@ -7,16 +7,13 @@
 
 #include "lns/dialect.h"
 #include "lns/members.h"
+#include "lns/object_path.h"
 #include "platform/error.h"
-#include "plugin/object_path.h"
 #include "session/session.h"
 #include "text/strings.h"
 
 namespace director {
 namespace {
-
-// These subsystems repeat devices of the others.
-bool RepeatsDevices(const std::string& subsystem) { return subsystem == "ALL" || subsystem == "Discovered"; }
 
 void PrintSubsystem(const lns::Subsystem& subsystem, const std::string& path, std::ostream& out) {
   for (const lns::AppDevice device : subsystem.AppDevices().Items())
@@ -29,7 +26,7 @@ void PrintSubsystem(const lns::Subsystem& subsystem, const std::string& path, st
 void PrintNetworkDevices(const OpenedNetwork& opened, std::ostream& out) {
   for (const lns::Subsystem subsystem : opened.system().Subsystems().Items()) {
     const std::string name = subsystem.Name();
-    if (!RepeatsDevices(name)) PrintSubsystem(subsystem, SystemPath(opened) + '.' + name, out);
+    if (!lns::RepeatsDevices(name)) PrintSubsystem(subsystem, SystemPath(opened) + '.' + name, out);
   }
 }
 
@@ -54,15 +51,12 @@ std::string ReadAs(const lns::NetworkVariable& variable, const std::string& form
 std::string Hexadecimal(const std::string& decimal_bytes) {
   std::string result;
   for (const std::string& byte : text::Split(decimal_bytes, "\t")) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
     unsigned value = 0;
     for (const char c : byte) {
       if (c < '0' || c > '9') return decimal_bytes;
       value = value * 10 + static_cast<unsigned>(c - '0');
     }
-    if (!result.empty()) result += ' ';
-    result += kDigits[(value >> 4) & 15];
-    result += kDigits[value & 15];
+    result += (result.empty() ? "" : " ") + text::HexByte(static_cast<char>(value));
   }
   return result;
 }
@@ -155,8 +149,8 @@ void ForEachNetwork(const lns::ObjectServer& server, const std::string& network_
 }
 
 lns::AppDevice DeviceAt(const OpenedNetwork& opened, const std::string& path) {
-  const lns::Object found = plugin::ResolveObject(session::kAppDeviceType, plugin::SplitObjectPath(path),
-                                                  opened.network(), opened.system());
+  const lns::Object found = lns::ResolveObject(session::kAppDeviceType, lns::SplitObjectPath(path),
+                                               opened.network(), opened.system());
   if (!found) throw platform::Error(20005, "director", "There is no device " + path);
   return lns::AppDevice(found.reference());
 }

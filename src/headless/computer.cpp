@@ -69,16 +69,4 @@ bool MemoryRegistry::Delete(Hive hive, const std::string& path) {
   return Of(hive).erase(path) == 1;
 }
 
-std::string BuiltInProgram::StringResource(int number) const {
-  switch (number) {
-#define STRING(resource, text) \
-  case resource:               \
-    return text;
-#include "startup/string_table.inc"
-#undef STRING
-    default:
-      return {};
-  }
-}
-
 }  // namespace headless

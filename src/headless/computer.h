@@ -15,6 +15,7 @@
 #include "platform/program.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
+#include "startup/identity.h"
 #include "text/strings.h"
 
 namespace headless {
@@ -51,7 +52,7 @@ class BuiltInProgram : public platform::Program {
 
   std::string time_of_day = "12:34:56";
 
-  std::string StringResource(int number) const override;
+  std::string StringResource(int number) const override { return std::string(startup::BuiltInText(number)); }
   Version FileVersion() const override { return version_; }
   std::string Directory() const override { return "C:\\Plug-in"; }
   std::string ExecutableName() const override { return "QM5RFcPirConfigure"; }
@@ -95,12 +96,16 @@ class MemoryFiles : public platform::Files {
     return node && !node->is_folder;
   }
 
-  /// Also creates the folders above the file.
   void Write(const std::string& path, std::string_view content) override {
     Node& file = Make(path);
     if (file.locked) throw platform::Error(5, "Windows", path + ": Access denied.");
     file.is_folder = false;
     file.content = content;
+  }
+
+  void WriteNew(const std::string& path, std::string_view content) override {
+    if (Find(path)) throw platform::Error(58, "Windows", path + ": File already exists.");
+    Write(path, content);
   }
 
   /// Called before each read; true makes it find nothing.

@@ -50,7 +50,9 @@ inline constexpr std::int32_t kClassAppDevice = 7;
 inline constexpr std::int32_t kClassLonMarkObject = 28;
 
 // Network and system.
-inline constexpr const char* kAllDevices = "ALL";   // the subsystem of all devices
+// The subsystems of all devices, and of those that are not yet on the network.
+inline constexpr const char* kAllDevices = "ALL";
+inline constexpr const char* kDiscoveredDevices = "Discovered";
 inline constexpr Member kOpen{"Open"};              // documented
 inline constexpr Member kClose{"Close"};            // inferred
 inline constexpr Member kIsOpen{"IsOpen"};          // documented; on the system inferred

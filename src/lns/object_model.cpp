@@ -54,6 +54,10 @@ std::unique_ptr<platform::Subscription> ObjectServer::Advise(platform::EventHand
   return Target()->Advise(std::move(handler));
 }
 
+bool RepeatsDevices(std::string_view subsystem) {
+  return subsystem == members::kAllDevices || subsystem == members::kDiscoveredDevices;
+}
+
 bool IsUnknownMember(const platform::Error& error) {
   return error.number() == platform::kUnknownName || error.number() == platform::kMemberNotFound;
 }

@@ -272,6 +272,9 @@ struct ObjectServer : Object {
   std::unique_ptr<platform::Subscription> Advise(platform::EventHandler handler) const;
 };
 
+/// These subsystems of a system repeat devices of the others.
+bool RepeatsDevices(std::string_view subsystem);
+
 /// The error says that the object has no such member.
 bool IsUnknownMember(const platform::Error& error);
 

@@ -45,9 +45,9 @@ std::vector<std::string> ResourceFiles::Names(const platform::Files& files) cons
   return names;
 }
 
-std::int32_t ResourceFiles::Scope() const {
+std::int32_t ScopeOf(std::string_view program_id_prefix) {
   // Digits of a program ID: 1 format, 5 manufacturer, 4 class, 2 usage, 2 channel, 2 model.
-  switch (program_id_prefix_.size()) {
+  switch (program_id_prefix.size()) {
     case 6:
       return 3;
     case 10:
@@ -62,10 +62,11 @@ std::int32_t ResourceFiles::Scope() const {
   }
 }
 
-std::string ResourceFiles::UserTypeOwner() const {
+std::string UserTypeOwner(std::string_view program_id_prefix) {
   constexpr std::size_t kProgramIdDigits = 16;
-  const std::string any(kProgramIdDigits - std::min(program_id_prefix_.size(), kProgramIdDigits), '0');
-  return '#' + program_id_prefix_ + any + '[' + std::to_string(Scope()) + "].";
+  std::string id(program_id_prefix);
+  if (id.size() < kProgramIdDigits) id.resize(kProgramIdDigits, '0');
+  return '#' + id + '[' + std::to_string(ScopeOf(program_id_prefix)) + "].";
 }
 
 std::string FolderAboveCatalog(std::string_view catalog_path) {

@@ -12,6 +12,14 @@
 
 namespace lonworks {
 
+/// The scope of resource files, from the length of their program-ID prefix: 3 one manufacturer, 4 one class
+/// of its devices, 5 one subclass, 6 one model; 0 (standard) for any other length.
+std::int32_t ScopeOf(std::string_view program_id_prefix);
+
+/// The start of the fully qualified names of the types that are for program IDs with this beginning:
+/// "#8000D30000000000[3].".
+std::string UserTypeOwner(std::string_view program_id_prefix);
+
 /// The device's resource files on this computer: type and format files in their own folder below the LonWorks
 /// folder, for the program IDs that begin with the manufacturer's prefix.
 ///
@@ -28,12 +36,9 @@ class ResourceFiles {
   /// The names of the type, profile and format files.
   std::vector<std::string> Names(const platform::Files& files) const;
 
-  /// The scope of the files, from the length of the program-ID prefix: 3 one manufacturer, 4 one class of its
-  /// devices, 5 one subclass, 6 one model; 0 (standard) for any other length.
-  std::int32_t Scope() const;
+  std::int32_t Scope() const { return ScopeOf(program_id_prefix_); }
 
-  /// The start of these types' fully qualified names: "#8000D30000000000[3].".
-  std::string UserTypeOwner() const;
+  std::string UserTypeOwner() const { return lonworks::UserTypeOwner(program_id_prefix_); }
 
   const std::string& folder() const { return folder_; }
 

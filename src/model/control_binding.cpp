@@ -61,10 +61,7 @@ std::string CNvCtrlTable::Value() const { return Rounded(NvCpTable->NvAsArray[Pl
 std::string CNvCtrlTable::KnownValue() const { return Rounded(NvCpTable->KnownFields()[Place()]); }
 
 std::string CNvCtrlTable::Rounded(const std::string& field) const {
-  if (!RoundValue) return field;
-  const auto number = text::ParseNumber(field);
-  if (!number) return "0";
-  return text::ComputedText(text::RoundHalfEven(*number / Ceiling) * Ceiling);
+  return RoundValue ? RoundedForDisplay(field, Ceiling) : field;
 }
 
 void CNvCtrlTable::SetValue(const std::string& text) {

@@ -75,25 +75,41 @@ bool CNvCpTable::SendNetworkValue() {
   return true;
 }
 
-void CNvCpTable::GetNetworkValue(int display_units, const std::function<bool()>& still_ours) {
-  const std::string format = FormatFor(display_units);
+/// If this fails too, the object may have another format than the fields: they count as not read.
+void CNvCpTable::RestoreFormat(const std::string& present, const std::function<bool()>& still_ours) {
+  if (format_read_.empty() || format_read_ == present || !still_ours()) return;
+  const bool restored =
+      platform::ValueOr(false, [this] { return Dialect->SetFormat(MyNetworkVariable, format_read_), true; });
+  if (!restored) format_read_.clear();
+}
+
+std::vector<std::string> CNvCpTable::Read(const std::string& format,
+                                          const std::function<bool()>& still_ours) {
   try {
     Dialect->SetAccessOption(MyNetworkVariable, 0);
     Dialect->SetFormat(MyNetworkVariable, format);
-    NvAsArray = SplitValue(Dialect->Value(MyNetworkVariable, Separator));
+    return SplitValue(Dialect->Value(MyNetworkVariable, Separator));
   } catch (const Error& error) {
-    // If this fails too, the object may have another format than the fields: they count as not read.
-    if (!format_read_.empty() && format_read_ != format && still_ours() && !platform::ValueOr(false, [this] {
-          return Dialect->SetFormat(MyNetworkVariable, format_read_), true;
-        }))
-      format_read_.clear();
+    RestoreFormat(format, still_ours);
     const std::int16_t code = CodeOf(error);
     throw Error(
         error.number(), "GetNetworkValue",
         "Error reading " + Name + " \r\n" + (code == kNoCommunication ? TextOf(code) : error.description()));
   }
+}
+
+void CNvCpTable::GetNetworkValue(int display_units, const std::function<bool()>& still_ours) {
+  const std::string format = FormatFor(display_units);
+  NvAsArray = Read(format, still_ours);
   format_read_ = format;
   known_fields_ = NvAsArray;
+}
+
+std::vector<std::string> CNvCpTable::ReadApart(int display_units, const std::function<bool()>& still_ours) {
+  const std::string format = FormatFor(display_units);
+  std::vector<std::string> fields = Read(format, still_ours);
+  RestoreFormat(format, still_ours);
+  return fields;
 }
 
 void CNvCpTable::PutBack(Reading held) {

@@ -52,6 +52,11 @@ class CNvCpTable {
   void GetNetworkValue(
       int display_units, const std::function<bool()>& still_ours = [] { return true; });
 
+  /// The device's fields in these units, read now. The array keeps its own, and its format is restored; if
+  /// that fails, the point counts as not read. Throws as GetNetworkValue does.
+  std::vector<std::string> ReadApart(
+      int display_units, const std::function<bool()>& still_ours = [] { return true; });
+
   /// The fields, and the format in which the object server parses them, are in these units, so that they may
   /// be shown and written in them.
   bool IsReadIn(int display_units) const { return format_read_ == FormatFor(display_units); }
@@ -73,6 +78,8 @@ class CNvCpTable {
  private:
   std::string FormatFor(int display_units) const;
   std::vector<std::string> SplitValue(const std::string& value) const;
+  std::vector<std::string> Read(const std::string& format, const std::function<bool()>& still_ours);
+  void RestoreFormat(const std::string& present, const std::function<bool()>& still_ours);
 
   /// The format in which NvAsArray was read; empty before the first read, and if the object's format is
   /// unknown.

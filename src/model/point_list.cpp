@@ -9,17 +9,6 @@
 namespace model {
 namespace {
 
-struct PointRow {
-  std::string_view key;
-  std::string_view name;
-  std::string_view description;
-  std::string_view variable;
-  std::string_view format;
-  std::string_view separator;
-  bool localization_specific;
-  std::string_view relative;
-};
-
 /// The number of fields of the setpoint structure, whose separator may also be a decimal sign.
 constexpr std::size_t kSetpoints = 6;
 
@@ -66,21 +55,27 @@ lns::NetworkVariable Find(const lns::Collection<lns::NetworkVariable>& variables
 
 }  // namespace
 
+std::span<const PointRow> PointRows() { return kPoints; }
+
+std::unique_ptr<CNvCpTable> MakePoint(const PointRow& row, const lns::NetworkVariable& variable,
+                                      const std::shared_ptr<lns::Dialect>& dialect) {
+  auto point = std::make_unique<CNvCpTable>();
+  point->Name = row.name;
+  point->Description = row.description;
+  point->Separator = row.separator;
+  point->Format = row.format;
+  point->LocalizationSpecific = row.localization_specific;
+  point->MyNetworkVariable = variable;
+  point->Dialect = dialect;
+  point->Relative = row.relative;
+  if (row.separator == ",") point->MostFields = kSetpoints;
+  return point;
+}
+
 PointList::PointList(const lns::Collection<lns::NetworkVariable>& variables,
                      const std::shared_ptr<lns::Dialect>& dialect) {
-  for (const PointRow& row : kPoints) {
-    auto point = std::make_unique<CNvCpTable>();
-    point->Name = row.name;
-    point->Description = row.description;
-    point->Separator = row.separator;
-    point->Format = row.format;
-    point->LocalizationSpecific = row.localization_specific;
-    point->MyNetworkVariable = Find(variables, std::string(row.variable));
-    point->Dialect = dialect;
-    point->Relative = row.relative;
-    if (row.separator == ",") point->MostFields = kSetpoints;
-    points_.push_back({row.key, std::move(point)});
-  }
+  for (const PointRow& row : kPoints)
+    points_.push_back({row.key, MakePoint(row, Find(variables, std::string(row.variable)), dialect)});
 }
 
 bool PointList::IsReadIn(int display_units) const {

@@ -1,12 +1,32 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include "model/device_point.h"
 
 namespace model {
+
+/// One point of the device: the network variable that it views, and how.
+struct PointRow {
+  std::string_view key;
+  std::string_view name;
+  std::string_view description;
+  std::string_view variable;
+  std::string_view format;
+  std::string_view separator;
+  bool localization_specific;
+  std::string_view relative;
+};
+
+/// The rows of the points, in the order in which they are read and written.
+std::span<const PointRow> PointRows();
+
+/// A point that has not been read.
+std::unique_ptr<CNvCpTable> MakePoint(const PointRow& row, const lns::NetworkVariable& variable,
+                                      const std::shared_ptr<lns::Dialect>& dialect);
 
 /// The device's eleven points by key, in the order in which they are read and written.
 class PointList {

@@ -16,7 +16,7 @@ enum Field : int {
   kOccupiedCool = 3,
   kUnoccupiedCool = 4,
   kCoolMin = 5,
-  kDeadBand = 16,
+  kDeadBand = kDeadBandField,
 };
 
 using enum CrossRule::Relation;
@@ -54,6 +54,12 @@ bool Holds(CrossRule::Relation relation, double value, double against, double ba
 
 }  // namespace
 
+std::string RoundedForDisplay(const std::string& text, double step) {
+  const auto number = text::ParseNumber(text);
+  if (!number) return "0";
+  return text::ComputedText(text::RoundHalfEven(*number / step) * step);
+}
+
 std::optional<Limit> LimitExceeded(const std::string& text, const Range& range) {
   if (range.lowest == "0" && range.highest == "0") return std::nullopt;
   const double number = text::LeadingNumber(text);
@@ -68,6 +74,8 @@ std::string StoredText(const std::string& text, const Range& range, int units) {
   if (text == range.lowest) return text::ComputedText(text::LeadingNumber(text) + OffsetStep(units));
   return text;
 }
+
+std::span<const CrossRule> CrossRules() { return kRules; }
 
 std::span<const CrossRule> CrossRulesOf(int left) {
   const auto first = std::ranges::find(kRules, left, &CrossRule::left);

@@ -17,6 +17,9 @@ struct Range {
   bool offset_value = false;
 };
 
+/// The nearest multiple of the step, ties to even; "0" for a text that is no number.
+std::string RoundedForDisplay(const std::string& text, double step);
+
 /// The limit that the number of a text exceeds; nothing if it exceeds none.
 enum class Limit { Maximum, Minimum };
 std::optional<Limit> LimitExceeded(const std::string& text, const Range& range);
@@ -38,6 +41,12 @@ struct CrossRule {
     return relation == Relation::DeadBandAbove || relation == Relation::DeadBandBelow;
   }
 };
+
+/// The field txtNvi(i) of the dead band.
+inline constexpr int kDeadBandField = 16;
+
+/// All rules: for each pair of fields one for either field that is left.
+std::span<const CrossRule> CrossRules();
 
 /// The rules for a field that is left, in the order in which they are applied.
 std::span<const CrossRule> CrossRulesOf(int left);

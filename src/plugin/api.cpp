@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "lns/object_path.h"
 #include "platform/raised.h"
-#include "plugin/object_path.h"
 #include "registration/command_registration.h"
 #include "registration/command_removal.h"
 #include "session/session.h"
@@ -126,8 +126,8 @@ void LNSPlugInAPI::RunRegistration(std::int32_t command_id) {
 
 void LNSPlugInAPI::Dispatch(const session::SupportedCommand& row, const std::string& path) {
   session::Session& session = services_.session;
-  const lns::Object object =
-      ResolveObject(row.ObjectType, SplitObjectPath(path), session.CurrentNetwork, session.CurrentSystem);
+  const lns::Object object = lns::ResolveObject(row.ObjectType, lns::SplitObjectPath(path),
+                                                session.CurrentNetwork, session.CurrentSystem);
   if (!object) Raise(20005, "Object not found");
   session.CurrentObjectPath = path;
   if (row.ObjectType == session::kLonMarkObjectType)

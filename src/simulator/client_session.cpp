@@ -10,8 +10,6 @@ namespace {
 
 using platform::Value;
 
-constexpr std::size_t kObjectsBeforePruning = 1024;
-
 std::string JournalText(const Value& value) {
   if (std::holds_alternative<platform::LateBoundPtr>(value)) return "";
   return automation::ToText(value);
@@ -205,8 +203,11 @@ void ClientSession::Raise(std::int32_t event, platform::Arguments arguments) {
 platform::LateBoundPtr ClientSession::Shared(const Key& key,
                                              const std::function<platform::LateBoundPtr()>& make) {
   if (auto object = objects_[key].lock()) return object;
-  if (objects_.size() > kObjectsBeforePruning)
+  // At most one walk for each object that was added since the last one.
+  if (objects_.size() > prune_at_) {
     std::erase_if(objects_, [](const auto& each) { return each.second.expired(); });
+    prune_at_ = std::max(kObjectsBeforePruning, 2 * objects_.size());
+  }
   auto object = make();
   objects_[key] = object;
   return object;

@@ -87,6 +87,7 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   void Move(const Key& from, const Key& to);
 
  private:
+  static constexpr std::size_t kObjectsBeforePruning = 1024;
   bool IsLocal() const { return !settings_.remote; }
   bool IsLightweight() const { return settings_.remote && (settings_.flags & kUseTcp) != 0; }
   bool CanReach(const stored::Network& network) const;
@@ -104,6 +105,7 @@ class ClientSession : public std::enable_shared_from_this<ClientSession> {
   std::map<int, platform::EventHandler> handlers_;
   int next_handler_ = 0;
   std::map<Key, std::weak_ptr<platform::LateBound>> objects_;
+  std::size_t prune_at_ = kObjectsBeforePruning;
 };
 
 }  // namespace simulator

@@ -13,21 +13,6 @@ T& Required(T* found, const std::string& name) {
   return *found;
 }
 
-void AddKeys(const std::string& network, const Chain& chain, const std::vector<Device>& devices,
-             std::vector<DeviceKey>& keys) {
-  for (const Device& device : devices) keys.push_back({network, chain, device.name});
-}
-
-void AddKeysBelow(const std::string& network, const Chain& chain, const std::vector<Subsystem>& subsystems,
-                  std::vector<DeviceKey>& keys) {
-  for (const Subsystem& subsystem : subsystems) {
-    Chain below = chain;
-    below.push_back(subsystem.name);
-    AddKeys(network, below, subsystem.devices, keys);
-    AddKeysBelow(network, below, subsystem.subsystems, keys);
-  }
-}
-
 Subsystem& SubsystemOf(System& system, const Chain& chain) {
   std::vector<Subsystem>* level = &system.subsystems;
   Subsystem* found = nullptr;
@@ -38,24 +23,38 @@ Subsystem& SubsystemOf(System& system, const Chain& chain) {
   return *found;
 }
 
+/// Visits the lists of devices below a chain until a visit returns true, and returns whether one did.
+template <class Visit>
+bool VisitBelow(const Chain& chain, const std::vector<Subsystem>& subsystems, const Visit& visit) {
+  for (const Subsystem& subsystem : subsystems) {
+    Chain below = chain;
+    below.push_back(subsystem.name);
+    if (visit(below, subsystem.devices) || VisitBelow(below, subsystem.subsystems, visit)) return true;
+  }
+  return false;
+}
+
+/// The lists of devices that the chain stands for, likewise.
+template <class Visit>
+void VisitLists(Network& network, const Chain& chain, const Visit& visit) {
+  if (chain != Chain{kAllDevices}) {
+    visit(chain, DevicesOf(network.system, chain));
+  } else if (!VisitBelow({}, network.system.subsystems, visit)) {
+    visit({kDiscovered}, network.system.discovered);
+  }
+}
+
 }  // namespace
 
 Network& NetworkOf(Installation& installation, const std::string& network) {
-  auto& networks = installation.networks;
-  const auto known = installation.network_places.find(network);
-  if (known != installation.network_places.end() && known->second < networks.size() &&
-      networks[known->second].name == network)
-    return networks[known->second];
-  Network& found = Required(FindByName(networks, network), network);
-  installation.network_places[network] = static_cast<std::size_t>(&found - networks.data());
-  return found;
+  return Required(installation.networks.Find(network), network);
 }
 
 std::vector<Subsystem>& SubsystemsOf(System& system, const Chain& chain) {
   return chain.empty() ? system.subsystems : SubsystemOf(system, chain).subsystems;
 }
 
-std::vector<Device>& DevicesOf(System& system, const Chain& chain) {
+NamedList<Device>& DevicesOf(System& system, const Chain& chain) {
   return chain == Chain{kDiscovered} ? system.discovered : SubsystemOf(system, chain).devices;
 }
 
@@ -70,13 +69,39 @@ DeviceTemplate& TemplateOf(Installation& installation, const std::string& networ
 
 std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain) {
   std::vector<DeviceKey> keys;
-  if (chain == Chain{kAllDevices}) {
-    AddKeysBelow(network.name, {}, network.system.subsystems, keys);
-    AddKeys(network.name, {kDiscovered}, network.system.discovered, keys);
-  } else {
-    AddKeys(network.name, chain, DevicesOf(network.system, chain), keys);
-  }
+  VisitLists(network, chain, [&](const Chain& at, const NamedList<Device>& devices) {
+    for (const Device& device : devices) keys.push_back({network.name, at, device.name});
+    return false;
+  });
   return keys;
+}
+
+std::size_t DeviceCount(Network& network, const Chain& chain) {
+  std::size_t count = 0;
+  VisitLists(network, chain, [&](const Chain&, const NamedList<Device>& devices) {
+    count += devices.size();
+    return false;
+  });
+  return count;
+}
+
+std::optional<DeviceKey> DeviceAt(Network& network, const Chain& chain, std::size_t place) {
+  std::optional<DeviceKey> found;
+  VisitLists(network, chain, [&](const Chain& at, const NamedList<Device>& devices) {
+    if (place < devices.size()) found = {network.name, at, devices[place].name};
+    place -= std::min(place, devices.size());
+    return found.has_value();
+  });
+  return found;
+}
+
+std::optional<DeviceKey> DeviceNamed(Network& network, const Chain& chain, std::string_view name) {
+  std::optional<DeviceKey> found;
+  VisitLists(network, chain, [&](const Chain& at, const NamedList<Device>& devices) {
+    if (devices.Find(name)) found = {network.name, at, std::string(name)};
+    return found.has_value();
+  });
+  return found;
 }
 
 std::vector<LonMarkObject> ObjectsOfDevices(const DeviceTemplate& type) {

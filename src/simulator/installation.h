@@ -5,11 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "simulator/bytes.h"
+#include "simulator/named_list.h"
 #include "simulator/strictness.h"
 
 /// The contents of a network file: plain values that the objects change in place and the file writer writes.
@@ -84,7 +84,7 @@ struct Device {
 struct Subsystem {
   std::string name;
   std::vector<Subsystem> subsystems;
-  std::vector<Device> devices;
+  NamedList<Device> devices;
 };
 
 struct System {
@@ -101,7 +101,7 @@ struct System {
   ComponentApps component_apps;
   std::vector<DeviceTemplate> templates;
   std::vector<Subsystem> subsystems;
-  std::vector<Device> discovered;
+  NamedList<Device> discovered;
 };
 
 struct Network {
@@ -144,8 +144,7 @@ struct Installation {
   bool auto_save = true;
   std::vector<Interface> interfaces;
   ComponentApps component_apps;
-  std::vector<Network> networks;
-  std::unordered_map<std::string, std::size_t> network_places;  // by name: the last position of each
+  NamedList<Network> networks;
   Latency latency;
   Strictness strict;
   std::vector<Fault> faults;
@@ -172,22 +171,26 @@ auto* FindByName(Items& items, std::string_view name) {
 
 /// The names of the items, valid only while the items exist.
 using Names = std::vector<std::string_view>;
-template <class T>
-Names NamesOf(const std::vector<T>& items) {
+template <class Items>
+Names NamesOf(const Items& items) {
   Names names;
-  for (const T& item : items) names.push_back(item.name);
+  for (const auto& item : items) names.push_back(item.name);
   return names;
 }
 
 /// Each throws 17096 (the object was deleted) if the installation no longer has it.
 Network& NetworkOf(Installation& installation, const std::string& network);
 std::vector<Subsystem>& SubsystemsOf(System& system, const Chain& chain);
-std::vector<Device>& DevicesOf(System& system, const Chain& chain);
+NamedList<Device>& DevicesOf(System& system, const Chain& chain);
 Device& DeviceOf(Installation& installation, const DeviceKey& key);
 DeviceTemplate& TemplateOf(Installation& installation, const std::string& network, const std::string& name);
 
 /// The devices of a subsystem in order; for the chain "ALL", of the network.
 std::vector<DeviceKey> DeviceKeys(Network& network, const Chain& chain);
+std::size_t DeviceCount(Network& network, const Chain& chain);
+/// One of them, by its position from 0 or its name; nothing if there is none.
+std::optional<DeviceKey> DeviceAt(Network& network, const Chain& chain, std::size_t place);
+std::optional<DeviceKey> DeviceNamed(Network& network, const Chain& chain, std::string_view name);
 
 /// The LonMark objects of a device that lists none: the template's, without their commands.
 std::vector<LonMarkObject> ObjectsOfDevices(const DeviceTemplate& type);

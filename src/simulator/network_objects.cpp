@@ -172,15 +172,13 @@ constexpr const char* kNeuronIds = "00DE0000";
 
 }  // namespace
 
-std::vector<stored::DeviceKey> AppDevices::Keys() {
-  return stored::DeviceKeys(stored::NetworkOf(installation(), network()), chain_);
-}
-
 Value AppDevices::Item(Arguments arguments) {
-  const auto keys = Keys();
-  const stored::DeviceKey& key = keys[FindItem(stored::NamesOf(keys), arguments)];
-  const std::string path = DevicePath(session(), key);
-  return Make<AppDevice>(Place{path, path, ""}, key);
+  const auto* name = std::get_if<std::string>(&arguments[0]);
+  const auto key = name ? stored::DeviceNamed(Network(), chain_, *name)
+                        : stored::DeviceAt(Network(), chain_, PlaceOf(arguments[0]));
+  if (!key) FailNoItem(arguments[0]);
+  const std::string path = DevicePath(session(), *key);
+  return Make<AppDevice>(Place{path, path, ""}, *key);
 }
 
 /// Adds a planned device: not commissioned, not on the network, with a made-up Neuron ID. Ignores channel and
@@ -224,7 +222,10 @@ std::span<const MemberRow<AppDevices>> AppDevices::Members() {
   using Self = AppDevices;
   static const Row kRows[] = {
       Indexed(0, "Item", Of<&Self::Item>),
-      Property(1, "Count", [](Self& self) { return static_cast<std::int32_t>(self.Keys().size()); }),
+      Property(1, "Count",
+               [](Self& self) {
+                 return static_cast<std::int32_t>(stored::DeviceCount(self.Network(), self.chain_));
+               }),
       ClassRow<Class::AppDevices>(2),
       ParentRow(3),
       Function(4, "Add", Of<&Self::Add>, 2, 4),

@@ -72,7 +72,7 @@ class AppDevices : public Simulated<AppDevices> {
   static std::span<const MemberRow<AppDevices>> Members();
 
  private:
-  std::vector<stored::DeviceKey> Keys();
+  stored::Network& Network() { return stored::NetworkOf(installation(), network()); }
   Value Item(Arguments arguments);
   Value Add(Arguments arguments);
   stored::Chain chain_;

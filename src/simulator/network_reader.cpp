@@ -18,8 +18,8 @@ constexpr int kMostInt = std::numeric_limits<int>::max();
 constexpr int kMostBytes = 31;  // of a network variable
 
 /// Reads a name that is unique among siblings and valid in an address.
-template <class T>
-std::string Name(JsonReader& reader, const std::vector<T>& earlier, std::string_view forbidden = "/") {
+template <class Items>
+std::string Name(JsonReader& reader, const Items& earlier, std::string_view forbidden = "/") {
   const std::string name = reader.Text("name");
   if (name.empty()) reader.Refuse("name", "must not be empty");
   if (name.find_first_of(forbidden) != std::string::npos)
@@ -155,7 +155,7 @@ void ReadValues(JsonReader& reader, const DeviceTemplate& type, Device& device) 
   device.refuses = read_names("refuses");
 }
 
-Device ReadDevice(JsonReader& reader, const std::vector<Device>& earlier, DeviceContext& context) {
+Device ReadDevice(JsonReader& reader, const NamedList<Device>& earlier, DeviceContext& context) {
   Device device;
   device.name = Name(reader, earlier);
   device.template_name = reader.Text("template");
@@ -181,8 +181,8 @@ Device ReadDevice(JsonReader& reader, const std::vector<Device>& earlier, Device
   return device;
 }
 
-std::vector<Device> ReadDevices(JsonReader& owner, std::string_view key, DeviceContext& context) {
-  std::vector<Device> devices;
+NamedList<Device> ReadDevices(JsonReader& owner, std::string_view key, DeviceContext& context) {
+  NamedList<Device> devices;
   owner.Each(key, [&](JsonReader& reader) { devices.push_back(ReadDevice(reader, devices, context)); });
   return devices;
 }

@@ -17,11 +17,11 @@ void Put(Json& json, const char* key, const T& value, const T& otherwise) {
 
 void Put(Json& json, const char* key, const std::string& value) { Put(json, key, value, std::string()); }
 
-template <class T>
-void PutList(Json& json, const char* key, const std::vector<T>& items, Json (*write)(const T&)) {
+template <class Items, class Write>
+void PutList(Json& json, const char* key, const Items& items, Write write) {
   if (items.empty()) return;
   Json list = Json::array();
-  for (const T& item : items) list.push_back(write(item));
+  for (const auto& item : items) list.push_back(write(item));
   json[key] = std::move(list);
 }
 
@@ -95,7 +95,7 @@ Json WriteDevice(const Device& device, const System& system) {
   return json;
 }
 
-void PutDevices(Json& json, const char* key, const std::vector<Device>& devices, const System& system) {
+void PutDevices(Json& json, const char* key, const NamedList<Device>& devices, const System& system) {
   for (const Device& device : devices) json[key].push_back(WriteDevice(device, system));
 }
 

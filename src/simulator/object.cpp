@@ -12,16 +12,22 @@ std::int32_t WholeNumber(const Value& value, std::int32_t least, std::int32_t mo
   return number;
 }
 
+std::size_t PlaceOf(const Value& ordinal) {
+  return static_cast<std::size_t>(std::int64_t{automation::ToInteger(ordinal)} - 1);
+}
+
+void FailNoItem(const Value& key) {
+  if (const auto* name = std::get_if<std::string>(&key))
+    Fail(Code::NotFound, "There is no object named \"" + *name + "\".");
+  Fail(Code::NotFound, "There is no object number " + std::to_string(automation::ToInteger(key)) + ".");
+}
+
 std::size_t FindItem(const stored::Names& names, Arguments arguments) {
-  if (const auto* name = std::get_if<std::string>(&arguments[0])) {
-    const auto found = std::find(names.begin(), names.end(), *name);
-    if (found == names.end()) Fail(Code::NotFound, "There is no object named \"" + *name + "\".");
-    return static_cast<std::size_t>(found - names.begin());
-  }
-  const std::int32_t ordinal = automation::ToInteger(arguments[0]);
-  if (ordinal < 1 || static_cast<std::size_t>(ordinal) > names.size())
-    Fail(Code::NotFound, "There is no object number " + std::to_string(ordinal) + ".");
-  return static_cast<std::size_t>(ordinal) - 1;
+  const auto* name = std::get_if<std::string>(&arguments[0]);
+  const std::size_t place = name ? static_cast<std::size_t>(std::ranges::find(names, *name) - names.begin())
+                                 : PlaceOf(arguments[0]);
+  if (place >= names.size()) FailNoItem(arguments[0]);
+  return place;
 }
 
 std::span<const MemberRow<Collection>> Collection::Members() {

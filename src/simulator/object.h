@@ -169,6 +169,11 @@ class Simulated : public automation::PublishedTable<T>, public std::enable_share
   Origin origin_;
 };
 
+/// An ordinal as a position from 0; an impossible one is larger than any collection.
+std::size_t PlaceOf(const Value& ordinal);
+/// Throws 17006 about an ordinal or a name.
+[[noreturn]] void FailNoItem(const Value& key);
+
 /// The position of an item by name (case-sensitive) or ordinal from 1. Throws 17006 if there is none.
 std::size_t FindItem(const stored::Names& names, Arguments arguments);
 

@@ -2,6 +2,18 @@
 
 namespace startup {
 
+std::string_view BuiltInText(int number) {
+  switch (number) {
+#define STRING(resource, text) \
+  case resource:               \
+    return text;
+#include "startup/string_table.inc"
+#undef STRING
+    default:
+      return {};
+  }
+}
+
 Identity LoadIdentity(const platform::Program& program) {
   Identity identity;
   identity.PlugInProgID = program.StringResource(kPlugInProgIdText);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/program.h"
 
@@ -55,6 +56,9 @@ struct Identity {
   /// The machine key that holds the plug-in's registration and settings.
   std::string PlugInKey() const { return "SOFTWARE\\LonWorks\\LCA\\Plug-Ins\\" + PlugInName; }
 };
+
+/// A text of the string table, for programs without resources; empty for an unknown number.
+std::string_view BuiltInText(int number);
 
 Identity LoadIdentity(const platform::Program& program);
 

@@ -84,6 +84,43 @@ HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter) {
   return {std::string(text.substr(0, found)), Trim(text.substr(std::min(found + 1, text.size())))};
 }
 
+bool IsUtf8(std::string_view text) {
+  const auto is_following = [](char c) { return (c & 0xC0) == 0x80; };
+  while (!text.empty()) {
+    const auto first = static_cast<unsigned char>(text.front());
+    const std::size_t length = first < 0x80   ? 1
+                               : first < 0xC2 ? 0
+                               : first < 0xE0 ? 2
+                               : first < 0xF0 ? 3
+                               : first < 0xF5 ? 4
+                                              : 0;
+    if (length == 0 || length > text.size()) return false;
+    if (!std::ranges::all_of(text.substr(1, length - 1), is_following)) return false;
+    const auto second = length > 1 ? static_cast<unsigned char>(text[1]) : 0;
+    // Longer forms than needed, the halves of surrogate pairs, and what is above the last character.
+    if ((first == 0xE0 && second < 0xA0) || (first == 0xED && second >= 0xA0) ||
+        (first == 0xF0 && second < 0x90) || (first == 0xF4 && second >= 0x90))
+      return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+std::string HexByte(char byte) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  const auto value = static_cast<unsigned char>(byte);
+  return {kDigits[value >> 4], kDigits[value & 15]};
+}
+
+std::string CsvCell(std::string_view text) {
+  constexpr std::string_view kFormula = "=+-@\t\r", kQuoted = ",;\"\r\n\t";
+  const bool is_formula = !text.empty() && kFormula.find(text.front()) != std::string_view::npos;
+  std::string cell = (is_formula ? "'" : "") + std::string(text);
+  if (cell.find_first_of(kQuoted) == std::string::npos) return cell;
+  for (std::size_t at = 0; (at = cell.find('"', at)) != std::string::npos; at += 2) cell.insert(at, 1, '"');
+  return '"' + cell + '"';
+}
+
 std::string Escaped(std::string_view text) {
   using Entity = std::pair<char, const char*>;
   static constexpr Entity kEntities[] = {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};

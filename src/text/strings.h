@@ -39,6 +39,15 @@ struct HeadAndRest {
 /// and is trimmed. Without a delimiter the head is the whole text.
 HeadAndRest SplitAtFirst(std::string_view text, std::string_view delimiter);
 
+/// Well-formed UTF-8.
+bool IsUtf8(std::string_view text);
+
+/// Two hexadecimal digits.
+std::string HexByte(char byte);
+
+/// One cell of comma-separated values. What a spreadsheet would take for a formula begins with an apostrophe.
+std::string CsvCell(std::string_view text);
+
 /// For HTML, in text and in attributes.
 std::string Escaped(std::string_view text);
 

@@ -52,7 +52,7 @@ TEST(CommandLine, NamesTheKindOfAnError) {
   const std::pair<std::uint32_t, std::string> cases[] = {
       {20005, "error 20005"}, {0x80044718, "object server error 18200"}, {0x80040154, "error 0x80040154"}};
   for (const auto& [number, text] : cases)
-    EXPECT_EQ(director::ErrorText({static_cast<std::int32_t>(number), "S", "D"}),
+    EXPECT_EQ(console::ErrorText("director", {static_cast<std::int32_t>(number), "S", "D"}),
               "director: " + text + " (S): D\n");
 }
 
@@ -164,7 +164,7 @@ TEST(SimulatorKnobs, ReachTheSimulation) {
   EXPECT_TRUE(stopped);
   EXPECT_EQ(ErrorOf([&] { director::SimulatorKnobs(world.CreateApi()); }).number(), 20003);
   const auto unusable = simulator::MakeUnusableServer("network.json:5: colour: unknown key");
-  EXPECT_EQ(director::ErrorText(ErrorOf([&] { director::SimulatorKnobs{unusable}; })),
+  EXPECT_EQ(console::ErrorText("director", ErrorOf([&] { director::SimulatorKnobs{unusable}; })),
             "director: object server error 17008 (LNS Simulator): network.json:5: colour: unknown key\n");
 }
 

@@ -28,7 +28,9 @@ constexpr headless::Failure kFailures[] = {
 /// Keeps only these networks, with one device in each subsystem, because each operation takes a run.
 void KeepNetworks(World& world, const std::vector<std::string>& names) {
   auto& networks = world.simulation->installation().networks;
-  std::erase_if(networks, [&](const auto& each) { return std::ranges::count(names, each.name) == 0; });
+  stored::NamedList<stored::Network> kept;
+  for (const std::string& name : names) kept.push_back(*networks.Find(name));
+  networks = std::move(kept);
   for (auto& network : networks)
     for (auto& subsystem : network.system.subsystems)
       if (subsystem.devices.size() > 1) subsystem.devices = {subsystem.devices.back()};

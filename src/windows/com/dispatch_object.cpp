@@ -4,6 +4,7 @@
 
 #include "windows/com/events.h"
 #include "windows/com/failure.h"
+#include "windows/com/registration.h"
 #include "windows/com/variant_conversion.h"
 #include "windows/com/wide_text.h"
 
@@ -91,6 +92,24 @@ class ControlSite final : public CalledByNumber<ClientSite<IOleControlSite, IDis
   }
 };
 
+constexpr bool kIs64Bit = sizeof(void*) == 8;
+constexpr const char* kOtherBits =
+    kIs64Bit ? "it is a 32-bit control, which a 64-bit program cannot load. Use the 32-bit program."
+             : "it is a 64-bit control, which a 32-bit program cannot load. Use the 64-bit program.";
+
+/// The class is a control for programs with the other number of bits.
+bool IsControlOfOtherBits(const CLSID& class_id) {
+  wchar_t text[39] = L"";
+  StringFromGUID2(class_id, text, static_cast<int>(std::size(text)));
+  const std::wstring path = L"SOFTWARE\\Classes\\CLSID\\" + std::wstring(text) + L"\\InprocServer32";
+  HKEY key = nullptr;
+  const REGSAM view = kIs64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+  const bool found =
+      RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ | view, &key) == ERROR_SUCCESS;
+  const Key closer(key);
+  return found;
+}
+
 /// A control that runs in this process without a window: initialised, given a site, and closed at the end.
 /// Objects that are not controls need none of this.
 class HostedControl final : public DispatchObject {
@@ -172,8 +191,11 @@ platform::LateBoundPtr CreateObject(std::string_view prog_id) {
     Check(result, attempt);
     return std::make_shared<HostedControl>(std::move(object));
   }
-  Check(CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, __uuidof(IDispatch), object.ReceiveVoid()),
-        attempt);
+  const HRESULT elsewhere =
+      CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, __uuidof(IDispatch), object.ReceiveVoid());
+  if (elsewhere == REGDB_E_CLASSNOTREG && IsControlOfOtherBits(class_id))
+    throw platform::Error(elsewhere, std::string(kAutomation), attempt + ": " + kOtherBits);
+  Check(elsewhere, attempt);
   return FromDispatch(object);
 }
 

@@ -182,7 +182,7 @@ int wmain(int count, wchar_t** words) {
     const windows::com::Apartment apartment;
     return Run(parsed.options);
   } catch (const platform::Error& error) {
-    std::cerr << director::ErrorText(error);
+    std::cerr << console::ErrorText("director", error);
   } catch (const std::exception& failure) {
     std::cerr << "director: " << failure.what() << '\n';
   }

@@ -39,6 +39,44 @@ std::string IdentityOf(const std::wstring& folder) {
          std::to_string(about.nFileIndexLow);
 }
 
+void CheckFor(const std::string& path, BOOL done) {
+  com::Check(done ? S_OK : HRESULT_FROM_WIN32(GetLastError()), path);
+}
+
+void WriteWhole(const std::wstring& file_path, const std::string& path, std::string_view content) {
+  Handle file = Own(CreateFileW(file_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+  CheckFor(path, file != nullptr);
+  while (!content.empty()) {
+    constexpr std::size_t kMost = 1 << 20;
+    DWORD written = 0;
+    CheckFor(path, WriteFile(file.get(), content.data(), static_cast<DWORD>(std::min(content.size(), kMost)),
+                             &written, nullptr));
+    content.remove_prefix(written);
+  }
+  // Buffered data may not be written until now.
+  CheckFor(path, CloseHandle(file.release()));
+}
+
+/// A folder that cannot be created makes the file fail.
+void CreateFoldersAbove(const std::string& path) {
+  for (std::size_t end = path.find_first_of("\\/", 1); end != std::string::npos;
+       end = path.find_first_of("\\/", end + 1))
+    CreateDirectoryW(SystemPath(path.substr(0, end)).c_str(), nullptr);
+}
+
+void WriteAndMove(const std::string& path, std::string_view content, DWORD flags) {
+  CreateFoldersAbove(path);
+  const std::wstring target = SystemPath(path), beside = SystemPath(path + ".new");
+  try {
+    WriteWhole(beside, path, content);
+    CheckFor(path, MoveFileExW(beside.c_str(), target.c_str(), flags | MOVEFILE_WRITE_THROUGH));
+  } catch (const platform::Error&) {
+    DeleteFileW(beside.c_str());
+    throw;
+  }
+}
+
 struct SearchCloser {
   void operator()(HANDLE search) const noexcept { FindClose(search); }
 };
@@ -78,21 +116,11 @@ bool WindowsFiles::FileExists(const std::string& path) const {
 }
 
 void WindowsFiles::Write(const std::string& path, std::string_view content) {
-  const auto check = [&path](BOOL done) {
-    com::Check(done ? S_OK : HRESULT_FROM_WIN32(GetLastError()), path);
-  };
-  Handle file = Own(CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-  check(file != nullptr);
-  while (!content.empty()) {
-    constexpr std::size_t kMost = 1 << 20;
-    DWORD written = 0;
-    check(WriteFile(file.get(), content.data(), static_cast<DWORD>(std::min(content.size(), kMost)), &written,
-                    nullptr));
-    content.remove_prefix(written);
-  }
-  // Buffered data may not be written until now.
-  check(CloseHandle(file.release()));
+  WriteAndMove(path, content, MOVEFILE_REPLACE_EXISTING);
+}
+
+void WindowsFiles::WriteNew(const std::string& path, std::string_view content) {
+  WriteAndMove(path, content, 0);
 }
 
 }  // namespace windows

@@ -11,6 +11,7 @@ class WindowsFiles : public platform::Files {
   std::string ReadStart(const std::string& path, std::size_t bytes) const override;
   bool FileExists(const std::string& path) const override;
   void Write(const std::string& path, std::string_view content) override;
+  void WriteNew(const std::string& path, std::string_view content) override;
 };
 
 }  // namespace windows

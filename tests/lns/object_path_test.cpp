@@ -1,4 +1,4 @@
-#include "plugin/object_path.h"
+#include "lns/object_path.h"
 
 #include "support/world.h"
 
@@ -32,8 +32,8 @@ TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
   const auto api = world.CreateApi();
   World::Put(*api, "networkName", std::string("Demo Tower"));
   for (const auto& [type, path, name] : cases) {
-    const lns::Object found = plugin::ResolveObject(
-        type, plugin::SplitObjectPath(path), world.session.CurrentNetwork, world.session.CurrentSystem);
+    const lns::Object found = lns::ResolveObject(type, lns::SplitObjectPath(path),
+                                                 world.session.CurrentNetwork, world.session.CurrentSystem);
     EXPECT_EQ(found ? found.Name() : "", name) << path;
   }
   for (const char* operation : {"Name", "Subsystems", "AppDevices", "Interface", "LonMarkObjects", "Item"}) {
@@ -42,8 +42,7 @@ TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
         ErrorOf([&] { World::Send(*api, 13, 28, std::string(kFirstThermostat) + "/Thermostat"); });
     EXPECT_EQ(error.number(), 20005) << operation;
   }
-  EXPECT_FALSE(plugin::ResolveObject(7, plugin::SplitObjectPath(kFirstThermostat), {}, {}))
-      << "no network is open";
+  EXPECT_FALSE(lns::ResolveObject(7, lns::SplitObjectPath(kFirstThermostat), {}, {})) << "no network is open";
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 #include "lns/object_model.h"
 
-namespace plugin {
+namespace lns {
 
 /// The components of an object's path as directors write it, split at "/":
 ///
@@ -19,7 +19,7 @@ std::vector<std::string> SplitObjectPath(std::string_view path);
 /// The application device or LonMark object that the path names on the open network, depending on the object
 /// type; nothing if the path has too few components, names another network or system, or if a look-up fails.
 /// Network and system are copies, as another network may be opened meanwhile.
-lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
-                          lns::Network network, lns::System system);
+Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components, Network network,
+                     System system);
 
-}  // namespace plugin
+}  // namespace lns

@@ -1,10 +1,9 @@
-#include "plugin/object_path.h"
+#include "lns/object_path.h"
 
 #include "platform/error.h"
-#include "session/session.h"
 #include "text/strings.h"
 
-namespace plugin {
+namespace lns {
 namespace {
 
 enum Component : std::size_t { kNetwork, kSystemAndSubsystems, kDevice, kLonMarkObject };
@@ -18,23 +17,23 @@ std::string WithoutPrefix(const std::string& component, std::string_view class_n
 
 /// The item with the name; nothing for an empty name.
 template <class T>
-T Find(const lns::Collection<T>& collection, const std::string& name) {
+T Find(const Collection<T>& collection, const std::string& name) {
   return name.empty() ? T{} : collection.Item(name);
 }
 
-lns::Subsystem FindSubsystem(const lns::System& system, const std::vector<std::string>& chain) {
-  lns::Subsystem subsystem = Find(system.Subsystems(), WithoutPrefix(chain[1], "Subsystem"));
+Subsystem FindSubsystem(const System& system, const std::vector<std::string>& chain) {
+  Subsystem subsystem = Find(system.Subsystems(), WithoutPrefix(chain[1], "Subsystem"));
   for (std::size_t level = 2; level < chain.size() && subsystem; ++level)
     subsystem = Find(subsystem.Subsystems(), WithoutPrefix(chain[level], "Subsystem"));
   return subsystem;
 }
 
-lns::AppDevice FindDevice(const std::vector<std::string>& components, const lns::Network& network,
-                          const lns::System& system) {
+AppDevice FindDevice(const std::vector<std::string>& components, const Network& network,
+                     const System& system) {
   if (WithoutPrefix(components[kNetwork], "Network") != network.Name()) return {};
   const auto chain = text::Split(components[kSystemAndSubsystems], ".");
   if (chain.size() < 2 || WithoutPrefix(chain[0], "System") != system.Name()) return {};
-  const lns::Subsystem subsystem = FindSubsystem(system, chain);
+  const Subsystem subsystem = FindSubsystem(system, chain);
   if (!subsystem) return {};
   return Find(subsystem.AppDevices(), WithoutPrefix(components[kDevice], "AppDevice"));
 }
@@ -43,17 +42,17 @@ lns::AppDevice FindDevice(const std::vector<std::string>& components, const lns:
 
 std::vector<std::string> SplitObjectPath(std::string_view path) { return text::Split(path, "/"); }
 
-lns::Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
-                          const lns::Network network, const lns::System system) {
-  const bool is_object = object_type == session::kLonMarkObjectType;
+Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
+                     const Network network, const System system) {
+  const bool is_object = object_type == members::kClassLonMarkObject;
   const std::size_t wanted = is_object ? kLonMarkObject + 1 : kDevice + 1;
   if (components.size() != wanted || !network || !system) return {};
-  return platform::ValueOr(lns::Object(), [&]() -> lns::Object {
-    const lns::AppDevice device = FindDevice(components, network, system);
+  return platform::ValueOr(Object(), [&]() -> Object {
+    const AppDevice device = FindDevice(components, network, system);
     if (!is_object || !device) return device;
     return Find(device.Interface().LonMarkObjects(),
                 WithoutPrefix(components[kLonMarkObject], "LonMarkObject"));
   });
 }
 
-}  // namespace plugin
+}  // namespace lns

@@ -1,0 +1,63 @@
+// qm5r: settings of thermostats on a simulated network. The one for Windows works on any object server.
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <ctime>
+#include <iostream>
+#include <thread>
+
+#include "programs/local_files.h"
+#include "qm5r/commands.h"
+#include "simulator/simulation.h"
+
+namespace {
+
+std::string User() {
+  char computer[256] = "";
+  gethostname(computer, sizeof computer - 1);
+  const passwd* const user = getpwuid(getuid());
+  return std::string(user ? user->pw_name : "") + '@' + computer;
+}
+
+std::string Time() {
+  const std::time_t now = std::time(nullptr);
+  char text[] = "2026-11-23T10:15:00Z";
+  std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", std::gmtime(&now));
+  return text;
+}
+
+double Seconds() {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+platform::LateBoundPtr OpenNetworkFile(const std::string& file) {
+  if (file.empty())
+    throw platform::Error(429, "qm5r",
+                          "This program works on a simulated network: name its file with --network-file");
+  return simulator::Simulation::FromFile(file, [](auto time) { std::this_thread::sleep_for(time); })
+      ->CreateObjectServer();
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  const qm5r::ParsedCommandLine parsed =
+      qm5r::ParseCommandLine({words + 1, words + count}, QM5R_VERSION, true);
+  if (!parsed.run) {
+    (parsed.exit_code == 0 ? std::cout : std::cerr) << parsed.message;
+    return parsed.exit_code;
+  }
+  LocalFiles files;
+  const std::string& network = parsed.options.network_file;
+  qm5r::Computer computer{[&] { return OpenNetworkFile(network); },
+                          files,
+                          std::cout,
+                          std::cerr,
+                          isatty(STDERR_FILENO) == 1,
+                          User(),
+                          Time,
+                          Seconds};
+  return qm5r::Run(parsed.options, computer);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "console/command_line.h"
+
+namespace qm5r {
+
+enum class Command { Save, Check, Show, Compare, Snapshot };
+
+/// The options of the command line.
+struct Options {
+  qm5r::Command command = Command::Save;
+  /// Files, paths and patterns of devices, or networks.
+  std::vector<std::string> places;
+  /// Where the command writes.
+  std::string target;
+  /// Empty for a local session.
+  std::string interface_name;
+  std::string fields;
+  std::string except;
+  bool json = false;
+  bool anonymous = false;
+  bool force = false;
+  bool odd = false;
+  bool fahrenheit = false;
+  /// A simulated network instead of the object server; only in programs that have the simulator.
+  std::string network_file;
+};
+
+struct ParsedCommandLine : console::Parsed {
+  qm5r::Options options;
+};
+
+/// Takes the arguments in UTF-8, without the program.
+ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std::string& version,
+                                   bool has_simulator);
+
+}  // namespace qm5r

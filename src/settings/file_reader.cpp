@@ -1,0 +1,289 @@
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <set>
+
+#include "model/rules.h"
+#include "settings/file.h"
+#include "text/strings.h"
+
+namespace settings {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
+
+std::string Quote(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+int HexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
+/// The text of a quoted value; nothing if a quotation mark or a character after a backslash is missing.
+std::optional<std::string> Unquoted(std::string_view text) {
+  if (!text.starts_with('"')) return std::string(text);
+  std::string plain;
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (text[i] == '"') return i + 1 == text.size() ? std::optional(plain) : std::nullopt;
+    if (text[i] != '\\') {
+      plain += text[i];
+    } else if (i + 1 < text.size() && (text[i + 1] == '"' || text[i + 1] == '\\')) {
+      plain += text[++i];
+    } else {
+      if (i + 3 >= text.size() || text[i + 1] != 'x') return std::nullopt;
+      const int high = HexDigit(text[i + 2]), low = HexDigit(text[i + 3]);
+      if (high < 0 || low < 0) return std::nullopt;
+      plain += static_cast<char>(high * 16 + low);
+      i += 3;
+    }
+  }
+  return std::nullopt;
+}
+
+struct Version {
+  int major, minor;
+};
+std::optional<Version> VersionOf(std::string_view line) {
+  if (!line.starts_with(kFirstWords)) return std::nullopt;
+  const std::string rest = text::Trim(line.substr(kFirstWords.size()));
+  Version version{};
+  const char* const end = rest.data() + rest.size();
+  const auto major = std::from_chars(rest.data(), end, version.major);
+  if (major.ec != std::errc() || major.ptr == end || *major.ptr != '.') return std::nullopt;
+  const auto minor = std::from_chars(major.ptr + 1, end, version.minor);
+  if (minor.ec != std::errc() || minor.ptr != end) return std::nullopt;
+  return version;
+}
+
+class Reader {
+ public:
+  SettingsFile Read(std::string_view text) {
+    if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+    if (std::ranges::any_of(kUtf16Marks, [=](auto mark) { return text.starts_with(mark); }))
+      Fail("the file is not UTF-8 text");
+    else if (TakeFirstLine(NextLine(text)))
+      ReadLines(text);
+    std::ranges::stable_sort(file_.findings, {}, &Finding::line);
+    return std::move(file_);
+  }
+
+ private:
+  void Fail(std::string text) { file_.findings.push_back({line_, true, std::move(text)}); }
+  void Warn(std::size_t line, std::string text) { file_.findings.push_back({line, false, std::move(text)}); }
+
+  static std::string_view NextLine(std::string_view& text) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+  }
+
+  bool TakeFirstLine(std::string_view line) {
+    const auto version = VersionOf(line);
+    if (!version) {
+      Fail("this is no settings file: its first line is not " +
+           Quote(std::string(kFirstWords) + std::to_string(kMajorVersion) + '.' +
+                 std::to_string(kMinorVersion)));
+      return false;
+    }
+    const std::string format =
+        "the format " + std::to_string(version->major) + '.' + std::to_string(version->minor);
+    if (version->major != kMajorVersion) {
+      Fail(format + " is another than this program reads, which is " + std::to_string(kMajorVersion));
+      return false;
+    }
+    is_newer_ = version->minor > kMinorVersion;
+    if (is_newer_) Warn(line_, format + " is newer than this program; what it adds is ignored");
+    return true;
+  }
+
+  void ReadLines(std::string_view text) {
+    while (!text.empty()) {
+      ++line_;
+      ReadLine(NextLine(text));
+    }
+    CheckOrigin();
+    CheckValues();
+  }
+
+  void ReadLine(std::string_view bytes) {
+    if (!text::IsUtf8(bytes)) return Fail("the line is not UTF-8 text");
+    std::string line(bytes);
+    std::ranges::replace(line, '\t', ' ');
+    line = text::Trim(line);
+    if (line.empty() || line.starts_with('#')) return;
+    if (std::ranges::any_of(line, [](char c) { return static_cast<unsigned char>(c) < ' '; }))
+      return Fail("the line contains a control character");
+    if (line.starts_with('[')) return TakeSection(line);
+    const std::size_t sign = line.find('=');
+    if (sign == std::string::npos) return Fail("there is no \"=\" in " + Quote(line));
+    const std::string name = text::Trim(line.substr(0, sign)), value = text::Trim(line.substr(sign + 1));
+    section_ == Section::Origin ? TakeOrigin(name, value) : TakeSetting(name, value);
+  }
+
+  void TakeSection(const std::string& line) {
+    const std::string name = text::Trim(line.substr(0, line.find('#')));
+    if (name == kSettingsSection)
+      section_ = Section::Settings;
+    else if (name == kCalibrationSection)
+      section_ = Section::Calibration;
+    else
+      Fail("there is no section " + name);
+  }
+
+  void TakeOrigin(const std::string& key, const std::string& value) {
+    const auto text = Unquoted(value);
+    if (!text) return Fail("the quotation marks of " + value + " do not fit");
+    if (key == kNotReadKey) {
+      const std::size_t colon = std::min(text->find(':'), text->size());
+      file_.settings.unread.push_back(
+          {text->substr(0, colon), text::Trim(text->substr(std::min(colon + 1, text->size())))});
+      return;
+    }
+    const auto row = std::ranges::find(OriginRows(), key, &OriginRow::key);
+    if (row == OriginRows().end()) {
+      if (FindField(key)) return Fail(key + " belongs below " + std::string(kSettingsSection));
+      if (!is_newer_) Fail("there is no information " + Quote(key));
+      return;
+    }
+    if (!keys_.insert(key).second) return Fail(Quote(key) + " is given twice");
+    file_.settings.origin.*row->text = *text;
+  }
+
+  void TakeSetting(const std::string& name, const std::string& value_and_comment) {
+    const Field* field = FindField(name);
+    if (!field) return FailName(name);
+    if (field->is_calibration != (section_ == Section::Calibration))
+      return Fail(name + " belongs below " +
+                  std::string(field->is_calibration ? kCalibrationSection : kSettingsSection));
+    std::size_t& line = lines_[PositionOf(*field)];
+    if (line != 0) return Fail(name + " is already set in line " + std::to_string(line));
+    line = line_;
+    const std::size_t comment = (' ' + value_and_comment).find(" #");
+    const std::string value = text::Trim(value_and_comment.substr(0, comment));
+    if (const auto problem = ProblemOfValue(*field, value)) return Fail(*problem);
+    file_.settings.TextOf(*field) = Normalized(*field, value.substr(0, value.find(' ')));
+  }
+
+  void FailName(const std::string& name) {
+    const auto in_any_case = [&](const Field& each) { return text::EqualIgnoringCase(each.name(), name); };
+    const auto like = std::ranges::find_if(Fields(), in_any_case);
+    if (like != Fields().end())
+      return Fail("there is no field " + Quote(name) + "; is " + std::string(like->name()) + " meant?");
+    const bool is_shown = std::ranges::count(model::Catalogue(), name, &model::CatalogueRow::name) != 0;
+    Fail(is_shown ? name + " cannot be set" : "there is no field " + Quote(name));
+  }
+
+  /// A choice, or a number and its unit.
+  static std::optional<std::string> ProblemOfValue(const Field& field, const std::string& value) {
+    const std::string name(field.name());
+    if (value.empty()) return name + " has no value";
+    const std::string unit(UnitName(field.unit()));
+    const std::size_t blank = std::min(value.find(' '), value.size());
+    const std::string text = value.substr(0, blank), given = text::Trim(value.substr(blank));
+    if (given != unit) {
+      if (given.empty()) return name + " is in " + unit + ": \"" + text + ' ' + unit + "\"";
+      return unit.empty() ? name + " has no unit: " + Quote(value)
+                          : name + " is in " + unit + ", not in " + given;
+    }
+    return ProblemOf(field, text);
+  }
+
+  void CheckOrigin() {
+    line_ = 1;
+    const std::string& program_id = file_.settings.origin.program_id;
+    const std::string ours(ThermostatProgramId());
+    if (program_id.empty())
+      Fail("the line \"program ID = " + ours + "\" is missing");
+    else if (!IsThermostat(program_id))
+      Fail("the program ID is " + program_id + ", not the thermostat's, " + ours);
+    if (file_.settings.HasNone() && !file_.HasErrors()) Warn(1, "the file sets nothing");
+  }
+
+  void CheckValues() {
+    for (const Field& field : Fields()) {
+      const auto& text = file_.settings.TextOf(field);
+      const std::size_t line = lines_[PositionOf(field)];
+      if (!text) continue;
+      if (IsOutsideLimits(field, *text))
+        Warn(line, std::string(field.name()) + " is outside the limits, which are " + LimitsText(field));
+      if (field.is_calibration && file_.settings.origin.neuron_id.empty())
+        Warn(line, std::string(field.name()) + " belongs to one device, but there is no Neuron ID");
+    }
+    for (const BrokenRule& broken : BrokenRules(file_.settings))
+      Warn(std::max(lines_[PositionOf(*broken.field)], lines_[PositionOf(*broken.against)]), broken.text);
+  }
+
+  enum class Section { Origin, Settings, Calibration };
+
+  SettingsFile file_;
+  std::size_t line_ = 1;
+  bool is_newer_ = false;
+  Section section_ = Section::Origin;
+  std::set<std::string> keys_;
+  /// Of each field, 0 if it is not there.
+  std::vector<std::size_t> lines_ = std::vector<std::size_t>(Fields().size());
+};
+
+const Field* FieldOfText(int txt_nvi_index) {
+  const auto shows_it = [=](const Field& field) {
+    return field.row->control == model::txtNvi(txt_nvi_index);
+  };
+  return &*std::ranges::find_if(Fields(), shows_it);
+}
+
+std::string TextOf(const model::CrossRule& rule, const Field& repaired, const Field& against) {
+  using enum model::CrossRule::Relation;
+  const std::string field(repaired.name()), other(against.name());
+  switch (rule.relation) {
+    case DeadBandAbove:
+      return field + " is less than DeadBand above " + other;
+    case DeadBandBelow:
+      return field + " is less than DeadBand below " + other;
+    case AtMost:
+      return field + " is above " + other;
+    case AtLeast:
+      return field + " is below " + other;
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string FindingText(const std::string& file, const Finding& finding) {
+  return file + ':' + std::to_string(finding.line) + ": " + (finding.is_error ? "" : "warning: ") +
+         finding.text;
+}
+
+bool SettingsFile::HasErrors() const {
+  return std::ranges::any_of(findings, [](const Finding& finding) { return finding.is_error; });
+}
+
+SettingsFile ParseSettings(std::string_view text) { return Reader().Read(text); }
+
+std::vector<BrokenRule> BrokenRules(const DeviceSettings& settings) {
+  std::vector<BrokenRule> broken;
+  std::set<std::pair<int, int>> seen;  // each pair has a rule for either field that is left
+  for (const model::CrossRule& rule : model::CrossRules()) {
+    if (!seen.insert(std::minmax(rule.repaired, rule.against)).second) continue;
+    const Field &repaired = *FieldOfText(rule.repaired), &against = *FieldOfText(rule.against);
+    const auto is_known = [&](int field) { return settings.TextOf(*FieldOfText(field)).has_value(); };
+    if (!is_known(rule.repaired) || !is_known(rule.against)) continue;
+    if (rule.IsDeadBand() && !is_known(model::kDeadBandField)) continue;
+    const auto is_broken_in = [&](int units) {
+      return model::RepairOf(rule,
+                             [&](int field) {
+                               const Field& each = *FieldOfText(field);
+                               return Shown(each, settings.TextOf(each).value_or("0"), units);
+                             })
+          .has_value();
+    };
+    if (is_broken_in(0) && is_broken_in(1))
+      broken.push_back({&repaired, &against, TextOf(rule, repaired, against)});
+  }
+  return broken;
+}
+
+}  // namespace settings
