@@ -27,6 +27,7 @@ def texts(*patterns):
 
 
 DIRECTOR = texts("src/director/*.cpp")
+QM5R = texts("src/qm5r/*.cpp")
 # Switches of the programs that COM starts.
 SWITCHES = texts("src/startup/*.cpp", "src/windows/com/*.cpp", "src/windows/programs/simulator.cpp").lower()
 BUILD = texts("CMakeLists.txt", "*/CMakeLists.txt", "src/**/CMakeLists.txt", "tests/**/CMakeLists.txt")
@@ -58,17 +59,17 @@ def quoted(word, source):
     return re.search(rf'[",]{re.escape(word)}[",]', source)
 
 
-def director_findings(words):
+def console_findings(program, source, words):
     place = None
     for word in words:
         if word.startswith("-") and not re.fullmatch(r"-?\d+", word):
-            if word != "--help" and not quoted(word, DIRECTOR):
-                yield f"the director has no option {word}"
+            if word != "--help" and not quoted(word, source):
+                yield f"{program} has no option {word}"
         elif place is None or (place == "fault" and word in ("add", "clear", "vanish", "restore", "list")):
             place = word
             # In the text, capitals are placeholders.
-            if not word.isupper() and not quoted(word, DIRECTOR):
-                yield f"the director has no command {word}"
+            if not word.isupper() and not quoted(word, source):
+                yield f"{program} has no command {word}"
 
 
 def switch_findings(words):
@@ -108,7 +109,9 @@ def command_findings(words):
     if program.endswith("scripts/in-wine") and len(words) > 1 and words[1].endswith(".exe"):
         yield from command_findings(words[1:])
     elif program.split("/")[-1] == "director.exe":
-        yield from director_findings(words[1:])
+        yield from console_findings("the director", DIRECTOR, words[1:])
+    elif program.split("/")[-1] in ("qm5r", "qm5r.exe"):
+        yield from console_findings("qm5r", QM5R, words[1:])
     elif program in ("LnsSimulator.exe", "QM5RFcPirConfigure.exe") or re.fullmatch(r"/(de|un)?reg\w+", program):
         yield from switch_findings(words)
     elif program in ("cmake", "ctest"):
@@ -123,7 +126,7 @@ def command_findings(words):
 
 
 def looks_like_command(code):
-    return re.match(r"(\./|scripts/[\w-]+(?![\w.-])|director\.exe |LnsSimulator\.exe |QM5RFcPirConfigure\.exe |"
+    return re.match(r"(\./|scripts/[\w-]+(?![\w.-])|director\.exe |qm5r |LnsSimulator\.exe |QM5RFcPirConfigure\.exe |"
                     r"/(de|un)?reg\w+|(cmake|ctest) -)", code)
 
 
@@ -135,7 +138,7 @@ def document_findings(document):
             if looks_like_command(code):
                 for finding in command_findings(documents.words_of(code)):
                     yield number, finding
-            elif re.match(r"--[a-z]", code) and not quoted(code.split()[0], DIRECTOR) and code != "--help":
+            elif re.match(r"--[a-z]", code) and not quoted(code.split()[0], DIRECTOR + QM5R) and code != "--help":
                 yield number, f"no program has the option {code}"
     for block in documents.blocks(document):
         if block.language not in ("sh", "json", "text"):

@@ -33,7 +33,8 @@ std::optional<std::string> Unquoted(std::string_view text) {
     } else {
       if (i + 3 >= text.size() || text[i + 1] != 'x') return std::nullopt;
       const int high = HexDigit(text[i + 2]), low = HexDigit(text[i + 3]);
-      if (high < 0 || low < 0) return std::nullopt;
+      // Other bytes are only parts of characters.
+      if (high < 0 || high > 7 || low < 0) return std::nullopt;
       plain += static_cast<char>(high * 16 + low);
       i += 3;
     }

@@ -79,6 +79,24 @@ def run_preview(folder, environment):
         sys.exit("FAILED: the preview does not show the device")
 
 
+def run_settings(folder, environment):
+    """With the exit codes that the document gives, on the demo."""
+    environment = environment | {"QM5R_NETWORK_FILE": "demo/network.json"}
+    expected = [block.text for block in documents.blocks(ROOT / "docs/settings.md") if block.language == "text"]
+    for command in commands_of("docs/settings.md"):
+        code = re.search(r"# exit code (\d)$", command)
+        done = subprocess.run(re.sub(r"^qm5r", "build/native/qm5r", command), shell=True, cwd=folder, env=environment,
+                              capture_output=True, text=True, check=False)
+        print("$", command, flush=True)
+        if done.returncode != int(code.group(1) if code else 0):
+            sys.exit(f"{done.stdout}{done.stderr}\nFAILED with {done.returncode}: {command}")
+        if "*201" in command and done.stdout.rstrip() != expected[0]:
+            sys.exit(f"{done.stdout}\nFAILED: the document shows another output of {command}")
+    saved = (folder / "standard.qm5r").read_text().split("[settings]")[1]
+    if saved.strip() != expected[1].split("[settings]")[1].strip():
+        sys.exit(f"{saved}\nFAILED: the document shows another file")
+
+
 def end_wine(folder, environment):
     subprocess.run(["scripts/in-wine", "wineserver", "-k"], cwd=folder, env=environment, check=False)
 
@@ -112,6 +130,7 @@ def main(part):
             run_document("docs/director.md", folder, environment, builds=False)
             if (folder / "build/native/preview").exists():
                 run_preview(folder, environment)
+                run_settings(folder, environment)
             end_wine(folder, environment)
             display, environment = with_display(folder)
             try:

@@ -41,6 +41,8 @@ TEST(SettingsFile, NamesEveryMistakeWithItsLine) {
       {id + "path = \"a\\q\"\n[settings]\nHeatMax = 30 C", "f:3: the quotation marks of \"a\\q\" do not fit"},
       {id + "path = \"a\\x0\"\n[settings]\nHeatMax = 30 C",
        "f:3: the quotation marks of \"a\\x0\" do not fit"},
+      {id + "path = \"a\\x99\"\n[settings]\nHeatMax = 30 C",
+       "f:3: the quotation marks of \"a\\x99\" do not fit"},
       {id + "[setings]\nHeatMax = 30 C",
        "f:3: there is no section [setings]\nf:4: HeatMax belongs below [settings]"},
       {kStart + "HeatMax 30 C", "f:5: there is no \"=\" in \"HeatMax 30 C\""},

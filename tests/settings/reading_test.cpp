@@ -2,6 +2,7 @@
 
 #include "settings/device_settings.h"
 
+#include "headless/faults.h"
 #include "settings/comparison.h"
 #include "settings/device_search.h"
 #include "settings/file.h"
@@ -42,6 +43,43 @@ TEST(ReadingSettings, APointWhoseFormatIsNotRestoredCountsAsNotRead) {
     EXPECT_EQ(reading.Read().unread.empty(), !read_fails);
     EXPECT_FALSE(reading.points.Item("nciSetPts").IsReadIn(1));
     EXPECT_FALSE(reading.points.IsReadIn(1));
+  }
+}
+
+TEST(ReadingSettings, AFailureAtAnyCallLeavesNoPointToBeWrittenInOtherUnits) {
+  using enum headless::Failure::Reach;
+  const headless::Failure failures[] = {
+      {"is silent", platform::ObjectServerError(18200)},
+      {"refuses", platform::ObjectServerError(18035)},
+      {"refuses twice", platform::ObjectServerError(18035), Operations, 2},
+      {"refuses for long", platform::ObjectServerError(18035), Operations, 9},
+      {"loses an answer", platform::ObjectServerError(18200), Operations, 1, true}};
+  for (const headless::Failure& failure : failures) {
+    std::size_t operations = 0;
+    for (std::size_t first = 0; first <= operations; ++first) {
+      World world;
+      headless::Faults faults{world};
+      const auto api = world.Configure(kFirstThermostat);
+      const model::PointList points(world.main.CurrentDevice().Interface().NetworkVariables(),
+                                    world.session.Dialect);
+      model::CNvCpTable& setpoints = points.Item("nciSetPts");
+      setpoints.GetNetworkValue(1);
+      setpoints.NvAsArray[3] = "68";
+      faults.Begin(failure, first);
+      const auto device = ReadSettings(settings::PointsOf(points, [] { return true; }), {},
+                                       {"nciSetPts.*", ""}, settings::Versions::Skip);
+      faults.End();
+      if (first == 0) operations = faults.seen();
+      EXPECT_TRUE(device.unread.size() == 1 ||
+                  device.TextOf(*settings::FindField("nciSetPts.occ_heat")) == "21");
+      if (setpoints.IsReadIn(1)) setpoints.SendNetworkValue();
+      const auto& held = simulator::stored::DeviceOf(world.simulation->installation(),
+                                                     {"Demo Tower", {"Floor 1"}, "Thermostat 101"})
+                             .values;
+      EXPECT_TRUE(!setpoints.IsReadIn(1) || held.at("nciSetPts")[6] * 256 + held.at("nciSetPts")[7] == 2000)
+          << failure.name << ' ' << first;
+    }
+    EXPECT_GE(operations, 3u);
   }
 }
 
