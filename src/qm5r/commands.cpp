@@ -60,6 +60,9 @@ class Counts {
 };
 
 int Save(const Options& options, Computer& computer) {
+  if (!options.target.empty() && !IsFile(options.target))
+    throw Failed(options.target + " does not end in " + std::string(settings::kFileExtension) +
+                 ", by which the commands know files");
   Sources sources(options, computer, Versions::Read);
   std::vector<Source> found;
   sources.ForEach(options.places.front(), [&](Source source) { found.push_back(std::move(source)); });

@@ -41,6 +41,7 @@ TEST(Qm5r, EndsWithTheCodeOfTheOutcome) {
       {{"save"}, 1, "qm5r save: path is required"},
       {{"compare", "one.qm5r"}, 1, "A second place, or --odd, is required"},
       {{"show", k101, "--fields", "HeatMin"}, 1, "qm5r: there is no field \"HeatMin\""},
+      {{"save", k101, "x.txt"}, 2, "qm5r: x.txt does not end in .qm5r, by which the commands know files"},
       {{"save", "Demo Tower", "x.qm5r"},
        2,
        "qm5r: Demo Tower names 10 devices; snapshot saves more than one"},

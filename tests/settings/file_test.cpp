@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
 namespace {
 
 using settings::FindField;
@@ -120,6 +124,22 @@ TEST(SettingsFile, ReadsWhatEditorsWrite) {
   EXPECT_EQ(TextOf(file, "CoolMin"), "(none)");
   ASSERT_NE(file.settings.UnreadOf(*FindField("RHdisplay")), nullptr);
   EXPECT_EQ(file.settings.UnreadOf(*FindField("RHdisplay"))->reason, "Why: \"so\"");
+}
+
+TEST(SettingsFile, FilesOfEveryReleaseLoad) {
+  std::size_t samples = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(QM5R_SETTINGS_SAMPLES)) {
+    std::ostringstream text;
+    text << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+    const auto file = settings::ParseSettings(text.str());
+    EXPECT_TRUE(file.findings.empty()) << entry.path();
+    EXPECT_EQ(TextOf(file, "HeatMax"), "31.95");
+    EXPECT_EQ(TextOf(file, "FanMode"), "(none)");
+    EXPECT_EQ(TextOf(file, "CalibRS"), "0");
+    EXPECT_EQ(file.settings.origin.path, "Hôtel/Hôtel.Floor #1/Room 1");
+    ++samples;
+  }
+  EXPECT_EQ(samples, 1u) << "one for each version of the format";
 }
 
 TEST(SettingsFile, EverySavedFileLoads) {
