@@ -25,8 +25,15 @@ struct Hotel {
     options.command = qm5r::Command::Compare;
     options.places = {"Hotel/Hotel.Floor 1/Room 1", "Hotel"};
     std::ostringstream out;
-    qm5r::Computer computer{
-        [this] { return MakeServer(); }, files, out, out, false, "", [] { return ""; }, [] { return 0.0; }};
+    qm5r::Computer computer{[this] { return MakeServer(); },
+                            files,
+                            out,
+                            out,
+                            false,
+                            "",
+                            [] { return ""; },
+                            [] { return ""; },
+                            [] { return 0.0; }};
     if (qm5r::Run(options, computer) != qm5r::kDone) std::abort();
   }
   platform::LateBoundPtr MakeServer() {

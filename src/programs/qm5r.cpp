@@ -28,6 +28,13 @@ std::string Time() {
   return text;
 }
 
+std::string LocalTime() {
+  const std::time_t now = std::time(nullptr);
+  char text[] = "2026-11-23 11:15 +0100";
+  std::strftime(text, sizeof text, "%Y-%m-%d %H:%M %z", std::localtime(&now));
+  return std::string(text).insert(sizeof text - 3, ":");
+}
+
 double Seconds() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
@@ -58,6 +65,7 @@ int main(int count, char** words) {
                           isatty(STDERR_FILENO) == 1,
                           User(),
                           Time,
+                          LocalTime,
                           Seconds};
   return qm5r::Run(parsed.options, computer);
 }

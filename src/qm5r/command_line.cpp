@@ -8,12 +8,16 @@ constexpr const char* kPlaceHelp =
     "which * "
     "stands for any characters, or the name of a network";
 
-void AddOptions(CLI::App& command, Options& options) {
+void AddSelection(CLI::App& command, Options& options) {
   command.add_option("--fields", options.fields,
                      "Only these fields, separated by commas; * stands for any characters");
   command.add_option("--except", options.except, "Not these fields");
   command.add_option("--interface", options.interface_name,
                      "Work remotely through this network interface; \"Internet\" for a lightweight session");
+}
+
+void AddOptions(CLI::App& command, Options& options) {
+  AddSelection(command, options);
   command.add_flag("--json", options.json, "Print JSON");
 }
 
@@ -67,6 +71,13 @@ void AddCommands(CLI::App& app, Options& options) {
   snapshot->add_option("folder", options.target, "Where the files go")->required();
   AddOptions(*snapshot, options);
   AddSaving(*snapshot, options);
+
+  CLI::App* report = add("report", "Make a page of what rooms hold and how they differ", Command::Report);
+  add_place(*report, "place");
+  report->add_option("-o,--output", options.target, "The report: .html, .csv or .json")->required();
+  report->add_option("--standard", options.standard, "The file or device to compare with");
+  AddSelection(*report, options);
+  AddSaving(*report, options);
 }
 
 }  // namespace

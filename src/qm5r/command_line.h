@@ -7,7 +7,7 @@
 
 namespace qm5r {
 
-enum class Command { Save, Check, Show, Compare, Snapshot };
+enum class Command { Save, Check, Show, Compare, Snapshot, Report };
 
 /// The options of the command line.
 struct Options {
@@ -16,6 +16,8 @@ struct Options {
   std::vector<std::string> places;
   /// Where the command writes.
   std::string target;
+  /// What a report compares with; empty for nothing.
+  std::string standard;
   /// Empty for a local session.
   std::string interface_name;
   std::string fields;

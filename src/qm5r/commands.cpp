@@ -4,10 +4,11 @@
 #include <map>
 
 #include "qm5r/output.h"
+#include "qm5r/report_command.h"
 #include "qm5r/sources.h"
 #include "settings/comparison.h"
 #include "settings/file_names.h"
-#include "text/strings.h"
+#include "text/csv.h"
 
 namespace qm5r {
 namespace {
@@ -18,17 +19,6 @@ using settings::Versions;
 void Sign(settings::Origin& origin, const Options& options, const Computer& computer) {
   origin.saved = computer.time();
   if (!options.anonymous) origin.saved_by = computer.user;
-}
-
-void WriteFile(const Options& options, Computer& computer, const std::string& file,
-               const std::string& content) {
-  try {
-    options.force ? computer.files.Write(file, content) : computer.files.WriteNew(file, content);
-  } catch (const platform::Error& error) {
-    if (!options.force && computer.files.FileExists(file))
-      throw Failed(file + " exists; --force replaces it");
-    throw Failed(error.description());
-  }
 }
 
 void SaySomethingIsMissing(Computer& computer, const Source& source) {
@@ -282,6 +272,8 @@ int RunCommand(const Options& options, Computer& computer) {
       return options.odd ? FindOdd(options, computer) : CompareWithStandard(options, computer);
     case Command::Snapshot:
       return Snapshot(options, computer);
+    case Command::Report:
+      return MakeReport(options, computer);
   }
   return kFailed;
 }

@@ -22,6 +22,8 @@ struct Computer {
   std::string user;
   /// UTC: "2026-11-23T10:15:00Z"
   std::function<std::string()> time;
+  /// The same on the user's clock: "2026-11-23 11:15 +01:00".
+  std::function<std::string()> local_time;
   /// Since any moment.
   std::function<double()> seconds;
 };

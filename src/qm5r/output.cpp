@@ -156,10 +156,8 @@ std::string ComparisonLines(const Source& source, const settings::Comparison& co
   return lines;
 }
 
-Json ComparisonJson(const Source& source, const settings::Comparison& comparison) {
-  Json json = {{"name", source.name}};
-  json["compared"] = comparison.compared;
-  Json& differences = json["differences"] = Json::array();
+Json DifferencesJson(const settings::Comparison& comparison) {
+  Json differences = Json::array();
   for (const settings::Difference& difference : comparison.differences) {
     Json each = {{"field", std::string(difference.field->name())},
                  {"standard", JsonValue(difference.wanted)}};
@@ -170,6 +168,13 @@ Json ComparisonJson(const Source& source, const settings::Comparison& comparison
     if (const auto unit = UnitOf(*difference.field, false); !unit.empty()) each["unit"] = unit;
     differences.push_back(std::move(each));
   }
+  return differences;
+}
+
+Json ComparisonJson(const Source& source, const settings::Comparison& comparison) {
+  Json json = {{"name", source.name}};
+  json["compared"] = comparison.compared;
+  json["differences"] = DifferencesJson(comparison);
   return json;
 }
 

@@ -29,6 +29,7 @@ std::string ReasonOf(const settings::ReadDevice& device);
 /// The device and what differs, as lines. `wanted_by` says whose value is wanted: "standard" or "most".
 std::string ComparisonLines(const Source& source, const settings::Comparison& comparison,
                             const std::string& wanted_by);
+Json DifferencesJson(const settings::Comparison& comparison);
 Json ComparisonJson(const Source& source, const settings::Comparison& comparison);
 
 }  // namespace qm5r

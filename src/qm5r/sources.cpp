@@ -56,6 +56,17 @@ settings::SettingsFile ReadFile(const Computer& computer, const std::string& fil
   return settings::ParseSettings(text);
 }
 
+void WriteFile(const Options& options, Computer& computer, const std::string& file,
+               const std::string& content) {
+  try {
+    options.force ? computer.files.Write(file, content) : computer.files.WriteNew(file, content);
+  } catch (const platform::Error& error) {
+    if (!options.force && computer.files.FileExists(file))
+      throw Failed(file + " exists; --force replaces it");
+    throw Failed(error.description());
+  }
+}
+
 std::vector<std::string> FilesNamed(const Computer& computer, const std::string& name) {
   const text::Pattern pattern(name, text::Pattern::Backslash::IsPlain);
   if (!pattern.HasWildcard()) return {name};

@@ -30,6 +30,10 @@ bool IsFile(std::string_view place);
 /// Reads a file and its findings. Throws Failed if it cannot be read.
 settings::SettingsFile ReadFile(const Computer& computer, const std::string& file);
 
+/// Writes a whole file or nothing; replaces one only by force. Throws Failed.
+void WriteFile(const Options& options, Computer& computer, const std::string& file,
+               const std::string& content);
+
 /// The files that a name with "*" stands for, or the name itself. Throws Failed if there are none.
 std::vector<std::string> FilesNamed(const Computer& computer, const std::string& name);
 

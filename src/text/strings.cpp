@@ -112,15 +112,6 @@ std::string HexByte(char byte) {
   return {kDigits[value >> 4], kDigits[value & 15]};
 }
 
-std::string CsvCell(std::string_view text) {
-  constexpr std::string_view kFormula = "=+-@\t\r", kQuoted = ",;\"\r\n\t";
-  const bool is_formula = !text.empty() && kFormula.find(text.front()) != std::string_view::npos;
-  std::string cell = (is_formula ? "'" : "") + std::string(text);
-  if (cell.find_first_of(kQuoted) == std::string::npos) return cell;
-  for (std::size_t at = 0; (at = cell.find('"', at)) != std::string::npos; at += 2) cell.insert(at, 1, '"');
-  return '"' + cell + '"';
-}
-
 std::string Escaped(std::string_view text) {
   using Entity = std::pair<char, const char*>;
   static constexpr Entity kEntities[] = {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};

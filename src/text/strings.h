@@ -45,9 +45,6 @@ bool IsUtf8(std::string_view text);
 /// Two hexadecimal digits.
 std::string HexByte(char byte);
 
-/// One cell of comma-separated values. What a spreadsheet would take for a formula begins with an apostrophe.
-std::string CsvCell(std::string_view text);
-
 /// For HTML, in text and in attributes.
 std::string Escaped(std::string_view text);
 

@@ -26,6 +26,7 @@ struct CommandUser : World {
                             false,
                             "me@here",
                             [] { return "2026-11-23T10:15:00Z"; },
+                            [] { return "2026-11-23 11:15 +01:00"; },
                             [] { return 0.0; }};
     return qm5r::Run(parsed.options, computer);
   }
