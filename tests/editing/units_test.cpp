@@ -10,7 +10,7 @@ struct Units : Opened {
   int Chosen() const { return main.obUnits[1].Selected() ? main.obUnits[0].Selected() ? -1 : 1 : 0; }
 };
 
-TEST(Units, ASwitchReadsEverythingAndASecondOneNothing) {
+TEST(Units, ASwitchReadsAllPointsAndARepeatedOneReadsNone) {
   Units opened;
   opened.Switch(1);
   EXPECT_EQ(opened.Field(0).Text(), "70");
@@ -21,7 +21,7 @@ TEST(Units, ASwitchReadsEverythingAndASecondOneNothing) {
   EXPECT_EQ(opened.registry.MachineSetting(opened.identity.PlugInKey(), "DisplayUnits"), "0");
 }
 
-TEST(Units, TooltipsShowMeaningAndRangeInTheUnitsInForce) {
+TEST(Units, TooltipsShowMeaningAndRangeInTheCurrentUnits) {
   Units opened;
   const std::tuple<model::ControlRef, const char*, const char*> cases[] = {
       {model::txtNvi(0), "occupied.\r\n4.5 to 32 \u00BAC", "occupied.\r\n40 to 90 \u00BAF"},

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(Strings, SplitAtFirst) {
+TEST(Strings, SplitsAtTheFirstDelimiter) {
   const char* cases[][4] = {
       {"1.0.9", ".", "1", "0.9"},
       {"no delimiter", ".", "no delimiter", ""},
@@ -18,7 +18,7 @@ TEST(Strings, SplitAtFirst) {
   }
 }
 
-TEST(Strings, WithoutAccelerator) {
+TEST(Strings, RemovesAccelerators) {
   EXPECT_EQ(text::WithoutAccelerator("&Heating && Coolin&g&"), "Heating & Cooling");
 }
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-class KeyboardRoad : public PlugInUser {
+class KeyboardScenario : public PlugInUser {
  protected:
   LRESULT Page() const {
     return SendMessageW(FindWindowExW(window_, nullptr, WC_TABCONTROLW, nullptr), TCM_GETCURSEL, 0, 0);
@@ -28,7 +28,7 @@ class KeyboardRoad : public PlugInUser {
   }
 };
 
-TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
+TEST_F(KeyboardScenario, TheKeyboardReachesEverything) {
   for (LRESULT page = 0; page < 8; ++page) {
     EXPECT_EQ(Page(), page);
     for (const HWND field : Fields()) {
@@ -68,7 +68,7 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
   ExpectText(0, "68");
   Key(VK_LEFT);
   ExpectText(0, "20");
-  EXPECT_EQ(Written(), "nciSetPts nciGenOpts ") << "looking in other units writes nothing";
+  EXPECT_EQ(Written(), "nciSetPts nciGenOpts ") << "showing other units writes nothing";
   Key(VK_MENU, 'R');
 
   for (const int key : {VK_TAB, VK_TAB, VK_SPACE}) Key(key);
