@@ -3,12 +3,15 @@
 
 namespace {
 
-bool box_was_topmost = false;
+ui::Form* raised_below_box = nullptr;
+bool box_was_topmost = false, box_was_in_front = false;
 
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
   const HWND box = FindWindowW(L"#32770", L"Question of the test");
   if (!box) return;
   box_was_topmost = GetWindowLongW(box, GWL_EXSTYLE) & WS_EX_TOPMOST;
+  if (raised_below_box) raised_below_box->BringToFront();
+  box_was_in_front = GetForegroundWindow() == box;
   KillTimer(nullptr, timer);
   PostMessageW(box, WM_COMMAND, IDOK, 0);
 }
@@ -75,6 +78,13 @@ TEST_F(Input, MovesOnOnlyIfACheckShowsNoMessage) {
   form.Hide();
   Ask();
   EXPECT_TRUE(box_was_topmost) << "it would open behind the director's window";
+}
+
+TEST_F(Input, ABoxStaysInFrontIfItsWindowIsRaised) {
+  raised_below_box = &form;
+  Ask();
+  raised_below_box = nullptr;
+  EXPECT_TRUE(box_was_in_front);
 }
 
 TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
