@@ -38,8 +38,7 @@ TEST_F(FaultScenario, AnApplySurvivesTheEndOfTheObjectServer) {
   Edit();
   Knobs().SetLatency("write", 3000);
   Key(VK_MENU, 'A');
-  const HWND status_bar = FindWindowExW(window_, nullptr, L"msctls_statusbar32", nullptr);
-  ASSERT_TRUE(Eventually([&] { return windows::StatusTexts(status_bar).back().starts_with("Updating "); }));
+  ASSERT_TRUE(Eventually([&] { return Doing().starts_with("Updating "); }));
   KillSimulator();
   for (int i = 0; i < 2; ++i) {  // and without an object server
     const HWND box = Box(kCaption);

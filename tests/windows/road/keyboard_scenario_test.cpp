@@ -66,10 +66,13 @@ TEST_F(KeyboardScenario, TheKeyboardReachesEverything) {
   ExpectText(0, "20");
   Key(VK_MENU, 'I');
   ExpectText(0, "68");
+  AwaitEndOfPass();
   Key(VK_LEFT);
   ExpectText(0, "20");
+  AwaitEndOfPass();
   EXPECT_EQ(Written(), "nciSetPts nciGenOpts ") << "showing other units writes nothing";
   Key(VK_MENU, 'R');
+  AwaitEndOfPass();
 
   for (const int key : {VK_TAB, VK_TAB, VK_SPACE}) Key(key);
   const HWND log = NextFront(window_);

@@ -58,9 +58,9 @@ class PlugInUser : public testing::Test {
   director::SimulatorKnobs Knobs() const { return director::SimulatorKnobs(simulator_); }
 
   static bool Eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < 3000; ++i) {
       if (condition()) return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(25));
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return false;
   }
@@ -73,16 +73,33 @@ class PlugInUser : public testing::Test {
     EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
   }
 
+  /// Until the window has handled the message before.
   void Settle() const {
-    std::this_thread::sleep_for(std::chrono::milliseconds(120));
     DWORD_PTR result = 0;
     SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, 3000, &result);
+  }
+  /// Sends input to the window in front, and waits until its thread has handled it all. A thread takes input
+  /// in order, and notes that a key is up when it takes the release. Attached threads share these notes, so
+  /// the key that is released last is noted as down before.
+  void SendAndAwait(int last_released, const std::function<void()>& send) const {
+    const DWORD target = GetWindowThreadProcessId(GetForegroundWindow(), nullptr);
+    const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, target);
+    AttachThreadInput(GetCurrentThreadId(), target, TRUE);
+    BYTE keys[256]{};
+    keys[last_released] = 0x80;
+    SetKeyboardState(keys);
+    send();
+    const auto is_up = [&] { return GetKeyState(last_released) >= 0; };
+    EXPECT_TRUE(Eventually([&] { return is_up() || WaitForSingleObject(thread, 0) == WAIT_OBJECT_0; }));
+    AttachThreadInput(GetCurrentThreadId(), target, FALSE);
+    CloseHandle(thread);
+    Settle();
   }
 
   template <class... Keys>
   void Key(Keys... keys) {
-    PressKeys({static_cast<WORD>(keys)...});
-    Settle();
+    const std::vector pressed{static_cast<WORD>(keys)...};
+    SendAndAwait(pressed[0], [&] { PressKeys(pressed); });
   }
   void Type(const std::string& text) {
     for (const char c : text) {
@@ -107,7 +124,6 @@ class PlugInUser : public testing::Test {
   }
   std::string Text(std::size_t field) const { return windows::TextOf(Fields().at(field)); }
 
-  /// Keys take effect some time after they were sent.
   void ExpectText(std::size_t field, const std::string& text) const {
     Eventually([&] { return Text(field) == text; });
     EXPECT_EQ(Text(field), text);
@@ -119,6 +135,14 @@ class PlugInUser : public testing::Test {
     return info.hwndFocus;
   }
 
+  /// "Reading nciSetPts, 10 left" during a pass.
+  std::string Doing() const {
+    return windows::StatusTexts(FindWindowExW(window_, nullptr, L"msctls_statusbar32", nullptr)).back();
+  }
+  void AwaitEndOfPass() const {
+    EXPECT_TRUE(Eventually([&] { return !Doing().ends_with(" left"); }));
+  }
+
   /// The standard button with the caption, anywhere in the window.
   void ExpectEnabled(const wchar_t* caption, bool enabled) const {
     const HWND button = FindWindowExW(window_, nullptr, L"Button", caption);
@@ -128,9 +152,8 @@ class PlugInUser : public testing::Test {
   }
 
   void Click(HWND control) {
-    ClickWindow(control);
-    EXPECT_TRUE(Eventually([&] { return Focused() == control; }));
-    Settle();
+    SendAndAwait(VK_LBUTTON, [&] { ClickWindow(control); });
+    EXPECT_EQ(Focused(), control);
   }
 
   void ChooseFromMenuBelow(HWND control, WORD letter) {
