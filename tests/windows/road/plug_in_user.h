@@ -71,16 +71,15 @@ class PlugInUser : public testing::Test {
     SetForegroundWindow(window_);
     AttachThreadInput(GetCurrentThreadId(), thread, FALSE);
     EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
+    Settle();
   }
 
-  /// Until the window has handled the message before.
   void Settle() const {
     DWORD_PTR result = 0;
     SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, 3000, &result);
   }
-  /// Sends input to the window in front, and waits until its thread has handled it all. A thread takes input
-  /// in order, and notes that a key is up when it takes the release. Attached threads share these notes, so
-  /// the key that is released last is noted as down before.
+  /// Waits until the thread of the window in front has taken all of the input, which it does in order. When
+  /// it takes the last release, it notes that the key is up; attached threads share these notes.
   void SendAndAwait(int last_released, const std::function<void()>& send) const {
     const DWORD target = GetWindowThreadProcessId(GetForegroundWindow(), nullptr);
     const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, target);

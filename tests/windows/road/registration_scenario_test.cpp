@@ -43,7 +43,6 @@ class RegistrationScenario : public PlugInUser {
     ASSERT_TRUE(Eventually([this] { return (window_ = FindWindowW(nullptr, kCaption)) != nullptr; }));
     ASSERT_TRUE(Eventually([this] { return IsWindowVisible(window_); }));
     BringToFront();
-    Settle();
   }
   void ClickButton(const wchar_t* caption) {
     ClickWindow(FindWindowExW(window_, nullptr, L"Button", caption));

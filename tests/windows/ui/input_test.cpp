@@ -10,7 +10,7 @@ void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
   const HWND box = FindWindowW(L"#32770", L"Question of the test");
   if (!box) return;
   box_was_topmost = GetWindowLongW(box, GWL_EXSTYLE) & WS_EX_TOPMOST;
-  if (raised_below_box) raised_below_box->BringToFront();
+  if (ui::Form* const form = std::exchange(raised_below_box, nullptr)) form->BringToFront();
   box_was_in_front = GetForegroundWindow() == box;
   KillTimer(nullptr, timer);
   PostMessageW(box, WM_COMMAND, IDOK, 0);
@@ -83,7 +83,6 @@ TEST_F(Input, MovesOnOnlyIfACheckShowsNoMessage) {
 TEST_F(Input, ABoxStaysInFrontIfItsWindowIsRaised) {
   raised_below_box = &form;
   Ask();
-  raised_below_box = nullptr;
   EXPECT_TRUE(box_was_in_front);
 }
 
