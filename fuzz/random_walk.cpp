@@ -1,26 +1,19 @@
-// A user, a director and a failing network act at random, checked by a small model of an observer's
-// knowledge: what the device reported, what was typed, and what is marked.
+// A user, a director and a failing network act at random while an observer checks the screen and the writes.
 //
 //   random_walk [first walk] [how many] [steps of each]
 //
 // The same number repeats the same walk. A walk that fails ends the program and prints its steps.
 
-#include <cmath>
 #include <iostream>
 #include <random>
-#include <set>
 #include <string>
 
-#include "model/catalogue.h"
-#include "support/user.h"
-#include "text/numbers.h"
+#include "observer.h"
 #include "text/strings.h"
 
 namespace {
 
-using model::CatalogueRow;
 using std::string;
-using text::LeadingNumber;
 
 /// One has no power, one is not attached, the last refuses its options.
 const string kDevices[] = {kFirstThermostat,
@@ -43,10 +36,10 @@ struct Chance {
   }
 };
 
-/// A random walk: actions at rest and while the plug-in processes messages, and the model to check them.
-class Walk : Chance, World, User {
+/// A random walk: actions at rest and while the plug-in processes messages, checked by an observer.
+class Walk : Chance, Observer {
  public:
-  explicit Walk(unsigned seed) : Chance{std::mt19937(seed)}, User(static_cast<World&>(*this)) {
+  explicit Walk(unsigned seed) : Chance{std::mt19937(seed)} {
     for (int& each : preferences_) each = Below(kActs);
     for (int& each : fields_) each = OneOf(std::array{0, 1, 2, 3, 4, 5, Below(22), Below(2) + 39});
     desktop.on_yield = [this] {
@@ -80,7 +73,6 @@ class Walk : Chance, World, User {
     story_ += (running_ > 1 ? "\n   meanwhile " : " ") + what;
     return *this;
   }
-  void Wrong(const string& what) { wrong_ += what + "\n"; }
 
   // Actions.
 
@@ -213,146 +205,12 @@ class Walk : Chance, World, User {
     desktop.answers = {static_cast<ui::Answer>(2 * yes_no + !agrees)};  // of Ok, Cancel, Yes, No
   }
 
-  // The observer's knowledge.
-
-  /// 0 for SI, 1 for US, by caption or format; -1 for a format without units.
-  int Caption() const { return main.screen.txtTempUnits()[0]->Text() == "\u00BAF"; }
-  static int UnitsOf(const string& format) {
-    return format.find("#US") != string::npos ? 1 : format.find("#SI") != string::npos ? 0 : -1;
-  }
-  std::size_t Said() const { return desktop.messages.size() + log.lstActivity.Rows().size(); }
-  bool IsClosed() const { return StatusPanel(1) == "Closed"; }
-  /// The number of an entry, clamped to the field's limits.
-  double Entered(const CatalogueRow& row, const string& text) const {
-    const auto& [si_min, si_max, us_min, us_max] = *row.limits;
-    return std::clamp(LeadingNumber(text), Caption() ? us_min : si_min, Caption() ? us_max : si_max);
-  }
-
-  void Listen() {
-    simulator::Journal& journal = simulation->journal();
-    for (std::size_t i = 0; i < journal.Count(); ++i) Hear(journal.At(i));
-    journal.Clear();
-    if (!StatusPanel(2).empty()) return;
-    known_ = {};  // another device takes over the screen
-    step_ = {};
-    refused_ = nullptr;
-  }
-  void Hear(const simulator::JournalEntry& entry) {
-    const auto& [operation, result, error] = entry;
-    const auto& [path, device, item] = operation.place;
-    const bool put = operation.kind == simulator::OperationKind::Put;
-    step_.failures += error != 0;
-    if (put && error == 0 && operation.member == "DsFormatType") format_[path] = operation.value;
-    if (operation.member != "Value") return;
-    const bool on_screen = !device.empty() && StatusPanel(2).starts_with(device);
-    if (put && !on_screen) Wrong("not on the screen: " + entry.Text());
-    if (!on_screen) return;  // it began before another device took over the screen
-    const int units = UnitsOf(format_[path]);
-    const auto values = text::Split(put ? operation.value : result, item == "nciSetPts" ? "," : " ");
-    if (put && units == !Caption()) Wrong("in other units: " + entry.Text());
-    if (put) return HearWrite(entry, values);
-    if (error != 0) return;
-    auto& read = step_.read;
-    read[units + 1][format_[path] == "RAW" ? item + "Raw" : item] = values;
-    if (read[0].size() + read[1 + Caption()].size() == 11) TakeRead(true);
-  }
-  void TakeRead(bool all) {
-    step_.complete = all;
-    for (const int units : {-1, Caption()})
-      for (const auto& [point, values] : step_.read[units + 1]) known_.reported[point] = values;
-    known_.reported_in = Caption();
-    known_.applied.clear();
-  }
-  void HearWrite(const simulator::JournalEntry& entry, const std::vector<string>& values) {
-    const string& point = entry.operation.place.item;
-    std::vector<string>& reported = known_.reported[point];
-    bool right = !step_.write_failed && values.size() == reported.size(), wanted = false;
-    step_.write_failed = entry.error != 0;
-    for (const CatalogueRow& row : model::Catalogue()) {
-      if (row.point != point || !right) continue;
-      const ui::Control* const field = main.screen.Find(row.control);
-      const auto wish = step_.wanted.extract(field);
-      const string& value = values[row.index];
-      right = !wish         ? value == reported[row.index]
-              : !row.limits ? value == wish.mapped()
-                            : IsNear(row, value, Entered(row, wish.mapped()));
-      wanted = wanted || wish;
-      if (!wish || step_.write_failed) continue;
-      if (IsMarked(*field) && !step_.edited) Wrong(field->name() + " was written and is still marked");
-      if (!IsMarked(*field)) known_.edits.erase(field);
-      known_.applied.insert(field);
-    }
-    if (!right || !wanted) Wrong("not wanted: " + entry.Text());
-    if (!step_.write_failed) reported = values;
-  }
-  static bool IsNear(const CatalogueRow& row, const string& value, double number) {
-    return std::abs(LeadingNumber(value) - number) < (row.offset_value ? 0.0501 : 1e-9);
-  }
-
-  void Check() {
-    for (const CatalogueRow& row : model::Catalogue())
-      if (const ui::Control* const field = main.screen.Find(row.control)) CheckField(row, *field);
-    if (!step_.wanted.empty() && !step_.write_failed && !step_.explained && !IsClosed()) Wrong("not written");
-    if (step_.refreshes && Said() == step_.said && !IsClosed()) Wrong("nothing is read or said");
-    if (!known_.edits.empty() && !(main.cmdApply.Enabled() && main.cmdCancel.Enabled())) Wrong("no buttons");
-    if (progress.Shown() || main.Busy() || desktop.pointers.back() != ui::Pointer::Default) Wrong("busy");
-    if (Focused() && !IsMarked(*Focused())) kept_ = {Focused()->Text(), false};
-  }
-  void CheckField(const CatalogueRow& row, const ui::Control& field) {
-    const string& text = field.Text();
-    const auto wrong = [&](const string& how) { Wrong(field.name() + " \"" + text + "\" " + how); };
-    const auto edit = known_.edits.find(&field);
-    if (IsMarked(field) != (edit != known_.edits.end())) return wrong("has a wrong mark");
-    if (IsMarked(field)) {
-      const string former = std::exchange(edit->second, text);
-      const bool clamped =
-          step_.applied.contains(&field) && row.limits && LeadingNumber(text) == Entered(row, former);
-      if (text != former && !clamped) wrong("was " + former);
-    } else if (text.empty() || text == "Undefined model" || text == "HVT_UNKNOWN") {
-      if (step_.complete && !IsClosed()) wrong("shows nothing");
-    } else if (!Shows(row, field)) {
-      wrong("is not what the device reported");
-    }
-  }
-  /// Applied texts stay as typed until the next reading.
-  bool Shows(const CatalogueRow& row, const ui::Control& field) {
-    const auto& reported = known_.reported[string(row.point)];
-    const bool has_units = row.limits && row.limits->si_max != row.limits->us_max;
-    if (reported.empty() || (has_units && known_.reported_in != Caption())) return false;
-    const string& value = reported[row.index];
-    if (row.round_step == 0 && !row.limits) return field.Text() == value;
-    const double number = LeadingNumber(value), step = row.round_step;
-    const double shown = step == 0 ? number : std::nearbyint(number / step) * step;
-    if (known_.applied.contains(&field) && IsNear(row, field.Text(), number)) return true;
-    return text::IsNumeric(field.Text()) && std::abs(LeadingNumber(field.Text()) - shown) < 1e-9;
-  }
-
   std::array<int, 10> preferences_;  // each walk has its own preferences
   std::array<int, 8> fields_;
   std::shared_ptr<plugin::LNSPlugInAPI> api_;
-  string story_, wrong_;
-  using Kept = std::pair<string, bool>;  // text and mark when the field got the focus
-  Kept kept_;
+  string story_;
   int running_ = 0;
   bool leaves_ = false;
-  ui::Control* refused_ = nullptr;
-  std::map<string, string> format_;  // by the variable's path
-  using Values = std::map<string, std::vector<string>>;
-  using Texts = std::map<const ui::Control*, string>;
-  struct {
-    Values reported;  // by point, from the last complete reading or later writes
-    int reported_in = 0;
-    Texts edits;
-    std::set<const ui::Control*> applied;
-  } known_;
-  struct {
-    std::array<Values, 3> read;  // in no units, SI and US
-    Texts wanted, applied;
-    int failures = 0;
-    std::size_t said = 0;
-    bool edited = false, switches = false, refreshes = false, complete = false, write_failed = false,
-         explained = false;
-  } step_;
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Compares the real plug-in, in its own process and reached over COM, with a bare client that makes the same
 // calls of the same object server. Each run measures both in turn.
 //
-//   plug_in_bench roads <rounds> <latency in ms>   first fill, refresh, units, apply
+//   plug_in_bench passes <rounds> <latency in ms>   first fill, refresh, units, apply
 //   plug_in_bench start <rounds>                   from creation to the first answer of a server that runs,
 //                                                  beside an empty one
 //   plug_in_bench memory                           peak with a device loaded, beside an empty window
@@ -139,7 +139,7 @@ std::vector<Step> Steps() {
            }}};
 }
 
-int Roads(int rounds, int latency) {
+int Passes(int rounds, int latency) {
   Script script;
   std::vector<Script::Part> parts;
   for (const Step& step : Steps()) parts.push_back(script.Record(step.record));
@@ -278,7 +278,7 @@ int Soak(int rounds) {
 int Run(const std::vector<std::wstring>& words) {
   const auto number = [&](std::size_t at) { return at < words.size() ? std::stoi(words[at]) : 0; };
   if (words.empty()) return 2;
-  if (words[0] == L"roads") return Roads(number(1), number(2));
+  if (words[0] == L"passes") return Passes(number(1), number(2));
   if (words[0] == L"start") return Start(number(1));
   if (words[0] == L"memory") return Memory();
   if (words[0] == L"soak") return Soak(number(1));

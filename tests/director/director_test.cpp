@@ -12,7 +12,7 @@ namespace {
 
 using director::Command;
 
-TEST(CommandLine, CommandsAndMistakes) {
+TEST(CommandLine, ParsesCommandsAndExplainsMistakes) {
   using Words = std::vector<std::string>;
   const auto configure =
       director::ParseCommandLine({"configure", "N/S.A/D", "--object", "Node", "--left", "-5", "--hidden"});

@@ -108,10 +108,10 @@ def without_display():
 
 def with_display(folder):
     """A user's display, and the process that is it."""
-    number, told = os.pipe()
-    display = subprocess.Popen(["Xvfb", "-displayfd", str(told), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
-                               pass_fds=[told], stderr=subprocess.DEVNULL)
-    return display, without_display() | {"DISPLAY": ":" + os.read(number, 20).decode().strip()}
+    read_end, write_end = os.pipe()
+    display = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+                               pass_fds=[write_end], stderr=subprocess.DEVNULL)
+    return display, without_display() | {"DISPLAY": ":" + os.read(read_end, 20).decode().strip()}
 
 
 def main(part):

@@ -70,7 +70,7 @@ TEST(Apply, WritesOnlyTheChangedVariablesOnceEach) {
   EXPECT_TRUE(opened.desktop.messages.empty());
 }
 
-TEST(Apply, KeepsAnEditMadeMeanwhile) {
+TEST(Apply, KeepsAnEditMadeWhileItRuns) {
   Opened opened;
   opened.Enter(39, "90");
   opened.Enter(0, "20.5");
@@ -179,10 +179,10 @@ TEST(PutBack, IsDisabledDuringAnOperationAndWithoutANetwork) {
   opened.Enter(39, "80");
   World::Put(*opened.api, "networkName", std::string("Demo Annex"));
   opened.PutBack(opened.Field(39));
-  EXPECT_EQ(opened.Field(39).Text(), "80") << "what is typed stays on the screen";
+  EXPECT_EQ(opened.Field(39).Text(), "80") << "the edit stays on the screen";
 }
 
-TEST(Events, ShowLogAndRepaint) {
+TEST(Events, UpdateFieldsLogAndWindow) {
   Opened opened;
   const auto raise = [&](std::int32_t event, std::int32_t tag, const char* value) {
     const platform::Value arguments[] = {tag, std::string(value), platform::LateBoundPtr()};
@@ -195,7 +195,7 @@ TEST(Events, ShowLogAndRepaint) {
   EXPECT_EQ(opened.Field(0).Text(), "19.5");
   EXPECT_FALSE(opened.IsMarked(opened.Field(0)));
   raise(13, 9, "TEMPORARY");
-  EXPECT_EQ(opened.List(0).Text(), "PERMANENT") << "lists are left alone";
+  EXPECT_EQ(opened.List(0).Text(), "PERMANENT") << "lists do not change";
   const std::size_t rows = opened.log.lstActivity.Rows().size();
   for (const std::int32_t tag : {0, -1, 46}) {
     raise(13, tag, "1");

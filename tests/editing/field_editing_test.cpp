@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(FieldEditing, KeysAreFilteredAndAlwaysMark) {
+TEST(FieldEditing, FiltersKeysAndMarksEvenForRefusedOnes) {
   const std::tuple<int, char32_t, bool> cases[] = {
       {0, U'0', true},   {0, U'9', true},   {0, U'.', true},  {0, U'-', true},  {0, U':', true},
       {0, 8, true},      {0, U' ', false},  {0, U',', false}, {0, U'a', false}, {0, U'+', false},
@@ -22,7 +22,7 @@ TEST(FieldEditing, KeysAreFilteredAndAlwaysMark) {
   }
 }
 
-TEST(FieldEditing, PageKeysStep) {
+TEST(FieldEditing, PageUpAndPageDownStepTheNumber) {
   constexpr int kUp = 33, kDown = 34;
   struct Case {
     const char* before;
@@ -153,13 +153,13 @@ TEST(FieldEditing, RulesRepairTheOtherField) {
   }
 }
 
-TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
+TEST(FieldEditing, ARuleRunsEvenWithoutAnEditAndCanBeCancelled) {
   Opened opened;
   opened.Field(3).SetText("22.7");
   opened.Field(16).SetText("1.7");
   opened.GoTo(opened.Field(0));
   opened.GoTo(opened.List(0));
-  EXPECT_EQ(opened.Field(3).Text(), "22.7") << "a difference of 1.7, not of a little less";
+  EXPECT_EQ(opened.Field(3).Text(), "22.7") << "the difference is 1.7, not a little less";
   opened.Field(16).SetText("5");
   opened.GoTo(opened.Field(0));
   opened.GoTo(opened.List(0));
@@ -171,7 +171,7 @@ TEST(FieldEditing, ARuleRunsWithoutAnEditTooAndCanBeCancelled) {
 }
 
 // The field then holds an unapplied edit; it must be marked, and Cancel must work.
-TEST(FieldEditing, ARefusedEntryGoesBackWithTheMarkOfTheFormerText) {
+TEST(FieldEditing, ARefusedEntryRestoresTheFormerTextWithItsMark) {
   Opened opened;
   opened.Enter(0, "22");  // repairs the cooling setpoint
   opened.Enter(3, "1:30");
@@ -223,7 +223,7 @@ TEST(FieldEditing, TheSecondHalfOfARuleLeavesTheNextDeviceAlone) {
   EXPECT_PRED2(Both, !opened.IsMarked(opened.Field(1)), !opened.main.cmdApply.Enabled());
 }
 
-TEST(Lists, OpeningAndKeysMarkAndEnterApplies) {
+TEST(Lists, OpeningAndKeysMarkThemAndEnterApplies) {
   constexpr int kPageDown = 34;
   const std::tuple<int, int, bool> cases[] = {
       {40, 0, true},        {38, 0, true},  {65, 0, true},   {27, 0, true},
@@ -263,7 +263,7 @@ TEST(Help, OpensAtTheTopicOfTheFocusedControlOrThePage) {
     opened.Press(opened.main.cmdHelp);
     EXPECT_EQ(opened.desktop.help_shown.back().second, topic) << "the control before the button";
   }
-  EXPECT_FALSE(opened.main.cmdApply.Enabled()) << "nothing is changed by asking";
+  EXPECT_FALSE(opened.main.cmdApply.Enabled()) << "help changes nothing";
   opened.log.HelpRequested();
   EXPECT_EQ(opened.desktop.help_shown.back().second, 1206);
   EXPECT_TRUE(opened.desktop.help_shown.back().first.ends_with("\\QM5R-FCConfigure.chm"));

@@ -10,7 +10,7 @@ struct Units : Opened {
   int Chosen() const { return main.obUnits[1].Selected() ? main.obUnits[0].Selected() ? -1 : 1 : 0; }
 };
 
-TEST(Units, ASwitchReadsEverythingAndASecondOneNothing) {
+TEST(Units, ASwitchReadsAllPointsAndARepeatedOneReadsNone) {
   Units opened;
   opened.Switch(1);
   EXPECT_EQ(opened.Field(0).Text(), "70");
@@ -21,12 +21,13 @@ TEST(Units, ASwitchReadsEverythingAndASecondOneNothing) {
   EXPECT_EQ(opened.registry.MachineSetting(opened.identity.PlugInKey(), "DisplayUnits"), "0");
 }
 
-TEST(Units, TooltipsShowMeaningAndRangeInTheUnitsInForce) {
+TEST(Units, TooltipsShowMeaningAndRangeInTheCurrentUnits) {
   Units opened;
   const std::tuple<model::ControlRef, const char*, const char*> cases[] = {
       {model::txtNvi(0), "occupied.\r\n4.5 to 32 \u00BAC", "occupied.\r\n40 to 90 \u00BAF"},
       {model::txtNvi(16), "setpoint.\r\n1 to 2.5 \u00BAC", "setpoint.\r\n2 to 5 \u00BAF"},
       {model::txtNvi(7), "room.\r\n30 to 100 %", "room.\r\n30 to 100 %"},
+      {model::txtNvi(39), "\n0 to 6553.4 Sec", "\n0 to 6553.4 Sec"},
       {model::txtNvi(11), "reports.", "reports."}};
   for (const std::size_t units : {0u, 1u, 0u}) {
     opened.Switch(units);

@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(ObjectPath, NamesADeviceOrAnObjectOfIt) {
+TEST(ObjectPath, LeadsToADeviceOrItsObject) {
   // Empty text means that nothing is found.
   const std::tuple<std::int32_t, const char*, const char*> cases[] = {
       {7, "Demo Tower/Demo Tower.Floor 1/Thermostat 101", "Thermostat 101"},

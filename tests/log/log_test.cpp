@@ -49,7 +49,7 @@ TEST_F(Log, SplitsMessagesIntoActionAndResult) {
   }
 }
 
-TEST_F(Log, OpensOnErrorsOnlyIfAsked) {
+TEST_F(Log, OpensOnErrorsOnlyIfTheUserWantsIt) {
   log.LogError("a\r\nb");
   EXPECT_FALSE(log.Visible());
   log.cbOpenOnError.SetChecked(true);
@@ -96,7 +96,7 @@ TEST_F(SavedLog, HasCommaSeparatedValues) {
   EXPECT_EQ(Content().substr(0, 4), "\xEF\xBB\xBF\"") << "byte-order mark";
 }
 
-TEST_F(SavedLog, ShowsFailuresAndConfirmsClearing) {
+TEST_F(SavedLog, ShowsFailuresAndAsksBeforeClearing) {
   log.LogCommand("a", "b");
   desktop.save_path.reset();
   log.cmdSave.UserClicks();

@@ -1,5 +1,3 @@
-#include <set>
-
 #include "model/catalogue.h"
 #include "support/user.h"
 
@@ -45,19 +43,6 @@ TEST(Binding, RefusesWhatWouldCorruptThePoint) {
   }
   EXPECT_EQ(bound.binding.NvString(), "23,25.5,28");
   EXPECT_FALSE(bound.point.ValueAsChanges);
-}
-
-TEST(Screen, TooltipsNameTheFieldAndItsUnit) {
-  Opened world;
-  std::set<std::string> tips;
-  for (const model::FieldRow& field : model::Fields())
-    tips.insert(world.main.screen.Find(field.control)->ToolTip());
-  EXPECT_EQ(tips.size(), model::Fields().size()) << "two fields say the same";
-  const std::pair<int, const char*> units[] = {
-      {0, "4.5 to 32 \u00BAC"}, {10, "-15 to 15 %"}, {14, "0.5 to 9 Min"},   {16, "1 to 2.5 \u00BAC"},
-      {17, "0 to 24 Hours"},    {20, "0.5 to 24"},   {39, "0 to 6553.4 Sec"}};
-  for (const auto& [index, range] : units)
-    EXPECT_TRUE(world.Field(index).ToolTip().ends_with(std::string("\n") + range)) << index;
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ TEST(Api, PlaceAndSizeAreReadBackAsWritten) {
   }
 }
 
-TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
+TEST(Api, MinimizedTakesEffectWhenShownAndRefusesMoves) {
   World world;
   const auto api = world.CreateApi();
   const platform::Error hidden = ErrorOf([&] { World::Put(*api, "Minimized", true); });
@@ -49,13 +49,13 @@ TEST(Api, MinimizedIsHeldForAHiddenWindowAndStopsMoves) {
   EXPECT_EQ(world.desktop.raised, 1) << "it may be covered";
 }
 
-TEST(Api, ADirectorIsServedWhileTheObjectServerOfAnotherOneIsMade) {
+TEST(Api, ServesASecondDirectorWhileTheObjectServerStarts) {
   for (const bool stays : {true, false}) {
     World world;
     std::shared_ptr<plugin::LNSPlugInAPI> first, second;
-    bool made = false;
+    bool created = false;
     world.in_between = [&](platform::LateBoundPtr object_server) {
-      if (!std::exchange(made, true)) second = world.Configure(kSecond);
+      if (!std::exchange(created, true)) second = world.Configure(kSecond);
       if (!stays) second.reset();
       return object_server;
     };
@@ -75,7 +75,7 @@ TEST(Api, ADirectorIsServedWhileTheObjectServerOfAnotherOneIsMade) {
   }
 }
 
-TEST(Api, RefusedCommandsAndWrites) {
+TEST(Api, RefusesUnknownCommandsAndReadOnlyWrites) {
   struct Case {
     std::int32_t command, type;
     const char* path;
@@ -96,7 +96,7 @@ TEST(Api, RefusedCommandsAndWrites) {
     EXPECT_EQ(raised.number(), c.number) << c.path;
     EXPECT_EQ(raised.description(), c.text);
     EXPECT_EQ(raised.source(), world.identity.PlugInName);
-    EXPECT_EQ(world.main.lblDeviceTemplate.Text(), heading) << "the present device stays";
+    EXPECT_EQ(world.main.lblDeviceTemplate.Text(), heading) << "the current device stays";
   }
   EXPECT_EQ(world.desktop.windows, 2) << "main window and log: no progress window is left open";
   for (const char* property : {"Name", "Version", "LcaVersion", "ManufacturerID", "ManufacturerName"}) {
@@ -122,7 +122,7 @@ TEST(Api, NamesKeepTheirNumbers) {
     EXPECT_FALSE(world.api->MemberNumber(none)) << none;
 }
 
-TEST(Api, RefusesCallsThatDoNotFit) {
+TEST(Api, RefusesArgumentsThatDoNotFit) {
   using enum platform::CallKind;
   const platform::LateBoundPtr nothing;
   struct Case {

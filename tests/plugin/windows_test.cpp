@@ -13,8 +13,8 @@ struct Windows : World {
   registration::fRegisterPlugIn registration{desktop, "Plug-in", {}};
 };
 
-void ExpectToldApart(const ui::Box& box, std::set<std::string>& names) {
-  for (const ui::Box& child : box.children) ExpectToldApart(child, names);
+void ExpectDistinct(const ui::Box& box, std::set<std::string>& names) {
+  for (const ui::Box& child : box.children) ExpectDistinct(child, names);
   if (!box.control) return;
   const ui::Control& control = *box.control;
   for (const Kind silent : {Kind::Frame, Kind::Label, Kind::StatusBar})
@@ -53,7 +53,7 @@ TEST(Windows, ControlsHaveDistinctNamesAndAccelerators) {
   for (const auto& [form, tabs, clashes] : cases) {
     SCOPED_TRACE(form->name());
     std::set<std::string> names;
-    ExpectToldApart(form->layout(), names);
+    ExpectDistinct(form->layout(), names);
     EXPECT_EQ(Clashes(form->layout(), tabs), clashes);
   }
 }

@@ -249,7 +249,7 @@ TEST_F(CommandRegistration, AddsMissingResourceFilesToTheCatalogue) {
       for (const auto& [program, arguments, show] : tool.launches)
         EXPECT_EQ(program + " " + arguments,
                   R"(C:\LonWorks\bin\LDRFCAT "C:\LonWorks\Types\ldrf.cat" ")" + folder + '"');
-      EXPECT_TRUE(row.empty() || Logged().at(0) == row);
+      EXPECT_EQ(row.empty() ? row : Logged().at(0), row);
       EXPECT_EQ(std::ranges::count(world.MessageTexts(), unable), first && row.starts_with('!'));
     }
     EXPECT_EQ(Send(51), 0);

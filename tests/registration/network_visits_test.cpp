@@ -25,7 +25,7 @@ struct NetworkVisits : testing::Test {
     world.desktop.messages.clear();
     world.statuses.clear();
     if (world.desktop.has_display)
-      world.main.Load();  // as in a process after that of the registering director
+      world.main.Load();  // as in a later process than the registering director's
     registration::MMain(world.services, world.by_hand).DeregisterPlugIn(mode, interactive);
     EXPECT_FALSE(world.session.ObjectServer);
     EXPECT_FALSE(world.session.CurrentNetwork);
@@ -52,10 +52,11 @@ TEST_F(NetworkVisits, RemoveEveryCommandFromEveryNetworkThatOpens) {
       {"Empty Shell", 2, true}, {"Harbour", 2, true}, {"Quarry", 2, true},
       {"Orchard", 2, true},     {"Foundry", 3, true}, {"Ruin", 3, false},
       {"Vault", 2, false},      {"Bog", 1, false},    {"Islands", 2, true}};
-  const char* ways[] = {"", "\r\nEngineered system mode", "\r\nNetwork Interface 'DEMO-LOCAL-2'"};
+  const char* suffixes[] = {"", "\r\nEngineered system mode", "\r\nNetwork Interface 'DEMO-LOCAL-2'"};
   std::vector<std::string> statuses = {"Opening the Object Server..."};
   for (const auto& [network, tries, opens] : visits) {
-    for (std::size_t i = 0; i < tries; ++i) statuses.push_back("Opening Demo " + network + "..." + ways[i]);
+    for (std::size_t i = 0; i < tries; ++i)
+      statuses.push_back("Opening Demo " + network + "..." + suffixes[i]);
     if (opens) statuses.push_back("Deregister commands...");
   }
   EXPECT_EQ(world.statuses, statuses);
@@ -89,7 +90,7 @@ TEST_F(NetworkVisits, LeaveSystemsInEngineeredMode) {
 }
 
 /// No failure of the object server may prevent the removal of the plug-in itself.
-TEST_F(NetworkVisits, SkipWhatFails) {
+TEST_F(NetworkVisits, ContinueAfterFailures) {
   Register("Demo Harbour");
   const std::string key = world.identity.PlugInKey();
   const auto deregisters = [&] {

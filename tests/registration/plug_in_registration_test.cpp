@@ -186,7 +186,7 @@ TEST(StandardUser, CanWorkAndIsAskedForRightsIfNeeded) {
        "shield, closed"},
       {"Deregister", true, [&] { return start("", press_deregister); }, "shield, closed"},
       {"the second copy, with rights", false, [&] { return start("/window /regplugin"); }, "closed"},
-      {"the second copy, without", true, [&] { return start("/window /deregplugin /deregmode:-1"); },
+      {"the second copy, without rights", true, [&] { return start("/window /deregplugin /deregmode:-1"); },
        "closed"},
       {"units: all users' by default", true, units, "1"},
       {"units: the user's own", true, leave_in_celsius, "0"},

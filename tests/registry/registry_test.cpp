@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(Registry, Contract) {
+TEST(Registry, MeetsTheContract) {
   headless::MemoryRegistry fake;
   RegistryContract(fake).Run();
   EXPECT_TRUE(fake.user.contains("SOFTWARE\\LonWorks\\LCA\\Applets\\QM5R Contract\\Section"));

@@ -72,7 +72,7 @@ TEST(Strictness, EachAdaptationIsNeeded) {
          std::string& name = std::get<std::string>(value);
          if (name.ends_with("#SI")) name = "#SI" + name.substr(0, name.size() - 3);
        }},
-      {"regional settings: values are written with the list separator and decimal sign they were read with",
+      {"regional settings: values are written with the separators that they were read with",
        [](auto& strict) { strict.regional = true; }, "",
        [](std::string& member, CallKind kind, Value& value) {
          if (member == "Value" && kind == CallKind::Put)
@@ -100,7 +100,7 @@ TEST(Strictness, EachAdaptationIsNeeded) {
       if (undone)
         world.in_between = [&](LateBoundPtr server) { return std::make_shared<Undoing>(server, c.undo); };
       EXPECT_EQ(Configures(world, c.interface_name), !undone) << c.answer << (undone ? ", undone" : "");
-      if (undone) std::cout << "without \"" << c.answer << "\" the configure road fails\n";
+      if (undone) std::cout << "without \"" << c.answer << "\" configuring fails\n";
     }
 }
 
@@ -133,11 +133,10 @@ TEST(Strictness, ReplacesAMarkWithAReadOnlyVersion) {
     marks.component_apps.back().version = "1.0";
     ErrorOf([&] { World::Send(*api, 50, 0, ""); });
     EXPECT_EQ(marks.component_apps.back().version == "1.2.3", !undone);
-    if (undone) std::cout << "without adding a command again the registration road fails\n";
+    if (undone) std::cout << "without adding a command again registration fails\n";
   }
-  std::cout
-      << "events of another thread are brought home by the adapter to COM: see the tests of the control\n"
-         "no answer is needed to: coarse, database, demonstration, release 3.0\n";
+  std::cout << "the COM adapter delivers the events of other threads: see the tests of the control\n"
+               "needs no adaptation: coarse, database, demonstration, release 3.0\n";
 }
 
 }  // namespace

@@ -99,8 +99,8 @@ TEST(SettingsFile, WarnsOfValuesThatMayBeRight) {
       {kStart + "nciSetPts.occ_heat = 22 C\nDeadBand = 2 K\nnciSetPts.occ_cool = 23 C",
        "f:7: warning: nciSetPts.occ_cool is less than DeadBand above nciSetPts.occ_heat"},
       {kStart + "nciSetPts.occ_heat = 22 C\nnciSetPts.occ_cool = 23 C", ""},
-      // 71, 74 and 3 ºF, as a device holds them.
-      {kStart + "nciSetPts.occ_heat = 21.67 C\nDeadBand = 1.67 K\nnciSetPts.occ_cool = 23.33 C", ""},
+      // 69.5, 72 and 2.5 ºF, as a device holds them: 21, 22 and 1.5 ºC in the window.
+      {kStart + "nciSetPts.occ_heat = 20.83 C\nDeadBand = 1.39 K\nnciSetPts.occ_cool = 22.22 C", ""},
       {kStart + "HeatMax = 20 C\nnciSetPts.unocc_heat = 21 C",
        "f:6: warning: nciSetPts.unocc_heat is above HeatMax"},
       {kStart + "CoolMin = 21 C\nnciSetPts.occ_cool = 20 C",

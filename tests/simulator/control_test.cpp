@@ -6,7 +6,7 @@ namespace {
 using namespace client;
 using Control = OpenWorld;
 
-TEST_F(Control, JournalHasExactlyTheOperations) {
+TEST_F(Control, JournalRecordsExactlyTheOperations) {
   const LateBoundPtr variable = Reach(root, kVariablesOfA + "(nciHvacType)");
   const LateBoundPtr service = Reach(root, kSystem + ".NetworkServiceDevice");
   Do(control, "ClearJournal");  // the control's own use is not recorded
@@ -81,7 +81,7 @@ TEST_F(Control, FaultsMustNameExistingItems) {
     EXPECT_EQ(CodeOf(control, "AddFault(" + fault + ";1;7)"), 17006) << fault;
 }
 
-TEST_F(Control, LatencyDelaysCallsAndLongOnesRaiseEvents) {
+TEST_F(Control, LatencyDelaysCallsAndLongDelaysRaiseEvents) {
   const LateBoundPtr variable = Reach(root, kVariablesOfA + "(nciMajVer)");
   std::vector<int> events;
   auto subscription = root->Advise([&](std::int32_t event, platform::Arguments) { events.push_back(event); });

@@ -74,7 +74,7 @@ TEST(Formats, RefuseWhatDoesNotFit) {
     EXPECT_EQ(client::CodeOf([&] { Format::Find("SNVT_temp_p")->Render(bytes); }), 18035);
 }
 
-TEST(Formats, EveryRawValueSurvives) {
+TEST(Formats, RawValuesSurviveRendering) {
   const std::pair<const char*, std::size_t> cases[] = {{"#SISNVT_temp_p", 2},
                                                        {"#USSNVT_temp_p", 2},
                                                        {"SNVT_hvac_type", 1},

@@ -97,7 +97,7 @@ TEST(NetworkFile, EveryKeySurvivesSaving) {
   EXPECT_EQ(nlohmann::json::parse(saved), nlohmann::json::parse(full));
 }
 
-TEST(Demo, FilesAreAsSaved) {
+TEST(Demo, FilesHaveTheFormOfSavedOnes) {
   for (const std::string name : {"network.json", "many-networks.json"}) {
     const std::string file = Contents(DEMO_FOLDER + name);
     EXPECT_EQ(simulator::WriteInstallation(simulator::ReadInstallation(file, name)), file);

@@ -35,7 +35,7 @@ TEST_F(Saving, WritesEachChangeAtOnceAndOnlyChanges) {
       {kDeviceA + ".DeviceTemplate.ComponentApps.Add(New Command;S;7)", "\"name\": \"New Command\""},
   };
   Play(root_, {kVariablesOfA + "(nciSetPts).Value", kVariablesOfA + "(nciSetPts).Value=1 ! 18035",
-               kDeviceA + ".Interface.LonMarkObjects(1).Mode=0"});  // its present mode
+               kDeviceA + ".Interface.LonMarkObjects(1).Mode=0"});  // its current mode
   EXPECT_EQ(Contents(file_), kWorld);
   const fs::path before = fs::path(testing::TempDir()) / "simulator-before.json";
   fs::remove(before);

@@ -4,12 +4,12 @@ namespace {
 
 using namespace client;
 
-TEST(Strictness, EachSettingDemandsWhatIsDocumented) {
+TEST(Strictness, EachSettingEnforcesADocumentedRule) {
   const std::string points = kVariablesOfA + "(nciSetPts)", options = kVariablesOfA + "(nciGenOpts)",
                     devices = kSystem + ".Subsystems(F).AppDevices", add = devices + ".Add(",
                     type = ";QM [demo])", owner = "#8000D35500040000", user = ".UNVT_fc_pir_gen_opts",
                     interface = kDeviceA + ".Interface";
-  const std::string unknown = " ! -2147352570", not_there = " ! -2147352573";
+  const std::string unknown = " ! -2147352570", no_member = " ! -2147352573";
   struct Case {
     const char* strict;
     std::vector<std::string> steps;
@@ -37,7 +37,7 @@ TEST(Strictness, EachSettingDemandsWhatIsDocumented) {
       {"'release': 290", {kSystem + ".LdrfCatalogPath" + unknown, kSystem + ".Name -> S"}},
       {"'missingMembers': ['SourceOptions']", {points + ".SourceOptions=0" + unknown}},
       {"'readOnlyMembers': ['VersionNumber']",
-       {kDeviceA + ".DeviceTemplate.ComponentApps(1).VersionNumber=2" + not_there,
+       {kDeviceA + ".DeviceTemplate.ComponentApps(1).VersionNumber=2" + no_member,
         kDeviceA + ".DeviceTemplate.ComponentApps(1).VersionNumber -> "}},
       {"'database': true",
        {points + ".Value=24,26,28,21,19,16", points + ".Value=24,26,28,22,19,16",

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "headless/computer.h"
 #include "startup/command_line.h"
-#include "startup/identity.h"
 
 namespace {
 
@@ -27,14 +25,6 @@ TEST(CommandLine, IsComparedAsAWhole) {
     EXPECT_EQ(line.role, role) << text;
     EXPECT_EQ(line.deregistration_mode, mode) << text;
   }
-}
-
-TEST(Identity, IsReadFromTheExecutable) {
-  const startup::Identity identity = startup::LoadIdentity(headless::BuiltInProgram({1, 2, 3}));
-  EXPECT_EQ(identity.PlugInProgID, "QM5RFcPirConfigure.LNSPlugInAPI");
-  EXPECT_EQ(identity.PlugInVersion, "1.2.3");
-  EXPECT_EQ(identity.PlugInDescription, "Configure the Korvell QM5R-FC PIR series LonTalk\u00AE thermostat");
-  EXPECT_EQ(identity.PlugInKey(), "SOFTWARE\\LonWorks\\LCA\\Plug-Ins\\Korvell QM5R-FC PIR Configure");
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(Numbers, NumericTextAndLeadingNumber) {
+TEST(Numbers, ReadsNumericTextsAndLeadingNumbers) {
   const std::tuple<const char*, bool, double> cases[] = {
       {"21", true, 21},    {" 21.5 ", true, 21.5}, {"-0.3", true, -0.3},     {"+4", true, 4},
       {".5", true, 0.5},   {"5.", true, 5},        {"", false, 0},           {"-", false, 0},

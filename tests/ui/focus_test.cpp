@@ -19,13 +19,13 @@ class FocusWindow : public ui::Form {
         action_(std::move(action)) {
     for (ui::TextField* field : {&a, &b, &c}) {
       const std::string name = field->name();
-      field->on_got_focus = [this, name] { Tell("got " + name); };
-      field->on_lost_focus = [this, name] { Tell("lost " + name); };
-      field->on_validate = [this, name] { Tell("check " + name); };
+      field->on_got_focus = [this, name] { Record("got " + name); };
+      field->on_lost_focus = [this, name] { Record("lost " + name); };
+      field->on_validate = [this, name] { Record("check " + name); };
     }
   }
 
-  /// "a": the user goes there; "=a": the focus arrives there; "?a": the user's move fails.
+  /// "a": the user goes to it; "=a": it gets the focus; "?a": the user's move fails.
   void Act(const std::string& action) {
     ui::TextField& field = action.back() == 'a' ? a : action.back() == 'b' ? b : c;
     if (action == "stop") return focus.Stop();
@@ -41,7 +41,7 @@ class FocusWindow : public ui::Form {
   ui::FocusTracker focus{*this, [this](ui::Control& control) { prepared = control.name(); }};
 
  private:
-  void Tell(const std::string& event) {
+  void Record(const std::string& event) {
     journal += (journal.empty() ? "" : ", ") + event;
     if (event == event_) Act(action_);
   }
@@ -54,10 +54,10 @@ const std::array<const char*, 6> kCases[] = {
     {"the user moves", "a b", "", "", "got a, check a, lost a, got b", "b"},
     {"the program moves", "=a =b", "", "", "got a, check a, lost a, got b", "b"},
     {"a check sends the program's move back", "=a =b", "check a", "=a", "got a, check a", "a"},
-    {"a rule moves on: the field between hears nothing", "a b", "lost a", "=c",
+    {"a rule moves on: the field in between gets no events", "a b", "lost a", "=c",
      "got a, check a, lost a, got c", "c"},
     {"a rule moves back to its field", "a b", "lost a", "=a", "got a, check a, lost a, got a", "a"},
-    {"a move that does not come off", "a ?b b", "", "", "got a, check a, check a, lost a, got b", "b"},
+    {"a move that fails", "a ?b b", "", "", "got a, check a, check a, lost a, got b", "b"},
     {"the window closes in a check", "a b =c", "check a", "stop", "got a, check a", "a"},
     {"the window closes in a rule", "a b =c", "lost a", "stop", "got a, check a, lost a", "a"},
     {"a failing rule is not run twice", "a b =c", "lost a", "fail", "got a, check a, lost a, got c", "c"},

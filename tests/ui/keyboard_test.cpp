@@ -37,25 +37,25 @@ struct KeyboardWindow {
   }
 };
 
-/// The names from the tab control through the whole cycle, in forward order.
+/// The names from the tab control through the whole tab order, in forward order.
 std::string Walk(const KeyboardWindow& window, Direction direction) {
-  std::string way;
+  std::string names;
   const Control* at = &window.tabs;
   while ((at = ui::NextControl(window.layout, at, direction)) && at != &window.tabs)
-    way = direction == Direction::Forward ? way + at->name() + " " : at->name() + " " + way;
-  return way;
+    names = direction == Direction::Forward ? names + at->name() + " " : at->name() + " " + names;
+  return names;
 }
 
-TEST(Keyboard, WalksTheWindowInTheOrderOfItsLayout) {
+TEST(Keyboard, TabOrderFollowsTheLayout) {
   const std::tuple<const char*, void (*)(KeyboardWindow&), const char*> cases[] = {
       {"first page", [](KeyboardWindow&) {}, "first second metric apply options show "},
       {"second page", [](KeyboardWindow& w) { w.tabs.Select(1); }, "hours metric apply options show "},
       {"page without fields", [](KeyboardWindow& w) { w.tabs.Select(2); }, "metric apply options show "},
-      {"the option set", [](KeyboardWindow& w) { w.imperial.SetSelected(true); },
+      {"the selected option", [](KeyboardWindow& w) { w.imperial.SetSelected(true); },
        "first second imperial apply options show "},
-      {"a disabled one", [](KeyboardWindow& w) { w.first.SetEnabled(false); },
+      {"a disabled field is skipped", [](KeyboardWindow& w) { w.first.SetEnabled(false); },
        "second metric apply options show "},
-      {"a hidden one", [](KeyboardWindow& w) { w.apply.SetVisible(false); },
+      {"a hidden button is skipped", [](KeyboardWindow& w) { w.apply.SetVisible(false); },
        "first second metric options show "},
   };
   for (const auto& [name, prepare, order] : cases) {
@@ -75,13 +75,13 @@ TEST(Keyboard, FindsTheTargetOfAnAccelerator) {
       {"a button, in either case", U'A', 0, nullptr, "apply"},
       {"a label leads to its field", U's', 0, nullptr, "first"},
       {"a frame leads to its first field", U't', 1, nullptr, "hours"},
-      {"what a device reports is no caption", U'd', 2, nullptr, "none"},
-      {"nothing hidden", U'z', 0, nullptr, "none"},
-      {"a doubled sign is text", U' ', 0, nullptr, "none"},
-      {"and the letter behind it counts", U'w', 0, nullptr, "show"},
+      {"text from a device is no caption", U'd', 2, nullptr, "none"},
+      {"a hidden button has none", U'z', 0, nullptr, "none"},
+      {"a doubled ampersand is text", U' ', 0, nullptr, "none"},
+      {"a single one after it marks a letter", U'w', 0, nullptr, "show"},
       {"two pages: from the first to the second", U'h', 0, nullptr, "tabs 1?"},
-      {"and on to the first", U'h', 1, nullptr, "tabs 0?"},
-      {"a page and a button: first the page", U'o', 0, nullptr, "tabs 2?"},
+      {"and back to the first", U'h', 1, nullptr, "tabs 0?"},
+      {"a page and a button: the page first", U'o', 0, nullptr, "tabs 2?"},
       {"then the button", U'o', 2, nullptr, "options?"},
       {"then the page again", U'o', 2, &window.options, "tabs 2?"},
       {"an option button", U'i', 0, nullptr, "imperial"},

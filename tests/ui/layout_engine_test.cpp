@@ -94,7 +94,7 @@ TEST(LayoutEngine, KeepsTheConfigurationScreenTidyAtEverySize) {
   }
 }
 
-TEST(LayoutEngine, PutsFieldsOfAColumnOfFramesInLine) {
+TEST(LayoutEngine, AlignsTheFieldsOfFramesInAColumn) {
   model::ConfigurationScreen screen;
   const Places places = Arrange(screen.Layout(), {1000, 700});
   const std::tuple<const Control*, const Control*, bool> pairs[] = {
@@ -137,7 +137,7 @@ const std::tuple<const char*, Box (*)(StretchWindow&), Extent, const char*> kStr
      },
      {200, 50},
      "10,19 30x12; 40,25 0x0; 45,19 60x12; "},
-    {"a column gives its height to the last that stretches",
+    {"a column gives its spare height to its last stretching child",
      [](StretchWindow& w) {
        return Box::Column({Box::Leaf(w.small).StretchHeight(), Box::Leaf(w.middle).StretchHeight(),
                            Box::Leaf(w.wide).StretchWidth()});
@@ -152,7 +152,7 @@ const std::tuple<const char*, Box (*)(StretchWindow&), Extent, const char*> kStr
      },
      {200, 100},
      "10,10 46x67; 18,26 30x12; 65,37 42x12; 0,82 200x18; "},
-    {"a form that places its controls goes by the outer size",
+    {"a form that places its own controls uses the outer size",
      [](StretchWindow& w) {
        const auto place = [&w](double width, double height) {
          return std::vector<ui::Spot>{{&w.small, 15, 0, width - 150, height}};
@@ -163,7 +163,7 @@ const std::tuple<const char*, Box (*)(StretchWindow&), Extent, const char*> kStr
      "1,0 98x80; "},
 };
 
-TEST(LayoutEngine, SharesLeftOverRoom) {
+TEST(LayoutEngine, DistributesSpareRoom) {
   for (const auto& [name, make_layout, client, expected] : kStretchCases) {
     StretchWindow window;
     const Box layout = make_layout(window);

@@ -6,10 +6,10 @@
 #include <vector>
 
 /// Presses keys together and releases the last one first or, as fast typists do, the first one.
-inline void PressKeys(const std::vector<WORD>& keys, bool first_let_go = false) {
+inline void PressKeys(const std::vector<WORD>& keys, bool first_key_up_first = false) {
   std::vector<INPUT> inputs(2 * keys.size());
   for (std::size_t i = 0; i < keys.size(); ++i)
-    for (INPUT* input : {&inputs[i], &inputs[first_let_go ? keys.size() + i : inputs.size() - 1 - i]}) {
+    for (INPUT* input : {&inputs[i], &inputs[first_key_up_first ? keys.size() + i : inputs.size() - 1 - i]}) {
       input->type = INPUT_KEYBOARD;
       input->ki.wVk = keys[i];
       input->ki.wScan = static_cast<WORD>(MapVirtualKeyW(keys[i], MAPVK_VK_TO_VSC));

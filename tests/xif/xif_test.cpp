@@ -10,7 +10,7 @@ namespace {
 constexpr const char *kId = "8000D3550004041D",
                      *kText = "File\r\n(C)\r\n\r\n80:00:D3:55:00:04:04:1D\r\n2\r\n";
 
-TEST(Xif, ProgramIdOfAFile) {
+TEST(Xif, ReadsTheProgramIdOfAFile) {
   const std::string head = "File\r\n(C)\r\n\r\n";
   const std::string cases[][3] = {
       {"A.XIF", kText, kId},
@@ -77,7 +77,7 @@ TEST(Xif, ConvertsTheFileFound) {
   const auto show = [](Computer& on, const char* title) { on.shell.windows = {title}; };
   const auto end = [](Computer& on) { on.shell.running = false; };
   const Case cases[] = {
-      {"is there already", write, true, 0, 0},
+      {"is not needed", write, true, 0, 0},
       {"works",
        [&](Computer& on) {
          if (on.shell.pauses == 5) show(on, "XIF32BIN");
@@ -86,7 +86,7 @@ TEST(Xif, ConvertsTheFileFound) {
        },
        true, 1, 2010},
       {"writes late", [&](Computer& on) { on.shell.pauses == 900 ? write(on) : end(on); }, true, 1, 900},
-      {"ends", end, false, 1, 1000},
+      {"ends early", end, false, 1, 1000},
       {"hangs", [&](Computer& on) { show(on, "XIF32BIN"); }, false, 1, 7000},
       {"shows no window", [](Computer&) {}, false, 1, 2000},
       {"cannot be started", [](Computer& on) { on.shell.refuses = true; }, false, 1, 0},

@@ -40,7 +40,7 @@ class WindowsDesktop final : public ui::Desktop {
   std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override;
   std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override;
   void CopyText(const std::string& text) override;
-  bool ShowHelp(const std::string& file, int ui_thread) override;
+  bool ShowHelp(const std::string& file, int context) override;
   void Yield() override;
   void SetPointer(ui::Pointer pointer) override;
   void RepaintActiveWindow() override;

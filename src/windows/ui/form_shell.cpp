@@ -104,7 +104,8 @@ void FormShell::UpdateState() {
 }
 
 void FormShell::Activate() {
-  if (SetForegroundWindow(handle())) return;
+  // Not the window itself below a box that waits for an answer.
+  if (SetForegroundWindow(GetLastActivePopup(handle()))) return;
   // The system keeps another program's window in front.
   FLASHWINFO flash{sizeof flash, handle(), FLASHW_TRAY | FLASHW_TIMERNOFG, 0, 0};
   FlashWindowEx(&flash);

@@ -55,7 +55,7 @@ struct LateBoundContract : testing::TestWithParam<LateBoundPtr (*)()> {
   LateBoundPtr sample_ = GetParam()();
 };
 
-TEST_P(LateBoundContract, CallsAndAnswers) {
+TEST_P(LateBoundContract, PassesArgumentsResultsAndErrors) {
   const Value object = std::make_shared<SampleItems>();
   const std::tuple<platform::Member, CallKind, std::vector<Value>, const char*> cases[]{
       {{"vALUE"}, CallKind::Get, {}, "text sample"},
@@ -147,7 +147,7 @@ TEST(Registration, WritesAndRemovesWhatClientsLookUp) {
     EXPECT_EQ(MachineText(key), "") << key;
 }
 
-TEST(Registration, NeedsTheFirstWord) {
+TEST(Registration, DependsOnTheFirstWord) {
   using enum ServerStart;
   const std::pair<const char*, ServerStart> cases[]{
       {"  -REGSERVER /more", Register}, {"/unregserver", Unregister}, {"more /regserver", ByHand},

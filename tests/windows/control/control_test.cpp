@@ -47,7 +47,7 @@ struct InProcessControl : testing::Test {
   std::string heard;
 };
 
-TEST_F(InProcessControl, GetsWhatItDemands) {
+TEST_F(InProcessControl, WorksWithEveryDemand) {
   for (const char* demands :
        {"", "licence", "init", "init site", "init site first", "basic", "licence init site first basic"}) {
     SCOPED_TRACE(demands);
@@ -60,7 +60,7 @@ TEST_F(InProcessControl, GetsWhatItDemands) {
   }
   try {
     Create("licence, no key");
-    FAIL() << "made without a licence";
+    FAIL() << "created without a licence";
   } catch (const platform::Error& error) {
     EXPECT_EQ(error.number(), CLASS_E_NOTLICENSED);
   }

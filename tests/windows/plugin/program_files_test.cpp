@@ -127,7 +127,7 @@ TEST(ProgramFiles, ShowThePlugInsWindowIconInEverySize) {
   EXPECT_EQ(sizes, (std::vector{16, 20, 24, 32, 40, 48, 64, 0}));  // 0 means 256
 }
 
-TEST(ProgramFiles, HaveTheContactPagesPicture) {
+TEST(ProgramFiles, ContainTheContactPagesPicture) {
   const ProgramFile file(L"QM5RFcPirConfigure.exe");
   const std::string page = file.Resource(L"ABOUT.HTM", RT_HTML);
   EXPECT_NE(page.find("src=\"WORLDMAP.GIF\""), std::string::npos);

@@ -49,4 +49,4 @@ settings='HKLM\SOFTWARE\LonWorks\LCA\Plug-Ins\Korvell QM5R-FC PIR Configure'
 forget_settings() { "$wine" wine reg delete "$settings" /f /reg:32 >/dev/null 2>&1; }
 forget_settings
 # A simulator that still serves another scenario's network file would be used here too.
-expect_gone LnsSimulator "another road"
+expect_gone LnsSimulator "another scenario"

@@ -10,7 +10,7 @@ lca='HKLM\SOFTWARE\LonWorks\LCA' control='HKLM\SOFTWARE\Qm5r.TestControl'
 text_of() { registry query "$1" /v "$2" 2>/dev/null | tr -d '\r' | sed -n 's/.*REG_SZ *//p'; }
 put() { registry add "$1" /v "$2" /d "$3" /f >/dev/null; }
 
-# While it tests a device it raises events on its own thread.
+# While the object server tests a device, it raises events on its own thread.
 sed '1s/{/{"latency": {"test": 450},/' "$root/demo/network.json" >"$work/network.json"
 cp "$root/demo/network.json" "$work/simulator.json"
 "$root/scripts/install-demo" "$programs" "$work/simulator.json" "$2" || fail "install-demo"
@@ -23,7 +23,7 @@ put "$lca" 'Object Server' Qm5r.TestControl
 put "$settings" DisplayUnits 0
 
 # Any case that edits, applies and reads again. It checks the simulator, which the plug-in does not use here.
-"$wine" "$programs/fault_road_tests.exe" --gtest_filter='*.ThePlugInsKeyIsDeletedMeanwhile' >"$work/tests.txt" 2>&1
+"$wine" "$programs/fault_scenario_tests.exe" --gtest_filter='*.WorksWithoutItsRegistryKey' >"$work/tests.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/tests.txt" && ! grep -q FAILED "$work/tests.txt" || { fail "tests"; cat "$work/tests.txt"; }
 expect_gone QM5RFcPirConfigure "the tests"
 cmp "$work/simulator.json" "$root/demo/network.json" || fail "the simulator has been used"
@@ -49,5 +49,5 @@ forget_settings
 unregister QM5RFcPirConfigure
 unregister QM5RFcPirConfigure  # a missing entry is no failure
 unregister LnsSimulator
-[ $failed = 0 ] && echo "control road: ok"
+[ $failed = 0 ] && echo "control: ok"
 exit $failed

@@ -1,4 +1,4 @@
-// The same in the other language of scripts, which shows numbers of errors in another way.
+// The same in the other script language, which shows error numbers differently.
 var device = "Demo Tower/Demo Tower.Floor 1/Thermostat 101", failed = false;
 
 function check(what, actual, expected) {

@@ -1,5 +1,5 @@
-' A director that nobody compiled: it drives the plug-in as any script would. The script engine hides its own errors,
-' so only the last line of its output tells that everything was reached.
+' A director in a script. The script engine hides its own errors, so only the last line of the output shows that the
+' script reached its end.
 Option Explicit
 
 Const kTower = "Demo Tower/Demo Tower.Floor 1/Thermostat 101"
@@ -15,7 +15,7 @@ End Sub
 
 Set plug = CreateObject("QM5RFcPirConfigure.LNSPlugInAPI")
 
-' What the plug-in says of itself.
+' What the plug-in says about itself.
 Check "identity", plug.Name & ", " & plug.ManufacturerID & ", " & plug.ManufacturerName, kPlugIn & ", 211, Korvell Inc."
 Check "versions", plug.LcaVersion & ", " & plug.Version, "3.0, 1.0.0"
 Check "state", plug.Visible & plug.Remote & plug.Minimized & plug.networkName & plug.NetworkInterfaceName, "FalseFalseFalse"

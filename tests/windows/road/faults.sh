@@ -20,8 +20,8 @@ new_wine
 director() { "$wine" "$programs/director.exe" "$@"; }
 floor='Demo Tower/Demo Tower.Floor 1/Thermostat'
 
-for case in TheObjectServerEndsDuringAnApply ThePlugInsKeyIsDeletedMeanwhile; do
-  timeout 60 "$wine" "$programs/fault_road_tests.exe" --gtest_filter="*.$case" >"$work/case.txt" 2>&1
+for case in AnApplySurvivesTheEndOfTheObjectServer WorksWithoutItsRegistryKey; do
+  timeout 60 "$wine" "$programs/fault_scenario_tests.exe" --gtest_filter="*.$case" >"$work/case.txt" 2>&1
   grep -a '^shown: ' "$work/case.txt"
   grep -q '\[  PASSED  \] 1 test' "$work/case.txt" && echo "$case: ok" || { fail "$case"; cat "$work/case.txt"; }
   expect_gone QM5RFcPirConfigure "$case"
@@ -57,5 +57,5 @@ new_wine
 unregister QM5RFcPirConfigure
 unregister LnsSimulator
 forget_settings
-[ $failed = 0 ] && echo "fault road: ok"
+[ $failed = 0 ] && echo "faults: ok"
 exit $failed

@@ -58,9 +58,9 @@ class PlugInUser : public testing::Test {
   director::SimulatorKnobs Knobs() const { return director::SimulatorKnobs(simulator_); }
 
   static bool Eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 600; ++i) {
+    for (int i = 0; i < 3000; ++i) {
       if (condition()) return true;
-      std::this_thread::sleep_for(std::chrono::milliseconds(25));
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return false;
   }
@@ -71,18 +71,34 @@ class PlugInUser : public testing::Test {
     SetForegroundWindow(window_);
     AttachThreadInput(GetCurrentThreadId(), thread, FALSE);
     EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
+    Settle();
   }
 
   void Settle() const {
-    std::this_thread::sleep_for(std::chrono::milliseconds(120));
     DWORD_PTR result = 0;
     SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, 3000, &result);
+  }
+  /// Waits until the thread of the window in front has taken all of the input, which it does in order. When
+  /// it takes the last release, it notes that the key is up; attached threads share these notes.
+  void SendAndAwait(int last_released, const std::function<void()>& send) const {
+    const DWORD target = GetWindowThreadProcessId(GetForegroundWindow(), nullptr);
+    const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, target);
+    AttachThreadInput(GetCurrentThreadId(), target, TRUE);
+    BYTE keys[256]{};
+    keys[last_released] = 0x80;
+    SetKeyboardState(keys);
+    send();
+    const auto is_up = [&] { return GetKeyState(last_released) >= 0; };
+    EXPECT_TRUE(Eventually([&] { return is_up() || WaitForSingleObject(thread, 0) == WAIT_OBJECT_0; }));
+    AttachThreadInput(GetCurrentThreadId(), target, FALSE);
+    CloseHandle(thread);
+    Settle();
   }
 
   template <class... Keys>
   void Key(Keys... keys) {
-    PressKeys({static_cast<WORD>(keys)...});
-    Settle();
+    const std::vector pressed{static_cast<WORD>(keys)...};
+    SendAndAwait(pressed[0], [&] { PressKeys(pressed); });
   }
   void Type(const std::string& text) {
     for (const char c : text) {
@@ -107,7 +123,6 @@ class PlugInUser : public testing::Test {
   }
   std::string Text(std::size_t field) const { return windows::TextOf(Fields().at(field)); }
 
-  /// Keys take effect some time after they were sent.
   void ExpectText(std::size_t field, const std::string& text) const {
     Eventually([&] { return Text(field) == text; });
     EXPECT_EQ(Text(field), text);
@@ -119,6 +134,14 @@ class PlugInUser : public testing::Test {
     return info.hwndFocus;
   }
 
+  /// "Reading nciSetPts, 10 left" during a pass.
+  std::string Doing() const {
+    return windows::StatusTexts(FindWindowExW(window_, nullptr, L"msctls_statusbar32", nullptr)).back();
+  }
+  void AwaitEndOfPass() const {
+    EXPECT_TRUE(Eventually([&] { return !Doing().ends_with(" left"); }));
+  }
+
   /// The standard button with the caption, anywhere in the window.
   void ExpectEnabled(const wchar_t* caption, bool enabled) const {
     const HWND button = FindWindowExW(window_, nullptr, L"Button", caption);
@@ -128,9 +151,8 @@ class PlugInUser : public testing::Test {
   }
 
   void Click(HWND control) {
-    ClickWindow(control);
-    EXPECT_TRUE(Eventually([&] { return Focused() == control; }));
-    Settle();
+    SendAndAwait(VK_LBUTTON, [&] { ClickWindow(control); });
+    EXPECT_EQ(Focused(), control);
   }
 
   void ChooseFromMenuBelow(HWND control, WORD letter) {

@@ -32,7 +32,7 @@ expect "$work/key.txt" "Version    REG_SZ    ${version:-(a script cannot create 
 env -u DISPLAY "$wine" "$programs/QM5RFcPirConfigure.exe" && fail "a program that has no display for its window ended with 0"
 env -u DISPLAY "$wine" "$programs/QM5RFcPirConfigure.exe" /deregplugin || fail "deregplugin without a display"
 
-"$wine" "$programs/registration_road_tests.exe" >"$work/tests.txt" 2>&1
+"$wine" "$programs/registration_scenario_tests.exe" >"$work/tests.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/tests.txt" && ! grep -q FAILED "$work/tests.txt" || { fail "tests"; cat "$work/tests.txt"; }
 "$wine" wine cmd /c 'if not exist C:\LonWorks\Import\Korvell\QM5R.XFB exit 1' || fail "the converter made no binary form"
 "$wine" wine cmd /c 'type C:\LonWorks\Types\ldrf.cat' >"$work/catalogue.txt"
@@ -53,5 +53,5 @@ sys.exit(before != after)
 PYTHON
 expect_gone QM5RFcPirConfigure "registration"
 unregister LnsSimulator
-[ $failed = 0 ] && echo "registration road: ok"
+[ $failed = 0 ] && echo "registration: ok"
 exit $failed

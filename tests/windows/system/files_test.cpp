@@ -23,7 +23,7 @@ TEST(Files, ReadsLongPathsInAnyAlphabet) {
       EXPECT_EQ(files.ReadStart(written, 100), content);
     }
     const auto read = files.ReadFolder(folder), above = files.ReadFolder(folder + "\\..");
-    ASSERT_TRUE(read && above);
+    ASSERT_PRED2(Both, read.has_value(), above.has_value());
     EXPECT_EQ(read->identity, files.ReadFolder(folder + "\\.\\")->identity);
     EXPECT_NE(read->identity, above->identity);
     int found = 0;

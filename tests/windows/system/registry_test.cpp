@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(Registry, Contract) {
+TEST(Registry, MeetsTheContract) {
   windows::WindowsRegistry registry;
   RegistryContract(registry).Run();
 }

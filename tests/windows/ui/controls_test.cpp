@@ -13,7 +13,7 @@ namespace {
 class Controls : public WindowsUiTest {
  protected:
   Controls() { form.Load(); }
-  LRESULT Tell(HWND control, UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
+  LRESULT Send(HWND control, UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
     return SendMessageW(control, message, wparam, lparam);
   }
   HWND List() const { return Children(WindowOf(form), L"SysListView32").at(0); }
@@ -51,7 +51,7 @@ LRESULT CALLBACK NoteShields(int code, WPARAM wparam, LPARAM lparam) {
   return CallNextHookEx(nullptr, code, wparam, lparam);
 }
 
-TEST_F(Controls, AButtonThatAsksForRightsCarriesTheShield) {
+TEST_F(Controls, AButtonThatAsksForRightsShowsTheShield) {
   ScreenForm other(desktop);
   other.apply.shield = true;
   const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, NoteShields, nullptr, GetCurrentThreadId());
@@ -61,7 +61,7 @@ TEST_F(Controls, AButtonThatAsksForRightsCarriesTheShield) {
   EXPECT_EQ(shielded, std::vector{apply});
 }
 
-TEST_F(Controls, ListShowsWhatIsAppended) {
+TEST_F(Controls, ListShowsAppendedRows) {
   const auto width = [&](int column) { return ListView_GetColumnWidth(List(), column); };
   for (int row = 0; row < 500; ++row)
     form.log.Append({ui::ListView::Icon::Green, {"10:00:00", "Read", std::to_string(row)}});
@@ -72,7 +72,7 @@ TEST_F(Controls, ListShowsWhatIsAppended) {
   EXPECT_EQ(Cell(500, 1), L"Write");
   EXPECT_GE(ListView_GetTopIndex(List()) + ListView_GetCountPerPage(List()), 501);
   EXPECT_GT(width(2), ListView_GetStringWidth(List(), L"A result that is wider than its heading \u00BAC"));
-  EXPECT_PRED2(Both, Image(499) == 1, Image(500) == 0) << "by their keys";
+  EXPECT_PRED2(Both, Image(499) == 1, Image(500) == 0) << "the pictures follow the icons";
   EXPECT_EQ(ImageList_GetImageCount(ListView_GetImageList(List(), LVSIL_SMALL)), 2);
   form.log.Clear();
   EXPECT_EQ(ListView_GetItemCount(List()), 0);
@@ -90,20 +90,20 @@ TEST_F(Controls, ChoiceListKeepsATextThatIsNoItem) {
   for (const auto& [text, items] : texts) {
     list.SetText(text);
     EXPECT_EQ(Chosen(combo), windows::ToWide(text));
-    EXPECT_EQ(Tell(combo, CB_GETCOUNT), items) << text;
+    EXPECT_EQ(Send(combo, CB_GETCOUNT), items) << text;
     EXPECT_EQ(list.Text(), text);
   }
   // After opening and closing without a choice, the text is still there.
   int opened = 0;
   list.on_drop_down = [&] { ++opened; };
   form.Show();
-  Tell(combo, CB_SHOWDROPDOWN, TRUE);
-  Tell(combo, CB_SHOWDROPDOWN, FALSE);
+  Send(combo, CB_SHOWDROPDOWN, TRUE);
+  Send(combo, CB_SHOWDROPDOWN, FALSE);
   EXPECT_EQ(opened, 1);
   EXPECT_EQ(list.Text(), "SIX_PIPE");
 }
 
-TEST_F(Controls, ChoiceListTakesArrowsAndNeitherLettersNorTheWheel) {
+TEST_F(Controls, ChoiceListTakesArrowKeysButNeitherLettersNorTheWheel) {
   ui::ChoiceList& list = *form.screen.cbNvi(2);
   const HWND combo = Combo(L"NONE");
   form.Show();
@@ -121,11 +121,11 @@ TEST_F(Controls, ChoiceListTakesArrowsAndNeitherLettersNorTheWheel) {
     return false;
   };
   for (const auto& [message, wparam, text] : steps) {
-    Tell(combo, message, wparam);
+    Send(combo, message, wparam);
     EXPECT_EQ(list.Text(), text);
   }
   list.SetLocked(true);
-  Tell(combo, WM_KEYDOWN, VK_DOWN);
+  Send(combo, WM_KEYDOWN, VK_DOWN);
   EXPECT_EQ(list.Text(), "NONE");
   EXPECT_EQ(keys, 3);
 }
@@ -135,15 +135,15 @@ TEST_F(Controls, OptionButtonsExcludeEachOther) {
   form.metric.on_click = form.imperial.on_click = [&] { ++clicks; };
   const HWND metric = Child(WindowOf(form), L"&Metric"), imperial = Child(WindowOf(form), L"&Imperial");
   form.metric.SetSelected(true);
-  Tell(imperial, BM_CLICK);
+  Send(imperial, BM_CLICK);
   EXPECT_PRED2(Both, form.imperial.Selected(), !form.metric.Selected());
-  EXPECT_EQ(Tell(metric, BM_GETCHECK), BST_UNCHECKED);
+  EXPECT_EQ(Send(metric, BM_GETCHECK), BST_UNCHECKED);
   form.metric.SetSelected(true);
-  EXPECT_EQ(Tell(imperial, BM_GETCHECK), BST_UNCHECKED);
+  EXPECT_EQ(Send(imperial, BM_GETCHECK), BST_UNCHECKED);
   EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(Controls, WindowGrowsWithACaptionButNotWithWhatADeviceReports) {
+TEST_F(Controls, WindowGrowsWithACaptionButNotWithTextFromADevice) {
   const std::string text =
       "A text that takes far more room than the one that the layout was made for, and then some";
   const double before = form.Width();
@@ -195,13 +195,13 @@ TEST_F(Controls, TheWholeWindowShowsTheHourglass) {
     for (const HWND each : all) {
       if (ClassOf(each) == L"SysHeader32") continue;  // between columns it has its own pointer
       SetCursor(arrow);
-      Tell(each, WM_SETCURSOR, reinterpret_cast<WPARAM>(each), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+      Send(each, WM_SETCURSOR, reinterpret_cast<WPARAM>(each), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
       EXPECT_EQ(GetCursor() == hourglass, busy) << windows::ToUtf8(ClassOf(each));
     }
   }
 }
 
-TEST_F(Controls, ATextThatIsTooLongKeepsItsEnds) {
+TEST_F(Controls, ALongTextKeepsBothEnds) {
   const windows::Theme theme(96, windows::MessageFont(96));
   const std::wstring path = L"A long network/A long network.A long floor/Room 17 \xD83D\xDE00";
   for (const int width : {60, 100, 200}) {
@@ -223,9 +223,9 @@ TEST_F(Controls, StatusBarShowsALongTextInFullInItsTooltip) {
   for (const auto& [text, fits] :
        {std::pair(path, true), {path + std::string(900, 'x'), false}, {path, true}}) {
     form.bar.SetPanel(2, text);
-    Tell(bar, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(shown));
+    Send(bar, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(shown));
     EXPECT_EQ(shown, windows::ToWide(text));
-    EXPECT_EQ(Tell(bar, SB_GETTEXTLENGTHW, 1), static_cast<LRESULT>(text.size()));
+    EXPECT_EQ(Send(bar, SB_GETTEXTLENGTHW, 1), static_cast<LRESULT>(text.size()));
     EXPECT_EQ(form.bar.ToolTip(), fits ? "" : text);
   }
 }

@@ -32,7 +32,7 @@ TEST_F(FormWindow, ShowsAStateThatWasSetWhileItWasHidden) {
   EXPECT_EQ(form.Left(), 600);
 }
 
-TEST_F(FormWindow, ThatIsKeptIsFoundByNobodyUntilItsFormIsLoadedAgain) {
+TEST_F(FormWindow, CannotBeFoundWhileItIsKeptForItsForm) {
   struct KeptForm : ui::Form {
     explicit KeptForm(ui::Desktop& screen) : Form(screen, "fKept", ui::BorderStyle::FixedDialog) {
       KeepWindow();
@@ -63,7 +63,7 @@ TEST_F(FormWindow, ReportsStateChangesByTheUser) {
   }
 }
 
-TEST_F(FormWindow, ReadsTheBoundsThatWereWritten) {
+TEST_F(FormWindow, ReadsBackTheBoundsThatWereWritten) {
   form.Load();
   const HWND window = WindowOf(form);
   const std::pair<std::array<double, 4>, RECT> cases[] = {
@@ -85,7 +85,7 @@ TEST_F(FormWindow, ReadsTheBoundsThatWereWritten) {
   }
 }
 
-TEST_F(FormWindow, KeepsTheUserAboveTheMinimumSize) {
+TEST_F(FormWindow, CannotBeMadeSmallerThanItsMinimum) {
   form.Show();
   const HWND window = WindowOf(form);
   const double best = form.Width();
@@ -150,7 +150,7 @@ TEST_F(FormWindow, ReportsWhatAHandlerThrows) {
   EXPECT_EQ(failures, std::vector<std::string>{"The handler fails."});
 }
 
-TEST_F(FormWindow, HoldsAnAnimationInItselfOrInAControl) {
+TEST_F(FormWindow, HostsAnAnimationItselfOrInAControl) {
   ui::cAnimControl clip(desktop, "Program");
   clip.ResourceId = 201;
   clip.Transparent = true;
@@ -175,7 +175,7 @@ struct LargeFormWindow : WindowsUiTest {
   ScreenForm form{desktop};
 };
 
-TEST_F(LargeFormWindow, ScrollsToWhatTheKeyboardReachesOnASmallScreen) {
+TEST_F(LargeFormWindow, ScrollsToTheFocusOnASmallScreen) {
   ASSERT_TRUE(Activate(form));
   const HWND window = WindowOf(form);
   SetWindowPos(window, nullptr, 0, 0, 1, 1, SWP_NOZORDER | SWP_NOMOVE);

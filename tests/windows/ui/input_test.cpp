@@ -3,12 +3,15 @@
 
 namespace {
 
-bool box_was_topmost = false;
+ui::Form* raised_below_box = nullptr;
+bool box_was_topmost = false, box_was_in_front = false;
 
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
   const HWND box = FindWindowW(L"#32770", L"Question of the test");
   if (!box) return;
   box_was_topmost = GetWindowLongW(box, GWL_EXSTYLE) & WS_EX_TOPMOST;
+  if (ui::Form* const form = std::exchange(raised_below_box, nullptr)) form->BringToFront();
+  box_was_in_front = GetForegroundWindow() == box;
   KillTimer(nullptr, timer);
   PostMessageW(box, WM_COMMAND, IDOK, 0);
 }
@@ -74,7 +77,13 @@ TEST_F(Input, MovesOnOnlyIfACheckShowsNoMessage) {
   EXPECT_FALSE(box_was_topmost);
   form.Hide();
   Ask();
-  EXPECT_TRUE(box_was_topmost) << "it would come up behind the director's window";
+  EXPECT_TRUE(box_was_topmost) << "it would open behind the director's window";
+}
+
+TEST_F(Input, ABoxStaysInFrontIfItsWindowIsRaised) {
+  raised_below_box = &form;
+  Ask();
+  EXPECT_TRUE(box_was_in_front);
 }
 
 TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
@@ -89,7 +98,7 @@ TEST_F(Input, ARuleThatMovesTheFocusSwallowsThePress) {
   EXPECT_TRUE(IsWindowVisible(GetFocus()));
 }
 
-TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
+TEST_F(Input, SwitchingWindowsDoesNotLeaveTheField) {
   ASSERT_TRUE(Activate(other));
   SetForegroundWindow(WindowOf(form));
   EXPECT_TRUE(Until([&] { return GetActiveWindow() == WindowOf(form); }));
@@ -98,7 +107,7 @@ TEST_F(Input, AnotherWindowInFrontIsNoLeaving) {
   EXPECT_EQ(journal, " got txtNvi(0) asks answered");
 }
 
-TEST_F(Input, EnterPressesItsButtonAndEscapeReachesTheForm) {
+TEST_F(Input, EnterPressesTheDefaultButtonAndEscapeReachesTheForm) {
   form.default_button = &form.apply;
   form.on_escape = [this] { journal += " escape"; };
   form.screen.cbNvi(2)->SetFocus();
@@ -107,7 +116,7 @@ TEST_F(Input, EnterPressesItsButtonAndEscapeReachesTheForm) {
   EXPECT_EQ(journal, " got txtNvi(0) check txtNvi(0) lost txtNvi(0) apply escape");
 }
 
-TEST_F(Input, AltBringsUpTheMenuAloneAndNotWithAKeyThatAControlTakes) {
+TEST_F(Input, AltOpensTheMenuUnlessAControlTakesItsKey) {
   ui::ChoiceList &list = *form.screen.cbNvi(11), &locked = *form.screen.cbNvi(0);
   locked.SetLocked(true);
   first.on_key_down = [](int key, int) { return key == VK_PRIOR; };
@@ -117,15 +126,15 @@ TEST_F(Input, AltBringsUpTheMenuAloneAndNotWithAKeyThatAControlTakes) {
     control->SetFocus();
     Press({VK_MENU});
     EXPECT_TRUE(std::exchange(menu_was_up, false));
-    Press({VK_MENU, key}, /*first_let_go=*/true);
+    Press({VK_MENU, key}, /*first_key_up_first=*/true);
     Press({VK_TAB});
-    EXPECT_NE(form.ActiveControl(), control) << "the next key arrives";
+    EXPECT_NE(form.ActiveControl(), control) << "the next key takes effect";
     EXPECT_FALSE(menu_was_up);
   }
 }
 
 TEST_F(Input, EveryEntryPassesTheFilterOfItsField) {
-  EXPECT_FALSE(ImmGetContext(Child(WindowOf(form), L"20"))) << "an input method composes beside the filter";
+  EXPECT_FALSE(ImmGetContext(Child(WindowOf(form), L"20"))) << "an input method bypasses the filter";
   first.on_key_press = [this](char32_t character) {
     journal += static_cast<char>(character);
     return character != U'x';
@@ -181,7 +190,7 @@ TEST_F(Input, EveryEntryPassesTheFilterOfItsField) {
   first.SetLocked(true);
   first.on_key_down = [this](int, int) { return journal += "key", false; };
   press("8", {{'9'}, {VK_SHIFT, VK_INSERT}, {VK_CONTROL, 'V'}, {VK_PRIOR}});
-  EXPECT_EQ(journal, "") << "a locked field hears of no entry";
+  EXPECT_EQ(journal, "") << "a locked field gets no entry";
   EXPECT_EQ(TextOf(GetFocus()), windows::ToWide(beyond));
 }
 
@@ -193,7 +202,7 @@ TEST_F(Input, FocusLeavesAControlThatIsDisabled) {
   EXPECT_EQ(form.ActiveControl(), &form.show);
 }
 
-TEST_F(Input, ShowsTheTipOfADisabledControlToo) {
+TEST_F(Input, ShowsTheTooltipEvenOfADisabledControl) {
   form.options.SetToolTip("Opens the options.");
   form.options.SetEnabled(false);
   const HWND tips = Tips();

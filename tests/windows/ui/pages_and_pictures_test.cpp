@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST_F(WindowsUiTest, APageIsMadeWhenItIsFirstShownWithWhatItsControlsHoldByThen) {
+TEST_F(WindowsUiTest, APageIsCreatedWhenFirstShownAndShowsItsControlsCurrentState) {
   for (const bool selected_first : {false, true}) {
     ScreenForm form(desktop);
     const auto last_page = [&] {
@@ -32,7 +32,7 @@ TEST_F(WindowsUiTest, APageIsMadeWhenItIsFirstShownWithWhatItsControlsHoldByThen
   }
 }
 
-TEST_F(WindowsUiTest, ATabShowsItsMarkAsLongAsItHasIt) {
+TEST_F(WindowsUiTest, ATabShowsItsMarkUntilItIsRemoved) {
   ScreenForm form(desktop);
   form.Show();
   const HWND tabs = FindWindowExW(WindowOf(form), nullptr, WC_TABCONTROLW, nullptr);
@@ -118,7 +118,7 @@ TEST_F(WebView, KeepsItsTextIfNoPageArrives) {
   EXPECT_EQ(form.ActiveControl(), &form.metric);
 }
 
-TEST_F(WebView, GoesWithItsWindowWhileThePageIsLoading) {
+TEST_F(WebView, ClosesWithItsWindowWhileThePageIsLoading) {
   const SilentServer server;
   page.url = server.url;
   form.screen.tabData.Select(model::kContactPage);

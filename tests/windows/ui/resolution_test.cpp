@@ -61,18 +61,18 @@ std::string LookOf(HWND window) {
   return look.str();
 }
 
-std::function<void(const CWPSTRUCT& sent)> hear;
-LRESULT CALLBACK Hear(int code, WPARAM wparam, LPARAM lparam) {
-  hear(*reinterpret_cast<const CWPSTRUCT*>(lparam));
+std::function<void(const CWPSTRUCT& sent)> on_sent;
+LRESULT CALLBACK Receive(int code, WPARAM wparam, LPARAM lparam) {
+  on_sent(*reinterpret_cast<const CWPSTRUCT*>(lparam));
   return CallNextHookEx(nullptr, code, wparam, lparam);
 }
-struct Hearing {
-  const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, Hear, nullptr, GetCurrentThreadId());
-  ~Hearing() { UnhookWindowsHookEx(hook); }
+struct Receiving {
+  const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, Receive, nullptr, GetCurrentThreadId());
+  ~Receiving() { UnhookWindowsHookEx(hook); }
 };
 
-struct Made {
-  explicit Made(int dpi) : desktop({dpi}) {
+struct NewWindow {
+  explicit NewWindow(int dpi) : desktop({dpi}) {
     form.Load();
     form.log.Append({ui::ListView::Icon::Green, {"10:00", "Read", "A result wider than its heading"}});
     form.SetBounds(0, 0, form.best.width, form.best.height);
@@ -90,41 +90,41 @@ class Resolution : public WindowsUiTest {
   }
   std::array<double, 4> Bounds() const { return {form.Left(), form.Top(), form.Width(), form.Height()}; }
 
-  Made first{96};
+  NewWindow first{96};
   ScreenForm& form = first.form;
   const HWND window = ::WindowOf(form);
 };
 
-TEST_F(Resolution, AWindowThatChangesItLooksAsOneThatIsMadeAtIt) {
+TEST_F(Resolution, AChangedWindowLooksLikeANewOne) {
   for (const int dpi : {144, 192, 96}) {
     SCOPED_TRACE(dpi);
-    const Made made(dpi);
+    const NewWindow created(dpi);
     form.SetBounds(0, 0, 30000, 24000);
     EXPECT_EQ(ScreenPlace(window).right, 2000) << "a pixel has 15 twips on every screen";
-    Change(form, dpi, {20, 10, 20 + made.size.right, 10 + made.size.bottom});
-    EXPECT_EQ(Bounds(), (std::array{300.0, 150.0, made.size.right * 15.0, made.size.bottom * 15.0}));
-    EXPECT_EQ(LookOf(window), LookOf(::WindowOf(made.form)));
+    Change(form, dpi, {20, 10, 20 + created.size.right, 10 + created.size.bottom});
+    EXPECT_EQ(Bounds(), (std::array{300.0, 150.0, created.size.right * 15.0, created.size.bottom * 15.0}));
+    EXPECT_EQ(LookOf(window), LookOf(::WindowOf(created.form)));
   }
 }
 
-TEST_F(Resolution, NothingIsCutByASuggestedSize) {
+TEST_F(Resolution, ASuggestedSizeCutsNothing) {
   form.SetBounds(0, 0, form.best.width + 150, form.best.height);
   Change(form, 120, {0, 0, 100, 100});
-  const RECT least = Made(120).size;
+  const RECT least = NewWindow(120).size;
   EXPECT_EQ(Bounds(), (std::array{0.0, 0.0, least.right * 15.0, least.bottom * 15.0}));
 }
 
 TEST_F(Resolution, TightensGapsOnASmallScreen) {
-  const RECT usual = first.size, large = Made(192).size;
+  const RECT usual = first.size, large = NewWindow(192).size;
   EXPECT_LT(large.right, 2 * usual.right - 50);
   EXPECT_LT(large.bottom, 2 * usual.bottom - 100);
 }
 
 TEST_F(Resolution, TheProgramsBoundsHoldOnAnotherScreen) {
-  hear = [&](const CWPSTRUCT& sent) {
+  on_sent = [&](const CWPSTRUCT& sent) {
     if (sent.message == WM_WINDOWPOSCHANGED && sent.hwnd == window) Change(form, 144, {0, 0, 1500, 1200});
   };
-  const Hearing hearing;
+  const Receiving receiving;
   form.SetBounds(300, 150, 12000, 9000);
   EXPECT_EQ(Bounds(), (std::array{300.0, 150.0, 12000.0, 9000.0}));
 }
@@ -149,17 +149,17 @@ TEST_F(Resolution, AllWindowsFollowSystemChanges) {
   std::vector<HWND> all = Children(window);
   all.push_back(TipsOf(window));
   for (const UINT message : {WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED}) {
-    std::set<HWND> heard;
-    hear = [&](const CWPSTRUCT& sent) {
-      if (sent.message == message) heard.insert(sent.hwnd);
+    std::set<HWND> received;
+    on_sent = [&](const CWPSTRUCT& sent) {
+      if (sent.message == message) received.insert(sent.hwnd);
     };
-    const Hearing hearing;
+    const Receiving receiving;
     SendMessageW(window, message, 0, 0);
-    for (const HWND each : all) EXPECT_TRUE(heard.contains(each)) << windows::ToUtf8(ClassOf(each));
+    for (const HWND each : all) EXPECT_TRUE(received.contains(each)) << windows::ToUtf8(ClassOf(each));
   }
 }
 
-TEST_F(Resolution, AnotherSystemFontIsTakenAtOnce) {
+TEST_F(Resolution, AppliesANewSystemFontAtOnce) {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
@@ -168,11 +168,11 @@ TEST_F(Resolution, AnotherSystemFontIsTakenAtOnce) {
     height = next;
     SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     SendMessageW(window, WM_SETTINGCHANGE, 0, 0);
-    EXPECT_EQ(LookOf(window), LookOf(::WindowOf(Made(96).form)));
+    EXPECT_EQ(LookOf(window), LookOf(::WindowOf(NewWindow(96).form)));
   }
 }
 
-TEST_F(Resolution, TextHasTheColorThatBelongsToItsBackground) {
+TEST_F(Resolution, TextColorMatchesItsBackground) {
   form.screen.txtNvi(0)->SetText("open");
   form.screen.txtNvi(1)->SetText("locked");
   form.screen.txtNvi(1)->SetLocked(true);

@@ -90,7 +90,7 @@ void ExpectNothingIsCut(HWND window, int dpi) {
   EXPECT_GT(measured, 150);  // the whole screen was checked
 }
 
-TEST(TextFit, TheConfigurationScreenShowsItsTextsInFullAndInTheirSize) {
+TEST(TextFit, TheConfigurationScreenShowsItsTextsInFullAtEveryResolution) {
   LONG usual = 0;
   for (const int dpi : {96, 120, 144, 192}) {
     SCOPED_TRACE(dpi);

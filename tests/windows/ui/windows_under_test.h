@@ -56,8 +56,8 @@ class WindowsUiTest : public testing::Test {
 
   HWND WindowOf(const ui::Form& form) const;
   bool Activate(ui::Form& form);
-  void Press(const std::vector<WORD>& keys, bool first_let_go = false) {
-    PressKeys(keys, first_let_go);
+  void Press(const std::vector<WORD>& keys, bool first_key_up_first = false) {
+    PressKeys(keys, first_key_up_first);
     Settle();
   }
   void Click(HWND window) {

@@ -41,8 +41,8 @@ TEST(InterfaceFiles, AskTheUserForAFileAndConvertIt) {
   // A new folder for each run, because the dialog remembers the last one.
   const fs::path folder = lonworks / (L"\u00C4\u03A9 " + std::to_wstring(GetCurrentProcessId())),
                  xif = folder / "A b.xif";
-  std::error_code none_there;
-  fs::remove_all(lonworks, none_there);
+  std::error_code ignored;
+  fs::remove_all(lonworks, ignored);
   for (const fs::path& made : {lonworks / "bin", folder}) fs::create_directories(made);
   // Without quotation marks the second program would start.
   for (const fs::path& copy : {lonworks / "bin\\XIF32BIN.exe", fs::path("C:\\QM5R.exe")})

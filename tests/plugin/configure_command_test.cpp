@@ -48,7 +48,7 @@ TEST(ContactPage, IsAProgramResourceAndHasTheSamePlainText) {
   EXPECT_EQ(page.Text().find_first_of("<>{}"), std::string::npos);
 }
 
-TEST(ConfigureRoad, FillsTheScreen) {
+TEST(ConfigureCommand, FillsTheScreen) {
   Opened world;
   const std::pair<int, const char*> fields[] = {{0, "21"}, {18, "19"}, {1, "16"},
                                                 {3, "23"}, {19, "25"}, {4, "28"}};
@@ -72,19 +72,19 @@ TEST(ConfigureRoad, FillsTheScreen) {
   EXPECT_EQ(world.desktop.pointers.back(), ui::Pointer::Default);
 }
 
-TEST(ConfigureRoad, NamesADeviceOfAnotherTypeAndShowsNothingToEdit) {
+TEST(ConfigureCommand, ReportsADeviceOfAnotherTypeAndLocksItsFields) {
   World world;
   const auto api = world.Configure("Demo Tower/Demo Tower.Floor 2.Plant/Wall Switch 1");
   ASSERT_EQ(world.desktop.messages.size(), 1u);
   const std::string& text = world.desktop.messages[0].message.text;
   EXPECT_TRUE(text.ends_with("\r\nThe device has no variable nciSetPts; is it a QM5R-FC?")) << text;
-  EXPECT_FALSE(text.starts_with("\r\n")) << "the platform's words are lost";
+  EXPECT_FALSE(text.starts_with("\r\n")) << "the platform's text is missing";
   for (const ui::Field* const field : world.main.screen.EditableFields()) EXPECT_TRUE(field->Locked());
 }
 
-TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
+TEST(ConfigureCommand, TakesThreeOperationsPerPointAndLogsEachRead) {
   World world;
-  if (world.FindsOut()) GTEST_SKIP() << "it takes more to find out how to ask";
+  if (world.FindsOut()) GTEST_SKIP() << "it takes more operations to find out what the server demands";
   const auto api = world.Configure(kFirstThermostat);
   const std::pair<const char*, const char*> points[] = {{"nciSetPts", "#SISNVT_temp_setpt"},
                                                         {"nciRHmodel", "UNVT_rh_model"},
@@ -106,7 +106,7 @@ TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
   EXPECT_EQ(world.Operations("nci"), expected);
   const auto all = world.Operations();
   EXPECT_NE(std::search(all.begin(), all.end(), expected.begin(), expected.end()), all.end())
-      << "something else is asked between the points";
+      << "there are operations between the points";
   const auto actions = LoggedActions(world, ui::ListView::Icon::Green);
   ASSERT_EQ(actions.size(), 12u);
   EXPECT_EQ(world.log.lstActivity.Rows().front().cells[2], kFirstThermostat);
@@ -114,7 +114,7 @@ TEST(ConfigureRoad, MakesThreeOperationsAPointAndLogsEachRead) {
   EXPECT_EQ(actions.back(), "Reading nciSccModel (Raw)");
 }
 
-TEST(ConfigureRoad, ShowsTheDevicesState) {
+TEST(ConfigureCommand, ShowsTheDevicesState) {
   const std::tuple<const char*, const char*, bool> cases[] = {
       {"Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 110", "Offnet", false},
       {"Demo Tower/Demo Tower.Floor 1.West Wing/Thermostat 111", "Not Commissioned yet", true},
@@ -134,7 +134,7 @@ TEST(ConfigureRoad, ShowsTheDevicesState) {
   }
 }
 
-TEST(ConfigureRoad, ReportsValuesThatDoNotFit) {
+TEST(ConfigureCommand, ReportsValuesThatDoNotFit) {
   struct Case {
     platform::Value value;
     const char* reason;
@@ -162,7 +162,7 @@ TEST(ConfigureRoad, ReportsValuesThatDoNotFit) {
     EXPECT_EQ(LoggedActions(world, ui::ListView::Icon::Red).size(), 1u);
     EXPECT_EQ(world.Shown(txtNvi(0)), "");
     const bool read = world.Message().text.find("no value number") != std::string::npos;
-    EXPECT_EQ(world.main.screen.cbNvi(0)->Text(), read ? "PERMANENT" : "") << "what can be shown is";
+    EXPECT_EQ(world.main.screen.cbNvi(0)->Text(), read ? "PERMANENT" : "") << "the other values are shown";
 
     fits = true;
     World::Send(*api, 13, 7, kFirstThermostat);
@@ -170,7 +170,7 @@ TEST(ConfigureRoad, ReportsValuesThatDoNotFit) {
   }
 }
 
-TEST(ConfigureRoad, ALonMarkObjectLeadsToItsDevice) {
+TEST(ConfigureCommand, ALonMarkObjectLeadsToItsDevice) {
   World world;
   const auto api =
       world.Configure("Demo Tower/Demo Tower.Floor 1/Thermostat 102/Thermostat", session::kLonMarkObjectType);
@@ -188,10 +188,10 @@ TEST(ConfigureRoad, ALonMarkObjectLeadsToItsDevice) {
   const auto& row = world.log.lstActivity.Rows().back();
   EXPECT_EQ(row.cells[1] + ": " + row.cells[2], "Preparing the device: " + reason);
   world.main.cmdRefresh.UserClicks();
-  EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the owner is asked for again";
+  EXPECT_EQ(world.Shown(txtNvi(0)), "21") << "the owner is looked up again";
 }
 
-TEST(ConfigureRoad, TheLogDistinguishesRoomsAndActions) {
+TEST(ConfigureCommand, TheLogDistinguishesDevicesAndActions) {
   Opened world;
   const std::string second = "Demo Tower/Demo Tower.Floor 1/Thermostat 102";
   World::Send(*world.api, 13, 7, second);
@@ -218,7 +218,7 @@ TEST(ConfigureRoad, TheLogDistinguishesRoomsAndActions) {
   EXPECT_EQ(row.cells[1] + ": " + row.cells[2], "Preparing the device: One reason. Another one.");
 }
 
-TEST(ConfigureRoad, ShowsTheVariableBeingReadAndHowManyAreLeft) {
+TEST(ConfigureCommand, ShowsTheVariableBeingReadAndHowManyAreLeft) {
   World world;
   std::vector<std::string> seen;
   world.desktop.on_yield = [&] {
@@ -237,7 +237,7 @@ TEST(ConfigureRoad, ShowsTheVariableBeingReadAndHowManyAreLeft) {
   EXPECT_EQ(world.StatusPanel(3), "");
 }
 
-TEST(ConfigureRoad, QuestionsBeforeTheDeviceIsRead) {
+TEST(ConfigureCommand, AsksBeforeItReadsTheDevice) {
   struct Case {
     bool files_missing;
     bool mode_fails;
@@ -267,7 +267,7 @@ TEST(ConfigureRoad, QuestionsBeforeTheDeviceIsRead) {
   }
 }
 
-TEST(ConfigureRoad, ARecoveredDeviceIsShownAsItIs) {
+TEST(ConfigureCommand, ARefreshShowsARecoveredDevice) {
   Opened world("Demo Tower/Demo Tower.Floor 2/Thermostat 203");
   EXPECT_EQ(world.StatusPanel(1), "?");
   ErrorOf([&] { World::Send(*world.api, 13, 7, "Demo Tower/Demo Tower.Floor 1/Nobody"); });
@@ -276,7 +276,7 @@ TEST(ConfigureRoad, ARecoveredDeviceIsShownAsItIs) {
   world.main.cmdRefresh.UserClicks();
   EXPECT_NE(world.StatusPanel(1), "?");
   EXPECT_EQ(world.StatusPanel(2), "Demo Tower/Demo Tower.Floor 2/Thermostat 203")
-      << "not what was refused since";
+      << "not the path that was refused since";
   EXPECT_NE(world.Shown(txtNvi(0)), "");
 }
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # A configure command in the real programs: registered, driven by a script and by director.exe, shown on the
-# screen, and nothing left running.
+# screen, and edited. Afterwards nothing is left running.
 #
-#   road.sh <folder of the programs> in-wine|in-wine32 [strict]
+#   configure.sh <folder of the programs> in-wine|in-wine32 [strict]
 . "$(dirname "$0")/common.sh"
 
 use_network network.json
@@ -32,7 +32,7 @@ reads=$(grep -cE 'Thermostat 102/nci[A-Za-z]+ (SourceOptions=0|DsFormatType=|Val
 expect_gone QM5RFcPirConfigure "closing the window"
 
 "$wine" wine reg add "$settings" /v DisplayUnits /d 0 /f /reg:32 >/dev/null
-"$wine" "$programs/editing_road_tests.exe" >"$work/editing.txt" 2>&1
+"$wine" "$programs/editing_scenario_tests.exe" >"$work/editing.txt" 2>&1
 grep -q '\[  PASSED  \] [1-9]' "$work/editing.txt" && ! grep -q FAILED "$work/editing.txt" ||
   { fail "editing"; cat "$work/editing.txt"; }
 forget_settings
@@ -46,10 +46,10 @@ done
 expect_gone QM5RFcPirConfigure "refused commands"
 
 ends_with() {  # <exit code> <text> <program without .exe> <arguments>
-  timeout 60 "$wine" "$programs/$3.exe" "${@:4}" >"$work/told.txt" 2>&1
+  timeout 60 "$wine" "$programs/$3.exe" "${@:4}" >"$work/output.txt" 2>&1
   local code=$?
   [ $code = "$1" ] || fail "${*:3} ended with $code instead of $1"
-  [ -z "$2" ] || expect "$work/told.txt" "$2"
+  [ -z "$2" ] || expect "$work/output.txt" "$2"
 }
 ends_with 2 'shows no window' director screen
 ends_with 0 '' director fault vanish 'Thermostat 102'
@@ -70,5 +70,5 @@ ends_with 0 'Demo Annex' director networks
 ends_with 1 'no network file is given' LnsSimulator /regserver
 expect_gone LnsSimulator "a network file that was mended"
 unregister LnsSimulator
-[ $failed = 0 ] && echo "road: ok"
+[ $failed = 0 ] && echo "configure: ok"
 exit $failed

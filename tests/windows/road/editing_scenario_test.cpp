@@ -15,9 +15,9 @@ enum Field : std::size_t {
   kSetpointType
 };
 
-class EditingRoad : public PlugInUser {};
+class EditingScenario : public PlugInUser {};
 
-TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
+TEST_F(EditingScenario, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
   Click(Fields().at(kStandbyHeat));
   Key(VK_SHIFT, VK_TAB);
   Type("22x");
@@ -38,7 +38,7 @@ TEST_F(EditingRoad, ARuleRepairsTheOtherFieldAndApplyWritesOneVariable) {
   EXPECT_EQ(Raw("nciSetPts"), "096009C40AF00898076C0640");
 }
 
-TEST_F(EditingRoad, AFieldIsPutBackFromItsMenu) {
+TEST_F(EditingScenario, AFieldIsPutBackFromItsMenu) {
   Click(Fields().at(kOccupiedCool));
   const std::string held = Text(kOccupiedCool);
   Type("29");
@@ -49,7 +49,7 @@ TEST_F(EditingRoad, AFieldIsPutBackFromItsMenu) {
   ExpectEnabled(L"&Apply", false);
 }
 
-TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
+TEST_F(EditingScenario, F1OpensTheHelpAndChangesNothing) {
   Click(Fields().at(kOccupiedHeat));
   for (std::size_t field = kOccupiedHeat; field <= kSetpointType; ++field, Key(VK_TAB)) {
     if (field != kOccupiedHeat && field != kCoolMin && field != kSetpointType) continue;
@@ -63,7 +63,7 @@ TEST_F(EditingRoad, F1OpensTheHelpAndChangesNothing) {
   ExpectEnabled(L"&Apply", false);
 }
 
-TEST_F(EditingRoad, TheEndOfWindowsEndsARefreshAndClosesTheNetwork) {
+TEST_F(EditingScenario, TheEndOfWindowsEndsARefreshAndClosesTheNetwork) {
   Click(Fields().at(kOccupiedCool));
   Type("29");
   Knobs().SetLatency("read", 1000);
@@ -73,11 +73,11 @@ TEST_F(EditingRoad, TheEndOfWindowsEndsARefreshAndClosesTheNetwork) {
   SendMessageW(window_, WM_ENDSESSION, TRUE, 0);
   EXPECT_TRUE(Eventually([&] { return !IsWindow(window_); }));
   Knobs().SetLatency("read", 0);
-  EXPECT_EQ(Journalled("(nciRHmodel|nciSccModel) Value"), "") << "it went on";
+  EXPECT_EQ(Journalled("(nciRHmodel|nciSccModel) Value"), "") << "the refresh continued";
   EXPECT_EQ(Journalled("(Demo Tower Close|LnsSimulator Close|Close)\\n"), "");
 }
 
-TEST_F(EditingRoad, QuestionsAreAnsweredByTheirSecondButton) {
+TEST_F(EditingScenario, TheSecondButtonOfAQuestionKeepsTheEdit) {
   Click(Fields().at(kOccupiedCool));
   Type("29");
   Key(VK_MENU, 'I');

@@ -8,15 +8,16 @@
 
 namespace {
 
-class KeyboardRoad : public PlugInUser {
+class KeyboardScenario : public PlugInUser {
  protected:
   LRESULT Page() const {
     return SendMessageW(FindWindowExW(window_, nullptr, WC_TABCONTROLW, nullptr), TCM_GETCURSEL, 0, 0);
   }
   /// The front window, once it is another one.
-  static HWND NextFront(HWND before) {
+  HWND NextFront(HWND before) const {
     HWND front = nullptr;
     EXPECT_TRUE(Eventually([&] { return (front = GetForegroundWindow()) && front != before; }));
+    Settle();
     return front;
   }
   static std::string ExpectCopied(const std::string& pattern) {
@@ -28,7 +29,7 @@ class KeyboardRoad : public PlugInUser {
   }
 };
 
-TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
+TEST_F(KeyboardScenario, TheKeyboardReachesEverything) {
   for (LRESULT page = 0; page < 8; ++page) {
     EXPECT_EQ(Page(), page);
     for (const HWND field : Fields()) {
@@ -66,10 +67,13 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
   ExpectText(0, "20");
   Key(VK_MENU, 'I');
   ExpectText(0, "68");
+  AwaitEndOfPass();
   Key(VK_LEFT);
   ExpectText(0, "20");
-  EXPECT_EQ(Written(), "nciSetPts nciGenOpts ") << "looking in other units writes nothing";
+  AwaitEndOfPass();
+  EXPECT_EQ(Written(), "nciSetPts nciGenOpts ") << "showing other units writes nothing";
   Key(VK_MENU, 'R');
+  AwaitEndOfPass();
 
   for (const int key : {VK_TAB, VK_TAB, VK_SPACE}) Key(key);
   const HWND log = NextFront(window_);
@@ -93,9 +97,9 @@ TEST_F(KeyboardRoad, EverythingIsReachedWithoutTheMouse) {
 
   EXPECT_EQ(NextFront(log), window_);
   for (const int key : {VK_TAB, VK_RETURN}) Key(key);
-  NextFront(window_);  // the help, or the message instead
+  const HWND help = NextFront(window_);  // or the message instead
   Key(VK_MENU, VK_F4);
-  EXPECT_TRUE(Eventually([&] { return GetForegroundWindow() == window_; }));
+  EXPECT_EQ(NextFront(help), window_);
   Key(VK_SHIFT, VK_F10);
   for (const int key : {VK_DOWN, VK_RETURN}) Key(key);
   ExpectCopied("Korvell QM5R-FC PIR Configure \\[.*Thermostat 101\\)\\]");

@@ -12,7 +12,7 @@ constexpr const char* kKey = "SOFTWARE\\LonWorks\\LCA\\Plug-Ins\\Korvell QM5R-FC
 constexpr const wchar_t* kClass = L"SOFTWARE\\Classes\\QM5RFcPirConfigure.LNSPlugInAPI";
 const std::string kProgId = "QM5RFcPirConfigure.LNSPlugInAPI";
 
-class RegistrationRoad : public PlugInUser {
+class RegistrationScenario : public PlugInUser {
  protected:
   static void SetUpTestSuite() {}
   void SetUp() override {}
@@ -43,7 +43,6 @@ class RegistrationRoad : public PlugInUser {
     ASSERT_TRUE(Eventually([this] { return (window_ = FindWindowW(nullptr, kCaption)) != nullptr; }));
     ASSERT_TRUE(Eventually([this] { return IsWindowVisible(window_); }));
     BringToFront();
-    Settle();
   }
   void ClickButton(const wchar_t* caption) {
     ClickWindow(FindWindowExW(window_, nullptr, L"Button", caption));
@@ -74,7 +73,7 @@ class RegistrationRoad : public PlugInUser {
   HANDLE program_ = nullptr;
 };
 
-TEST_F(RegistrationRoad, CommandLinesAreSilentAndExact) {
+TEST_F(RegistrationScenario, CommandLinesAreSilentAndExact) {
   ExpectRegistered(false);
   RunSilently(L"   /REGPlugin  ");
   ExpectRegistered(true);
@@ -99,7 +98,7 @@ TEST_F(RegistrationRoad, CommandLinesAreSilentAndExact) {
   ExpectRegistered(false);
 }
 
-TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
+TEST_F(RegistrationScenario, TheWindowPerformsOneActionAndCloses) {
   OpenWindow();
   ExpectRegistered(false);
   ClickButton(L"&Register");
@@ -126,8 +125,9 @@ TEST_F(RegistrationRoad, TheWindowDoesOneThingAndCloses) {
   EXPECT_TRUE(Eventually([] { return !ClassRegistered(); }));
 }
 
-/// In Demo Quarry the template must be created: file found, converted and imported, and removed at the end.
-TEST_F(RegistrationRoad, CommandsAreAddedToANetworkAndRemovedWithThePlugIn) {
+/// In Demo Quarry the plug-in must find, convert and import the file for a new template, and remove it at the
+/// end.
+TEST_F(RegistrationScenario, CommandsAreAddedToANetworkAndRemovedWithThePlugIn) {
   // The simulator of an earlier step may still be ending and refuse.
   ASSERT_TRUE(Eventually([this] {
     platform::IgnoreFailure(
