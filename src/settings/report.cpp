@@ -14,9 +14,9 @@ body{font:11px/1.35 "Segoe UI",Arial,sans-serif;margin:16px;color:#111}
 h1{font-size:20px;margin:0 0 4px}h2{font-size:15px;margin:20px 0 6px}p{margin:2px 0}
 table{border-collapse:collapse}th,td{border:1px solid #999;padding:1px 4px;text-align:left;white-space:nowrap}
 thead{display:table-header-group}tr{break-inside:avoid}thead th{background:#eee;vertical-align:bottom}
-.f{height:110px;writing-mode:vertical-rl;transform:rotate(180deg);font-weight:600}
+.f{white-space:normal;max-width:92px;min-width:34px}
 .n{text-align:right}.d{background:#fde0dc;font-weight:700}.u{background:#eee;font-style:italic}
-.b{height:30px;vertical-align:bottom}.b svg{display:block}
+.b{height:40px;vertical-align:bottom}.b svg{display:block}
 @page{size:A4 landscape;margin:10mm}
 @media print{body{margin:0;font-size:8px}h2{break-before:page}h2.first{break-before:auto}
 *{print-color-adjust:exact;-webkit-print-color-adjust:exact}}
@@ -106,11 +106,21 @@ class Page {
       html_ += HasValues(room) ? Cell("td", std::to_string(std::ranges::count_if(deviations_[i], held)), "n")
                                : "<td>";
       for (const std::string& text : {origin.neuron_id, origin.model, origin.software_version,
-                                      origin.hvac_type, origin.module_version, room.reason})
+                                      origin.hvac_type, origin.module_version, UnknownOf(i)})
         html_ += Cell("td", text);
       html_ += '\n';
     }
     html_ += "</table>\n";
+  }
+
+  /// The reason, and the fields of the standard that are not there without one.
+  std::string UnknownOf(std::size_t place) const {
+    std::string unknown = report_.rooms[place].reason;
+    if (!HasValues(report_.rooms[place])) return unknown;
+    for (const auto& [field, difference] : deviations_[place])
+      if (!difference.held && difference.reason.empty())
+        unknown += (unknown.empty() ? "" : "; ") + std::string(field->name()) + " is not given";
+    return unknown;
   }
 
   std::vector<Column> ColumnsOf(int page) const {
@@ -137,11 +147,9 @@ class Page {
     html_ += "<h2>" +
              text::Escaped(text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(page)])) +
              "</h2>\n<table><thead><tr><th>";
-    for (const Column& column : columns) {
-      const std::string frame = text::WithoutAccelerator(column.field->frame);
-      const std::string label(column.field->place.label);
-      html_ += "<th><div class=f>" + text::Escaped(frame + (label.empty() ? "" : ", " + label)) + "</div>";
-    }
+    AddFrames(columns);
+    html_ += "\n<tr><th>Device";
+    for (const Column& column : columns) html_ += Cell("th", std::string(column.field->place.label), "f");
     html_ += "\n<tr><th>Unit";
     for (const Column& column : columns) html_ += Cell("th", Unit(*column.field));
     if (!report_.standard_name.empty()) AddStandard(columns);
@@ -149,6 +157,16 @@ class Page {
     for (std::size_t i = 0; i < report_.rooms.size(); ++i)
       if (HasValues(report_.rooms[i])) AddRoom(i, columns);
     html_ += "</table>\n";
+  }
+
+  /// The captions of frames over their columns.
+  void AddFrames(const std::vector<Column>& columns) {
+    for (std::size_t begin = 0, end = 0; begin < columns.size(); begin = end) {
+      const std::string_view frame = columns[begin].field->frame;
+      while (end < columns.size() && columns[end].field->frame == frame) ++end;
+      html_ += "<th class=f colspan=" + std::to_string(end - begin) + '>' +
+               text::Escaped(text::WithoutAccelerator(frame));
+    }
   }
 
   void AddStandard(const std::vector<Column>& columns) {
