@@ -33,8 +33,8 @@ class Files {
   /// False for a folder of that name.
   virtual bool FileExists(const std::string& path) const = 0;
 
-  /// Both write the whole file or nothing: beside it first, then renamed. They create missing folders, and throw
-  /// the system's error with the path in its text.
+  /// Both write the whole file or nothing: beside it first, then renamed. They create missing folders, and
+  /// throw the system's error with the path in its text.
   virtual void Write(const std::string& path, std::string_view content) = 0;
   /// Also throws if the file exists.
   virtual void WriteNew(const std::string& path, std::string_view content) = 0;
