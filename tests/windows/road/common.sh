@@ -25,6 +25,12 @@ use_network() {  # <demo file>
 
 fail() { printf 'FAILED: %s\n' "$*"; failed=1; }
 expect() { grep -qF -- "$2" "$1" || { fail "'$2' is missing in $(basename "$1"):"; cat "$1"; }; }
+ends_with() {  # <exit code> <text> <program without .exe> <arguments>
+  timeout 60 "$wine" "$programs/$3.exe" "${@:4}" >"$work/output.txt" 2>&1
+  local code=$?
+  [ $code = "$1" ] || fail "${*:3} ended with $code instead of $1"
+  [ -z "$2" ] || expect "$work/output.txt" "$2"
+}
 # Finds processes from outside, by the folder and name of the program that COM starts, in this Wine only.
 running() {
   local process

@@ -45,12 +45,6 @@ for refused in "Nowhere/System.Sub/Device" "Demo Tower/Demo Tower.Floor 1/Nobody
 done
 expect_gone QM5RFcPirConfigure "refused commands"
 
-ends_with() {  # <exit code> <text> <program without .exe> <arguments>
-  timeout 60 "$wine" "$programs/$3.exe" "${@:4}" >"$work/output.txt" 2>&1
-  local code=$?
-  [ $code = "$1" ] || fail "${*:3} ended with $code instead of $1"
-  [ -z "$2" ] || expect "$work/output.txt" "$2"
-}
 ends_with 2 'shows no window' director screen
 ends_with 0 '' director fault vanish 'Thermostat 102'
 ends_with 3 'Failed to communicate' director configure 'Demo Tower/Demo Tower.Floor 1/Thermostat 102' --hidden
