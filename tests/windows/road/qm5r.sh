@@ -37,7 +37,7 @@ ends_with 4 '4 devices: 2 equal, 1 different, 1 not read' qm5r compare saved.qm5
 expect output.txt 'not read: Failed to communicate with target device.'
 
 # A pattern of devices that the C runtime would replace by the names of these files.
-touch 'Demo A.txt' 'Demo B.txt'
+touch 'Demo Tower A.txt' 'Demo Tower B.txt'
 deep="Z:${work//\//\\}$(printf '\\a folder with a rather long name%.0s' {1..8})\\Übersicht"
 ends_with 4 "$deep\\index.csv: 10 devices: 6 read, 1 incomplete, 2 not read, 1 another type" qm5r snapshot 'Demo T*' "$deep"
 find . -path '*/Übersicht/Demo Tower/Demo Tower.Floor 1/Büro Ä 102.qm5r' | grep -q . || fail "a device's file is missing"
