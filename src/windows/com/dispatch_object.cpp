@@ -193,8 +193,10 @@ platform::LateBoundPtr CreateObject(std::string_view prog_id) {
   }
   const HRESULT elsewhere =
       CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, __uuidof(IDispatch), object.ReceiveVoid());
-  if (elsewhere == REGDB_E_CLASSNOTREG && IsControlOfOtherBits(class_id))
-    throw platform::Error(elsewhere, std::string(kAutomation), attempt + ": " + kOtherBits);
+  // The system may see the class of the other number of bits, and miss a server in it.
+  const bool is_missing = elsewhere == REGDB_E_CLASSNOTREG || elsewhere == REGDB_E_KEYMISSING;
+  if (is_missing && IsControlOfOtherBits(class_id))
+    throw platform::Error(REGDB_E_CLASSNOTREG, std::string(kAutomation), attempt + ": " + kOtherBits);
   Check(elsewhere, attempt);
   return FromDispatch(object);
 }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/error_of.h"
+#include "windows/com/dispatch_object.h"
 #include "windows/com/registration.h"
 
 namespace windows::com {
@@ -58,6 +60,25 @@ TEST(LostClass, IsRemovedFromItsViewOnlyIfTheProgramFileIsGone) {
     }
     EXPECT_EQ(found + TextOf(KEY_WOW64_64KEY, L"TypeLib", library), expected);
   }
+}
+
+TEST(CreateObject, NamesTheProgramThatCanLoadTheControl) {
+  if (sizeof(void*) == 4) GTEST_SKIP() << "32-bit Wine has only one view";
+  const std::wstring id = L"{0B7C5D1E-94A2-4F0B-8A63-5E1D2C7F9A10}", file = id + L"\\InprocServer32";
+  TextOf(0, L"", L"Qm5r.OtherBits\\CLSID", id.c_str());
+  const auto failure = [] { return ErrorOf([] { CreateObject("Qm5r.OtherBits"); }); };
+  const platform::Error unknown = failure();
+  EXPECT_EQ(unknown.number(), REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(unknown.description().find("32-bit"), std::string::npos) << unknown.description();
+  TextOf(KEY_WOW64_32KEY, L"CLSID", file, L"C:\\control.ocx");
+  const platform::Error known = failure();
+  RegDeleteKeyExW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\CLSID\\" + file).c_str(), KEY_WOW64_32KEY, 0);
+  RegDeleteKeyExW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\CLSID\\" + id).c_str(), KEY_WOW64_32KEY, 0);
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\Qm5r.OtherBits");
+  EXPECT_EQ(known.number(), REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(known.description(),
+            "Cannot create the object \"Qm5r.OtherBits\": it is a 32-bit control, which a 64-bit program "
+            "cannot load. Use the 32-bit program.");
 }
 
 }  // namespace
