@@ -17,9 +17,11 @@ namespace {
 std::wstring SystemPath(const std::string& path) {
   constexpr std::size_t kLongestPlain = MAX_PATH - 14;
   const std::wstring wide = ToWide(path);
-  if (wide.size() < kLongestPlain || wide.starts_with(L"\\\\?\\")) return wide;
-  std::wstring full(wide.size() + MAX_PATH, L'\0');
+  if (wide.starts_with(L"\\\\?\\")) return wide;
+  // A relative path may be short where the current folder is not.
+  std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
   full.resize(GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  if (full.size() < kLongestPlain) return wide;
   return full.starts_with(L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
 }
 
@@ -77,6 +79,13 @@ void WriteAndMove(const std::string& path, std::string_view content, DWORD flags
   }
 }
 
+/// A move may replace a read-only file, depending on the system.
+void CheckWritable(const std::string& path) {
+  const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+    com::Check(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), path);
+}
+
 struct SearchCloser {
   void operator()(HANDLE search) const noexcept { FindClose(search); }
 };
@@ -116,6 +125,7 @@ bool WindowsFiles::FileExists(const std::string& path) const {
 }
 
 void WindowsFiles::Write(const std::string& path, std::string_view content) {
+  CheckWritable(path);
   WriteAndMove(path, content, MOVEFILE_REPLACE_EXISTING);
 }
 
