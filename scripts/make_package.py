@@ -29,6 +29,7 @@ import usage
 PACKAGING = pathlib.Path(__file__).resolve().parent.parent / "packaging"
 LICENSE = PACKAGING.parent / "LICENSE"
 PROGRAM = "QM5RFcPirConfigure.exe"
+COMMAND_LINE = "qm5r.exe"
 ACTIONS = "QM5RInstallerActions.dll"
 HELP = "QM5R-FCConfigure.chm"
 DOCUMENTS = ["readme.txt", "notices.txt"]
@@ -61,19 +62,24 @@ def file_version_of(image):
     return high >> 16, high & 0xFFFF, low >> 16, low & 0xFFFF
 
 
+def dotted(file_version):
+    return ".".join(map(str, file_version))
+
+
 def code(*names):
     return "{" + str(uuid.uuid5(UPGRADE_CODE, " ".join(names))).upper() + "}"
 
 
-def corrections(file_version, version):
+def corrections(file_versions, version):
     """Statements that correct the finished tables where wixl falls short."""
     # The whole program is installed at once, and nothing on demand (0x18).
     yield "UPDATE `Feature` SET `Attributes` = 24"
     for action, kind in ACTION_TYPES.items():
         yield f"UPDATE `CustomAction` SET `Type` = {kind} WHERE `Action` = '{action}'"
-    # Without the program's version Windows Installer treats an installed program as newer than this one.
-    yield f"UPDATE `File` SET `Version` = '{file_version}', `Language` = '1033' WHERE `File` = 'Program'"
-    yield "DELETE FROM `MsiFileHash` WHERE `File_` = 'Program'"
+    # Without a program's version Windows Installer treats an installed program as newer than this one.
+    for file, file_version in file_versions.items():
+        yield f"UPDATE `File` SET `Version` = '{file_version}', `Language` = '1033' WHERE `File` = '{file}'"
+        yield f"DELETE FROM `MsiFileHash` WHERE `File_` = '{file}'"
     # The range of replaced versions includes both limits (0x300).
     yield "DELETE FROM `Upgrade` WHERE `ActionProperty` = 'OLDERVERSION'"
     yield ("INSERT INTO `Upgrade` (`UpgradeCode`, `VersionMin`, `VersionMax`, `Attributes`, `ActionProperty`) VALUES "
@@ -105,7 +111,7 @@ def sign(file):
 
 
 def stage_files(programs, stage, tools, version):
-    for name in (PROGRAM, ACTIONS):
+    for name in (PROGRAM, COMMAND_LINE, ACTIONS):
         run(tools + "-w64-mingw32-strip", "-o", stage / name, programs / name)
         sign(stage / name)
     shutil.copy(programs / HELP, stage)
@@ -126,6 +132,7 @@ def variables(version, architecture):
         "ProductCode": code("product", version, name),
         "UpgradeCode": str(UPGRADE_CODE).upper(),
         "ProgramComponent": code("program", name),
+        "CommandLineComponent": code("command line", name),
         "DocumentsComponent": code("documents", name),
         "ProgramFiles": architecture["folder"],
         "Win64": architecture["win64"],
@@ -145,6 +152,10 @@ def make_package(programs, packages):
     image = (programs / PROGRAM).read_bytes()
     architecture = architecture_of(image)
     file_version = file_version_of(image)
+    file_versions = {
+        "Program": dotted(file_version),
+        "CommandLine": dotted(file_version_of((programs / COMMAND_LINE).read_bytes())),
+    }
     version = "{0}.{1}.{3}".format(*file_version)
     name = architecture["name"]
     result = packages / f"QM5R-FC-PIR-Configure-{version}-{name}.msi"
@@ -158,7 +169,7 @@ def make_package(programs, packages):
         defines = [part for key, value in variables(version, architecture).items()
                    for part in ("-D", f"{key}={value.strip('{}')}")]
         run("wixl", "-a", name, *defines, "-o", package, "product.wxs", cwd=stage)
-        for statement in corrections(".".join(map(str, file_version)), version):
+        for statement in corrections(file_versions, version):
             run("msibuild", package, "-q", statement)
         write_summary(package, version, architecture["template"], code("package", content))
         findings = check_package.findings(package)

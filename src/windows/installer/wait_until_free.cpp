@@ -1,4 +1,4 @@
-// An action of the installation packages: waits until the plug-in is no longer in use.
+// An action of the installation packages: waits until the programs are no longer in use.
 
 #include <windows.h>
 
@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr wchar_t kProgram[] = L"QM5RFcPirConfigure.exe";
+constexpr const wchar_t* kPrograms[] = {L"QM5RFcPirConfigure.exe", L"qm5r.exe"};
 constexpr wchar_t kWaiting[] = L"Waiting until Korvell QM5R-FC PIR Configure is closed";
 constexpr wchar_t kInUse[] =
-    L"Korvell QM5R-FC PIR Configure is in use. Close its windows and the network tool that uses it, then try "
-    L"again.";
-/// Without data the action waits only for copies of the program.
+    L"Korvell QM5R-FC PIR Configure is in use. Close its windows and the network tool that uses it, wait "
+    L"until qm5r has ended, then try again.";
+/// Without data the action waits only for copies of the programs.
 constexpr unsigned long kSecondsWithoutData = 30;
 constexpr DWORD kPollMilliseconds = 200;
 
@@ -42,14 +42,15 @@ std::wstring Property(MSIHANDLE install, const wchar_t* name) {
   return value;
 }
 
-/// In any session and any folder, as all share the class.
+/// In any session and any folder, as all plug-ins share the class.
 bool IsRunning() {
   const windows::Handle processes = windows::Own(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
   PROCESSENTRY32W process{};
   process.dwSize = sizeof process;
   if (!processes || !Process32FirstW(processes.get(), &process)) return false;
   do {
-    if (CompareStringOrdinal(process.szExeFile, -1, kProgram, -1, TRUE) == CSTR_EQUAL) return true;
+    for (const wchar_t* program : kPrograms)
+      if (CompareStringOrdinal(process.szExeFile, -1, program, -1, TRUE) == CSTR_EQUAL) return true;
   } while (Process32NextW(processes.get(), &process));
   return false;
 }
@@ -65,9 +66,9 @@ bool IsHeld(const std::wstring& file) {
 
 }  // namespace
 
-/// Returns when no process runs the program or holds its file. After the given time asks the user whether to
-/// keep waiting; if nobody can be asked, the installation fails. Its data are "seconds;path of the file":
-/// before the installation a property, in the deferred action its data.
+/// Returns when no process runs the programs or holds the plug-in's file. After the given time asks the user
+/// whether to keep waiting; if nobody can be asked, the installation fails. Its data are "seconds;path of the
+/// file": before the installation a property, in the deferred action its data.
 extern "C" UINT __stdcall WaitUntilFree(MSIHANDLE install) {
   const bool elevated = MsiGetMode(install, MSIRUNMODE_SCHEDULED) || MsiGetMode(install, MSIRUNMODE_ROLLBACK);
   const std::wstring data = Property(install, elevated ? L"CustomActionData" : L"WaitBeforeRemoving");

@@ -21,7 +21,7 @@ windows_path() { echo "Z:${1//\//\\}"; }
 code() { msiinfo export "$1" Property | sed -n 's/^ProductCode\t\({[^}]*}\).*/\1/p'; }
 old=$("$root/scripts/make_package.py" "$1" "$work") || exit 1
 # The later version is the same program with another minor version in its resources.
-mkdir "$work/later" && cp "$1"/QM5R{FcPirConfigure.exe,InstallerActions.dll,-FCConfigure.chm} "$work/later"
+mkdir "$work/later" && cp "$1"/{QM5RFcPirConfigure.exe,qm5r.exe,QM5RInstallerActions.dll,QM5R-FCConfigure.chm} "$work/later"
 versions=$(LC_ALL=C grep -obaP '\xbd\x04\xef\xfe' "$1/QM5RFcPirConfigure.exe" | cut -d: -f1)
 printf '\143' | dd of="$work/later/QM5RFcPirConfigure.exe" bs=1 seek=$((versions + 8)) conv=notrunc status=none
 new=$("$root/scripts/make_package.py" "$work/later" "$work") || exit 1
@@ -44,7 +44,8 @@ state() {
 installed() {  # <package> [stored settings]
   local version=${1##*Configure-}
   version=${version%-*}
-  printf '%s\n' 'Korvell QM5R-FC PIR Registration.lnk' QM5R-FCConfigure.chm QM5RFcPirConfigure.exe notices.txt readme.txt \
+  printf '%s\n' 'Korvell QM5R-FC PIR Registration.lnk' QM5R-FCConfigure.chm QM5RFcPirConfigure.exe notices.txt qm5r.exe \
+    readme.txt \
     'DisplayName: Korvell QM5R-FC PIR Configure' "DisplayVersion: $version" 'Publisher: Korvell Inc.' \
     "(Default): \"$program\"" ${2:+"Debug: $2" "DisplayUnits: $2"} "Version: $version" "object: $version"
 }
@@ -62,12 +63,15 @@ for package in "$old" "$new"; do "$wine" wine msiexec /x "$(code "$package")" /q
 for key in "$plug_in" "$class"; do "$wine" wine reg delete "$key" /f /reg:32 >/dev/null 2>&1; done
 rm -rf "$folder"
 step installation 0 "$(installed "$old")" /i "$(windows_path "$old")"
-# A program of this name counts in any folder.
-cp "$drive/windows/system32/cmd.exe" "$work/QM5RFcPirConfigure.exe"
 mkfifo "$work/commands"
-"$wine" "$work/QM5RFcPirConfigure.exe" <>"$work/commands" >"$work/running" &
-await "$work/running"
-step 'upgrade while the plug-in runs' $refused "$(installed "$old")" /i "$(windows_path "$new")" WAITSECONDS=1
+for name in qm5r QM5RFcPirConfigure; do  # a program of this name counts in any folder
+  cp "$drive/windows/system32/cmd.exe" "$work/$name.exe"
+  rm -f "$work/running"
+  "$wine" "$work/$name.exe" <>"$work/commands" >"$work/running" &
+  await "$work/running"
+  step "upgrade while $name runs" $refused "$(installed "$old")" /i "$(windows_path "$new")" WAITSECONDS=1
+  [ $name = QM5RFcPirConfigure ] || { echo exit >"$work/commands"; wait $!; }
+done
 (sleep 2; echo exit >"$work/commands") &
 step upgrade 0 "$(installed "$new")" /i "$(windows_path "$new")"
 for name in Debug DisplayUnits; do "$wine" wine reg add "$plug_in" /v $name /d 1 /f /reg:32 >/dev/null; done

@@ -17,6 +17,7 @@ BREAKS = [  # a statement that breaks the package, and what is to be found
     ("UPDATE `File` SET `FileName` = 'README.TXT' WHERE `File` = 'Notices'", "ICE30"),
     ("UPDATE `File` SET `Sequence` = 1", "ICE04"),
     ("DELETE FROM `MsiFileHash` WHERE `File_` = 'Help'", "Help needs a version or a hash"),
+    ("UPDATE `File` SET `Version` = '' WHERE `File` = 'CommandLine'", "CommandLine needs a version or a hash"),
     ("UPDATE `Component` SET `KeyPath` = 'Program'", "DocumentsComponent is Program, which is not its file"),
     ("UPDATE `Component` SET `ComponentId` = ''", "ProgramComponent has no code"),
     (f"UPDATE `Component` SET `Attributes` = {0 if sys.argv[1].endswith('x64') else 256}", "ICE80"),
@@ -41,7 +42,7 @@ with tempfile.TemporaryDirectory() as name:
     signer = folder / "signer.sh"
     signer.write_text(f'echo "$1 ${{2##*/}}" >>{folder}/signed; case $2 in *.msi) ;; *) printf SIGNED >>"$2";; esac')
     status, (package,) = make(folder, f"sh {signer} 'one word'")
-    signed = [f"one word {file}" for file in ("QM5RFcPirConfigure.exe", "QM5RInstallerActions.dll", package.name)]
+    signed = [f"one word {file}" for file in ("QM5RFcPirConfigure.exe", "qm5r.exe", "QM5RInstallerActions.dll", package.name)]
     assert status == 0 and (folder / "signed").read_text().splitlines() == signed, (folder / "signed").read_text()
     subprocess.run(["msiextract", "-C", folder, package], check=True, capture_output=True)
     (program,) = folder.rglob("QM5RFcPirConfigure.exe")

@@ -53,8 +53,8 @@ class ProgramFile {
 
 TEST(ProgramFiles, ShareOneVersionAndNeedNoElevation) {
   std::string first;
-  for (const wchar_t* name :
-       {L"QM5RFcPirConfigure.exe", L"LnsSimulator.exe", L"director.exe", L"QM5RInstallerActions.dll"}) {
+  for (const wchar_t* name : {L"QM5RFcPirConfigure.exe", L"LnsSimulator.exe", L"director.exe", L"qm5r.exe",
+                              L"QM5RInstallerActions.dll"}) {
     SCOPED_TRACE(windows::ToUtf8(name));
     const ProgramFile file(name);
     const std::string version = file.Resource(MAKEINTRESOURCEW(1), RT_VERSION);
