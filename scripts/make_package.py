@@ -32,7 +32,12 @@ PROGRAM = "QM5RFcPirConfigure.exe"
 COMMAND_LINE = "qm5r.exe"
 ACTIONS = "QM5RInstallerActions.dll"
 HELP = "QM5R-FCConfigure.chm"
-DOCUMENTS = ["readme.txt", "notices.txt"]
+DOCUMENTS = {
+    "readme.txt": PACKAGING / "readme.txt",
+    "notices.txt": PACKAGING / "notices.txt",
+    "settings.txt": PACKAGING.parent / "docs/settings.md",
+}
+LINK = re.compile(r"\[([^]]+)\]\([^)]+\)")  # in Markdown
 # Never change it: Windows Installer finds installed packages by it.
 UPGRADE_CODE = uuid.UUID("61FC5648-8CDA-4714-9E5B-BB34EA942ADE")
 ARCHITECTURES = {
@@ -115,10 +120,12 @@ def stage_files(programs, stage, tools, version):
         run(tools + "-w64-mingw32-strip", "-o", stage / name, programs / name)
         sign(stage / name)
     shutil.copy(programs / HELP, stage)
-    for name in DOCUMENTS:
-        text = (PACKAGING / name).read_text(encoding="utf-8")
+    for name, source in DOCUMENTS.items():
+        text = LINK.sub(r"\1", source.read_text(encoding="utf-8"))
         text = text.replace("@VERSION@", version).replace("@LICENSE@", LICENSE.read_text(encoding="utf-8"))
-        (stage / name).write_text(text, encoding="utf-8", newline="\r\n")
+        # Older editors recognise other letters by the byte-order mark.
+        encoding = "utf-8" if text.isascii() else "utf-8-sig"
+        (stage / name).write_text(text, encoding=encoding, newline="\r\n")
     (stage / "window.ico").write_bytes(make_icon.icon())
     shutil.copy(PACKAGING / "product.wxs", stage)
     for file in stage.iterdir():

@@ -45,8 +45,8 @@ installed() {  # <package> [stored settings]
   local version=${1##*Configure-}
   version=${version%-*}
   printf '%s\n' 'Korvell QM5R-FC PIR Registration.lnk' QM5R-FCConfigure.chm QM5RFcPirConfigure.exe notices.txt qm5r.exe \
-    readme.txt \
-    'DisplayName: Korvell QM5R-FC PIR Configure' "DisplayVersion: $version" 'Publisher: Korvell Inc.' \
+    readme.txt settings.txt 'DisplayName: Korvell QM5R-FC PIR Configure' \
+    "DisplayVersion: $version" 'Publisher: Korvell Inc.' \
     "(Default): \"$program\"" ${2:+"Debug: $2" "DisplayUnits: $2"} "Version: $version" "object: $version"
 }
 no_object='object: error 429'
