@@ -8,7 +8,7 @@
 #include <iostream>
 #include <thread>
 
-#include "programs/local_files.h"
+#include "local_files.h"
 #include "qm5r/commands.h"
 #include "simulator/simulation.h"
 

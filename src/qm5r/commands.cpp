@@ -103,7 +103,7 @@ int Show(const Options& options, Computer& computer) {
   Json shown = Json::array();
   bool complete = true;
   for (const std::string& place : options.places) {
-    sources.ForEach(place, [&](Source source) {
+    sources.ForEach(place, [&](const Source& source) {
       const std::string state = StateOf(source.device);
       complete = complete && (state == "read" || state == "another type");
       if (options.json)

@@ -14,7 +14,7 @@ constexpr std::size_t kNameWidth = 24;
 constexpr std::size_t kValueWidth = 20;
 
 /// Padded to a column.
-std::string Cell(std::string text, std::size_t width) {
+std::string Cell(const std::string& text, std::size_t width) {
   const std::size_t length = text::CharacterCount(text);
   return text + std::string(length < width ? width - length : 1, ' ');
 }

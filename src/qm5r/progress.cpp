@@ -1,5 +1,6 @@
 #include "qm5r/progress.h"
 
+#include <cmath>
 #include <ostream>
 #include <utility>
 
@@ -14,7 +15,7 @@ const std::string kEraseLine = '\r' + std::string(79, ' ') + '\r';
 
 /// "2:05"
 std::string Clock(double seconds) {
-  const auto whole = static_cast<long>(seconds + 0.5);
+  const long whole = std::lround(seconds);
   const std::string rest = std::to_string(whole % 60);
   return std::to_string(whole / 60) + (rest.size() == 1 ? ":0" : ":") + rest;
 }

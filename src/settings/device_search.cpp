@@ -12,7 +12,9 @@ class Search {
     Try(path, [&] {
       for (const lns::Subsystem subsystem : subsystems.Items()) {
         const std::string name = subsystem.Name();
-        if (!lns::RepeatsDevices(name)) Visit(subsystem, path + '.' + name);
+        std::string below = path;
+        below.append(".").append(name);
+        if (!lns::RepeatsDevices(name)) Visit(subsystem, below);
       }
     });
   }
