@@ -51,11 +51,25 @@ expect output.txt "$deep\\Demo Tower\\Demo Tower.Floor 1\\Büro Ä 102.qm5r"
 expect output.txt 'nciSetPts.occ_heat      20.5 C, most 21 C'
 
 cmp network.json before.json || fail "the network was changed"
+ends_with 4 'report.html' qm5r report "$deep" --standard saved.qm5r -o report.html
+expect report.html '≠ 20.5'
+expect_gone LnsSimulator "its clients"
+
+# Devices with any bytes: whatever they hold, their files load, and nothing in them differs from the devices.
+"$root/scripts/make-network" 150 --random >network.json
+[ "$demands" != strict ] || sed -i '1s/{/{"strict": {"all": true},/' network.json
+ends_with 0 '150 devices: 150 read' qm5r snapshot Hotel odd
+ends_with 0 '' qm5r check 'odd\*.qm5r'
+ends_with 0 'HeatMax' qm5r show 'odd\*Room 150.qm5r'
+for room in 1 50 150; do
+  file=$(find odd -name "Room $room.qm5r")
+  ends_with 0 '1 device: 1 equal' qm5r compare "$file" "Hotel/*/Room $room"
+done
 ends_with 1 'a command is required' qm5r
 expect_gone LnsSimulator "its clients"
 unregister QM5RFcPirConfigure
 unregister LnsSimulator
 ends_with 2 'Cannot create the object' qm5r show "$floor/Thermostat 101"
 ends_with 0 '' qm5r check room.qm5r
-[ $failed = 0 ] && echo "qm5r road: ok"
+[ $failed = 0 ] && echo "qm5r: ok"
 exit $failed
