@@ -26,7 +26,7 @@ versions=$(LC_ALL=C grep -obaP '\xbd\x04\xef\xfe' "$1/QM5RFcPirConfigure.exe" | 
 printf '\143' | dd of="$work/later/QM5RFcPirConfigure.exe" bs=1 seek=$((versions + 8)) conv=notrunc status=none
 new=$("$root/scripts/make_package.py" "$work/later" "$work") || exit 1
 
-await() { for _ in $(seq 200); do [ -s "$1" ] && return; sleep 0.1; done; }
+await() { for _ in $(seq 200); do [ -s "$1" ] && return; sleep 0.1; done; return 1; }
 values() {  # <names> <key> [options]
   "$wine" wine reg query "${@:2}" 2>/dev/null | tr -d '\r' | sed -nE "s/^ +($1) +REG_SZ +/\\1: /p" | sort
 }
@@ -78,8 +78,11 @@ for name in Debug DisplayUnits; do "$wine" wine reg add "$plug_in" /v $name /d 1
 step downgrade $refused "$(installed "$new" 1)" /i "$(windows_path "$old")"
 rm "$folder"/* && "$wine" wine reg delete "$class" /f >/dev/null
 step repair 0 "$(installed "$new" 1)" /i "$(windows_path "$new")" REINSTALL=ALL REINSTALLMODE=amus
-"$wine" wine cscript //nologo "$(windows_path "$here/hold_file.vbs")" "$program" "$(windows_path "$work/held")" &
-await "$work/held"
+# Wine sometimes cannot start the script beside the service of the installer, which is ending.
+for _ in 1 2 3; do
+  "$wine" wine cscript //nologo "$(windows_path "$here/hold_file.vbs")" "$program" "$(windows_path "$work/held")" &
+  await "$work/held" && break
+done
 step 'removal while the file is held' $refused "$(installed "$new" 1)" /x "$(code "$new")" WAITSECONDS=1
 # Wine does not inform the old version that an upgrade removes it, as Windows does with this property.
 step 'removal by an upgrade' 0 "$(installed "$new" 1 | grep -E '^(.Default|Debug|DisplayUnits|Version)'; echo "$no_object")" \
