@@ -1,5 +1,6 @@
 #include "qm5r/commands.h"
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 
@@ -36,7 +37,8 @@ class Counts {
   std::string Text() const {
     std::size_t all = 0;
     std::string states;
-    for (const char* state : {"equal", "read", "different", "incomplete", "not read", "another type"}) {
+    for (const char* state :
+         {"equal", "like most", "read", "different", "incomplete", "not read", "another type"}) {
       const auto count = counts_.find(state);
       if (count == counts_.end()) continue;
       all += count->second;
@@ -80,20 +82,29 @@ int Save(const Options& options, Computer& computer) {
 int Check(const Options& options, Computer& computer) {
   Json results = Json::array();
   bool failed = false;
-  for (const std::string& place : options.places) {
-    for (const std::string& file : FilesNamed(computer, place)) {
-      const settings::SettingsFile read = ReadFile(computer, file);
-      failed = failed || read.HasErrors();
-      Json result = {{"file", file}, {"usable", !read.HasErrors()}, {"findings", Json::array()}};
-      for (const settings::Finding& finding : read.findings) {
-        if (!options.json) computer.out << settings::FindingText(file, finding) << '\n';
-        result["findings"].push_back({{"line", finding.line},
-                                      {"kind", finding.is_error ? "error" : "warning"},
-                                      {"text", finding.text}});
-      }
-      results.push_back(std::move(result));
+  const auto check = [&](const std::string& file) {
+    const settings::SettingsFile read = ReadFile(computer, file);
+    failed = failed || read.HasErrors();
+    Json result = {{"file", file}, {"usable", !read.HasErrors()}, {"findings", Json::array()}};
+    for (const settings::Finding& finding : read.findings) {
+      if (!options.json) computer.out << settings::FindingText(file, finding) << '\n';
+      result["findings"].push_back(
+          {{"line", finding.line}, {"kind", finding.is_error ? "error" : "warning"}, {"text", finding.text}});
     }
-  }
+    results.push_back(std::move(result));
+  };
+  const auto say_and_go_on = [&](const auto& step) {
+    try {
+      step();
+    } catch (const Failed& failure) {
+      failed = true;
+      computer.errors << "qm5r: " << failure.what() << '\n';
+    }
+  };
+  for (const std::string& place : options.places)
+    say_and_go_on([&] {
+      for (const std::string& file : FilesNamed(computer, place)) say_and_go_on([&] { check(file); });
+    });
   if (options.json) computer.out << TextOf(results);
   return failed ? kFailed : kDone;
 }
@@ -119,10 +130,14 @@ int Show(const Options& options, Computer& computer) {
 /// Compares devices one by one and prints those that are not known to be equal to the standard.
 class ComparisonRun {
  public:
-  /// The wanted values come from this: "standard", or "most" devices.
+  /// Whose values are wanted, "standard" or "most", and what a device is that has them.
   ComparisonRun(const Options& options, Computer& computer, const settings::Selection& selection,
-                const char* wanted_by)
-      : options_(options), computer_(computer), selection_(selection), wanted_by_(wanted_by) {}
+                const char* wanted_by, const char* agrees)
+      : options_(options),
+        computer_(computer),
+        selection_(selection),
+        wanted_by_(wanted_by),
+        agrees_(agrees) {}
 
   void Add(const settings::DeviceSettings& standard, const Source& source) {
     const std::string state = StateOf(source.device);
@@ -130,12 +145,12 @@ class ComparisonRun {
     const settings::Comparison comparison = Compare(standard, source.device.settings, selection_);
     const std::string result = !comparison.IsComplete() ? "incomplete"
                                : comparison.Differs()   ? "different"
-                                                        : "equal";
+                                                        : agrees_;
     differs_ = differs_ || comparison.Differs();
     ++counts_[result];
     if (options_.json)
       AddJson(result, ComparisonJson(source, comparison));
-    else if (result != "equal")
+    else if (result != agrees_)
       computer_.out << ComparisonLines(source, comparison, wanted_by_);
   }
 
@@ -187,6 +202,7 @@ class ComparisonRun {
   Computer& computer_;
   const settings::Selection& selection_;
   const char* wanted_by_;
+  const char* agrees_;
   bool standard_is_complete_ = true;
   bool differs_ = false;
   Counts counts_;
@@ -204,7 +220,12 @@ int CompareWithStandard(const Options& options, Computer& computer) {
                  std::to_string(first.size()));
   const settings::DeviceSettings& standard = first.front().device.settings;
   if (standard.HasNone()) throw Failed(place + " gives no standard: " + ReasonOf(first.front().device));
-  ComparisonRun run(options, computer, sources.selection(), "standard");
+  const auto sets = [&](const settings::Field& field) {
+    return sources.selection().Has(field) && standard.TextOf(field);
+  };
+  if (std::ranges::none_of(settings::Fields(), sets))
+    throw Failed(place + " sets none of the fields to compare");
+  ComparisonRun run(options, computer, sources.selection(), "standard", "equal");
   for (const settings::Unread& unread : UnknownInStandard(standard, sources.selection()))
     run.SayUnknown(unread, place);
   for (std::size_t i = 1; i < options.places.size(); ++i)
@@ -222,7 +243,7 @@ int FindOdd(const Options& options, Computer& computer) {
       devices.push_back(std::move(source));
     });
   }
-  ComparisonRun run(options, computer, sources.selection(), "most");
+  ComparisonRun run(options, computer, sources.selection(), "most", "like most");
   const settings::DeviceSettings standard = majority.Standard();
   for (const Source& source : devices) run.Add(standard, source);
   for (const auto& split : majority.Splits()) run.SaySplit(split);

@@ -136,6 +136,7 @@ std::string ReasonOf(const settings::ReadDevice& device) {
 std::string ComparisonLines(const Source& source, const settings::Comparison& comparison,
                             const std::string& wanted_by) {
   std::string lines = source.name + '\n';
+  if (comparison.compared == 0) lines += "  nothing to compare\n";
   std::string_view unread;
   for (const settings::Difference& difference : comparison.differences) {
     const Field& field = *difference.field;

@@ -10,9 +10,10 @@ bool IsCompared(const Field& field, const Selection& selection, bool is_same_dev
   return !field.is_calibration || is_same_device || selection.MeansCalibrations();
 }
 
-/// An unknown Neuron ID is nobody's.
+/// Devices that are only planned have no Neuron ID, or one of zeros.
 bool IsSameDevice(const DeviceSettings& a, const DeviceSettings& b) {
-  return !a.origin.neuron_id.empty() && a.origin.neuron_id == b.origin.neuron_id;
+  const std::string& id = a.origin.neuron_id;
+  return id.find_first_not_of("0 ") != std::string::npos && id == b.origin.neuron_id;
 }
 
 /// The decimals that its object server shows in temperatures: those of the text that has most, at least one.
@@ -33,7 +34,8 @@ bool Comparison::Differs() const {
 }
 
 bool Comparison::IsComplete() const {
-  return std::ranges::all_of(differences, [](const Difference& each) { return each.held.has_value(); });
+  const auto is_known = [](const Difference& each) { return each.held.has_value(); };
+  return compared != 0 && std::ranges::all_of(differences, is_known);
 }
 
 Comparison Compare(const DeviceSettings& standard, const DeviceSettings& device, const Selection& selection) {

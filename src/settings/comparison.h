@@ -28,6 +28,7 @@ struct Comparison {
   std::vector<Difference> differences;
   std::size_t compared = 0;
   bool Differs() const;
+  /// Something was compared, and all of it is known.
   bool IsComplete() const;
 };
 
@@ -37,7 +38,7 @@ Comparison Compare(const DeviceSettings& standard, const DeviceSettings& device,
 std::vector<Unread> UnknownInStandard(const DeviceSettings& standard, const Selection& selection);
 
 /// Finds the devices that differ from most, without a standard: counts the values of each field, device by
-/// device, and keeps no device.
+/// device.
 class Majority {
  public:
   explicit Majority(const Selection& selection) : selection_(selection), values_(Fields().size()) {}

@@ -10,20 +10,16 @@ class Search {
   /// `path` is that of the system or subsystem that contains them.
   void Visit(const lns::Collection<lns::Subsystem>& subsystems, const std::string& path) {
     Try(path, [&] {
-      for (const lns::Subsystem subsystem : subsystems.Items()) {
-        const std::string name = subsystem.Name();
-        std::string below = path;
-        below.append(".").append(name);
-        if (!lns::RepeatsDevices(name)) Visit(subsystem, below);
-      }
+      for (const auto& entry : subsystems.Items()) Try(path, [&] { VisitOne(entry, path); });
     });
   }
 
   std::vector<FoundDevice> Found() && { return std::move(found_); }
 
  private:
-  void Visit(const lns::Subsystem& subsystem, const std::string& path) {
-    if (!pattern_.MayBegin(path)) return;
+  void VisitOne(const lns::Subsystem& subsystem, const std::string& above) {
+    const std::string name = subsystem.Name(), path = above + '.' + name;
+    if (lns::RepeatsDevices(name) || !pattern_.MayBegin(path)) return;
     Try(path, [&] {
       if (!pattern_.MayBegin(path + '/')) return;
       for (const auto& entry : subsystem.AppDevices().Items()) AddDevice(entry, path);

@@ -55,6 +55,7 @@ Selection::Selection(std::string_view chosen, std::string_view excepted)
     : has_(Fields().size(), chosen.empty()), chosen_(!chosen.empty()) {
   Set(chosen, true);
   Set(excepted, false);
+  if (std::ranges::count(has_, true) == 0) throw std::invalid_argument("no field is left");
 }
 
 void Selection::Set(std::string_view names, bool has) {

@@ -21,7 +21,8 @@ class Selection {
   Selection() : has_(Fields().size(), true) {}
 
   /// Of comma-separated names, in which "*" stands for any characters ("nciSetPts.*"). An empty list of names
-  /// to choose means all. Throws std::invalid_argument for a name that no field has.
+  /// to choose means all. Throws std::invalid_argument for a name that no field has, and if no
+  /// field is left.
   Selection(std::string_view chosen, std::string_view excepted);
 
   bool Has(const Field& field) const { return has_[PositionOf(field)]; }

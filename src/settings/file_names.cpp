@@ -65,7 +65,9 @@ std::string FileNames::Distinct(const std::string& above, std::string_view name,
   const auto [known, is_new] = names_.emplace(above + Folded(plain), plain);
   const bool is_index = above.empty() && Folded(plain) == kIndex;
   if ((is_new || known->second == plain) && !is_index) return plain;
-  const auto must_escape = [](char c) { return IsForbidden(c) || (c >= 'A' && c <= 'Z') || (c & 0x80); };
+  const auto must_escape = [](char c) {
+    return IsForbidden(c) || text::ToLower({&c, 1}) != text::ToUpper({&c, 1}) || (c & 0x80);
+  };
   return (is_index ? PercentCode(name.front()) + FileNameOf(name.substr(1)) : Escaped(name, must_escape)) +
          std::string(extension);
 }

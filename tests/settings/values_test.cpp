@@ -65,11 +65,15 @@ TEST(Settings, CalibrationsAreComparedOnlyWithTheirOwnDeviceOrByName) {
   EXPECT_TRUE(Compare(one, other, {}).differences.empty());
   EXPECT_EQ(Compare(one, other, {"Calib*", ""}).differences.size(), 1u);
   EXPECT_EQ(Compare(one, other, {"*", "RH*,Calib*"}).differences.size(), 0u);
-  other.origin.neuron_id = "1";
+  one.origin.neuron_id = other.origin.neuron_id = "000000000000";
+  EXPECT_TRUE(Compare(one, other, {}).differences.empty()) << "planned devices have no ID of their own";
+  one.origin.neuron_id = other.origin.neuron_id = "1";
   EXPECT_EQ(Compare(one, other, {}).differences.size(), 1u);
   other.TextOf(*FindField("CalibRS")).reset();
   EXPECT_FALSE(Compare(one, other, {}).IsComplete()) << "what is not known is not equal";
   EXPECT_THROW(settings::Selection("HeatMax,Nope", ""), std::invalid_argument);
+  EXPECT_THROW(settings::Selection("HeatMax", "Heat*"), std::invalid_argument)
+      << "nothing is equal to everything";
 }
 
 TEST(FileNames, AreDistinctOnEveryFileSystem) {
@@ -77,8 +81,9 @@ TEST(FileNames, AreDistinctOnEveryFileSystem) {
   const std::pair<const char*, const char*> cases[] = {
       {"Hotel/Hotel.Floor 1/Room 1", "Hotel/Hotel.Floor 1/Room 1.qm5r"},
       {"Hotel/Hotel.Floor 1/ROOM 1", "Hotel/Hotel.Floor 1/%52%4F%4F%4D 1.qm5r"},
+      {"Hotel/Hotel.Floor 1/room 1", "Hotel/Hotel.Floor 1/%72%6F%6F%6D 1.qm5r"},
       {"Hotel/Hotel.Floor 2/ROOM 1", "Hotel/Hotel.Floor 2/ROOM 1.qm5r"},
-      {"Hotel/Hotel.FLOOR 1/Room 1", "Hotel/%48otel.%46%4C%4F%4F%52 1/Room 1.qm5r"},
+      {"Hotel/Hotel.FLOOR 1/Room 1", "Hotel/%48%6F%74%65%6C.%46%4C%4F%4F%52 1/Room 1.qm5r"},
       {"Hotel/Hotel.Floor 1/CON", "Hotel/Hotel.Floor 1/%43ON.qm5r"},
       {"Hotel/Hotel.Floor 1/lpt1.x", "Hotel/Hotel.Floor 1/%6Cpt1.x.qm5r"},
       {"Hotel/Hotel.Floor 1/COM10", "Hotel/Hotel.Floor 1/COM10.qm5r"},

@@ -46,7 +46,7 @@ cat ./*/*/*/*/*/*/*/*/Übersicht/index.csv >index.csv
 expect index.csv "$floor/Büro Ä 102,Demo Tower\\Demo Tower.Floor 1\\Büro Ä 102.qm5r,read,,8000D3550004041D"
 ends_with 2 'has a snapshot already' qm5r snapshot 'Demo T*' "$deep"
 ends_with 0 '' qm5r check "$deep\\*.qm5r"
-ends_with 3 '7 devices: 5 equal, 2 different' qm5r compare --odd "$deep\\*.qm5r"
+ends_with 3 '7 devices: 5 like most, 2 different' qm5r compare --odd "$deep\\*.qm5r"
 expect output.txt "$deep\\Demo Tower\\Demo Tower.Floor 1\\Büro Ä 102.qm5r"
 expect output.txt 'nciSetPts.occ_heat      20.5 C, most 21 C'
 
