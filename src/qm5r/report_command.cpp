@@ -16,12 +16,12 @@ namespace {
 enum Column : std::size_t { kPath, kFile, kState, kReason, kProgramId, kNeuronId, kColumns };
 
 settings::ReportRoom RoomOf(const Source& source) {
-  return {source.name, StateOf(source.device), ReasonOf(source.device), source.device.settings};
+  return {source.name, StateOf(source.device), ReasonOf(source.device), source.device.settings, {}};
 }
 
 settings::ReportRoom RoomOf(Computer& computer, const std::string& folder,
                             const std::vector<std::string>& row) {
-  settings::ReportRoom room{row[kPath], row[kState], row[kReason], {}};
+  settings::ReportRoom room{row[kPath], row[kState], row[kReason], {}, {}};
   room.settings.origin.program_id = row[kProgramId];
   room.settings.origin.neuron_id = row[kNeuronId];
   if (row[kFile].empty()) return room;
@@ -56,32 +56,34 @@ Json ReportJson(const settings::Report& report) {
   Json& rooms = json["devices"] = Json::array();
   for (const settings::ReportRoom& room : report.rooms) {
     Json each = SettingsJson({room.name, {room.settings, false, {}}}, false);
-    each["state"] = ResultOf(report, room);
+    each["state"] = ResultOf(room);
     if (!room.reason.empty()) each["reason"] = room.reason;
-    if (!report.standard_name.empty())
-      each["differences"] = DifferencesJson(Compare(report.standard, room.settings, report.selection));
+    if (room.comparison) each["differences"] = DifferencesJson(*room.comparison);
     rooms.push_back(std::move(each));
   }
   return json;
 }
 
-std::string ContentOf(const settings::Report& report, const std::string& file) {
-  if (text::EndsWithIgnoringCase(file, ".html")) return HtmlOf(report);
-  if (text::EndsWithIgnoringCase(file, ".csv")) return CsvOf(report);
-  if (text::EndsWithIgnoringCase(file, ".json")) return TextOf(ReportJson(report));
+std::string JsonOf(const settings::Report& report) { return TextOf(ReportJson(report)); }
+
+/// What makes a report of the file's kind. Throws Failed for any other kind.
+auto MakerOf(const std::string& file) {
+  if (text::EndsWithIgnoringCase(file, ".html")) return settings::HtmlOf;
+  if (text::EndsWithIgnoringCase(file, ".csv")) return settings::CsvOf;
+  if (text::EndsWithIgnoringCase(file, ".json")) return JsonOf;
   throw Failed(file + " does not end in .html, .csv or .json");
 }
 
 }  // namespace
 
 int MakeReport(const Options& options, Computer& computer) {
+  const auto make = MakerOf(options.target);
   Sources sources(options, computer, settings::Versions::Read);
   settings::Report report;
   report.place = options.places.front();
   report.made = computer.local_time();
   if (!options.anonymous) report.made_by = computer.user;
   report.selection = sources.selection();
-  ContentOf(report, options.target);  // an unknown kind fails before the network is read
   if (!options.standard.empty()) {
     std::vector<Source> found;
     sources.ForEach(options.standard, [&](Source source) { found.push_back(std::move(source)); });
@@ -94,10 +96,11 @@ int MakeReport(const Options& options, Computer& computer) {
     report.rooms = *std::move(rooms);
   else
     sources.ForEach(report.place, [&](const Source& source) { report.rooms.push_back(RoomOf(source)); });
-  WriteFile(options, computer, options.target, ContentOf(report, options.target));
+  CompareRooms(report);
+  WriteFile(options, computer, options.target, make(report));
   bool complete = true, differs = false;
   for (const settings::ReportRoom& room : report.rooms) {
-    const std::string result = ResultOf(report, room);
+    const std::string result = ResultOf(room);
     complete = complete && result != "not read" && result != "incomplete";
     differs = differs || result == "different";
   }

@@ -25,18 +25,14 @@ thead{display:table-header-group}tr{break-inside:avoid}thead th{background:#eee;
 struct Column {
   const Field* field;
   std::size_t deviations = 0;
-  std::size_t unknown = 0;
 };
 
-/// What is compared of a room, field by field; nothing for a field that is equal or not compared.
-using Deviations = std::map<const Field*, Difference>;
-
-Deviations DeviationsOf(const Report& report, const ReportRoom& room) {
-  Deviations deviations;
-  if (report.standard_name.empty()) return deviations;
-  for (Difference& difference : Compare(report.standard, room.settings, report.selection).differences)
-    deviations.emplace(difference.field, std::move(difference));
-  return deviations;
+/// Null for a field that is equal or not compared.
+const Difference* DifferenceOf(const ReportRoom& room, const Field& field) {
+  if (!room.comparison) return nullptr;
+  const auto& differences = room.comparison->differences;
+  const auto found = std::ranges::find(differences, &field, &Difference::field);
+  return found == differences.end() ? nullptr : &*found;
 }
 
 bool HasValues(const ReportRoom& room) { return room.state == "read" || room.state == "incomplete"; }
@@ -60,9 +56,7 @@ std::string Bar(std::size_t deviations, std::size_t rooms) {
 
 class Page {
  public:
-  explicit Page(const Report& report) : report_(report) {
-    for (const ReportRoom& room : report.rooms) deviations_.push_back(DeviationsOf(report, room));
-  }
+  explicit Page(const Report& report) : report_(report) {}
 
   std::string Html() {
     html_ = "<!DOCTYPE html>\n<html lang=en>\n<meta charset=utf-8>\n<title>" + text::Escaped(Title()) +
@@ -78,7 +72,7 @@ class Page {
 
   void AddHead() {
     std::map<std::string, std::size_t> counts;
-    for (const ReportRoom& room : report_.rooms) ++counts[ResultOf(report_, room)];
+    for (const ReportRoom& room : report_.rooms) ++counts[ResultOf(room)];
     html_ += "<p>" + text::Escaped(report_.made + (report_.made_by.empty() ? "" : ", " + report_.made_by));
     html_ +=
         "\n<p>" + std::to_string(report_.rooms.size()) + (report_.rooms.size() == 1 ? " device" : " devices");
@@ -96,17 +90,18 @@ class Page {
          {"Device", "Result", "Deviations", "Neuron ID", "Model", "Software", "Type", "Module", "Not known"})
       html_ += Cell("th", heading);
     html_ += "</thead>\n";
-    for (std::size_t i = 0; i < report_.rooms.size(); ++i) {
-      const ReportRoom& room = report_.rooms[i];
+    for (const ReportRoom& room : report_.rooms) {
       const Origin& origin = room.settings.origin;
-      const std::string result = ResultOf(report_, room);
-      const auto held = [](const auto& each) { return each.second.held.has_value(); };
+      const std::string result = ResultOf(room);
+      const auto held = [](const Difference& each) { return each.held.has_value(); };
       html_ += "<tr>" + Cell("td", room.name) +
                Cell("td", result, result == "equal" || result == "read" ? "" : "d");
-      html_ += HasValues(room) ? Cell("td", std::to_string(std::ranges::count_if(deviations_[i], held)), "n")
-                               : "<td>";
+      html_ +=
+          room.comparison
+              ? Cell("td", std::to_string(std::ranges::count_if(room.comparison->differences, held)), "n")
+              : "<td>";
       for (const std::string& text : {origin.neuron_id, origin.model, origin.software_version,
-                                      origin.hvac_type, origin.module_version, UnknownOf(i)})
+                                      origin.hvac_type, origin.module_version, UnknownOf(room)})
         html_ += Cell("td", text);
       html_ += '\n';
     }
@@ -114,12 +109,12 @@ class Page {
   }
 
   /// The reason, and the fields of the standard that are not there without one.
-  std::string UnknownOf(std::size_t place) const {
-    std::string unknown = report_.rooms[place].reason;
-    if (!HasValues(report_.rooms[place])) return unknown;
-    for (const auto& [field, difference] : deviations_[place])
+  static std::string UnknownOf(const ReportRoom& room) {
+    std::string unknown = room.reason;
+    if (!room.comparison) return unknown;
+    for (const Difference& difference : room.comparison->differences)
       if (!difference.held && difference.reason.empty())
-        unknown += (unknown.empty() ? "" : "; ") + std::string(field->name()) + " is not given";
+        unknown += (unknown.empty() ? "" : "; ") + std::string(difference.field->name()) + " is not given";
     return unknown;
   }
 
@@ -132,12 +127,10 @@ class Page {
           if (field.place.control == place.control && report_.selection.Has(field))
             columns.push_back({&field});
     }
-    for (Column& column : columns) {
-      for (const Deviations& room : deviations_) {
-        const auto found = room.find(column.field);
-        if (found != room.end()) ++(found->second.held ? column.deviations : column.unknown);
-      }
-    }
+    for (Column& column : columns)
+      for (const ReportRoom& room : report_.rooms)
+        if (const Difference* difference = DifferenceOf(room, *column.field); difference && difference->held)
+          ++column.deviations;
     return columns;
   }
 
@@ -154,8 +147,8 @@ class Page {
     for (const Column& column : columns) html_ += Cell("th", Unit(*column.field));
     if (!report_.standard_name.empty()) AddStandard(columns);
     html_ += "</thead>\n";
-    for (std::size_t i = 0; i < report_.rooms.size(); ++i)
-      if (HasValues(report_.rooms[i])) AddRoom(i, columns);
+    for (const ReportRoom& room : report_.rooms)
+      if (HasValues(room)) AddRoom(room, columns);
     html_ += "</table>\n";
   }
 
@@ -177,12 +170,11 @@ class Page {
     for (const Column& column : columns) html_ += Bar(column.deviations, report_.rooms.size());
   }
 
-  void AddRoom(std::size_t place, const std::vector<Column>& columns) {
-    const ReportRoom& room = report_.rooms[place];
+  void AddRoom(const ReportRoom& room, const std::vector<Column>& columns) {
     html_ += "<tr>" + Cell("th", room.name);
     for (const Column& column : columns) {
       const auto& text = room.settings.TextOf(*column.field);
-      const bool deviates = deviations_[place].contains(column.field);
+      const bool deviates = DifferenceOf(room, *column.field) != nullptr;
       if (!text)
         html_ += room.settings.UnreadOf(*column.field) || deviates ? "<td class=u>?" : "<td>-";
       else
@@ -192,16 +184,20 @@ class Page {
   }
 
   const Report& report_;
-  std::vector<Deviations> deviations_;
   std::string html_;
 };
 
 }  // namespace
 
-std::string ResultOf(const Report& report, const ReportRoom& room) {
-  if (!HasValues(room) || report.standard_name.empty()) return room.state;
-  const Comparison comparison = Compare(report.standard, room.settings, report.selection);
-  return !comparison.IsComplete() ? "incomplete" : comparison.Differs() ? "different" : "equal";
+void CompareRooms(Report& report) {
+  if (report.standard_name.empty()) return;
+  for (ReportRoom& room : report.rooms)
+    if (HasValues(room)) room.comparison = Compare(report.standard, room.settings, report.selection);
+}
+
+std::string ResultOf(const ReportRoom& room) {
+  if (!room.comparison) return room.state;
+  return !room.comparison->IsComplete() ? "incomplete" : room.comparison->Differs() ? "different" : "equal";
 }
 
 std::string HtmlOf(const Report& report) { return Page(report).Html(); }
@@ -230,8 +226,8 @@ std::string CsvOf(const Report& report) {
             [&](const Field& field) { return report.standard.TextOf(field).value_or(""); });
   for (const ReportRoom& room : report.rooms) {
     const Origin& origin = room.settings.origin;
-    add_row({room.name, ResultOf(report, room), room.reason, origin.program_id, origin.neuron_id,
-             origin.model, origin.software_version, origin.hvac_type, origin.module_version},
+    add_row({room.name, ResultOf(room), room.reason, origin.program_id, origin.neuron_id, origin.model,
+             origin.software_version, origin.hvac_type, origin.module_version},
             [&](const Field& field) { return room.settings.TextOf(field).value_or(""); });
   }
   return csv;

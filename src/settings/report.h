@@ -17,6 +17,8 @@ struct ReportRoom {
   /// What is not known of it, and why.
   std::string reason;
   DeviceSettings settings;
+  /// With the standard; nothing without one, and for a device of which nothing is known.
+  std::optional<Comparison> comparison;
 };
 
 /// What is handed over: what rooms hold, and how they differ from a standard.
@@ -34,9 +36,11 @@ struct Report {
   std::vector<ReportRoom> rooms;
 };
 
-/// How a room compares: "equal", "different", "incomplete", "not read", "another type"; "read" without a
-/// standard.
-std::string ResultOf(const Report& report, const ReportRoom& room);
+/// Compares the rooms with the standard, if there is one.
+void CompareRooms(Report& report);
+
+/// How a room compares: "equal", "different" or "incomplete"; its state if it was not compared.
+std::string ResultOf(const ReportRoom& room);
 
 /// One page without outside parts, to be shown by a browser or printed on A4: a table of the rooms, then for
 /// each tab of the window the rooms down and the fields across, with the standard in the head. Deviations are
