@@ -10,6 +10,7 @@
 
 #include "observer.h"
 #include "text/strings.h"
+#include "transfer/review_form.h"
 
 namespace {
 
@@ -47,6 +48,7 @@ class Walk : Chance, Observer {
       if (running_ == 1 && Below(12) == 0) Act(Below(2) ? OneOf(preferences_) : Below(kActsOfOthers + 3));
     };
     desktop.on_message = [this](const ui::Message& message) { Answer(message); };
+    desktop.on_modal = [this](ui::Form& form) { Review(form); };
     registry.SetMachineSetting(identity.PlugInKey(), "DisplayUnits", std::to_string(Below(2)));
     api_ = CreateApi();
     if (Below(4)) Put(*api_, "Visible", true);
@@ -76,7 +78,7 @@ class Walk : Chance, Observer {
 
   // Actions.
 
-  static constexpr int kActs = 30, kActsOfOthers = 7;
+  static constexpr int kActs = 33, kActsOfOthers = 7;
   void Act(int what) {
     ++running_;
     Choose(what);
@@ -98,6 +100,8 @@ class Walk : Chance, Observer {
     if (what < 21) return EnterInList();
     if (what < 23) return UseList();
     if (what < 24) return PutBack();
+    if (what < 25) return Save();
+    if (what < 27) return Load();
     Type();
   }
 
@@ -162,6 +166,43 @@ class Walk : Chance, Observer {
     if (running_ == 1) step_.wanted = step_.applied = known_.edits;
     Key(List(16), 13);
   }
+  void UseSettings(std::size_t item) {
+    desktop.from_menu = item;
+    Press(main.cmdSettings, [] {});
+  }
+  void Save() {
+    desktop.save_path = "C:\\saved.qm5r";
+    files.Write(*desktop.save_path, "before");
+    UseSettings(0);
+    const string saved = files.ReadStart(*desktop.save_path, 1 << 20);
+    if (saved != "before" && settings::ParseSettings(saved).HasErrors()) Wrong("wrote " + saved);
+  }
+  void Load() {
+    string text = "QM5R settings 1.0\nprogram ID = 8000D3550004041D\n[settings]\n";
+    for (const char* line :
+         {"nciSetPts.occ_heat = 24", "nciSetPts.occ_cool = 26.13", "nciSetPts.unocc_heat = 12.5",
+          "HeatMax = 19", "CoolMin = 25", "nciSndHrtBt = 90", "FanMode = HIGH"})
+      if (const settings::Field* field = settings::FindField(string(line).substr(0, string(line).find(' ')));
+          field && Below(2))
+        text += string(line) + ' ' + string(settings::UnitName(field->unit())) + '\n';
+    desktop.open_path = "C:\\load.qm5r";
+    files.Write(*desktop.open_path, text);
+    UseSettings(1);
+    for (const auto& [row, wanted] : std::exchange(ticked_, {}))
+      if (ui::Control* field = main.screen.Find(row->control); IsMarked(*field))
+        known_.edits[field] = field->Text();
+  }
+  /// The user unticks some fields and accepts or not; something may come in between.
+  void Review(ui::Form& form) {
+    auto& review = dynamic_cast<transfer::fReview&>(form);
+    for (std::size_t row = 0; row < review.lstFields.Rows().size(); ++row)
+      if (Below(4) == 0) review.lstFields.UserTicks(row, Below(2) == 0);
+    if (running_ == 1 && Below(4) == 0) Act(Below(kActsOfOthers));
+    if (!form.Visible() || !Below(4) || !review.cmdOk.Enabled()) return;
+    ticked_ = review.Ticked();
+    step_.edited = true;
+    review.cmdOk.UserClicks();
+  }
   void Direct(const string& what, const string& name) {
     Tell("director: " + what + " " + name);
     ErrorOf([&] {
@@ -207,6 +248,7 @@ class Walk : Chance, Observer {
 
   std::array<int, 10> preferences_;  // each walk has its own preferences
   std::array<int, 8> fields_;
+  std::vector<editing::FieldEditing::Entry> ticked_;
   std::shared_ptr<plugin::LNSPlugInAPI> api_;
   string story_;
   int running_ = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/raised.h"
 #include "startup/identity.h"
 #include "text/numbers.h"
 
@@ -108,13 +109,33 @@ void FieldEditing::Keep(const model::CrossRule& rule) {
   if (repair->text) {
     field.SetText(*repair->text);
     pending_.Mark(field);
-    field.SetFocus();
+    if (!entering_) field.SetFocus();
   }
   // "where" is deliberate.
   device_->Ask(
       {std::string(rule.IsDeadBand() ? kDeadBandSentence : kLimitSentence) + "\r\n\r\n" +
            (repair->text ? "Adjustment where made" : "No adjustment was made: the value has too many digits"),
        startup::kProgramTitle});
+}
+
+void FieldEditing::Enter(const std::vector<Entry>& entries) {
+  const platform::Raised entering(entering_);
+  std::vector<const Entry*> in_order;
+  for (const Entry& entry : entries) {
+    ui::Control& field = *screen_.Find(entry.row->control);
+    field.SetText(entry.text);
+    pending_.Mark(field);
+    in_order.push_back(&entry);
+  }
+  std::ranges::sort(in_order, {}, &Entry::row);
+  const auto device = device_;
+  device->WhileItStands([&] {
+    for (const Entry* entry : in_order) {
+      if (entry->row->control.array != model::ScreenArray::txtNvi) continue;
+      LeaveField(entry->row->control.index);
+      device->Outside([] {});  // another device may have come during a message
+    }
+  });
 }
 
 void FieldEditing::Connect(ui::ChoiceList& list) {

@@ -2,8 +2,11 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "editing/open_device.h"
+#include "model/catalogue.h"
 
 namespace editing {
 
@@ -19,6 +22,15 @@ class FieldEditing {
                const std::shared_ptr<OpenDevice>& device, std::function<void()> apply,
                std::function<bool()> is_busy);
 
+  /// A text for the field of a row of the catalogue.
+  struct Entry {
+    const model::CatalogueRow* row;
+    std::string text;
+  };
+  /// Enters all texts before any field is left, so that no rule sees some of them only. Then the rules of
+  /// each of these fields run once, in the order of the catalogue. The focus does not move.
+  void Enter(const std::vector<Entry>& entries);
+
  private:
   void Connect(int index, ui::TextField& field);
   void Connect(ui::ChoiceList& list);
@@ -29,6 +41,7 @@ class FieldEditing {
   void Validate(ui::TextField& field);
   void LeaveField(int index);
   void Keep(const model::CrossRule& rule);
+  bool entering_ = false;
 
   model::ConfigurationScreen& screen_;
   PendingEdits& pending_;

@@ -11,12 +11,18 @@ void OpenDevice::TakeScreen() {
   context_.show_device();
 }
 
+void OpenDevice::Supersede() {
+  standing_ = Standing::Superseded;
+  context_.device_left();
+}
+
 void OpenDevice::Close() {
   if (standing_ != Standing::Current || (!device_ && !object_)) return;
   standing_ = Standing::Closed;
   state_ = {"Closed"};
   LetEdit(false, false);
   context_.show_device();
+  context_.device_left();
 }
 
 bool OpenDevice::SaysItIsGone() const {
@@ -94,8 +100,8 @@ void OpenDevice::LogFailure(const Failure& failure) {
   LogError(activity::ErrorMessage(failure.action, failure.result));
 }
 
-void OpenDevice::SayDoing(const std::string& action, std::size_t left) {
-  doing_ = action + ", " + std::to_string(left) + " left";
+void OpenDevice::SayDoing(const std::string& doing) {
+  doing_ = doing;
   context_.show_device();
   Outside([this] {
     if (context_.progress.Shown() || !context_.is_visible()) return context_.progress.DisplayStatus(doing_);

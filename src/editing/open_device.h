@@ -40,6 +40,8 @@ struct Context {
   std::function<bool()> object_server_is_lost;
   /// Reads the device on the screen again if it has been read.
   std::function<void()> read_again;
+  /// The device was on the screen and is not any more, or cannot be used any more.
+  std::function<void()> device_left;
 
   /// Counts the devices. Their numbers show which device the log's last row is about.
   int devices = 0;
@@ -70,11 +72,13 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// Empties the screen for this device, which has not been read yet.
   void TakeScreen();
   /// Another device takes over the screen.
-  void Supersede() { standing_ = Standing::Superseded; }
+  void Supersede();
   /// The network closes. Texts stay on the screen; the device can no longer be read or written.
   void Close();
   /// There is no device.
   bool IsNone() const { return standing_ == Standing::Current && !device_ && !object_; }
+  /// It is the device on the screen and can be used.
+  bool IsCurrent() const { return standing_ == Standing::Current; }
   /// Informs the user if there is no device or if it was closed. False otherwise.
   bool SaysItIsGone() const;
 
@@ -161,6 +165,10 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// is not known in the units in force; empty for an unmarked field.
   std::string ChangeOf(const ui::Control& field) const;
 
+  /// Reads one variable in SI and logs it. The point keeps its fields and its format; if the format cannot be
+  /// restored, it counts as not read. Throws the platform's error; without an object server ends the pass.
+  std::vector<std::string> ReadApart(const model::PointRow& row);
+
   /// Logs an operation, or a failure in the form that activity::fLog takes. A row that names the device
   /// precedes its rows.
   void LogCommand(const std::string& action, const std::string& results);
@@ -185,7 +193,10 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   void LogFailure(const Failure& failure);
   void Report(const Failure& failure);
   void NameItInTheLog();
-  void SayDoing(const std::string& action, std::size_t left);
+  void SayDoing(const std::string& doing);
+  void SayDoing(const std::string& action, std::size_t left) {
+    SayDoing(action + ", " + std::to_string(left) + " left");
+  }
   void FinishPass();
   void LetEdit(bool temperatures, bool others);
 

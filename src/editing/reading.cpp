@@ -4,6 +4,7 @@
 #include "lns/members.h"
 #include "platform/error.h"
 #include "text/numbers.h"
+#include "text/strings.h"
 
 namespace editing {
 namespace {
@@ -98,7 +99,7 @@ void OpenDevice::ReadAllPoints() {
 void OpenDevice::ReadPoint(model::CNvCpTable& point, std::size_t left) {
   SayDoing("Reading " + point.Name, left);
   try {
-    point.GetNetworkValue(context_.DisplayUnits, [this] { return standing_ == Standing::Current; });
+    point.GetNetworkValue(context_.DisplayUnits, [this] { return IsCurrent(); });
   } catch (const platform::Error& error) {
     Failure failure = FailureOf("Error reading " + point.Name, error);
     // Logged at once, as the next check may end the pass silently.
@@ -109,6 +110,24 @@ void OpenDevice::ReadPoint(model::CNvCpTable& point, std::size_t left) {
   }
   LogCommand("Reading " + point.Name, point.NvAsString());
   EndUnlessItStands();
+}
+
+std::vector<std::string> OpenDevice::ReadApart(const model::PointRow& row) {
+  model::CNvCpTable& point = points_.Item(row.key);
+  SayDoing("Reading " + point.Name);
+  try {
+    auto fields = point.ReadApart(0, [this] { return IsCurrent(); });
+    LogCommand("Reading " + point.Name, text::Join(fields, point.Separator));
+    EndUnlessItStands();
+    return fields;
+  } catch (const platform::Error& error) {
+    Failure failure = FailureOf("Error reading " + point.Name, error);
+    LogFailure(failure);
+    EndUnlessItStands();
+    if (!context_.object_server_is_lost()) throw;
+    failure.is_logged = true;
+    throw failure;
+  }
 }
 
 void OpenDevice::ShowValues() {

@@ -57,6 +57,8 @@ class BuiltInProgram : public platform::Program {
   std::string Directory() const override { return "C:\\Plug-in"; }
   std::string ExecutableName() const override { return "QM5RFcPirConfigure"; }
   std::string TimeOfDay() const override { return time_of_day; }
+  std::string Time() const override { return "2026-11-23T10:15:00Z"; }
+  std::string User() const override { return "user@computer"; }
 
  private:
   Version version_;

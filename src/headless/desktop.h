@@ -94,6 +94,7 @@ class Desktop : public ui::Desktop {
 
   std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override {
     save_dialogs.push_back(dialog);
+    if (on_file_dialog) on_file_dialog();
     return save_path;
   }
   std::vector<ui::SaveDialog> save_dialogs;
@@ -101,12 +102,28 @@ class Desktop : public ui::Desktop {
 
   std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override {
     open_dialogs.push_back(dialog);
-    if (on_open_dialog) on_open_dialog();
+    if (on_file_dialog) on_file_dialog();
     return open_path;
   }
-  std::function<void()> on_open_dialog;
+  std::function<void()> on_file_dialog;
   std::vector<ui::OpenDialog> open_dialogs;
   std::optional<std::string> open_path;
+
+  std::optional<std::size_t> ChooseFromMenu(ui::HasWindow&,
+                                            const std::vector<std::string>& captions) override {
+    menus.push_back(captions);
+    return std::exchange(from_menu, std::nullopt);
+  }
+  std::vector<std::vector<std::string>> menus;
+  /// The item to choose from the next menu.
+  std::optional<std::size_t> from_menu;
+
+  void RunWhileVisible(ui::Form& form) override {
+    if (on_modal) on_modal(form);
+    form.Hide();
+  }
+  /// What the user does in a form that is shown over another one; then it is closed.
+  std::function<void(ui::Form&)> on_modal;
 
   void CopyText(const std::string& text) override { copied = text; }
   std::string copied;

@@ -22,6 +22,7 @@ constexpr std::pair<std::string_view, int> kContexts[] = {
     {"exit", startup::kExitTopic},
     {"log", startup::kLogTopic},
     {"registration", startup::kRegistrationTopic},
+    {"settings", startup::kSettingsTopic},
 };
 
 using model::ScreenArray;

@@ -42,6 +42,16 @@ AppDevice FindDevice(const std::vector<std::string>& components, const Network& 
 
 std::vector<std::string> SplitObjectPath(std::string_view path) { return text::Split(path, "/"); }
 
+std::string DevicePath(std::string_view path) {
+  std::vector<std::string> components = SplitObjectPath(path);
+  components.resize(kDevice + 1);
+  std::string systems;
+  for (const std::string& name : text::Split(components[kSystemAndSubsystems], "."))
+    systems += systems.empty() ? WithoutPrefix(name, "System") : '.' + WithoutPrefix(name, "Subsystem");
+  return WithoutPrefix(components[kNetwork], "Network") + '/' + systems + '/' +
+         WithoutPrefix(components[kDevice], "AppDevice");
+}
+
 Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,
                      const Network network, const System system) {
   const bool is_object = object_type == members::kClassLonMarkObject;

@@ -16,6 +16,9 @@ namespace lns {
 /// A component may have the prefix of its class and ":" ("LcaAppDevice:Room 101").
 std::vector<std::string> SplitObjectPath(std::string_view path);
 
+/// The path of the device in such a path, without class prefixes.
+std::string DevicePath(std::string_view path);
+
 /// The application device or LonMark object that the path names on the open network, depending on the object
 /// type; nothing if the path has too few components, names another network or system, or if a look-up fails.
 /// Network and system are copies, as another network may be opened meanwhile.

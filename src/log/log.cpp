@@ -5,6 +5,7 @@
 #include "platform/error.h"
 #include "startup/identity.h"
 #include "text/strings.h"
+#include "ui/saving.h"
 
 namespace activity {
 namespace {
@@ -41,6 +42,7 @@ fLog::fLog(ui::Desktop& desktop, const platform::Program& program, platform::Fil
   SetCaption("Network activity logging");
   lstActivity.SetAccessibleName("Activity");
   lstActivity.small_icons = &ImageList1;
+  lstActivity.follows_end = true;
   lstActivity.on_copy = [this](const std::string& rows) { this->desktop().CopyText(rows); };
   cmdSave.SetToolTip("Saves all rows as comma-separated values.");
   cmdClear.SetToolTip("Removes all rows.");
@@ -96,20 +98,10 @@ void fLog::Append(ui::ListView::Icon mark, const std::string& action, const std:
 void fLog::Save() {
   try {
     // The blanks around the bars are deliberate.
-    const auto path =
-        desktop().AskSaveFile({"Save As...", "ActivityLog", "*.csv",
-                               "Comma separated values (*.csv) |*.csv | All Files (*.*) | *.*"});
-    if (!path) return;
-    if (files_.FileExists(*path)) {
-      const ui::Answer answer =
-          desktop().ShowMessage({"File already exists, override?", startup::kProgramTitle,
-                                 ui::Icon::Exclamation, ui::Buttons::OkCancel, /*second_is_default=*/true});
-      if (answer != ui::Answer::Ok) {
-        desktop().ShowMessage({"Action canceled by user", startup::kProgramTitle, ui::Icon::Exclamation});
-        return;
-      }
-    }
-    files_.Write(*path, RowsAsCsv());
+    const ui::SaveDialog dialog{"Save As...", "ActivityLog", "*.csv",
+                                "Comma separated values (*.csv) |*.csv | All Files (*.*) | *.*"};
+    if (const auto path = ui::AskWhereToSave(desktop(), files_, dialog, startup::kProgramTitle))
+      files_.Write(*path, RowsAsCsv());
   } catch (const std::exception& failure) {
     desktop().ShowMessage({failure.what(), startup::kProgramTitle, ui::Icon::Exclamation});
   }

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The running program's file: resources, version and path.
+/// The running program: its file's resources, version and path, its clock and its user.
 class Program {
  public:
   virtual ~Program() = default;
@@ -26,6 +26,11 @@ class Program {
 
   /// The time of day in the system's time format.
   virtual std::string TimeOfDay() const = 0;
+
+  /// UTC: "2026-11-23T10:15:00Z".
+  virtual std::string Time() const = 0;
+  /// "user@computer"
+  virtual std::string User() const = 0;
 };
 
 }  // namespace platform

@@ -44,9 +44,13 @@ fMain::fMain(const session::Services& services)
                        [this] { return Visible(); },
                        [this](int model_number) { SetUpScreen(model_number); },
                        [this] { return object_server_ && object_server_.IsLost(); },
-                       [this] { ReadAgain(); }},
+                       [this] { ReadAgain(); },
+                       [this] { HideModal(); }},
       fields_(
           screen, pending_, device_, [this] { Apply(); }, [this] { return Busy(); }),
+      settings_menu_(services, {*this, fields_, pending_, DisplayUnits,
+                                [this](const std::string& action, const auto& pass) { Run(action, pass); },
+                                [this] { return exit_wanted_; }}),
       events_(services.desktop, device_) {
   Open({}, {}, {});
   pending_.on_change = [this] { ShowDevice(); };
@@ -66,6 +70,9 @@ fMain::fMain(const session::Services& services)
   cmdViewLog.picture = ui::Button::Picture::Log;
   cmdViewLog.SetAccessibleName("Activity log");
   cmdViewLog.SetToolTip("Activity log");
+  cmdSettings.picture = ui::Button::Picture::Settings;
+  cmdSettings.SetAccessibleName("Settings file");
+  cmdSettings.SetToolTip("Settings file");
   cmdApply.SetToolTip("Writes the changed fields to the thermostat.");
   cmdCancel.SetToolTip("Resets the changed fields to the values of the thermostat.");
   cmdRefresh.SetToolTip("Reads all values from the thermostat again. Changed fields keep their text.");
@@ -83,6 +90,7 @@ fMain::fMain(const session::Services& services)
   txtDebug.SetVisible(false);
   cmdExit.on_click = [this] { ConfirmExit(); };
   cmdHelp.on_click = [this] { OnHelp(); };
+  cmdSettings.on_click = [this] { settings_menu_.Show(cmdSettings); };
   cmdViewLog.on_click = [this] { services_.log.BringToFront(); };
   for (ui::OptionButton& unit : obUnits) unit.help_context = startup::kUnitsTopic;
   cmdApply.help_context = startup::kApplyTopic;
@@ -90,6 +98,7 @@ fMain::fMain(const session::Services& services)
   cmdRefresh.help_context = startup::kRefreshTopic;
   cmdExit.help_context = startup::kExitTopic;
   cmdViewLog.help_context = startup::kLogTopic;
+  cmdSettings.help_context = startup::kSettingsTopic;
   ConnectEditing();
   SetLayout(MakeLayout());
 }
@@ -104,10 +113,11 @@ ui::Box fMain::MakeLayout() {
           .StretchWidth();
   Box heading = Box::Row({std::move(labels), Box::Leaf(Picture1)}).StretchWidth();
   Box units = Box::Framed(frmUnits, Box::Row({Box::Leaf(obUnits[0]), Box::Leaf(obUnits[1])}));
-  Box buttons = Box::Row({std::move(units), Box::Leaf(txtDebug), Box::Leaf(cmdDebug), Box{}.StretchWidth(),
-                          Box::Leaf(cmdApply), Box::Leaf(cmdCancel), Box::Leaf(cmdRefresh),
-                          Box::Leaf(cmdExit), Box::Leaf(cmdViewLog), Box::Leaf(cmdHelp)})
-                    .StretchWidth();
+  Box buttons =
+      Box::Row({std::move(units), Box::Leaf(txtDebug), Box::Leaf(cmdDebug), Box{}.StretchWidth(),
+                Box::Leaf(cmdApply), Box::Leaf(cmdCancel), Box::Leaf(cmdRefresh), Box::Leaf(cmdExit),
+                Box::Leaf(cmdSettings), Box::Leaf(cmdViewLog), Box::Leaf(cmdHelp)})
+          .StretchWidth();
   return Box::Column(
              {std::move(heading), screen.Layout(), std::move(buttons), Box::Leaf(StatusBar).StretchWidth()})
       .Stretch();

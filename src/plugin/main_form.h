@@ -11,6 +11,7 @@
 #include "model/configuration_screen.h"
 #include "plugin/object_server_events.h"
 #include "session/services.h"
+#include "transfer/settings_menu.h"
 #include "ui/form.h"
 
 namespace plugin {
@@ -86,6 +87,7 @@ class fMain : public ui::Form {
   ui::Button cmdExit{"cmdExit", "&Exit"};
   ui::Button cmdHelp{"cmdHelp", ""};
   ui::Button cmdViewLog{"cmdViewLog", ""};
+  ui::Button cmdSettings{"cmdSettings", ""};
   ui::Button cmdDebug{"cmdDebug", ""};
   ui::TextField txtDebug{"txtDebug"};
   ui::StatusBar StatusBar{"StatusBar", 3};
@@ -140,6 +142,7 @@ class fMain : public ui::Form {
   /// Never null; an empty device if none is open.
   std::shared_ptr<editing::OpenDevice> device_;
   editing::FieldEditing fields_;
+  transfer::SettingsMenu settings_menu_;
   ObjectServerEvents events_;
   std::unique_ptr<platform::Subscription> subscription_;
 };

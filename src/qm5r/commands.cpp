@@ -270,10 +270,8 @@ int Snapshot(const Options& options, Computer& computer) {
       WriteFile(options, computer, folder + file, settings::SettingsText(source.device.settings));
     }
     if (state != "read") SaySomethingIsMissing(computer, source);
-    for (const std::string& cell : {source.name, file, state, ReasonOf(source.device), origin.program_id,
-                                    origin.neuron_id, origin.model, origin.software_version})
-      rows += text::CsvCell(cell) + ',';
-    rows.replace(rows.size() - 1, 1, "\r\n");
+    rows += text::CsvLine({source.name, file, state, ReasonOf(source.device), origin.program_id, origin.neuron_id,
+                           origin.model, origin.software_version});
   });
   WriteFile(options, computer, index, "\xEF\xBB\xBF" + rows);
   computer.out << (options.json ? TextOf({{"index", index}, {"counts", counts.AsJson()}})

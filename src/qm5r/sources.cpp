@@ -12,8 +12,6 @@
 namespace qm5r {
 namespace {
 
-constexpr std::size_t kLargestFile = 1 << 20;
-
 /// A network's name alone means all its devices.
 text::Pattern PatternOf(const std::string& place) {
   const text::Pattern pattern(place);
@@ -49,11 +47,11 @@ void AddFiles(const platform::Files& files, const std::string& folder, const std
 bool IsFile(std::string_view place) { return text::EndsWithIgnoringCase(place, settings::kFileExtension); }
 
 settings::SettingsFile ReadFile(const Computer& computer, const std::string& file) {
-  if (!computer.files.FileExists(file)) throw Failed("there is no file " + file);
-  const std::string text = computer.files.ReadStart(file, kLargestFile + 1);
-  if (text.empty()) throw Failed(file + " cannot be read or is empty");
-  if (text.size() > kLargestFile) throw Failed(file + " is larger than a settings file can be");
-  return settings::ParseSettings(text);
+  try {
+    return settings::ReadSettingsFile(computer.files, file);
+  } catch (const std::runtime_error& failure) {
+    throw Failed(failure.what());
+  }
 }
 
 void WriteFile(const Options& options, Computer& computer, const std::string& file,

@@ -20,7 +20,7 @@ namespace session {
 struct Services {
   ui::Desktop& desktop;
   const platform::Program& program;
-  const platform::Files& files;
+  platform::Files& files;
   platform::Shell& shell;
   registry::CRegistry& registry;
   const startup::Identity& identity;

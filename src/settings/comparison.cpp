@@ -10,12 +10,6 @@ bool IsCompared(const Field& field, const Selection& selection, bool is_same_dev
   return !field.is_calibration || is_same_device || selection.MeansCalibrations();
 }
 
-/// Devices that are only planned have no Neuron ID, or one of zeros.
-bool IsSameDevice(const DeviceSettings& a, const DeviceSettings& b) {
-  const std::string& id = a.origin.neuron_id;
-  return id.find_first_not_of("0 ") != std::string::npos && id == b.origin.neuron_id;
-}
-
 /// The decimals that its object server shows in temperatures: those of the text that has most, at least one.
 int DecimalsOf(const DeviceSettings& device) {
   for (const Field& field : Fields()) {
@@ -36,6 +30,11 @@ bool Comparison::Differs() const {
 bool Comparison::IsComplete() const {
   const auto is_known = [](const Difference& each) { return each.held.has_value(); };
   return compared != 0 && std::ranges::all_of(differences, is_known);
+}
+
+bool IsSameDevice(const DeviceSettings& a, const DeviceSettings& b) {
+  const std::string& id = a.origin.neuron_id;
+  return id.find_first_not_of("0 ") != std::string::npos && id == b.origin.neuron_id;
 }
 
 Comparison Compare(const DeviceSettings& standard, const DeviceSettings& device, const Selection& selection) {

@@ -32,6 +32,9 @@ struct Comparison {
   bool IsComplete() const;
 };
 
+/// Devices that are only planned have no Neuron ID, or one of zeros, and are not the same.
+bool IsSameDevice(const DeviceSettings& a, const DeviceSettings& b);
+
 Comparison Compare(const DeviceSettings& standard, const DeviceSettings& device, const Selection& selection);
 
 /// The fields that are compared although the standard's value is not known, with the reason.

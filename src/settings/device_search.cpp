@@ -1,5 +1,7 @@
 #include "settings/device_search.h"
 
+#include <utility>
+
 namespace settings {
 namespace {
 
@@ -59,7 +61,8 @@ std::vector<FoundDevice> FindDevices(const lns::Network& network, const lns::Sys
 }
 
 ReadDevice Read(const FoundDevice& found, const std::shared_ptr<lns::Dialect>& dialect,
-                const Selection& selection, Versions versions) {
+                const Selection& selection, Versions versions,
+                const std::function<ReadPoint(ReadPoint)>& watched) {
   ReadDevice read;
   read.failure = found.failure;
   Origin& origin = read.settings.origin;
@@ -70,7 +73,9 @@ ReadDevice Read(const FoundDevice& found, const std::shared_ptr<lns::Dialect>& d
     read.is_other_type = !IsThermostat(origin.program_id);
     if (read.is_other_type) return read;
     origin.neuron_id = found.device.NeuronId();
-    read.settings = ReadSettings(VariablesOf(found.device.Interface(), dialect), origin, selection, versions);
+    ReadPoint point = VariablesOf(found.device.Interface(), dialect);
+    if (watched) point = watched(std::move(point));
+    read.settings = ReadSettings(point, origin, selection, versions);
   } catch (const platform::Error& error) {
     read.failure = ReasonOf(error);
   }

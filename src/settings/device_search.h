@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -30,7 +32,9 @@ struct ReadDevice {
   /// Why nothing is known of the device; empty if it could be asked.
   std::string failure;
 };
+/// `watched` may wrap what reads the variables.
 ReadDevice Read(const FoundDevice& found, const std::shared_ptr<lns::Dialect>& dialect,
-                const Selection& selection, Versions versions);
+                const Selection& selection, Versions versions,
+                const std::function<ReadPoint(ReadPoint)>& watched = {});
 
 }  // namespace settings

@@ -112,13 +112,6 @@ ReadPoint VariablesOf(const lns::Interface& interface, const std::shared_ptr<lns
   };
 }
 
-ReadPoint PointsOf(const model::PointList& points, const std::function<bool()>& still_ours) {
-  constexpr int kSI = 0;
-  return [&points, still_ours](const model::PointRow& row) {
-    return points.Item(row.key).ReadApart(kSI, still_ours);
-  };
-}
-
 std::string_view ThermostatProgramId() { return startup::BuiltInText(startup::kFirstProgramIdText); }
 
 bool IsThermostat(std::string_view program_id) {

@@ -83,12 +83,8 @@ enum class Versions { Read, Skip };
 DeviceSettings ReadSettings(const ReadPoint& read, Origin origin, const Selection& selection,
                             Versions versions);
 
-/// Leaves the formats in SI, so not for the device on the screen.
+/// Leaves the formats in SI, so not for the device on the screen, which reads its points apart.
 ReadPoint VariablesOf(const lns::Interface& interface, const std::shared_ptr<lns::Dialect>& dialect);
-
-/// For the device on the screen. Its points keep their values and formats; one whose format cannot be
-/// restored counts as not read.
-ReadPoint PointsOf(const model::PointList& points, const std::function<bool()>& still_ours);
 
 /// The program ID of the thermostats, and whether another one, in any letter case and with or without blanks,
 /// is the same.

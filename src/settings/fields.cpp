@@ -159,16 +159,19 @@ std::string Normalized(const Field& field, const std::string& text) {
   return text::ShortestText(nearest.distance <= kNoise ? nearest.value : *number);
 }
 
+std::optional<std::string> LimitFor(const Field& field, const std::string& typed, int units) {
+  const model::Range range = RangeOf(field, units);
+  const auto exceeded = model::LimitExceeded(typed, range);
+  if (!exceeded) return std::nullopt;
+  return *exceeded == model::Limit::Maximum ? range.highest : range.lowest;
+}
+
 std::string StoredForm(const Field& field, const std::string& text, int units) {
   if (!text::IsNumeric(text)) return text;
   const std::string wanted = Normalized(field, text);
-  const std::string typed = units == 0 ? wanted : InFahrenheit(field, wanted);
-  const model::Range range = RangeOf(field, units);
-  const auto exceeded = model::LimitExceeded(typed, range);
-  const std::string within = !exceeded                            ? typed
-                             : *exceeded == model::Limit::Maximum ? range.highest
-                                                                  : range.lowest;
-  const std::string stored = model::StoredText(within, range, units);
+  const std::string typed = InUnits(field, wanted, units);
+  const std::string stored =
+      model::StoredText(LimitFor(field, typed, units).value_or(typed), RangeOf(field, units), units);
   return units == 0 ? stored : InCelsius(field, stored);
 }
 
@@ -199,8 +202,7 @@ std::string LimitsText(const Field& field) {
 }
 
 bool IsOutsideLimits(const Field& field, const std::string& text) {
-  return model::LimitExceeded(text, RangeOf(field, 0)) &&
-         model::LimitExceeded(InFahrenheit(field, text), RangeOf(field, 1));
+  return LimitFor(field, text, 0) && LimitFor(field, InFahrenheit(field, text), 1);
 }
 
 std::string InFahrenheit(const Field& field, const std::string& text) {
@@ -218,8 +220,12 @@ std::string InCelsius(const Field& field, const std::string& text) {
                                (*number - offset) / kFahrenheitPerCelsius, kMostDecimals)));
 }
 
+std::string InUnits(const Field& field, const std::string& text, int units) {
+  return units == 0 ? text : InFahrenheit(field, text);
+}
+
 std::string Shown(const Field& field, const std::string& text, int units) {
-  const std::string in_units = units == 0 ? text : InFahrenheit(field, text);
+  const std::string in_units = InUnits(field, text, units);
   return field.row->round_step == 0 ? in_units : model::RoundedForDisplay(in_units, field.row->round_step);
 }
 

@@ -54,6 +54,10 @@ std::optional<std::string> ProblemOf(const Field& field, std::string_view text);
 /// texts stay.
 std::string Normalized(const Field& field, const std::string& text);
 
+/// The limit that Apply puts in place of this text typed in these units (0 SI, 1 US), in the same units;
+/// nothing for a text within the limits.
+std::optional<std::string> LimitFor(const Field& field, const std::string& typed, int units);
+
 /// What Apply stores for this text if it is typed in these units (0 SI, 1 US): within the limits, and
 /// slightly inside a limit where the field demands it.
 std::string StoredForm(const Field& field, const std::string& text, int units = 0);
@@ -79,6 +83,9 @@ std::string InFahrenheit(const Field& field, const std::string& text);
 
 /// The reverse, to the hundredths of a degree that devices hold.
 std::string InCelsius(const Field& field, const std::string& text);
+
+/// The text in these units (0 SI, 1 US).
+std::string InUnits(const Field& field, const std::string& text, int units);
 
 /// The field's text as the window shows it: rounded to its display step, in these units (0 SI, 1 US).
 std::string Shown(const Field& field, const std::string& text, int units);

@@ -1,10 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "model/rules.h"
+#include "platform/files.h"
 #include "settings/device_settings.h"
 
 /// The text form of settings, in files that end in ".qm5r":
@@ -30,6 +35,8 @@ struct Finding {
   std::size_t line = 0;
   bool is_error = true;
   std::string text;
+  /// The field whose value it is about; null for anything else. Errors name none.
+  const Field* field = nullptr;
 };
 
 /// "rooms.qm5r:12: there is no field \"HeatMin\""; a warning says so before its text.
@@ -42,6 +49,9 @@ struct SettingsFile {
   bool HasErrors() const;
 };
 
+/// Reads a file. Throws std::runtime_error if it is missing, empty, unreadable or larger than 1 MB.
+SettingsFile ReadSettingsFile(const platform::Files& files, const std::string& path);
+
 /// Reads the text of a file: UTF-8 with or without byte-order mark, lines that end in LF or CR LF. Adjusts no
 /// value. Never throws.
 SettingsFile ParseSettings(std::string_view text);
@@ -50,15 +60,19 @@ SettingsFile ParseSettings(std::string_view text);
 /// as a number in place of a choice, becomes a comment.
 std::string SettingsText(const DeviceSettings& settings);
 
-/// A rule between two fields that their values break, as the window would find in Celsius and in Fahrenheit.
-/// A value that keeps the rule in one of them is right: a room may be set in either.
+/// A rule between two fields that their values break.
 struct BrokenRule {
   const Field* field;
   const Field* against;
-  /// "nciSetPts.occ_cool is less than DeadBand above nciSetPts.occ_heat"
-  std::string text;
+  model::CrossRule::Relation relation;
+  friend bool operator==(const BrokenRule&, const BrokenRule&) = default;
 };
-/// Leaves out rules of which a value is not known.
+/// For the texts that fields would show; nothing for a text that is not known. Leaves out rules of which a
+/// value is not known.
+std::vector<BrokenRule> BrokenRules(
+    const std::function<std::optional<std::string>(const Field& field)>& shown);
+/// As the window would find in Celsius and in Fahrenheit. A value that keeps the rule in one of them is
+/// right: a room may be set in either.
 std::vector<BrokenRule> BrokenRules(const DeviceSettings& settings);
 
 /// The lines before the settings: "path = ...". The reader and the writer share the table.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <charconv>
 #include <set>
+#include <stdexcept>
 
 #include "model/rules.h"
 #include "settings/file.h"
@@ -56,6 +57,29 @@ std::optional<Version> VersionOf(std::string_view line) {
   return version;
 }
 
+const Field* FieldOfText(int txt_nvi_index) {
+  const auto shows_it = [=](const Field& field) {
+    return field.row->control == model::txtNvi(txt_nvi_index);
+  };
+  return &*std::ranges::find_if(Fields(), shows_it);
+}
+
+std::string TextOf(const BrokenRule& rule) {
+  using enum model::CrossRule::Relation;
+  const std::string field(rule.field->name()), other(rule.against->name());
+  switch (rule.relation) {
+    case DeadBandAbove:
+      return field + " is less than DeadBand above " + other;
+    case DeadBandBelow:
+      return field + " is less than DeadBand below " + other;
+    case AtMost:
+      return field + " is above " + other;
+    case AtLeast:
+      return field + " is below " + other;
+  }
+  return {};
+}
+
 class Reader {
  public:
   SettingsFile Read(std::string_view text) {
@@ -69,8 +93,10 @@ class Reader {
   }
 
  private:
-  void Fail(std::string text) { file_.findings.push_back({line_, true, std::move(text)}); }
-  void Warn(std::size_t line, std::string text) { file_.findings.push_back({line, false, std::move(text)}); }
+  void Fail(std::string text) { file_.findings.push_back({line_, true, std::move(text), nullptr}); }
+  void Warn(std::size_t line, std::string text, const Field* field = nullptr) {
+    file_.findings.push_back({line, false, std::move(text), field});
+  }
 
   static std::string_view NextLine(std::string_view& text) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -208,12 +234,13 @@ class Reader {
       const std::size_t line = lines_[PositionOf(field)];
       if (!text) continue;
       if (IsOutsideLimits(field, *text))
-        Warn(line, std::string(field.name()) + " is outside the limits, which are " + LimitsText(field));
+        Warn(line, std::string(field.name()) + " is outside the limits, which are " + LimitsText(field), &field);
       if (field.is_calibration && file_.settings.origin.neuron_id.empty())
-        Warn(line, std::string(field.name()) + " belongs to one device, but there is no Neuron ID");
+        Warn(line, std::string(field.name()) + " belongs to one device, but there is no Neuron ID",
+             &field);
     }
     for (const BrokenRule& broken : BrokenRules(file_.settings))
-      Warn(std::max(lines_[PositionOf(*broken.field)], lines_[PositionOf(*broken.against)]), broken.text);
+      Warn(std::max(lines_[PositionOf(*broken.field)], lines_[PositionOf(*broken.against)]), TextOf(broken), broken.field);
   }
 
   enum class Section { Origin, Settings, Calibration };
@@ -226,29 +253,6 @@ class Reader {
   /// Of each field, 0 if it is not there.
   std::vector<std::size_t> lines_ = std::vector<std::size_t>(Fields().size());
 };
-
-const Field* FieldOfText(int txt_nvi_index) {
-  const auto shows_it = [=](const Field& field) {
-    return field.row->control == model::txtNvi(txt_nvi_index);
-  };
-  return &*std::ranges::find_if(Fields(), shows_it);
-}
-
-std::string TextOf(const model::CrossRule& rule, const Field& repaired, const Field& against) {
-  using enum model::CrossRule::Relation;
-  const std::string field(repaired.name()), other(against.name());
-  switch (rule.relation) {
-    case DeadBandAbove:
-      return field + " is less than DeadBand above " + other;
-    case DeadBandBelow:
-      return field + " is less than DeadBand below " + other;
-    case AtMost:
-      return field + " is above " + other;
-    case AtLeast:
-      return field + " is below " + other;
-  }
-  return {};
-}
 
 }  // namespace
 
@@ -263,26 +267,40 @@ bool SettingsFile::HasErrors() const {
 
 SettingsFile ParseSettings(std::string_view text) { return Reader().Read(text); }
 
-std::vector<BrokenRule> BrokenRules(const DeviceSettings& settings) {
+SettingsFile ReadSettingsFile(const platform::Files& files, const std::string& path) {
+  constexpr std::size_t kLargestFile = 1 << 20;
+  if (!files.FileExists(path)) throw std::runtime_error("there is no file " + path);
+  const std::string text = files.ReadStart(path, kLargestFile + 1);
+  if (text.empty()) throw std::runtime_error(path + " cannot be read or is empty");
+  if (text.size() > kLargestFile) throw std::runtime_error(path + " is larger than a settings file can be");
+  return ParseSettings(text);
+}
+
+std::vector<BrokenRule> BrokenRules(
+    const std::function<std::optional<std::string>(const Field& field)>& shown) {
   std::vector<BrokenRule> broken;
   std::set<std::pair<int, int>> seen;  // each pair has a rule for either field that is left
   for (const model::CrossRule& rule : model::CrossRules()) {
     if (!seen.insert(std::minmax(rule.repaired, rule.against)).second) continue;
-    const Field &repaired = *FieldOfText(rule.repaired), &against = *FieldOfText(rule.against);
-    const auto is_known = [&](int field) { return settings.TextOf(*FieldOfText(field)).has_value(); };
-    if (!is_known(rule.repaired) || !is_known(rule.against)) continue;
-    if (rule.IsDeadBand() && !is_known(model::kDeadBandField)) continue;
-    const auto is_broken_in = [&](int units) {
-      return model::RepairOf(rule,
-                             [&](int field) {
-                               const Field& each = *FieldOfText(field);
-                               return Shown(each, settings.TextOf(each).value_or("0"), units);
-                             })
-          .has_value();
-    };
-    if (is_broken_in(0) && is_broken_in(1))
-      broken.push_back({&repaired, &against, TextOf(rule, repaired, against)});
+    const auto text_of = [&](int index) { return shown(*FieldOfText(index)); };
+    if (!text_of(rule.repaired) || !text_of(rule.against)) continue;
+    if (rule.IsDeadBand() && !text_of(model::kDeadBandField)) continue;
+    if (model::RepairOf(rule, [&](int index) { return text_of(index).value_or("0"); }))
+      broken.push_back({FieldOfText(rule.repaired), FieldOfText(rule.against), rule.relation});
   }
+  return broken;
+}
+
+std::vector<BrokenRule> BrokenRules(const DeviceSettings& settings) {
+  const auto broken_in = [&](int units) {
+    return BrokenRules([&](const Field& field) {
+      const auto& text = settings.TextOf(field);
+      return text ? std::optional(Shown(field, *text, units)) : std::nullopt;
+    });
+  };
+  std::vector<BrokenRule> broken = broken_in(0);
+  const std::vector<BrokenRule> in_fahrenheit = broken_in(1);
+  std::erase_if(broken, [&](const BrokenRule& rule) { return !std::ranges::count(in_fahrenheit, rule); });
   return broken;
 }
 

@@ -208,8 +208,7 @@ std::string CsvOf(const Report& report) {
     std::vector<std::string> cells = first;
     for (const Field& field : Fields())
       if (report.selection.Has(field)) cells.push_back(cell_of(field));
-    for (std::string& cell : cells) cell = text::CsvCell(cell);
-    csv += text::Join(cells, ",") + "\r\n";
+    csv += text::CsvLine(cells);
   };
   add_row({"device", "result", "not known", "program ID", "Neuron ID", "model", "software version", "type",
            "network module"},

@@ -18,6 +18,7 @@ enum HelpTopic : int {
   kExitTopic = 1205,
   kLogTopic = 1206,
   kRegistrationTopic = 1207,
+  kSettingsTopic = 1208,
 };
 
 /// Numbers of the string table.

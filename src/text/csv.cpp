@@ -42,6 +42,12 @@ std::string CsvCell(std::string_view text) {
   return '"' + cell + '"';
 }
 
+std::string CsvLine(const std::vector<std::string>& cells) {
+  std::string line;
+  for (std::size_t i = 0; i < cells.size(); ++i) line += (i == 0 ? "" : ",") + CsvCell(cells[i]);
+  return line + "\r\n";
+}
+
 std::vector<std::vector<std::string>> CsvRows(std::string_view text) {
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   std::vector<std::vector<std::string>> rows(1);

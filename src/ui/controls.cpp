@@ -34,6 +34,19 @@ std::string ListView::ShownText(std::size_t row, std::size_t column) const {
   return text;
 }
 
+void ListView::UserTicks(std::size_t row, bool tick) {
+  std::optional<bool>& held = rows_.at(row).tick;
+  if (!held || held == tick) return;
+  held = tick;
+  if (on_tick) on_tick(row);
+}
+
+void ListView::UserSelects(std::optional<std::size_t> row) {
+  if (selected_ == row) return;
+  selected_ = row;
+  if (on_select) on_select();
+}
+
 void ListView::UserCopies(std::span<const std::size_t> rows) const {
   std::string text;
   for (const std::size_t row : rows)

@@ -98,7 +98,7 @@ class Label : public Control {
 
 class Button : public Control {
  public:
-  enum class Picture { None, Help, Log };
+  enum class Picture { None, Help, Log, Settings };
   Button(std::string name, std::string caption) : Control(Kind::Button, std::move(name)) {
     SetText(std::move(caption));
   }
@@ -137,7 +137,11 @@ class CheckBox : public Control {
   }
   bool Checked() const { return checked_; }
   void SetChecked(bool checked) { Set(checked_, checked, Aspect::Selection); }
-  void UserChecks(bool checked) { checked_ = checked; }
+  void UserChecks(bool checked) {
+    checked_ = checked;
+    if (on_click) on_click();
+  }
+  std::function<void()> on_click;
 
  private:
   bool checked_ = false;
@@ -199,8 +203,10 @@ class ImageList {
 class ListView : public Control {
  public:
   /// A row's icon; KeyOf is the key of its picture.
-  enum class Icon { Green, Red };
-  static std::string_view KeyOf(Icon icon) { return icon == Icon::Green ? "Green" : "Red"; }
+  enum class Icon { None, Green, Red };
+  static std::string_view KeyOf(Icon icon) {
+    return icon == Icon::Green ? "Green" : icon == Icon::Red ? "Red" : "";
+  }
   /// The pictures; null for none. Set before the window is created.
   const ImageList* small_icons = nullptr;
   /// The texts of a row in one string, as there may be a million rows. A text ends at a NUL character.
@@ -217,7 +223,13 @@ class ListView : public Control {
   struct Row {
     Icon icon;
     Cells cells;
+    /// Whether the row's box is ticked; nothing for a row without a box.
+    std::optional<bool> tick = std::nullopt;
   };
+  /// Rows may have boxes. Set before the window is created.
+  bool has_ticks = false;
+  /// The list scrolls to its last row whenever rows are appended.
+  bool follows_end = false;
   ListView(std::string name, std::vector<std::string> headers)
       : Control(Kind::ListView, std::move(name)), headers_(std::move(headers)) {}
 
@@ -231,15 +243,28 @@ class ListView : public Control {
   }
   void Clear() {
     rows_.clear();
+    selected_.reset();
     Notify(Aspect::Rows);
   }
   /// Copies rows for the user: cells as shown, tabs between them, CR LF after each row.
   void UserCopies(std::span<const std::size_t> rows) const;
   std::function<void(const std::string& text)> on_copy;
 
+  /// The user ticks or unticks a row's box.
+  void UserTicks(std::size_t row, bool tick);
+  std::function<void(std::size_t row)> on_tick;
+
+  /// The first of the rows that the user has selected.
+  std::optional<std::size_t> Selected() const { return selected_; }
+  void UserSelects(std::optional<std::size_t> row);
+  std::function<void()> on_select;
+  /// The user double-clicks a row, which is then the selected one.
+  std::function<void()> on_double_click;
+
  private:
   std::vector<std::string> headers_;
   std::deque<Row> rows_;
+  std::optional<std::size_t> selected_;
 };
 
 class StatusBar : public Control {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 // A system header defines an obsolete macro with this name.
 #undef Yield
@@ -11,6 +12,7 @@
 namespace ui {
 
 class Form;
+class HasWindow;
 
 enum class Icon { None, Critical, Question, Exclamation, Information };
 enum class Buttons { Ok, OkCancel, YesNo };
@@ -118,6 +120,14 @@ class Desktop {
 
   /// Asks for a file to read, without an option for read-only; nothing if cancelled.
   virtual std::optional<std::string> AskOpenFile(const OpenDialog& dialog) = 0;
+
+  /// Shows a menu below a control, for a button that opens one, and returns the position of the chosen item;
+  /// nothing if the user chooses none. "&" in a caption marks the accelerator.
+  virtual std::optional<std::size_t> ChooseFromMenu(HasWindow& button,
+                                                    const std::vector<std::string>& captions) = 0;
+
+  /// Processes messages until the form is hidden or unloaded, or the program ends.
+  virtual void RunWhileVisible(Form& form) = 0;
 
   /// Copies a text to the clipboard. Throws while another program keeps the clipboard open.
   virtual void CopyText(const std::string& text) = 0;

@@ -22,6 +22,7 @@ void Form::Load() {
 void Form::Unload() {
   if (!window_) return;
   OnUnload();
+  HideModal();
   visible_ = false;
   active_control_ = former_control_ = nullptr;
   if (keeps_window_) {
@@ -46,8 +47,28 @@ void Form::SetCaption(std::string caption) {
 void Form::SetVisible(bool visible) {
   if (visible) Load();
   if (visible_ == visible) return;
+  if (!visible) HideModal();
   visible_ = visible;
   if (window_) window_->UpdateState();
+}
+
+void Form::ShowModal(Form& owner) {
+  struct Hold {
+    ~Hold() {
+      form.Unload();
+      form.owner_ = over.modal_ = nullptr;
+    }
+    Form &form, &over;
+  };
+  owner_ = &owner;
+  owner.modal_ = this;
+  const Hold hold{*this, owner};
+  Show();
+  desktop_.RunWhileVisible(*this);
+}
+
+void Form::HideModal() {
+  if (modal_) modal_->Hide();
 }
 
 void Form::BringToFront() {
@@ -73,8 +94,17 @@ void Form::SetBounds(double left, double top, double width, double height) {
 void Form::Centre(FormWindow::Size size) {
   const Desktop::Area screen = desktop_.WorkArea();
   const double width = std::min(size.width, screen.width), height = std::min(size.height, screen.height);
-  SetBounds(screen.left + (screen.width - width) / 2, screen.top + (screen.height - height) / 2, width,
-            height);
+  // Over an owner on the screen it is wholly on the screen, too.
+  const auto middle = [](double length, double from, double room, double screen_from, double screen_room) {
+    const double place = from + (room - length) / 2;
+    const bool on_screen = from >= screen_from && from <= screen_from + screen_room;
+    return on_screen ? std::clamp(place, screen_from, screen_from + screen_room - length) : place;
+  };
+  const Desktop::Area over =
+      owner_ ? Desktop::Area{owner_->left_, owner_->top_, owner_->width_, owner_->height_} : screen;
+  const double left = middle(width, over.left, over.width, screen.left, screen.width);
+  const double top = middle(height, over.top, over.height, screen.top, screen.height);
+  SetBounds(left, top, width, height);
 }
 
 void Form::WindowMoved(double left, double top, double width, double height) {

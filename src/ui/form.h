@@ -55,6 +55,13 @@ class Form : public HasWindow {
   void SetVisible(bool visible);
   void Show() { SetVisible(true); }
   void Hide() { SetVisible(false); }
+  /// Shows the form over its owner, which takes no input meanwhile, and unloads it once it is hidden.
+  /// Messages are processed. If the owner is hidden or unloaded, so is the form.
+  void ShowModal(Form& owner);
+  /// Hides the form that is shown over this one, if there is one.
+  void HideModal();
+  /// The form over which this one is shown; null if it is shown alone.
+  const Form* Owner() const { return owner_; }
   /// Shows the window in front of all others, even if it was covered or minimised.
   void BringToFront();
 
@@ -120,6 +127,7 @@ class Form : public HasWindow {
   void ShowHelp(const std::string& file, int context, const std::string& title);
 
  private:
+  /// In the middle of the owner or, without one, of the screen; as large as the screen at most.
   void Centre(FormWindow::Size size);
 
   Desktop& desktop_;
@@ -135,6 +143,8 @@ class Form : public HasWindow {
   Box layout_;
   std::unique_ptr<FormWindow> window_, kept_;
   bool keeps_window_ = false;
+  Form* owner_ = nullptr;
+  Form* modal_ = nullptr;
 };
 
 }  // namespace ui

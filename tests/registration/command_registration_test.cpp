@@ -26,8 +26,8 @@ struct CommandRegistration : testing::Test {
   /// "action|result", after "!" for a failure.
   std::vector<std::string> Logged() const {
     std::vector<std::string> logged;
-    for (const auto& [icon, cells] : world.log.lstActivity.Rows())
-      logged.push_back((icon == ui::ListView::Icon::Red ? "!" : "") + cells[1] + "|" + cells[2]);
+    for (const ui::ListView::Row& row : world.log.lstActivity.Rows())
+      logged.push_back((row.icon == ui::ListView::Icon::Red ? "!" : "") + row.cells[1] + "|" + row.cells[2]);
     return logged;
   }
 
@@ -262,7 +262,7 @@ TEST_F(CommandRegistration, KeepsItsNetworkIfAnotherIsOpened) {
   Open("Demo Quarry");
   world.files.Lock("C:\\LonWorks\\Import");
   world.desktop.open_path = RegistrationWorld::kXif;
-  world.desktop.on_open_dialog = [this] {
+  world.desktop.on_file_dialog = [this] {
     EXPECT_EQ(Send(50), 20000) << "only one at a time";
     Open("Demo Empty Shell");
   };

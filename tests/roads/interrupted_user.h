@@ -8,6 +8,7 @@
 #include "model/configuration_screen.h"
 #include "simulator/client_session.h"
 #include "support/user.h"
+#include "transfer/review_form.h"
 
 using Texts = std::map<const ui::Control*, std::string>;
 using Values = std::map<std::string, simulator::Bytes>;
@@ -72,6 +73,11 @@ struct InterruptedUser : World, User {
       return std::make_shared<Object>(std::move(server), *this, servers_lost);
     };
     desktop.on_message = [this](const ui::Message&) { Moment("box"); };
+    desktop.on_file_dialog = [this] { Moment("file dialog"); };
+    desktop.on_modal = [this](ui::Form& form) {
+      Moment("review");
+      if (form.Visible()) dynamic_cast<transfer::fReview&>(form).cmdOk.UserClicks();
+    };
     desktop.on_yield = [this] {
       Moment("yield " + StatusPanel(3).substr(0, 9) + progress.Status().substr(0, 9));
     };

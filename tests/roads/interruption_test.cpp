@@ -12,6 +12,19 @@ TEST(Interruptions, LeaveTheScreenDevicesAndLogCorrect) {
     user.simulation->faults().Add({"Thermostat 101", "nciGenOpts", "read", 1, 18200});
     user.main.obUnits[1].UserClicks();
   };
+  int files_saved = 0;
+  const auto choose = [&](std::size_t item) {
+    return [&, item] {
+      user.desktop.save_path = "C:\\saved " + std::to_string(++files_saved) + ".qm5r";
+      user.desktop.from_menu = item;
+      user.main.cmdSettings.UserClicks();
+    };
+  };
+  user.desktop.open_path = "C:\\room.qm5r";
+  // Breaks a rule, so that loading ends with a message.
+  user.files.Write(*user.desktop.open_path,
+                   "QM5R settings 1.0\nprogram ID = 8000D3550004041D\n[settings]\nnciSetPts.occ_heat = 24 C\n"
+                   "FanMode = HIGH\n");
   const Pass passes[] = {
       {"configure", {{0, "20.5"}}, [&] { user.Configure(kFirst); }, true, false},
       {"another network", {{0, "20.5"}}, [&] { user.OpenNetwork("Demo Annex"); }, true},
@@ -23,6 +36,8 @@ TEST(Interruptions, LeaveTheScreenDevicesAndLogCorrect) {
       {"cancel", {{0, "20.5"}}, click(user.main.cmdCancel)},
       {"switch units with an edit", {{39, "90"}}, click(user.main.obUnits[1]), false, false},
       {"switch units and fail", {}, switch_and_fail},
+      {"save settings", {{0, "20.5"}}, choose(0)},
+      {"load settings", {{39, "90"}}, choose(1)},
       {"leave a dead band that is too wide", {{1, "26.5"}, {16, "2.5"}}, leave},
       {"leave a field that is not a number", {{0, "1:30"}}, leave}};
 

@@ -11,14 +11,16 @@
 namespace {
 
 /// Reads the settings of a device in the middle of its editing.
+settings::ReadPoint Apart(const model::PointList& points) {
+  return [&](const model::PointRow& row) { return points.Item(row.key).ReadApart(0); };
+}
+
 struct Reading : Opened {
   Reading() {
     for (std::size_t i = 0; i < points.size(); ++i) points[i].GetNetworkValue(1);
     points.Item("nciSetPts").NvAsArray[3] = "68";
   }
-  settings::DeviceSettings Read() {
-    return ReadSettings(settings::PointsOf(points, [] { return true; }), {}, {}, settings::Versions::Read);
-  }
+  settings::DeviceSettings Read() { return ReadSettings(Apart(points), {}, {}, settings::Versions::Read); }
   model::PointList points{main.CurrentDevice().Interface().NetworkVariables(), session.Dialect};
 };
 
@@ -66,8 +68,7 @@ TEST(ReadingSettings, AFailureAtAnyCallLeavesNoPointToBeWrittenInOtherUnits) {
       setpoints.GetNetworkValue(1);
       setpoints.NvAsArray[3] = "68";
       faults.Begin(failure, first);
-      const auto device = ReadSettings(settings::PointsOf(points, [] { return true; }), {},
-                                       {"nciSetPts.*", ""}, settings::Versions::Skip);
+      const auto device = ReadSettings(Apart(points), {}, {"nciSetPts.*", ""}, settings::Versions::Skip);
       faults.End();
       if (first == 0) operations = faults.seen();
       EXPECT_TRUE(device.unread.size() == 1 ||

@@ -2,7 +2,12 @@
 
 #include <windows.h>
 
+#include <lmcons.h>
+
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstdlib>
 #include <vector>
 
 #include "windows/com/wide_text.h"
@@ -21,6 +26,17 @@ std::wstring ModulePath() {
     path.resize(path.size() * 2);
   }
 }
+
+std::string Digits(int number, std::size_t count) {
+  const std::string text = std::to_string(number);
+  return std::string(count - std::min(count, text.size()), '0') + text;
+}
+
+std::string DayOf(const SYSTEMTIME& time) {
+  return Digits(time.wYear, 4) + '-' + Digits(time.wMonth, 2) + '-' + Digits(time.wDay, 2);
+}
+
+std::string ClockOf(const SYSTEMTIME& time) { return Digits(time.wHour, 2) + ':' + Digits(time.wMinute, 2); }
 
 }  // namespace
 
@@ -62,6 +78,37 @@ std::string WindowsProgram::TimeOfDay() const {
   const int length =
       GetTimeFormatW(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, text.data(), static_cast<int>(text.size()));
   return length > 0 ? ToUtf8(text.data()) : std::string();
+}
+
+std::string WindowsProgram::User() const {
+  wchar_t user[UNLEN + 1] = L"", computer[MAX_COMPUTERNAME_LENGTH + 1] = L"";
+  DWORD user_length = ARRAYSIZE(user), computer_length = ARRAYSIZE(computer);
+  GetUserNameW(user, &user_length);
+  GetComputerNameW(computer, &computer_length);
+  return ToUtf8(user) + '@' + ToUtf8(computer);
+}
+
+std::string WindowsProgram::Time() const {
+  SYSTEMTIME now;
+  GetSystemTime(&now);
+  return DayOf(now) + 'T' + ClockOf(now) + ':' + Digits(now.wSecond, 2) + 'Z';
+}
+
+std::string WindowsProgram::LocalTime() const {
+  SYSTEMTIME now, local;
+  GetSystemTime(&now);
+  SystemTimeToTzSpecificLocalTime(nullptr, &now, &local);
+  FILETIME utc_ticks, local_ticks;
+  SystemTimeToFileTime(&now, &utc_ticks);
+  SystemTimeToFileTime(&local, &local_ticks);
+  const auto ticks = [](const FILETIME& time) {
+    return static_cast<std::int64_t>((std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime);
+  };
+  constexpr std::int64_t kTicksPerMinute = 600'000'000;
+  const auto minutes = static_cast<int>((ticks(local_ticks) - ticks(utc_ticks)) / kTicksPerMinute);
+  const int size = std::abs(minutes);
+  return DayOf(local) + ' ' + ClockOf(local) + (minutes < 0 ? " -" : " +") + Digits(size / 60, 2) + ':' +
+         Digits(size % 60, 2);
 }
 
 void ShowFatalFailure(std::string_view title, std::string_view reason) {

@@ -6,7 +6,8 @@
 
 namespace windows {
 
-/// The running program's string table, version resource and path, and the user's time format.
+/// The running program's string table, version resource and path, the user, and the time in the user's
+/// format.
 class WindowsProgram : public platform::Program {
  public:
   std::string StringResource(int number) const override;
@@ -14,6 +15,10 @@ class WindowsProgram : public platform::Program {
   std::string Directory() const override;
   std::string ExecutableName() const override;
   std::string TimeOfDay() const override;
+  std::string Time() const override;
+  std::string User() const override;
+  /// Time() on the user's clock: "2026-11-23 11:15 +01:00".
+  std::string LocalTime() const;
 };
 
 /// Shows why the program cannot continue; returns when the user closes the message. Uses no part of the

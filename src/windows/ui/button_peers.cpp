@@ -43,8 +43,7 @@ class ButtonPeer final : public NativePeer {
     NativePeer::Rescale();
     if (button().shield) Send(BCM_SETSHIELD, 0, TRUE);
     if (!HasPicture()) return;
-    const Picture picture = button().picture == ui::Button::Picture::Help ? Picture::Help : Picture::List;
-    OwnedIcon drawn = DrawPicture(picture, theme().Scaled(16));
+    OwnedIcon drawn = DrawPicture(DrawnPicture(), theme().Scaled(16));
     Send(BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(drawn.get()));
     picture_ = std::move(drawn);  // frees the previous picture, which the button no longer shows
   }
@@ -52,6 +51,16 @@ class ButtonPeer final : public NativePeer {
  private:
   ui::Button& button() const { return static_cast<ui::Button&>(control()); }
   bool HasPicture() const { return button().picture != ui::Button::Picture::None; }
+  Picture DrawnPicture() const {
+    switch (button().picture) {
+      case ui::Button::Picture::Log:
+        return Picture::List;
+      case ui::Button::Picture::Settings:
+        return Picture::Folder;
+      default:
+        return Picture::Help;
+    }
+  }
   const bool is_default_;
   OwnedIcon picture_;
 };

@@ -190,6 +190,24 @@ void WindowsDesktop::Yield() {
   ui_thread_->DestroyClosed();
 }
 
+void WindowsDesktop::RunWhileVisible(ui::Form& form) {
+  MSG message{};
+  ui_thread_->Loop([&] {
+    while (form.Visible()) {
+      if (GetMessageW(&message, nullptr, 0, 0) <= 0) return PostQuitMessage(static_cast<int>(message.wParam));
+      ui_thread_->Deliver(message);
+    }
+  });
+  ui_thread_->DestroyClosed();
+}
+
+std::optional<std::size_t> WindowsDesktop::ChooseFromMenu(ui::HasWindow& button,
+                                                          const std::vector<std::string>& captions) {
+  std::vector<MenuItem> items;
+  for (const std::string& caption : captions) items.push_back({ToWide(caption)});
+  return windows::ChooseFromMenu(reinterpret_cast<HWND>(button.hwnd()), -1, items);
+}
+
 void WindowsDesktop::EndProgram() {
   if (end_program_)
     end_program_();

@@ -39,6 +39,9 @@ class WindowsDesktop final : public ui::Desktop {
   ui::Answer ShowMessage(const ui::Message& message) override;
   std::optional<std::string> AskSaveFile(const ui::SaveDialog& dialog) override;
   std::optional<std::string> AskOpenFile(const ui::OpenDialog& dialog) override;
+  std::optional<std::size_t> ChooseFromMenu(ui::HasWindow& button,
+                                            const std::vector<std::string>& captions) override;
+  void RunWhileVisible(ui::Form& form) override;
   void CopyText(const std::string& text) override;
   bool ShowHelp(const std::string& file, int context) override;
   void Yield() override;

@@ -46,7 +46,9 @@ FormShell::~FormShell() {
 void FormShell::Create() {
   const auto& [style, extended] = kStyles[static_cast<std::size_t>(form_.border_style())];
   const auto on_top = form_.always_on_top ? static_cast<DWORD>(WS_EX_TOPMOST) : 0;
-  Surface::Create(ToWide(form_.Caption()).c_str(), style, extended | WS_EX_CONTROLPARENT | on_top, nullptr);
+  const auto not_alone = Owner() ? static_cast<DWORD>(WS_MINIMIZEBOX) : 0;
+  Surface::Create(ToWide(form_.Caption()).c_str(), style & ~not_alone,
+                  extended | WS_EX_CONTROLPARENT | on_top, Owner());
   controls_.Create();
   created_ = true;
 }
@@ -55,8 +57,21 @@ void FormShell::Close() {
   if (closed()) return;
   controls_.Close();
   if (!handle()) return;
+  LetOwnerAct();
   ShowWindow(handle(), SW_HIDE);
   EnableWindow(handle(), FALSE);
+}
+
+HWND FormShell::Owner() const {
+  return form_.Owner() ? reinterpret_cast<HWND>(form_.Owner()->hwnd()) : nullptr;
+}
+
+void FormShell::LetOwnerAct() const {
+  const HWND owner = GetWindow(handle(), GW_OWNER);
+  if (!owner || IsWindowEnabled(owner)) return;
+  EnableWindow(owner, TRUE);
+  // The loop that waits for the end of this window may be waiting for a message.
+  PostMessageW(owner, WM_NULL, 0, 0);
 }
 
 RECT FormShell::FormBounds() const {
@@ -97,8 +112,12 @@ void FormShell::UpdateBounds() {
 
 void FormShell::UpdateState() {
   const platform::Raised moves(program_moves_);
-  if (!form_.Visible()) return static_cast<void>(ShowWindow(handle(), SW_HIDE));
+  if (!form_.Visible()) {
+    LetOwnerAct();
+    return static_cast<void>(ShowWindow(handle(), SW_HIDE));
+  }
   controls_.Appear();
+  if (Owner()) EnableWindow(Owner(), FALSE);
   constexpr int kCommands[] = {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED};
   ShowWindow(handle(), kCommands[static_cast<std::size_t>(form_.State())]);
 }

@@ -44,6 +44,10 @@ class FormShell final : public Surface {
   RECT FormBounds() const;
   ui::Extent OuterMinimum() const;
   void LimitSize(MINMAXINFO& limits) const;
+  /// The window of the form over which this one is shown; null without one.
+  HWND Owner() const;
+  /// Before it is hidden, so that the owner gets the focus.
+  void LetOwnerAct() const;
   void TellBounds();
   void Sized(WPARAM how);
   void ArrangeInside();

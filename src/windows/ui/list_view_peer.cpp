@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/raised.h"
 #include "windows/com/wide_text.h"
 #include "windows/ui/peers.h"
 #include "windows/ui/picture_peer.h"
@@ -15,8 +17,9 @@
 namespace windows {
 namespace {
 
-/// A report list that asks the control for the rows it shows, so that long lists cost no more than short
-/// ones. Each column is as wide as its widest text since the list was last empty.
+/// A report list that asks the control for the texts it shows. Without boxes it does not even know its rows,
+/// so that long lists cost no more than short ones. Each column is as wide as its widest text since the list
+/// was last empty.
 class ListViewPeer final : public NativePeer {
  public:
   using NativePeer::NativePeer;
@@ -24,24 +27,35 @@ class ListViewPeer final : public NativePeer {
   ui::Extent PreferredSize() const override { return {theme().Scaled(560), theme().Scaled(260)}; }
 
   LRESULT Notify(NMHDR& header) override {
-    if (header.code != LVN_GETDISPINFOW) return 0;
-    LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
-    const auto row = static_cast<std::size_t>(item.iItem), column = static_cast<std::size_t>(item.iSubItem);
-    if (row >= list().Rows().size()) return 0;
-    const ui::ListView::Row& shown = list().Rows()[row];
-    if (item.mask & LVIF_IMAGE) item.iImage = ImageOf(shown.icon);
-    if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
-      answered_[column] = ToWide(list().ShownText(row, column));
-      item.pszText = answered_[column].data();
+    switch (header.code) {
+      case LVN_GETDISPINFOW:
+        Answer(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+        return 0;
+      case LVN_ITEMCHANGING:  // TRUE refuses
+        return RefusesTick(reinterpret_cast<const NMLISTVIEW&>(header)) ? TRUE : FALSE;
+      case LVN_ITEMCHANGED:
+        Changed(reinterpret_cast<const NMLISTVIEW&>(header));
+        return 0;
+      case LVN_ODSTATECHANGED:
+        list().UserSelects(SelectedRow());
+        return 0;
+      case NM_DBLCLK:
+        if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0 && list().on_double_click)
+          list().on_double_click();
+        return 0;
+      default:
+        return 0;
     }
-    return 0;
   }
 
  protected:
   void MakeWindow() override {
-    Create(WC_LISTVIEWW, L"", LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+    Create(WC_LISTVIEWW, L"",
+           LVS_REPORT | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER |
+               (list().has_ticks ? 0 : static_cast<DWORD>(LVS_OWNERDATA)),
            WS_EX_CLIENTEDGE);
-    const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER;
+    const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER |
+                        (list().has_ticks ? static_cast<DWORD>(LVS_EX_CHECKBOXES) : 0);
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
     MakeColumns();
   }
@@ -58,6 +72,10 @@ class ListViewPeer final : public NativePeer {
 
   void Show(ui::Aspect aspect) override {
     if (aspect != ui::Aspect::Rows) return NativePeer::Show(aspect);
+    if (list().Rows().empty() && list().has_ticks) {
+      const platform::Raised empties(inserting_);
+      Send(LVM_DELETEALLITEMS);
+    }
     MeasureRows();
     CatchUpWhenSeen();
   }
@@ -91,12 +109,63 @@ class ListViewPeer final : public NativePeer {
 
   void CatchUp() override {
     const auto& rows = list().Rows();
-    Send(LVM_SETITEMCOUNT, rows.size(), rows.empty() ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
-    if (!rows.empty()) Send(LVM_ENSUREVISIBLE, rows.size() - 1, FALSE);
+    if (list().has_ticks)
+      InsertItems();
+    else
+      Send(LVM_SETITEMCOUNT, rows.size(), rows.empty() ? 0 : LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    if (list().follows_end && !rows.empty()) Send(LVM_ENSUREVISIBLE, rows.size() - 1, FALSE);
   }
 
  private:
-  const ui::ListView& list() const { return static_cast<const ui::ListView&>(control()); }
+  ui::ListView& list() const { return static_cast<ui::ListView&>(control()); }
+
+  void Answer(LVITEMW& item) {
+    const auto row = static_cast<std::size_t>(item.iItem), column = static_cast<std::size_t>(item.iSubItem);
+    if (row >= list().Rows().size()) return;
+    if (item.mask & LVIF_IMAGE) item.iImage = ImageOf(list().Rows()[row].icon);
+    if ((item.mask & LVIF_TEXT) && column < answered_.size()) {
+      answered_[column] = ToWide(list().ShownText(row, column));
+      item.pszText = answered_[column].data();
+    }
+  }
+
+  // The system's numbers of a row's box: none, empty, ticked.
+  static UINT BoxIn(UINT state) { return (state & LVIS_STATEIMAGEMASK) >> 12; }
+  static UINT BoxOf(const ui::ListView::Row& row) { return !row.tick ? 0 : *row.tick ? 2 : 1; }
+
+  /// Items that know nothing of their rows but their boxes.
+  void InsertItems() {
+    const platform::Raised inserts(inserting_);
+    for (auto row = static_cast<std::size_t>(Send(LVM_GETITEMCOUNT)); row < list().Rows().size(); ++row) {
+      LVITEMW item{};
+      item.mask = LVIF_TEXT;
+      item.iItem = static_cast<int>(row);
+      item.pszText = LPSTR_TEXTCALLBACKW;
+      Send(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+      item.state = INDEXTOSTATEIMAGEMASK(BoxOf(list().Rows()[row]));
+      item.stateMask = LVIS_STATEIMAGEMASK;
+      Send(LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+    }
+  }
+
+  /// The system ticks any row with the blank key.
+  bool RefusesTick(const NMLISTVIEW& change) const {
+    const auto row = static_cast<std::size_t>(change.iItem);
+    return !inserting_ && list().has_ticks && change.iItem >= 0 && row < list().Rows().size() &&
+           !list().Rows()[row].tick && BoxIn(change.uNewState) != BoxIn(change.uOldState);
+  }
+
+  void Changed(const NMLISTVIEW& change) {
+    if (inserting_ || !(change.uChanged & LVIF_STATE)) return;
+    if (list().has_ticks && change.iItem >= 0 && BoxIn(change.uNewState) != BoxIn(change.uOldState))
+      list().UserTicks(static_cast<std::size_t>(change.iItem), BoxIn(change.uNewState) == 2);
+    if (alive() && ((change.uNewState ^ change.uOldState) & LVIS_SELECTED)) list().UserSelects(SelectedRow());
+  }
+
+  std::optional<std::size_t> SelectedRow() const {
+    const LRESULT row = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+    return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
+  }
 
   void SelectAll() const {
     LVITEMW selected{};
@@ -172,11 +241,12 @@ class ListViewPeer final : public NativePeer {
   void MeasureRows() {
     const auto& rows = list().Rows();
     if (rows.size() < rows_measured_) ForgetRows();
-    constexpr int kPadding = 14, kMark = 20;
+    constexpr int kPadding = 14;
+    const int mark = list().has_ticks || list().small_icons ? 20 : 0;  // of a box or an icon
     for (; rows_measured_ < rows.size(); ++rows_measured_) {
       const auto& cells = rows[rows_measured_].cells;
       for (std::size_t column = 0; column < std::min(cells.size(), columns_.size()); ++column)
-        Widen(column, ToWide(cells[column]), column == 0 ? kPadding + kMark : kPadding);
+        Widen(column, ToWide(cells[column]), column == 0 ? kPadding + mark : kPadding);
     }
   }
 
@@ -200,6 +270,7 @@ class ListViewPeer final : public NativePeer {
     int room = 0;
   };
   std::size_t rows_measured_ = 0;
+  bool inserting_ = false;
   std::vector<Column> columns_;
   std::vector<std::wstring> answered_;  // the texts last passed to the system, one per column
 };

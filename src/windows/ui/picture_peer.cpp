@@ -65,13 +65,19 @@ bool Cross(double x, double y) {
 bool Rim(double x, double y) { return InDisc(x, y, 0.5, 0.5, 0.5); }
 bool Dot(double x, double y) { return InDisc(x, y, 0.5, 0.5, 0.38); }
 
+/// A folder with a sheet in it.
+bool FolderBack(double x, double y) { return InBox(x, y, 1, 2, 7, 5) || InBox(x, y, 1, 4, 15, 14); }
+bool FolderSheet(double x, double y) { return InBox(x, y, 3, 3, 13, 8); }
+bool FolderFront(double x, double y) { return InBox(x, y, 1, 7, 15, 14); }
+
 constexpr std::uint32_t kBlue = 0x1F6FB8, kGreen = 0x2E8B47, kRed = 0xC8372D, kGrey = 0x5A6470,
-                        kWhite = 0xFFFFFF;
+                        kWhite = 0xFFFFFF, kOchre = 0xB8862B, kYellow = 0xE8B84A;
 constexpr Layer kHelp[] = {{kBlue, Disc}, {kWhite, QuestionMark}};
 constexpr Layer kList[] = {
     {kGrey, Sheet}, {kWhite, Paper}, {kGrey, Lines}, {kGreen, GreenBullets}, {kRed, RedBullet}};
 constexpr Layer kGreenMark[] = {{kGreen, Mark}, {kWhite, Tick}};
 constexpr Layer kRedMark[] = {{kRed, Mark}, {kWhite, Cross}};
+constexpr Layer kFolder[] = {{kOchre, FolderBack}, {kWhite, FolderSheet}, {kYellow, FolderFront}};
 // The rim is visible on dark backgrounds.
 constexpr Layer kEdit[] = {{kWhite, Rim}, {kRed, Dot}};
 
@@ -87,6 +93,8 @@ std::span<const Layer> LayersOf(Picture picture) {
       return kRedMark;
     case Picture::Edit:
       return kEdit;
+    case Picture::Folder:
+      return kFolder;
   }
   return {};
 }

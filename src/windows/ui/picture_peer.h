@@ -8,7 +8,7 @@
 namespace windows {
 
 /// The small pictures of the program, described as shapes and drawn at any size with smooth edges.
-enum class Picture { Help, List, GreenMark, RedMark, Edit };
+enum class Picture { Help, List, GreenMark, RedMark, Edit, Folder };
 
 /// `size` is the edge of the square, in pixels.
 OwnedIcon DrawPicture(Picture picture, int size);

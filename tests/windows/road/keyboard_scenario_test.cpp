@@ -75,7 +75,7 @@ TEST_F(KeyboardScenario, TheKeyboardReachesEverything) {
   Key(VK_MENU, 'R');
   AwaitEndOfPass();
 
-  for (const int key : {VK_TAB, VK_TAB, VK_SPACE}) Key(key);
+  for (const int key : {VK_TAB, VK_TAB, VK_TAB, VK_SPACE}) Key(key);
   const HWND log = NextFront(window_);
   EXPECT_EQ(windows::TextOf(log), "Network activity logging");
   for (const int letter : {'A', 'C'}) Key(VK_CONTROL, letter);
