@@ -76,7 +76,7 @@ std::string Caption(std::size_t page) {
 /// How many of the rooms deviate, as a bar with its number.
 std::string Bar(std::size_t deviations, std::size_t rooms) {
   if (deviations == 0) return "<td>0";
-  constexpr std::size_t kHeight = 24;
+  constexpr std::size_t kHeight = 16;
   const std::size_t height = (deviations * kHeight + rooms - 1) / rooms;
   return "<td><svg width=14 height=" + std::to_string(kHeight) +
          "><rect x=0.5 y=" + std::to_string(kHeight - height) + " width=13 height=" + std::to_string(height) +
@@ -178,7 +178,8 @@ class Page {
   void AddTable(std::size_t page) {
     const std::vector<Column> columns = ColumnsOf(page);
     if (columns.empty()) return;
-    html_ += "<h2 id=tab" + std::to_string(page) + '>' + Caption(page) + "</h2>\n<table><thead><tr><th>";
+    html_ += "<h2 id=tab" + std::to_string(page) + '>' + Caption(page) + "</h2>\n<table><thead><tr><th>" +
+             Caption(page);
     AddFrames(columns);
     html_ += "\n<tr><th>Device";
     for (const Column& column : columns) html_ += Cell("th", std::string(column.field->place.label), "f");

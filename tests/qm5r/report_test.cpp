@@ -31,6 +31,12 @@ TEST(Report, OfASnapshotShowsEveryRoomAndWhatDiffers) {
   EXPECT_EQ(user.Run({"report", "C:\\s", "-o", "r.doc"}), 2);
   EXPECT_EQ(user.Run({"report", "*/Thermostat 101", "-o", "one.html", "--anonymous"}), 0);
   EXPECT_EQ(user.File("one.html").find("me@here"), std::string::npos);
+  const auto rows = text::CsvRows(user.File("C:\\s\\index.csv"));
+  user.files.Write(
+      "C:\\s\\" + rows[1][1],
+      "QM5R settings 1.0\nprogram ID = 8000D3550004041D\n[settings]\nHeatMax = 99 C\nHeatMin = 9 C\n");
+  EXPECT_EQ(user.Run({"report", "C:\\s", "-o", "broken.html"}), 2);
+  EXPECT_NE(user.errors.str().find("there is no field"), std::string::npos) << user.errors.str();
 }
 
 TEST(Report, TakesNamesOfTheNetworkAsText) {
