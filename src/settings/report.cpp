@@ -25,7 +25,7 @@ thead{display:table-header-group}tr{break-inside:avoid}thead th,thead td{backgro
 svg{display:block}#only:checked~table .e{display:none}
 @media screen{table{border-collapse:separate;border-spacing:0}th,td{border-width:0 1px 1px 0}
 thead tr:first-child th{border-top-width:1px}tr>:first-child{border-left-width:1px}
-thead{position:sticky;top:0;z-index:1}tbody th{position:sticky;left:0;background:#fff}}
+thead{position:sticky;top:0}}
 @page{size:A4 landscape;margin:10mm 10mm 14mm;
 @bottom-right{content:counter(page) " / " counter(pages);font:9px sans-serif}}
 @media print{body{margin:0;font-size:9px;line-height:1.25}h2{margin-top:14px}.tabs{display:none}
@@ -108,17 +108,17 @@ class Page {
         "\n<p>" + std::to_string(report_.rooms.size()) + (report_.rooms.size() == 1 ? " device" : " devices");
     for (const char* result : {"equal", "read", "different", "incomplete", "not read", "another type"})
       if (counts.contains(result)) html_ += ", " + std::to_string(counts[result]) + ' ' + result;
+    html_ += ". ? is not known; - is not given.\n";
     if (!report_.standard_name.empty()) AddDeviations();
-    html_ += '\n';
   }
 
   void AddDeviations() {
     std::size_t deviations = 0;
     for (const ReportRoom& room : report_.rooms) deviations += DeviationsOf(room);
-    html_ += "\n<p>Standard: <b>" + text::Escaped(report_.standard_name) + "</b>, <b>" +
+    html_ += "<p>Standard: <b>" + text::Escaped(report_.standard_name) + "</b>, <b>" +
              std::to_string(deviations) + (deviations == 1 ? " deviation" : " deviations") +
-             "</b>. \xE2\x89\xA0 differs from the standard; ? is not known; - is not given."
-             "</p>\n<input type=checkbox id=only><label for=only>Without devices that are equal</label>";
+             "</b>. \xE2\x89\xA0 differs from the standard.</p>\n"
+             "<input type=checkbox id=only><label for=only>Without devices that are equal</label>\n";
   }
 
   void AddTabs() {
