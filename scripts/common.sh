@@ -47,7 +47,7 @@ x86_packages=(g++-mingw-w64-i686-posix)
 picture_packages=(xdotool)
 installer_packages=(wixl msitools)
 check_packages=(g++ clang clang-tidy clang-format cppcheck cmake ninja-build python3 git nlohmann-json3-dev libcli11-dev libgtest-dev)
-test_packages=(clang libclang-rt-dev procps)
+test_packages=(clang libclang-rt-dev procps chromium poppler-utils)
 
 # Configures a preset if necessary, and builds it or only its named targets. as_layers=ON compiles each layer as one
 # source, which takes half the time; as_layers=KEEP keeps the setting of an existing build tree.

@@ -1,5 +1,6 @@
 #include "qm5r/report_command.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "qm5r/commands.h"
@@ -27,7 +28,8 @@ settings::ReportRoom RoomOf(Computer& computer, const std::string& folder,
   if (row[kFile].empty()) return room;
   const std::string file = folder + computer.files.Separator() + row[kFile];
   settings::SettingsFile read = ReadFile(computer, file);
-  if (read.HasErrors()) throw Failed(settings::FindingText(file, read.findings.front()));
+  const auto error = std::ranges::find(read.findings, true, &settings::Finding::is_error);
+  if (error != read.findings.end()) throw Failed(settings::FindingText(file, *error));
   room.settings = std::move(read.settings);
   return room;
 }

@@ -9,18 +9,31 @@
 namespace settings {
 namespace {
 
+// Texts of the network wrap anywhere. Values do not, so that a wide table narrows its texts first. A table's
+// head stays in view on the screen, where its borders must be its own to move with it, and is repeated on
+// paper.
 constexpr std::string_view kStyle = R"(
 body{font:11px/1.35 "Segoe UI",Arial,sans-serif;margin:16px;color:#111}
-h1{font-size:20px;margin:0 0 4px}h2{font-size:15px;margin:20px 0 6px}p{margin:2px 0}
-table{border-collapse:collapse}th,td{border:1px solid #999;padding:1px 4px;text-align:left;white-space:nowrap}
-thead{display:table-header-group}tr{break-inside:avoid}thead th{background:#eee;vertical-align:bottom}
+h1{font-size:20px;margin:0 0 4px}h2{font-size:15px;margin:20px 0 6px;break-after:avoid}p{margin:2px 0}
+h1,p{overflow-wrap:anywhere}input{width:11px;height:11px;margin:0 4px 0 0;vertical-align:middle}
+table{border-collapse:collapse}
+th,td{border:1px solid #999;padding:1px 4px;text-align:left;white-space:nowrap}
+thead{display:table-header-group}tr{break-inside:avoid}thead th,thead td{background:#eee;vertical-align:bottom}
 .f{white-space:normal;max-width:92px;min-width:34px}
+.w{white-space:normal;overflow-wrap:anywhere;min-width:80px;max-width:220px}.r{min-width:160px;max-width:460px}
 .n{text-align:right}.d{background:#fde0dc;font-weight:700}.u{background:#eee;font-style:italic}
-.b{height:40px;vertical-align:bottom}.b svg{display:block}
-@page{size:A4 landscape;margin:10mm}
-@media print{body{margin:0;font-size:8px}h2{break-before:page}h2.first{break-before:auto}
+svg{display:block}#only:checked~table .e{display:none}
+@media screen{table{border-collapse:separate;border-spacing:0}th,td{border-width:0 1px 1px 0}
+thead tr:first-child th{border-top-width:1px}tr>:first-child{border-left-width:1px}
+thead{position:sticky;top:0}}
+@page{size:A4 landscape;margin:10mm 10mm 14mm;
+@bottom-right{content:counter(page) " / " counter(pages);font:9px sans-serif}}
+@media print{body{margin:0;font-size:9px;line-height:1.25}h2{margin-top:14px}.tabs{display:none}
 *{print-color-adjust:exact;-webkit-print-color-adjust:exact}}
 )";
+
+/// Longer texts may wrap.
+constexpr std::size_t kShort = 20;
 
 struct Column {
   const Field* field;
@@ -37,7 +50,16 @@ const Difference* DifferenceOf(const ReportRoom& room, const Field& field) {
 
 bool HasValues(const ReportRoom& room) { return room.state == "read" || room.state == "incomplete"; }
 
+std::size_t DeviationsOf(const ReportRoom& room) {
+  if (!room.comparison) return 0;
+  const auto held = [](const Difference& each) { return each.held.has_value(); };
+  return static_cast<std::size_t>(std::ranges::count_if(room.comparison->differences, held));
+}
+
 std::string Unit(const Field& field) { return std::string(UnitName(field.unit())); }
+
+/// For people: in files, degrees are "C".
+std::string ShownUnit(const Field& field) { return (Unit(field) == "C" ? "\xC2\xB0" : "") + Unit(field); }
 
 std::string Cell(const char* tag, const std::string& text, const char* css = "") {
   std::string cell = '<' + std::string(tag);
@@ -45,11 +67,18 @@ std::string Cell(const char* tag, const std::string& text, const char* css = "")
   return cell + '>' + text::Escaped(text);
 }
 
+std::string Row(const ReportRoom& room) { return ResultOf(room) == "equal" ? "<tr class=e>" : "<tr>"; }
+
+std::string Caption(std::size_t page) {
+  return text::Escaped(text::WithoutAccelerator(model::kPageCaptions[page]));
+}
+
 /// How many of the rooms deviate, as a bar with its number.
 std::string Bar(std::size_t deviations, std::size_t rooms) {
-  constexpr std::size_t kHeight = 24;
-  const std::size_t height = rooms == 0 ? 0 : (deviations * kHeight + rooms - 1) / rooms;
-  return "<td class=b><svg width=14 height=" + std::to_string(kHeight) +
+  if (deviations == 0) return "<td>0";
+  constexpr std::size_t kHeight = 16;
+  const std::size_t height = (deviations * kHeight + rooms - 1) / rooms;
+  return "<td><svg width=14 height=" + std::to_string(kHeight) +
          "><rect x=0.5 y=" + std::to_string(kHeight - height) + " width=13 height=" + std::to_string(height) +
          " fill=#c0392b /></svg>" + std::to_string(deviations);
 }
@@ -62,8 +91,9 @@ class Page {
     html_ = "<!DOCTYPE html>\n<html lang=en>\n<meta charset=utf-8>\n<title>" + text::Escaped(Title()) +
             "</title>\n<style>" + std::string(kStyle) + "</style>\n<h1>" + text::Escaped(Title()) + "</h1>\n";
     AddHead();
+    AddTabs();
     AddRooms();
-    for (std::size_t page = 0; page < model::kPageCaptions.size(); ++page) AddTable(static_cast<int>(page));
+    for (std::size_t page = 0; page < model::kPageCaptions.size(); ++page) AddTable(page);
     return std::move(html_) + "</html>\n";
   }
 
@@ -78,14 +108,29 @@ class Page {
         "\n<p>" + std::to_string(report_.rooms.size()) + (report_.rooms.size() == 1 ? " device" : " devices");
     for (const char* result : {"equal", "read", "different", "incomplete", "not read", "another type"})
       if (counts.contains(result)) html_ += ", " + std::to_string(counts[result]) + ' ' + result;
-    if (!report_.standard_name.empty())
-      html_ += "\n<p>Standard: <b>" + text::Escaped(report_.standard_name) +
-               "</b>. \xE2\x89\xA0 differs from the standard; ? is not known; - is not given.";
+    html_ += ". ? is not known; - is not given.\n";
+    if (!report_.standard_name.empty()) AddDeviations();
+  }
+
+  void AddDeviations() {
+    std::size_t deviations = 0;
+    for (const ReportRoom& room : report_.rooms) deviations += DeviationsOf(room);
+    html_ += "<p>Standard: <b>" + text::Escaped(report_.standard_name) + "</b>, <b>" +
+             std::to_string(deviations) + (deviations == 1 ? " deviation" : " deviations") +
+             "</b>. \xE2\x89\xA0 differs from the standard.</p>\n"
+             "<input type=checkbox id=only><label for=only>Without devices that are equal</label>\n";
+  }
+
+  void AddTabs() {
+    html_ += "<p class=tabs>";
+    for (std::size_t page = 0; page < model::kPageCaptions.size(); ++page)
+      if (!ColumnsOf(page).empty())
+        html_ += "<a href=#tab" + std::to_string(page) + '>' + Caption(page) + "</a> &nbsp; ";
     html_ += '\n';
   }
 
   void AddRooms() {
-    html_ += "<h2 class=first>Devices</h2>\n<table><thead><tr>";
+    html_ += "<h2>Devices</h2>\n<table><thead><tr>";
     for (const char* heading :
          {"Device", "Result", "Deviations", "Neuron ID", "Model", "Software", "Type", "Module", "Not known"})
       html_ += Cell("th", heading);
@@ -93,35 +138,31 @@ class Page {
     for (const ReportRoom& room : report_.rooms) {
       const Origin& origin = room.settings.origin;
       const std::string result = ResultOf(room);
-      const auto held = [](const Difference& each) { return each.held.has_value(); };
-      html_ += "<tr>" + Cell("td", room.name) +
-               Cell("td", result, result == "equal" || result == "read" ? "" : "d");
-      html_ +=
-          room.comparison
-              ? Cell("td", std::to_string(std::ranges::count_if(room.comparison->differences, held)), "n")
-              : "<td>";
-      for (const std::string& text : {origin.neuron_id, origin.model, origin.software_version,
-                                      origin.hvac_type, origin.module_version, UnknownOf(room)})
-        html_ += Cell("td", text);
-      html_ += '\n';
+      html_ += Row(room) + Cell("th", room.name, "w") +
+               Cell("td", result, result == "equal" || result == "read" ? "" : "d") +
+               Cell("td", room.comparison ? std::to_string(DeviationsOf(room)) : "", "n");
+      for (const std::string& text :
+           {origin.neuron_id, origin.model, origin.software_version, origin.hvac_type, origin.module_version})
+        html_ += Cell("td", text, text.size() > kShort ? "w" : "");
+      html_ += Cell("td", UnknownOf(room), "\"w r\"") + '\n';
     }
     html_ += "</table>\n";
   }
 
   /// The reason, and the fields of the standard that are not there without one.
   static std::string UnknownOf(const ReportRoom& room) {
-    std::string unknown = room.reason;
-    if (!room.comparison) return unknown;
+    if (!room.comparison) return room.reason;
+    std::vector<std::string> missing;
     for (const Difference& difference : room.comparison->differences)
-      if (!difference.held && difference.reason.empty())
-        unknown += (unknown.empty() ? "" : "; ") + std::string(difference.field->name()) + " is not given";
-    return unknown;
+      if (!difference.held && difference.reason.empty()) missing.emplace_back(difference.field->name());
+    if (missing.empty()) return room.reason;
+    return room.reason + (room.reason.empty() ? "" : "; ") + "not given: " + text::Join(missing, ", ");
   }
 
-  std::vector<Column> ColumnsOf(int page) const {
+  std::vector<Column> ColumnsOf(std::size_t page) const {
     std::vector<Column> columns;
     for (const model::FramePlace& frame : model::Frames()) {
-      if (frame.page != page) continue;
+      if (static_cast<std::size_t>(frame.page) != page) continue;
       for (const model::FieldRow& place : frame.fields)
         for (const Field& field : Fields())
           if (field.place.control == place.control && report_.selection.Has(field))
@@ -134,17 +175,16 @@ class Page {
     return columns;
   }
 
-  void AddTable(int page) {
+  void AddTable(std::size_t page) {
     const std::vector<Column> columns = ColumnsOf(page);
     if (columns.empty()) return;
-    html_ += "<h2>" +
-             text::Escaped(text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(page)])) +
-             "</h2>\n<table><thead><tr><th>";
+    html_ += "<h2 id=tab" + std::to_string(page) + '>' + Caption(page) + "</h2>\n<table><thead><tr><th>" +
+             Caption(page);
     AddFrames(columns);
     html_ += "\n<tr><th>Device";
     for (const Column& column : columns) html_ += Cell("th", std::string(column.field->place.label), "f");
     html_ += "\n<tr><th>Unit";
-    for (const Column& column : columns) html_ += Cell("th", Unit(*column.field));
+    for (const Column& column : columns) html_ += Cell("th", ShownUnit(*column.field));
     if (!report_.standard_name.empty()) AddStandard(columns);
     html_ += "</thead>\n";
     for (const ReportRoom& room : report_.rooms)
@@ -171,7 +211,7 @@ class Page {
   }
 
   void AddRoom(const ReportRoom& room, const std::vector<Column>& columns) {
-    html_ += "<tr>" + Cell("th", room.name);
+    html_ += Row(room) + Cell("th", room.name, "w");
     for (const Column& column : columns) {
       const auto& text = room.settings.TextOf(*column.field);
       const bool deviates = DifferenceOf(room, *column.field) != nullptr;
