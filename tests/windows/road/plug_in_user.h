@@ -209,11 +209,18 @@ class PlugInUser : public testing::Test {
     Press(box, answer);
   }
 
-  std::string Raw(const std::string& variable) const {
+  template <class Use>
+  static auto InRaw(const std::string& variable, const Use& use) {
     const director::OpenedNetwork opened(lns::ObjectServer(simulator_), "Demo Tower");
     const auto found = director::DeviceAt(opened, kDevice).Interface().NetworkVariables().Item(variable);
     found.SetFormatType("RAW_HEX_PACKED");
-    return found.Value();
+    return use(found);
+  }
+  static std::string Raw(const std::string& variable) {
+    return InRaw(variable, [](const lns::NetworkVariable& found) { return found.Value(); });
+  }
+  static void SetRaw(const std::string& variable, const std::string& bytes) {
+    InRaw(variable, [&](const lns::NetworkVariable& found) { found.SetValue(bytes); });
   }
 
   /// "nciSetPts " for every value written, in order.
