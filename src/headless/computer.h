@@ -110,6 +110,23 @@ class MemoryFiles : public platform::Files {
     Write(path, content);
   }
 
+  std::unique_ptr<Growing> CreateGrowing(const std::string& path) override {
+    struct File : Growing {
+      File(MemoryFiles& owner, std::string name) : files(owner), path(std::move(name)) {}
+      void Append(std::string_view text) override {
+        if (files.fails_to_append && files.fails_to_append())
+          throw platform::Error(112, "Windows", path + ": There is not enough space on the disk.");
+        files.Write(path, files.Make(path).content + std::string(text));
+      }
+      MemoryFiles& files;
+      const std::string path;
+    };
+    WriteNew(path, "");
+    return std::make_unique<File>(*this, path);
+  }
+  /// Called before each append; true makes it fail.
+  std::function<bool()> fails_to_append;
+
   /// Called before each read; true makes it find nothing.
   std::function<bool()> fails;
 

@@ -28,12 +28,18 @@ Subsystem FindSubsystem(const System& system, const std::vector<std::string>& ch
   return subsystem;
 }
 
-AppDevice FindDevice(const std::vector<std::string>& components, const Network& network,
-                     const System& system) {
+/// Nothing for a path that names another network or system.
+Subsystem SubsystemOf(const std::vector<std::string>& components, const Network& network,
+                      const System& system) {
   if (WithoutPrefix(components[kNetwork], "Network") != network.Name()) return {};
   const auto chain = text::Split(components[kSystemAndSubsystems], ".");
   if (chain.size() < 2 || WithoutPrefix(chain[0], "System") != system.Name()) return {};
-  const Subsystem subsystem = FindSubsystem(system, chain);
+  return FindSubsystem(system, chain);
+}
+
+AppDevice FindDevice(const std::vector<std::string>& components, const Network& network,
+                     const System& system) {
+  const Subsystem subsystem = SubsystemOf(components, network, system);
   if (!subsystem) return {};
   return Find(subsystem.AppDevices(), WithoutPrefix(components[kDevice], "AppDevice"));
 }
@@ -50,6 +56,16 @@ std::string DevicePath(std::string_view path) {
     systems += systems.empty() ? WithoutPrefix(name, "System") : '.' + WithoutPrefix(name, "Subsystem");
   return WithoutPrefix(components[kNetwork], "Network") + '/' + systems + '/' +
          WithoutPrefix(components[kDevice], "AppDevice");
+}
+
+Collection<AppDevice> DevicesBeside(std::string_view path, const Network& network, const System& system) {
+  std::vector<std::string> components = SplitObjectPath(path);
+  components.resize(kDevice + 1);
+  const Subsystem subsystem = SubsystemOf(components, network, system);
+  if (!subsystem)
+    throw platform::Error(5, "lns",
+                          "The open network has no subsystem " + components[kSystemAndSubsystems] + ".");
+  return subsystem.AppDevices();
 }
 
 Object ResolveObject(std::int32_t object_type, const std::vector<std::string>& components,

@@ -52,6 +52,15 @@ class CNvCpTable {
   void GetNetworkValue(
       int display_units, const std::function<bool()>& still_ours = [] { return true; });
 
+  /// The device's fields, read again in the format of the last read, which no other point of the variable may
+  /// have changed meanwhile. The array keeps its own. Throws the platform's error.
+  std::vector<std::string> ReadBack() const {
+    return SplitValue(Dialect->Value(MyNetworkVariable, Separator));
+  }
+
+  /// The format in which the array was read; empty before the first read.
+  const std::string& FormatRead() const { return format_read_; }
+
   /// The device's fields in these units, read now. The array keeps its own, and its format is restored; if
   /// that fails, the point counts as not read. Throws as GetNetworkValue does.
   std::vector<std::string> ReadApart(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,6 +39,16 @@ class Files {
   virtual void Write(const std::string& path, std::string_view content) = 0;
   /// Also throws if the file exists.
   virtual void WriteNew(const std::string& path, std::string_view content) = 0;
+
+  /// An open file that only grows.
+  class Growing {
+   public:
+    virtual ~Growing() = default;
+    /// Returns when the text is on the disk. Throws the system's error with the path in its text.
+    virtual void Append(std::string_view text) = 0;
+  };
+  /// Creates a file that grows, and missing folders. Throws as WriteNew does.
+  virtual std::unique_ptr<Growing> CreateGrowing(const std::string& path) = 0;
 
   /// Between the names in a path.
   virtual char Separator() const { return '\\'; }

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -46,6 +50,30 @@ class LocalFiles : public platform::Files {
     std::filesystem::create_hard_link(path + kBeside, path, error);  // fails if the file exists
     std::filesystem::remove(path + kBeside, ignored);
     if (error) Fail(path, error.message());
+  }
+
+  std::unique_ptr<Growing> CreateGrowing(const std::string& path) override {
+    struct File : Growing {
+      explicit File(const std::string& name)
+          : path(name),
+            descriptor(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC, 0644)) {
+        if (descriptor < 0) Raise();
+      }
+      ~File() override { close(descriptor); }
+      void Append(std::string_view text) override {
+        if (write(descriptor, text.data(), text.size()) != static_cast<ssize_t>(text.size()) ||
+            fsync(descriptor) != 0)
+          Raise();
+      }
+      [[noreturn]] void Raise() const {
+        throw platform::Error(75, "Files", path + ": " + std::generic_category().message(errno));
+      }
+      const std::string path;
+      const int descriptor;
+    };
+    std::error_code ignored;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
+    return std::make_unique<File>(path);
   }
 
   char Separator() const override { return '/'; }

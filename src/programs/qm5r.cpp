@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <ctime>
 #include <iostream>
 #include <thread>
@@ -33,6 +34,15 @@ std::string LocalTime() {
   char text[] = "2026-11-23 11:15 +0100";
   std::strftime(text, sizeof text, "%Y-%m-%d %H:%M %z", std::localtime(&now));
   return std::string(text).insert(sizeof text - 3, ":");
+}
+
+volatile std::sig_atomic_t is_stopped = 0;
+
+std::optional<std::string> Ask(const std::string& question) {
+  if (isatty(STDIN_FILENO) != 1) return std::nullopt;
+  std::cerr << question << std::flush;
+  std::string answer;
+  return std::getline(std::cin, answer) ? std::optional(answer) : std::nullopt;
 }
 
 double Seconds() {
@@ -66,6 +76,10 @@ int main(int count, char** words) {
                           User(),
                           Time,
                           LocalTime,
+                          Ask,
+                          "records",
+                          [] { return is_stopped != 0; },
                           Seconds};
+  std::signal(SIGINT, [](int) { is_stopped = 1; });
   return qm5r::Run(parsed.options, computer);
 }

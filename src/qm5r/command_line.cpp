@@ -26,6 +26,16 @@ void AddSaving(CLI::App& command, Options& options) {
   command.add_flag("--anonymous", options.anonymous, "Leave out the names of the user and the computer");
 }
 
+void AddPlanning(CLI::App& command, Options& options) {
+  command.add_option("place", options.places,
+                     "The file with the standard, or a plan; with --restore the devices");
+  command.add_option("--to", options.to, "The devices: paths, patterns of paths, or networks");
+  command.add_option("--restore", options.restore,
+                     "Restore devices from this snapshot, each from the file of its path");
+  command.add_flag("--out-of-range", options.out_of_range, "Write values outside the limits, too");
+  AddOptions(command, options);
+}
+
 void AddCommands(CLI::App& app, Options& options) {
   const auto add = [&](const char* name, const char* description, Command command) {
     CLI::App* added = app.add_subcommand(name, description);
@@ -71,6 +81,19 @@ void AddCommands(CLI::App& app, Options& options) {
   snapshot->add_option("folder", options.target, "Where the files go")->required();
   AddOptions(*snapshot, options);
   AddSaving(*snapshot, options);
+
+  CLI::App* plan = add("plan", "Show what would change, without writing to a device", Command::Plan);
+  AddPlanning(*plan, options);
+  plan->add_option("-o,--output", options.target, "The file of the plan; it ends in .qm5rplan");
+  plan->add_flag("--force", options.force, "Replace an existing file");
+
+  CLI::App* apply = add("apply", "Write a plan to its devices, or plan and write", Command::Apply);
+  AddPlanning(*apply, options);
+  apply->add_flag("--yes", options.yes, "Do not ask before writing");
+  apply->add_option("--canary", options.canary,
+                    "Begin with this many devices, and end if one of them is not done");
+  apply->add_option("--stop-after", options.stop_after, "End after this many devices that are not done");
+  apply->add_option("--records", options.records, "The folder of the records");
 
   CLI::App* report = add("report", "Make a page of what rooms hold and how they differ", Command::Report);
   add_place(*report, "place");

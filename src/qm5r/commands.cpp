@@ -5,6 +5,7 @@
 #include <map>
 
 #include "qm5r/output.h"
+#include "qm5r/plan_commands.h"
 #include "qm5r/report_command.h"
 #include "qm5r/sources.h"
 #include "settings/comparison.h"
@@ -270,8 +271,8 @@ int Snapshot(const Options& options, Computer& computer) {
       WriteFile(options, computer, folder + file, settings::SettingsText(source.device.settings));
     }
     if (state != "read") SaySomethingIsMissing(computer, source);
-    rows += text::CsvLine({source.name, file, state, ReasonOf(source.device), origin.program_id, origin.neuron_id,
-                           origin.model, origin.software_version});
+    rows += text::CsvLine({source.name, file, state, ReasonOf(source.device), origin.program_id,
+                           origin.neuron_id, origin.model, origin.software_version});
   });
   WriteFile(options, computer, index, "\xEF\xBB\xBF" + rows);
   computer.out << (options.json ? TextOf({{"index", index}, {"counts", counts.AsJson()}})
@@ -293,6 +294,10 @@ int RunCommand(const Options& options, Computer& computer) {
       return Snapshot(options, computer);
     case Command::Report:
       return MakeReport(options, computer);
+    case Command::Plan:
+      return MakePlan(options, computer);
+    case Command::Apply:
+      return ApplyPlan(options, computer);
   }
   return kFailed;
 }

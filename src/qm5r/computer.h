@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 #include "platform/files.h"
@@ -24,6 +25,12 @@ struct Computer {
   std::function<std::string()> time;
   /// The same on the user's clock: "2026-11-23 11:15 +01:00".
   std::function<std::string()> local_time;
+  /// Asks a question on the error output and returns the answer; nothing if there is nobody to ask.
+  std::function<std::optional<std::string>(const std::string& question)> ask;
+  /// Where records are kept.
+  std::string records;
+  /// The user wants the command to end.
+  std::function<bool()> is_stopped;
   /// Since any moment.
   std::function<double()> seconds;
 };

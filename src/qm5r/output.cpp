@@ -67,10 +67,6 @@ std::string OriginLine(const settings::Origin& origin) {
 }
 
 /// "Heating, Occupied"
-std::string PlaceOf(const Field& field) {
-  const std::string frame = text::WithoutAccelerator(field.frame);
-  return frame + (field.place.label.empty() ? "" : ", ") + std::string(field.place.label);
-}
 
 }  // namespace
 

@@ -149,6 +149,16 @@ void Sources::ForEachDevice(const std::string& place, const std::function<void(S
   if (!any) throw Failed("there is no device " + place);
 }
 
+lns::AppDevice Sources::DeviceAt(const std::string& path) {
+  const std::size_t name = path.rfind('/') + 1;
+  if (path.substr(0, name) != folder_) {
+    Open(path.substr(0, path.find('/')));
+    beside_ = lns::DevicesBeside(path, session_.CurrentNetwork, session_.CurrentSystem);
+    folder_ = path.substr(0, name);
+  }
+  return beside_.Item(path.substr(name));
+}
+
 void Sources::Read(std::vector<settings::FoundDevice> found, const std::function<void(Source)>& use) {
   Progress progress(computer_, found.size());
   for (settings::FoundDevice& each : found) {

@@ -52,6 +52,11 @@ class Sources {
 
   const settings::Selection& selection() const { return selection_; }
 
+  /// The device at a path; opens its network. Throws the platform's error.
+  lns::AppDevice DeviceAt(const std::string& path);
+  const std::shared_ptr<lns::Dialect>& dialect() const { return session_.Dialect; }
+  bool IsServerLost() const { return session_.ObjectServer && session_.ObjectServer.IsLost(); }
+
  private:
   void ForEachFile(const std::string& name, const std::function<void(Source)>& use);
   void ForEachDevice(const std::string& place, const std::function<void(Source)>& use);
@@ -65,6 +70,9 @@ class Sources {
   settings::Versions versions_;
   settings::Selection selection_;
   session::Session session_;
+  /// The devices beside the one that was asked for last, and the path above them.
+  std::string folder_;
+  lns::Collection<lns::AppDevice> beside_;
 };
 
 }  // namespace qm5r

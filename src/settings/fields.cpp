@@ -8,6 +8,7 @@
 #include "model/point_list.h"
 #include "model/rules.h"
 #include "text/numbers.h"
+#include "text/strings.h"
 
 namespace settings {
 namespace {
@@ -109,6 +110,11 @@ const Field* FindField(std::string_view name) {
 }
 
 std::size_t PositionOf(const Field& field) { return static_cast<std::size_t>(&field - Fields().data()); }
+
+std::string PlaceOf(const Field& field) {
+  const std::string frame = text::WithoutAccelerator(field.frame), label(field.place.label);
+  return frame + (frame.empty() || label.empty() ? "" : ", ") + label;
+}
 
 std::string_view UnitName(model::Unit unit) {
   switch (unit) {

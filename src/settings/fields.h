@@ -43,6 +43,9 @@ const Field* FindField(std::string_view name);
 /// The position of a field in Fields().
 std::size_t PositionOf(const Field& field);
 
+/// Where the field is on its page: "Heating, Occupied".
+std::string PlaceOf(const Field& field);
+
 /// "C", "K", "%", "s", "min" or "h"; empty for none.
 std::string_view UnitName(model::Unit unit);
 

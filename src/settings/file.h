@@ -60,6 +60,16 @@ SettingsFile ParseSettings(std::string_view text);
 /// as a number in place of a choice, becomes a comment.
 std::string SettingsText(const DeviceSettings& settings);
 
+/// A value with its unit: "21 C".
+std::string TextWithUnit(const Field& field, const std::string& text);
+
+/// The text of such a value, or what is wrong with it.
+struct Value {
+  std::string text;
+  std::string problem;
+};
+Value ReadValue(const Field& field, const std::string& value);
+
 /// A rule between two fields that their values break.
 struct BrokenRule {
   const Field* field;
@@ -67,6 +77,8 @@ struct BrokenRule {
   model::CrossRule::Relation relation;
   friend bool operator==(const BrokenRule&, const BrokenRule&) = default;
 };
+/// "nciSetPts.occ_cool is less than DeadBand above nciSetPts.occ_heat"
+std::string TextOf(const BrokenRule& rule);
 /// For the texts that fields would show; nothing for a text that is not known. Leaves out rules of which a
 /// value is not known.
 std::vector<BrokenRule> BrokenRules(

@@ -5,6 +5,7 @@
 
 #include "model/rules.h"
 #include "settings/file.h"
+#include "text/quoted.h"
 #include "text/strings.h"
 
 namespace settings {
@@ -14,33 +15,6 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
 
 std::string Quote(std::string_view text) { return '"' + std::string(text) + '"'; }
-
-int HexDigit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
-
-/// The text of a quoted value; nothing if a quotation mark or a character after a backslash is missing.
-std::optional<std::string> Unquoted(std::string_view text) {
-  if (!text.starts_with('"')) return std::string(text);
-  std::string plain;
-  for (std::size_t i = 1; i < text.size(); ++i) {
-    if (text[i] == '"') return i + 1 == text.size() ? std::optional(plain) : std::nullopt;
-    if (text[i] != '\\') {
-      plain += text[i];
-    } else if (i + 1 < text.size() && (text[i + 1] == '"' || text[i + 1] == '\\')) {
-      plain += text[++i];
-    } else {
-      if (i + 3 >= text.size() || text[i + 1] != 'x') return std::nullopt;
-      const int high = HexDigit(text[i + 2]), low = HexDigit(text[i + 3]);
-      // Other bytes are only parts of characters.
-      if (high < 0 || high > 7 || low < 0) return std::nullopt;
-      plain += static_cast<char>(high * 16 + low);
-      i += 3;
-    }
-  }
-  return std::nullopt;
-}
 
 struct Version {
   int major, minor;
@@ -62,22 +36,6 @@ const Field* FieldOfText(int txt_nvi_index) {
     return field.row->control == model::txtNvi(txt_nvi_index);
   };
   return &*std::ranges::find_if(Fields(), shows_it);
-}
-
-std::string TextOf(const BrokenRule& rule) {
-  using enum model::CrossRule::Relation;
-  const std::string field(rule.field->name()), other(rule.against->name());
-  switch (rule.relation) {
-    case DeadBandAbove:
-      return field + " is less than DeadBand above " + other;
-    case DeadBandBelow:
-      return field + " is less than DeadBand below " + other;
-    case AtMost:
-      return field + " is above " + other;
-    case AtLeast:
-      return field + " is below " + other;
-  }
-  return {};
 }
 
 class Reader {
@@ -160,7 +118,7 @@ class Reader {
   }
 
   void TakeOrigin(const std::string& key, const std::string& value) {
-    const auto text = Unquoted(value);
+    const auto text = text::Unquoted(value);
     if (!text) return Fail("the quotation marks of " + value + " do not fit");
     if (key == kNotReadKey) {
       const std::size_t colon = std::min(text->find(':'), text->size());
@@ -189,8 +147,9 @@ class Reader {
     line = line_;
     const std::size_t comment = (' ' + value_and_comment).find(" #");
     const std::string value = text::Trim(value_and_comment.substr(0, comment));
-    if (const auto problem = ProblemOfValue(*field, value)) return Fail(*problem);
-    file_.settings.TextOf(*field) = Normalized(*field, value.substr(0, value.find(' ')));
+    const Value read = ReadValue(*field, value);
+    if (!read.problem.empty()) return Fail(read.problem);
+    file_.settings.TextOf(*field) = read.text;
   }
 
   void FailName(const std::string& name) {
@@ -200,21 +159,6 @@ class Reader {
       return Fail("there is no field " + Quote(name) + "; is " + std::string(like->name()) + " meant?");
     const bool is_shown = std::ranges::count(model::Catalogue(), name, &model::CatalogueRow::name) != 0;
     Fail(is_shown ? name + " cannot be set" : "there is no field " + Quote(name));
-  }
-
-  /// A choice, or a number and its unit.
-  static std::optional<std::string> ProblemOfValue(const Field& field, const std::string& value) {
-    const std::string name(field.name());
-    if (value.empty()) return name + " has no value";
-    const std::string unit(UnitName(field.unit()));
-    const std::size_t blank = std::min(value.find(' '), value.size());
-    const std::string text = value.substr(0, blank), given = text::Trim(value.substr(blank));
-    if (given != unit) {
-      if (given.empty()) return name + " is in " + unit + ": \"" + text + ' ' + unit + "\"";
-      return unit.empty() ? name + " has no unit: " + Quote(value)
-                          : name + " is in " + unit + ", not in " + given;
-    }
-    return ProblemOf(field, text);
   }
 
   void CheckOrigin() {
@@ -234,13 +178,14 @@ class Reader {
       const std::size_t line = lines_[PositionOf(field)];
       if (!text) continue;
       if (IsOutsideLimits(field, *text))
-        Warn(line, std::string(field.name()) + " is outside the limits, which are " + LimitsText(field), &field);
-      if (field.is_calibration && file_.settings.origin.neuron_id.empty())
-        Warn(line, std::string(field.name()) + " belongs to one device, but there is no Neuron ID",
+        Warn(line, std::string(field.name()) + " is outside the limits, which are " + LimitsText(field),
              &field);
+      if (field.is_calibration && file_.settings.origin.neuron_id.empty())
+        Warn(line, std::string(field.name()) + " belongs to one device, but there is no Neuron ID", &field);
     }
     for (const BrokenRule& broken : BrokenRules(file_.settings))
-      Warn(std::max(lines_[PositionOf(*broken.field)], lines_[PositionOf(*broken.against)]), TextOf(broken), broken.field);
+      Warn(std::max(lines_[PositionOf(*broken.field)], lines_[PositionOf(*broken.against)]), TextOf(broken),
+           broken.field);
   }
 
   enum class Section { Origin, Settings, Calibration };
@@ -265,7 +210,39 @@ bool SettingsFile::HasErrors() const {
   return std::ranges::any_of(findings, [](const Finding& finding) { return finding.is_error; });
 }
 
+Value ReadValue(const Field& field, const std::string& value) {
+  const std::string name(field.name());
+  if (value.empty()) return {{}, name + " has no value"};
+  const std::string unit(UnitName(field.unit()));
+  const std::size_t blank = std::min(value.find(' '), value.size());
+  const std::string text = value.substr(0, blank), given = text::Trim(value.substr(blank));
+  if (given != unit) {
+    if (given.empty()) return {{}, name + " is in " + unit + ": \"" + text + ' ' + unit + "\""};
+    return {{},
+            unit.empty() ? name + " has no unit: " + Quote(value)
+                         : name + " is in " + unit + ", not in " + given};
+  }
+  if (const auto problem = ProblemOf(field, text)) return {{}, *problem};
+  return {Normalized(field, text), {}};
+}
+
 SettingsFile ParseSettings(std::string_view text) { return Reader().Read(text); }
+
+std::string TextOf(const BrokenRule& rule) {
+  using enum model::CrossRule::Relation;
+  const std::string field(rule.field->name()), other(rule.against->name());
+  switch (rule.relation) {
+    case DeadBandAbove:
+      return field + " is less than DeadBand above " + other;
+    case DeadBandBelow:
+      return field + " is less than DeadBand below " + other;
+    case AtMost:
+      return field + " is above " + other;
+    case AtLeast:
+      return field + " is below " + other;
+  }
+  return {};
+}
 
 SettingsFile ReadSettingsFile(const platform::Files& files, const std::string& path) {
   constexpr std::size_t kLargestFile = 1 << 20;

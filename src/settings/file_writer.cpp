@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "settings/file.h"
-#include "text/strings.h"
+#include "text/quoted.h"
 
 namespace settings {
 namespace {
@@ -21,34 +21,11 @@ constexpr OriginRow kOriginRows[] = {
 // As Windows writes texts.
 constexpr const char* kLineEnd = "\r\n";
 
-bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
-
-/// A text that would not survive as it is, in quotation marks.
-std::string Quoted(const std::string& text) {
-  if (!text.starts_with('"') && !text.starts_with(' ') && !text.ends_with(' ') &&
-      std::ranges::none_of(text, IsControl))
-    return text;
-  std::string quoted = "\"";
-  for (const char c : text)
-    quoted += c == '"' || c == '\\' ? std::string{'\\', c}
-              : IsControl(c)        ? "\\x" + text::HexByte(c)
-                                    : std::string(1, c);
-  return quoted + '"';
-}
-
-/// For a comment, which ends with its line.
-std::string Visible(const std::string& text) {
-  std::string visible;
-  for (const char c : text) visible += IsControl(c) ? "\\x" + text::HexByte(c) : std::string(1, c);
-  return visible;
-}
-
 std::string LineOf(const Field& field, const std::string& text) {
   const std::string name(field.name());
   if (const auto problem = ProblemOf(field, text))
-    return "# " + name + " is left out: " + Visible(*problem) + kLineEnd;
-  const std::string_view unit = UnitName(field.unit());
-  return name + " = " + text + (unit.empty() ? "" : " ") + std::string(unit) + kLineEnd;
+    return "# " + name + " is left out: " + text::Visible(*problem) + kLineEnd;
+  return name + " = " + TextWithUnit(field, text) + kLineEnd;
 }
 
 /// Under a comment with the name of their variable.
@@ -73,14 +50,20 @@ std::string Section(std::string_view name, const std::string& lines) {
 
 std::span<const OriginRow> OriginRows() { return kOriginRows; }
 
+std::string TextWithUnit(const Field& field, const std::string& text) {
+  const std::string_view unit = UnitName(field.unit());
+  return text + (unit.empty() ? "" : " ") + std::string(unit);
+}
+
 std::string SettingsText(const DeviceSettings& settings) {
   std::string text(kFirstWords);
   text += std::to_string(kMajorVersion) + '.' + std::to_string(kMinorVersion) + kLineEnd;
   for (const OriginRow& row : kOriginRows)
     if (const std::string& value = settings.origin.*row.text; !value.empty())
-      text += std::string(row.key) + " = " + Quoted(value) + kLineEnd;
+      text += std::string(row.key) + " = " + text::Quoted(value) + kLineEnd;
   for (const Unread& unread : settings.unread)
-    text += std::string(kNotReadKey) + " = " + Quoted(unread.variable + ": " + unread.reason) + kLineEnd;
+    text +=
+        std::string(kNotReadKey) + " = " + text::Quoted(unread.variable + ": " + unread.reason) + kLineEnd;
   return text + Section(kSettingsSection, Lines(settings, false)) +
          Section(kCalibrationSection, Lines(settings, true));
 }

@@ -11,20 +11,8 @@ namespace {
 using settings::DeviceSettings;
 using settings::Field;
 
-std::string WithoutAccelerator(std::string_view caption) {
-  std::string text(caption);
-  std::erase(text, '&');
-  return text;
-}
-
-/// As the screen names the field: "Heating, Occupied".
-std::string NameOf(const Field& field) {
-  const std::string frame = WithoutAccelerator(field.frame), label(field.place.label);
-  return frame + (frame.empty() || label.empty() ? "" : ", ") + label;
-}
-
 std::string PageOf(const model::FramePlace& frame) {
-  return WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(frame.page)]);
+  return text::WithoutAccelerator(model::kPageCaptions[static_cast<std::size_t>(frame.page)]);
 }
 
 std::string UnitOf(const Field& field, int units) {
@@ -38,7 +26,7 @@ ReviewRow RowOf(const Field& field, const DeviceSettings& device, const DeviceSe
   const auto& held = device.TextOf(field);
   const auto& wanted = other.TextOf(field);
   const auto in_units = [&](const auto& text) { return text ? InUnits(field, *text, units) : std::string(); };
-  ReviewRow row{&field, {}, NameOf(field), in_units(held), in_units(wanted), UnitOf(field, units), {}, {}};
+  ReviewRow row{&field, {}, PlaceOf(field), in_units(held), in_units(wanted), UnitOf(field, units), {}, {}};
   const settings::Unread* const unread = held ? other.UnreadOf(field) : device.UnreadOf(field);
   if (!held || !wanted) {
     row.result = "not known";
@@ -67,7 +55,7 @@ void Warn(ReviewRow& row, const std::string& text) {
 /// How a field breaks a rule with another one; `reversed` if the rule is about the other one.
 std::string TextOf(model::CrossRule::Relation relation, bool reversed, const Field& other) {
   using enum model::CrossRule::Relation;
-  const std::string name = '"' + NameOf(other) + '"';
+  const std::string name = '"' + PlaceOf(other) + '"';
   switch (relation) {
     case DeadBandAbove:
     case DeadBandBelow:

@@ -27,6 +27,9 @@ struct CommandUser : World {
                             "me@here",
                             [] { return "2026-11-23T10:15:00Z"; },
                             [] { return "2026-11-23 11:15 +01:00"; },
+                            [this](const std::string&) { return answer; },
+                            "C:\\records",
+                            [this] { return is_stopped && is_stopped(); },
                             [] { return 0.0; }};
     return qm5r::Run(parsed.options, computer);
   }
@@ -37,4 +40,6 @@ struct CommandUser : World {
   }
 
   std::ostringstream out, errors;
+  std::optional<std::string> answer;
+  std::function<bool()> is_stopped;
 };

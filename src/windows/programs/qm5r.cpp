@@ -2,7 +2,11 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
+#include <atomic>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,9 +26,28 @@ namespace {
 
 double Seconds() { return static_cast<double>(GetTickCount64()) / 1000; }
 
+std::atomic<bool> is_stopped = false;
+
+/// Ends the command in order; a second Ctrl-C ends the process.
+BOOL WINAPI Stop(DWORD event) { return event == CTRL_C_EVENT && !is_stopped.exchange(true) ? TRUE : FALSE; }
+
+/// Shared by all users of the computer.
+std::string RecordsFolder() {
+  wchar_t folder[MAX_PATH] = L"";
+  SHGetFolderPathW(nullptr, CSIDL_COMMON_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
+  return windows::ToUtf8(folder) + "\\Korvell\\QM5R\\Records";
+}
+
 bool IsConsole(DWORD which) {
   DWORD mode = 0;
   return GetConsoleMode(GetStdHandle(which), &mode) != 0;
+}
+
+std::optional<std::string> Ask(const std::string& question) {
+  if (!IsConsole(STD_INPUT_HANDLE)) return std::nullopt;
+  std::cerr << question << std::flush;
+  std::string answer;
+  return std::getline(std::cin, answer) ? std::optional(answer) : std::nullopt;
 }
 
 platform::LateBoundPtr ObjectServer() {
@@ -52,6 +75,7 @@ int wmain(int count, wchar_t** words) {
   try {
     const windows::com::Apartment apartment;
     windows::WindowsFiles files;
+    SetConsoleCtrlHandler(Stop, TRUE);
     const windows::WindowsProgram program;
     qm5r::Computer computer{ObjectServer,
                             files,
@@ -61,6 +85,9 @@ int wmain(int count, wchar_t** words) {
                             program.User(),
                             [&] { return program.Time(); },
                             [&] { return program.LocalTime(); },
+                            Ask,
+                            RecordsFolder(),
+                            [] { return is_stopped.load(); },
                             Seconds};
     return qm5r::Run(parsed.options, computer);
   } catch (const std::exception& failure) {

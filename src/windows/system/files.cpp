@@ -45,10 +45,7 @@ void CheckFor(const std::string& path, BOOL done) {
   com::Check(done ? S_OK : HRESULT_FROM_WIN32(GetLastError()), path);
 }
 
-void WriteWhole(const std::wstring& file_path, const std::string& path, std::string_view content) {
-  Handle file = Own(CreateFileW(file_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
-  CheckFor(path, file != nullptr);
+void WriteAll(const Handle& file, const std::string& path, std::string_view content) {
   while (!content.empty()) {
     constexpr std::size_t kMost = 1 << 20;
     DWORD written = 0;
@@ -56,6 +53,31 @@ void WriteWhole(const std::wstring& file_path, const std::string& path, std::str
                              &written, nullptr));
     content.remove_prefix(written);
   }
+}
+
+class GrowingFile final : public platform::Files::Growing {
+ public:
+  explicit GrowingFile(const std::string& path)
+      : path_(path),
+        file_(Own(CreateFileW(SystemPath(path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ,
+                              nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr))) {
+    CheckFor(path_, file_ != nullptr);
+  }
+  void Append(std::string_view text) override {
+    WriteAll(file_, path_, text);
+    CheckFor(path_, FlushFileBuffers(file_.get()));
+  }
+
+ private:
+  const std::string path_;
+  const Handle file_;
+};
+
+void WriteWhole(const std::wstring& file_path, const std::string& path, std::string_view content) {
+  Handle file = Own(CreateFileW(file_path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+  CheckFor(path, file != nullptr);
+  WriteAll(file, path, content);
   // Buffered data may not be written until now.
   CheckFor(path, CloseHandle(file.release()));
 }
@@ -127,6 +149,11 @@ bool WindowsFiles::FileExists(const std::string& path) const {
 void WindowsFiles::Write(const std::string& path, std::string_view content) {
   CheckWritable(path);
   WriteAndMove(path, content, MOVEFILE_REPLACE_EXISTING);
+}
+
+std::unique_ptr<platform::Files::Growing> WindowsFiles::CreateGrowing(const std::string& path) {
+  CreateFoldersAbove(path);
+  return std::make_unique<GrowingFile>(path);
 }
 
 void WindowsFiles::WriteNew(const std::string& path, std::string_view content) {

@@ -12,6 +12,7 @@ class WindowsFiles : public platform::Files {
   bool FileExists(const std::string& path) const override;
   void Write(const std::string& path, std::string_view content) override;
   void WriteNew(const std::string& path, std::string_view content) override;
+  std::unique_ptr<Growing> CreateGrowing(const std::string& path) override;
 };
 
 }  // namespace windows
