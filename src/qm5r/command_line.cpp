@@ -8,12 +8,16 @@ constexpr const char* kPlaceHelp =
     "which * "
     "stands for any characters, or the name of a network";
 
+void AddInterface(CLI::App& command, Options& options) {
+  command.add_option("--interface", options.interface_name,
+                     "Work remotely through this network interface; \"Internet\" for a lightweight session");
+}
+
 void AddSelection(CLI::App& command, Options& options) {
   command.add_option("--fields", options.fields,
                      "Only these fields, separated by commas; * stands for any characters");
   command.add_option("--except", options.except, "Not these fields");
-  command.add_option("--interface", options.interface_name,
-                     "Work remotely through this network interface; \"Internet\" for a lightweight session");
+  AddInterface(command, options);
 }
 
 void AddOptions(CLI::App& command, Options& options) {
@@ -24,6 +28,11 @@ void AddOptions(CLI::App& command, Options& options) {
 void AddSaving(CLI::App& command, Options& options) {
   command.add_flag("--force", options.force, "Replace existing files");
   command.add_flag("--anonymous", options.anonymous, "Leave out the names of the user and the computer");
+}
+
+void AddWriting(CLI::App& command, Options& options) {
+  command.add_flag("--yes", options.yes, "Do not ask before writing");
+  command.add_option("--records", options.records, "The folder of the records");
 }
 
 void AddPlanning(CLI::App& command, Options& options) {
@@ -89,11 +98,29 @@ void AddCommands(CLI::App& app, Options& options) {
 
   CLI::App* apply = add("apply", "Write a plan to its devices, or plan and write", Command::Apply);
   AddPlanning(*apply, options);
-  apply->add_flag("--yes", options.yes, "Do not ask before writing");
+  AddWriting(*apply, options);
   apply->add_option("--canary", options.canary,
                     "Begin with this many devices, and end if one of them is not done");
   apply->add_option("--stop-after", options.stop_after, "End after this many devices that are not done");
-  apply->add_option("--records", options.records, "The folder of the records");
+
+  const auto add_record = [&](CLI::App& command) {
+    const auto take = [&options](const std::string& file) { options.places = {file}; };
+    command.add_option_function<std::string>("record", take, "The record of a run")->required();
+    AddWriting(command, options);
+    command.add_flag("--json", options.json, "Print JSON");
+    AddInterface(command, options);
+  };
+  CLI::App* resume = add("resume", "Go on with what a run has not done", Command::Resume);
+  add_record(*resume);
+  CLI::App* undo = add("undo", "Put back what a run wrote, where it is still so", Command::Undo);
+  add_record(*undo);
+  undo->add_option("path", options.to, "Only these devices; * stands for any characters")->expected(0, 1);
+
+  CLI::App* history = add("history", "Print what was written to devices, when and by whom", Command::History);
+  history->add_option("path", options.places, "Only these devices; * stands for any characters")
+      ->expected(0, 1);
+  history->add_option("--records", options.records, "The folder of the records");
+  history->add_flag("--json", options.json, "Print JSON");
 
   CLI::App* report = add("report", "Make a page of what rooms hold and how they differ", Command::Report);
   add_place(*report, "place");

@@ -7,7 +7,7 @@
 
 namespace qm5r {
 
-enum class Command { Save, Check, Show, Compare, Snapshot, Report, Plan, Apply };
+enum class Command { Save, Check, Show, Compare, Snapshot, Report, Plan, Apply, Resume, Undo, History };
 
 /// The options of the command line.
 struct Options {

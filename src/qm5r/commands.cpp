@@ -298,6 +298,12 @@ int RunCommand(const Options& options, Computer& computer) {
       return MakePlan(options, computer);
     case Command::Apply:
       return ApplyPlan(options, computer);
+    case Command::Resume:
+      return ResumeRun(options, computer);
+    case Command::Undo:
+      return UndoRun(options, computer);
+    case Command::History:
+      return ShowHistory(options, computer);
   }
   return kFailed;
 }

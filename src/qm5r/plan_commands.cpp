@@ -162,31 +162,39 @@ void Print(const Options& options, Computer& computer, const rollout::Plan& plan
   computer.out << SummaryOf(plan) << '\n';
 }
 
+std::string RecordsFolder(const Options& options, const Computer& computer) {
+  return options.records.empty() ? computer.records : options.records;
+}
+
 bool IsComplete(const rollout::Plan& plan) {
   return std::ranges::all_of(plan.devices, [](const DevicePlan& device) { return device.IsComplete(); });
 }
 
-/// Runs a plan and says what came of each device.
-class PlanRun {
+/// Runs work and says what came of each device.
+class WorkRun {
  public:
-  PlanRun(const Options& options, Computer& computer, const rollout::Plan& plan)
-      : options_(options), computer_(computer), plan_(plan), progress_(computer, plan.devices.size()) {}
+  /// `plan` is what the work was made of; it may have left fields out.
+  WorkRun(const Options& options, Computer& computer, const rollout::Plan& plan,
+          const std::vector<rollout::DeviceWork>& work)
+      : options_(options), computer_(computer), plan_(plan), work_(work), progress_(computer, work.size()) {
+    for (const DevicePlan& device : plan.devices) plans_[device.path] = &device;
+  }
 
-  int Go(Sources& sources) {
-    rollout::Head head{computer_.time(), computer_.user, {}, "apply"};
-    if (!plan_.devices.empty())
-      head.network = plan_.devices.front().path.substr(0, plan_.devices.front().path.find('/'));
-    rollout::Record record(computer_.files, options_.records.empty() ? computer_.records : options_.records,
-                           head, plan_, computer_.time);
+  int Go(Sources& sources, const std::string& action) {
+    const std::string network =
+        work_.empty() ? "" : work_.front().path.substr(0, work_.front().path.find('/'));
+    rollout::Record record(computer_.files, RecordsFolder(options_, computer_),
+                           {computer_.time(), computer_.user, network, action}, plan_, computer_.time);
     const rollout::Site site{[&](const std::string& path) {
                                progress_.Show(path);
                                return sources.DeviceAt(path);
                              },
                              sources.dialect(), [this] { return IsStopped(); },
                              [&] { return sources.IsServerLost(); }};
-    rollout::Run(plan_, record, site).Go([this](const DevicePlan& device, const rollout::Result& result) {
-      Settle(device, result);
-    });
+    rollout::Run(work_, record, site)
+        .Go([this](const rollout::DeviceWork& device, const rollout::Result& result) {
+          Settle(device, result);
+        });
     return Finish(record.path());
   }
 
@@ -197,29 +205,31 @@ class PlanRun {
     return options_.canary != 0 && not_done_ != 0 && results_.size() >= options_.canary;
   }
 
-  void Settle(const DevicePlan& device, const rollout::Result& result) {
-    results_[&device] = result;
-    const bool is_done = IsDone(result.state) && device.IsComplete();
+  void Settle(const rollout::DeviceWork& device, const rollout::Result& result) {
+    results_[device.path] = result;
+    const auto plan = plans_.find(device.path);
+    const std::string left_out = plan == plans_.end() ? "" : LeftOutLines(*plan->second);
+    const bool is_done = IsDone(result.state) && left_out.empty();
     not_done_ += !is_done;
     if (is_done || options_.json) return;
     progress_.Erase();
     computer_.out << device.path << '\n';
     if (!IsDone(result.state)) computer_.out << LineOf(NameOf(result.state), result.reason);
-    computer_.out << LeftOutLines(device);
+    computer_.out << left_out;
   }
 
   int Finish(const std::string& record) {
     progress_.Erase();
     std::map<State, std::size_t> counts;
     Json devices = Json::array();
-    for (const DevicePlan& device : plan_.devices) {
-      const auto found = results_.find(&device);
+    for (const rollout::DeviceWork& device : work_) {
+      const auto found = results_.find(device.path);
       const rollout::Result result = found == results_.end() ? rollout::Result{} : found->second;
       ++counts[result.state];
       devices.push_back({{"path", device.path}, {"state", NameOf(result.state)}, {"reason", result.reason}});
     }
     std::string text;
-    Json json_counts;
+    Json json_counts = Json::object();
     for (const auto& [state, count] : counts) {
       text += (text.empty() ? ": " : ", ") + std::to_string(count) + ' ' + std::string(NameOf(state));
       json_counts[std::string(NameOf(state))] = count;
@@ -227,24 +237,82 @@ class PlanRun {
     if (options_.json)
       computer_.out << TextOf({{"record", record}, {"counts", json_counts}, {"devices", devices}});
     else
-      computer_.out << CountOf(plan_.devices.size(), "device") << text << "\nrecord: " << record << '\n';
-    return not_done_ == 0 && results_.size() == plan_.devices.size() ? kDone : kIncomplete;
+      computer_.out << CountOf(work_.size(), "device") << text << "\nrecord: " << record << '\n';
+    return not_done_ == 0 && results_.size() == work_.size() ? kDone : kIncomplete;
   }
 
   const Options& options_;
   Computer& computer_;
   const rollout::Plan& plan_;
+  const std::vector<rollout::DeviceWork>& work_;
   Progress progress_;
-  std::map<const DevicePlan*, rollout::Result> results_;
+  std::map<std::string, const DevicePlan*> plans_;
+  std::map<std::string, rollout::Result> results_;
   std::size_t not_done_ = 0;
 };
 
-bool MayWrite(const Options& options, Computer& computer, const rollout::Plan& plan) {
+/// A record without a line that cannot be used; its last line may be torn.
+rollout::RecordFile ReadRecord(const Computer& computer, const std::string& file) {
+  constexpr std::size_t kLargestRecord = 1 << 28;
+  if (!computer.files.FileExists(file)) throw Failed("there is no record " + file);
+  rollout::RecordFile record = rollout::ParseRecord(computer.files.ReadStart(file, kLargestRecord));
+  for (const settings::Finding& finding : record.findings)
+    computer.errors << settings::FindingText(file, finding) << '\n';
+  if (!record.findings.empty()) throw Failed(file + " has errors");
+  return record;
+}
+
+bool MayWrite(const Options& options, Computer& computer, const std::string& question) {
   if (options.yes) return true;
-  if (!options.json) Print(options, computer, plan);
-  const auto answer = computer.ask ? computer.ask("Write this to the devices? (yes/no) ") : std::nullopt;
+  const auto answer = computer.ask ? computer.ask(question + " (yes/no) ") : std::nullopt;
   if (!answer) throw Failed("nobody can be asked; --yes writes without a question");
-  return text::EqualIgnoringCase(*answer, "yes") || text::EqualIgnoringCase(*answer, "y");
+  if (text::EqualIgnoringCase(*answer, "yes") || text::EqualIgnoringCase(*answer, "y")) return true;
+  computer.errors << "nothing was written\n";
+  return false;
+}
+
+/// Prints a run and its writes to matching devices. False if there are none.
+bool AddHistory(const Options& options, Computer& computer, const std::string& file,
+                const rollout::RecordFile& record, const text::Pattern& path, Json& runs) {
+  using Kind = rollout::Event::Kind;
+  Json events = Json::array();
+  std::string lines;
+  for (const rollout::Event& event : record.events) {
+    const rollout::Write& write = event.write;
+    if (!path.Matches(write.path)) continue;
+    if (event.kind == Kind::Write) {
+      lines += "  " + event.time + "  " + write.path + '\n' +
+               LineOf(write.variable, write.before + " -> " + write.after);
+      events.push_back({{"time", event.time},
+                        {"path", write.path},
+                        {"neuronId", write.neuron_id},
+                        {"variable", write.variable},
+                        {"format", write.format},
+                        {"before", write.before},
+                        {"after", write.after}});
+    } else if (event.kind == Kind::Outcome) {
+      lines += LineOf("", event.state + (event.reason.empty() ? "" : ": " + event.reason));
+      events.push_back({{"time", event.time},
+                        {"path", write.path},
+                        {"variable", write.variable},
+                        {"outcome", event.state},
+                        {"reason", event.reason}});
+    }
+  }
+  if (lines.empty() && path.HasWildcard() && path.Beginning().empty()) lines = "  nothing was written\n";
+  if (lines.empty()) return false;
+  runs.push_back({{"record", file},
+                  {"time", record.head.time},
+                  {"user", record.head.user},
+                  {"network", record.head.network},
+                  {"action", record.head.action},
+                  {"isTorn", record.is_torn},
+                  {"events", events}});
+  if (!options.json)
+    computer.out << record.head.time << "  " << record.head.user << "  " << record.head.action << "\n  "
+                 << file << (record.is_torn ? "  (its last line is torn)" : "") << '\n'
+                 << lines;
+  return true;
 }
 
 }  // namespace
@@ -266,11 +334,61 @@ int ApplyPlan(const Options& options, Computer& computer) {
   rollout::Plan plan =
       has_plan ? ReadPlanFile(computer, options.places.front()) : Read(options, computer, sources);
   RemoveRepeated(plan);
-  if (!MayWrite(options, computer, plan)) {
-    computer.errors << "nothing was written\n";
+  if (!options.yes && !options.json) Print(options, computer, plan);
+  if (!MayWrite(options, computer, "Write this to the devices?")) return kIncomplete;
+  const auto work = rollout::WorkOf(plan);
+  return WorkRun(options, computer, plan, work).Go(sources, "apply");
+}
+
+int ResumeRun(const Options& options, Computer& computer) {
+  const rollout::RecordFile record = ReadRecord(computer, options.places.front());
+  if (record.head.action.starts_with("undo"))
+    throw Failed(options.places.front() + " is of an undo; do that again instead");
+  const rollout::Plan rest = RestOf(record);
+  if (!options.yes && !options.json) Print(options, computer, rest);
+  if (!MayWrite(options, computer, "Go on with these devices?")) return kIncomplete;
+  Sources sources(options, computer, settings::Versions::Skip);
+  const auto work = rollout::WorkOf(rest);
+  return WorkRun(options, computer, rest, work).Go(sources, "resume " + options.places.front());
+}
+
+int UndoRun(const Options& options, Computer& computer) {
+  const std::string& file = options.places.front();
+  const rollout::RecordFile record = ReadRecord(computer, file);
+  const auto work = rollout::UndoOf(record, text::Pattern(options.to.empty() ? "*" : options.to.front()));
+  if (work.empty()) throw Failed(file + " has no writes to undo there");
+  if (!MayWrite(options, computer,
+                "Put " + CountOf(work.size(), "device") + " back as before " + record.head.time + "?"))
     return kIncomplete;
+  Sources sources(options, computer, settings::Versions::Skip);
+  rollout::Plan none;
+  none.made = computer.time();
+  none.made_by = computer.user;
+  return WorkRun(options, computer, none, work).Go(sources, "undo " + file);
+}
+
+int ShowHistory(const Options& options, Computer& computer) {
+  const std::string folder = RecordsFolder(options, computer);
+  const text::Pattern path(options.places.empty() ? "*" : options.places.front());
+  const auto content = computer.files.ReadFolder(folder);
+  std::vector<std::string> names;
+  for (const auto& entry : content ? content->entries : std::vector<platform::Files::Entry>())
+    if (text::EndsWithIgnoringCase(entry.name, rollout::kRecordExtension)) names.push_back(entry.name);
+  std::ranges::sort(names);
+  Json runs = Json::array();
+  bool is_readable = true;
+  for (const std::string& name : names) {
+    const std::string file = folder + computer.files.Separator() + name;
+    try {
+      const rollout::RecordFile record = ReadRecord(computer, file);
+      if (!AddHistory(options, computer, file, record, path, runs)) continue;
+    } catch (const Failed& failure) {
+      computer.errors << "qm5r: " << failure.what() << '\n';
+      is_readable = false;
+    }
   }
-  return PlanRun(options, computer, plan).Go(sources);
+  if (options.json) computer.out << TextOf(runs);
+  return is_readable ? kDone : kIncomplete;
 }
 
 }  // namespace qm5r

@@ -12,4 +12,13 @@ int MakePlan(const Options& options, Computer& computer);
 /// one, shows it, and asks first.
 int ApplyPlan(const Options& options, Computer& computer);
 
+/// Goes on with what a record's run has not done.
+int ResumeRun(const Options& options, Computer& computer);
+
+/// Puts back what a record's run wrote, if the devices still hold it.
+int UndoRun(const Options& options, Computer& computer);
+
+/// Prints the records' writes.
+int ShowHistory(const Options& options, Computer& computer);
+
 }  // namespace qm5r

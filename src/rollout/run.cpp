@@ -13,65 +13,29 @@
 namespace rollout {
 namespace {
 
-using settings::Field;
-
-constexpr int kUnits = 0;  // SI
-
-bool IsTemperature(const Field& field) {
-  return field.unit() == model::Unit::Temperature || field.unit() == model::Unit::TemperatureDifference;
-}
-
-/// The device holds this text, as an object server shows it that may render temperatures with one decimal.
-bool Holds(const Field& field, const std::string& held, const std::string& text) {
-  const std::string has = Normalized(field, held), wanted = Normalized(field, text);
-  if (has == wanted) return true;
-  const auto number = text::ParseNumber(wanted);
-  return IsTemperature(field) && number && has == text::ShortestText(text::RoundToDecimals(*number, 1));
-}
-
-/// One variable of a device and what the plan changes in it.
+/// One variable of a device and its goal.
 class Variable {
  public:
-  Variable(const model::PointRow& row, const DevicePlan& plan) : row_(row) {
-    for (const Change& change : plan.changes)
-      if (change.field->row->point == row.key) changes_.push_back(&change);
-  }
-  bool IsConcerned() const { return !changes_.empty(); }
-  std::string name() const { return std::string(row_.variable); }
+  explicit Variable(const Goal& goal) : goal_(goal) {}
+  std::string name() const { return std::string(goal_.row().variable); }
 
   /// Throws the platform's error.
   void Read(const lns::Collection<lns::NetworkVariable>& variables,
             const std::shared_ptr<lns::Dialect>& dialect) {
-    point_ = model::MakePoint(row_, variables.Item(name()), dialect);
-    point_->GetNetworkValue(kUnits);
+    point_ = model::MakePoint(goal_.row(), variables.Item(name()), dialect);
+    point_->GetNetworkValue(goal_.units());
+    if (!goal_.format().empty() && goal_.format() != point_->FormatRead())
+      throw platform::Error(0, "Run",
+                            "its format is " + point_->FormatRead() + " now, not " + goal_.format());
   }
+  std::string Change() const { return goal_.ChangeIn(point_->NvAsArray); }
+  bool IsReached() const { return goal_.IsReached(point_->NvAsArray); }
+  bool IsReached(const std::vector<std::string>& fields) const { return goal_.IsReached(fields); }
 
-  /// "HeatMax is 31 C, neither 32 C nor 30 C"; empty if every field has its value before or after.
-  std::string Changed() const {
-    for (const Change* change : changes_) {
-      const auto held = Held(point_->NvAsArray, *change->field);
-      if (!held) return std::string(change->field->name()) + " is missing in the value";
-      if (!Holds(*change->field, *held, change->before) && !Holds(*change->field, *held, change->after))
-        return std::string(change->field->name()) + " is " + TextWithUnit(*change->field, *held) +
-               ", neither " + TextWithUnit(*change->field, change->before) + " nor " +
-               TextWithUnit(*change->field, change->after);
-    }
-    return {};
-  }
-
-  bool HasAll(const std::vector<std::string>& fields) const {
-    return std::ranges::all_of(changes_, [&](const Change* change) {
-      const auto held = Held(fields, *change->field);
-      return held && Holds(*change->field, *held, change->after);
-    });
-  }
-  bool HasAll() const { return HasAll(point_->NvAsArray); }
-
-  Write MakeWrite(const DevicePlan& plan) {
-    Write write{plan.path, plan.neuron_id, name(), point_->FormatRead(), point_->NvAsString(), {}};
+  Write MakeWrite(const DeviceWork& work) {
+    Write write{work.path, work.neuron_id, name(), point_->FormatRead(), point_->NvAsString(), {}};
     before_ = point_->NvAsArray;
-    for (const Change* change : changes_)
-      point_->NvAsArray[static_cast<std::size_t>(change->field->row->index)] = change->after;
+    point_->NvAsArray = goal_.Wanted(before_);
     write.after = point_->NvAsString();
     return write;
   }
@@ -83,13 +47,7 @@ class Variable {
   bool IsAsBefore(const std::vector<std::string>& fields) const { return fields == before_; }
 
  private:
-  static std::optional<std::string> Held(const std::vector<std::string>& fields, const Field& field) {
-    const auto index = static_cast<std::size_t>(field.row->index);
-    return index < fields.size() ? std::optional(fields[index]) : std::nullopt;
-  }
-
-  const model::PointRow& row_;
-  std::vector<const Change*> changes_;
+  const Goal& goal_;
   std::unique_ptr<model::CNvCpTable> point_;
   std::vector<std::string> before_;
 };
@@ -97,16 +55,16 @@ class Variable {
 /// The work on one device. It may be tried again; variables that were written stay known.
 class DeviceRun {
  public:
-  DeviceRun(const DevicePlan& plan, Record& record, const Site& site)
-      : plan_(plan), record_(record), site_(site) {}
+  DeviceRun(const DeviceWork& work, Record& record, const Site& site)
+      : work_(work), record_(record), site_(site) {}
 
-  const DevicePlan& plan() const { return plan_; }
+  const DeviceWork& work() const { return work_; }
 
   /// Throws what recording throws. Not tried, or partial, if the run is stopped.
   Result Try() {
     is_worth_another_try_ = false;
-    if (!plan_.problem.empty()) return {State::LeftAlone, plan_.problem};
-    if (plan_.changes.empty()) return {State::Same, {}};
+    if (!work_.problem.empty()) return {State::LeftAlone, work_.problem};
+    if (work_.goals.empty()) return {State::Same, {}};
     std::vector<Variable> variables;
     try {
       variables = ReadAll();
@@ -117,10 +75,10 @@ class DeviceRun {
                        settings::ReasonOf(error));
     }
     for (const Variable& variable : variables)
-      if (const std::string changed = variable.Changed(); !changed.empty())
+      if (const std::string changed = variable.Change(); !changed.empty())
         return {written_.empty() ? State::ChangedMeanwhile : State::Partial, changed + WrittenText()};
     for (Variable& variable : variables) {
-      if (variable.HasAll()) continue;
+      if (variable.IsReached()) continue;
       if (site_.is_stopped())
         return {written_.empty() ? State::NotTried : State::Partial, "stopped" + WrittenText()};
       if (auto result = WriteAndVerify(variable)) return *result;
@@ -144,14 +102,13 @@ class DeviceRun {
   }
 
   std::vector<Variable> ReadAll() {
-    const lns::AppDevice device = site_.find(plan_.path);
-    if (const std::string id = device.NeuronId(); id != plan_.neuron_id)
+    const lns::AppDevice device = site_.find(work_.path);
+    if (const std::string id = device.NeuronId(); id != work_.neuron_id)
       throw platform::Error(0, "Run", "the device is another one: its Neuron ID is " + id);
     const auto all = device.Interface().NetworkVariables();
     std::vector<Variable> variables;
-    for (const model::PointRow& row : model::PointRows()) {
-      Variable variable(row, plan_);
-      if (!variable.IsConcerned()) continue;
+    for (const auto& goal : work_.goals) {
+      Variable variable(*goal);
       variable.Read(all, site_.dialect);
       variables.push_back(std::move(variable));
     }
@@ -160,7 +117,7 @@ class DeviceRun {
 
   /// Nothing if the device holds what was sent.
   std::optional<Result> WriteAndVerify(Variable& variable) {
-    const Write write = variable.MakeWrite(plan_);
+    const Write write = variable.MakeWrite(work_);
     record_.Begin(write);
     std::optional<platform::Error> refusal;
     try {
@@ -181,7 +138,7 @@ class DeviceRun {
       may_have_written_ = true;
       return end(State::Unknown, settings::ReasonOf(refusal ? *refusal : error), true);
     }
-    if (variable.HasAll(fields)) {
+    if (variable.IsReached(fields)) {
       record_.End(write, std::string(NameOf(State::Verified)), {});
       return std::nullopt;
     }
@@ -192,7 +149,7 @@ class DeviceRun {
                false);
   }
 
-  const DevicePlan& plan_;
+  const DeviceWork& work_;
   Record& record_;
   const Site& site_;
   std::vector<std::string> written_;
@@ -229,15 +186,15 @@ std::string_view NameOf(State state) {
 
 bool IsDone(State state) { return state == State::Same || state == State::Verified; }
 
-void Run::Go(const std::function<void(const DevicePlan& device, const Result& result)>& show) {
-  const auto settle = [&](const DevicePlan& device, const Result& result) {
+void Run::Go(const std::function<void(const DeviceWork& device, const Result& result)>& show) {
+  const auto settle = [&](const DeviceWork& device, const Result& result) {
     if (result.state == State::NotTried) return;
     record_.EndDevice(device.path, std::string(NameOf(result.state)), result.reason);
     show(device, result);
   };
   const auto ends = [&] { return site_.is_stopped() || site_.is_lost(); };
   std::deque<std::pair<DeviceRun, Result>> again;
-  for (const DevicePlan& device : plan_.devices) {
+  for (const DeviceWork& device : work_) {
     if (ends()) break;
     DeviceRun run(device, record_, site_);
     Result result = run.Try();
@@ -252,7 +209,7 @@ void Run::Go(const std::function<void(const DevicePlan& device, const Result& re
       Result second = run.Try();
       if (second.state != State::NotTried) result = std::move(second);
     }
-    settle(run.plan(), result);
+    settle(run.work(), result);
   }
 }
 

@@ -9,8 +9,8 @@
 
 #include "lns/dialect.h"
 #include "lns/object_model.h"
-#include "rollout/plan.h"
 #include "rollout/record.h"
+#include "rollout/work.h"
 
 namespace rollout {
 
@@ -19,11 +19,11 @@ enum class State {
   Same,              // it has every value already
   Verified,          // what was sent was read back
   Refused,           // it holds something else than what was sent, or the platform refused to send it
-  ChangedMeanwhile,  // it held neither the value before nor the value after; nothing was written
+  ChangedMeanwhile,  // it holds neither the value before nor the one wanted; nothing was written
   Partial,           // some variables were written
   Unreachable,       // it could not be read; nothing was written
   Unknown,           // a write may have arrived, and the device cannot be read
-  LeftAlone,         // the plan does nothing with it
+  LeftAlone,         // nothing is to be done with it, or can be
   NotTried,          // the run was stopped before
 };
 /// "changed meanwhile"
@@ -47,21 +47,22 @@ struct Site {
   std::function<bool()> is_lost;
 };
 
-/// Does what a plan says, device by device, each variable in one write that is recorded first and then read
+/// Does the work, device by device, each variable in one write that is recorded first and then read
 /// back. The end of a lost answer is settled by reading. Devices that could not be reached get one more try
 /// at the end.
 ///
 /// Throws what recording throws; then nothing was sent that is not recorded.
 class Run {
  public:
-  Run(const Plan& plan, Record& record, const Site& site) : plan_(plan), record_(record), site_(site) {}
+  Run(const std::vector<DeviceWork>& work, Record& record, const Site& site)
+      : work_(work), record_(record), site_(site) {}
 
-  /// Calls `show` with each device and its result when it is settled, in the plan's order but for the second
+  /// Calls `show` with each device and its result when it is settled, in their order but for the second
   /// tries. Devices without a result have not been tried.
-  void Go(const std::function<void(const DevicePlan& device, const Result& result)>& show);
+  void Go(const std::function<void(const DeviceWork& device, const Result& result)>& show);
 
  private:
-  const Plan& plan_;
+  const std::vector<DeviceWork>& work_;
   Record& record_;
   const Site& site_;
 };

@@ -201,4 +201,58 @@ TEST(Run, NeverSaysVerifiedOfWhatIsNot) {
   std::cout << walked << " faults walked\n";
 }
 
+TEST(Run, WhatWasBrokenOffIsResumedFromItsRecord) {
+  Planned undisturbed;
+  undisturbed.Run({"apply", kPlan, "--yes"});
+  const auto record = "C:\\records\\2026-11-23T10-15-00Z Demo Tower.qm5rrecord";
+  for (int stop = 1;; ++stop) {
+    Planned user;
+    int appended = 0;
+    user.files.fails_to_append = [&] { return ++appended >= stop; };
+    const int code = user.Run({"apply", kPlan, "--yes"});
+    user.files.fails_to_append = nullptr;
+    std::size_t recorded = 0;
+    for (const auto& event : rollout::ParseRecord(user.File(record)).events)
+      recorded += event.kind == rollout::Event::Kind::Write;
+    EXPECT_GE(recorded, user.Operations(" Value=").size());
+    user.Run({stop == 1 ? "apply" : "resume", stop == 1 ? kPlan : record, "--yes"});
+    for (const char* name : {"Thermostat 101", "Thermostat 102"})
+      EXPECT_EQ(user.Device("Floor 1", name).values, undisturbed.Device("Floor 1", name).values) << stop;
+    EXPECT_EQ(user.Operations(" Value=").size(), undisturbed.Operations(" Value=").size()) << "nothing twice";
+    if (code == 0) break;
+    ASSERT_LT(stop, 100);
+  }
+}
+
+TEST(Run, UndoingPutsBackWhatNobodyChangedSince) {
+  Planned user;
+  const auto second = user.Device("Floor 1", "Thermostat 102").values;
+  user.Run({"apply", kPlan, "--yes"});
+  const std::string records = "C:\\records\\2026-11-23T10-15-00Z Demo Tower";
+  auto& edited = user.Device("Floor 1", "Thermostat 101").values["nciSetPts"];
+  edited[1] = 0;
+  const auto left = user.Values();
+  EXPECT_EQ(user.Run({"undo", records + ".qm5rrecord", "--yes"}), 4);
+  EXPECT_EQ(
+      user.out.str(),
+      std::string(kFirstThermostat) +
+          "\n  changed meanwhile       nciSetPts is 20.48,25,28,20,19,16, neither 23,25,28,20,19,16 nor "
+          "23,25,28,21,19,16\n2 devices: 1 verified, 1 changed meanwhile\nrecord: " +
+          records + " 2.qm5rrecord\n");
+  EXPECT_EQ(user.Values(), left);
+  EXPECT_EQ(user.Device("Floor 1", "Thermostat 102").values.at("nciSetPts"), second.at("nciSetPts"));
+  // An undone run is undone in turn.
+  EXPECT_EQ(user.Run({"undo", records + " 2.qm5rrecord", "*102", "--yes"}), 0);
+  EXPECT_EQ(user.Run({"apply", kPlan, "--yes", "--json"}), 0);
+  EXPECT_EQ(user.StateOf("102"), "same");
+  EXPECT_EQ(user.Run({"history", "*102"}), 0);
+  EXPECT_NE(user.out.str().find("  me@here  undo "), std::string::npos);
+  EXPECT_NE(user.out.str().find("24,26,29.5,20.5,18,15 -> 24,26,29.5,20,18,15\n"), std::string::npos)
+      << user.out.str();
+  user.files.Write(records + ".qm5rrecord", "QM5R record 1.0\r\nwrite\tx\t0\r\nx");
+  EXPECT_EQ(user.Run({"undo", records + ".qm5rrecord", "--yes"}), 2);
+  EXPECT_EQ(user.errors.str(), records + ".qm5rrecord:2: the checksum does not fit\nqm5r: " + records +
+                                   ".qm5rrecord has errors\n");
+}
+
 }  // namespace
