@@ -1,5 +1,7 @@
 #include "qm5r/report_command.h"
 
+#include <functional>
+
 #include <algorithm>
 #include <ostream>
 
@@ -66,13 +68,14 @@ Json ReportJson(const settings::Report& report) {
   return json;
 }
 
-std::string JsonOf(const settings::Report& report) { return TextOf(ReportJson(report)); }
-
 /// What makes a report of the file's kind. Throws Failed for any other kind.
-auto MakerOf(const std::string& file) {
-  if (text::EndsWithIgnoringCase(file, ".html")) return settings::HtmlOf;
-  if (text::EndsWithIgnoringCase(file, ".csv")) return settings::CsvOf;
-  if (text::EndsWithIgnoringCase(file, ".json")) return JsonOf;
+std::function<std::string(const settings::Report&)> MakerOf(const std::string& file) {
+  if (text::EndsWithIgnoringCase(file, ".html"))
+    return [](const settings::Report& report) { return HtmlOf(report); };
+  if (text::EndsWithIgnoringCase(file, ".csv"))
+    return [](const settings::Report& report) { return CsvOf(report); };
+  if (text::EndsWithIgnoringCase(file, ".json"))
+    return [](const settings::Report& report) { return TextOf(ReportJson(report)); };
   throw Failed(file + " does not end in .html, .csv or .json");
 }
 

@@ -133,7 +133,7 @@ Record::Record(platform::Files& files, const std::string& folder, const Head& he
   file_->Append(text);
 }
 
-void Record::Append(std::string_view kind, std::vector<std::string> cells) {
+void Record::Append(std::string_view kind, const std::vector<std::string>& cells) {
   file_->Append(LineOf(kind, time_(), cells));
 }
 

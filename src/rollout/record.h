@@ -59,7 +59,7 @@ class Record {
   void EndDevice(const std::string& path, const std::string& state, const std::string& reason);
 
  private:
-  void Append(std::string_view kind, std::vector<std::string> cells);
+  void Append(std::string_view kind, const std::vector<std::string>& cells);
 
   std::function<std::string()> time_;
   std::string path_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <stdexcept>
 #include <utility>
 
@@ -179,21 +180,24 @@ std::vector<settings::FoundDevice> SettingsMenu::OtherThermostats(const Device& 
   return found;
 }
 
+std::vector<std::string> SettingsMenu::ReadLogged(Device& device, const settings::ReadPoint& read,
+                                                  const model::PointRow& row) const {
+  const std::string name(row.name);
+  try {
+    auto fields = device.Outside([&] { return read(row); });
+    services_.log.LogCommand("Reading " + name, text::Join(fields, row.separator));
+    return fields;
+  } catch (const platform::Error& error) {
+    services_.log.LogError(activity::ErrorMessage("Error reading " + name, settings::ReasonOf(error)));
+    throw;
+  }
+}
+
 DeviceSettings SettingsMenu::ReadOther(Device& device, const settings::FoundDevice& other) const {
   const ui::BusyPointer busy(services_.desktop);
   services_.log.LogCommand("Comparing", other.path);
-  const auto logged = [&](settings::ReadPoint read) {
-    return [&, read = std::move(read)](const model::PointRow& row) {
-      const std::string name(row.name);
-      try {
-        auto fields = device.Outside([&] { return read(row); });
-        services_.log.LogCommand("Reading " + name, text::Join(fields, row.separator));
-        return fields;
-      } catch (const platform::Error& error) {
-        services_.log.LogError(activity::ErrorMessage("Error reading " + name, settings::ReasonOf(error)));
-        throw;
-      }
-    };
+  const auto logged = [&](settings::ReadPoint read) -> settings::ReadPoint {
+    return std::bind_front(&SettingsMenu::ReadLogged, this, std::ref(device), std::move(read));
   };
   settings::ReadDevice read =
       settings::Read(other, services_.session.Dialect, {}, settings::Versions::Read, logged);

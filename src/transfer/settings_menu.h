@@ -48,6 +48,8 @@ class SettingsMenu {
   std::optional<std::string> AskForFile(Device& device, const std::string& title) const;
   settings::SettingsFile ReadFile(const std::string& path) const;
   std::vector<settings::FoundDevice> OtherThermostats(const Device& device) const;
+  std::vector<std::string> ReadLogged(Device& device, const settings::ReadPoint& read,
+                                      const model::PointRow& row) const;
   settings::DeviceSettings ReadOther(Device& device, const settings::FoundDevice& other) const;
   void ShowComparison(Device& device, const std::string& heading, const std::string& other,
                       const settings::DeviceSettings& settings);
