@@ -62,7 +62,7 @@ fReview::fReview(const session::Services& services, std::string caption, const s
 }
 
 ui::FormWindow::Size fReview::FirstSize(ui::FormWindow::Size best) {
-  constexpr double kWidth = 14400, kHeight = 7500;
+  constexpr double kWidth = 18000, kHeight = 7500;
   return {std::max(best.width, kWidth), std::max(best.height, kHeight)};
 }
 
