@@ -44,6 +44,7 @@ fReview::fReview(const session::Services& services, std::string caption, const s
   };
   cmdCancel.on_click = [this] { Hide(); };
   cancel_button = &cmdCancel;
+  cmdCancel.SetToolTip("Closes the list. No field changes.");
   if (HasTicks()) {
     default_button = &cmdOk;
   } else {

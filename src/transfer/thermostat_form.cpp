@@ -21,6 +21,8 @@ fThermostats::fThermostats(const session::Services& services, std::vector<std::s
   lstThermostats.on_select = [this] { cmdOk.SetEnabled(Meant().has_value()); };
   lstThermostats.on_double_click = [this] { Choose(); };
   lstThermostats.on_copy = [this](const std::string& text) { this->desktop().CopyText(text); };
+  cmdOk.SetToolTip("Compares with the selected thermostat, or with the only one in the list.");
+  cmdCancel.SetToolTip("Closes the list. Nothing is compared.");
   cmdOk.on_click = [this] { Choose(); };
   cmdCancel.on_click = [this] { Hide(); };
   default_button = &cmdOk;

@@ -198,7 +198,7 @@ TEST(SettingsMenu, EntersAllTextsBeforeTheRulesOfTheFields) {
 TEST(SettingsMenu, TheReviewIsTheUsersChoice) {
   Transfer user;
   user.SaveAndChange({{"nciSetPts.occ_heat", "20 C"}, {"FanMode", "HIGH"}, {"DeadBand", "1 K"}});
-  user.Load([](fReview& review) {
+  user.Load([&user](fReview& review) {
     EXPECT_EQ(review.lstFields.Rows().size(), 3u);
     EXPECT_EQ(user.StatusPanel(3), "") << "nothing is being read";
     review.lstFields.UserTicks(0, false);
