@@ -33,6 +33,9 @@ struct Hotel {
                             "",
                             [] { return ""; },
                             [] { return ""; },
+                            nullptr,
+                            "",
+                            nullptr,
                             [] { return 0.0; }};
     if (qm5r::Run(options, computer) != qm5r::kDone) std::abort();
   }

@@ -45,6 +45,7 @@ class DiskFiles : public platform::Files {
   bool FileExists(const std::string& path) const override { return fs::is_regular_file(LocalPath(path)); }
   void Write(const std::string&, std::string_view) override { std::abort(); }
   void WriteNew(const std::string&, std::string_view) override { std::abort(); }
+  std::unique_ptr<Growing> CreateGrowing(const std::string&) override { std::abort(); }
 
  private:
   static std::string LocalPath(std::string path) {

@@ -63,6 +63,11 @@ void OpenDevice::FinishPass() {
   context_.show_device();
 }
 
+void OpenDevice::SayIdle() {
+  doing_.clear();
+  context_.show_device();
+}
+
 /// Errors of points begin with a line that names the point and the action; other errors do not.
 OpenDevice::Failure OpenDevice::FailureOf(const std::string& action, const platform::Error& error) {
   const std::string text =

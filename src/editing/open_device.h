@@ -168,6 +168,8 @@ class OpenDevice : public std::enable_shared_from_this<OpenDevice> {
   /// Reads one variable in SI and logs it. The point keeps its fields and its format; if the format cannot be
   /// restored, it counts as not read. Throws the platform's error; without an object server ends the pass.
   std::vector<std::string> ReadApart(const model::PointRow& row);
+  /// Nothing is being read or written until the next step of the pass: the user decides.
+  void SayIdle();
 
   /// Logs an operation, or a failure in the form that activity::fLog takes. A row that names the device
   /// precedes its rows.

@@ -136,7 +136,7 @@ ParsedCommandLine ParseCommandLine(std::vector<std::string> arguments, const std
                                    bool has_simulator) {
   ParsedCommandLine parsed;
   CLI::App app(
-      "Saves, checks and compares the settings of QM5R-FC thermostats.\n\n"
+      "Saves, checks, compares and applies the settings of QM5R-FC thermostats.\n\n"
       "Exit codes: 0 done, 1 wrong command line, 2 failed, 3 differences, 4 something could not be read.",
       "qm5r");
   app.set_version_flag("--version", "qm5r " + version);

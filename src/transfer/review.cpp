@@ -119,9 +119,9 @@ std::vector<ReviewRow> ReviewOf(const DeviceSettings& device, const settings::Se
   // What the file does not set stays as it is.
   std::erase_if(rows, [](const ReviewRow& row) { return row.other.empty(); });
   for (ReviewRow& row : rows) {
-    const bool is_of_another = row.field->is_calibration && !IsSameDevice(device, file.settings);
-    row.tick = row.matters && !is_of_another;
-    if (is_of_another) row.remark = "Corrects the sensor of another thermostat";
+    row.is_of_another = row.field->is_calibration && !IsSameDevice(device, file.settings);
+    row.tick = row.matters && !row.is_of_another;
+    if (row.is_of_another) row.remark = "Corrects the sensor of another thermostat";
     if (const auto limit = LimitFor(*row.field, row.other, units); limit && row.matters)
       Warn(row, "beyond the limit, " + *limit);
   }

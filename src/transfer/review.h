@@ -20,6 +20,8 @@ struct ReviewRow {
   bool matters = true;
   /// Whether the text is entered in its field; nothing if there is none to enter.
   std::optional<bool> tick = std::nullopt;
+  /// Of no use to this device: ticked only one by one.
+  bool is_of_another = false;
 };
 
 /// Fields in screen order, with values in these units (0 SI, 1 US).

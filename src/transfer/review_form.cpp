@@ -31,7 +31,7 @@ fReview::fReview(const session::Services& services, std::string caption, const s
     ShowCounts();
   };
   lstFields.on_copy = [this](const std::string& text) { this->desktop().CopyText(text); };
-  cmdAll.SetToolTip("Ticks every field in the list.");
+  cmdAll.SetToolTip("Ticks every field in the list but the corrections of another thermostat's sensors.");
   cmdNone.SetToolTip("Unticks every field in the list.");
   cmdSave.SetToolTip("Saves the list as comma-separated values.");
   cmdOk.SetToolTip("Enters the ticked values in their fields. Nothing is written before you apply them.");
@@ -44,6 +44,7 @@ fReview::fReview(const session::Services& services, std::string caption, const s
   };
   cmdCancel.on_click = [this] { Hide(); };
   cancel_button = &cmdCancel;
+  cmdCancel.SetToolTip("Closes the list. No field changes.");
   if (HasTicks()) {
     default_button = &cmdOk;
   } else {
@@ -62,7 +63,7 @@ fReview::fReview(const session::Services& services, std::string caption, const s
 }
 
 ui::FormWindow::Size fReview::FirstSize(ui::FormWindow::Size best) {
-  constexpr double kWidth = 14400, kHeight = 7500;
+  constexpr double kWidth = 18000, kHeight = 7500;
   return {std::max(best.width, kWidth), std::max(best.height, kHeight)};
 }
 
@@ -92,7 +93,7 @@ void fReview::ShowCounts() {
 
 void fReview::TickAll(bool tick) {
   for (const std::size_t row : listed_)
-    if (rows_[row].tick) rows_[row].tick = tick;
+    if (rows_[row].tick) rows_[row].tick = tick && !rows_[row].is_of_another;
   List();
 }
 

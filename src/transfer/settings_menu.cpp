@@ -141,8 +141,10 @@ DeviceSettings SettingsMenu::Read(Device& device) const {
   origin.path = lns::DevicePath(device.path());
   origin.program_id = device.Outside([&] { return device.device().ProgramId(); });
   origin.neuron_id = device.Outside([&] { return device.device().NeuronId(); });
-  return ReadSettings([&](const model::PointRow& row) { return device.ReadApart(row); }, std::move(origin),
-                      {}, settings::Versions::Read);
+  DeviceSettings settings = ReadSettings([&](const model::PointRow& row) { return device.ReadApart(row); },
+                                         std::move(origin), {}, settings::Versions::Read);
+  device.SayIdle();
+  return settings;
 }
 
 std::optional<std::string> SettingsMenu::AskForFile(Device& device, const std::string& title) const {
@@ -210,7 +212,8 @@ void SettingsMenu::ShowComparison(Device& device, const std::string& heading, co
                                   const DeviceSettings& settings) {
   const DeviceSettings held = Read(device);
   if (held.HasNone()) RequireAll(held);
-  fReview review(services_, kComparing, heading, other, Compare(held, settings, window_.units));
+  fReview review(services_, kComparing, lns::DevicePath(device.path()) + "\r\nwith " + heading, other,
+                 Compare(held, settings, window_.units));
   ShowModal(device, review);
 }
 

@@ -18,9 +18,11 @@ fThermostats::fThermostats(const session::Services& services, std::vector<std::s
   txtFind.SetToolTip("Lists only the thermostats whose path contains this text.");
   txtFind.on_change = [this] { List(); };
   lstThermostats.SetAccessibleName("Thermostats");
-  lstThermostats.on_select = [this] { cmdOk.SetEnabled(lstThermostats.Selected().has_value()); };
+  lstThermostats.on_select = [this] { cmdOk.SetEnabled(Meant().has_value()); };
   lstThermostats.on_double_click = [this] { Choose(); };
   lstThermostats.on_copy = [this](const std::string& text) { this->desktop().CopyText(text); };
+  cmdOk.SetToolTip("Compares with the selected thermostat, or with the only one in the list.");
+  cmdCancel.SetToolTip("Closes the list. Nothing is compared.");
   cmdOk.on_click = [this] { Choose(); };
   cmdCancel.on_click = [this] { Hide(); };
   default_button = &cmdOk;
@@ -47,11 +49,15 @@ void fThermostats::List() {
     listed_.push_back(i);
     lstThermostats.Append({ui::ListView::Icon::None, {paths_[i]}});
   }
-  cmdOk.SetEnabled(false);
+  cmdOk.SetEnabled(Meant().has_value());
+}
+
+std::optional<std::size_t> fThermostats::Meant() const {
+  return listed_.size() == 1 ? 0 : lstThermostats.Selected();
 }
 
 void fThermostats::Choose() {
-  const auto row = lstThermostats.Selected();
+  const auto row = Meant();
   if (!row) return;
   chosen_ = listed_.at(*row);
   Hide();

@@ -31,6 +31,8 @@ class fThermostats : public ui::Form {
  private:
   /// Lists the paths that contain the text to find.
   void List();
+  /// The selected row, or the only one.
+  std::optional<std::size_t> Meant() const;
   void Choose();
 
   const session::Services& services_;

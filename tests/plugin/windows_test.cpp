@@ -3,6 +3,8 @@
 
 #include "registration/registration_form.h"
 #include "support/world.h"
+#include "transfer/review_form.h"
+#include "transfer/thermostat_form.h"
 #include "ui/keyboard.h"
 
 namespace {
@@ -11,6 +13,8 @@ using Kind = ui::Control::Kind;
 
 struct Windows : World {
   registration::fRegisterPlugIn registration{desktop, "Plug-in", {}};
+  transfer::fReview review{services, "Comparing", "Room", "Other", {}};
+  transfer::fThermostats thermostats{services, {}};
 };
 
 void ExpectDistinct(const ui::Box& box, std::set<std::string>& names) {
@@ -49,6 +53,8 @@ TEST(Windows, ControlsHaveDistinctNamesAndAccelerators) {
       // The captions of the pages share two letters.
       {&windows.main, &windows.main.screen.tabData, {'h', 'o'}},
       {&windows.log, nullptr, {}},
+      {&windows.review, nullptr, {}},
+      {&windows.thermostats, nullptr, {}},
       {&windows.registration, nullptr, {}}};
   for (const auto& [form, tabs, clashes] : cases) {
     SCOPED_TRACE(form->name());
@@ -63,7 +69,8 @@ TEST(Windows, FitOnASmallScreen) {
   windows.desktop.work_area = {900, 600, 7500, 4500};
   ui::fProgress progress(windows.desktop, windows.program, "Plug-in");
   for (ui::Form* form :
-       std::initializer_list<ui::Form*>{&windows.main, &windows.log, &windows.registration, &progress}) {
+       std::initializer_list<ui::Form*>{&windows.main, &windows.log, &windows.review, &windows.thermostats,
+                                        &windows.registration, &progress}) {
     form->Load();
     EXPECT_EQ((std::array{form->Left(), form->Top(), form->Width(), form->Height()}),
               (std::array<double, 4>{900, 600, 7500, 4500}))

@@ -198,8 +198,9 @@ TEST(SettingsMenu, EntersAllTextsBeforeTheRulesOfTheFields) {
 TEST(SettingsMenu, TheReviewIsTheUsersChoice) {
   Transfer user;
   user.SaveAndChange({{"nciSetPts.occ_heat", "20 C"}, {"FanMode", "HIGH"}, {"DeadBand", "1 K"}});
-  user.Load([](fReview& review) {
+  user.Load([&user](fReview& review) {
     EXPECT_EQ(review.lstFields.Rows().size(), 3u);
+    EXPECT_EQ(user.StatusPanel(3), "") << "nothing is being read";
     review.lstFields.UserTicks(0, false);
     EXPECT_EQ(review.lblCounts.Text(), "3 of 38 fields differ, 2 ticked");
     review.cbDifferences.UserChecks(false);
@@ -215,7 +216,7 @@ TEST(SettingsMenu, TheReviewIsTheUsersChoice) {
 
   for (const bool all : {false, true}) {
     Transfer other;
-    other.SaveAndChange({{"nciSetPts.occ_heat", "20 C"}});
+    other.SaveAndChange({{"nciSetPts.occ_heat", "20 C"}, {"CalibRS", "1 K"}, {"Neuron ID", "00DE00000009"}});
     other.Load([&](fReview& review) {
       (all ? review.cmdAll : review.cmdNone).UserClicks();
       EXPECT_EQ(review.cmdOk.Enabled(), all);
@@ -296,9 +297,8 @@ TEST(SettingsMenu, ComparesWithAnotherThermostatOfTheNetwork) {
   user.desktop.on_modal = [&](ui::Form& form) {
     if (auto* thermostats = dynamic_cast<transfer::fThermostats*>(&form)) {
       for (const auto& row : thermostats->lstThermostats.Rows()) paths.push_back(row.cells[0]);
-      thermostats->txtFind.UserChangesText("2/thermostat 201");
       EXPECT_FALSE(thermostats->cmdOk.Enabled());
-      thermostats->lstThermostats.UserSelects(0);
+      thermostats->txtFind.UserChangesText("2/thermostat 201");
       thermostats->cmdOk.UserClicks();
       return;
     }
@@ -310,7 +310,7 @@ TEST(SettingsMenu, ComparesWithAnotherThermostatOfTheNetwork) {
   user.Choose(kCompareWithThermostat);
   EXPECT_EQ(paths.size(), 8u);
   EXPECT_EQ(paths[0], "Demo Tower/Demo Tower.Floor 1/Thermostat 102") << "without the one on the screen";
-  EXPECT_EQ(heading, "Demo Tower/Demo Tower.Floor 2/Thermostat 201");
+  EXPECT_EQ(heading, kFirstThermostat + std::string("\r\nwith Demo Tower/Demo Tower.Floor 2/Thermostat 201"));
   EXPECT_NE(user.rows, "");
   EXPECT_EQ(user.rows.find('!'), std::string::npos);
   std::string logged;

@@ -171,6 +171,13 @@ void PrintLists(HWND window, std::ostream& out) {
   }
 }
 
+/// The form that is shown over the main window; null if none is.
+HWND FormOver(HWND main) {
+  for (HWND form = nullptr; (form = FindWindowExW(nullptr, form, kSurfaceClass, nullptr));)
+    if (GetWindow(form, GW_OWNER) == main && IsWindowVisible(form)) return form;
+  return nullptr;
+}
+
 }  // namespace
 
 bool PrintScreen(std::ostream& out) {
@@ -180,6 +187,11 @@ bool PrintScreen(std::ostream& out) {
   PrintInside(PanelOf(main), -1, "  ", out);
   PrintPages(main, out);
   PrintBars(main, out);
+  if (const HWND form = FormOver(main)) {
+    PrintPlace(form, out);
+    PrintInside(PanelOf(form), -1, "  ", out);
+    PrintLists(form, out);
+  }
   if (const HWND log = FindWindowW(kSurfaceClass, kLogCaption)) {
     PrintPlace(log, out);
     PrintLists(log, out);

@@ -62,6 +62,7 @@ TEST_F(Controls, AButtonThatAsksForRightsShowsTheShield) {
 }
 
 TEST_F(Controls, ListShowsAppendedRows) {
+  form.log.follows_end = true;
   const auto width = [&](int column) { return ListView_GetColumnWidth(List(), column); };
   for (int row = 0; row < 500; ++row)
     form.log.Append({ui::ListView::Icon::Green, {"10:00:00", "Read", std::to_string(row)}});
