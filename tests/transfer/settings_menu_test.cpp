@@ -269,13 +269,13 @@ TEST(SettingsMenu, AReviewClosesWithItsDevice) {
       {"another network",
        [](auto& user) { World::Put(*user.api, "networkName", std::string("Demo Annex")); }},
       {"the window hides", [](auto& user) { World::Put(*user.api, "Visible", false); }}};
-  for (const auto& [name, happens] : events) {
-    SCOPED_TRACE(name);
+  for (const auto& event : events) {
+    SCOPED_TRACE(event.first);
     Transfer user;
     World::Put(*user.api, "Visible", true);
     user.SaveAndChange({{"nciSetPts.occ_heat", "20 C"}});
     user.desktop.on_modal = [&](ui::Form& form) {
-      happens(user);
+      event.second(user);
       EXPECT_FALSE(form.Visible());
     };
     user.Choose(kLoad);
