@@ -271,8 +271,8 @@ bool MayWrite(const Options& options, Computer& computer, const std::string& que
   return false;
 }
 
-/// Prints a run and its writes to matching devices. False if there are none.
-bool AddHistory(const Options& options, Computer& computer, const std::string& file,
+/// Prints a run and its writes to matching devices, if there are any.
+void AddHistory(const Options& options, Computer& computer, const std::string& file,
                 const rollout::RecordFile& record, const text::Pattern& path, Json& runs) {
   using Kind = rollout::Event::Kind;
   Json events = Json::array();
@@ -281,8 +281,9 @@ bool AddHistory(const Options& options, Computer& computer, const std::string& f
     const rollout::Write& write = event.write;
     if (!path.Matches(write.path)) continue;
     if (event.kind == Kind::Write) {
-      lines += "  " + event.time + "  " + write.path + '\n' +
-               LineOf(write.variable, write.before + " -> " + write.after);
+      lines += "  ";
+      lines.append(event.time).append("  ").append(write.path) += '\n';
+      lines += LineOf(write.variable, write.before + " -> " + write.after);
       events.push_back({{"time", event.time},
                         {"path", write.path},
                         {"neuronId", write.neuron_id},
@@ -300,7 +301,7 @@ bool AddHistory(const Options& options, Computer& computer, const std::string& f
     }
   }
   if (lines.empty() && path.HasWildcard() && path.Beginning().empty()) lines = "  nothing was written\n";
-  if (lines.empty()) return false;
+  if (lines.empty()) return;
   runs.push_back({{"record", file},
                   {"time", record.head.time},
                   {"user", record.head.user},
@@ -312,7 +313,6 @@ bool AddHistory(const Options& options, Computer& computer, const std::string& f
     computer.out << record.head.time << "  " << record.head.user << "  " << record.head.action << "\n  "
                  << file << (record.is_torn ? "  (its last line is torn)" : "") << '\n'
                  << lines;
-  return true;
 }
 
 }  // namespace
@@ -368,7 +368,7 @@ int UndoRun(const Options& options, Computer& computer) {
 }
 
 int ShowHistory(const Options& options, Computer& computer) {
-  const std::string folder = RecordsFolder(options, computer);
+  const std::string folder = RecordsFolder(options, computer), above = folder + computer.files.Separator();
   const text::Pattern path(options.places.empty() ? "*" : options.places.front());
   const auto content = computer.files.ReadFolder(folder);
   std::vector<std::string> names;
@@ -378,10 +378,9 @@ int ShowHistory(const Options& options, Computer& computer) {
   Json runs = Json::array();
   bool is_readable = true;
   for (const std::string& name : names) {
-    const std::string file = folder + computer.files.Separator() + name;
+    const std::string file = above + name;
     try {
-      const rollout::RecordFile record = ReadRecord(computer, file);
-      if (!AddHistory(options, computer, file, record, path, runs)) continue;
+      AddHistory(options, computer, file, ReadRecord(computer, file), path, runs);
     } catch (const Failed& failure) {
       computer.errors << "qm5r: " << failure.what() << '\n';
       is_readable = false;
