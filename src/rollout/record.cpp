@@ -129,7 +129,8 @@ Record::Record(platform::Files& files, const std::string& folder, const Head& he
     : time_(std::move(time)), path_(NewPath(files, folder, head)), file_(files.CreateGrowing(path_)) {
   std::string text = std::string(kRecordFirstLine) + "\r\n";
   text += LineOf(kHead, head.time, {head.user, head.network, head.action});
-  for (const std::string& line : text::Split(PlanText(plan), "\r\n")) text += LineOf(kPlan, head.time, {line});
+  for (const std::string& line : text::Split(PlanText(plan), "\r\n"))
+    text += LineOf(kPlan, head.time, {line});
   file_->Append(text);
 }
 
